@@ -1,0 +1,23 @@
+# What every target of this project is compiled with. Called once per target: ckscribe_compile(NAME).
+
+# Debian's p11-kit keeps the PKCS#11 header below its own folder; it is needed at build time only.
+find_path(PKCS11_INCLUDE_DIR p11-kit/pkcs11.h PATH_SUFFIXES p11-kit-1 REQUIRED)
+
+function(ckscribe_compile target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ckscribe>)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+  if(CKSCRIBE_SANITIZE)
+    target_compile_options(${target} PUBLIC
+      $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}> $<BUILD_INTERFACE:-fno-omit-frame-pointer>
+      $<BUILD_INTERFACE:-fno-sanitize-recover=all>)
+    target_link_options(${target} PUBLIC $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}>)
+  endif()
+endfunction()
