@@ -1,0 +1,46 @@
+// Rich text: the form in which byte values that are mostly printable are written between double quotes.
+// A byte from 0 to 31 becomes a backslash and one character of kRichTextEscapes, a backslash becomes two, a
+// double quote becomes two; every other byte stands as it is.
+//
+// Pure functions: any thread may call them at any time.
+
+#ifndef CKSCRIBE_DESCRIPTORS_RICH_TEXT_H
+#define CKSCRIBE_DESCRIPTORS_RICH_TEXT_H
+
+#include <cstddef>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+// The escape character of each byte is the one at its index. Only the first 32 are ever written; all 36 are
+// understood when read.
+inline constexpr std::string_view kRichTextEscapes = "0123456789abcdefghijklmnopqrstuvwxyz";
+
+constexpr bool IsControlByte(unsigned char byte) { return byte < 32; }
+
+// The character that follows the backslash of a control byte (0 to 31).
+constexpr char RichTextEscape(unsigned char controlByte) { return kRichTextEscapes[controlByte]; }
+
+// The byte (0 to 35) that a character after a backslash stands for: a digit or a letter, small or capital.
+// Nothing for any other character, a second backslash included.
+constexpr std::optional<unsigned char> ByteOfRichTextEscape(char escape) {
+    const char small = escape >= 'A' && escape <= 'Z' ? static_cast<char>(escape - 'A' + 'a') : escape;
+    const std::size_t index = kRichTextEscapes.find(small);
+    if (index == std::string_view::npos) return std::nullopt;
+    return static_cast<unsigned char>(index);
+}
+
+// Writes `bytes` as rich text, without the quotes around them.
+inline void WriteRichText(std::FILE* stream, std::string_view bytes) {
+    for (const char byte : bytes) {
+        if (IsControlByte(static_cast<unsigned char>(byte))) {
+            std::fputc('\\', stream);
+            std::fputc(RichTextEscape(static_cast<unsigned char>(byte)), stream);
+        } else {
+            if (byte == '\\' || byte == '"') std::fputc(byte, stream);
+            std::fputc(byte, stream);
+        }
+    }
+}
+
+#endif
