@@ -23,11 +23,11 @@ constexpr char RichTextEscape(unsigned char controlByte) { return kRichTextEscap
 
 // The byte (0 to 35) that a character after a backslash stands for: a digit or a letter, small or capital.
 // Nothing for any other character, a second backslash included.
-constexpr std::optional<unsigned char> ByteOfRichTextEscape(char escape) {
+constexpr std::optional<char> ByteOfRichTextEscape(char escape) {
     const char small = escape >= 'A' && escape <= 'Z' ? static_cast<char>(escape - 'A' + 'a') : escape;
     const std::size_t index = kRichTextEscapes.find(small);
     if (index == std::string_view::npos) return std::nullopt;
-    return static_cast<unsigned char>(index);
+    return static_cast<char>(index);
 }
 
 // Writes `bytes` as rich text, without the quotes around them.
@@ -41,6 +41,22 @@ inline void WriteRichText(std::FILE* stream, std::string_view bytes) {
             std::fputc(byte, stream);
         }
     }
+}
+
+// Takes one byte, as it was written, off the front of `text`, which must not be empty, and returns it. An
+// escape that is unknown or cut off is taken off, too, and gives nothing.
+inline std::optional<char> TakeRichTextByte(std::string_view& text) {
+    const auto takeCharacter = [&text] {
+        const char character = text.front();
+        text.remove_prefix(1);
+        return character;
+    };
+    const char first = takeCharacter();
+    if (first == '"' && text.starts_with('"')) return takeCharacter();
+    if (first != '\\') return first;
+    if (text.empty()) return std::nullopt;
+    if (text.starts_with('\\')) return takeCharacter();
+    return ByteOfRichTextEscape(takeCharacter());
 }
 
 #endif

@@ -1,0 +1,41 @@
+// What a run that reads or writes descriptors met: counters and error flags, set by whoever processes the
+// descriptors, and a summary of them.
+//
+// Plain data: a report belongs to its run and has no lock.
+
+#ifndef CKSCRIBE_DESCRIPTORS_DESCRIPTOR_REPORT_H
+#define CKSCRIBE_DESCRIPTORS_DESCRIPTOR_REPORT_H
+
+#include <cstdint>
+#include <cstdio>
+
+class DescriptorReport {
+public:
+    std::uint32_t objectCount = 0;
+    std::uint32_t skippedObjects = 0;
+    std::uint32_t secondSkippedObjects = 0;
+
+    // Flags: set when not 0.
+    std::uint16_t operationAborted = 0;
+    std::uint16_t fileError = 0;
+    std::uint16_t cryptokiError = 0;
+    std::uint16_t noTokenFound = 0;
+    std::uint16_t sessionNotOpened = 0;
+    std::uint16_t loginFailed = 0;
+    std::uint16_t memoryError = 0;
+    std::uint16_t handleNumbersMismatch = 0;
+    std::uint16_t tokenNotInitialised = 0;
+    std::uint16_t parsingError = 0;
+
+    // 1 when any flag is set, otherwise 0.
+    int errorOccurred() const;
+
+    // Prints the summary to `stream`, without a line feed at its end and without flushing.
+    void write(std::FILE* stream) const;
+
+private:
+    void WriteCounters(std::FILE* stream) const;
+    void WriteFlags(std::FILE* stream) const;
+};
+
+#endif
