@@ -1,0 +1,34 @@
+// Tables from numbers to names: arrays of {value, "NAME"} in ascending order of the values, without doubles
+// (assert it with IsStrictlyAscending), all searched by NameOf.
+//
+// Pure functions over constant data: any thread may call them at any time.
+
+#ifndef CKSCRIBE_DESCRIPTORS_NAME_TABLE_H
+#define CKSCRIBE_DESCRIPTORS_NAME_TABLE_H
+
+#include <algorithm>
+#include <functional>
+#include <span>
+
+struct NameRow {
+    unsigned long value;
+    const char* name;
+};
+
+constexpr bool IsStrictlyAscending(std::span<const NameRow> table) {
+    return std::ranges::adjacent_find(table, std::ranges::greater_equal(), &NameRow::value) == table.end();
+}
+
+// The name of `value` in a strictly ascending table that is not empty, or `unknown` when it has none.
+constexpr const char* NameOf(std::span<const NameRow> table, unsigned long value, const char* unknown) {
+    // Halving without an early exit lets the compiler do without jumps that a processor would guess wrong.
+    const NameRow* row = table.data();
+    for (std::size_t left = table.size(); left > 1;) {
+        const std::size_t half = left / 2;
+        row += row[half].value <= value ? half : 0;
+        left -= half;
+    }
+    return row->value == value ? row->name : unknown;
+}
+
+#endif

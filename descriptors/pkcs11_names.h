@@ -1,0 +1,32 @@
+// The names under which numbers of PKCS#11 appear in the log.
+//
+// The names are a fixed set. A standard value has its standard name where that is in the set; values that the
+// standard got later are unknown here, and some names that the standard has numbered since stand for vendor
+// numbers (CKM_AES_GCM is 0x8000011C).
+//
+// Every function is pure, never fails and returns constant text: any thread may call them at any time.
+
+#ifndef CKSCRIBE_DESCRIPTORS_PKCS11_NAMES_H
+#define CKSCRIBE_DESCRIPTORS_PKCS11_NAMES_H
+
+const char* GetAttributeType(unsigned long type);           // "CKA_XXX" when unknown
+const char* GetObjectClass(unsigned long objectClass);      // "CKO_UNKNOWN" when unknown
+const char* GetKeyType(unsigned long type);                 // "CKK_UNKNOWN" when unknown
+const char* GetCertificateType(unsigned long type);         // "CKC_UNKNOWN" when unknown
+const char* GetErrorCode(unsigned long returnValue);        // "CKR_UNKNOWN" when unknown
+const char* GetMechanismType(unsigned long mechanismType);  // "Unknown Mechanism Type" when unknown
+
+struct ReturnValueRow {
+    const char* name;
+    unsigned long value;
+};
+
+// Every return value that GetErrorCodeForString finds, in the order in which it looks. Three standard names
+// stand in it twice, with the same value.
+extern const ReturnValueRow CKR_LookupTable[191];
+
+// Stores the return value of that name (all of it, capitals matter) in `*value` and returns 0 (CKR_OK). For
+// any other name, a null one included, stores 0 and returns 7 (CKR_ARGUMENTS_BAD). `value` must not be null.
+unsigned long GetErrorCodeForString(const char* name, unsigned long* value);
+
+#endif
