@@ -1,0 +1,139 @@
+// The four operations that change the configuration file. Each is one pass over the lines of the file; what
+// it does with a line depends on the names that the line contains anywhere, which is simpler than the rules
+// by which a key is looked up.
+
+#include <cstring>
+#include <string_view>
+
+#include "config/file_rewrite.h"
+#include "config/wendrafil_configuration.h"
+#include "util/tolk_text.h"
+
+namespace {
+
+constexpr char kEntry[] = "   %s = %s;\n";
+constexpr char kNewSection[] = "%s = {\n";
+constexpr char kLastEntryOfFile[] = "   %s = %s;\n}";  // deliberate: no line feed after the brace
+
+bool Contains(std::string_view line, const char* text) { return line.find(text) != std::string_view::npos; }
+
+// What stands between the key's first occurrence in the line and the "=" after it is the key alone. A longer
+// key that ends with the given one is deliberately taken for it: "   LogFile = x;" is an entry of "File".
+bool IsEntryOf(const char* key, std::string_view line) {
+    const std::size_t start = line.find(key);
+    if (start == std::string_view::npos) return false;
+    const std::size_t equals = line.find('=', start + std::strlen(key));
+    if (equals == std::string_view::npos) return false;
+    char name[FileRewrite::kLineLimit + 1];
+    name[line.copy(name, equals - start, start)] = '\0';
+    return std::strcmp(Tolk_TrimWhiteSpaces(name), key) == 0;
+}
+
+// Writes the body in lines of 512 characters; the last one ends with `end`.
+void WriteBody(FileRewrite* file, std::string_view body, const char* end) {
+    constexpr std::size_t kPiece = 512;
+    for (; body.size() > kPiece; body.remove_prefix(kPiece)) file->WriteLine(body.substr(0, kPiece));
+    file->Write(body);
+    file->Write(end);
+}
+
+}  // namespace
+
+int WendrafilConfiguration::SetConfigurationInfo(const char* section, const char* key, const char* value) {
+    if (section == nullptr || key == nullptr || value == nullptr) return 0;
+    FileRewrite file;
+    if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
+    bool isInside = false;
+    bool hasSection = false;
+    bool isReplaced = false;
+    for (std::string_view line; file.NextLine(&line);) {
+        if (!isInside && Contains(line, section) && Contains(line, "{")) {
+            isInside = hasSection = true;
+        } else if (isInside && Contains(line, "}")) {
+            if (!isReplaced) file.WriteFormatted(kEntry, key, value);
+            isInside = false;
+        } else if (isInside && IsEntryOf(key, line)) {
+            file.WriteFormatted(kEntry, key, value);
+            isReplaced = true;
+            continue;
+        }
+        file.WriteLine(line);
+    }
+    if (!hasSection) {
+        file.WriteFormatted(kNewSection, section);
+        file.WriteFormatted(kLastEntryOfFile, key, value);
+    }
+    return file.Commit();
+}
+
+int WendrafilConfiguration::ClearConfigurationInfo(const char* section, const char* key) {
+    if (section == nullptr || key == nullptr) return 0;
+    FileRewrite file;
+    if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
+    bool isInside = false;
+    for (std::string_view line; file.NextLine(&line);) {
+        if (!isInside) {
+            isInside = Contains(line, section);
+        } else if (Contains(line, "}")) {
+            isInside = false;
+        } else if (Contains(line, key)) {
+            continue;
+        }
+        file.WriteLine(line);
+    }
+    return file.Commit();
+}
+
+int WendrafilConfiguration::ClearConfigurationInfo(const char* section) {
+    if (section == nullptr) return 0;
+    FileRewrite file;
+    if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
+    bool isInside = false;
+    for (std::string_view line; file.NextLine(&line);) {
+        if (isInside) {
+            isInside = !Contains(line, "}");
+        } else if (Contains(line, section)) {
+            // Deliberate: any mention of the name counts, one in another section's value too.
+            isInside = true;
+        } else {
+            file.WriteLine(line);
+        }
+    }
+    return file.Commit();
+}
+
+int WendrafilConfiguration::ReplaceConfigurationInfo(const char* section, const char* body, int) {
+    if (section == nullptr || body == nullptr) return 0;
+    FileRewrite file;
+    if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
+    bool isInside = false;
+    bool hasSection = false;
+    for (std::string_view line; file.NextLine(&line);) {
+        if (!isInside) {
+            file.WriteLine(line);
+            if (!Contains(line, section)) continue;
+            WriteBody(&file, body, "\n");
+            isInside = hasSection = true;
+        } else if (Contains(line, "}")) {
+            file.WriteLine(line);
+            isInside = false;
+        }
+    }
+    if (!hasSection) {
+        file.WriteFormatted(kNewSection, section);
+        WriteBody(&file, body, "\n}");
+    }
+    return file.Commit();
+}
+
+int WendrafilConfiguration::SetEntry(const char* section, const char* key, const char* value,
+                                     unsigned short) {
+    switch (GetLibraryType()) {
+        case 0:
+            return SetConfigurationInfo(section, key, value);
+        case 1:
+            return SetRegistryEntry(section, key, value, 0);
+        default:
+            return 0;
+    }
+}

@@ -1,0 +1,69 @@
+#include "config/entry_lookup.h"
+
+#include <cctype>
+#include <cstring>
+
+namespace {
+
+bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)); }
+
+// Scans what follows a section's name. True when that opens a section: white space, "=", white space, "{".
+// `*after` receives the character where the scan stopped.
+bool OpensSection(char* afterName, char** after) {
+    char* c = afterName;
+    bool hasEquals = false;
+    for (; IsSpace(*c) || (*c == '=' && !hasEquals); ++c) hasEquals = hasEquals || *c == '=';
+    *after = c;
+    return hasEquals && *c == '{';
+}
+
+bool StartsSectionName(const char* text, const char* c) {
+    return c == text || c[-1] == '\r' || c[-1] == '\n' || c[-1] == ' ';
+}
+
+char* FindSection(char* text, const char* section) {
+    const std::size_t length = std::strlen(section);
+    if (length == 0) return nullptr;
+    for (char* from = text; (from = std::strstr(from, section)) != nullptr;) {
+        char* name = from;
+        from = name + length;
+        if (StartsSectionName(text, name) && OpensSection(from, &from)) return name;
+    }
+    return nullptr;
+}
+
+void CutAt(char* text, const char* ends) { text[std::strcspn(text, ends)] = '\0'; }
+
+// NUL stands before a key when the section's own name holds the "}" that ended the section.
+bool StartsKey(const char* c) {
+    return c[-1] == ' ' || c[-1] == '\r' || c[-1] == '\n' || c[-1] == '{' || c[-1] == '\0';
+}
+
+char* SkipSpaces(char* c) {
+    while (*c == ' ') ++c;
+    return c;
+}
+
+char* FindKey(char* body, const char* key) {
+    const std::size_t length = std::strlen(key);
+    char* equals = body;  // the end of the spaces after the key; kept, so that no space is skipped twice
+    for (char* found = body; (found = std::strstr(found, key)) != nullptr; ++found) {
+        if (found + length >= equals) equals = SkipSpaces(found + length);
+        if (StartsKey(found) && *equals == '=') return found;
+        if (*found == '\0') break;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+const char* FindEntryValue(char* text, const char* section, const char* key) {
+    char* name = FindSection(text, section);
+    if (name == nullptr) return nullptr;
+    CutAt(name, "}");
+    char* entry = FindKey(name + std::strlen(section), key);
+    if (entry == nullptr) return nullptr;
+    CutAt(entry, ";\r\n");
+    char* equals = std::strchr(entry, '=');
+    return equals == nullptr ? nullptr : SkipSpaces(equals + 1);
+}
