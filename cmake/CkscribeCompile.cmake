@@ -14,6 +14,9 @@ function(ckscribe_compile target)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ckscribe>)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+  if(CKSCRIBE_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
   if(CKSCRIBE_SANITIZE)
     target_compile_options(${target} PUBLIC
       $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}> $<BUILD_INTERFACE:-fno-omit-frame-pointer>
