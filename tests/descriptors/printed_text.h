@@ -1,0 +1,22 @@
+// What a function prints to a stream, as text.
+
+#ifndef CKSCRIBE_TESTS_DESCRIPTORS_PRINTED_TEXT_H
+#define CKSCRIBE_TESTS_DESCRIPTORS_PRINTED_TEXT_H
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+template <typename Print>
+std::string PrintedText(Print print) {
+    char* bytes = nullptr;
+    std::size_t length = 0;
+    std::FILE* stream = open_memstream(&bytes, &length);
+    print(stream);
+    std::fclose(stream);
+    const std::string text(bytes, length);
+    std::free(bytes);
+    return text;
+}
+
+#endif
