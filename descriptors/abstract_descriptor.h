@@ -1,0 +1,70 @@
+// The base of everything that a log record is made of, and the stream into which whole records go.
+//
+// A record is a small tree of descriptors: one command at its root, one typed child for each argument or
+// returned structure. A tree is built, captured and destroyed by one record builder; descriptors copy every
+// value that they describe and are never shared. All of it runs under the one record lock (see
+// front/record_lock.h), so the class-wide state below needs no lock of its own.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdio>
+
+#include "descriptors/descriptor_type.h"
+#include "descriptors/log_settings.h"
+#include "descriptors/record_text.h"
+#include "util/append_file.h"
+
+class AbstractDescriptor {
+public:
+    static constexpr std::size_t kNameLength = 32;
+
+    // `name` may be null; of a longer one the first 32 characters are kept.
+    explicit AbstractDescriptor(const char* name = nullptr);
+    virtual ~AbstractDescriptor();
+    AbstractDescriptor(const AbstractDescriptor&) = delete;
+    AbstractDescriptor& operator=(const AbstractDescriptor&) = delete;
+
+    virtual int Type() const { return kUnknownDescriptor; }
+
+    // The whole descriptor: its place (old format: a new line and `indent` blanks), label, value, content.
+    // `suffix` may be null; it ends the content.
+    virtual void PrintDescription(RecordText& out, int indent, const char* suffix) const;
+    // The descriptor's own value.
+    virtual void PrintParameters(RecordText& out, int indent) const;
+    // What the descriptor holds, then `suffix` unless it is null.
+    virtual void PrintContent(RecordText& out, int indent, const char* suffix) const;
+    // The label in front of the value.
+    virtual const char* GetDescriptorType() const;
+
+    // The same text straight to a stdio stream, which is flushed wherever the descriptors flush.
+    void PrintDescription(std::FILE* stream, int indent, const char* suffix) const;
+
+    // Prints this tree as one record: the whole text reaches the operating system with one append before
+    // this returns. Nothing happens while no log is open; errors of the log are silent. Throws
+    // std::bad_alloc, and then has written nothing.
+    void Capture() const;
+
+    const char* Name() const { return name; }
+
+    static void InitializeClass();
+    // Closes the log. With no log open, descriptors that still live are reported to the error file.
+    static void TerminateClass();
+    // Opens the log for appending in place of the one that is open; a failure goes to the error file.
+    static void OpenCaptureStream(const unsigned char* path);
+    static void CloseCaptureStream();
+
+    // Closes the log without a look at living descriptors and gives its memory back: the library is unloaded.
+    static void ReleaseCapture();
+
+    static unsigned uInstanceCount;        // descriptors alive
+    static AppendFile& fpCaptureStream;    // the open log, or none
+    static std::atomic<int> isStreamOpen;  // 1 while fpCaptureStream is open; read without the lock too
+
+protected:
+    static void PrintIndent(RecordText& out, int indent);
+    static void PrintNewLine(RecordText& out, int indent);  // old format: a new line and its indent
+
+private:
+    char name[kNameLength + 1] = {};
+};

@@ -1,0 +1,29 @@
+// Templates: one attribute, and the list of them.
+#pragma once
+
+#include <p11-kit/pkcs11.h>
+
+#include "descriptors/descriptor_composite.h"
+#include "descriptors/value_descriptor.h"
+
+class AttributeDescriptor : public AbstractDescriptor {
+public:
+    // The type is taken and the value copied (see ValueDescriptor::SetValue); a null attribute has type 0 and
+    // no value. `printValue` 0 leaves the value out of the text.
+    AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue);
+    int Type() const override { return kAttribute; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+private:
+    unsigned long type = 0;
+    ValueDescriptor value;
+    unsigned char printValue;
+};
+
+class AttributeListDescriptor : public DescriptorComposite {
+public:
+    AttributeListDescriptor(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
+    // Adds an AttributeDescriptor for each entry that can be read; a null array adds nothing.
+    void AddAllAttributes(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
+    int Type() const override { return kAttributeList; }
+};

@@ -1,0 +1,50 @@
+#include "descriptors/calendar_text.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "descriptors/record_environment.h"
+
+namespace {
+
+constexpr std::size_t kTimeLength = sizeof "10:15:30" - 1;
+constexpr std::size_t kCalendarLength = sizeof "Sun Nov 15 10:15:30 2026" - 1;
+
+// The calendar is worked out once in a second: asking the C library for it costs as much as writing a record.
+struct {
+    std::time_t second = -1;
+    char zone[64] = "";
+    char text[64] = "";
+    std::size_t length = 0;
+} remembered;
+
+// A zone whose name does not fit is looked at anew for every record.
+bool IsRemembered(std::time_t second, const char* zone) {
+    return second == remembered.second && std::strncmp(zone, remembered.zone, sizeof remembered.zone) == 0;
+}
+
+void Remember(std::time_t second, const char* zone) {
+    // tzset and localtime_r instead of localtime: its result belongs to the application.
+    tzset();
+    std::tm local{};
+    if (localtime_r(&second, &local) == nullptr) local = {};
+    char text[64];
+    if (asctime_r(&local, text) == nullptr) std::strcpy(text, "Thu Jan  1 00:00:00 1970\n");
+    remembered.length = std::strcspn(text, "\n");
+    std::memcpy(remembered.text, text, remembered.length);
+    remembered.second = second;
+    std::strncpy(remembered.zone, zone, sizeof remembered.zone);
+}
+
+}  // namespace
+
+CalendarText CurrentCalendarText() {
+    const std::time_t second = recordEnvironment.now();
+    const char* const named = std::getenv("TZ");
+    const char* const zone = named != nullptr ? named : "\n";  // no zone has this name
+    if (!IsRemembered(second, zone)) Remember(second, zone);
+    const std::string_view calendar(remembered.text, remembered.length);
+    return {calendar.substr(kCalendarLength - sizeof "10:15:30 2026" + 1, kTimeLength), calendar};
+}

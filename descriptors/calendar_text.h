@@ -1,0 +1,13 @@
+// The local time as records print it.
+#pragma once
+
+#include <string_view>
+
+struct CalendarText {
+    std::string_view time;      // "10:15:30"
+    std::string_view calendar;  // "Sun Nov 15 10:15:30 2026"
+};
+
+// The text of the current second in the time zone that TZ names now. Valid until the next call. One thread at
+// a time.
+CalendarText CurrentCalendarText();

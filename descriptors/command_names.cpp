@@ -1,0 +1,113 @@
+#include "descriptors/command_descriptor.h"
+
+#include <array>
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+struct CommandName {
+    unsigned type;
+    const char* name;
+};
+
+constexpr CommandName kCommandNames[] = {
+    {kInitialize, "Initialize"},
+    {kFinalize, "Finalize"},
+    {kGetFunctionList, "GetFunctionList"},
+    {kTerminate, "Terminate"},
+    {kGetInfo, "GetInfo"},
+    {kGetSlotList, "GetSlotList"},
+    {kGetSlotInfo, "GetSlotInfo"},
+    {kGetTokenInfo, "GetTokenInfo"},
+    {kGetMechanismList, "GetMechanismList"},
+    {kGetMechanismInfo, "GetMechanismInfo"},
+    {kWaitForSlotEvent, "WaitForSlotEvent"},
+    {kInitToken, "InitToken"},
+    {kInitPIN, "InitPIN"},
+    {kSetPIN, "SetPIN"},
+    {kOpenSession, "OpenSession"},
+    {kCloseSession, "CloseSession"},
+    {kCloseAllSessions, "CloseAllSessions"},
+    {kGetSessionInfo, "GetSessionInfo"},
+    {kLogin, "Login"},
+    {kLogout, "Logout"},
+    {kGetOperationState, "GetOperationState"},
+    {kSetOperationState, "SetOperationState"},
+    {kCreateObject, "CreateObject"},
+    {kCopyObject, "CopyObject"},
+    {kDestroyObject, "DestroyObject"},
+    {kGetObjectSize, "GetObjectSize"},
+    {kGetAttributeValue, "GetAttributeValue"},
+    {kSetAttributeValue, "SetAttributeValue"},
+    {kFindObjects, "FindObjects"},
+    {kEncrypt, "Encrypt"},
+    {kDecrypt, "Decrypt"},
+    {kDigest, "Digest"},
+    {kSign, "Sign"},
+    {kSignRecover, "SignRecover"},
+    {kVerify, "Verify"},
+    {kVerifyRecover, "VerifyRecover"},
+    {kGenerateKey, "GenerateKey"},
+    {kGenerateKeyPair, "GenerateKeyPair"},
+    {kWrapKey, "WrapKey"},
+    {kUnwrapKey, "UnwrapKey"},
+    {kDeriveKey, "DeriveKey"},
+    {kSeedRandom, "SeedRandom"},
+    {kGenerateRandom, "GenerateRandom"},
+    {kDigestEncrypt, "DigestEncrypt"},
+    {kDecryptDigest, "DecryptDigest"},
+    {kSignEncrypt, "SignEncrypt"},
+    {kDecryptVerify, "DecryptVerify"},
+#define CA_LIST_ROW(Name, Type) {Type, #Name},
+#define CA_ROW(Name, Type, ...) {Type, #Name},
+#define CA_BARE_ROW(Name, Type, ...) {Type, #Name},
+#include "front/functions.def"
+};
+
+constexpr unsigned kHighestType = kCommandNames[std::size(kCommandNames) - 1].type;
+
+// Indexed by type; null where a type has no name.
+constexpr std::array<const char*, kHighestType + 1> kNamesByType = [] {
+    std::array<const char*, kHighestType + 1> names{};
+    for (const CommandName& command : kCommandNames) names[command.type] = command.name;
+    return names;
+}();
+
+constexpr const char* kSpecifierNames[] = {"None", "Init", "Update", "Final", "Key"};
+constexpr unsigned kUnknownSpecifier = std::size(kSpecifierNames);
+constexpr unsigned kUnknownPhase = 5;
+
+}  // namespace
+
+const char* CommandDescriptor::GetCommandType(CommandType type) {
+    const char* name = type <= kHighestType ? kNamesByType[type] : nullptr;
+    return name != nullptr ? name : "UnknownType";
+}
+
+const char* CommandDescriptor::GetCommandSpecifier(CommandSpecifier specifier) {
+    return specifier < std::size(kSpecifierNames) ? kSpecifierNames[specifier] : "UnknownSpecifier";
+}
+
+CommandSpecifier CommandDescriptor::GetCommandSpecifier(const char* name) {
+    for (unsigned i = 0; i < std::size(kSpecifierNames); ++i) {
+        if (std::strcmp(name, kSpecifierNames[i]) == 0) return CommandSpecifier{i};
+    }
+    return CommandSpecifier{kUnknownSpecifier};
+}
+
+const char* CommandDescriptor::GetCommandPhase(CommandPhase phase) {
+    switch (phase) {
+        case kStart:
+            return UseNewLogFormat() ? "STRT" : "Start";
+        case kEnd:
+            return UseNewLogFormat() ? "FINI" : "End";
+    }
+    return UseNewLogFormat() ? "ERR!" : "UnknownPhase";
+}
+
+CommandPhase CommandDescriptor::GetCommandPhase(const char* name) {
+    if (std::strcmp(name, "Start") == 0) return kStart;
+    if (std::strcmp(name, "End") == 0) return kEnd;
+    return CommandPhase{kUnknownPhase};
+}

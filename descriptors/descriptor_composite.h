@@ -1,0 +1,30 @@
+// A descriptor that holds other descriptors and prints them between braces.
+#pragma once
+
+#include "descriptors/abstract_descriptor.h"
+
+class DescriptorComposite : public AbstractDescriptor {
+public:
+    DescriptorComposite() = default;
+    ~DescriptorComposite() override;
+
+    // Appends `child`, which then belongs to this composite; null is ignored. If the list cannot grow, the
+    // child is deleted and std::bad_alloc thrown.
+    void AddDescriptor(AbstractDescriptor* child);
+
+    // The i-th child in the order of adding. `i` must be below ChildCount().
+    AbstractDescriptor* ChildAtIndex(unsigned i) const { return children[i]; }
+    unsigned ChildCount() const { return childCount; }
+
+    // Forgets the children without deleting them.
+    void ResetChildrenBuffer();
+
+    void PrintContent(RecordText& out, int indent, const char* suffix) const override;
+    virtual void PrintChildrenDescription(RecordText& out, int indent) const;
+
+private:
+    void Grow();
+
+    unsigned childCount = 0;
+    AbstractDescriptor** children = nullptr;  // room for childCount rounded up to a multiple of 8
+};

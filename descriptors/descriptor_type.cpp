@@ -1,0 +1,64 @@
+#include "descriptors/descriptor_type.h"
+
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+struct Labels {
+    const char* oldFormat;
+    const char* newFormat;  // null: the descriptor's own name
+};
+
+constexpr const char* kOwnName = nullptr;
+
+// Indexed by type. HAMember and HAStatus have no "=" in the new format; kept, log readers know them so.
+constexpr Labels kLabels[] = {
+    {"Unknown", "Unknown"},
+    {"Command", kOwnName},
+    {"Attribute", kOwnName},
+    {"Value", kOwnName},
+    {"AttributeList", "AttrList="},
+    {"SlotID", "Slot="},
+    {"ObjectHandle", "Obj="},
+    {"Flags", "Flgs="},
+    {"SessionHandle", "Sesn="},
+    {"MechanismType", kOwnName},
+    {"UserType", "User="},
+    {"ByteBoolean", kOwnName},
+    {"SlotIDList", "SlotLst="},
+    {"MechTypeList", "MechTypeLst="},
+    {"ByteString", kOwnName},
+    {"Mechanism", "Mech="},
+    {"MechanismInfo", "MechInfo="},
+    {"SessionInfo", "SesInfo="},
+    {"TokenInfo", "TokenInfo="},
+    {"SlotInfo", "SlotInfo="},
+    {"Info", "Info="},
+    {"UShort", kOwnName},
+    {"ULong", kOwnName},
+    {"ObjectHandleList", "ObjHndLst="},
+    {"MofNStatusInfo", "MofNStatus="},
+    {"HAMember", "HAMember"},
+    {"HAStatus", "HAStatus"},
+    {"Pointer", "Ptr="},
+};
+static_assert(std::size(kLabels) == kPointer + 1);
+
+const Labels& LabelsOf(int type) {
+    const bool known = type >= 0 && type < static_cast<int>(std::size(kLabels));
+    return kLabels[known ? type : kUnknownDescriptor];
+}
+
+}  // namespace
+
+const char* OldFormatLabel(int type) { return LabelsOf(type).oldFormat; }
+
+const char* NewFormatLabel(int type) { return LabelsOf(type).newFormat; }
+
+int GetDescriptorType(const char* oldFormatLabel) {
+    for (const Labels& labels : kLabels) {
+        if (std::strcmp(labels.oldFormat, oldFormatLabel) == 0) return static_cast<int>(&labels - kLabels);
+    }
+    return kUnknownDescriptor;
+}

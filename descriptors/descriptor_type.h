@@ -1,0 +1,42 @@
+// The kinds of descriptors and the label that each prints in front of its value.
+#pragma once
+
+enum DescriptorType : int {
+    kUnknownDescriptor = 0,
+    kCommand = 1,
+    kAttribute = 2,
+    kValue = 3,
+    kAttributeList = 4,
+    kSlotID = 5,
+    kObjectHandle = 6,
+    kFlags = 7,
+    kSessionHandle = 8,
+    kMechanismType = 9,
+    kUserType = 10,
+    kByteBoolean = 11,
+    kSlotIDList = 12,
+    kMechTypeList = 13,
+    kByteString = 14,
+    kMechanism = 15,
+    kMechanismInfo = 16,
+    kSessionInfo = 17,
+    kTokenInfo = 18,
+    kSlotInfo = 19,
+    kInfo = 20,
+    kUShort = 21,
+    kULong = 22,
+    kObjectHandleList = 23,
+    kMofNStatusInfo = 24,
+    kHAMember = 25,
+    kHAStatus = 26,
+    kPointer = 27,
+};
+
+// The label of a type in the old format; "Unknown" for a number that is no type.
+const char* OldFormatLabel(int type);
+
+// The label of a type in the new format, or null where the descriptor's own name is the label.
+const char* NewFormatLabel(int type);
+
+// The number of an old-format label, compared exactly; 0 for any other text.
+int GetDescriptorType(const char* oldFormatLabel);

@@ -1,0 +1,37 @@
+// The structures in which PKCS#11 describes the library, a slot, a token and a session.
+//
+// Each copies what it shows from the structure; a null pointer gives a descriptor without children (or, for
+// the session, zeros). Versions and times are not shown.
+#pragma once
+
+#include <p11-kit/pkcs11.h>
+
+#include "descriptors/descriptor_composite.h"
+
+class InfoDescriptor : public DescriptorComposite {
+public:
+    explicit InfoDescriptor(const CK_INFO* info);
+    int Type() const override { return kInfo; }
+};
+
+class SlotInfoDescriptor : public DescriptorComposite {
+public:
+    explicit SlotInfoDescriptor(const CK_SLOT_INFO* info);
+    int Type() const override { return kSlotInfo; }
+};
+
+class TokenInfoDescriptor : public DescriptorComposite {
+public:
+    explicit TokenInfoDescriptor(const CK_TOKEN_INFO* info);
+    int Type() const override { return kTokenInfo; }
+};
+
+class SessionInfoDescriptor : public AbstractDescriptor {
+public:
+    explicit SessionInfoDescriptor(const CK_SESSION_INFO* info);
+    int Type() const override { return kSessionInfo; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+private:
+    CK_SESSION_INFO info{};
+};

@@ -1,0 +1,32 @@
+#include "descriptors/list_descriptors.h"
+
+#include <cstring>
+
+#include "descriptors/scalar_descriptors.h"
+#include "util/readable_memory.h"
+
+namespace {
+
+template <class Child>
+void AddAll(DescriptorComposite& list, const unsigned long* array, unsigned long count) {
+    const std::size_t readable = ReadableCount(array, count);
+    for (std::size_t i = 0; i < readable; ++i) {
+        unsigned long element;
+        std::memcpy(&element, array + i, sizeof element);  // the array need not be aligned
+        list.AddDescriptor(new Child(element));
+    }
+}
+
+}  // namespace
+
+void SlotIDListDescriptor::AddAllSlotIDs(const unsigned long* ids, unsigned long count) {
+    AddAll<SlotIDDescriptor>(*this, ids, count);
+}
+
+void MechTypeListDescriptor::AddAllMechTypes(const unsigned long* types, unsigned long count) {
+    AddAll<MechanismTypeDescriptor>(*this, types, count);
+}
+
+void ObjectHandleListDescriptor::AddAllHandles(const unsigned long* handles, unsigned long count) {
+    AddAll<ObjectHandleDescriptor>(*this, handles, count);
+}

@@ -1,0 +1,29 @@
+// A mechanism with its parameter, and what a token says about a mechanism.
+#pragma once
+
+#include <p11-kit/pkcs11.h>
+
+#include "descriptors/value_descriptor.h"
+
+class MechanismDescriptor : public AbstractDescriptor {
+public:
+    // The parameter's bytes are copied; a null mechanism has type 0 and no parameter.
+    explicit MechanismDescriptor(const CK_MECHANISM* mechanism);
+    int Type() const override { return kMechanism; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+private:
+    unsigned long type = 0;
+    ValueDescriptor parameter;
+};
+
+class MechInfoDescriptor : public AbstractDescriptor {
+public:
+    // Null gives zeros.
+    explicit MechInfoDescriptor(const CK_MECHANISM_INFO* info);
+    int Type() const override { return kMechanismInfo; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+private:
+    CK_MECHANISM_INFO info{};
+};

@@ -1,0 +1,50 @@
+#include "descriptors/scalar_descriptors.h"
+
+#include <cstdint>
+
+namespace {
+
+unsigned long Low32Bits(unsigned long value) { return static_cast<std::uint32_t>(value); }
+
+}  // namespace
+
+ULongDescriptor::ULongDescriptor(unsigned long value, const char* name, ULongFormat format)
+    : AbstractDescriptor(name), value(value), format(format) {
+    if (format == kDefaultFormat) this->format = UseNewLogFormat() ? kDecimal : kHexadecimal;
+}
+
+void ULongDescriptor::PrintParameters(RecordText& out, int) const {
+    const bool inParentheses = !UseNewLogFormat();
+    if (inParentheses) out.Append('(');
+    if (format == kHexadecimal) {
+        out.AppendHex(Low32Bits(value));
+    } else {
+        out.AppendDecimal(value);
+    }
+    if (inParentheses) out.Append(')');
+    out.Flush();
+}
+
+PtrDescriptor::PtrDescriptor(const void* address, const char* name)
+    : ULongDescriptor(reinterpret_cast<std::uintptr_t>(address), name, kHexadecimal) {}
+
+void UShortDescriptor::PrintParameters(RecordText& out, int) const {
+    if (UseNewLogFormat()) {
+        out.AppendDecimal(static_cast<long>(static_cast<std::int32_t>(Low32Bits(value))));
+    } else {
+        out.Append('(');
+        out.AppendHex(Low32Bits(value));
+        out.Append(')');
+    }
+    out.Flush();
+}
+
+void ByteDescriptor::PrintParameters(RecordText& out, int) const {
+    out.AppendHex(static_cast<unsigned long>(value));
+    out.Flush();
+}
+
+void ByteBooleanDescriptor::PrintParameters(RecordText& out, int) const {
+    out.Append(value != 0 ? "true" : "false");
+    out.Flush();
+}

@@ -1,0 +1,107 @@
+// Numbers of a call: handles, identifiers, flags, counts, lengths, addresses, booleans.
+//
+// A hexadecimal number shows the low 32 bits of its value; kept, the width of these fields is part of the
+// format.
+#pragma once
+
+#include "descriptors/abstract_descriptor.h"
+
+enum ULongFormat : int {
+    kDefaultFormat = 0,  // hexadecimal in the old format, decimal in the new one
+    kHexadecimal = 1,
+    kDecimal = 2,
+};
+
+class ULongDescriptor : public AbstractDescriptor {
+public:
+    explicit ULongDescriptor(unsigned long value, const char* name = nullptr,
+                             ULongFormat format = kDefaultFormat);
+    void SetValue(unsigned long newValue) { value = newValue; }
+    int Type() const override { return kULong; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+private:
+    unsigned long value;
+    ULongFormat format;
+};
+
+class SlotIDDescriptor : public ULongDescriptor {
+public:
+    explicit SlotIDDescriptor(unsigned long slot) : ULongDescriptor(slot) {}
+    int Type() const override { return kSlotID; }
+};
+
+class ObjectHandleDescriptor : public ULongDescriptor {
+public:
+    explicit ObjectHandleDescriptor(unsigned long handle) : ULongDescriptor(handle) {}
+    int Type() const override { return kObjectHandle; }
+};
+
+class FlagsDescriptor : public ULongDescriptor {
+public:
+    explicit FlagsDescriptor(unsigned long flags) : ULongDescriptor(flags) {}
+    int Type() const override { return kFlags; }
+};
+
+class SessionHandleDescriptor : public ULongDescriptor {
+public:
+    explicit SessionHandleDescriptor(unsigned long handle) : ULongDescriptor(handle) {}
+    int Type() const override { return kSessionHandle; }
+};
+
+// An address. A name given to it is never printed: its label is fixed.
+class PtrDescriptor : public ULongDescriptor {
+public:
+    explicit PtrDescriptor(const void* address, const char* name = nullptr);
+    int Type() const override { return kPointer; }
+};
+
+// A number that the new format shows as a signed one of 32 bits.
+class UShortDescriptor : public AbstractDescriptor {
+public:
+    explicit UShortDescriptor(unsigned long value, const char* name = nullptr)
+        : AbstractDescriptor(name), value(value) {}
+    void SetValue(unsigned long newValue) { value = newValue; }
+    int Type() const override { return kUShort; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+private:
+    unsigned long value;
+};
+
+class MechanismTypeDescriptor : public UShortDescriptor {
+public:
+    using UShortDescriptor::UShortDescriptor;
+    int Type() const override { return kMechanismType; }
+};
+
+class UserTypeDescriptor : public UShortDescriptor {
+public:
+    using UShortDescriptor::UShortDescriptor;
+    int Type() const override { return kUserType; }
+};
+
+// Labelled like any UShortDescriptor; kept.
+class PedIdDescriptor : public UShortDescriptor {
+public:
+    using UShortDescriptor::UShortDescriptor;
+};
+
+// Has no type of its own and prints "Unknown" as its label; kept.
+class ByteDescriptor : public AbstractDescriptor {
+public:
+    explicit ByteDescriptor(unsigned char value, const char* name = nullptr)
+        : AbstractDescriptor(name), value(value) {}
+    void SetValue(unsigned char newValue) { value = newValue; }
+    void PrintParameters(RecordText& out, int indent) const override;
+
+protected:
+    unsigned char value;
+};
+
+class ByteBooleanDescriptor : public ByteDescriptor {
+public:
+    using ByteDescriptor::ByteDescriptor;
+    int Type() const override { return kByteBoolean; }
+    void PrintParameters(RecordText& out, int indent) const override;
+};

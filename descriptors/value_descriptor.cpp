@@ -1,0 +1,118 @@
+#include "descriptors/value_descriptor.h"
+
+#include <cstring>
+
+#include "descriptors/rich_text.h"
+#include "util/readable_memory.h"
+
+namespace {
+
+constexpr unsigned long kUnavailable = ~0ul;  // CK_UNAVAILABLE_INFORMATION
+constexpr unsigned char kHighestText = 126;
+constexpr unsigned char kLowestPrintable = 32;
+
+}  // namespace
+
+ValueDescriptor::ValueDescriptor(const void* bytes, unsigned long count, const char* name)
+    : AbstractDescriptor(name) {
+    SetValue(bytes, count);
+}
+
+ValueDescriptor::~ValueDescriptor() { ReleaseValue(); }
+
+void ValueDescriptor::SetValue(const void* bytes, unsigned long count) {
+    ReleaseValue();
+    if (count == kUnavailable) {
+        bytes = &kUnavailable;
+        count = sizeof kUnavailable;
+    }
+    const std::size_t readable = ReadableLength(bytes, count);
+    if (readable == 0) return;
+    value = new unsigned char[readable];
+    std::memcpy(value, bytes, readable);
+    length = readable;
+}
+
+void ValueDescriptor::ReleaseValue() {
+    delete[] value;
+    value = nullptr;
+    length = 0;
+}
+
+ValueFormat ValueDescriptor::FormatFromDataValue() const {
+    unsigned long control = 0;
+    for (unsigned long i = 0; i < length; ++i) {
+        if (value[i] > kHighestText) return kNumeric;
+        if (value[i] < kLowestPrintable) ++control;
+    }
+    if (control == 0) return kSimpleText;
+    const unsigned long printable = length - control;
+    return printable <= control ? kNumeric : kRichText;
+}
+
+void ValueDescriptor::PrintValue(RecordText& out, ValueFormat format) const {
+    out.Append('"');
+    if (value == nullptr) {
+        out.Append("<null>");
+    } else if (format == kNumeric) {
+        PrintNumericText(out);
+    } else if (format == kRichText) {
+        PrintRichText(out);
+    } else {
+        PrintSimpleText(out);
+    }
+    out.Append('"');
+}
+
+void ValueDescriptor::PrintSimpleText(RecordText& out) const {
+    out.Append({reinterpret_cast<const char*>(value), length});
+}
+
+void ValueDescriptor::PrintNumericText(RecordText& out) const { out.AppendHexBytes(value, length); }
+
+void ValueDescriptor::PrintRichText(RecordText& out) const {
+    for (unsigned long i = 0; i < length; ++i) {
+        const char character = static_cast<char>(value[i]);
+        if (value[i] < kLowestPrintable) {
+            out.Append('\\');
+            out.Append(RichTextEscape(value[i]));
+            continue;
+        }
+        if (character == '\\' || character == '"') out.Append(character);
+        out.Append(character);
+    }
+}
+
+void ValueDescriptor::PrintParameters(RecordText& out, int) const {
+    const ValueFormat format = FormatFromDataValue();
+    if (UseNewLogFormat()) return PrintValue(out, format);
+    out.Append('(');
+    out.Append(GetValueFormat(format));
+    PrintValue(out, format);
+    out.Append(')');
+}
+
+void ValueDescriptor::PrintDescription(RecordText& out, int indent, const char* suffix) const {
+    if (!UseNewLogFormat()) {
+        out.Append(GetDescriptorType());
+        out.Flush();
+    }
+    PrintParameters(out, indent);
+    PrintContent(out, indent, suffix);
+}
+
+void ByteStringDescriptor::PrintDescription(RecordText& out, int indent, const char* suffix) const {
+    AbstractDescriptor::PrintDescription(out, indent, suffix);
+}
+
+void StringDescriptor::PrintDescription(RecordText& out, int indent, const char* suffix) const {
+    AbstractDescriptor::PrintDescription(out, indent, suffix);
+}
+
+void StringDescriptor::PrintParameters(RecordText& out, int) const {
+    out.Append('(');
+    out.AppendDecimal(static_cast<long>(static_cast<int>(Length())));
+    out.Append(",\"");
+    if (Length() != 0) PrintSimpleText(out);
+    out.Append("\")");
+}

@@ -1,0 +1,111 @@
+#include "front/cryptoki_bridge.h"
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <string_view>
+
+#include "config/wendrafil_configuration.h"
+#include "front/dynamic_loading.h"
+#include "front/own_image.h"
+
+int CryptokiBridge::bindLevel = 0;
+int CryptokiBridge::loadBalancingDisabled = 0;
+
+namespace {
+
+constexpr char kNotConnected[] = "Not yet connected.";
+constexpr char kConnected[] = "Connected.";
+constexpr int kSilentLevel = 2;
+
+unsigned IsSilent() { return CryptokiBridge::bindLevel == kSilentLevel ? 1 : 0; }
+
+}  // namespace
+
+CryptokiBridge::CryptokiBridge() : message(kNotConnected) { InitializeStubs(); }
+
+void CryptokiBridge::InitializeStubs() {
+    for (Slot& slot : slots) slot.store(reinterpret_cast<void*>(&Stub), std::memory_order_seq_cst);
+}
+
+CK_RV CryptokiBridge::Stub() { return CKR_FUNCTION_NOT_SUPPORTED; }
+
+int CryptokiBridge::SetFunctionPointer(Slot* slot, void* address) {
+    if (address == nullptr) return 0;
+    slot->store(address, std::memory_order_seq_cst);
+    return 1;
+}
+
+void* CryptokiBridge::GetSymbolAddressSilent(void* handle, const char* name, unsigned silent) {
+    void* address = nullptr;
+    LoadDynamicFunctionSilent(handle, name, &address, silent);
+    return IsInOwnImage(address) ? nullptr : address;
+}
+
+int CryptokiBridge::Connect(const char* path) {
+    Disconnect();
+    const bool isComplete = Load(path) && Bind();
+    // A bind level other than 0 means to run with whatever could be bound, be it nothing; kept.
+    if (!isComplete && bindLevel == 0) return 0;
+    message = kConnected;
+    return 1;
+}
+
+bool CryptokiBridge::Load(const char* path) {
+    message = errorBuffer;
+    std::snprintf(errorBuffer, kErrorSize, "Could not find library.");
+    if (!LoadDynamicLibrary(path, &handle)) {
+        handle = nullptr;
+        std::size_t length = 0;
+        RetrieveLastErrorString(errorBuffer, kErrorSize, &length);
+        return false;
+    }
+    if (IsInOwnImage(dlsym(handle, "CkLogSpecialInitialize"))) {
+        std::snprintf(errorBuffer, kErrorSize, "%s: is this library itself", path);
+        UnloadDynamicLibrary(handle);
+        handle = nullptr;
+        return false;
+    }
+    return true;
+}
+
+bool CryptokiBridge::Bind() {
+    bool isComplete = true;
+#define C_ROW(Name, ...) isComplete &= BindRequired(kC_##Name, "C_" #Name);
+#define C_OPTIONAL_ROW(Name, ...) BindOptional(kC_##Name, "C_" #Name, IsSilent());
+#define COUNTER_ROW(Name, ...) BindOptional(k##Name, #Name, 1);
+#define CA_EVERY_ROW(Name) isComplete &= BindRequired(kCA_##Name, "CA_" #Name);
+#include "front/functions.def"
+    dlerror();  // what the look-ups left there is not the application's
+    return isComplete;
+}
+
+bool CryptokiBridge::BindRequired(SlotIndex index, const char* name) {
+    if (SetFunctionPointer(&slots[index], GetSymbolAddressSilent(handle, name, IsSilent()))) return true;
+    message = name;
+    return false;
+}
+
+void CryptokiBridge::BindOptional(SlotIndex index, const char* name, unsigned silent) {
+    SetFunctionPointer(&slots[index], GetSymbolAddressSilent(handle, name, silent));
+}
+
+void CryptokiBridge::Disconnect() {
+    InitializeStubs();
+    if (handle == nullptr) return;
+    // A target that a call is still inside of stays loaded for the rest of the process.
+    if (callsInTarget.None()) UnloadDynamicLibrary(handle);
+    handle = nullptr;
+    message = kNotConnected;
+    loadBalancingDisabled = 0;
+}
+
+const char* CryptokiBridge::WendrafilLibrary() {
+    static WendrafilConfiguration configuration;
+    const char* const path = configuration.LibraryFileName();
+    bindLevel = configuration.GetFunctionBindLevel();
+    const bool isBalancing = std::string_view(path).ends_with("liblblib2.so");
+    return loadBalancingDisabled != 0 && isBalancing ? configuration.LBLibLibraryFileName() : path;
+}
+
+void CryptokiBridge::DisableLB() { loadBalancingDisabled = 1; }

@@ -1,0 +1,108 @@
+// The binding to the target library: loads it, finds its functions by name, forwards calls to it.
+//
+// Connect and Disconnect run one at a time (the start-up takes turns); forwarding methods run on any number
+// of threads, also while a Disconnect does. A function that the target lacks is bound to a stub, so that
+// every call has somewhere to go.
+#pragma once
+
+#include <p11-kit/pkcs11.h>
+
+#include <atomic>
+#include <cstddef>
+
+#include "front/calls_in_target.h"
+#include "front/vendor_words.h"
+
+class CryptokiBridge {
+public:
+    using Slot = std::atomic<void*>;
+
+    // All stubs, "Not yet connected.".
+    CryptokiBridge();
+    ~CryptokiBridge() { Disconnect(); }
+    CryptokiBridge(const CryptokiBridge&) = delete;
+    CryptokiBridge& operator=(const CryptokiBridge&) = delete;
+
+    // Loads the library at `path` in place of the one that is loaded. 1 when it was loaded and lacks no
+    // function that is needed, or when the bind level is not 0; else 0, and Error() says why. Whatever was
+    // found is bound.
+    int Connect(const char* path);
+
+    // Back to all stubs. The target is unloaded, unless a call is still inside it.
+    void Disconnect();
+
+    // "Not yet connected.", "Connected.", the last function that was missing, or the loader's words (at most
+    // 249 characters). Valid until the next Connect or Disconnect.
+    const char* Error() const { return message; }
+
+    void InitializeStubs();
+
+    // Answers 0x54 (CKR_FUNCTION_NOT_SUPPORTED) to any call, whatever its arguments.
+    static CK_RV Stub();
+
+    // 0 for a null address, which leaves the slot as it is; else stores it and gives 1.
+    static int SetFunctionPointer(Slot* slot, void* address);
+
+    // The address of a function of the target, or null. A function of this library, found because the target
+    // depends on it, is none of the target's.
+    static void* GetSymbolAddressSilent(void* handle, const char* name, unsigned silent);
+
+    // The path that the section "Wendrafil2" names, or the load-balancing library's in place of
+    // "liblblib2.so" once load balancing is disabled; also reads the bind level. Valid until the next call.
+    // Not used by this library.
+    static const char* WendrafilLibrary();
+    static void DisableLB();
+    static const char* shimLibrary() { return "ormaShim.so"; }
+
+    // 0: a missing function is announced on standard output and makes Connect fail. 1: Connect always
+    // succeeds. 2: so it does, and silently.
+    static int bindLevel;
+
+    // One method for each function that can be forwarded: it hands on the arguments and the result unchanged.
+#define UNWRAP(...) __VA_ARGS__
+#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+    CK_RV C_##Name Parameters { return Forward<CK_RV(*) Parameters>(kC_##Name, UNWRAP Arguments); }
+#define COUNTER_ROW(Name, Parameters, Arguments) \
+    CK_RV Name Parameters { return Forward<CK_RV(*) Parameters>(k##Name, UNWRAP Arguments); }
+#define CA_EVERY_ROW(Name) \
+    CK_RV CA_##Name(VENDOR_PARAMETERS) { return Forward<VendorFunction>(kCA_##Name, VENDOR_ARGUMENTS); }
+#include "front/functions.def"
+#undef UNWRAP
+
+private:
+    enum SlotIndex : std::size_t {
+#define C_EVERY_ROW(Name, ...) kC_##Name,
+#define COUNTER_ROW(Name, ...) k##Name,
+#define CA_EVERY_ROW(Name) kCA_##Name,
+#include "front/functions.def"
+        kSlotCount
+    };
+
+    // The call is counted before the slot is read: Disconnect first puts the stubs in and then looks at the
+    // count, so that it sees every call that could have read the target's address. Nothing here needs
+    // unwinding: a thread that ends inside the target meets no code of ours on its way out.
+    template <class Function, class... Arguments>
+    CK_RV Forward(SlotIndex index, Arguments... arguments) {
+        CallsInTarget::Counter& calls = callsInTarget.CounterFor(__builtin_frame_address(0));
+        calls.fetch_add(1, std::memory_order_seq_cst);
+        const CK_RV rv =
+            reinterpret_cast<Function>(slots[index].load(std::memory_order_seq_cst))(arguments...);
+        calls.fetch_sub(1, std::memory_order_release);
+        return rv;
+    }
+
+    bool Load(const char* path);
+    bool Bind();
+    bool BindRequired(SlotIndex index, const char* name);
+    void BindOptional(SlotIndex index, const char* name, unsigned silent);
+
+    static constexpr std::size_t kErrorSize = 250;
+
+    void* handle = nullptr;
+    const char* message;
+    char errorBuffer[kErrorSize] = {};
+    Slot slots[kSlotCount];
+    CallsInTarget callsInTarget;
+
+    static int loadBalancingDisabled;
+};

@@ -1,0 +1,45 @@
+#include "front/dynamic_loading.h"
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstring>
+
+int LoadDynamicLibrary(const char* path, void** handle) {
+    if (path == nullptr || handle == nullptr) return 0;
+    void* const loaded = dlopen(path, RTLD_NOW);
+    if (loaded == nullptr) return 0;
+    *handle = loaded;
+    return 1;
+}
+
+int UnloadDynamicLibrary(void* handle) {
+    dlclose(handle);
+    return 1;
+}
+
+int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, unsigned silent) {
+    if (name == nullptr || address == nullptr) return 0;
+    *address = dlsym(handle, name);
+    if (*address != nullptr) return 1;
+    if (silent == 0) std::printf("Failed to load function '%s'.\n", name);
+    return 0;
+}
+
+int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length) {
+    if (buffer == nullptr || length == nullptr) return 0;
+    const char* text = dlerror();
+    if (text == nullptr) text = "Error during dlerror() call";
+    const std::size_t textLength = std::strlen(text);
+    if (size > textLength) {
+        std::memcpy(buffer, text, textLength + 1);
+        *length = textLength;
+        return 1;
+    }
+    if (size != 0) {
+        std::memcpy(buffer, text, size);
+        buffer[size - 1] = '\0';
+    }
+    *length = size;
+    return 1;
+}

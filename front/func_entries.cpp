@@ -1,0 +1,36 @@
+#include "front/func_entries.h"
+
+#include "front/function_classes.h"
+#include "records/vendor_records.h"
+
+namespace {
+
+template <class Builder>
+void (*Generic(Builder* builder))() {
+    return reinterpret_cast<void (*)()>(builder);
+}
+
+constexpr unsigned kTypesInOrder[] = {
+#define CA_ROW(Name, Type, ...) Type,
+#define CA_BARE_ROW(Name, Type, ...) Type,
+#define CA_GAP_ROW(Type) Type,
+#include "front/functions.def"
+};
+
+constexpr bool TypesAreConsecutive() {
+    unsigned expected = kFirstEntryType;
+    for (const unsigned type : kTypesInOrder) {
+        if (type != expected++) return false;
+    }
+    return true;
+}
+static_assert(TypesAreConsecutive() && std::size(kTypesInOrder) == kFuncEntryCount);
+
+}  // namespace
+
+FuncEntry funcEntries[kFuncEntryCount] = {
+#define CA_ROW(Name, Type, Class, Level, ...) {Class, Level, Generic(Name##CmdStart), Generic(Name##CmdEnd)},
+#define CA_BARE_ROW(Name, Type, Class, Level) {Class, Level, Generic(Name##CmdStart), Generic(Name##CmdEnd)},
+#define CA_GAP_ROW(Type) {QUORVANTH_FUNC, 4, nullptr, nullptr},
+#include "front/functions.def"
+};

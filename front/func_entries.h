@@ -1,0 +1,20 @@
+// How each logged function of the vendor is logged.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+struct FuncEntry {
+    std::int32_t classBit;
+    std::int32_t minLevel;  // the call is logged when the logging level is at least this
+    void (*start)();        // the function's builders, of their own types
+    void (*end)();
+};
+
+inline constexpr unsigned kFirstEntryType = 52;
+inline constexpr std::size_t kFuncEntryCount = 228;
+
+// One entry for each command type of the vendor from kFirstEntryType on, in that order.
+extern FuncEntry funcEntries[kFuncEntryCount];
+
+inline FuncEntry& EntryOf(unsigned commandType) { return funcEntries[commandType - kFirstEntryType]; }

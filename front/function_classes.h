@@ -1,0 +1,16 @@
+// The classes of functions that the key "LoggingMask" selects.
+#pragma once
+
+enum FunctionClass : int {
+    GEN_FUNC = 0x100,           // general-purpose functions
+    SLOT_TOKEN_FUNC = 0x200,    // slot and token management
+    SESSION_FUNC = 0x400,       // session management
+    OBJ_MNGMNT_FUNC = 0x800,    // object management
+    ENC_DEC_FUNC = 0x1000,      // encryption and decryption
+    DIGEST_FUNC = 0x2000,       // message digesting
+    SIGN_VERIFY_FUNC = 0x4000,  // signing and verifying
+    KEY_MNGMNT_FUNC = 0x8000,   // key management
+    MISC_FUNC = 0x10000,        // random numbers, parallel functions
+    ALL_FUNC = 0x20000,         // every function, whatever its class
+    QUORVANTH_FUNC = 0x40000,   // functions of the vendor, but for the twelve in SLOT_TOKEN_FUNC
+};

@@ -1,0 +1,55 @@
+#include "front/function_lists.h"
+
+#include <cstring>
+
+#include "front/orma_mutex.h"
+#include "front/vendor_exports.h"
+#include "util/host_shield.h"
+#include "util/readable_memory.h"
+#include "util/undestroyed.h"
+#include "util/writable_memory.h"
+
+namespace {
+
+// Two threads may ask for the lists at once.
+Undestroyed<OrmaMutex> listMutex;
+
+void PutOwnEntryPoints(CK_FUNCTION_LIST& list) {
+#define C_EVERY_ROW(Name, ...) list.C_##Name = C_##Name;
+#include "front/functions.def"
+}
+
+void PutOwnEntryPoints(CK_TOLK_CA_FUNCTION_LIST& list) {
+#define CA_EVERY_ROW(Name) list.CA_##Name = CA_##Name;
+#include "front/functions.def"
+}
+
+template <class List>
+CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
+    static List copyOfReadOnlyList;
+    if (rv != CKR_OK || result == nullptr || *result == nullptr) return rv;
+
+    const HostShield shield;
+    const OrmaLock lock(listMutex.object);
+    List own = {};
+    own.version = (*result)->version;
+    PutOwnEntryPoints(own);
+    if (std::memcmp(*result, &own, sizeof own) == 0) return rv;
+    if (IsWritable(*result, sizeof own)) {
+        PutOwnEntryPoints(**result);
+    } else {
+        copyOfReadOnlyList = own;
+        *result = &copyOfReadOnlyList;
+    }
+    return rv;
+}
+
+}  // namespace
+
+CK_RV WithOwnEntryPoints(CK_RV rv, CK_FUNCTION_LIST_PTR_PTR ppFunctionList) {
+    return HandOutOwnEntryPoints(rv, ppFunctionList);
+}
+
+CK_RV WithOwnEntryPoints(CK_RV rv, CK_TOLK_CA_FUNCTION_LIST** ppList) {
+    return HandOutOwnEntryPoints(rv, ppList);
+}

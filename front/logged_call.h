@@ -1,0 +1,48 @@
+// One call of the application: a record before, the call itself, a record after.
+#pragma once
+
+#include <p11-kit/pkcs11.h>
+
+#include "descriptors/abstract_descriptor.h"
+#include "front/process_objects.h"
+#include "front/record_lock.h"
+#include "front/startup.h"
+#include "util/host_shield.h"
+#include "util/readable_memory.h"
+
+// Builds and prints one record. Nothing of it reaches the application: a record that cannot be built, for
+// want of memory, is left out.
+template <class Builder>
+void MakeRecord(const Builder& builder) {
+    if (AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0) return;
+    OrmaMutex* const recordLock = pCkLogMutex.load(std::memory_order_acquire);
+    if (recordLock == nullptr) return;
+    const HostShield shield;
+    const OrmaLock lock(*recordLock);
+    try {
+        builder();
+    } catch (...) {
+    }
+}
+
+// After a failure, arguments may be anything: nothing about them is taken from memory.
+template <class Builder>
+void MakeEndRecord(CK_RV rv, const Builder& builder) {
+    MakeRecord([&] {
+        if (rv != CKR_OK) ForgetReadablePages();
+        builder(rv);
+    });
+}
+
+// A call of a standard function. The mask is asked before and after, each time on its own: when it changes in
+// between, a call has one record; kept.
+//
+// No lock is held across the forwarded call, and no object that needs destruction lives then.
+template <class Start, class Forward, class End>
+CK_RV LoggedCall(int classBit, const Start& start, const Forward& forward, const End& end) {
+    StartLibrary();
+    if (configuration.DoWeLogThis(classBit)) MakeRecord(start);
+    const CK_RV rv = forward();
+    if (configuration.DoWeLogThis(classBit)) MakeEndRecord(rv, end);
+    return rv;
+}

@@ -1,0 +1,45 @@
+// A recursive mutex. Two of them serialise this library: one the printing of records, one its start and stop.
+#pragma once
+
+#include <pthread.h>
+
+// Any thread may lock and unlock; the same thread may lock several times and must unlock as often. Results of
+// the system's calls are not examined.
+class OrmaMutex {
+public:
+    OrmaMutex() { __init(); }
+    // A copy is a fresh mutex and takes nothing from its source.
+    OrmaMutex(const OrmaMutex&) { __init(); }
+    // Each object keeps its own mutex.
+    OrmaMutex& operator=(const OrmaMutex&) { return *this; }
+    virtual ~OrmaMutex() { __fini(); }
+
+    bool IsValid() const { return mutex != nullptr; }
+
+    // Nothing on an object that is not valid.
+    void Lock();
+    void Unlock();
+
+    // Makes the mutex anew, free and valid, without a look at its state: also for a child made by fork. Gives
+    // the result of pthread_mutex_init; the object counts as valid even when that failed.
+    int __init();
+    // Destroys the mutex; the object is not valid until __init.
+    void __fini();
+
+private:
+    pthread_mutex_t* mutex = nullptr;  // the mutex below while it is usable, else null
+    pthread_mutex_t theMutex;
+    pthread_mutexattr_t attributes;
+    int held = 0;  // locks held now; for the debugger
+};
+
+class OrmaLock {
+public:
+    explicit OrmaLock(OrmaMutex& mutex) : mutex(mutex) { mutex.Lock(); }
+    ~OrmaLock() { mutex.Unlock(); }
+    OrmaLock(const OrmaLock&) = delete;
+    OrmaLock& operator=(const OrmaLock&) = delete;
+
+private:
+    OrmaMutex& mutex;
+};

@@ -1,0 +1,5 @@
+// Which addresses are this library's own.
+#pragma once
+
+// Whether an address lies in the loaded image (library or program) that this code is part of.
+bool IsInOwnImage(const void* address);

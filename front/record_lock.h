@@ -1,0 +1,11 @@
+// The one lock under which records are built and printed.
+#pragma once
+
+#include <atomic>
+
+#include "front/orma_mutex.h"
+
+// Null before the first start-up (and when there was no memory for it). The first start-up makes it and later
+// ones keep it: a thread may hold it while another starts the library again, and with two mutexes two records
+// could be printed at once.
+extern std::atomic<OrmaMutex*> pCkLogMutex;

@@ -1,0 +1,24 @@
+// The exported functions of the standard.
+
+#pragma GCC visibility push(default)
+#include <p11-kit/pkcs11.h>
+#pragma GCC visibility pop
+
+#include "front/function_classes.h"
+#include "front/function_lists.h"
+#include "front/logged_call.h"
+#include "records/standard_records.h"
+
+#define UNWRAP(...) __VA_ARGS__
+#define LOGGED(Name, Class, Arguments)                                                    \
+    LoggedCall(                                                                           \
+        Class, [&] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
+        [&](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
+
+#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+    extern "C" CK_RV C_##Name Parameters { return LOGGED(Name, Class, Arguments); }
+#define C_LIST_ROW(Name, Class, Parameters, Arguments)                               \
+    extern "C" CK_RV C_##Name Parameters {                                           \
+        return WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
+    }
+#include "front/functions.def"

@@ -1,0 +1,121 @@
+#include "front/startup.h"
+
+#include <pthread.h>
+
+#include <new>
+
+#include "descriptors/abstract_descriptor.h"
+#include "descriptors/descriptor_library.h"
+#include "descriptors/record_environment.h"
+#include "front/process_objects.h"
+#include "front/record_lock.h"
+#include "util/host_shield.h"
+#include "util/undestroyed.h"
+
+#ifdef __GLIBCXX__
+namespace __gnu_cxx {
+void __freeres();
+}
+#endif
+
+std::atomic<int> alreadyInitialized{0};
+std::atomic<int> alreadyFinalized{0};
+std::atomic<OrmaMutex*> pCkLogMutex{nullptr};
+
+namespace {
+
+// Start and stop take turns under this lock. It is taken before the record lock, never after it.
+Undestroyed<OrmaMutex> startMutex;
+
+// A target may call exported functions while it is being loaded, on the thread that loads it; they then go to
+// whatever is bound so far.
+bool isStarting = false;
+
+void LockForFork() {
+    startMutex.object.Lock();
+    if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->Lock();
+}
+
+void UnlockInParent() {
+    if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->Unlock();
+    startMutex.object.Unlock();
+}
+
+// In the child the locks belong to a thread of the parent: they cannot be unlocked there, but made anew.
+void UnlockInChild() {
+    if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->__init();
+    startMutex.object.__init();
+    ForgetProcessId();
+}
+
+void MakeRecordLock() {
+    if (pCkLogMutex.load() != nullptr) return;
+    pCkLogMutex.store(new (std::nothrow) OrmaMutex);
+    pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
+}
+
+void InitCkLog() {
+    const char* const path = configuration.CkLogLibraryFileName();
+    MakeRecordLock();
+    bridge.Connect(path);
+    configuration.GetLoggingMask();
+    OrmaMutex* const recordLock = pCkLogMutex.load();
+    if (recordLock == nullptr) return;
+    const OrmaLock lock(*recordLock);
+    InitializeDescriptorLibrary();
+}
+
+void ExitCkLog() {
+    if (OrmaMutex* const recordLock = pCkLogMutex.load()) {
+        const OrmaLock lock(*recordLock);
+        TerminateDescriptorLibrary();
+    }
+    bridge.Disconnect();
+}
+
+// The C++ runtime that is linked into this library sets memory aside for exceptions when it is loaded, and
+// only tools that look for leaks make it give that back; without this every dlopen would lose it.
+void FreeRuntimeMemory() {
+#ifdef __GLIBCXX__
+    __gnu_cxx::__freeres();
+#endif
+}
+
+// Told when the process ends: exit() runs the destructors of static objects before the functions that belong
+// to a library's unloading; dlclose runs them after those.
+bool processEnds = false;
+struct EndNotice {
+    ~EndNotice() { processEnds = true; }
+} endNotice;
+
+// dlclose lets the target go and gives everything back. At the end of the process nothing is touched: other
+// threads may still be in calls, and exit handlers and destructors of the application may still make some.
+__attribute__((destructor)) void Unload() {
+    if (processEnds) return;
+    AbstractDescriptor::ReleaseCapture();
+    DestroyProcessObjects();
+    delete pCkLogMutex.load();
+    FreeRuntimeMemory();
+}
+
+}  // namespace
+
+void CkLogSpecialInitialize() {
+    const HostShield shield;
+    const OrmaLock lock(startMutex.object);
+    if (alreadyInitialized.load(std::memory_order_acquire) != 0 || isStarting) return;
+    isStarting = true;
+    InitCkLog();
+    isStarting = false;
+    alreadyFinalized.store(0);
+    alreadyInitialized.store(1, std::memory_order_release);
+}
+
+void CkLogSpecialFinalize() {
+    const HostShield shield;
+    const OrmaLock lock(startMutex.object);
+    if (alreadyFinalized.load() != 0) return;
+    ExitCkLog();
+    alreadyFinalized.store(1);
+    alreadyInitialized.store(0, std::memory_order_release);
+}

@@ -1,0 +1,24 @@
+#include "front/vendor_exports.h"
+
+#include "front/function_lists.h"
+#include "front/vendor_call.h"
+#include "records/vendor_records.h"
+
+#define LOGGED(Name, Type)                                                                  \
+    VendorCall<decltype(Name##CmdStart)>::Logged(EntryOf(Type), &CryptokiBridge::CA_##Name, \
+                                                 {VENDOR_ARGUMENTS})
+
+#define CA_ROW(Name, Type, ...) \
+    CK_RV CA_##Name(VENDOR_PARAMETERS) { return LOGGED(Name, Type); }
+#define CA_BARE_ROW(Name, Type, ...) \
+    CK_RV CA_##Name(VENDOR_PARAMETERS) { return LOGGED(Name, Type); }
+#include "front/functions.def"
+
+// Never logged. A null argument is answered before anything is started, with the code of CKR_DATA_INVALID and
+// not of CKR_ARGUMENTS_BAD; kept.
+CK_RV CA_GetFunctionList(VENDOR_PARAMETERS) {
+    if (w0 == 0) return CKR_DATA_INVALID;
+    StartLibrary();
+    return WithOwnEntryPoints(bridge.CA_GetFunctionList(VENDOR_ARGUMENTS),
+                              reinterpret_cast<CK_TOLK_CA_FUNCTION_LIST**>(w0));
+}

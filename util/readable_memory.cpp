@@ -1,0 +1,83 @@
+#include "util/readable_memory.h"
+
+#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+// Both systems have pages of this size or a multiple of it.
+constexpr std::uintptr_t kPageSize = 4096;
+
+// Both systems' kernels copy a new signal mask in before they look at what is to be done with it. Asked to do
+// something that does not exist they change nothing, and answer EFAULT for an address that cannot be read and
+// EINVAL for one that can. The system call is made directly: the C library may look at its arguments first.
+bool KernelCanRead(std::uintptr_t address) {
+    constexpr long kNoSuchOperation = -1;
+    constexpr std::size_t kLargestMask = 16;
+    const std::uintptr_t inside = address & ~(kLargestMask - 1);
+#if defined(__linux__)
+    const long result = syscall(SYS_rt_sigprocmask, kNoSuchOperation, inside, nullptr, std::size_t{8});
+#elif defined(__FreeBSD__)
+    const long result = syscall(SYS_sigprocmask, kNoSuchOperation, inside, nullptr);
+#else
+#error "readable memory: no way known to ask this system's kernel"
+#endif
+    return result == 0 || errno != EFAULT;
+}
+
+// First pages of what was read lately. An application's arguments lie on few pages, and asking the kernel for
+// every one of them in every record would cost as much as writing the record.
+constexpr std::size_t kRemembered = 64;
+std::uintptr_t rememberedPages[kRemembered];
+
+std::uintptr_t& PlaceOf(std::uintptr_t page) { return rememberedPages[page / kPageSize % kRemembered]; }
+
+bool FirstPageCanBeRead(std::uintptr_t address) {
+    const std::uintptr_t page = address & ~(kPageSize - 1);
+    if (page == 0) return false;
+    if (PlaceOf(page) == page) return true;
+    if (!KernelCanRead(address)) return false;
+    PlaceOf(page) = page;
+    return true;
+}
+
+}  // namespace
+
+std::size_t ReadableLength(const void* address, std::size_t length) {
+    const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(address);
+    if (length == 0 || !FirstPageCanBeRead(begin)) return 0;
+    const std::uintptr_t last = begin + std::min<std::uintptr_t>(length - 1, UINTPTR_MAX - begin);
+    // A further page is always asked for: what the application's length claims may end before it.
+    for (std::uintptr_t page = (begin & ~(kPageSize - 1)) + kPageSize; page != 0 && page <= last;
+         page += kPageSize) {
+        if (!KernelCanRead(page)) return page - begin;
+    }
+    return last - begin + 1;
+}
+
+bool CopyReadable(const void* address, void* object, std::size_t size) {
+    if (ReadableLength(address, size) != size) return false;
+    std::memcpy(object, address, size);
+    return true;
+}
+
+std::size_t ReadableTextLength(const char* text) {
+    std::size_t length = 0;
+    for (;;) {
+        const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(text) + length;
+        const std::size_t restOfPage = kPageSize - place % kPageSize;
+        if (ReadableLength(text + length, restOfPage) == 0) return length;
+        const std::size_t found = strnlen(text + length, restOfPage);
+        length += found;
+        if (found < restOfPage) return length;
+    }
+}
+
+void ForgetReadablePages() { std::fill(std::begin(rememberedPages), std::end(rememberedPages), 0); }

@@ -1,0 +1,46 @@
+// A growing text in memory, with the few conversions that log records need. They give what printf would give,
+// at a small part of its cost: a logged call makes dozens of them.
+//
+// One thread at a time. Growing may throw std::bad_alloc; the text written so far is then still there.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+class TextBuffer {
+public:
+    TextBuffer() = default;
+    ~TextBuffer();
+    TextBuffer(const TextBuffer&) = delete;
+    TextBuffer& operator=(const TextBuffer&) = delete;
+    TextBuffer(TextBuffer&& other) noexcept;
+    TextBuffer& operator=(TextBuffer&& other) noexcept;
+
+    void Append(char character) { *Room(1) = character, ++size; }
+    void Append(std::string_view text);
+    void AppendSpaces(std::size_t count);
+
+    void AppendDecimal(unsigned long value);                     // "%lu"
+    void AppendDecimal(long value);                              // "%ld"
+    void AppendPadded(int value, unsigned width);                // "%0<width>d", width up to 16
+    void AppendHex(unsigned long value);                         // "0x%lx"
+    void AppendHexBytes(const void* bytes, std::size_t length);  // "%02x" of each byte
+
+    // The text so far, valid until the next call that changes it; it has no terminator.
+    std::string_view Text() const { return {text, size}; }
+    std::size_t Capacity() const { return capacity; }
+    void Clear() { size = 0; }
+
+private:
+    // A place for at least `more` further characters. The caller writes there and adds what it wrote to
+    // `size`.
+    char* Room(std::size_t more) {
+        if (capacity - size < more) Grow(more);
+        return text + size;
+    }
+    void Grow(std::size_t more);
+
+    char* text = nullptr;
+    std::size_t size = 0;
+    std::size_t capacity = 0;
+};
