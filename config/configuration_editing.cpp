@@ -15,8 +15,6 @@ constexpr char kEntry[] = "   %s = %s;\n";
 constexpr char kNewSection[] = "%s = {\n";
 constexpr char kLastEntryOfFile[] = "   %s = %s;\n}";  // deliberate: no line feed after the brace
 
-bool Contains(std::string_view line, const char* text) { return line.find(text) != std::string_view::npos; }
-
 // What stands between the key's first occurrence in the line and the "=" after it is the key alone. A longer
 // key that ends with the given one is deliberately taken for it: "   LogFile = x;" is an entry of "File".
 bool IsEntryOf(const char* key, std::string_view line) {

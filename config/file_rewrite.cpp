@@ -7,8 +7,6 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -24,8 +22,6 @@ void WriteAll(int file, std::string_view text) {
 
 }  // namespace
 
-FileRewrite::~FileRewrite() { std::free(text_); }
-
 bool FileRewrite::Read(const char* path) {
     path_ = path;
     return old_.Read(path) && old_.isWhole;
@@ -38,22 +34,6 @@ bool FileRewrite::NextLine(std::string_view* line) {
     position_ += std::min(length + 1, rest.size());
     *line = rest.substr(0, std::min(length, kLineLimit));
     return true;
-}
-
-bool FileRewrite::Reserve(std::size_t more) {
-    if (capacity_ - length_ >= more) return true;
-    const std::size_t capacity = 2 * (length_ + more);
-    char* text = static_cast<char*>(std::realloc(text_, capacity));
-    if (text == nullptr) return hasMemory_ = false;
-    text_ = text;
-    capacity_ = capacity;
-    return true;
-}
-
-void FileRewrite::Write(std::string_view text) {
-    if (text.empty() || !hasMemory_ || !Reserve(text.size())) return;
-    std::memcpy(text_ + length_, text.data(), text.size());
-    length_ += text.size();
 }
 
 void FileRewrite::WriteLine(std::string_view line) {
@@ -74,10 +54,10 @@ void FileRewrite::WriteFormatted(const char* format, ...) {
 }
 
 int FileRewrite::Commit() {
-    if (!hasMemory_) return 0;
+    if (!new_.IsWhole()) return 0;
     const int file = OpenFile(path_, O_WRONLY | O_CREAT | O_TRUNC);
     if (file < 0) return 0;
-    WriteAll(file, std::string_view(text_, length_));
+    WriteAll(file, new_.View());
     close(file);
     return isComplete_;
 }

@@ -8,16 +8,12 @@
 #include <string_view>
 
 #include "config/file_text.h"
+#include "config/growing_text.h"
 
 class FileRewrite {
 public:
     // The longest line of a rewritten file, in characters without the line feed.
     static constexpr std::size_t kLineLimit = 838;
-
-    FileRewrite() = default;
-    ~FileRewrite();
-    FileRewrite(const FileRewrite&) = delete;
-    FileRewrite& operator=(const FileRewrite&) = delete;
 
     // Reads the file at `path`, which must outlive the rewrite. False when it cannot be read, or not whole: a
     // rewrite must not lose what was not read.
@@ -27,7 +23,7 @@ public:
     // kLineLimit characters.
     bool NextLine(std::string_view* line);
 
-    void Write(std::string_view text);
+    void Write(std::string_view text) { new_.Append(text); }
     void WriteLine(std::string_view line);
 
     // Writes the formatted text. One of 840 characters or more is left out, and Commit tells.
@@ -39,15 +35,14 @@ public:
     int Commit();
 
 private:
-    bool Reserve(std::size_t more);
-
     const char* path_ = nullptr;
     FileText old_;
     std::size_t position_ = 0;  // of the next line in the old text
-
-    char* text_ = nullptr;
-    std::size_t length_ = 0;
-    std::size_t capacity_ = 0;
-    bool hasMemory_ = true;
+    GrowingText new_;
     bool isComplete_ = true;
 };
+
+// Whether a line holds a text anywhere.
+inline bool Contains(std::string_view line, const char* text) {
+    return line.find(text) != std::string_view::npos;
+}

@@ -138,8 +138,3 @@ const char* WendrafilConfiguration::LBLibLibraryFileName() {
         CopyCut("/usr/lib/libmordavek2.so", lbLibLibraryFileName_, kResultSize);
     return lbLibLibraryFileName_;
 }
-
-int WendrafilConfiguration::Number(const char* section, const char* key, int size, int missing) const {
-    char text[200];
-    return GetConfigurationInfo(section, key, text, size) ? std::atoi(text) : missing;
-}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+// A text that grows in memory, and remembers instead of throwing when there is none left.
+class GrowingText {
+public:
+    GrowingText() = default;
+    ~GrowingText();
+    GrowingText(const GrowingText&) = delete;
+    GrowingText& operator=(const GrowingText&) = delete;
+
+    void Append(std::string_view text);
+
+    // False once something could not be appended.
+    bool IsWhole() const { return isWhole_; }
+
+    std::string_view View() const { return {text_, length_}; }
+
+private:
+    bool Reserve(std::size_t more);
+
+    char* text_ = nullptr;
+    std::size_t length_ = 0;
+    std::size_t capacity_ = 0;
+    bool isWhole_ = true;
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdio>
+
+// A key or a section name with a number in it: NumberedName("VirtualToken%02dLabel", 3) is
+// "VirtualToken03Label". The pattern holds one "%d" and at most 50 other characters.
+class NumberedName {
+public:
+    NumberedName(const char* pattern, int number) { std::snprintf(text_, sizeof text_, pattern, number); }
+    operator const char*() const { return text_; }
+
+private:
+    char text_[64];
+};

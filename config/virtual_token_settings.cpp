@@ -1,0 +1,116 @@
+// Editing of virtual tokens: their lists of members, and taking a token out of its section.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+#include "config/file_rewrite.h"
+#include "config/growing_text.h"
+#include "config/wendrafil_configuration.h"
+
+namespace {
+
+constexpr int kTokens = 100;
+
+// The entries of a token that stay with it when its section is rebuilt, in their order.
+constexpr struct {
+    const char* pattern;
+    int size;
+} kTokenEntries[] = {
+    {"VirtualToken%02dLabel", 63},
+    {"VirtualToken%02dSN", 63},
+    {"VirtualToken%02dMembers", 839},
+    {"VirtualToken%02dSessionSynchsDisabled", 839},
+    {"VirtualToken%02dTokenSynchsDisabled", 839},
+};
+
+// Appends the token's entries, each as a line of its own; returns how many it has.
+int AppendToken(const WendrafilConfiguration& store, const char* section, int index, GrowingText* lines) {
+    int count = 0;
+    for (const auto& entry : kTokenEntries) {
+        const NumberedName key(entry.pattern, index);
+        char value[839];
+        if (!store.GetConfigurationInfo(section, key, value, entry.size)) continue;
+        char line[1000];
+        std::snprintf(line, sizeof line, "   %s = %s;", static_cast<const char*>(key), value);
+        lines->Append(std::string_view(line).substr(0, FileRewrite::kLineLimit));
+        lines->Append("\n");
+        ++count;
+    }
+    return count;
+}
+
+// Puts `lines` in the place of the section's own; false when no line begins the section.
+bool ReplaceLines(const char* section, std::string_view lines, FileRewrite* file) {
+    bool isInside = false;
+    bool hasSection = false;
+    for (std::string_view line; file->NextLine(&line);) {
+        if (!isInside) {
+            file->WriteLine(line);
+            // Without the brace, the entries of the other section of virtual tokens would match as well.
+            if (!Contains(line, section) || !Contains(line, "{")) continue;
+            file->Write(lines);
+            isInside = hasSection = true;
+        } else if (Contains(line, "}")) {
+            file->WriteLine(line);
+            isInside = false;
+        }
+    }
+    return hasSection;
+}
+
+}  // namespace
+
+int WendrafilConfiguration::SetVirtualTokenSN(int index, unsigned int serial, bool proxy) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%u", serial);
+    return SetVirtualTokenSN(index, text, proxy);
+}
+
+int WendrafilConfiguration::AddVirtualTokenMember(int index, const char* serial, bool proxy) {
+    const NumberedName key("VirtualToken%02dMembers", index);
+    char label[64];
+    if (!GetVirtualTokenLabel(index, label, sizeof label, proxy)) return 0;
+    char members[842];  // a list and a number of 840 characters, the comma between them, and NUL
+    if (!GetVirtualTokenMembers(index, members, 840, proxy)) return Set(TokenSection(proxy), key, serial);
+    if (std::strlen(members) + std::strlen(serial) > 840) return 0;
+    std::strcat(members, ",");  // deliberate: after an empty list, too
+    std::strcat(members, serial);
+    return Set(TokenSection(proxy), key, members);
+}
+
+int WendrafilConfiguration::RemoveVirtualTokenMember(int index, const char* serial, bool proxy) {
+    char members[840];
+    if (!GetVirtualTokenMembers(index, members, sizeof members, proxy) || members[0] == '\0') return 0;
+    *std::remove(members, members + std::strlen(members), ' ') = '\0';
+
+    char kept[841];  // every item with a comma after it
+    char* end = kept;
+    for (const char* item = members; item != nullptr;) {
+        const char* comma = std::strchr(item, ',');
+        const std::string_view member =
+            comma != nullptr ? std::string_view(item, comma) : std::string_view(item);
+        if (member != serial) {
+            end = std::copy(member.begin(), member.end(), end);
+            *end++ = ',';
+        }
+        item = comma != nullptr ? comma + 1 : nullptr;
+    }
+    if (end != kept) --end;
+    *end = '\0';
+    return Set(TokenSection(proxy), NumberedName("VirtualToken%02dMembers", index), kept);
+}
+
+int WendrafilConfiguration::DeleteVirtualToken(int index, bool proxy) {
+    const char* section = TokenSection(proxy);
+    GrowingText kept;
+    GrowingText deleted;
+    int count = 0;
+    for (int token = 0; token < kTokens; ++token) {
+        count += AppendToken(*this, section, token, token == index ? &deleted : &kept);
+    }
+    FileRewrite file;
+    if (count == 0 || !kept.IsWhole() || !file.Read(GetConfFileName())) return 0;
+    return ReplaceLines(section, kept.View(), &file) && file.Commit();
+}
