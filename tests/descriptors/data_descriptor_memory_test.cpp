@@ -1,9 +1,10 @@
-// What DataDescriptor does when there is no memory. The linker leads the allocations of this program through
-// the functions below (--wrap), so that a test can let one fail.
+// How DataDescriptor takes memory, and what it does when there is none. The linker leads the allocations of
+// this program through the functions below (--wrap), so that a test can let one fail.
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <iterator>
 #include <string>
 
 #include "descriptors/data_descriptor.h"
@@ -13,7 +14,10 @@ namespace {
 // How many more allocations succeed; negative: all of them.
 int allocationsLeft = -1;
 
-bool TakeAllocation() {
+std::size_t lastSize = 0;
+
+bool TakeAllocation(std::size_t size) {
+    lastSize = size;
     if (allocationsLeft == 0) return false;
     if (allocationsLeft > 0) --allocationsLeft;
     return true;
@@ -27,18 +31,18 @@ void* __real_realloc(void* block, std::size_t size);
 void* __wrap_malloc(std::size_t size);
 void* __wrap_realloc(void* block, std::size_t size);
 
-void* __wrap_malloc(std::size_t size) { return TakeAllocation() ? __real_malloc(size) : nullptr; }
+void* __wrap_malloc(std::size_t size) { return TakeAllocation(size) ? __real_malloc(size) : nullptr; }
 
 void* __wrap_realloc(void* block, std::size_t size) {
-    return TakeAllocation() ? __real_realloc(block, size) : nullptr;
+    return TakeAllocation(size) ? __real_realloc(block, size) : nullptr;
 }
 }
 
 namespace {
 
-class DataDescriptorWithoutMemory : public testing::Test {
+class DataDescriptorMemory : public testing::Test {
 protected:
-    ~DataDescriptorWithoutMemory() override { allocationsLeft = -1; }
+    ~DataDescriptorMemory() override { allocationsLeft = -1; }
 
     std::string Data() const {
         std::string data(descriptor.GetDataSize(), '?');
@@ -50,7 +54,7 @@ protected:
     DescriptorReport report;
 };
 
-TEST_F(DataDescriptorWithoutMemory, UseDataIsEmptyAndAMemoryError) {
+TEST_F(DataDescriptorMemory, UseDataIsEmptyAndAMemoryError) {
     char first[] = "first", second[] = "second";
     descriptor.UseData(first, 5, report);
     allocationsLeft = 0;
@@ -63,7 +67,7 @@ TEST_F(DataDescriptorWithoutMemory, UseDataIsEmptyAndAMemoryError) {
     EXPECT_EQ(Data(), "x");
 }
 
-TEST_F(DataDescriptorWithoutMemory, AddDataByteLeavesTheValueAndSetsBothErrors) {
+TEST_F(DataDescriptorMemory, AddDataByteLeavesTheValueAndSetsBothErrors) {
     char eight[] = "12345678";
     descriptor.UseData(eight, 8, report);
     allocationsLeft = 0;
@@ -76,7 +80,7 @@ TEST_F(DataDescriptorWithoutMemory, AddDataByteLeavesTheValueAndSetsBothErrors) 
     EXPECT_EQ(Data(), "123456789");
 }
 
-TEST_F(DataDescriptorWithoutMemory, AddDataByteNeedsNoneUpToAMultipleOfEight) {
+TEST_F(DataDescriptorMemory, AddDataByteNeedsNoneUpToAMultipleOfEight) {
     char seven[] = "1234567";
     descriptor.UseData(seven, 7, report);
     allocationsLeft = 0;
@@ -87,7 +91,20 @@ TEST_F(DataDescriptorWithoutMemory, AddDataByteNeedsNoneUpToAMultipleOfEight) {
     EXPECT_EQ(Data(), "12345678");
 }
 
-TEST_F(DataDescriptorWithoutMemory, TheFirstByteNeedsSome) {
+TEST_F(DataDescriptorMemory, RoomComesInMultiplesOfEight) {
+    char bytes[] = "123456789abcdefgh";
+    const std::size_t rooms[] = {8, 8, 16, 16, 24};
+    const unsigned short lengths[] = {1, 8, 9, 16, 17};
+    for (std::size_t i = 0; i < std::size(lengths); ++i) {
+        descriptor.UseData(bytes, lengths[i], report);
+        EXPECT_EQ(lastSize, rooms[i]) << lengths[i];
+    }
+    descriptor.UseData(bytes, 16, report);
+    descriptor.AddDataByte('+', report);
+    EXPECT_EQ(lastSize, 24u);
+}
+
+TEST_F(DataDescriptorMemory, TheFirstByteNeedsSome) {
     allocationsLeft = 0;
     EXPECT_FALSE(descriptor.AddDataByte('1', report));
     allocationsLeft = -1;
@@ -96,7 +113,7 @@ TEST_F(DataDescriptorWithoutMemory, TheFirstByteNeedsSome) {
     EXPECT_EQ(report.parsingError, 1);
 }
 
-TEST_F(DataDescriptorWithoutMemory, ReadingEndsAtWhatFits) {
+TEST_F(DataDescriptorMemory, ReadingEndsAtWhatFits) {
     char plain[] = "123456789abcdefghijk";
     char numeric[] = "3132333435363738396162";
     struct {

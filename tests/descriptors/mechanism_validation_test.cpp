@@ -247,6 +247,9 @@ TEST(MechanismValidation, TheMacOfRc5IsAtMostTwoWords) {
     EXPECT_EQ(Parameter({4, 0, 9}).CodeFor(kRc5MacGeneral), kInvalid);
     EXPECT_EQ(Parameter({8, ~0UL, 16}).CodeFor(kRc5MacGeneral), kValid);
     EXPECT_EQ(Parameter({8, 0, 17}).CodeFor(kRc5MacGeneral), kInvalid);
+    EXPECT_EQ(Parameter({4, ~0UL, 3}).CodeFor(kRc5MacGeneral), kValid);
+    EXPECT_EQ(Parameter({4, ~0UL, 4}).CodeFor(kRc5MacGeneral), kValid);
+    EXPECT_EQ(Parameter({4, ~0UL, 0}).CodeFor(kRc5MacGeneral), kValid);
     EXPECT_EQ(Parameter({0, 5, 0}).CodeFor(kRc5MacGeneral), kValid);
     EXPECT_EQ(Parameter({0, 5, 1}).CodeFor(kRc5MacGeneral), kInvalid);
     EXPECT_EQ(Parameter({8, ~0UL, 16}).UnalignedCodeFor(kRc5MacGeneral), kValid);
