@@ -1,5 +1,7 @@
 #include "front/func_entries.h"
 
+#include <iterator>
+
 #include "front/function_classes.h"
 #include "records/vendor_records.h"
 
