@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "config/wendrafil_configuration.h"
+#include "tests/temporary_directory.h"
+
+// The store over a file of a test's own.
+class TestStore : public WendrafilConfiguration {
+public:
+    explicit TestStore(const std::string& path) : path_(path) {}
+    const char* GetConfFileName() const override { return path_.c_str(); }
+
+private:
+    std::string path_;
+};
+
+class ConfigurationTest : public testing::Test {
+protected:
+    ~ConfigurationTest() override {
+        WendrafilConfiguration::SetLibraryType(0);
+        WendrafilConfiguration::SetServerSection("OrmaSA Server");
+    }
+
+    void Write(const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+
+    std::string Text() const {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    // Looks a key up with a buffer of 64 characters; a key that is not found gives "(none)".
+    std::string Lookup(const std::string& section, const std::string& key) const {
+        char value[64] = "untouched";
+        const int result = store.GetConfigurationInfo(section.c_str(), key.c_str(), value, sizeof value);
+        if (result == 1) return value;
+        EXPECT_EQ(0, result);
+        EXPECT_STREQ("untouched", value);
+        return "(none)";
+    }
+
+    TemporaryDirectory directory;
+    std::string path = directory.File("Wendrafil.conf");
+    TestStore store{path};
+};
+
+// A configuration file with one section and one entry.
+inline std::string OneEntry(const std::string& section, const std::string& key, const std::string& value) {
+    return section + " = {\n   " + key + " = " + value + ";\n}\n";
+}
