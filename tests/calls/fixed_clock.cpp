@@ -1,0 +1,22 @@
+#include "tests/calls/fixed_clock.h"
+
+#include <atomic>
+
+namespace {
+
+std::atomic<std::clock_t> ticks{kFirstTicks};
+
+}  // namespace
+
+extern "C" {
+__attribute__((visibility("default"))) std::time_t time(std::time_t* result) noexcept {
+    if (result != nullptr) *result = kFixedTime;
+    return kFixedTime;
+}
+
+__attribute__((visibility("default"))) std::clock_t clock() noexcept {
+    return ticks.fetch_add(kTicksPerReading);
+}
+}
+
+void RestartClock() { ticks = kFirstTicks; }

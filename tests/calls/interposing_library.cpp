@@ -1,0 +1,22 @@
+// Another PKCS#11 library that an application has in its global scope. Nobody may reach its functions.
+#include "tests/calls/interposing_library.h"
+
+namespace {
+
+template <class... Arguments>
+CK_RV Refuse(Arguments...) {
+    return kInterposed;
+}
+
+}  // namespace
+
+extern "C" {
+#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+    CK_RV C_##Name Parameters { return Refuse Arguments; }
+#define CA_EVERY_ROW(Name) \
+    CK_RV CA_##Name() { return kInterposed; }
+#include "front/functions.def"
+
+void CkLogSpecialInitialize() {}
+void CkLogSpecialFinalize() {}
+}
