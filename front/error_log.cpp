@@ -10,7 +10,7 @@ void ReportErrorInLog(const char* text) {
     const char* const path = configuration.CkLogErrorFile();
     if (*path == '\0') return;
     AppendFile file;
-    if (!file.Open(path)) return;
+    if (!file.OpenForAppendingAlone(path)) return;
 
     const std::time_t now = std::time(nullptr);
     std::tm local{};

@@ -1,6 +1,5 @@
 #include "util/append_file.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -17,7 +16,9 @@ namespace {
 constexpr int kFirstDescriptor = 900;
 
 // The limit of the file size is asked for once in so many appends: it hardly ever changes, and asking every
-// time would cost a quarter of the append.
+// time would cost a quarter of the append. A file that grows across a new limit is noticed by its short
+// write; a new limit that the file has reached already, or that it fills exactly, may go unnoticed for so
+// many appends.
 constexpr unsigned kAppendsPerLimitCheck = 16;
 
 // How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
@@ -59,10 +60,10 @@ void WriteWhole(int descriptor, std::string_view text) {
 
 }  // namespace
 
-bool AppendFile::Open(const char* path) {
+bool AppendFile::OpenFor(const char* path, int access) {
     Close();
-    // O_RDWR is the "+" of "a+", and keeps a FIFO from waiting for a reader or losing its last one.
-    descriptor = open(path, O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+    // O_RDWR also keeps a FIFO from needing a reader or losing its last one.
+    descriptor = open(path, access | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
     struct stat status;
@@ -84,7 +85,13 @@ bool AppendFile::MayRaiseSignal() {
 
 void AppendFile::Append(std::string_view text) {
     if (descriptor < 0) return;
-    if (!MayRaiseSignal()) return WriteWhole(descriptor, text);
+    if (!MayRaiseSignal()) {
+        const ssize_t written = write(descriptor, text.data(), text.size());
+        if (written == static_cast<ssize_t>(text.size())) return;
+        // Perhaps a limit that was set since the last look: what is left is written behind the shield.
+        appends = 0;
+        if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
+    }
     const SignalShield shield;
     WriteWhole(descriptor, text);
 }

@@ -9,6 +9,8 @@
 // One thread at a time.
 #pragma once
 
+#include <fcntl.h>
+
 #include <string_view>
 
 class AppendFile {
@@ -20,7 +22,9 @@ public:
 
     // Opens `path` for reading and appending and creates it if need be, as fopen's "a+" does; a file that is
     // open is closed first. Returns false when it cannot be opened; errno says why.
-    bool Open(const char* path);
+    bool Open(const char* path) { return OpenFor(path, O_RDWR); }
+    // The same for appending alone, as fopen's "a" does. A FIFO that nobody reads is not opened.
+    bool OpenForAppendingAlone(const char* path) { return OpenFor(path, O_WRONLY); }
     void Close();
     bool IsOpen() const { return descriptor >= 0; }
 
@@ -29,6 +33,7 @@ public:
     void Append(std::string_view text);
 
 private:
+    bool OpenFor(const char* path, int access);
     bool MayRaiseSignal();
 
     int descriptor = -1;

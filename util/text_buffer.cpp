@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::size_t kFirstCapacity = 1024;
 constexpr std::size_t kLongestNumber = 24;  // 20 digits of 2^64, a sign, "0x"
-constexpr char kHexDigits[] = "0123456789abcdef";
 
 // Writes the digits of a number in front of `end` and returns where they begin.
 char* DigitsBefore(char* end, unsigned long value) {
@@ -63,6 +62,7 @@ void TextBuffer::Append(std::string_view more) {
 }
 
 void TextBuffer::AppendSpaces(std::size_t count) {
+    if (count == 0) return;
     std::memset(Room(count), ' ', count);
     size += count;
 }
@@ -95,7 +95,7 @@ void TextBuffer::AppendHex(unsigned long value) {
     char* const end = digits + sizeof digits;
     char* begin = end;
     do {
-        *--begin = kHexDigits[value % 16];
+        *--begin = HexDigit(static_cast<unsigned char>(value % 16));
         value /= 16;
     } while (value != 0);
     *--begin = 'x';

@@ -22,7 +22,7 @@ public:
 
     void AppendDecimal(unsigned long value);                     // "%lu"
     void AppendDecimal(long value);                              // "%ld"
-    void AppendPadded(int value, unsigned width);                // "%0<width>d", width up to 16
+    void AppendPadded(int value, unsigned width);                // "%0<width>d", width 1 to 16
     void AppendHex(unsigned long value);                         // "0x%lx"
     void AppendHexBytes(const void* bytes, std::size_t length);  // "%02x" of each byte
 

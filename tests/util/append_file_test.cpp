@@ -1,0 +1,299 @@
+#include "util/append_file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "tests/temporary_directory.h"
+
+namespace {
+
+std::string Contents(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+void Write(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
+
+// The number under which this process has the file open, or -1.
+int DescriptorOf(const std::string& path) {
+    struct stat wanted;
+    if (stat(path.c_str(), &wanted) != 0) return -1;
+    for (int descriptor = 0; descriptor < 2000; ++descriptor) {
+        struct stat status;
+        if (fstat(descriptor, &status) != 0) continue;
+        if (status.st_ino == wanted.st_ino && status.st_dev == wanted.st_dev) return descriptor;
+    }
+    return -1;
+}
+
+class AppendFileTest : public testing::Test {
+protected:
+    TemporaryDirectory directory;
+    const std::string path = directory.File("log");
+    AppendFile file;
+};
+
+using AppendFileDeathTest = AppendFileTest;
+
+TEST_F(AppendFileTest, CreatesTheFileAndAppendsAtOnce) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    EXPECT_TRUE(file.IsOpen());
+    EXPECT_EQ(Contents(path), "");
+    file.Append("one\n");
+    EXPECT_EQ(Contents(path), "one\n");
+    file.Append(std::string_view("t\0o", 3));
+    file.Append("");
+    EXPECT_EQ(Contents(path), std::string("one\nt\0o", 7));
+}
+
+TEST_F(AppendFileTest, AFileThatExistsGrows) {
+    for (const bool alone : {false, true}) {
+        Write(path, "before, ");
+        ASSERT_TRUE(alone ? file.OpenForAppendingAlone(path.c_str()) : file.Open(path.c_str()));
+        file.Append("after");
+        EXPECT_EQ(Contents(path), "before, after");
+    }
+}
+
+TEST_F(AppendFileTest, SeveralWritersOfAFileAppendInTurn) {
+    AppendFile other;
+    ASSERT_TRUE(file.Open(path.c_str()));
+    ASSERT_TRUE(other.Open(path.c_str()));
+    file.Append("a");
+    other.Append("bb");
+    file.Append("ccc");
+    EXPECT_EQ(Contents(path), "abbccc");
+}
+
+TEST_F(AppendFileTest, TheUmaskAppliesToANewFile) {
+    const mode_t before = umask(027);
+    ASSERT_TRUE(file.Open(path.c_str()));
+    umask(before);
+    struct stat status;
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
+    EXPECT_FALSE(file.IsOpen());
+    file.Append("lost");
+    file.Close();
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("kept");
+    file.Close();
+    EXPECT_FALSE(file.IsOpen());
+    file.Append("lost");
+    EXPECT_EQ(Contents(path), "kept");
+}
+
+TEST_F(AppendFileTest, OpeningAnotherFileClosesTheFirst) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const std::string second = directory.File("second");
+    ASSERT_TRUE(file.Open(second.c_str()));
+    EXPECT_EQ(DescriptorOf(path), -1);
+    file.Append("x");
+    EXPECT_EQ(Contents(path), "");
+    EXPECT_EQ(Contents(second), "x");
+}
+
+TEST_F(AppendFileTest, ItsEndClosesTheFile) {
+    {
+        AppendFile brief;
+        ASSERT_TRUE(brief.Open(path.c_str()));
+        EXPECT_NE(DescriptorOf(path), -1);
+    }
+    EXPECT_EQ(DescriptorOf(path), -1);
+}
+
+TEST_F(AppendFileTest, WhatIsNoFileCannotBeOpened) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    EXPECT_FALSE(file.Open(directory.Path().c_str()));
+    EXPECT_EQ(errno, EISDIR);
+    EXPECT_FALSE(file.IsOpen());  // nor is the first one any more
+    EXPECT_FALSE(file.Open(directory.File("missing/log").c_str()));
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_FALSE(file.Open(""));
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_FALSE(file.Open((path + "/log").c_str()));
+    EXPECT_EQ(errno, ENOTDIR);
+    EXPECT_EQ(DescriptorOf(path), -1);
+}
+
+// Runs as a user to whom the modes of files apply.
+void OpenFilesOfOtherModes(const std::string& directory) {
+    chmod(directory.c_str(), 0777);
+    if (geteuid() == 0 && seteuid(65534) != 0) _exit(1);
+    AppendFile file;
+    const auto modeIs = [&](mode_t mode, bool opens, bool opensForAppendingAlone) {
+        const std::string path = directory + "/mode";
+        unlink(path.c_str());
+        close(open(path.c_str(), O_WRONLY | O_CREAT, mode));
+        if (file.Open(path.c_str()) != opens) _exit(2);
+        if (file.OpenForAppendingAlone(path.c_str()) != opensForAppendingAlone) _exit(3);
+    };
+    modeIs(0600, true, true);
+    modeIs(0400, false, false);
+    modeIs(0200, false, true);
+    modeIs(0000, false, false);
+    _exit(0);
+}
+
+TEST_F(AppendFileDeathTest, NeedsTheRightToReadOnlyToOpenForReading) {
+    EXPECT_EXIT(OpenFilesOfOtherModes(directory.Path()), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppendFileTest, TheDescriptorIsOutOfTheWayAndNotInherited) {
+    const int free = dup(0);
+    close(free);
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const int descriptor = DescriptorOf(path);
+    EXPECT_GE(descriptor, 900);
+    EXPECT_EQ(fcntl(descriptor, F_GETFD), FD_CLOEXEC);
+    EXPECT_NE(fcntl(descriptor, F_GETFL) & O_APPEND, 0);
+    const int stillFree = dup(0);
+    close(stillFree);
+    EXPECT_EQ(stillFree, free);
+}
+
+TEST_F(AppendFileDeathTest, OpensWhereNoHighDescriptorIsAllowed) {
+    const auto open = [this] {
+        const rlimit few = {100, 100};
+        setrlimit(RLIMIT_NOFILE, &few);
+        if (!file.Open(path.c_str())) _exit(1);
+        const int descriptor = DescriptorOf(path);
+        if (descriptor < 0 || fcntl(descriptor, F_GETFD) != FD_CLOEXEC) _exit(2);
+        file.Append("x");
+        _exit(Contents(path) == "x" ? 0 : 3);
+    };
+    EXPECT_EXIT(open(), testing::ExitedWithCode(0), "");
+}
+
+// ---- FIFOs ------------------------------------------------------------------------------------------------
+
+class Fifo : public AppendFileTest {
+protected:
+    void SetUp() override { ASSERT_EQ(mkfifo(path.c_str(), 0600), 0); }
+
+    int Reader() { return open(path.c_str(), O_RDONLY | O_NONBLOCK); }
+
+    static std::string TakenBy(int reader) {
+        std::string taken;
+        char bytes[4096];
+        for (ssize_t count; (count = read(reader, bytes, sizeof bytes)) > 0;) {
+            taken.append(bytes, static_cast<std::size_t>(count));
+        }
+        return taken;
+    }
+};
+
+using FifoDeathTest = Fifo;
+
+TEST_F(Fifo, WithoutAReaderIsOpenedAndDoesNotHang) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("waiting");
+    const int reader = Reader();
+    EXPECT_EQ(TakenBy(reader), "waiting");
+    close(reader);
+}
+
+TEST_F(Fifo, WhatAFullOneDoesNotTakeIsDroppedByWholeRecords) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const std::string record(1000, 'r');
+    for (int i = 0; i < 2000; ++i) file.Append(record);
+    const int reader = Reader();
+    const std::string taken = TakenBy(reader);
+    EXPECT_GT(taken.size(), 0U);
+    EXPECT_EQ(taken.size() % record.size(), 0U);
+    file.Append("next");
+    EXPECT_EQ(TakenBy(reader), "next");
+    close(reader);
+}
+
+TEST_F(Fifo, ARecordLargerThanItDoesNotHang) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append(std::string(3'000'000, 'r'));
+    const int reader = Reader();
+    const std::string taken = TakenBy(reader);
+    EXPECT_EQ(taken, std::string(taken.size(), 'r'));
+    EXPECT_LT(taken.size(), 3'000'000U);
+    close(reader);
+}
+
+TEST_F(Fifo, ForAppendingAloneNeedsAReader) {
+    EXPECT_FALSE(file.OpenForAppendingAlone(path.c_str()));
+    EXPECT_EQ(errno, ENXIO);
+    const int reader = Reader();
+    ASSERT_TRUE(file.OpenForAppendingAlone(path.c_str()));
+    file.Append("told");
+    EXPECT_EQ(TakenBy(reader), "told");
+    close(reader);
+}
+
+TEST_F(FifoDeathTest, AReaderThatLeavesRaisesNoSignal) {
+    const auto append = [this](bool alone) {
+        std::signal(SIGPIPE, SIG_DFL);
+        const int reader = Reader();
+        if (!(alone ? file.OpenForAppendingAlone(path.c_str()) : file.Open(path.c_str()))) _exit(1);
+        file.Append("read");
+        close(reader);
+        file.Append("unread");
+        file.Append("unread");
+        _exit(0);
+    };
+    EXPECT_EXIT(append(false), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(append(true), testing::ExitedWithCode(0), "");
+}
+
+// ---- Limits -----------------------------------------------------------------------------------------------
+
+void LimitFileSize(rlim_t size) {
+    std::signal(SIGXFSZ, SIG_DFL);
+    const rlimit limit = {size, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+TEST_F(AppendFileDeathTest, TheLimitOfTheFileSizeRaisesNoSignal) {
+    const auto append = [this] {
+        LimitFileSize(100);
+        if (!file.Open(path.c_str())) _exit(1);
+        for (int i = 0; i < 40; ++i) file.Append(std::string(30, 'x'));
+        LimitFileSize(RLIM_INFINITY);
+        _exit(Contents(path) == std::string(100, 'x') ? 0 : 2);
+    };
+    EXPECT_EXIT(append(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppendFileDeathTest, ALimitThatIsSetLaterRaisesNoSignal) {
+    const auto append = [this](int appendsBefore) {
+        unlink(path.c_str());
+        if (!file.Open(path.c_str())) _exit(1);
+        for (int i = 0; i < appendsBefore; ++i) file.Append("bb");
+        LimitFileSize(101);
+        for (int i = 0; i < 40; ++i) file.Append(std::string(30, 'x'));
+        LimitFileSize(RLIM_INFINITY);
+        _exit(Contents(path).size() == 101 ? 0 : 2);
+    };
+    for (int appendsBefore = 0; appendsBefore < 20; ++appendsBefore) {
+        EXPECT_EXIT(append(appendsBefore), testing::ExitedWithCode(0), "") << appendsBefore;
+    }
+}
+
+#ifdef __linux__
+TEST_F(AppendFileTest, AFullDiskIsBornInSilence) {
+    ASSERT_TRUE(file.Open("/dev/full"));
+    file.Append("nowhere to go");
+    EXPECT_TRUE(file.IsOpen());
+}
+#endif
+
+}  // namespace

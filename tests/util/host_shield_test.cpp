@@ -1,0 +1,44 @@
+#include "util/host_shield.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+int CancelState() {
+    int state;
+    pthread_setcancelstate(PTHREAD_CANCEL_ENABLE, &state);
+    pthread_setcancelstate(state, nullptr);
+    return state;
+}
+
+TEST(HostShield, ErrnoIsAsBeforeAtItsEnd) {
+    errno = ERANGE;
+    {
+        const HostShield shield;
+        errno = ENOENT;
+    }
+    EXPECT_EQ(errno, ERANGE);
+}
+
+TEST(HostShield, TheThreadCannotBeCancelledMeanwhile) {
+    ASSERT_EQ(CancelState(), PTHREAD_CANCEL_ENABLE);
+    {
+        const HostShield shield;
+        EXPECT_EQ(CancelState(), PTHREAD_CANCEL_DISABLE);
+        {
+            const HostShield inner;
+            EXPECT_EQ(CancelState(), PTHREAD_CANCEL_DISABLE);
+        }
+        EXPECT_EQ(CancelState(), PTHREAD_CANCEL_DISABLE);
+    }
+    EXPECT_EQ(CancelState(), PTHREAD_CANCEL_ENABLE);
+}
+
+TEST(HostShield, AThreadThatCannotBeCancelledStaysSo) {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+    { const HostShield shield; }
+    EXPECT_EQ(CancelState(), PTHREAD_CANCEL_DISABLE);
+    pthread_setcancelstate(PTHREAD_CANCEL_ENABLE, nullptr);
+}
+
+}  // namespace
