@@ -4,34 +4,68 @@
 // longjmp) is counted for ever, and the target then stays loaded: the harmless side of the mistake.
 #pragma once
 
+#include <pthread.h>
+
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 class CallsInTarget {
 public:
-    using Counter = std::atomic<long>;
+    // The line on which a call was counted; each on a cache line of its own. Most threads get one to
+    // themselves and count there without a locked instruction on the way out; the others share some.
+    struct alignas(64) Line {
+        std::atomic<std::uintptr_t> thread{0};  // the only one that counts here, 0 for none yet, or kShared
+        std::atomic<long> calls{0};
+    };
 
-    // The counter of a call, told by any address on its stack. Threads have far-apart stacks and so seldom
-    // share one, which would slow their calls down.
-    Counter& CounterFor(const void* onStack) {
-        const std::uint64_t block = reinterpret_cast<std::uintptr_t>(onStack) / kSmallestStack;
-        return counters[block * kSpread >> kShift].count;
+    // What is stored before by a thread that then finds None() is seen by every call that enters later; every
+    // call that entered before is seen by None().
+    Line& Enter() {
+        const std::uintptr_t self = reinterpret_cast<std::uintptr_t>((void*)pthread_self());
+        const std::size_t place = self / kSpacing * kSpread >> kShift;
+        Line& own = ownLines[place];
+        std::uintptr_t owner = own.thread.load(std::memory_order_relaxed);
+        if (owner == 0 && own.thread.compare_exchange_strong(owner, self, std::memory_order_relaxed))
+            owner = self;
+        if (owner == self) {
+            own.calls.exchange(own.calls.load(std::memory_order_relaxed) + 1, std::memory_order_seq_cst);
+            return own;
+        }
+        Line& shared = sharedLines[place % kSharedLines];
+        shared.calls.fetch_add(1, std::memory_order_seq_cst);
+        return shared;
+    }
+
+    static void Leave(Line& line) {
+        if (line.thread.load(std::memory_order_relaxed) != kShared) {
+            line.calls.store(line.calls.load(std::memory_order_relaxed) - 1, std::memory_order_release);
+        } else {
+            line.calls.fetch_sub(1, std::memory_order_release);
+        }
+    }
+
+    CallsInTarget() {
+        for (Line& line : sharedLines) line.thread.store(kShared, std::memory_order_relaxed);
     }
 
     bool None() const {
-        for (const Line& line : counters) {
-            if (line.count.load(std::memory_order_seq_cst) != 0) return false;
+        for (const Line& line : ownLines) {
+            if (line.calls.load(std::memory_order_seq_cst) != 0) return false;
+        }
+        for (const Line& line : sharedLines) {
+            if (line.calls.load(std::memory_order_seq_cst) != 0) return false;
         }
         return true;
     }
 
 private:
-    static constexpr std::uint64_t kSmallestStack = 16 * 1024;
+    static constexpr std::uintptr_t kShared = ~std::uintptr_t{0};
+    static constexpr std::size_t kSharedLines = 16;
+    static constexpr std::uint64_t kSpacing = 64;
     static constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;  // 2^64 over the golden ratio
     static constexpr unsigned kShift = 64 - 6;
 
-    struct alignas(64) Line {
-        Counter count{0};
-    };
-    Line counters[64];
+    Line ownLines[64];
+    Line sharedLines[kSharedLines];
 };

@@ -83,11 +83,10 @@ private:
     // unwinding: a thread that ends inside the target meets no code of ours on its way out.
     template <class Function, class... Arguments>
     CK_RV Forward(SlotIndex index, Arguments... arguments) {
-        CallsInTarget::Counter& calls = callsInTarget.CounterFor(__builtin_frame_address(0));
-        calls.fetch_add(1, std::memory_order_seq_cst);
+        CallsInTarget::Line& line = callsInTarget.Enter();
         const CK_RV rv =
             reinterpret_cast<Function>(slots[index].load(std::memory_order_seq_cst))(arguments...);
-        calls.fetch_sub(1, std::memory_order_release);
+        CallsInTarget::Leave(line);
         return rv;
     }
 
