@@ -1,0 +1,53 @@
+// Arguments for calls.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <p11-kit/pkcs11.h>
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+#include <vector>
+
+// The characters without a terminator, in memory of their own and in no more than that.
+inline std::vector<CK_BYTE> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
+
+// What a target does with an output buffer and its length.
+inline void Put(const std::vector<CK_BYTE>& bytes, std::vector<CK_BYTE>& buffer, CK_ULONG& length) {
+    std::copy(bytes.begin(), bytes.end(), buffer.begin());
+    length = bytes.size();
+}
+
+// The fixed fields of the standard's structures are filled up with blanks.
+template <class Character, std::size_t size>
+void PutPadded(Character (&field)[size], std::string_view text) {
+    std::fill(std::begin(field), std::end(field), Character{' '});
+    std::copy(text.begin(), text.end(), field);
+}
+
+// Memory at an address that a test knows, for arguments of which a record shows the address.
+class MemoryAtFixedAddress {
+public:
+    MemoryAtFixedAddress() {
+        void* const page = mmap(reinterpret_cast<void*>(kPage), kSize, PROT_READ | PROT_WRITE,
+                                MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        EXPECT_EQ(reinterpret_cast<void*>(kPage), page);
+    }
+    ~MemoryAtFixedAddress() { munmap(reinterpret_cast<void*>(kPage), kSize); }
+    MemoryAtFixedAddress(const MemoryAtFixedAddress&) = delete;
+    MemoryAtFixedAddress& operator=(const MemoryAtFixedAddress&) = delete;
+
+    // An object whose bytes are zero, at an address from 0x12345000 to 0x12345fff.
+    template <class Object>
+    Object& At(std::uintptr_t address) {
+        EXPECT_TRUE(address >= kPage && address + sizeof(Object) <= kPage + kSize);
+        return *reinterpret_cast<Object*>(address);
+    }
+
+private:
+    static constexpr std::uintptr_t kPage = 0x12345000;
+    static constexpr std::size_t kSize = 0x1000;
+};
