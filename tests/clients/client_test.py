@@ -1,0 +1,240 @@
+"""What the tests of this folder share: one session of a client of PKCS#11, held three times over the same software
+token, and the comparison of the three.
+
+A test program defines what a session does, as a function of a Place, and passes it to compare_sessions(), which holds
+the session straight, with libckscribe.so between client and token logging in the new format, and again logging in
+the old one. What the client prints, returns and writes must be the same each time. In all three the client is told
+the same names of files: its module is a symbolic link, and the directory is moved out of the way in between.
+
+Programs are called with the paths of libckscribe.so, of SoftHSM's library, and of a target that lacks none of the
+vendor's functions.
+"""
+
+import difflib
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+from call_log import records_of_new_log, records_of_old_log
+
+LIBRARY, SOFTHSM, COMPLETE_TARGET = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:])
+HERE = pathlib.Path(__file__).resolve().parent
+SO_PIN = "security-officer-4711"
+PIN = "user-0815-pin"
+TOKEN = "clients"
+
+# SoftHSM has none of the vendor's functions, and the library announces each of them, in the order in which it looks
+# them up.
+ANNOUNCEMENTS = "".join(
+    f"Failed to load function '{name}'.\n" for name in (HERE / "announced_functions.txt").read_text().split()
+).encode()
+
+
+def fail(message):
+    sys.exit(f"FAILED: {message}")
+
+
+def expect_same(what_is_wrong, expected, actual):
+    difference = list(difflib.unified_diff(expected, actual, lineterm="", n=8))
+    if difference:
+        fail(what_is_wrong + ":\n" + "\n".join(difference))
+
+
+class Place:
+    """A directory with a token of its own, the environment that leads to it, and a transcript of what happened in it.
+
+    `module` is the PKCS#11 library for the client. The token holds the key pairs and certificates "rsa" (id 01) and
+    "ec" (id 02), whose PEM files rsa.key, rsa.crt, ec.key, ec.crt lie in the directory.
+    """
+
+    def __init__(self, directory):
+        self.directory = pathlib.Path(directory)
+        self.module = str(self.directory / "module.so")
+        self.transcript = []
+        self.announces = False
+        self.environment = {
+            "PATH": os.environ["PATH"],
+            "HOME": str(self.directory),
+            "TMPDIR": str(self.directory),
+            "LC_ALL": "C.UTF-8",
+            "SOFTHSM2_CONF": str(self.directory / "softhsm2.conf"),
+            "WendrafilConfigurationPath": str(self.directory),
+        }
+
+    def use_module(self, library):
+        pathlib.Path(self.module).symlink_to(library)
+
+    def write(self, name, text):
+        path = self.directory / name
+        path.write_text(text)
+        return str(path)
+
+    def run(self, *command, status=0, varies=(), environment={}, input=b""):
+        """Runs a command to its end and notes what it printed and returned; `status` is what it has to return.
+
+        `varies`: regular expressions of what differs from run to run by nature; their matches are not compared.
+        """
+        if shutil.which(command[0]) is None:
+            fail(f"there is no {command[0]}: install it, or run ./check, which does")
+        done = subprocess.run(
+            command,
+            cwd=self.directory,
+            env=self.environment | environment,
+            input=input,
+            capture_output=True,
+            timeout=120,
+        )
+        output = self._without_announcements(done.stdout)
+        if done.returncode != status:
+            fail(f"{' '.join(command)} returned {done.returncode}, not {status}:\n{(output + done.stderr).decode()}")
+        self.note("ran", " ".join(command))
+        self.note("standard output", output, varies)
+        self.note("standard error", done.stderr, varies)
+        return output.decode(errors="replace")
+
+    def keep(self, *names):
+        """Notes what is in files that the client wrote."""
+        for name in names:
+            self.note(f"file {name}", (self.directory / name).read_bytes())
+
+    def note(self, what, said, varies=()):
+        text = said.decode("utf-8", "backslashreplace") if isinstance(said, bytes) else said
+        for expression in varies:
+            text = re.sub(expression, "<varies>", text)
+        self.transcript += [f"{what}: {line}" for line in text.splitlines()]
+
+    def _without_announcements(self, output):
+        """A client that writes past stdio's buffers may have text of its own in the middle of the announcements."""
+        own = b""
+        recognised = 20
+        while ANNOUNCEMENTS[:recognised] in output:
+            self.announces = True
+            missing = ANNOUNCEMENTS
+            while missing:
+                text, mark, rest = output.partition(missing[:recognised])
+                if not mark:
+                    fail(f"not announced: {missing.decode()}")
+                length = len(os.path.commonprefix([mark + rest, missing]))
+                own += text
+                output = (mark + rest)[length:]
+                missing = missing[length:]
+        return own + output
+
+
+def make_token(place):
+    """Lays out `place` with a token, keys and certificates."""
+    place.directory.mkdir()
+    (place.directory / "tokens").mkdir()
+    place.write(
+        "softhsm2.conf",
+        f"directories.tokendir = {place.directory}/tokens\nobjectstore.backend = file\nlog.level = ERROR\n",
+    )
+    place.use_module(SOFTHSM)
+    place.run("softhsm2-util", "--init-token", "--free", "--label", TOKEN, "--so-pin", SO_PIN, "--pin", PIN)
+    for name, number, kind in (("rsa", "01", ["rsa:2048"]), ("ec", "02", ["ec", "-pkeyopt", "ec_paramgen_curve:P-256"])):
+        place.run(
+            *("openssl", "req", "-x509", "-nodes", "-newkey", *kind, "-keyout", f"{name}.key", "-out", f"{name}.crt"),
+            *("-subj", f"/CN={name}", "-days", "36500"),
+        )
+        place.run("openssl", "x509", "-in", f"{name}.crt", "-outform", "DER", "-out", f"{name}.der")
+        known = ("--id", number, "--label", name)
+        place.run("softhsm2-util", "--import", f"{name}.key", "--token", TOKEN, "--pin", PIN, *known)
+        place.run(
+            *("pkcs11-tool", "--module", place.module, "--token-label", TOKEN, "--login", "--pin", PIN),
+            *("--write-object", f"{name}.der", "--type", "cert", *known),
+        )
+    pathlib.Path(place.module).unlink()
+
+
+def configuration(place, target, new_format):
+    return (
+        "CkLog2 = {\n"
+        f"   LibUNIX64 = {target};\n"
+        "   Enabled = 1;\n"
+        f"   NewFormat = {new_format};\n"
+        f"   File = {place.directory}/log.txt;\n"
+        f"   Error = {place.directory}/logerror.txt;\n"
+        "}\n"
+    )
+
+
+def check_log_files(directory):
+    if (directory / "logerror.txt").exists():
+        fail("there are errors: " + (directory / "logerror.txt").read_text())
+    text = (directory / "log.txt").read_text(encoding="latin-1")
+    for pin in (PIN, SO_PIN):
+        if pin in text:
+            fail(f"the log holds the PIN {pin}")
+    return text
+
+
+def check_records(records, expected):
+    """Each text of `expected`, in which three dots stand for anything, has to match a record, in this order."""
+    remaining = iter(records)
+    for text in expected:
+        pattern = ".*".join(re.escape(part) for part in text.split("..."))
+        if not any(re.fullmatch(pattern, record.text) for record in remaining):
+            alike = sorted({record.text for record in records if record.text.startswith(text.split()[0])})
+            fail(f"no record, or none in this place, is\n{text}\nThe log has:\n" + "\n".join(alike))
+
+
+def check_pairs(records):
+    """Every call has a start and an end, one after the other on its thread."""
+    open_calls = {}
+    for record in records:
+        thread = (record.process, record.thread)
+        if record.is_start:
+            if thread in open_calls:
+                fail(f"two starts in a row: {open_calls[thread].text}, {record.text}")
+            open_calls[thread] = record
+        else:
+            start = open_calls.pop(thread, None)
+            if start is None or start.function != record.function:
+                fail(f"an end without its start: {record.text}")
+    if open_calls:
+        fail(f"starts without an end: {[record.text for record in open_calls.values()]}")
+
+
+def compare_sessions(session, expected, complete_target=False, in_order=True):
+    """Holds `session(place)` three times and compares.
+
+    `expected`: some records of the new format, without time, process, thread and ticks; three dots stand for anything.
+    `complete_target`: the token is reached through a target that has all of the vendor's functions, too.
+    `in_order`: the client makes its calls in the same order each time.
+    """
+    with tempfile.TemporaryDirectory(prefix="ckscribe-client.") as root:
+        root = pathlib.Path(root)
+        session_directory = root / "session"
+        make_token(Place(session_directory))
+        session_directory.rename(root / "prepared")
+        target = COMPLETE_TARGET if complete_target else SOFTHSM
+
+        transcripts = {}
+        for name, module, new_format in (("straight", target, 0), ("new", LIBRARY, 1), ("old", LIBRARY, 0)):
+            shutil.copytree(root / "prepared", session_directory)
+            place = Place(session_directory)
+            place.use_module(module)
+            place.write("Wendrafil.conf", configuration(place, target, new_format))
+            session(place)
+            if place.announces != (module == LIBRARY and not complete_target):
+                fail("missing functions are announced exactly when the library is there and its target lacks them")
+            transcripts[name] = place.transcript
+            session_directory.rename(root / name)
+
+        for name in ("new", "old"):
+            expect_same("the client behaves differently with the library", transcripts["straight"], transcripts[name])
+
+        if (root / "straight/log.txt").exists():
+            fail("there is a log without the library")
+        new = records_of_new_log(check_log_files(root / "new"))
+        old = records_of_old_log(check_log_files(root / "old"))
+        check_pairs(new)
+        check_records(new, expected)
+        order = list if in_order else sorted
+        new_calls, old_calls = (order(record.call for record in log) for log in (new, old))
+        expect_same("the logs of the two formats do not tell of the same calls", new_calls, old_calls)
+        print(f"{len(transcripts['straight'])} lines the same three times, {len(new)} records in each log")
