@@ -1,6 +1,7 @@
 #include "front/cryptoki_bridge.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <cstdio>
 #include <string_view>
@@ -17,6 +18,13 @@ namespace {
 constexpr char kNotConnected[] = "Not yet connected.";
 constexpr char kConnected[] = "Connected.";
 constexpr int kSilentLevel = 2;
+
+// Asked of the image and not of its symbols: those of a target that depends on this library may be found
+// here.
+bool IsThisLibrary(void* handle) {
+    link_map* image = nullptr;
+    return dlinfo(handle, RTLD_DI_LINKMAP, &image) == 0 && IsInOwnImage(image->l_ld);
+}
 
 unsigned IsSilent() { return CryptokiBridge::bindLevel == kSilentLevel ? 1 : 0; }
 
@@ -60,7 +68,7 @@ bool CryptokiBridge::Load(const char* path) {
         RetrieveLastErrorString(errorBuffer, kErrorSize, &length);
         return false;
     }
-    if (IsInOwnImage(dlsym(handle, "CkLogSpecialInitialize"))) {
+    if (IsThisLibrary(handle)) {
         std::snprintf(errorBuffer, kErrorSize, "%s: is this library itself", path);
         UnloadDynamicLibrary(handle);
         handle = nullptr;

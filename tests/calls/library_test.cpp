@@ -7,12 +7,11 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 LibraryTest::LibraryTest()
-    : settings{{"LibUNIX64", kScriptedTarget},
+    : settings{{"LibUNIX64", TargetNamed("scripted_target")},
                {"Enabled", "1"},
                {"NewFormat", "1"},
                {"File", LogPath()},

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -70,6 +71,8 @@ private:
     std::string directoryBefore;
 };
 
-// The built library and the targets, as files.
+// The built library as a file, and the targets of CMakeLists.txt by their names there.
 inline constexpr char kLibraryPath[] = CKSCRIBE_LIBRARY;
-inline constexpr char kScriptedTarget[] = SCRIPTED_TARGET_DIRECTORY "/scripted_target.so";
+inline std::string TargetNamed(const std::string& name) {
+    return SCRIPTED_TARGET_DIRECTORY "/" + name + ".so";
+}

@@ -1,0 +1,276 @@
+// Targets that lack functions, that cannot be loaded, and that are this library itself.
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include "tests/calls/every_function.h"
+#include "tests/calls/interposing_library.h"
+
+namespace {
+
+// What is written to standard output while it lives.
+class StandardOutput {
+public:
+    explicit StandardOutput(const std::string& path) : path(path), before(dup(STDOUT_FILENO)) {
+        std::fflush(stdout);
+        EXPECT_NE(nullptr, std::freopen(path.c_str(), "w", stdout));
+    }
+    ~StandardOutput() { Restore(); }
+
+    void Restore() {
+        if (before < 0) return;
+        std::fflush(stdout);
+        dup2(before, STDOUT_FILENO);
+        close(before);
+        before = -1;
+    }
+
+private:
+    const std::string path;
+    int before;
+};
+
+class Binding : public EveryFunction {
+protected:
+    void UseTarget(const std::string& name) { Set("LibUNIX64", TargetNamed(name)); }
+
+    // What the library prints when it starts.
+    std::string OutputOfStart() {
+        const std::string path = directory.File("stdout");
+        StandardOutput output(path);
+        Exported<void()>("CkLogSpecialInitialize")();
+        output.Restore();
+        return Contents(path);
+    }
+
+    static std::string Announced(const Names& functions) {
+        std::string lines;
+        for (const std::string& name : functions) lines += "Failed to load function '" + name + "'.\n";
+        return lines;
+    }
+
+    // The functions, all but the two that need arguments, that get to the target.
+    Names Forwarded() {
+        script.result = 0x80000999;
+        Names forwarded;
+        for (const Names& functions :
+             {kStandardFunctions, Without(kVendorFunctions, {"CA_GetFunctionList"})}) {
+            for (const std::string& function : functions) {
+                script.received.clear();
+                const CK_RV rv = CallWith(function, 0);
+                if (script.received.empty()) {
+                    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, rv) << function;
+                    continue;
+                }
+                EXPECT_EQ(0x80000999u, rv) << function;
+                EXPECT_EQ(function, script.received.front().function);
+                forwarded.push_back(function);
+            }
+        }
+        return forwarded;
+    }
+
+    Names EverythingBut(const Names& missing) {
+        Names all = kStandardFunctions;
+        all.insert(all.end(), kVendorFunctions.begin(), kVendorFunctions.end());
+        return Without(Without(all, {"C_GetFunctionStatus", "CA_GetFunctionList"}), missing);
+    }
+
+    void ExpectNothingForwarded() {
+        EXPECT_EQ("", OutputOfStart());
+        EXPECT_EQ(Names{}, Forwarded());
+        ClearLog();
+        RestartClock();
+        api.C_Logout(0x51);
+        EXPECT_EQ(WithIds(R"(
+
+10:15:30 <id>:STRTLogout {Sesn=81 }
+10:15:30 <id>:FINILogout ***CKR_FUNCTION_NOT_SUPPORTED***12345clks {})"),
+                  Log());
+    }
+};
+
+const Names kDualFunctions = {"C_DigestEncryptUpdate", "C_DecryptDigestUpdate", "C_SignEncryptUpdate",
+                              "C_DecryptVerifyUpdate"};
+
+// The order in which standard functions are looked up.
+const Names kBindingOrder = {"C_Initialize",
+                             "C_Finalize",
+                             "C_GetFunctionList",
+                             "C_WaitForSlotEvent",
+                             "C_GetInfo",
+                             "C_GetSlotList",
+                             "C_GetSlotInfo",
+                             "C_GetTokenInfo",
+                             "C_GetMechanismList",
+                             "C_GetMechanismInfo",
+                             "C_InitToken",
+                             "C_InitPIN",
+                             "C_SetPIN",
+                             "C_OpenSession",
+                             "C_CloseSession",
+                             "C_CloseAllSessions",
+                             "C_GetSessionInfo",
+                             "C_Login",
+                             "C_Logout",
+                             "C_GetOperationState",
+                             "C_SetOperationState",
+                             "C_CreateObject",
+                             "C_CopyObject",
+                             "C_DestroyObject",
+                             "C_GetObjectSize",
+                             "C_GetAttributeValue",
+                             "C_SetAttributeValue",
+                             "C_FindObjectsInit",
+                             "C_FindObjects",
+                             "C_FindObjectsFinal",
+                             "C_EncryptInit",
+                             "C_Encrypt",
+                             "C_EncryptUpdate",
+                             "C_EncryptFinal",
+                             "C_DecryptInit",
+                             "C_Decrypt",
+                             "C_DecryptUpdate",
+                             "C_DecryptFinal",
+                             "C_DigestInit",
+                             "C_Digest",
+                             "C_DigestUpdate",
+                             "C_DigestKey",
+                             "C_DigestFinal",
+                             "C_SignInit",
+                             "C_Sign",
+                             "C_SignUpdate",
+                             "C_SignFinal",
+                             "C_SignRecoverInit",
+                             "C_SignRecover",
+                             "C_VerifyInit",
+                             "C_Verify",
+                             "C_VerifyUpdate",
+                             "C_VerifyFinal",
+                             "C_VerifyRecoverInit",
+                             "C_VerifyRecover",
+                             "C_GenerateKey",
+                             "C_GenerateKeyPair",
+                             "C_WrapKey",
+                             "C_UnwrapKey",
+                             "C_DeriveKey",
+                             "C_SeedRandom",
+                             "C_GenerateRandom",
+                             "C_CancelFunction",
+                             "C_DigestEncryptUpdate",
+                             "C_DecryptDigestUpdate",
+                             "C_SignEncryptUpdate",
+                             "C_DecryptVerifyUpdate"};
+
+}  // namespace
+
+TEST_F(Binding, OfACompleteTargetForwardsAllButOneFunction) {
+    EXPECT_EQ("", OutputOfStart());
+    EXPECT_EQ(EverythingBut({}), Forwarded());
+}
+
+TEST_F(Binding, AnnouncesAMissingFunctionAndForwardsTheOthers) {
+    UseTarget("scripted_target_without_self_test");
+    EXPECT_EQ("Failed to load function 'CA_PerformSelfTest'.\n", OutputOfStart());
+    EXPECT_EQ(EverythingBut({"CA_PerformSelfTest"}), Forwarded());
+}
+
+TEST_F(Binding, AnnouncesMissingDualFunctions) {
+    UseTarget("scripted_target_without_dual_functions");
+    EXPECT_EQ(Announced(kDualFunctions), OutputOfStart());
+    EXPECT_EQ(EverythingBut(kDualFunctions), Forwarded());
+}
+
+TEST_F(Binding, LooksFunctionsUpInItsOwnOrder) {
+    UseTarget("scripted_target_without_functions");
+    EXPECT_EQ(Announced(kBindingOrder) + Announced(kVendorFunctions), OutputOfStart());
+    EXPECT_EQ(Names{}, Forwarded());
+    EXPECT_EQ(1, script.loads);
+}
+
+TEST_F(Binding, OfAMissingFileForwardsNothing) {
+    Set("LibUNIX64", directory.File("nothing.so"));
+    ExpectNothingForwarded();
+}
+
+TEST_F(Binding, OfAFileThatIsNoLibraryForwardsNothing) {
+    WriteFile(directory.File("text.so"), "This is no library.");
+    Set("LibUNIX64", directory.File("text.so"));
+    ExpectNothingForwarded();
+}
+
+TEST_F(Binding, OfThisLibraryForwardsNothing) {
+    Set("LibUNIX64", kLibraryPath);
+    ExpectNothingForwarded();
+}
+
+TEST_F(Binding, OfALinkToThisLibraryForwardsNothing) {
+    std::filesystem::create_symlink(kLibraryPath, directory.File("link.so"));
+    Set("LibUNIX64", directory.File("link.so"));
+    ExpectNothingForwarded();
+}
+
+TEST_F(Binding, OfACopiedLinkToThisLibraryForwardsNothing) {
+    std::filesystem::create_symlink(kLibraryPath, directory.File("link.so"));
+    std::filesystem::create_directory(directory.File("other"));
+    std::filesystem::copy_symlink(directory.File("link.so"), directory.File("other/copy.so"));
+    std::filesystem::create_symlink(directory.File("other/copy.so"), directory.File("link to copy.so"));
+    Set("LibUNIX64", directory.File("link to copy.so"));
+    ExpectNothingForwarded();
+}
+
+TEST_F(Binding, OfAHardLinkToThisLibraryForwardsNothing) {
+    std::error_code error;
+    std::filesystem::create_hard_link(kLibraryPath, directory.File("hard link.so"), error);
+    if (error) GTEST_SKIP() << "the temporary directory is on another file system";
+    Set("LibUNIX64", directory.File("hard link.so"));
+    ExpectNothingForwarded();
+}
+
+// The copy is a library of its own: it is loaded, reads the same configuration, and finds itself.
+TEST_F(Binding, OfACopyOfThisLibraryEndsThere) {
+    std::filesystem::copy_file(kLibraryPath, directory.File("copy.so"));
+    Set("LibUNIX64", directory.File("copy.so"));
+    Load();
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, api.C_Logout(0x51));
+    EXPECT_EQ(WithIds(R"(
+
+10:15:30 <id>:STRTLogout {Sesn=81 }
+
+10:15:30 <id>:STRTLogout {Sesn=81 }
+10:15:30 <id>:FINILogout ***CKR_FUNCTION_NOT_SUPPORTED***12345clks {}
+10:15:30 <id>:FINILogout ***CKR_FUNCTION_NOT_SUPPORTED***12595clks {})"),
+              Log());
+}
+
+// What such a target lacks, the loader finds in this library.
+TEST_F(Binding, OfATargetThatNeedsThisLibraryTakesNoneOfItsFunctions) {
+    UseTarget("scripted_target_on_top_of_library");
+    Load();
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("C_Sign", 0));
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("CA_PerformSelfTest", 0));
+    EXPECT_EQ(EverythingBut({"C_Sign", "CA_PerformSelfTest"}), Forwarded());
+    // The two libraries hold each other until this one lets its target go.
+    Exported<void()>("CkLogSpecialFinalize")();
+}
+
+// An application may have another library's functions of the same names in its global scope.
+TEST_F(Binding, IsNotInterposed) {
+    void* const other = dlopen(TargetNamed("libinterposing_library").c_str(), RTLD_NOW | RTLD_GLOBAL);
+    ASSERT_NE(nullptr, other) << dlerror();
+    ASSERT_EQ(dlsym(other, "C_Sign"), dlsym(RTLD_DEFAULT, "C_Sign"));
+    Load();
+    CK_FUNCTION_LIST* list = nullptr;
+    ASSERT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+    EXPECT_NE(dlsym(other, "C_Sign"), reinterpret_cast<void*>(list->C_Sign));
+    EXPECT_EQ(ExportedAddress("C_Sign"), reinterpret_cast<void*>(list->C_Sign));
+    EXPECT_EQ(EverythingBut({}), Forwarded());
+
+    ClearLog();
+    RestartClock();
+    script.result = CKR_OK;
+    EXPECT_EQ(CKR_OK, list->C_Logout(0x51));
+    EXPECT_EQ(WithIds("\n\n10:15:30 <id>:STRTLogout {Sesn=81 }\n10:15:30 <id>:FINILogout CKR_OK12345clks {}"),
+              Log());
+    Unload();
+    dlclose(other);
+}

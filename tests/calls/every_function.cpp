@@ -1,0 +1,51 @@
+#include "tests/calls/every_function.h"
+
+#include <algorithm>
+
+namespace {
+
+// On x86-64 a function takes words like these whatever its prototype, and ignores those that it has no
+// parameter for.
+using AnyFunction = CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
+                          TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
+                          TargetWord, TargetWord);
+
+bool IsIn(const Names& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+CK_RV EveryFunction::CallWith(const std::string& function, TargetWord word) {
+    return Exported<AnyFunction>(function.c_str())(word, word, word, word, word, word, word, word, word, word,
+                                                   word, word, word, word, word, word);
+}
+
+Names EveryFunction::LoggedOf(const Names& functions) {
+    Names logged;
+    for (const std::string& function : functions) {
+        ClearLog();
+        CallWith(function, 0);
+        if (!Log().empty()) logged.push_back(function);
+    }
+    return logged;
+}
+
+Names EveryFunction::Logged() {
+    Restart();
+    Names logged = LoggedOf(kStandardFunctions);
+    for (std::string& function : LoggedOf(kVendorFunctions)) logged.push_back(std::move(function));
+    return Sorted(logged);
+}
+
+Names Without(const Names& names, const Names& others) {
+    Names rest;
+    std::copy_if(names.begin(), names.end(), std::back_inserter(rest),
+                 [&](const std::string& name) { return !IsIn(others, name); });
+    return rest;
+}
+
+Names Sorted(Names names) {
+    std::sort(names.begin(), names.end());
+    return names;
+}

@@ -1,0 +1,14 @@
+#include <set>
+
+#include "tests/calls/every_function.h"
+
+// A row of front/functions.def without a test of its name, that states its records, fails here.
+TEST(EveryFunctionHasACase, ByItsName) {
+    std::set<std::string> cases;
+    const testing::UnitTest& program = *testing::UnitTest::GetInstance();
+    for (int i = 0; i < program.total_test_suite_count(); ++i) {
+        const testing::TestSuite& suite = *program.GetTestSuite(i);
+        for (int j = 0; j < suite.total_test_count(); ++j) cases.insert(suite.GetTestInfo(j)->name());
+    }
+    for (const std::string& function : kStandardFunctions) EXPECT_EQ(1u, cases.count(function)) << function;
+}

@@ -1,0 +1,189 @@
+// The lists of functions that are handed out: this library's entry points, the target's version.
+#include "tests/calls/every_function.h"
+
+namespace {
+
+using GetVendorList = CK_RV(void** list);
+
+class FunctionList : public EveryFunction {
+protected:
+    void UseTargetWithConstLists() { Set("LibUNIX64", TargetNamed("scripted_target_with_const_lists")); }
+
+    CK_FUNCTION_LIST* List() {
+        Load();
+        CK_FUNCTION_LIST* list = nullptr;
+        EXPECT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+        return list;
+    }
+
+    // Version and pointers, as words.
+    TargetWord* VendorList() {
+        void* list = nullptr;
+        EXPECT_EQ(CKR_OK, Exported<GetVendorList>("CA_GetFunctionList")(&list));
+        return static_cast<TargetWord*>(list);
+    }
+
+    // The functions whose place in the list holds what this library exports under their name.
+    Names OwnFunctionsIn(const CK_FUNCTION_LIST& list) {
+        Names own;
+#define C_EVERY_ROW(Name, ...) \
+    if (list.C_##Name == api.C_##Name) own.push_back("C_" #Name);
+#include "front/functions.def"
+        return own;
+    }
+    Names OwnFunctionsIn(const TargetWord* vendorList) {
+        Names own;
+        for (std::size_t i = 0; i < kVendorFunctions.size(); ++i) {
+            const std::string& name = kVendorFunctions[i];
+            if (vendorList[i + 1] == reinterpret_cast<TargetWord>(ExportedAddress(name.c_str())))
+                own.push_back(name);
+        }
+        return own;
+    }
+
+    static void ExpectVersion(CK_VERSION expected, CK_VERSION version) {
+        EXPECT_EQ(expected.major, version.major);
+        EXPECT_EQ(expected.minor, version.minor);
+    }
+    static void ExpectVendorVersion(const TargetWord* vendorList) {
+        ExpectVersion(kTargetVendorListVersion, *reinterpret_cast<const CK_VERSION*>(vendorList));
+    }
+};
+
+}  // namespace
+
+TEST_F(FunctionList, IsTheTargetsOwnWithEntryPointsOfThisLibrary) {
+    Load();
+    CK_FUNCTION_LIST* list = nullptr;
+    CK_FUNCTION_LIST* targetsList = nullptr;
+    script.answer = [&] { targetsList = list; };
+    EXPECT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+    ASSERT_NE(nullptr, list);
+    EXPECT_EQ(targetsList, list);
+    EXPECT_EQ(kStandardFunctions, OwnFunctionsIn(*list));
+    ExpectVersion(kTargetListVersion, list->version);
+}
+
+TEST_F(FunctionList, StaysSoWhenAskedForAgain) {
+    CK_FUNCTION_LIST* const list = List();
+    EXPECT_EQ(list, List());
+    EXPECT_EQ(kStandardFunctions, OwnFunctionsIn(*list));
+}
+
+TEST_F(FunctionList, LeadsToLoggedCalls) {
+    CK_FUNCTION_LIST* const list = List();
+    ClearLog();
+    RestartClock();
+    EXPECT_EQ(CKR_OK, list->C_Logout(0x51));
+    EXPECT_EQ(WithIds("\n\n10:15:30 <id>:STRTLogout {Sesn=81 }\n10:15:30 <id>:FINILogout CKR_OK12345clks {}"),
+              Log());
+    EXPECT_EQ("C_Logout", script.received.back().function);
+}
+
+TEST_F(FunctionList, IsACopyWhenTheTargetsCannotBeWritten) {
+    UseTargetWithConstLists();
+    Load();
+    CK_FUNCTION_LIST* list = nullptr;
+    CK_FUNCTION_LIST* targetsList = nullptr;
+    script.answer = [&] { targetsList = list; };
+    EXPECT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+    ASSERT_NE(nullptr, list);
+    EXPECT_NE(targetsList, list);
+    EXPECT_EQ(kStandardFunctions, OwnFunctionsIn(*list));
+    ExpectVersion(kTargetListVersion, list->version);
+    EXPECT_EQ(Names{}, OwnFunctionsIn(*targetsList));
+    EXPECT_EQ(list, List());
+}
+
+TEST_F(FunctionList, StaysTheTargetsWhenTheTargetFails) {
+    Load();
+    CK_FUNCTION_LIST* list = nullptr;
+    script.result = CKR_GENERAL_ERROR;
+    EXPECT_EQ(CKR_GENERAL_ERROR, api.C_GetFunctionList(&list));
+    ASSERT_NE(nullptr, list);
+    EXPECT_EQ(Names{}, OwnFunctionsIn(*list));
+    ExpectVersion(kTargetListVersion, list->version);
+}
+
+TEST_F(FunctionList, IsTheTargetsBusinessWhenTheArgumentIsNull) {
+    Load();
+    EXPECT_EQ(CKR_OK, api.C_GetFunctionList(nullptr));
+    script.result = CKR_ARGUMENTS_BAD;
+    EXPECT_EQ(CKR_ARGUMENTS_BAD, api.C_GetFunctionList(nullptr));
+}
+
+TEST_F(FunctionList, MayBeMissingAfterSuccess) {
+    Load();
+    CK_FUNCTION_LIST* list = nullptr;
+    script.answer = [&] { list = nullptr; };
+    EXPECT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+    EXPECT_EQ(nullptr, list);
+}
+
+TEST_F(FunctionList, IsNoneWithoutATarget) {
+    Set("LibUNIX64", directory.File("nothing.so"));
+    Load();
+    CK_FUNCTION_LIST* list = &api;
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, api.C_GetFunctionList(&list));
+    EXPECT_EQ(&api, list);
+}
+
+TEST_F(FunctionList, OfAReloadedTargetIsFilledAgain) {
+    List();
+    Restart();
+    EXPECT_EQ(kStandardFunctions, OwnFunctionsIn(*List()));
+}
+
+TEST_F(FunctionList, OfTheVendorIsTheTargetsOwnWithEntryPointsOfThisLibrary) {
+    void* list = nullptr;
+    void* targetsList = nullptr;
+    script.answer = [&] { targetsList = list; };
+    EXPECT_EQ(CKR_OK, Exported<GetVendorList>("CA_GetFunctionList")(&list));
+    ASSERT_NE(nullptr, list);
+    EXPECT_EQ(targetsList, list);
+    EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(static_cast<TargetWord*>(list)));
+    ExpectVendorVersion(static_cast<TargetWord*>(list));
+}
+
+TEST_F(FunctionList, OfTheVendorIsACopyWhenTheTargetsCannotBeWritten) {
+    UseTargetWithConstLists();
+    void* list = nullptr;
+    void* targetsList = nullptr;
+    script.answer = [&] { targetsList = list; };
+    EXPECT_EQ(CKR_OK, Exported<GetVendorList>("CA_GetFunctionList")(&list));
+    ASSERT_NE(nullptr, list);
+    EXPECT_NE(targetsList, list);
+    EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(static_cast<TargetWord*>(list)));
+    ExpectVendorVersion(static_cast<TargetWord*>(list));
+    EXPECT_EQ(Names{}, OwnFunctionsIn(static_cast<TargetWord*>(targetsList)));
+}
+
+TEST_F(FunctionList, OfTheVendorStaysTheTargetsWhenTheTargetFails) {
+    void* list = nullptr;
+    script.result = CKR_GENERAL_ERROR;
+    EXPECT_EQ(CKR_GENERAL_ERROR, Exported<GetVendorList>("CA_GetFunctionList")(&list));
+    ASSERT_NE(nullptr, list);
+    EXPECT_EQ(Names{}, OwnFunctionsIn(static_cast<TargetWord*>(list)));
+    ExpectVendorVersion(static_cast<TargetWord*>(list));
+}
+
+TEST_F(FunctionList, OfTheVendorIsNeverLogged) {
+    VendorList();
+    EXPECT_EQ("", Log());
+}
+
+TEST_F(FunctionList, OfTheVendorStartsNothingForANullArgument) {
+    EXPECT_EQ(0x20u, Exported<GetVendorList>("CA_GetFunctionList")(nullptr));
+    EXPECT_EQ(0, script.loads);
+    EXPECT_FALSE(std::filesystem::exists(LogPath()));
+    VendorList();
+    EXPECT_EQ(1, script.loads);
+    EXPECT_TRUE(std::filesystem::exists(LogPath()));
+}
+
+TEST_F(FunctionList, OfTheVendorIsRefusedForANullArgumentAfterTheStart) {
+    VendorList();
+    script.received.clear();
+    EXPECT_EQ(0x20u, Exported<GetVendorList>("CA_GetFunctionList")(nullptr));
+    EXPECT_EQ(0u, script.received.size());
+}
