@@ -8,7 +8,6 @@ from client_test import PIN, compare_sessions
 
 def session(place):
     place.write("note", "Pay the bearer on demand.\n")
-    place.run("ssh-keygen", "-y", "-f", "rsa.key")
     place.write("rsa.pub", place.run("ssh-keygen", "-y", "-f", "rsa.key"))
     place.write(
         "script",
@@ -30,5 +29,9 @@ compare_sessions(
     complete_target=True,
     expected=[
         'FINIInitialize CKR_OK {}',
+        'STRTLogin {Sesn=... User=1 PIN="********" }',
+        'STRTSign_Init {Sesn=... Mech=(CKM_RSA_PKCS,"<null>") Obj=... }',
+        'FINISign CKR_OK {"..." }',
+        'FINIFinalize CKR_OK {}',
     ],
 )
