@@ -22,7 +22,7 @@ struct {
 
 // A zone whose name does not fit is looked at anew for every record.
 bool IsRemembered(std::time_t second, const char* zone) {
-    return second == remembered.second && std::strncmp(zone, remembered.zone, sizeof remembered.zone) == 0;
+    return second == remembered.second && std::strcmp(zone, remembered.zone) == 0;
 }
 
 void Remember(std::time_t second, const char* zone) {
@@ -35,7 +35,7 @@ void Remember(std::time_t second, const char* zone) {
     remembered.length = std::strcspn(text, "\n");
     std::memcpy(remembered.text, text, remembered.length);
     remembered.second = second;
-    std::strncpy(remembered.zone, zone, sizeof remembered.zone);
+    std::strncpy(remembered.zone, zone, sizeof remembered.zone - 1);
 }
 
 }  // namespace

@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <map>
+#include <string>
+
+#include "descriptors/command_descriptor.h"
+#include "tests/descriptors/expected_command_names.h"
+
+namespace {
+
+const char* NameOfType(unsigned type) { return CommandDescriptor::GetCommandType(CommandType{type}); }
+const char* NameOfSpecifier(unsigned specifier) {
+    return CommandDescriptor::GetCommandSpecifier(CommandSpecifier{specifier});
+}
+const char* NameOfPhase(unsigned phase) { return CommandDescriptor::GetCommandPhase(CommandPhase{phase}); }
+unsigned SpecifierOfName(const char* name) { return CommandDescriptor::GetCommandSpecifier(name); }
+unsigned PhaseOfName(const char* name) { return CommandDescriptor::GetCommandPhase(name); }
+
+TEST(CommandNames, EveryTypeHasItsNameAndNoOtherHasOne) {
+    std::map<unsigned, const char*> names;
+    for (const ExpectedCommandName& expected : kExpectedCommandNames) names[expected.type] = expected.name;
+    ASSERT_EQ(names.size(), 274U);
+    for (unsigned type = 0; type < 1000; ++type) {
+        const auto found = names.find(type);
+        EXPECT_STREQ(NameOfType(type), found == names.end() ? "UnknownType" : found->second) << type;
+    }
+    EXPECT_STREQ(NameOfType(UINT_MAX), "UnknownType");
+    EXPECT_STREQ(NameOfType(1U << 31), "UnknownType");
+}
+
+TEST(CommandNames, TypesOfTheStandardHaveTheirNumbers) {
+    EXPECT_STREQ(NameOfType(kInitialize), "Initialize");
+    EXPECT_STREQ(NameOfType(kTerminate), "Terminate");
+    EXPECT_STREQ(NameOfType(kWaitForSlotEvent), "WaitForSlotEvent");
+    EXPECT_STREQ(NameOfType(kOpenSession), "OpenSession");
+    EXPECT_STREQ(NameOfType(kVerifyRecover), "VerifyRecover");
+    EXPECT_STREQ(NameOfType(kDecryptVerify), "DecryptVerify");
+    EXPECT_EQ(kGetFunctionStatus, 44U);
+    EXPECT_EQ(kCancelFunction, 45U);
+    EXPECT_EQ(kPerformSelfTest, 50U);
+}
+
+TEST(CommandNames, SpecifiersLeadThereAndBack) {
+    const char* const names[] = {"None", "Init", "Update", "Final", "Key"};
+    for (unsigned specifier = 0; specifier < 5; ++specifier) {
+        EXPECT_STREQ(NameOfSpecifier(specifier), names[specifier]);
+        EXPECT_EQ(SpecifierOfName(names[specifier]), specifier);
+    }
+    for (const unsigned specifier : {5U, 6U, 1000U, UINT_MAX}) {
+        EXPECT_STREQ(NameOfSpecifier(specifier), "UnknownSpecifier");
+    }
+    for (const char* name : {"", "none", "INIT", "Fin", "Final ", "UnknownSpecifier", "1"}) {
+        EXPECT_EQ(SpecifierOfName(name), 5U) << name;
+    }
+}
+
+TEST(CommandNames, PhasesHaveANameInEachFormat) {
+    bUseNewLogFormat.store(0);
+    EXPECT_STREQ(NameOfPhase(0), "Start");
+    EXPECT_STREQ(NameOfPhase(1), "End");
+    for (const unsigned phase : {2U, 5U, UINT_MAX}) EXPECT_STREQ(NameOfPhase(phase), "UnknownPhase");
+    bUseNewLogFormat.store(1);
+    EXPECT_STREQ(NameOfPhase(0), "STRT");
+    EXPECT_STREQ(NameOfPhase(1), "FINI");
+    for (const unsigned phase : {2U, 5U, UINT_MAX}) EXPECT_STREQ(NameOfPhase(phase), "ERR!");
+    bUseNewLogFormat.store(0);
+}
+
+TEST(CommandNames, OnlyOldNamesOfPhasesLeadBack) {
+    for (const int format : {0, 1}) {
+        bUseNewLogFormat.store(format);
+        EXPECT_EQ(PhaseOfName("Start"), 0U);
+        EXPECT_EQ(PhaseOfName("End"), 1U);
+        for (const char* name : {"STRT", "FINI", "ERR!", "UnknownPhase", "start", "END", "", "End "}) {
+            EXPECT_EQ(PhaseOfName(name), 5U) << name;
+        }
+    }
+    bUseNewLogFormat.store(0);
+}
+
+}  // namespace
