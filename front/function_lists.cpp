@@ -29,18 +29,19 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
     static List copyOfReadOnlyList;
     if (rv != CKR_OK || result == nullptr || *result == nullptr) return rv;
 
-    const HostShield shield;
-    const OrmaLock lock(listMutex.object);
-    List own = {};
-    own.version = (*result)->version;
-    PutOwnEntryPoints(own);
-    if (std::memcmp(*result, &own, sizeof own) == 0) return rv;
-    if (IsWritable(*result, sizeof own)) {
-        PutOwnEntryPoints(**result);
-    } else {
-        copyOfReadOnlyList = own;
-        *result = &copyOfReadOnlyList;
-    }
+    BehindHostShield([result] {
+        const OrmaLock lock(listMutex.object);
+        List own = {};
+        own.version = (*result)->version;
+        PutOwnEntryPoints(own);
+        if (std::memcmp(*result, &own, sizeof own) == 0) return;
+        if (IsWritable(*result, sizeof own)) {
+            PutOwnEntryPoints(**result);
+        } else {
+            copyOfReadOnlyList = own;
+            *result = &copyOfReadOnlyList;
+        }
+    });
     return rv;
 }
 

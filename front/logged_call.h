@@ -17,12 +17,13 @@ void MakeRecord(const Builder& builder) {
     if (AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0) return;
     OrmaMutex* const recordLock = pCkLogMutex.load(std::memory_order_acquire);
     if (recordLock == nullptr) return;
-    const HostShield shield;
-    const OrmaLock lock(*recordLock);
-    try {
-        builder();
-    } catch (...) {
-    }
+    BehindHostShield([&] {
+        const OrmaLock lock(*recordLock);
+        try {
+            builder();
+        } catch (...) {
+        }
+    });
 }
 
 // After a failure, arguments may be anything: nothing about them is taken from memory.
@@ -37,7 +38,8 @@ void MakeEndRecord(CK_RV rv, const Builder& builder) {
 // A call of a standard function. The mask is asked before and after, each time on its own: when it changes in
 // between, a call has one record; kept.
 //
-// No lock is held across the forwarded call, and no object that needs destruction lives then.
+// No lock is held across the forwarded call, and nothing here needs clean-up when the thread ends inside it
+// (see util/host_shield.h).
 template <class Start, class Forward, class End>
 CK_RV LoggedCall(int classBit, const Start& start, const Forward& forward, const End& end) {
     StartLibrary();

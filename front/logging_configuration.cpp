@@ -71,8 +71,7 @@ unsigned CkLogConfig::GetLoggingMask() {
 }
 
 void CkLogConfig::RefreshLoggingMask() {
-    const HostShield shield;
-    GetLoggingMask();
+    BehindHostShield([this] { GetLoggingMask(); });
 }
 
 int CkLogConfig::LoggingLevel() {

@@ -101,21 +101,23 @@ __attribute__((destructor)) void Unload() {
 }  // namespace
 
 void CkLogSpecialInitialize() {
-    const HostShield shield;
-    const OrmaLock lock(startMutex.object);
-    if (alreadyInitialized.load(std::memory_order_acquire) != 0 || isStarting) return;
-    isStarting = true;
-    InitCkLog();
-    isStarting = false;
-    alreadyFinalized.store(0);
-    alreadyInitialized.store(1, std::memory_order_release);
+    BehindHostShield([] {
+        const OrmaLock lock(startMutex.object);
+        if (alreadyInitialized.load(std::memory_order_acquire) != 0 || isStarting) return;
+        isStarting = true;
+        InitCkLog();
+        isStarting = false;
+        alreadyFinalized.store(0);
+        alreadyInitialized.store(1, std::memory_order_release);
+    });
 }
 
 void CkLogSpecialFinalize() {
-    const HostShield shield;
-    const OrmaLock lock(startMutex.object);
-    if (alreadyFinalized.load() != 0) return;
-    ExitCkLog();
-    alreadyFinalized.store(1);
-    alreadyInitialized.store(0, std::memory_order_release);
+    BehindHostShield([] {
+        const OrmaLock lock(startMutex.object);
+        if (alreadyFinalized.load() != 0) return;
+        ExitCkLog();
+        alreadyFinalized.store(1);
+        alreadyInitialized.store(0, std::memory_order_release);
+    });
 }

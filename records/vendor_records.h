@@ -1,9 +1,9 @@
 // The record builders of the vendor's functions: for each CA_Xxx the start record, written before the call is
 // forwarded, and the end record, written after it.
 //
-// They ask for no logging level: whoever calls them has decided that the call is logged. The arguments of the call
-// are taken as they came; pointers may be null or wild. Nothing behind an output pointer is read unless the call
-// succeeded or its buffer was too small. No PIN or other secret is read at all.
+// They ask for no logging level: whoever calls them has decided that the call is logged. The arguments of the
+// call are taken as they came; pointers may be null or wild. Nothing behind an output pointer is read unless
+// the call succeeded or its buffer was too small. No PIN or other secret is read at all.
 //
 // Needs the record lock. Throws std::bad_alloc, and then has written nothing.
 #pragma once

@@ -1,0 +1,224 @@
+// Records of the token's own audit log and clock.
+
+#include "records/vendor_children.h"
+#include "records/vendor_commands.h"
+#include "records/vendor_records.h"
+
+void InitAuditCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_CHAR_PTR pLabel) {
+    CommandDescriptor command(kCmdInitAudit, kStart, 0);
+    command.AddDescriptor(Slot(slotID));
+    command.AddDescriptor(Pointer(pPin));
+    command.AddDescriptor(Number(ulPinLen));
+    command.AddDescriptor(Pin(pPin));
+    command.AddDescriptor(Pointer(pLabel));
+    AddText(command, pLabel, ReadableTextLength(pLabel));
+    command.Capture();
+}
+
+void InitAuditCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG, CK_CHAR_PTR) {
+    CommandDescriptor command(kCmdInitAudit, kEnd, rv);
+    command.Capture();
+}
+
+void LogVerifyCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMessages, CK_ULONG ulMessageCount,
+                       CK_ULONG ulChained, CK_ULONG_PTR pulVerified) {
+    CommandDescriptor command(kCmdLogVerify, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pMessages));
+    command.AddDescriptor(Number(ulMessageCount));
+    command.AddDescriptor(Number(ulChained));
+    command.AddDescriptor(Pointer(pulVerified));
+    command.Capture();
+}
+
+void LogVerifyCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMessages, CK_ULONG ulMessageCount,
+                     CK_ULONG ulChained, CK_ULONG_PTR pulVerified) {
+    CommandDescriptor command(kCmdLogVerify, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Session(hSession));
+        command.AddDescriptor(Pointer(pMessages));
+        command.AddDescriptor(Number(ulMessageCount));
+        command.AddDescriptor(Number(ulChained));
+        command.AddDescriptor(Pointer(pulVerified));
+        AddNumberAt(command, pulVerified);
+    }
+    command.Capture();
+}
+
+void LogVerifyFileCmdStart(CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFileName, CK_ULONG_PTR pulVerified) {
+    CommandDescriptor command(kCmdLogVerifyFile, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pFileName));
+    AddText(command, pFileName, ReadableTextLength(pFileName));
+    command.AddDescriptor(Pointer(pulVerified));
+    command.Capture();
+}
+
+void LogVerifyFileCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFileName,
+                         CK_ULONG_PTR pulVerified) {
+    CommandDescriptor command(kCmdLogVerifyFile, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Session(hSession));
+        command.AddDescriptor(Pointer(pFileName));
+        AddText(command, pFileName, ReadableTextLength(pFileName));
+        command.AddDescriptor(Pointer(pulVerified));
+        AddNumberAt(command, pulVerified);
+    }
+    command.Capture();
+}
+
+void LogExternalCmdStart(CK_SLOT_ID slotID, CK_SESSION_HANDLE hSession, CK_CHAR_PTR pMessage,
+                         CK_ULONG ulMessageLen) {
+    CommandDescriptor command(kCmdLogExternal, kStart, 0);
+    command.AddDescriptor(Slot(slotID));
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pMessage));
+    command.AddDescriptor(Number(ulMessageLen));
+    AddText(command, pMessage, ulMessageLen);
+    command.Capture();
+}
+
+void LogExternalCmdEnd(CK_RV rv, CK_SLOT_ID, CK_SESSION_HANDLE, CK_CHAR_PTR, CK_ULONG) {
+    CommandDescriptor command(kCmdLogExternal, kEnd, rv);
+    command.Capture();
+}
+
+void LogImportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret, CK_ULONG ulLogSecretLen) {
+    CommandDescriptor command(kCmdLogImportSecret, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pLogSecret));
+    AddBytes(command, pLogSecret, ulLogSecretLen);
+    command.Capture();
+}
+
+void LogImportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
+    CommandDescriptor command(kCmdLogImportSecret, kEnd, rv);
+    command.Capture();
+}
+
+void LogExportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret, CK_ULONG_PTR) {
+    CommandDescriptor command(kCmdLogExportSecret, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pLogSecret));
+    command.Capture();
+}
+
+void LogExportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret,
+                           CK_ULONG_PTR pulLogSecretLen) {
+    CommandDescriptor command(kCmdLogExportSecret, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Session(hSession));
+        command.AddDescriptor(Pointer(pLogSecret));
+        AddBytes(command, pLogSecret, ValueAt(pulLogSecretLen));
+    }
+    command.Capture();
+}
+
+void TimeSyncCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTime) {
+    CommandDescriptor command(kCmdTimeSync, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Number(ulTime));
+    command.Capture();
+}
+
+void TimeSyncCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
+    CommandDescriptor command(kCmdTimeSync, kEnd, rv);
+    command.Capture();
+}
+
+void GetTimeCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulTime) {
+    CommandDescriptor command(kCmdGetTime, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pulTime));
+    command.Capture();
+}
+
+void GetTimeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulTime) {
+    CommandDescriptor command(kCmdGetTime, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Session(hSession));
+        command.AddDescriptor(Pointer(pulTime));
+        AddNumberAt(command, pulTime);
+    }
+    command.Capture();
+}
+
+void LogSetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMask, CK_ULONG ulRotation,
+                          CK_ULONG ulInterval, CK_ULONG ulMaxSize, CK_CHAR_PTR pPath) {
+    CommandDescriptor command(kCmdLogSetConfig, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Number(ulMask));
+    command.AddDescriptor(Number(ulRotation));
+    command.AddDescriptor(Number(ulInterval));
+    command.AddDescriptor(Number(ulMaxSize));
+    command.AddDescriptor(Pointer(pPath));
+    AddText(command, pPath, ReadableTextLength(pPath));
+    command.Capture();
+}
+
+void LogSetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_CHAR_PTR) {
+    CommandDescriptor command(kCmdLogSetConfig, kEnd, rv);
+    command.Capture();
+}
+
+void LogGetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMask, CK_ULONG_PTR pulRotation,
+                          CK_ULONG_PTR pulInterval, CK_ULONG_PTR pulMaxSize, CK_CHAR_PTR pPath) {
+    CommandDescriptor command(kCmdLogGetConfig, kStart, 0);
+    command.AddDescriptor(Session(hSession));
+    command.AddDescriptor(Pointer(pulMask));
+    command.AddDescriptor(Pointer(pulRotation));
+    command.AddDescriptor(Pointer(pulInterval));
+    command.AddDescriptor(Pointer(pulMaxSize));
+    command.AddDescriptor(Pointer(pPath));
+    command.Capture();
+}
+
+void LogGetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMask, CK_ULONG_PTR pulRotation,
+                        CK_ULONG_PTR pulInterval, CK_ULONG_PTR pulMaxSize, CK_CHAR_PTR pPath) {
+    CommandDescriptor command(kCmdLogGetConfig, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Session(hSession));
+        command.AddDescriptor(Pointer(pulMask));
+        command.AddDescriptor(Pointer(pulRotation));
+        command.AddDescriptor(Pointer(pulInterval));
+        command.AddDescriptor(Pointer(pulMaxSize));
+        command.AddDescriptor(Pointer(pPath));
+        AddNumberAt(command, pulMask);
+        AddNumberAt(command, pulRotation);
+        AddNumberAt(command, pulInterval);
+        AddNumberAt(command, pulMaxSize);
+        AddText(command, pPath, ReadableTextLength(pPath));
+    }
+    command.Capture();
+}
+
+void LogGetStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_PTR pulStatus2,
+                          CK_ULONG_PTR pulStatus3, CK_ULONG_PTR pulStatus4, CK_ULONG_PTR pulStatus5) {
+    CommandDescriptor command(kCmdLogGetStatus, kStart, 0);
+    command.AddDescriptor(Slot(slotID));
+    command.AddDescriptor(Pointer(pulStatus1));
+    command.AddDescriptor(Pointer(pulStatus2));
+    command.AddDescriptor(Pointer(pulStatus3));
+    command.AddDescriptor(Pointer(pulStatus4));
+    command.AddDescriptor(Pointer(pulStatus5));
+    command.Capture();
+}
+
+void LogGetStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_PTR pulStatus2,
+                        CK_ULONG_PTR pulStatus3, CK_ULONG_PTR pulStatus4, CK_ULONG_PTR pulStatus5) {
+    CommandDescriptor command(kCmdLogGetStatus, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Slot(slotID));
+        command.AddDescriptor(Pointer(pulStatus1));
+        command.AddDescriptor(Pointer(pulStatus2));
+        command.AddDescriptor(Pointer(pulStatus3));
+        command.AddDescriptor(Pointer(pulStatus4));
+        command.AddDescriptor(Pointer(pulStatus5));
+        AddNumberAt(command, pulStatus1);
+        AddNumberAt(command, pulStatus2);
+        AddNumberAt(command, pulStatus3);
+        AddNumberAt(command, pulStatus4);
+        AddNumberAt(command, pulStatus5);
+    }
+    command.Capture();
+}

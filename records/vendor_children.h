@@ -1,0 +1,25 @@
+// What only the records of the vendor's functions are written with; the rest is in records/record_children.h.
+#pragma once
+
+#include "records/record_children.h"
+
+// Whether an end record shows more than the result: after success, and when a buffer was too small.
+inline bool ShowsOutputs(CK_RV rv) { return rv == CKR_OK || rv == CKR_BUFFER_TOO_SMALL; }
+
+inline CK_ULONG AddressOf(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
+
+// Each adds what stands behind a pointer, and nothing for a null pointer.
+void AddNumberAt(CommandDescriptor& command, const CK_ULONG* number, const char* label = nullptr);
+void AddBytes(CommandDescriptor& command, const void* bytes, CK_ULONG length, const char* label = nullptr);
+// A text is two children, the same bytes as a string and as a value.
+void AddText(CommandDescriptor& command, const void* text, CK_ULONG length, const char* label = nullptr);
+
+// Policies or capabilities that are set: their count, then each identifier with its value.
+void capsOrPolicyArrayAdd(CommandDescriptor& command, CK_ULONG count, const CK_ULONG* ids,
+                          const CK_ULONG* values);
+// The addresses through which a set of them is asked for, with the room that is behind them.
+void capsOrPolicyPtrsAdd(CommandDescriptor& command, const CK_ULONG* ids, const CK_ULONG* idCount,
+                         const CK_ULONG* values, const CK_ULONG* valueCount);
+// The set that was returned. The two arrays may differ in length, each is shown to its own count.
+void capsOrPolicyDescAdd(CommandDescriptor& command, const CK_ULONG* ids, const CK_ULONG* idCount,
+                         const CK_ULONG* values, const CK_ULONG* valueCount);
