@@ -1,0 +1,221 @@
+// What the store does when the system lets it down: no memory, failing and short reads and writes. The calls
+// are replaced when this program is linked.
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <new>
+#include <string>
+
+#include "config/file_text.h"
+#include "config/growing_text.h"
+#include "tests/config/configuration_test.h"
+
+namespace {
+
+constexpr int kNever = -1;
+
+struct Faults {
+    int newsUntilFailure = kNever;
+    int reallocsUntilFailure = kNever;
+    bool failsStatus = false;
+    long readLimit = -1;    // the most that a read gives; -2 for an error
+    long writeLimit = -1;   // the most that a write takes; -2 for an error
+    int interruptions = 0;  // of the next writes
+    int writes = 0;
+} faults;
+
+// Counts down to 0; true there, and from then on.
+bool IsDue(int* countdown) {
+    if (*countdown == kNever) return false;
+    if (*countdown == 0) return true;
+    --*countdown;
+    return false;
+}
+
+}  // namespace
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return IsDue(&faults.newsUntilFailure) ? nullptr : ::operator new[](size);
+}
+
+extern "C" {
+
+void* __real_realloc(void* block, size_t size);
+int __real_fstat(int file, struct stat* status);
+ssize_t __real_read(int file, void* buffer, size_t size);
+ssize_t __real_write(int file, const void* buffer, size_t size);
+
+void* __wrap_realloc(void* block, size_t size) {
+    return IsDue(&faults.reallocsUntilFailure) ? nullptr : __real_realloc(block, size);
+}
+
+int __wrap_fstat(int file, struct stat* status) {
+    return faults.failsStatus ? -1 : __real_fstat(file, status);
+}
+
+ssize_t __wrap_read(int file, void* buffer, size_t size) {
+    if (faults.readLimit == -2) return -1;
+    const size_t most = static_cast<size_t>(faults.readLimit);
+    return __real_read(file, buffer, faults.readLimit >= 0 && size > most ? most : size);
+}
+
+ssize_t __wrap_write(int file, const void* buffer, size_t size) {
+    ++faults.writes;
+    if (faults.interruptions > 0) {
+        --faults.interruptions;
+        errno = EINTR;
+        return -1;
+    }
+    if (faults.writeLimit == -2) {
+        errno = ENOSPC;
+        return -1;
+    }
+    const size_t most = static_cast<size_t>(faults.writeLimit);
+    return __real_write(file, buffer, faults.writeLimit >= 0 && size > most ? most : size);
+}
+
+}  // extern "C"
+
+namespace {
+
+class FaultsTest : public ConfigurationTest {
+protected:
+    FaultsTest() { Write(kText); }
+    ~FaultsTest() override { faults = Faults(); }
+
+    void ExpectEveryEditFailsAndNothingChanges() {
+        EXPECT_EQ(0, store.SetConfigurationInfo("Misc", "Key", "new"));
+        EXPECT_EQ(0, store.ClearConfigurationInfo("Misc", "Key"));
+        EXPECT_EQ(0, store.ClearConfigurationInfo("Misc"));
+        EXPECT_EQ(0, store.ReplaceConfigurationInfo("Misc", "x", 0));
+        EXPECT_EQ(0, store.DeleteVirtualToken(0, false));
+        EXPECT_EQ(0, store.RemoveVirtualTokenMember(0, "1", false));
+        faults = Faults();
+        EXPECT_EQ(kText, Text());
+    }
+
+    static constexpr char kText[] =
+        "Misc = {\n   Key = old;\n}\n"
+        "VirtualToken = {\n   VirtualToken00Label = zero;\n   VirtualToken00Members = 1,2;\n"
+        "   VirtualToken01Label = one;\n}\n";
+};
+
+TEST_F(FaultsTest, WithoutMemoryForTheTextNothingIsFound) {
+    faults.newsUntilFailure = 0;
+    EXPECT_EQ("(none)", Lookup("Misc", "Key"));
+    char* contents = nullptr;
+    unsigned long size = 0;
+    EXPECT_EQ(0, store.ReadConfigurationFile(path.c_str(), &contents, &size));
+    EXPECT_EQ(nullptr, contents);
+    EXPECT_EQ(0, store.DumpFile(stdout));
+    EXPECT_STREQ("/usr/lib/libmordavek2.so", store.LibraryFileName());
+    ExpectEveryEditFailsAndNothingChanges();
+}
+
+TEST_F(FaultsTest, WithoutMemoryForTheNewTextTheFileIsUntouched) {
+    faults.reallocsUntilFailure = 0;
+    ExpectEveryEditFailsAndNothingChanges();
+}
+
+TEST_F(FaultsTest, WithoutMemoryInTheMiddleOfTheNewTextTheFileIsUntouched) {
+    std::string text(kText);
+    for (int i = 0; i < 1000; ++i) text += "# some line or other\n";
+    Write(text);
+    int successes = 0;
+    for (int countdown = 0; successes == 0; ++countdown) {
+        ASSERT_GT(100, countdown);
+        faults.reallocsUntilFailure = countdown;
+        successes += store.SetConfigurationInfo("Misc", "Key", "new");
+        faults.reallocsUntilFailure = kNever;
+        EXPECT_EQ(successes == 1 ? "new" : "old", Lookup("Misc", "Key"));
+        EXPECT_EQ(text.size(), Text().size());
+    }
+}
+
+TEST_F(FaultsTest, WithoutMemoryForTheTokensThatStayTheFileIsUntouched) {
+    for (int countdown = 0; countdown < 2; ++countdown) {
+        faults.reallocsUntilFailure = countdown;
+        EXPECT_EQ(0, store.DeleteVirtualToken(1, false));
+        faults.reallocsUntilFailure = kNever;
+        EXPECT_EQ(kText, Text());
+    }
+}
+
+TEST_F(FaultsTest, FileWhoseStatusIsNotToldHoldsNothing) {
+    faults.failsStatus = true;
+    EXPECT_EQ("(none)", Lookup("Misc", "Key"));
+    ExpectEveryEditFailsAndNothingChanges();
+}
+
+TEST_F(FaultsTest, FailedReadGivesAnEmptyText) {
+    faults.readLimit = -2;
+    FileText file;
+    EXPECT_TRUE(file.Read(path.c_str()));
+    EXPECT_STREQ("", file.text.get());
+    EXPECT_EQ(sizeof kText - 1, file.size);
+    EXPECT_FALSE(file.isWhole);
+    EXPECT_EQ("(none)", Lookup("Misc", "Key"));
+    ExpectEveryEditFailsAndNothingChanges();
+}
+
+TEST_F(FaultsTest, ReadThatGivesNothingFails) {
+    faults.readLimit = 0;
+    FileText file;
+    EXPECT_FALSE(file.Read(path.c_str()));
+    EXPECT_EQ(nullptr, file.text);
+    ExpectEveryEditFailsAndNothingChanges();
+}
+
+TEST_F(FaultsTest, ShortReadGivesTheBeginningOfTheText) {
+    faults.readLimit = 9;
+    FileText file;
+    EXPECT_TRUE(file.Read(path.c_str()));
+    EXPECT_STREQ("Misc = {\n", file.text.get());
+    EXPECT_FALSE(file.isWhole);
+    EXPECT_EQ("(none)", Lookup("Misc", "Key"));
+    faults.readLimit = 20;
+    EXPECT_EQ("ol", Lookup("Misc", "Key"));
+    faults.readLimit = sizeof kText - 2;
+    ExpectEveryEditFailsAndNothingChanges();
+}
+
+TEST_F(FaultsTest, ShortAndInterruptedWritesGoOn) {
+    faults.writeLimit = 7;
+    faults.interruptions = 2;
+    EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
+    EXPECT_LT(10, faults.writes);
+    std::string expected(kText);
+    EXPECT_EQ(expected.replace(expected.find("old"), 3, "new"), Text());
+}
+
+// The file is truncated by then, and nothing can be done about it.
+TEST_F(FaultsTest, FailedWriteIsGivenUpAndNotReported) {
+    faults.writeLimit = -2;
+    EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
+    EXPECT_EQ(1, faults.writes);
+    EXPECT_EQ("", Text());
+}
+
+TEST_F(FaultsTest, FileIsWrittenInOneGo) {
+    EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
+    EXPECT_EQ(1, faults.writes);
+}
+
+TEST(GrowingText, KeepsWhatItHadWhenMemoryEnds) {
+    GrowingText text;
+    text.Append("");
+    EXPECT_TRUE(text.IsWhole());
+    EXPECT_EQ("", text.View());
+    text.Append("abc");
+    faults.reallocsUntilFailure = 0;
+    text.Append(std::string(100, 'x'));
+    faults.reallocsUntilFailure = kNever;
+    EXPECT_FALSE(text.IsWhole());
+    text.Append("d");
+    EXPECT_FALSE(text.IsWhole());
+    EXPECT_EQ("abc", text.View());
+}
+
+}  // namespace
