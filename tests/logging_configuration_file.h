@@ -1,0 +1,38 @@
+#ifndef CKSCRIBE_TESTS_LOGGING_CONFIGURATION_FILE_H
+#define CKSCRIBE_TESTS_LOGGING_CONFIGURATION_FILE_H
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "front/process_objects.h"
+#include "tests/temporary_directory.h"
+
+inline std::string FileText(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+// A configuration file in a directory of a test's own, found by every configuration object that is made while
+// this one lives and by the one of the process.
+class LoggingConfigurationFile {
+public:
+    LoggingConfigurationFile() {
+        setenv("WendrafilConfigurationPath", directory.Path().c_str(), 1);
+        configuration.InitializeConfFileName();
+    }
+    ~LoggingConfigurationFile() { unsetenv("WendrafilConfigurationPath"); }
+
+    // Makes the section "CkLog2" hold these lines, for example "NewFormat = 1;".
+    void Write(const std::string& lines) {
+        std::ofstream(directory.File("Wendrafil.conf"), std::ios::binary) << "CkLog2 = {\n" << lines << "}\n";
+    }
+
+    std::string Text() const { return FileText(directory.File("Wendrafil.conf")); }
+
+    TemporaryDirectory directory;
+};
+
+#endif
