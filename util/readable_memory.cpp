@@ -8,7 +8,8 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
+
+#include "util/lasting_memory.h"
 
 namespace {
 
@@ -32,20 +33,36 @@ bool KernelCanRead(std::uintptr_t address) {
     return result == 0 || errno != EFAULT;
 }
 
-// First pages of what was read lately. An application's arguments lie on few pages, and asking the kernel for
-// every one of them in every record would cost as much as writing the record.
-constexpr std::size_t kRemembered = 64;
-std::uintptr_t rememberedPages[kRemembered];
+// Pages that were found readable. Asking the kernel for every argument in every record would cost as much as
+// writing the record; but an application may unmap a page and name it all the same in a later call.
+struct KnownPage {
+    std::uintptr_t page = 0;
+    unsigned long epoch = 0;
+};
+constexpr std::size_t kKnownPages = 64;
+KnownPage knownPages[kKnownPages];
+unsigned long epoch = 1;
 
-std::uintptr_t& PlaceOf(std::uintptr_t page) { return rememberedPages[page / kPageSize % kRemembered]; }
+KnownPage& PlaceOf(std::uintptr_t page) { return knownPages[page / kPageSize % kKnownPages]; }
+
+bool CanBeRead(std::uintptr_t address) {
+    if (!KernelCanRead(address)) return false;
+    const std::uintptr_t page = address & ~(kPageSize - 1);
+    PlaceOf(page) = {page, epoch};
+    return true;
+}
 
 bool FirstPageCanBeRead(std::uintptr_t address) {
     const std::uintptr_t page = address & ~(kPageSize - 1);
     if (page == 0) return false;
-    if (PlaceOf(page) == page) return true;
-    if (!KernelCanRead(address)) return false;
-    PlaceOf(page) = page;
-    return true;
+    const KnownPage& known = PlaceOf(page);
+    if (known.page == page && (known.epoch == epoch || IsLastingPage(page))) return true;
+    return CanBeRead(address);
+}
+
+// What an application's length claims may end before a further page, so that it is asked for more often.
+bool FurtherPageCanBeRead(std::uintptr_t page) {
+    return (PlaceOf(page).page == page && IsLastingPage(page)) || CanBeRead(page);
 }
 
 }  // namespace
@@ -54,10 +71,9 @@ std::size_t ReadableLength(const void* address, std::size_t length) {
     const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(address);
     if (length == 0 || !FirstPageCanBeRead(begin)) return 0;
     const std::uintptr_t last = begin + std::min<std::uintptr_t>(length - 1, UINTPTR_MAX - begin);
-    // A further page is always asked for: what the application's length claims may end before it.
     for (std::uintptr_t page = (begin & ~(kPageSize - 1)) + kPageSize; page != 0 && page <= last;
          page += kPageSize) {
-        if (!KernelCanRead(page)) return page - begin;
+        if (!FurtherPageCanBeRead(page)) return page - begin;
     }
     return last - begin + 1;
 }
@@ -68,7 +84,8 @@ bool CopyReadable(const void* address, void* object, std::size_t size) {
     return true;
 }
 
-std::size_t ReadableTextLength(const char* text) {
+std::size_t ReadableTextLength(const void* address) {
+    const char* const text = static_cast<const char*>(address);
     std::size_t length = 0;
     for (;;) {
         const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(text) + length;
@@ -80,4 +97,4 @@ std::size_t ReadableTextLength(const char* text) {
     }
 }
 
-void ForgetReadablePages() { std::fill(std::begin(rememberedPages), std::end(rememberedPages), 0); }
+void ForgetReadablePages() { ++epoch; }

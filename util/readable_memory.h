@@ -24,7 +24,9 @@ std::size_t ReadableCount(const Element* array, std::size_t count) {
 bool CopyReadable(const void* address, void* object, std::size_t size);
 
 // The length of the text at `text`: up to its terminator or to the end of what can be read. 0 for null.
-std::size_t ReadableTextLength(const char* text);
+std::size_t ReadableTextLength(const void* text);
 
-// What has been remembered of readable pages is forgotten.
+// What has been remembered of readable pages is forgotten, but for pages that stay readable (see
+// util/lasting_memory.h). To be called before each call's first record: what an earlier call named may be
+// gone.
 void ForgetReadablePages();
