@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string_view>
 #include <vector>
@@ -50,4 +51,32 @@ public:
 private:
     static constexpr std::uintptr_t kPage = 0x12345000;
     static constexpr std::size_t kSize = 0x1000;
+};
+
+// Readable memory that ends where unreadable memory begins.
+class MemoryBeforeAGap {
+public:
+    MemoryBeforeAGap() {
+        pages = static_cast<char*>(
+            mmap(nullptr, 2 * kSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+        EXPECT_NE(MAP_FAILED, static_cast<void*>(pages));
+        EXPECT_EQ(0, mprotect(pages + kSize, kSize, PROT_NONE));
+    }
+    ~MemoryBeforeAGap() { munmap(pages, 2 * kSize); }
+    MemoryBeforeAGap(const MemoryBeforeAGap&) = delete;
+    MemoryBeforeAGap& operator=(const MemoryBeforeAGap&) = delete;
+
+    // A copy of the elements at the very end of the readable memory.
+    template <class Element>
+    Element* Last(const std::vector<Element>& elements) {
+        char* const place = pages + kSize - elements.size() * sizeof(Element);
+        std::memcpy(place, elements.data(), elements.size() * sizeof(Element));
+        return reinterpret_cast<Element*>(place);
+    }
+
+    void* Gap() { return pages + kSize; }
+
+private:
+    static constexpr std::size_t kSize = 0x1000;
+    char* pages;
 };

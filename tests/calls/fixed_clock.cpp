@@ -4,7 +4,7 @@
 
 namespace {
 
-std::atomic<std::clock_t> ticks{kFirstTicks};
+std::atomic<std::clock_t> nextReading{kFirstTicks};
 
 }  // namespace
 
@@ -15,8 +15,8 @@ __attribute__((visibility("default"))) std::time_t time(std::time_t* result) noe
 }
 
 __attribute__((visibility("default"))) std::clock_t clock() noexcept {
-    return ticks.fetch_add(kTicksPerReading);
+    return nextReading.fetch_add(kTicksPerReading);
 }
 }
 
-void RestartClock() { ticks = kFirstTicks; }
+void RestartClock(std::clock_t ticks) { nextReading = ticks; }

@@ -15,5 +15,5 @@ inline constexpr std::time_t kFixedTime = 1794726930;
 inline constexpr std::clock_t kFirstTicks = 12345;
 inline constexpr std::clock_t kTicksPerReading = 250;
 
-// The next reading of `clock` is the first one again.
-void RestartClock();
+// The next reading of `clock` gives these ticks.
+void RestartClock(std::clock_t ticks = kFirstTicks);

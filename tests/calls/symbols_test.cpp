@@ -1,0 +1,58 @@
+// What the built library shows to the dynamic loader and asks of it. Read with the tools of binutils, which
+// every compiler brings.
+#include <cstdio>
+#include <set>
+#include <sstream>
+
+#include "tests/calls/every_function.h"
+
+namespace {
+
+std::string OutputOf(const std::string& command) {
+    std::FILE* const pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) return "";
+    std::string output;
+    char part[4096];
+    while (const std::size_t length = std::fread(part, 1, sizeof part, pipe)) output.append(part, length);
+    EXPECT_EQ(0, pclose(pipe)) << command;
+    return output;
+}
+
+std::multiset<std::string> DefinedSymbols() {
+    std::istringstream lines(
+        OutputOf(std::string("nm --dynamic --defined-only --format=posix ") + kLibraryPath));
+    std::multiset<std::string> symbols;
+    for (std::string line; std::getline(lines, line);) symbols.insert(line.substr(0, line.find(' ')));
+    return symbols;
+}
+
+std::set<std::string> NeededLibraries() {
+    std::istringstream lines(OutputOf(std::string("readelf --dynamic --wide ") + kLibraryPath));
+    std::set<std::string> needed;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("(NEEDED)") == line.npos) continue;
+        const std::size_t begin = line.find('[') + 1;
+        needed.insert(line.substr(begin, line.find(']') - begin));
+    }
+    return needed;
+}
+
+}  // namespace
+
+TEST(Symbols, AreTheFunctionsOfTheListAndTheTwoForTheHost) {
+    std::multiset<std::string> expected = {"CkLogSpecialInitialize", "CkLogSpecialFinalize"};
+    expected.insert(kStandardFunctions.begin(), kStandardFunctions.end());
+    expected.insert(kVendorFunctions.begin(), kVendorFunctions.end());
+    EXPECT_EQ(68u + 227u + 2u, expected.size());
+    EXPECT_EQ(expected, DefinedSymbols());
+}
+
+#ifndef CKSCRIBE_SANITIZED
+TEST(Symbols, NeedNothingButTheSystem) {
+    const std::set<std::string> system = {
+        "libc.so.6", "libpthread.so.0", "libdl.so.2", "ld-linux-x86-64.so.2", "libc.so.7", "libthr.so.3"};
+    const std::set<std::string> needed = NeededLibraries();
+    EXPECT_FALSE(needed.empty());
+    for (const std::string& library : needed) EXPECT_EQ(1u, system.count(library)) << library;
+}
+#endif
