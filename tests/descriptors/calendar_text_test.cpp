@@ -62,7 +62,7 @@ TEST_F(CalendarTextTest, AnUnsetTimeZoneIsNoEmptyOne) {
 
 TEST_F(CalendarTextTest, LongNamesOfZonesAreToldApartByTheirEnds) {
     for (std::size_t length = 50; length < 90; ++length) {
-        const std::string name = "<" + std::string(length, 'Z') + ">";
+        const std::string name = std::string(1, '<').append(length, 'Z').append(1, '>');
         SetZone(name + "-1");
         EXPECT_EQ(Time(), "11:15:30") << length;
         SetZone(name + "-2");
