@@ -26,12 +26,23 @@ void MakeRecord(const Builder& builder) {
     });
 }
 
+// What an earlier call's arguments told of readable memory holds no longer: the application may have unmapped
+// it.
+template <class Builder>
+void MakeStartRecord(const Builder& builder) {
+    MakeRecord([&] {
+        ForgetReadablePages();
+        builder();
+    });
+}
+
 // After a failure, arguments may be anything: nothing about them is taken from memory.
 template <class Builder>
 void MakeEndRecord(CK_RV rv, const Builder& builder) {
     MakeRecord([&] {
         if (rv != CKR_OK) ForgetReadablePages();
         builder(rv);
+        ForgetReadablePages();
     });
 }
 
@@ -43,7 +54,7 @@ void MakeEndRecord(CK_RV rv, const Builder& builder) {
 template <class Start, class Forward, class End>
 CK_RV LoggedCall(int classBit, const Start& start, const Forward& forward, const End& end) {
     StartLibrary();
-    if (configuration.DoWeLogThis(classBit)) MakeRecord(start);
+    if (configuration.DoWeLogThis(classBit)) MakeStartRecord(start);
     const CK_RV rv = forward();
     if (configuration.DoWeLogThis(classBit)) MakeEndRecord(rv, end);
     return rv;

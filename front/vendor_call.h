@@ -39,7 +39,7 @@ struct VendorCall<void(Parameters...)> {
         StartLibrary();
         RemoveJunk(words, Indices());
         if (!IsLogged(entry)) return Forward(method, words, AllWords());
-        MakeRecord([&] { Start(entry, words, Indices()); });
+        MakeStartRecord([&] { Start(entry, words, Indices()); });
         const CK_RV rv = Forward(method, words, AllWords());
         MakeEndRecord(rv, [&](CK_RV result) { End(entry, result, words, Indices()); });
         return rv;
