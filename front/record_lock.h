@@ -5,7 +5,6 @@
 
 #include "front/orma_mutex.h"
 
-// Null before the first start-up (and when there was no memory for it). The first start-up makes it and later
-// ones keep it: a thread may hold it while another starts the library again, and with two mutexes two records
-// could be printed at once.
+// Null before the first start-up; always the same mutex afterwards: a thread may hold it while another starts
+// the library again, and with two mutexes two records could be printed at once.
 extern std::atomic<OrmaMutex*> pCkLogMutex;

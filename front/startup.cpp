@@ -2,8 +2,6 @@
 
 #include <pthread.h>
 
-#include <new>
-
 #include "descriptors/abstract_descriptor.h"
 #include "descriptors/descriptor_library.h"
 #include "descriptors/record_environment.h"
@@ -27,6 +25,9 @@ namespace {
 // Start and stop take turns under this lock. It is taken before the record lock, never after it.
 Undestroyed<OrmaMutex> startMutex;
 
+// What pCkLogMutex points to once the library has started. It needs no memory, so that the lock never fails.
+Undestroyed<OrmaMutex> recordMutex;
+
 // A target may call exported functions while it is being loaded, on the thread that loads it; they then go to
 // whatever is bound so far.
 bool isStarting = false;
@@ -48,20 +49,17 @@ void UnlockInChild() {
     ForgetProcessId();
 }
 
-void MakeRecordLock() {
-    if (pCkLogMutex.load() != nullptr) return;
-    pCkLogMutex.store(new (std::nothrow) OrmaMutex);
+// From the loading of the library on: the process may fork while another thread makes the first call.
+__attribute__((constructor)) void HandleForks() {
     pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
 }
 
 void InitCkLog() {
     const char* const path = configuration.CkLogLibraryFileName();
-    MakeRecordLock();
+    pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
     bridge.Connect(path);
     configuration.GetLoggingMask();
-    OrmaMutex* const recordLock = pCkLogMutex.load();
-    if (recordLock == nullptr) return;
-    const OrmaLock lock(*recordLock);
+    const OrmaLock lock(recordMutex.object);
     InitializeDescriptorLibrary();
 }
 
@@ -94,7 +92,6 @@ __attribute__((destructor)) void Unload() {
     if (processEnds) return;
     AbstractDescriptor::ReleaseCapture();
     DestroyProcessObjects();
-    delete pCkLogMutex.load();
     FreeRuntimeMemory();
 }
 
