@@ -50,7 +50,7 @@ TEST_F(ReadableMemory, OrdinaryMemoryIsReadableToItsLength) {
 }
 
 TEST_F(ReadableMemory, NullAndItsNeighboursAreNot) {
-    for (const std::uintptr_t address : {0, 1, 8, 15, 16, 4095}) {
+    for (const std::uintptr_t address : {0U, 1U, 8U, 15U, 16U, 4095U}) {
         EXPECT_EQ(ReadableLength(At(address), 1), 0U) << address;
         EXPECT_EQ(ReadableLength(At(address), kEverything), 0U) << address;
     }
