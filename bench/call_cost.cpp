@@ -1,0 +1,173 @@
+// What calls through one PKCS#11 library cost, or, as the floor, what it costs to append the records that
+// those calls leave in a log.
+//
+//   call_cost --module=FILE [--log=FILE] [--floor] [--calls=N] [Google Benchmark's own options]
+//
+// --module   the library to call
+// --log      the file that it logs to: emptied before each run, so that no run pays for an earlier one
+// --floor    each call is replaced by bare appends to --log of the bytes that the call itself logs
+// --calls    how many times each thread calls in a run
+//
+// The time of a benchmark is the wall time from the first call of a run to the last, over the number of calls
+// of all threads together; the mix counts as one call.
+
+#include <benchmark/benchmark.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <barrier>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/calling_thread.h"
+
+namespace {
+
+std::string modulePath;
+std::string logPath;
+bool isFloor = false;
+long calls = 1000;
+
+CK_FUNCTION_LIST* library = nullptr;
+int floorFile = -1;
+
+// Where the threads of a run wait for the last of them.
+std::optional<std::barrier<>> finish;
+
+using Call = void (CallingThread::*)();
+
+[[noreturn]] void Fail(const std::string& message) {
+    std::fprintf(stderr, "%s\n", message.c_str());
+    std::exit(1);
+}
+
+void LoadModule() {
+    void* const handle = dlopen(modulePath.c_str(), RTLD_NOW);
+    if (handle == nullptr) Fail(dlerror());
+    const auto getList = reinterpret_cast<CK_C_GetFunctionList>(dlsym(handle, "C_GetFunctionList"));
+    if (getList == nullptr) Fail(modulePath + " has no C_GetFunctionList");
+    Require(getList(&library), "C_GetFunctionList");
+    CK_C_INITIALIZE_ARGS withThreads = {};
+    withThreads.flags = CKF_OS_LOCKING_OK;
+    Require(library->C_Initialize(&withThreads), "C_Initialize");
+}
+
+void EmptyLog() {
+    if (!logPath.empty() && truncate(logPath.c_str(), 0) != 0) Fail("cannot empty " + logPath);
+}
+
+std::string TextOfLog() {
+    std::ifstream file(logPath, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+// Records of the old format begin with a new line and "Command(", those of the new one with one or two new
+// lines and the time of day. No other line begins with a digit.
+bool BeginsRecord(std::string_view text, std::size_t i) {
+    if (text[i] != '\n') return false;
+    const std::string_view rest = text.substr(i + 1);
+    if (rest.starts_with("Command(")) return true;
+    if (rest.starts_with('\n')) return rest.size() > 1 && IsDigit(rest[1]);
+    return !rest.empty() && IsDigit(rest[0]) && (i == 0 || text[i - 1] != '\n');
+}
+
+std::vector<std::string> RecordsOf(Call call) {
+    CallingThread thread(*library);
+    EmptyLog();
+    (thread.*call)();
+    const std::string text = TextOfLog();
+    std::vector<std::string> records;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (BeginsRecord(text, i)) records.emplace_back();
+        if (records.empty()) Fail("unexpected text in " + logPath);
+        records.back() += text[i];
+    }
+    if (records.empty()) Fail("nothing was logged to " + logPath);
+    return records;
+}
+
+void Append(const std::vector<std::string>& records) {
+    for (const std::string& record : records) {
+        if (write(floorFile, record.data(), record.size()) < 0) Fail("cannot append to " + logPath);
+    }
+}
+
+// The time of a thread that is done early, while others still wait for a processor, would not be the run's.
+template <class Work>
+void Run(benchmark::State& state, const Work& work) {
+    while (state.KeepRunningBatch(calls)) {
+        for (long i = 0; i < calls; ++i) work();
+        finish->arrive_and_wait();
+    }
+}
+
+template <Call call>
+void RunCalls(benchmark::State& state) {
+    CallingThread thread(*library);
+    (thread.*call)();
+    Run(state, [&thread] { (thread.*call)(); });
+}
+
+void RunFloor(benchmark::State& state, const std::vector<std::string>& records) {
+    Append(records);
+    Run(state, [&records] { Append(records); });
+}
+
+void PrepareRun(const benchmark::State& state) {
+    EmptyLog();
+    finish.emplace(state.threads());
+}
+
+template <Call call>
+void Register(const char* name) {
+    auto* const registered =
+        isFloor ? benchmark::RegisterBenchmark(
+                      name, [records = RecordsOf(call)](auto& state) { RunFloor(state, records); })
+                : benchmark::RegisterBenchmark(name, RunCalls<call>);
+    registered->UseRealTime()->Iterations(calls)->Setup(PrepareRun);
+    registered->Threads(1)->Threads(2)->Threads(8);
+}
+
+bool TakeOption(std::string_view argument) {
+    const auto valueOf = [argument](std::string_view option) {
+        return argument.starts_with(option) ? std::string(argument.substr(option.size())) : "";
+    };
+    if (argument == "--floor") return isFloor = true;
+    if (const std::string value = valueOf("--module="); !value.empty()) return modulePath = value, true;
+    if (const std::string value = valueOf("--log="); !value.empty()) return logPath = value, true;
+    if (const std::string value = valueOf("--calls="); !value.empty()) return calls = std::stol(value), true;
+    return false;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    std::vector<char*> others;
+    for (int i = 0; i < count; ++i) {
+        if (!TakeOption(arguments[i])) others.push_back(arguments[i]);
+    }
+    int otherCount = static_cast<int>(others.size());
+    benchmark::Initialize(&otherCount, others.data());
+    if (benchmark::ReportUnrecognizedArguments(otherCount, others.data())) return 1;
+
+    LoadModule();
+    if (isFloor) {
+        floorFile = open(logPath.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+        if (floorFile < 0) Fail("--floor needs a --log that the module writes");
+    }
+    Register<&CallingThread::Sign>("Sign");
+    Register<&CallingThread::GetSessionInfo>("GetSessionInfo");
+    Register<&CallingThread::FindObjectsInit>("FindObjectsInit");
+    Register<&CallingThread::EncryptUpdate>("EncryptUpdate");
+    Register<&CallingThread::Mix>("Mix");
+    benchmark::RunSpecifiedBenchmarks();
+}
