@@ -1,0 +1,364 @@
+#include "front/cryptoki_bridge.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "tests/front/expected_functions.h"
+#include "tests/front/target_answers.h"
+#include "tests/logging_configuration_file.h"
+
+namespace {
+
+constexpr CK_RV kNotSupported = 0x54;
+
+// A different value for each place in a list of arguments, of the type that the place wants.
+template <class Argument>
+Argument Mark(std::size_t place) {
+    const std::uint64_t word = 0x0102030405060708 * (place + 3);
+    if constexpr (std::is_pointer_v<Argument>) {
+        return reinterpret_cast<Argument>(word);
+    } else {
+        return static_cast<Argument>(word);
+    }
+}
+
+template <class... Parameters, std::size_t... place>
+CK_RV Call(CryptokiBridge& bridge, CK_RV (CryptokiBridge::*method)(Parameters...),
+           std::index_sequence<place...>) {
+    return (bridge.*method)(Mark<Parameters>(place)...);
+}
+template <class... Parameters>
+CK_RV Call(CryptokiBridge& bridge, CK_RV (CryptokiBridge::*method)(Parameters...)) {
+    return Call(bridge, method, std::index_sequence_for<Parameters...>());
+}
+
+template <class... Parameters, std::size_t... place>
+CK_RV Expected(const char* name, CK_RV (CryptokiBridge::*)(Parameters...), std::index_sequence<place...>) {
+    return AnswerOf(name, Mark<Parameters>(place)...);
+}
+template <class... Parameters>
+CK_RV Expected(const char* name, CK_RV (CryptokiBridge::*method)(Parameters...)) {
+    return Expected(name, method, std::index_sequence_for<Parameters...>());
+}
+
+// Calls `visit` for each forwarding method: its function's name, what a call of it gives, and what the
+// target's own answer to that call is.
+template <class Visit>
+void ForEachFunction(CryptokiBridge& bridge, const Visit& visit) {
+#define METHOD(Name) \
+    visit(#Name, Call(bridge, &CryptokiBridge::Name), Expected(#Name, &CryptokiBridge::Name));
+#define C_EVERY_ROW(Name, ...) METHOD(C_##Name)
+#define COUNTER_ROW(Name, ...) METHOD(Name)
+#define CA_EVERY_ROW(Name) METHOD(CA_##Name)
+#include "front/functions.def"
+#undef METHOD
+}
+
+void ExpectStubsAlone(CryptokiBridge& bridge) {
+    ForEachFunction(bridge, [](const char* name, CK_RV rv, CK_RV) { EXPECT_EQ(rv, kNotSupported) << name; });
+}
+
+// Expects every function to reach the target but those whose names stand between blanks in `missing`.
+void ExpectTargetWithout(CryptokiBridge& bridge, const std::string& missing) {
+    ForEachFunction(bridge, [&](const std::string& name, CK_RV rv, CK_RV answer) {
+        const bool isMissing = missing.find(" " + name + " ") != missing.npos;
+        EXPECT_EQ(rv, isMissing ? kNotSupported : answer) << name;
+    });
+}
+
+bool IsLoaded(const char* path) {
+    void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
+    if (handle != nullptr) dlclose(handle);
+    return handle != nullptr;
+}
+
+class CryptokiBridgeTest : public testing::Test {
+protected:
+    ~CryptokiBridgeTest() override { CryptokiBridge::bindLevel = 0; }
+
+    // Connects and returns what was announced meanwhile.
+    std::string Connect(const char* path, int expected) {
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(bridge.Connect(path), expected);
+        return testing::internal::GetCapturedStdout();
+    }
+
+    CryptokiBridge bridge;
+};
+
+TEST_F(CryptokiBridgeTest, BeginsWithStubsAlone) {
+    EXPECT_STREQ(bridge.Error(), "Not yet connected.");
+    ExpectStubsAlone(bridge);
+    EXPECT_EQ(CryptokiBridge::Stub(), kNotSupported);
+}
+
+TEST_F(CryptokiBridgeTest, ForwardsEveryFunctionWithEveryArgument) {
+    EXPECT_EQ(Connect(TARGET_WITH_COUNTERS, 1), "");
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+    int functions = 0;
+    ForEachFunction(bridge, [&](const char*, CK_RV, CK_RV) { ++functions; });
+    EXPECT_EQ(functions, 68 + 2 + 227);
+    // It is never looked up, though this target has it.
+    ExpectTargetWithout(bridge, " C_GetFunctionStatus ");
+}
+
+TEST_F(CryptokiBridgeTest, TheCountersAreOptionalAndTheirAbsenceIsNotAnnounced) {
+    EXPECT_EQ(Connect(TARGET_COMPLETE, 1), "");
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+    ExpectTargetWithout(bridge, " C_GetFunctionStatus GetTotalOperations ResetTotalOperations ");
+}
+
+TEST_F(CryptokiBridgeTest, TheDualFunctionsAreOptional) {
+    EXPECT_EQ(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1),
+              "Failed to load function 'C_DigestEncryptUpdate'.\n"
+              "Failed to load function 'C_DecryptDigestUpdate'.\n"
+              "Failed to load function 'C_SignEncryptUpdate'.\n"
+              "Failed to load function 'C_DecryptVerifyUpdate'.\n");
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+    ExpectTargetWithout(bridge,
+                        " C_GetFunctionStatus GetTotalOperations ResetTotalOperations C_DigestEncryptUpdate "
+                        "C_DecryptDigestUpdate C_SignEncryptUpdate C_DecryptVerifyUpdate ");
+}
+
+TEST_F(CryptokiBridgeTest, AMissingFunctionIsNamedAndTheOthersForward) {
+    EXPECT_EQ(Connect(TARGET_WITHOUT_SELF_TEST, 0), "Failed to load function 'CA_PerformSelfTest'.\n");
+    EXPECT_STREQ(bridge.Error(), "CA_PerformSelfTest");
+    ExpectTargetWithout(bridge,
+                        " C_GetFunctionStatus GetTotalOperations ResetTotalOperations CA_PerformSelfTest ");
+}
+
+TEST_F(CryptokiBridgeTest, OfSeveralMissingFunctionsTheLastIsNamed) {
+    EXPECT_EQ(Connect(TARGET_WITHOUT_SEVERAL, 0),
+              "Failed to load function 'C_WaitForSlotEvent'.\n"
+              "Failed to load function 'C_GetInfo'.\n"
+              "Failed to load function 'C_Login'.\n"
+              "Failed to load function 'C_GetOperationState'.\n"
+              "Failed to load function 'C_CancelFunction'.\n");
+    EXPECT_STREQ(bridge.Error(), "C_CancelFunction");
+}
+
+TEST_F(CryptokiBridgeTest, FunctionsAreLookedUpInTheOrderOfTheirList) {
+    const auto announcement = [](const std::string& name) {
+        return name == "C_OpenSession" ? "" : "Failed to load function '" + name + "'.\n";
+    };
+    std::string expected;
+    for (const ExpectedFunction& function : kExpectedStandardFunctions)
+        expected += announcement(function.name);
+    expected += announcement("CA_GetFunctionList");
+    for (const ExpectedVendorFunction& function : kExpectedVendorFunctions) {
+        expected += announcement(function.name);
+    }
+    EXPECT_EQ(Connect(TARGET_THAT_CALLS_BACK, 0), expected);
+    EXPECT_STREQ(bridge.Error(), "CA_PerformSelfTest");
+}
+
+TEST_F(CryptokiBridgeTest, ABindLevelMakesAnyConnectionSucceed) {
+    CryptokiBridge::bindLevel = 1;
+    EXPECT_EQ(Connect(TARGET_WITHOUT_SELF_TEST, 1), "Failed to load function 'CA_PerformSelfTest'.\n");
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+    EXPECT_EQ(Connect("/nowhere/at/all.so", 1), "");
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+    ExpectStubsAlone(bridge);
+}
+
+TEST_F(CryptokiBridgeTest, TheSecondBindLevelIsSilent) {
+    CryptokiBridge::bindLevel = 2;
+    EXPECT_EQ(Connect(TARGET_WITHOUT_SEVERAL, 1), "");
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+    EXPECT_EQ(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1), "");
+}
+
+TEST_F(CryptokiBridgeTest, ALibraryThatIsNotThereIsToldInTheLoadersWords) {
+    EXPECT_EQ(dlopen("/nowhere/at/all.so", RTLD_NOW), nullptr);
+    const std::string words = dlerror();
+    EXPECT_EQ(Connect("/nowhere/at/all.so", 0), "");
+    EXPECT_EQ(bridge.Error(), words);
+    ExpectStubsAlone(bridge);
+    EXPECT_EQ(Connect(nullptr, 0), "");
+    EXPECT_STREQ(bridge.Error(), "Error during dlerror() call");
+}
+
+TEST_F(CryptokiBridgeTest, TheLoadersWordsAreCutAt249Characters) {
+    const std::string path = "/" + std::string(240, 'p') + "/" + std::string(200, 'q');
+    EXPECT_EQ(Connect(path.c_str(), 0), "");
+    EXPECT_EQ(bridge.Error(), path.substr(0, 249));
+}
+
+TEST_F(CryptokiBridgeTest, ConnectingAgainReplacesTheTarget) {
+    Connect(TARGET_COMPLETE, 1);
+    Connect(TARGET_WITHOUT_SELF_TEST, 0);
+    EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
+    EXPECT_TRUE(IsLoaded(TARGET_WITHOUT_SELF_TEST));
+    EXPECT_EQ(Call(bridge, &CryptokiBridge::CA_PerformSelfTest), kNotSupported);
+    Connect("/nowhere/at/all.so", 0);
+    EXPECT_FALSE(IsLoaded(TARGET_WITHOUT_SELF_TEST));
+    ExpectStubsAlone(bridge);
+}
+
+TEST_F(CryptokiBridgeTest, DisconnectingUnloadsTheTarget) {
+    Connect(TARGET_COMPLETE, 1);
+    EXPECT_TRUE(IsLoaded(TARGET_COMPLETE));
+    bridge.Disconnect();
+    EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
+    EXPECT_STREQ(bridge.Error(), "Not yet connected.");
+    ExpectStubsAlone(bridge);
+    bridge.Disconnect();
+    EXPECT_STREQ(bridge.Error(), "Not yet connected.");
+    Connect(TARGET_COMPLETE, 1);
+    EXPECT_STREQ(bridge.Error(), "Connected.");
+}
+
+TEST_F(CryptokiBridgeTest, DisconnectingWithoutATargetKeepsTheMessage) {
+    Connect("/nowhere/at/all.so", 0);
+    const std::string message = bridge.Error();
+    bridge.Disconnect();
+    EXPECT_EQ(bridge.Error(), message);
+}
+
+TEST_F(CryptokiBridgeTest, ItsEndUnloadsTheTarget) {
+    {
+        CryptokiBridge brief;
+        EXPECT_EQ(brief.Connect(TARGET_COMPLETE), 1);
+        EXPECT_TRUE(IsLoaded(TARGET_COMPLETE));
+    }
+    EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
+}
+
+TEST_F(CryptokiBridgeTest, StubsMayBePutBack) {
+    Connect(TARGET_COMPLETE, 1);
+    bridge.InitializeStubs();
+    ExpectStubsAlone(bridge);
+}
+
+TEST_F(CryptokiBridgeTest, ASlotIsSetToAnAddressAndNeverToNull) {
+    int mark;
+    CryptokiBridge::Slot slot{&mark};
+    EXPECT_EQ(CryptokiBridge::SetFunctionPointer(&slot, nullptr), 0);
+    EXPECT_EQ(slot.load(), &mark);
+    EXPECT_EQ(CryptokiBridge::SetFunctionPointer(&slot, &slot), 1);
+    EXPECT_EQ(slot.load(), &slot);
+}
+
+TEST_F(CryptokiBridgeTest, SymbolsAreLookedUpSilentlyOrNot) {
+    void* const handle = dlopen(TARGET_COMPLETE, RTLD_NOW);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(CryptokiBridge::GetSymbolAddressSilent(handle, "C_Sign", 0), dlsym(handle, "C_Sign"));
+    EXPECT_EQ(CryptokiBridge::GetSymbolAddressSilent(handle, "C_Nothing", 1), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(CryptokiBridge::GetSymbolAddressSilent(handle, "C_Nothing", 0), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failed to load function 'C_Nothing'.\n");
+    dlclose(handle);
+}
+
+TEST_F(CryptokiBridgeTest, TheLoaderIsLeftWithoutAnErrorOfOurs) {
+    dlerror();
+    Connect(TARGET_WITHOUT_SEVERAL, 0);
+    EXPECT_EQ(dlerror(), nullptr);
+    Connect("/nowhere/at/all.so", 0);
+    EXPECT_EQ(dlerror(), nullptr);
+}
+
+// ---- A call inside the target
+// ---------------------------------------------------------------------------------
+
+std::atomic<bool> isInside{false};
+std::atomic<bool> mayReturn{false};
+
+// What a target calls back while it is inside C_OpenSession; see waiting_target.cpp.
+CK_RV StayInside(CK_SESSION_HANDLE, CK_NOTIFICATION, CK_VOID_PTR) {
+    isInside = true;
+    while (!mayReturn) std::this_thread::yield();
+    return CKR_OK;
+}
+
+TEST_F(CryptokiBridgeTest, ATargetWithACallInsideStaysLoaded) {
+    Connect(TARGET_THAT_CALLS_BACK, 0);
+    std::thread caller([&] {
+        CK_SESSION_HANDLE session = 0;
+        EXPECT_EQ(bridge.C_OpenSession(1, CKF_SERIAL_SESSION, nullptr, StayInside, &session), CKR_OK);
+        EXPECT_EQ(session, 77U);
+    });
+    while (!isInside) std::this_thread::yield();
+    bridge.Disconnect();
+    EXPECT_TRUE(IsLoaded(TARGET_THAT_CALLS_BACK));
+    ExpectStubsAlone(bridge);
+    mayReturn = true;
+    caller.join();
+    Connect(TARGET_COMPLETE, 1);
+    bridge.Disconnect();
+    EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
+}
+
+// ---- The path of the other section
+// ------------------------------------------------------------------------------
+
+class WendrafilLibraryTest : public CryptokiBridgeTest {
+protected:
+    // The bridge's own store finds its file once, by the environment of the first look.
+    WendrafilLibraryTest() {
+        setenv("WendrafilConfigurationPath", directory().c_str(), 1);
+        std::remove((directory() + "/Wendrafil.conf").c_str());
+    }
+    ~WendrafilLibraryTest() override {
+        // Only Disconnect of a connected bridge takes DisableLB back.
+        Connect(TARGET_COMPLETE, 1);
+        bridge.Disconnect();
+    }
+
+    static void Write(const std::string& text) { std::ofstream(directory() + "/Wendrafil.conf") << text; }
+
+    static const std::string& directory() {
+        static const TemporaryDirectory theDirectory;
+        return theDirectory.Path();
+    }
+};
+
+TEST_F(WendrafilLibraryTest, IsThePathOfItsSection) {
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/usr/lib/libmordavek2.so");
+    Write("Wendrafil2 = {\nLibUNIX64 = /opt/other.so;\n}\n");
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/other.so");
+}
+
+TEST_F(WendrafilLibraryTest, ReadsTheBindLevel) {
+    Write("Misc = {\nFunctionBindLevel = 2;\n}\n");
+    CryptokiBridge::WendrafilLibrary();
+    EXPECT_EQ(CryptokiBridge::bindLevel, 2);
+    Write("Misc = {\n}\n");
+    CryptokiBridge::WendrafilLibrary();
+    EXPECT_EQ(CryptokiBridge::bindLevel, 0);
+}
+
+TEST_F(WendrafilLibraryTest, TheBalancingLibraryIsReplacedOnceBalancingIsDisabled) {
+    const std::string balancing = "LBLib2 = {\nLibUNIX = /opt/plain.so;\n}\n";
+    Write(balancing + "Wendrafil2 = {\nLibUNIX64 = /opt/liblblib2.so;\n}\n");
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/liblblib2.so");
+    CryptokiBridge::DisableLB();
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/plain.so");
+    Write(balancing + "Wendrafil2 = {\nLibUNIX64 = liblblib2.so;\n}\n");
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/plain.so");
+    for (const char* path : {"iblblib2.so", "/opt/liblblib2.so.1", "/opt/LIBLBLIB2.SO"}) {
+        Write(balancing + "Wendrafil2 = {\nLibUNIX64 = " + path + ";\n}\n");
+        EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), path);
+    }
+}
+
+TEST_F(WendrafilLibraryTest, DisconnectingEnablesBalancingAgain) {
+    Write("LBLib2 = {\nLibUNIX = /opt/plain.so;\n}\nWendrafil2 = {\nLibUNIX64 = /opt/liblblib2.so;\n}\n");
+    CryptokiBridge::DisableLB();
+    bridge.Disconnect();  // not connected: nothing changes
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/plain.so");
+    Connect(TARGET_COMPLETE, 1);
+    bridge.Disconnect();
+    EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/liblblib2.so");
+}
+
+TEST(ShimLibrary, HasItsName) { EXPECT_STREQ(CryptokiBridge::shimLibrary(), "ormaShim.so"); }
+
+}  // namespace
