@@ -24,9 +24,9 @@ CK_RV EveryFunction::CallWith(const std::string& function, TargetWord word) {
 Names EveryFunction::LoggedOf(const Names& functions) {
     Names logged;
     for (const std::string& function : functions) {
-        ClearLog();
+        const std::size_t before = LogSize();
         CallWith(function, 0);
-        if (!Log().empty()) logged.push_back(function);
+        if (LogSize() != before) logged.push_back(function);
     }
     return logged;
 }

@@ -84,6 +84,18 @@ void LibraryTest::ClearLog() const {
     if (std::filesystem::exists(LogPath())) std::filesystem::resize_file(LogPath(), 0);
 }
 
+std::size_t LibraryTest::LogSize() const {
+    std::error_code missing;
+    const std::uintmax_t size = std::filesystem::file_size(LogPath(), missing);
+    return missing ? 0 : size;
+}
+
+std::string LibraryTest::LogSince(std::size_t size) const {
+    std::ifstream log(LogPath(), std::ios::binary);
+    log.seekg(static_cast<std::streamoff>(size));
+    return {std::istreambuf_iterator<char>(log), {}};
+}
+
 std::string LibraryTest::WithIds(std::string text) {
     const int process = getpid();
     const int thread = static_cast<int>(static_cast<std::uint32_t>((std::uintptr_t)pthread_self()));

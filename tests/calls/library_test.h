@@ -53,6 +53,10 @@ protected:
     static void WriteFile(const std::string& path, const std::string& text);
     void ClearLog() const;
 
+    // For many calls in turn: what has been written into the log since it had this size.
+    std::size_t LogSize() const;
+    std::string LogSince(std::size_t size) const;
+
     std::string LogPath() const { return directory.File("calls.log"); }
     std::string ErrorPath() const { return directory.File("errors.log"); }
     std::string ConfigurationPath() const { return directory.File("Wendrafil.conf"); }

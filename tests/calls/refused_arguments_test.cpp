@@ -730,9 +730,9 @@ protected:
                   Without(kVendorFunctions, {"CA_GetFunctionList"})}) {
                 for (const std::string& function : functions) {
                     SCOPED_TRACE(function);
-                    ClearLog();
+                    const std::size_t before = LogSize();
                     EXPECT_EQ(CKR_ARGUMENTS_BAD, CallWith(function, word));
-                    const std::string log = Log();
+                    const std::string log = LogSince(before);
                     EXPECT_EQ(1, Count(log, *format == '1' ? ":STRT" : ", Start) PID:"));
                     EXPECT_EQ(1, Count(log, "CKR_ARGUMENTS_BAD"));
                     EXPECT_EQ('}', log.empty() ? '\0' : log.back());
