@@ -71,7 +71,7 @@ TEST_F(CaptureStreamTest, LargeAndSmallRecordsFollowEachOther) {
     UseNewFormat();
     Open(log);
     std::string expected;
-    for (const std::size_t size : {10, 1'500'000, 20, 100'000, 0, 30}) {
+    for (const std::size_t size : {10U, 1'500'000U, 20U, 100'000U, 0U, 30U}) {
         const std::string bytes(size, 'x');
         ByteStringDescriptor(bytes.data(), size, "v=").Capture();
         expected += "v=\"" + (size == 0 ? "<null>" : bytes) + "\"";
