@@ -1,0 +1,86 @@
+// An application of its own for every test: a configuration, a log, a target, and processes that may die.
+//
+// The library is loaded in child processes only, so that whatever a test does to its process (limits, signals,
+// rights, threads that never end) ends with the child. A child that hangs is killed by an alarm.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <p11-kit/pkcs11.h>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "tests/calls/scripted_target.h"
+#include "tests/temporary_directory.h"
+
+// What every function of the target does. It runs on the thread that calls, at the target's end of the call, and
+// gives the call's result. Null, as at first: CKR_OK and nothing else.
+using TargetAnswer = CK_RV(const char* function, const TargetWord* arguments, std::size_t count);
+extern std::atomic<TargetAnswer*> targetAnswer;
+
+// What the target does when it has been loaded; null for nothing.
+extern std::atomic<void (*)()> onTargetLoaded;
+
+// The library, as an application has it. Aborts the process when it cannot be loaded.
+class Library {
+public:
+    explicit Library(const char* path = CKSCRIBE_LIBRARY);
+    // Unloads it.
+    void Close();
+
+    // Any exported function by name; null without one.
+    void* Address(const char* name) const;
+    template <class Function>
+    Function* Exported(const char* name) const {
+        return reinterpret_cast<Function*>(Address(name));
+    }
+    void Finalize() const { Exported<void()>("CkLogSpecialFinalize")(); }
+
+    CK_FUNCTION_LIST* operator->() { return &api; }
+
+private:
+    void* handle;
+    CK_FUNCTION_LIST api = {};
+};
+
+class FaultsTest : public testing::Test {
+protected:
+    // How long a child may take, in seconds; more than enough under any sanitizer.
+    static constexpr unsigned kPatience = 240;
+
+    FaultsTest();
+
+    // Entries of section "CkLog2". At first they are "LibUNIX64" (the scripted target), "Enabled" 1, "NewFormat" 1,
+    // "File" LogPath() and "Error" ErrorPath(). Each change is written to the configuration file.
+    void Set(const std::string& key, const std::string& value);
+    void Unset(const std::string& key);
+    void WriteConfigurationFile(const std::string& text) const;
+    std::string ConfigurationText() const;
+
+    std::string LogPath() const { return directory.File("calls.log"); }
+    std::string ErrorPath() const { return directory.File("errors.log"); }
+    std::string ConfigurationPath() const { return directory.File("Wendrafil.conf"); }
+    std::string Log() const { return Contents(LogPath()); }
+    std::string Errors() const { return Contents(ErrorPath()); }
+
+    // A whole file; empty when there is none.
+    static std::string Contents(const std::string& path);
+
+    // Runs `body` in a child process and gives the status that waitpid gives. The child has the status 0 when
+    // `body` returns and none of its expectations failed.
+    static int StatusOf(const std::function<void()>& body);
+    static testing::AssertionResult Survives(const std::function<void()>& body);
+
+    TemporaryDirectory directory;
+
+private:
+    std::map<std::string, std::string> settings;
+};
+
+// For a child that shall die without leaving a core file behind.
+void LeaveNoCore();
+
+// Waits for a child and says how it ended, for messages.
+std::string Ending(int status);

@@ -1,0 +1,155 @@
+#include "tests/faults/log_records.h"
+
+#include <cctype>
+#include <cstdlib>
+
+namespace {
+
+// Takes parts off the front of a text. Once a part is not there, nothing more is taken and IsWell() is false.
+class Scanner {
+public:
+    explicit Scanner(std::string_view text) : rest(text) {}
+
+    bool IsWell() const { return isWell; }
+    std::string_view Rest() const { return rest; }
+
+    bool Has(std::string_view literal) {
+        if (!isWell || !rest.starts_with(literal)) return false;
+        rest.remove_prefix(literal.size());
+        return true;
+    }
+    Scanner& Literal(std::string_view literal) {
+        if (!Has(literal)) isWell = false;
+        return *this;
+    }
+    // One or more characters of a kind.
+    std::string_view Some(int (*isOfKind)(int)) {
+        std::size_t count = 0;
+        while (count < rest.size() && isOfKind(static_cast<unsigned char>(rest[count]))) ++count;
+        if (count == 0) isWell = false;
+        return Take(count);
+    }
+    std::string_view Number() {
+        Has("-");
+        return Some(isdigit);
+    }
+    // What stands in front of a literal on the same line; the literal is taken, too.
+    std::string_view Before(std::string_view literal) {
+        const std::size_t at = rest.substr(0, rest.find('\n')).find(literal);
+        if (at == rest.npos) isWell = false;
+        const std::string_view text = Take(isWell ? at : 0);
+        Literal(literal);
+        return text;
+    }
+    std::string_view Line() { return Take(std::min(rest.find('\n'), rest.size())); }
+    std::string_view Take(std::size_t count) {
+        const std::string_view taken = isWell ? rest.substr(0, count) : std::string_view();
+        rest.remove_prefix(taken.size());
+        return taken;
+    }
+
+private:
+    std::string_view rest;
+    bool isWell = true;
+};
+
+int IsNamePart(int c) { return isalnum(c) || c == '_'; }
+
+void TakeTimeOfDay(Scanner& scanner) {
+    scanner.Some(isdigit);
+    scanner.Literal(":").Some(isdigit);
+    scanner.Literal(":").Some(isdigit);
+}
+
+// "CKR_OK123clks", "***CKR_DATA_INVALID***123clks", "***CKR_UNKNOWN 0x5***123clks".
+std::string TakeResult(Scanner& scanner) {
+    if (scanner.Has("CKR_OK")) {
+        scanner.Number();
+        scanner.Literal("clks");
+        return "CKR_OK";
+    }
+    std::string result = "CKR_";
+    result += scanner.Literal("***CKR_").Before("***");
+    scanner.Number();
+    scanner.Literal("clks");
+    return result;
+}
+
+bool TakeNewRecord(std::string_view& text, LogRecord& record) {
+    Scanner scanner(text);
+    record.isStart = scanner.Literal("\n").Has("\n");
+    TakeTimeOfDay(scanner);
+    record.process = std::atoi(std::string(scanner.Literal(" ").Number()).c_str());
+    record.thread = scanner.Literal("-").Before(record.isStart ? ":STRT" : ":FINI");
+    record.function = scanner.Some(IsNamePart);
+    scanner.Literal(" ");
+    if (!record.isStart) {
+        record.result = TakeResult(scanner);
+        scanner.Literal(" ");
+    }
+    std::string_view children = scanner.Literal("{").Line();
+    if (!scanner.IsWell() || !children.ends_with('}')) return false;
+    children.remove_suffix(1);
+    record.children = children;
+    text = scanner.Rest();
+    return true;
+}
+
+// The text up to the brace that closes a record of the old format, which stands alone at the start of a line.
+bool TakeChildren(Scanner& scanner, std::string& children) {
+    constexpr std::string_view kEnd = "\n}";
+    const std::string_view rest = scanner.Rest();
+    for (std::size_t at = rest.find(kEnd); at != rest.npos; at = rest.find(kEnd, at + 1)) {
+        const std::size_t behind = at + kEnd.size();
+        if (behind < rest.size() && rest[behind] != '\n') continue;
+        children = scanner.Take(at);
+        scanner.Literal(kEnd);
+        return true;
+    }
+    return false;
+}
+
+bool TakeOldRecord(std::string_view& text, LogRecord& record) {
+    Scanner scanner(text);
+    record.function = scanner.Literal("\nCommand(").Some(IsNamePart);
+    const std::string_view specifier = scanner.Literal(", ").Some(IsNamePart);
+    if (specifier != "None") record.function.append("_").append(specifier);
+    record.isStart = scanner.Literal(", ").Has("Start");
+    if (record.isStart) {
+        scanner.Literal(")");
+    } else {
+        record.result = scanner.Literal("End, ").Before(")");
+    }
+    record.process = std::atoi(std::string(scanner.Literal(" PID:  ").Number()).c_str());
+    const std::size_t calendar = scanner.Literal("  Time:  ").Line().size();
+    scanner.Literal("\n");
+    if (!record.isStart) {
+        scanner.Literal(" // ").Number();
+        scanner.Literal(" clock cycles");
+    }
+    scanner.Literal("\n{");
+    if (!scanner.IsWell() || calendar != 24 || !TakeChildren(scanner, record.children)) return false;
+    text = scanner.Rest();
+    return true;
+}
+
+}  // namespace
+
+unsigned long LogRecord::FirstNumber() const {
+    const std::size_t at = children.find_first_of("=(");
+    return at == children.npos ? 0 : std::strtoul(children.c_str() + at + 1, nullptr, 0);
+}
+
+ParsedLog ParseLog(std::string_view text) {
+    ParsedLog log;
+    while (!text.empty()) {
+        LogRecord record;
+        if (!TakeNewRecord(text, record)) {
+            record = {};
+            if (!TakeOldRecord(text, record)) break;
+        }
+        log.records.push_back(record);
+    }
+    log.remainder = text;
+    return log;
+}
