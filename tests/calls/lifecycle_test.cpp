@@ -223,12 +223,12 @@ TEST_F(Lifecycle, FirstCallsThatCoincideStartOnce) {
     std::vector<std::string> expected(kThreads);
     std::vector<CK_RV> results(kThreads, 1);
     std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
+    for (std::size_t i = 0; i < kThreads; ++i) {
         threads.emplace_back([&, i] {
             const std::string session = std::to_string(i);
             expected[i] = WithIds("<id>:STRTLogout {Sesn=" + session + " }");
             allAreReady.arrive_and_wait();
-            results[i] = api.C_Logout(static_cast<CK_SESSION_HANDLE>(i));
+            results[i] = api.C_Logout(i);
         });
     }
     for (std::thread& thread : threads) thread.join();
@@ -248,7 +248,7 @@ TEST_F(Lifecycle, FirstCallsThatCoincideStartOnce) {
         EXPECT_NE(log.npos, log.find("\n\n10:15:30 " + start)) << start;
         length += ("\n\n10:15:30 " + start).size();
     }
-    for (int i = 0; i < kThreads; ++i) {
+    for (std::size_t i = 0; i < kThreads; ++i) {
         const std::string id = expected[i].substr(0, expected[i].find(':'));
         const std::string clocks = std::to_string(kFirstTicks + i * kTicksPerReading) + "clks {}";
         EXPECT_NE(log.npos, log.find("\n10:15:30 " + id + ":FINILogout CKR_OK")) << id;

@@ -106,27 +106,27 @@ TEST_F(AttributeDescriptorTest, HoldsACopy) {
 }
 
 TEST_F(AttributeDescriptorTest, AListHoldsEveryEntry) {
-    EXPECT_EQ(Old<AttributeListDescriptor>(attributes, 3, kWithValue),
+    EXPECT_EQ(Old<AttributeListDescriptor>(attributes, 3U, kWithValue),
               "\nAttributeList"
               "\n{"
               "\n   Attribute(CKA_CLASS,Value(Numeric\"0300000000000000\"));"
               "\n   Attribute(CKA_LABEL,Value(SimpleText\"my key\"));"
               "\n   Attribute(CKA_XXX,Value(SimpleText\"<null>\"));"
               "\n}");
-    EXPECT_EQ(New<AttributeListDescriptor>(attributes, 3, kWithValue),
+    EXPECT_EQ(New<AttributeListDescriptor>(attributes, 3U, kWithValue),
               "AttrList={CKA_CLASS=\"0300000000000000\" CKA_LABEL=\"my key\" CKA_XXX=\"<null>\" }");
 }
 
 TEST_F(AttributeDescriptorTest, AListMayLeaveAllValuesOut) {
-    EXPECT_EQ(Old<AttributeListDescriptor>(attributes, 2, kWithoutValue),
+    EXPECT_EQ(Old<AttributeListDescriptor>(attributes, 2U, kWithoutValue),
               "\nAttributeList\n{\n   Attribute(CKA_CLASS);\n   Attribute(CKA_LABEL);\n}");
-    EXPECT_EQ(New<AttributeListDescriptor>(attributes, 2, kWithoutValue), "AttrList={CKA_CLASS CKA_LABEL }");
+    EXPECT_EQ(New<AttributeListDescriptor>(attributes, 2U, kWithoutValue), "AttrList={CKA_CLASS CKA_LABEL }");
 }
 
 TEST_F(AttributeDescriptorTest, NoArrayOrNoCountIsAnEmptyList) {
-    EXPECT_EQ(Old<AttributeListDescriptor>(nullptr, 3, kWithValue), "\nAttributeList\n{\n}");
-    EXPECT_EQ(New<AttributeListDescriptor>(nullptr, 3, kWithValue), "AttrList={}");
-    EXPECT_EQ(New<AttributeListDescriptor>(attributes, 0, kWithValue), "AttrList={}");
+    EXPECT_EQ(Old<AttributeListDescriptor>(nullptr, 3U, kWithValue), "\nAttributeList\n{\n}");
+    EXPECT_EQ(New<AttributeListDescriptor>(nullptr, 3U, kWithValue), "AttrList={}");
+    EXPECT_EQ(New<AttributeListDescriptor>(attributes, 0U, kWithValue), "AttrList={}");
     EXPECT_EQ(New<AttributeListDescriptor>(Nowhere<CK_ATTRIBUTE>(), ULONG_MAX, kWithValue), "AttrList={}");
 }
 
@@ -325,15 +325,15 @@ TEST_F(StructureDescriptorTest, InfoTypesAreTheirOwn) {
 TEST_F(StructureDescriptorTest, ListsKeepTheOrderOfTheirArrays) {
     const unsigned long numbers[] = {1, 3, 0x80000001, 2};
     EXPECT_EQ(
-        Old<SlotIDListDescriptor>(numbers, 4),
+        Old<SlotIDListDescriptor>(numbers, 4U),
         "\nSlotIDList\n{\n   SlotID(0x1);\n   SlotID(0x3);\n   SlotID(0x80000001);\n   SlotID(0x2);\n}");
-    EXPECT_EQ(New<SlotIDListDescriptor>(numbers, 4), "SlotLst={Slot=1 Slot=3 Slot=2147483649 Slot=2 }");
-    EXPECT_EQ(Old<ObjectHandleListDescriptor>(numbers, 2),
+    EXPECT_EQ(New<SlotIDListDescriptor>(numbers, 4U), "SlotLst={Slot=1 Slot=3 Slot=2147483649 Slot=2 }");
+    EXPECT_EQ(Old<ObjectHandleListDescriptor>(numbers, 2U),
               "\nObjectHandleList\n{\n   ObjectHandle(0x1);\n   ObjectHandle(0x3);\n}");
-    EXPECT_EQ(New<ObjectHandleListDescriptor>(numbers, 4), "ObjHndLst={Obj=1 Obj=3 Obj=2147483649 Obj=2 }");
-    EXPECT_EQ(Old<MechTypeListDescriptor>(numbers, 2),
+    EXPECT_EQ(New<ObjectHandleListDescriptor>(numbers, 4U), "ObjHndLst={Obj=1 Obj=3 Obj=2147483649 Obj=2 }");
+    EXPECT_EQ(Old<MechTypeListDescriptor>(numbers, 2U),
               "\nMechTypeList\n{\n   MechanismType(0x1);\n   MechanismType(0x3);\n}");
-    EXPECT_EQ(New<MechTypeListDescriptor>(numbers, 4), "MechTypeLst={1 3 -2147483647 2 }");
+    EXPECT_EQ(New<MechTypeListDescriptor>(numbers, 4U), "MechTypeLst={1 3 -2147483647 2 }");
     EXPECT_EQ(SlotIDListDescriptor(nullptr, 0).Type(), 12);
     EXPECT_EQ(MechTypeListDescriptor(nullptr, 0).Type(), 13);
     EXPECT_EQ(ObjectHandleListDescriptor(nullptr, 0).Type(), 23);
@@ -341,12 +341,12 @@ TEST_F(StructureDescriptorTest, ListsKeepTheOrderOfTheirArrays) {
 
 TEST_F(StructureDescriptorTest, NoArrayOrNoCountIsAnEmptyList) {
     const unsigned long number = 1;
-    EXPECT_EQ(New<SlotIDListDescriptor>(nullptr, 5), "SlotLst={}");
-    EXPECT_EQ(New<MechTypeListDescriptor>(nullptr, 5), "MechTypeLst={}");
-    EXPECT_EQ(New<ObjectHandleListDescriptor>(nullptr, 5), "ObjHndLst={}");
-    EXPECT_EQ(New<SlotIDListDescriptor>(&number, 0), "SlotLst={}");
-    EXPECT_EQ(Old<MechTypeListDescriptor>(&number, 0), "\nMechTypeList\n{\n}");
-    EXPECT_EQ(Old<ObjectHandleListDescriptor>(&number, 0), "\nObjectHandleList\n{\n}");
+    EXPECT_EQ(New<SlotIDListDescriptor>(nullptr, 5U), "SlotLst={}");
+    EXPECT_EQ(New<MechTypeListDescriptor>(nullptr, 5U), "MechTypeLst={}");
+    EXPECT_EQ(New<ObjectHandleListDescriptor>(nullptr, 5U), "ObjHndLst={}");
+    EXPECT_EQ(New<SlotIDListDescriptor>(&number, 0U), "SlotLst={}");
+    EXPECT_EQ(Old<MechTypeListDescriptor>(&number, 0U), "\nMechTypeList\n{\n}");
+    EXPECT_EQ(Old<ObjectHandleListDescriptor>(&number, 0U), "\nObjectHandleList\n{\n}");
 }
 
 TEST_F(StructureDescriptorTest, AListEndsWhereItsArrayCannotBeReadOn) {
@@ -359,14 +359,14 @@ TEST_F(StructureDescriptorTest, AListEndsWhereItsArrayCannotBeReadOn) {
     char* const unaligned = pages + pageSize - sizeof numbers - 3;
     std::memcpy(unaligned, numbers, sizeof numbers);
     const auto* const array = reinterpret_cast<const unsigned long*>(unaligned);
-    EXPECT_EQ(New<SlotIDListDescriptor>(array, 3), "SlotLst={Slot=41 Slot=42 }");
+    EXPECT_EQ(New<SlotIDListDescriptor>(array, 3U), "SlotLst={Slot=41 Slot=42 }");
     EXPECT_EQ(New<ObjectHandleListDescriptor>(array, ULONG_MAX), "ObjHndLst={Obj=41 Obj=42 }");
     EXPECT_EQ(New<MechTypeListDescriptor>(array, ULONG_MAX / 8 + 2), "MechTypeLst={41 42 }");
 
     const CK_ATTRIBUTE attribute = {CKA_ID, nullptr, 0};
     char* const entry = pages + pageSize - sizeof attribute - 1;
     std::memcpy(entry, &attribute, sizeof attribute);
-    EXPECT_EQ(New<AttributeListDescriptor>(reinterpret_cast<const CK_ATTRIBUTE*>(entry), 2, kWithoutValue),
+    EXPECT_EQ(New<AttributeListDescriptor>(reinterpret_cast<const CK_ATTRIBUTE*>(entry), 2U, kWithoutValue),
               "AttrList={CKA_ID }");
     EXPECT_EQ(New<AttributeDescriptor>(reinterpret_cast<const CK_ATTRIBUTE*>(entry + 8), kWithoutValue),
               "CKA_CLASS");
