@@ -1,7 +1,7 @@
 // An application of its own for every test: a configuration, a log, a target, and processes that may die.
 //
-// The library is loaded in child processes only, so that whatever a test does to its process (limits, signals,
-// rights, threads that never end) ends with the child. A child that hangs is killed by an alarm.
+// The library is loaded in child processes only, so that whatever a test does to its process (limits,
+// signals, rights, threads that never end) ends with the child. A child that hangs is killed by an alarm.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,8 +15,8 @@
 #include "tests/calls/scripted_target.h"
 #include "tests/temporary_directory.h"
 
-// What every function of the target does. It runs on the thread that calls, at the target's end of the call, and
-// gives the call's result. Null, as at first: CKR_OK and nothing else.
+// What every function of the target does. It runs on the thread that calls, at the target's end of the call,
+// and gives the call's result. Null, as at first: CKR_OK and nothing else.
 using TargetAnswer = CK_RV(const char* function, const TargetWord* arguments, std::size_t count);
 extern std::atomic<TargetAnswer*> targetAnswer;
 
@@ -52,8 +52,9 @@ protected:
 
     FaultsTest();
 
-    // Entries of section "CkLog2". At first they are "LibUNIX64" (the scripted target), "Enabled" 1, "NewFormat" 1,
-    // "File" LogPath() and "Error" ErrorPath(). Each change is written to the configuration file.
+    // Entries of section "CkLog2". At first they are "LibUNIX64" (the scripted target), "Enabled" 1,
+    // "NewFormat" 1, "File" LogPath() and "Error" ErrorPath(). Each change is written to the configuration
+    // file.
     void Set(const std::string& key, const std::string& value);
     void Unset(const std::string& key);
     void WriteConfigurationFile(const std::string& text) const;

@@ -10,7 +10,7 @@ struct LogRecord {
     std::string function;  // with its specifier: "Encrypt_Init"; without one: "Logout"
     std::string result;    // of an end record: the name, or "CKR_UNKNOWN 0x..."
     int process = 0;
-    std::string thread;  // of the new format; empty in the old one
+    std::string thread;    // of the new format; empty in the old one
     std::string children;  // the text between the outermost braces
 
     // The number of the first child, which most functions have for their session.
@@ -19,7 +19,8 @@ struct LogRecord {
 
 struct ParsedLog {
     std::vector<LogRecord> records;
-    std::string remainder;  // from the first place on that is no whole record; empty for a log without a fault
+    std::string
+        remainder;  // from the first place on that is no whole record; empty for a log without a fault
 };
 
 ParsedLog ParseLog(std::string_view text);
