@@ -6,6 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
 
 #include "util/signal_shield.h"
 
@@ -15,11 +18,12 @@ namespace {
 // where its limit leaves no room above.
 constexpr int kFirstDescriptor = 900;
 
-// The limit of the file size is asked for once in so many appends: it hardly ever changes, and asking every
-// time would cost a quarter of the append. A file that grows across a new limit is noticed by its short
-// write; a new limit that the file has reached already, or that it fills exactly, may go unnoticed for so
-// many appends.
-constexpr unsigned kAppendsPerLimitCheck = 16;
+// Whether the descriptor is still this file's and whether the file's size is limited is asked once in so many
+// appends and whenever the coarse clock has moved (some milliseconds): neither hardly ever changes, and
+// asking every time would cost as much as the append. A file that grows across a limit that was set meanwhile
+// is noticed by its short write; only a limit that the file has reached already can go unnoticed for this
+// short while.
+constexpr unsigned kAppendsPerInspection = 16;
 
 // How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
 constexpr int kLongestWait = 20;
@@ -34,6 +38,18 @@ int MoveOutOfTheWay(int descriptor) {
 bool FileSizeIsLimited() {
     rlimit limit;
     return getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+}
+
+long CoarseTime() {
+#if defined(__FreeBSD__)
+    constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
+#else
+    constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_COARSE;
+#endif
+    constexpr long kNanosecondsPerTick = 1'000'000;
+    timespec now = {};
+    clock_gettime(kCoarseClock, &now);
+    return now.tv_sec * 1000 + now.tv_nsec / kNanosecondsPerTick;
 }
 
 bool BecomesWritable(int descriptor) {
@@ -66,32 +82,57 @@ bool AppendFile::OpenFor(const char* path, int access) {
     descriptor = open(path, access | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
-    struct stat status;
-    isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    struct stat status = {};
+    const bool isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    device = status.st_dev;
+    inode = status.st_ino;
+    mayRaiseSignal = !isRegular || FileSizeIsLimited();
     appends = 0;
+    inspectionTime = CoarseTime();
+    openAccess = access;
+    // A relative path may mean another file by now.
+    if (path != openPath) std::snprintf(openPath, sizeof openPath, "%s", *path == '/' ? path : "");
+    if (std::strlen(path) > kLongestPath) *openPath = '\0';
     return true;
 }
 
 void AppendFile::Close() {
-    if (descriptor >= 0) close(descriptor);
+    if (descriptor >= 0 && IsStillOurs()) close(descriptor);
     descriptor = -1;
 }
 
-bool AppendFile::MayRaiseSignal() {
-    if (!isRegular) return true;
-    if (appends++ % kAppendsPerLimitCheck == 0) sizeIsLimited = FileSizeIsLimited();
-    return sizeIsLimited;
+bool AppendFile::IsStillOurs() const {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && status.st_dev == device && status.st_ino == inode;
+}
+
+bool AppendFile::IsInspectionDue() {
+    return ++appends >= kAppendsPerInspection || CoarseTime() != inspectionTime;
+}
+
+void AppendFile::Inspect() {
+    if (!IsStillOurs()) {
+        descriptor = -1;
+        if (*openPath == '\0' || !OpenFor(openPath, openAccess)) return;
+    }
+    struct stat status;
+    mayRaiseSignal = fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) || FileSizeIsLimited();
+    appends = 0;
+    inspectionTime = CoarseTime();
 }
 
 void AppendFile::Append(std::string_view text) {
     if (descriptor < 0) return;
-    if (!MayRaiseSignal()) {
+    if (IsInspectionDue()) Inspect();
+    if (!mayRaiseSignal) {
         const ssize_t written = write(descriptor, text.data(), text.size());
         if (written == static_cast<ssize_t>(text.size())) return;
-        // Perhaps a limit that was set since the last look: what is left is written behind the shield.
-        appends = 0;
+        // Perhaps a limit that was set, or a descriptor that was closed, since it was inspected: what is left
+        // is written behind the shield.
+        Inspect();
         if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }
+    if (descriptor < 0) return;
     const SignalShield shield;
     WriteWhole(descriptor, text);
 }

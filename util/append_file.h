@@ -4,13 +4,16 @@
 // What the host must not notice: no signal reaches it through a write of ours (SIGPIPE, SIGXFSZ), no
 // descriptor number that it would get itself is taken, nothing is inherited by programs that it executes, and
 // nothing here waits for another process (a FIFO without a reader is opened all the same; what a full one
-// does not take is dropped).
+// does not take is dropped). A host that closes all descriptors, as daemons do, and gets the number again for
+// something of its own finds nothing written there, and the file is opened again.
 //
 // One thread at a time.
 #pragma once
 
 #include <fcntl.h>
+#include <sys/types.h>
 
+#include <cstddef>
 #include <string_view>
 
 class AppendFile {
@@ -34,10 +37,18 @@ public:
 
 private:
     bool OpenFor(const char* path, int access);
-    bool MayRaiseSignal();
+    bool IsStillOurs() const;
+    bool IsInspectionDue();
+    void Inspect();
+
+    static constexpr std::size_t kLongestPath = 500;
 
     int descriptor = -1;
-    bool isRegular = false;
-    bool sizeIsLimited = false;
-    unsigned appends = 0;
+    dev_t device = 0;
+    ino_t inode = 0;
+    bool mayRaiseSignal = true;
+    unsigned appends = 0;      // since the descriptor was inspected
+    long inspectionTime = -1;  // in ticks of the coarse clock
+    int openAccess = 0;
+    char openPath[kLongestPath + 1] = {};  // empty when the file cannot be opened again later
 };

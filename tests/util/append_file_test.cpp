@@ -178,6 +178,63 @@ TEST_F(AppendFileDeathTest, OpensWhereNoHighDescriptorIsAllowed) {
     EXPECT_EXIT(open(), testing::ExitedWithCode(0), "");
 }
 
+// ---- Hosts that close descriptors which are not theirs
+// -----------------------------------------------------
+
+TEST_F(AppendFileTest, ADescriptorThatTheHostClosedIsOpenedAgain) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    close(DescriptorOf(path));
+    file.Append("two ");
+    EXPECT_GE(DescriptorOf(path), 900);
+    file.Append("three");
+    EXPECT_EQ(Contents(path), "one two three");
+}
+
+// The coarse clock moves on within this time.
+void WaitForAnInspection() { usleep(20'000); }
+
+TEST_F(AppendFileTest, ANumberThatTheHostUsesForItsOwnIsLeftAlone) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    const int number = DescriptorOf(path);
+    const std::string others = directory.File("others");
+    const int other = open(others.c_str(), O_WRONLY | O_CREAT, 0600);
+    ASSERT_EQ(dup2(other, number), number);
+    WaitForAnInspection();
+    file.Append("two");
+    EXPECT_EQ(Contents(path), "one two");
+    EXPECT_EQ(Contents(others), "");
+    EXPECT_EQ(write(number, "still open", 10), 10);
+    close(number);
+    close(other);
+}
+
+TEST_F(AppendFileTest, ClosingLeavesTheHostsFileOpen) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const int number = DescriptorOf(path);
+    const int other = open(directory.File("others").c_str(), O_WRONLY | O_CREAT, 0600);
+    ASSERT_EQ(dup2(other, number), number);
+    file.Close();
+    EXPECT_EQ(write(number, "x", 1), 1);
+    close(number);
+    close(other);
+}
+
+TEST_F(AppendFileTest, WhatCannotBeOpenedAgainIsGivenUp) {
+    const std::string name = "append_file_test." + std::to_string(getpid());
+    const auto relativeTo = [](const std::string& folder) { ASSERT_EQ(chdir(folder.c_str()), 0); };
+    relativeTo(directory.Path());
+    ASSERT_TRUE(file.Open(name.c_str()));
+    file.Append("one ");
+    close(DescriptorOf(name));
+    relativeTo("/");
+    file.Append("two");
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(Contents(directory.File(name)), "one ");
+    EXPECT_NE(access(name.c_str(), F_OK), 0);
+}
+
 // ---- FIFOs ------------------------------------------------------------------------------------------------
 
 class Fifo : public AppendFileTest {
