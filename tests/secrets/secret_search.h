@@ -1,0 +1,153 @@
+// Finds planted secrets (see planted_secret.h) in what was written.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/secrets/planted_secret.h"
+
+struct FoundSecret {
+    std::size_t offset;
+    std::string form;  // how it is written: "text", "hexadecimal", "number"
+};
+
+// The least part of a secret that counts.
+inline constexpr std::size_t kLeastPart = 4;
+
+// The same where it is written in digits. Addresses, signatures and keys look like four bytes of a secret by
+// chance, so this is for texts that hold such things; where all else is known, use kLeastPart.
+inline constexpr std::size_t kLeastPartAmongChance = 8;
+
+namespace secret_search {
+
+enum class Kind { kNone, kLetter, kMark };
+
+inline Kind KindOf(unsigned char byte) {
+    const char character = static_cast<char>(byte);
+    if (kSecretLetters.find(character) != std::string_view::npos) return Kind::kLetter;
+    if (kSecretMarks.find(character) != std::string_view::npos) return Kind::kMark;
+    return Kind::kNone;
+}
+
+// Counts bytes that go on as a secret does.
+class Run {
+public:
+    // The number of bytes in a row, up to this one, that may be of a secret.
+    std::size_t Add(unsigned char byte) {
+        const Kind kind = KindOf(byte);
+        length = kind == Kind::kNone ? 0 : kind == last ? 1 : length + 1;
+        last = kind;
+        return length;
+    }
+
+private:
+    Kind last = Kind::kNone;
+    std::size_t length = 0;
+};
+
+inline int HexDigit(char character) {
+    if (character >= '0' && character <= '9') return character - '0';
+    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
+    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
+    return -1;
+}
+
+// The byte that two digits at the beginning say; -1 for none.
+inline int HexByte(std::string_view text) {
+    if (text.size() < 2) return -1;
+    const int high = HexDigit(text[0]);
+    const int low = HexDigit(text[1]);
+    return high < 0 || low < 0 ? -1 : high * 16 + low;
+}
+
+// `text` without what dumps put between two bytes: blanks, colons, commas, hyphens, and "0x" or "\x".
+inline std::string_view WithoutSeparator(std::string_view text) {
+    constexpr std::string_view kSeparators = " :,-";
+    while (!text.empty() && kSeparators.find(text[0]) != std::string_view::npos) text.remove_prefix(1);
+    if (text.starts_with("0x") || text.starts_with("0X") || text.starts_with("\\x")) text.remove_prefix(2);
+    return text;
+}
+
+inline std::size_t HexBytesOfSecret(std::string_view text) {
+    Run run;
+    std::size_t length = 0;
+    for (int byte = HexByte(text); byte >= 0; byte = HexByte(text)) {
+        const std::size_t next = run.Add(static_cast<unsigned char>(byte));
+        if (next <= length) break;
+        length = next;
+        text = WithoutSeparator(text.substr(2));
+    }
+    return length;
+}
+
+// The longest part of a secret in the bytes of a decimal number.
+inline std::size_t NumberBytesOfSecret(std::string_view digits) {
+    constexpr std::size_t kDigitsOfWord = 20;
+    if (digits.size() > kDigitsOfWord) return 0;
+    const std::uint64_t number = std::strtoull(std::string(digits).c_str(), nullptr, 10);
+    Run run;
+    std::size_t longest = 0;
+    for (unsigned shift = 0; shift < 64; shift += 8) {
+        const std::size_t length = run.Add(static_cast<unsigned char>(number >> shift));
+        if (length > longest) longest = length;
+    }
+    return longest;
+}
+
+inline bool IsDecimal(char character) { return character >= '0' && character <= '9'; }
+
+}  // namespace secret_search
+
+// The first part of a secret in `written`, as text, in hexadecimal digits or as a decimal number, with the
+// bytes in either order; nothing if there is none. `leastInDigits` is one of the two numbers above.
+inline std::optional<FoundSecret> FindSecret(std::string_view written, std::size_t leastInDigits) {
+    using namespace secret_search;
+    Run run;
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        if (run.Add(static_cast<unsigned char>(written[i])) >= kLeastPart)
+            return FoundSecret{i + 1 - kLeastPart, "text"};
+        if (HexDigit(written[i]) < 0) continue;
+        if (HexBytesOfSecret(written.substr(i)) >= leastInDigits) return FoundSecret{i, "hexadecimal"};
+        const bool isStartOfNumber = IsDecimal(written[i]) && (i == 0 || !IsDecimal(written[i - 1]));
+        if (!isStartOfNumber) continue;
+        const std::string_view digits = written.substr(i, written.find_first_not_of("0123456789", i) - i);
+        if (NumberBytesOfSecret(digits) >= leastInDigits) return FoundSecret{i, "number"};
+    }
+    return std::nullopt;
+}
+
+// Searches a file, or every file below a directory, and tells of each in which a secret is. Programs,
+// libraries and images of processes are passed over, for they hold what they were given; so is what is larger
+// than any log.
+inline std::vector<std::string> FilesWithSecrets(const std::filesystem::path& place) {
+    namespace fs = std::filesystem;
+    constexpr std::uintmax_t kLargestLog = std::uintmax_t{1} << 30;
+    std::vector<std::string> told;
+    std::error_code error;
+    const auto search = [&](const fs::path& path) {
+        if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestLog) return;
+        std::ifstream file(path, std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        if (text.starts_with("\x7f"
+                             "ELF"))
+            return;
+        const auto found = FindSecret(text, kLeastPartAmongChance);
+        if (found)
+            told.push_back(path.string() + ": " + found->form + " at " + std::to_string(found->offset));
+    };
+    search(place);
+    if (!fs::is_directory(place, error)) return told;
+    constexpr auto kOptions = fs::directory_options::skip_permission_denied;
+    for (fs::recursive_directory_iterator entry(place, kOptions, error), end; entry != end && !error;
+         entry.increment(error))
+        search(entry->path());
+    return told;
+}
