@@ -3,8 +3,7 @@
 //
 // The descriptor owns a copy of its bytes. It has no lock: one thread at a time.
 
-#ifndef CKSCRIBE_DESCRIPTORS_DATA_DESCRIPTOR_H
-#define CKSCRIBE_DESCRIPTORS_DATA_DESCRIPTOR_H
+#pragma once
 
 #include <cstdio>
 #include <string_view>
@@ -58,5 +57,3 @@ private:
     unsigned long length_ = 0;
     char* data_ = nullptr;  // has room for length_ rounded up to a multiple of kGrowth
 };
-
-#endif

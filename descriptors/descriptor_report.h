@@ -3,8 +3,7 @@
 //
 // Plain data: a report belongs to its run and has no lock.
 
-#ifndef CKSCRIBE_DESCRIPTORS_DESCRIPTOR_REPORT_H
-#define CKSCRIBE_DESCRIPTORS_DESCRIPTOR_REPORT_H
+#pragma once
 
 #include <cstdint>
 #include <cstdio>
@@ -37,5 +36,3 @@ private:
     void WriteCounters(std::FILE* stream) const;
     void WriteFlags(std::FILE* stream) const;
 };
-
-#endif

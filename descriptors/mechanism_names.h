@@ -1,7 +1,6 @@
 // The names of the mechanisms and the numbers that they have in this system.
 
-#ifndef CKSCRIBE_DESCRIPTORS_MECHANISM_NAMES_H
-#define CKSCRIBE_DESCRIPTORS_MECHANISM_NAMES_H
+#pragma once
 
 #include <p11-kit/pkcs11.h>
 
@@ -334,5 +333,3 @@ static_assert(IsStrictlyAscending(kMechanismNames));
 consteval unsigned long MechanismNumber(std::string_view name) {
     return std::ranges::find(kMechanismNames, name, &NameRow::name)->value;
 }
-
-#endif

@@ -1,7 +1,6 @@
 // Tells whether the parameter of a mechanism can be one: its length and, for some mechanisms, what is in it.
 
-#ifndef CKSCRIBE_DESCRIPTORS_MECHANISM_VALIDATION_H
-#define CKSCRIBE_DESCRIPTORS_MECHANISM_VALIDATION_H
+#pragma once
 
 #include <p11-kit/pkcs11.h>
 
@@ -16,5 +15,3 @@ struct MechanismParamResult {
 // is read only when its length is the one that the mechanism needs, and the memory that it points to never
 // is. Pure: any thread may call it at any time.
 MechanismParamResult ValidateCkMechanismParam(CK_MECHANISM* mechanism);
-
-#endif

@@ -3,8 +3,7 @@
 //
 // Pure functions over constant data: any thread may call them at any time.
 
-#ifndef CKSCRIBE_DESCRIPTORS_NAME_TABLE_H
-#define CKSCRIBE_DESCRIPTORS_NAME_TABLE_H
+#pragma once
 
 #include <algorithm>
 #include <functional>
@@ -30,5 +29,3 @@ constexpr const char* NameOf(std::span<const NameRow> table, unsigned long value
     }
     return row->value == value ? row->name : unknown;
 }
-
-#endif

@@ -1,8 +1,7 @@
 // Numeric text: the form in which byte values that are not text are written, two lowercase hexadecimal digits
 // a byte, the high half first.
 
-#ifndef CKSCRIBE_DESCRIPTORS_NUMERIC_TEXT_H
-#define CKSCRIBE_DESCRIPTORS_NUMERIC_TEXT_H
+#pragma once
 
 #include <cstdio>
 #include <string_view>
@@ -16,5 +15,3 @@ inline void WriteNumericText(std::FILE* stream, std::string_view bytes) {
         std::fputc(kDigits[value % 16], stream);
     }
 }
-
-#endif

@@ -1,8 +1,7 @@
 // Small helpers for the arrays and templates of PKCS#11. Any thread may call them; the arrays are the
 // caller's.
 
-#ifndef CKSCRIBE_DESCRIPTORS_PKCS11_ARRAYS_H
-#define CKSCRIBE_DESCRIPTORS_PKCS11_ARRAYS_H
+#pragma once
 
 #include <p11-kit/pkcs11.h>
 
@@ -19,5 +18,3 @@ CK_RV CopyULONGArrayTo32Array(unsigned long* in, unsigned long* inCount, unsigne
 // The same in the other direction, where every number fits.
 CK_RV Copy32ArrayToULONGArray(unsigned int* in, unsigned int* inCount, unsigned long* out,
                               unsigned long* outCount);
-
-#endif

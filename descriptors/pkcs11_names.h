@@ -6,8 +6,7 @@
 //
 // Every function is pure, never fails and returns constant text: any thread may call them at any time.
 
-#ifndef CKSCRIBE_DESCRIPTORS_PKCS11_NAMES_H
-#define CKSCRIBE_DESCRIPTORS_PKCS11_NAMES_H
+#pragma once
 
 const char* GetAttributeType(unsigned long type);           // "CKA_XXX" when unknown
 const char* GetObjectClass(unsigned long objectClass);      // "CKO_UNKNOWN" when unknown
@@ -28,5 +27,3 @@ extern const ReturnValueRow CKR_LookupTable[191];
 // Stores the return value of that name (all of it, capitals matter) in `*value` and returns 0 (CKR_OK). For
 // any other name, a null one included, stores 0 and returns 7 (CKR_ARGUMENTS_BAD). `value` must not be null.
 unsigned long GetErrorCodeForString(const char* name, unsigned long* value);
-
-#endif

@@ -4,8 +4,7 @@
 //
 // Pure functions: any thread may call them at any time.
 
-#ifndef CKSCRIBE_DESCRIPTORS_RICH_TEXT_H
-#define CKSCRIBE_DESCRIPTORS_RICH_TEXT_H
+#pragma once
 
 #include <cstddef>
 #include <cstdio>
@@ -58,5 +57,3 @@ inline std::optional<char> TakeRichTextByte(std::string_view& text) {
     if (text.starts_with('\\')) return takeCharacter();
     return ByteOfRichTextEscape(takeCharacter());
 }
-
-#endif

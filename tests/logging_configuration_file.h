@@ -1,5 +1,4 @@
-#ifndef CKSCRIBE_TESTS_LOGGING_CONFIGURATION_FILE_H
-#define CKSCRIBE_TESTS_LOGGING_CONFIGURATION_FILE_H
+#pragma once
 
 #include <cstdlib>
 #include <fstream>
@@ -34,5 +33,3 @@ public:
 
     TemporaryDirectory directory;
 };
-
-#endif

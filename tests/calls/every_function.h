@@ -1,6 +1,7 @@
 // Calls of every exported function, for what holds of all of them alike.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,13 @@ inline const Names kVendorFunctions = {
 #include "front/functions.def"
 };
 
+// As many words as any function has arguments.
+using CallWords = std::array<TargetWord, 20>;
+
 class EveryFunction : public LibraryTest {
 protected:
-    // Calls a function with this word for each of its arguments.
+    // Calls a function with these words, or this word, for its arguments.
+    CK_RV CallWith(const std::string& function, const CallWords& words);
     CK_RV CallWith(const std::string& function, TargetWord word);
 
     // The functions among these that write anything into the log when they are called.

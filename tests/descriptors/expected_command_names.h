@@ -1,7 +1,6 @@
-// Every command type that has a name, with it: what the log has always shown.
+#pragma once
 
-#ifndef CKSCRIBE_TESTS_DESCRIPTORS_EXPECTED_COMMAND_NAMES_H
-#define CKSCRIBE_TESTS_DESCRIPTORS_EXPECTED_COMMAND_NAMES_H
+// Every command type that has a name, with it: what the log has always shown.
 
 struct ExpectedCommandName {
     unsigned type;
@@ -284,5 +283,3 @@ inline constexpr ExpectedCommandName kExpectedCommandNames[] = {
     {278, "GetSlotListFromServerInstance"},
     {279, "PerformSelfTest"},
 };
-
-#endif

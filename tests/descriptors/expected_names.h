@@ -1,8 +1,7 @@
+#pragma once
+
 // Every name of the tables with its number, written out here on their own: not one number comes from the
 // PKCS#11 header or from the tables under test.
-
-#ifndef CKSCRIBE_TESTS_DESCRIPTORS_EXPECTED_NAMES_H
-#define CKSCRIBE_TESTS_DESCRIPTORS_EXPECTED_NAMES_H
 
 struct ExpectedName {
     unsigned long value;
@@ -638,5 +637,3 @@ inline constexpr ExpectedName kExpectedReturnValues[] = {
     {0x80000068, "CKR_ACCESS_ID_INVALID"},
     {0x80000069, "CKR_ACCESS_ID_ALREADY_EXISTS"},
 };
-
-#endif

@@ -1,7 +1,6 @@
-// What a function prints to a stream, as text.
+#pragma once
 
-#ifndef CKSCRIBE_TESTS_DESCRIPTORS_PRINTED_TEXT_H
-#define CKSCRIBE_TESTS_DESCRIPTORS_PRINTED_TEXT_H
+// What a function prints to a stream, as text.
 
 #include <cstdio>
 #include <cstdlib>
@@ -18,5 +17,3 @@ std::string PrintedText(Print print) {
     std::free(bytes);
     return text;
 }
-
-#endif

@@ -1,7 +1,6 @@
-// What the tests of log records share: fixed surroundings, both formats, and every way to print.
+#pragma once
 
-#ifndef CKSCRIBE_TESTS_DESCRIPTORS_RECORD_TEST_H
-#define CKSCRIBE_TESTS_DESCRIPTORS_RECORD_TEST_H
+// What the tests of log records share: fixed surroundings, both formats, and every way to print.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -102,5 +101,3 @@ protected:
 private:
     const RecordEnvironment realEnvironment = recordEnvironment;
 };
-
-#endif

@@ -1,8 +1,7 @@
+#pragma once
+
 // Every function that is exported, in the order in which a target's are looked up, with its class and, for
 // those of the vendor, the lowest logging level that logs it.
-
-#ifndef CKSCRIBE_TESTS_FRONT_EXPECTED_FUNCTIONS_H
-#define CKSCRIBE_TESTS_FRONT_EXPECTED_FUNCTIONS_H
 
 struct ExpectedFunction {
     const char* name;
@@ -315,5 +314,3 @@ inline constexpr ExpectedVendorFunction kExpectedVendorFunctions[] = {
     {"CA_GetSlotListFromServerInstance", 0x40000, 4},
     {"CA_PerformSelfTest", 0x40000, 4},
 };
-
-#endif

@@ -1,8 +1,7 @@
+#pragma once
+
 // What the target libraries of the bridge's tests answer: a number that tells the function that was called
 // and every argument that it got.
-
-#ifndef CKSCRIBE_TESTS_FRONT_TARGET_ANSWERS_H
-#define CKSCRIBE_TESTS_FRONT_TARGET_ANSWERS_H
 
 #include <p11-kit/pkcs11.h>
 
@@ -27,5 +26,3 @@ CK_RV AnswerOf(const char* name, Arguments... arguments) {
     ((answer = (answer ^ AsWord(arguments)) * kMix), ...);
     return answer;
 }
-
-#endif
