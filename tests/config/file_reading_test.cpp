@@ -12,10 +12,6 @@
 #include "config/file_text.h"
 #include "tests/config/configuration_test.h"
 
-// The sanitizers shall let an allocation fail as it does without them.
-extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
-extern "C" const char* __tsan_default_options() { return "allocator_may_return_null=1"; }
-
 namespace {
 
 class FileReadingTest : public ConfigurationTest {
