@@ -112,7 +112,7 @@ void DataDescriptor::WriteDataValue(std::FILE* stream, DescriptorReport&) const 
     switch (FormatFromBytes()) {
         case kText:
             std::fputs("Txt(\"", stream);
-            std::fwrite(data_, 1, length_, stream);
+            if (length_ > 0) std::fwrite(data_, 1, length_, stream);
             break;
         case kRichText:
             std::fputs("RTF(\"", stream);
