@@ -1,0 +1,94 @@
+// Arguments of a call, each thing that an argument points to in memory of its own that ends where unmapped
+// memory begins: whoever reads one byte too many dies.
+#pragma once
+
+#include <p11-kit/pkcs11.h>
+
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "tests/faults/arguments_of_functions.h"
+
+// Pages with an unmapped one behind each.
+class GuardedPages {
+public:
+    static constexpr std::size_t kPage = 4096;
+
+    GuardedPages();
+    ~GuardedPages();
+    GuardedPages(const GuardedPages&) = delete;
+    GuardedPages& operator=(const GuardedPages&) = delete;
+
+    // Every page is free again.
+    void Reset() { used = 0; }
+
+    // The last `size` bytes of a page that is free.
+    char* Take(std::size_t size);
+
+    // Nothing of the pages can be read until Open.
+    void Close();
+    void Open();
+
+    // A page that is never there.
+    char* Gap() const { return pages + kPage; }
+
+    // The ends of the pages that have been taken, long enough for whatever was put there.
+    std::string Contents() const;
+
+private:
+    static constexpr std::size_t kCount = 48;
+    static constexpr std::size_t kLongestContent = 2048;
+
+    char* End(std::size_t index) const { return pages + (2 * index + 1) * kPage; }
+
+    char* pages;
+    std::size_t used = 0;
+};
+
+// A word of a call, or of what its arguments point to.
+struct Place {
+    std::string name;
+    void* address;
+
+    CK_ULONG Get() const {
+        CK_ULONG word;
+        std::memcpy(&word, address, sizeof word);
+        return word;
+    }
+    void Set(CK_ULONG word) const { std::memcpy(address, &word, sizeof word); }
+};
+
+class GuardedCall {
+public:
+    // Lays out a call that PKCS#11 allows, in `pages`, which it resets.
+    GuardedCall(const FunctionArguments& function, GuardedPages& pages);
+    GuardedCall(const GuardedCall&) = delete;
+    GuardedCall& operator=(const GuardedCall&) = delete;
+
+    // 20 words, more than any function has parameters.
+    std::array<CK_ULONG, 20> words{};
+
+    // Every pointer that somebody besides the target may follow, or must not; where a structure holds further
+    // ones, they come behind it.
+    std::vector<Place> pointers;
+    // Lengths and counts of what is there, that the application gives.
+    std::vector<Place> inputLengths;
+    // Lengths and counts that the application gives as room and the target returns.
+    std::vector<Place> outputLengths;
+    // Where the target stores a pointer, whatever else it does: null or valid.
+    std::vector<Place> functionLists;
+
+private:
+    void LayOut(std::size_t index);
+    void PointTo(std::size_t index, void* memory);
+    CK_ULONG* Words(std::size_t index, const std::string& name);
+    void Mechanism(std::size_t index);
+    void Template(std::size_t index);
+    void Strings(std::size_t index);
+
+    const std::vector<Argument>& arguments;
+    GuardedPages& pages;
+};
