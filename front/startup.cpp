@@ -28,9 +28,9 @@ Undestroyed<OrmaMutex> startMutex;
 // What pCkLogMutex points to once the library has started. It needs no memory, so that the lock never fails.
 Undestroyed<OrmaMutex> recordMutex;
 
-// A target may call exported functions while it is being loaded, on the thread that loads it; they then go to
-// whatever is bound so far.
-bool isStarting = false;
+// A target may call exported functions while it is being loaded or unloaded, on the thread that does so; they
+// then go to whatever is bound at that moment.
+bool isStartingOrStopping = false;
 
 void LockForFork() {
     startMutex.object.Lock();
@@ -100,10 +100,10 @@ __attribute__((destructor)) void Unload() {
 void CkLogSpecialInitialize() {
     BehindHostShield([] {
         const OrmaLock lock(startMutex.object);
-        if (alreadyInitialized.load(std::memory_order_acquire) != 0 || isStarting) return;
-        isStarting = true;
+        if (alreadyInitialized.load(std::memory_order_acquire) != 0 || isStartingOrStopping) return;
+        isStartingOrStopping = true;
         InitCkLog();
-        isStarting = false;
+        isStartingOrStopping = false;
         alreadyFinalized.store(0);
         alreadyInitialized.store(1, std::memory_order_release);
     });
@@ -112,9 +112,13 @@ void CkLogSpecialInitialize() {
 void CkLogSpecialFinalize() {
     BehindHostShield([] {
         const OrmaLock lock(startMutex.object);
-        if (alreadyFinalized.load() != 0) return;
-        ExitCkLog();
-        alreadyFinalized.store(1);
+        if (alreadyFinalized.load() != 0 || isStartingOrStopping) return;
+        // First of all, so that calls of other threads wait for the end and start the library again; they
+        // would find neither log nor target otherwise.
         alreadyInitialized.store(0, std::memory_order_release);
+        isStartingOrStopping = true;
+        ExitCkLog();
+        isStartingOrStopping = false;
+        alreadyFinalized.store(1);
     });
 }

@@ -1,0 +1,86 @@
+#include "tests/faults/marked_calls.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <string_view>
+
+#include "tests/faults/log_records.h"
+
+namespace {
+
+constexpr std::size_t kLongestMark = 40;
+
+// Writes "caller/number" and fills up with a letter that differs from call to call. Gives the text's length.
+std::size_t WriteText(char* text, unsigned caller, unsigned long number, std::size_t length) {
+    char* end = std::to_chars(text, text + kLongestMark, caller).ptr;
+    *end++ = '/';
+    end = std::to_chars(end, text + kLongestMark, number).ptr;
+    const std::size_t mark = static_cast<std::size_t>(end - text);
+    if (length <= mark) return mark;
+    std::memset(end, static_cast<int>('a' + (caller + number) % 26), length - mark);
+    return length;
+}
+
+std::string_view QuotedText(std::string_view children) {
+    const std::size_t begin = children.find('"');
+    const std::size_t end = children.rfind('"');
+    return begin == end ? std::string_view() : children.substr(begin + 1, end - begin - 1);
+}
+
+// Reads what WriteText wrote; false for any other text.
+bool ReadText(std::string_view text, unsigned& caller, unsigned long& number) {
+    const char* const end = text.data() + text.size();
+    const auto [slash, callerError] = std::from_chars(text.data(), end, caller);
+    if (callerError != std::errc() || slash == end || *slash != '/') return false;
+    if (std::from_chars(slash + 1, end, number).ec != std::errc()) return false;
+    static char expected[MarkedCaller::kLongestText];
+    if (text.size() > sizeof expected) return false;
+    return text == std::string_view(expected, WriteText(expected, caller, number, text.size()));
+}
+
+}  // namespace
+
+CK_RV GiveDataBack(const char* function, const TargetWord* arguments, std::size_t) {
+    if (std::strcmp(function, "C_Sign") != 0) return CKR_OK;
+    std::memcpy(reinterpret_cast<void*>(arguments[3]), reinterpret_cast<const void*>(arguments[1]),
+                arguments[2]);
+    *reinterpret_cast<CK_ULONG*>(arguments[4]) = arguments[2];
+    return CKR_OK;
+}
+
+CK_RV MarkedCaller::Call(std::size_t length) {
+    const CK_ULONG size = WriteText(text, caller, calls++, length);
+    CK_ULONG signed_ = sizeof signature;
+    const CK_RV rv = library->C_Sign(caller, reinterpret_cast<CK_BYTE*>(text), size,
+                                     reinterpret_cast<CK_BYTE*>(signature), &signed_);
+    if (rv != CKR_OK) return rv;
+    return signed_ == size && std::memcmp(text, signature, size) == 0 ? CKR_OK : CKR_GENERAL_ERROR;
+}
+
+void MarkedLog::Read(const std::string& text) {
+    const ParsedLog log = ParseLog(text);
+    EXPECT_EQ(log.remainder.substr(0, 1000), "");
+    for (const LogRecord& record : log.records) {
+        (record.thread.empty() ? hasOldFormat : hasNewFormat) = true;
+        if (record.function != "Sign") {
+            ++otherRecords;
+            continue;
+        }
+        unsigned caller = 0;
+        unsigned long number = 0;
+        ASSERT_TRUE(ReadText(QuotedText(record.children), caller, number)) << record.children;
+        Count(caller, 2 * number + (record.isStart ? 0 : 1), record.process);
+        shortestChildren = std::min(shortestChildren, record.children.size());
+        longestChildren = std::max(longestChildren, record.children.size());
+    }
+}
+
+void MarkedLog::Count(unsigned caller, unsigned long number, int process) {
+    CallerRecords& records = callers[caller];
+    if (records.next == 0) records.process = process;
+    EXPECT_EQ(records.process, process) << "caller " << caller;
+    EXPECT_GE(number, records.next) << "caller " << caller << ": a record again, or too late";
+    records.missing += number - records.next;
+    records.next = number + 1;
+}
