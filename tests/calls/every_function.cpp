@@ -1,14 +1,19 @@
 #include "tests/calls/every_function.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 // On x86-64 a function takes words like these whatever its prototype, and ignores those that it has no
 // parameter for.
-using AnyFunction = CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
-                          TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
-                          TargetWord, TargetWord);
+template <std::size_t>
+using WordAt = TargetWord;
+
+template <std::size_t... i>
+CK_RV Call(void* function, const CallWords& words, std::index_sequence<i...>) {
+    return reinterpret_cast<CK_RV (*)(WordAt<i>...)>(function)(words[i]...);
+}
 
 bool IsIn(const Names& names, const std::string& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -16,9 +21,15 @@ bool IsIn(const Names& names, const std::string& name) {
 
 }  // namespace
 
+CK_RV EveryFunction::CallWith(const std::string& function, const CallWords& words) {
+    return Call(ExportedAddress(function.c_str()), words,
+                std::make_index_sequence<std::tuple_size_v<CallWords>>());
+}
+
 CK_RV EveryFunction::CallWith(const std::string& function, TargetWord word) {
-    return Exported<AnyFunction>(function.c_str())(word, word, word, word, word, word, word, word, word, word,
-                                                   word, word, word, word, word, word);
+    CallWords words;
+    words.fill(word);
+    return CallWith(function, words);
 }
 
 Names EveryFunction::LoggedOf(const Names& functions) {

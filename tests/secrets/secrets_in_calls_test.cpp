@@ -1,0 +1,282 @@
+// Every function is called with a secret of its own wherever it takes or returns one, and wherever no record
+// looks; none of them, nor four bytes of one, may be in the log, the error file or the output.
+#include <cstring>
+#include <type_traits>
+
+#include "descriptors/vendor_structures.h"
+#include "tests/calls/call_data.h"
+#include "tests/calls/every_function.h"
+#include "tests/secrets/secret_arguments.h"
+#include "tests/secrets/secret_search.h"
+
+namespace {
+
+// Bytes around a secret's text that decide how a record would write it: as text, in hexadecimal digits, or as
+// text with escapes.
+const std::string kBeginnings[] = {"", "\xEE\xEE", "\x01"};
+
+// The parameter list of password-based key generation, in which a mechanism brings a password along.
+struct PasswordParameters {
+    CK_BYTE_PTR pInitVector;
+    CK_UTF8CHAR_PTR pPassword;
+    CK_ULONG ulPasswordLen;
+    CK_BYTE_PTR pSalt;
+    CK_ULONG ulSaltLen;
+    CK_ULONG ulIteration;
+};
+constexpr CK_MECHANISM_TYPE kPasswordBasedMechanism = 0x3a8;
+
+// The words of one call. What is no secret is chosen by the types of the parameters: buffers are larger than
+// all lengths and counts say, and each ends where a secret begins.
+//
+// All of it lies at addresses that are known, because records show addresses, and one that is not known might
+// look like a part of a secret.
+class Arguments {
+public:
+    // `number` stands for every number that is passed by value.
+    Arguments(CK_ULONG number, const std::string& beginning) : number(number), beginning(beginning) {}
+
+    template <class... Parameters>
+    CallWords For(std::type_identity<CK_RV(Parameters...)>, const std::vector<SecretArgument>& secrets) {
+        CallWords words;
+        for (TargetWord& word : words) word = Address(NewSecret());
+        std::size_t i = 0;
+        ((words[i++] = WordFor<Parameters>()), ...);
+        for (const SecretArgument& secret : secrets) Plant(secret, words);
+        return words;
+    }
+
+    static constexpr CK_ULONG kSecretsInList = 3;
+
+private:
+    static constexpr std::size_t kElements = 8;  // of every array, more than all numbers that are passed
+    static constexpr CK_ULONG kReturnedNumber = 4;
+
+    template <class Parameter>
+    TargetWord WordFor() {
+        if constexpr (std::is_same_v<Parameter, CK_BBOOL>) {
+            return CK_TRUE;
+        } else if constexpr (std::is_integral_v<Parameter>) {
+            return number;
+        } else if constexpr (std::is_same_v<Parameter, CK_BYTE_PTR>) {
+            return Address(NewText());
+        } else if constexpr (std::is_same_v<Parameter, CK_ULONG_PTR>) {
+            return Address(NewArray(kReturnedNumber));
+        } else if constexpr (std::is_same_v<Parameter, CK_BYTE_PTR*>) {
+            return Address(NewArray(NewText()));
+        } else if constexpr (std::is_same_v<Parameter, CK_ATTRIBUTE_PTR>) {
+            return Address(NewArray(CK_ATTRIBUTE{CKA_LABEL, NewText(), kReturnedNumber}));
+        } else if constexpr (std::is_same_v<Parameter, CK_MECHANISM_PTR>) {
+            return Address(NewMechanism());
+        } else if constexpr (std::is_same_v<Parameter, CK_VOID_PTR>) {
+            return Address(NewSecret());
+        } else {
+            return Address(New(std::vector<CK_BYTE>(kLargestStructure)));
+        }
+    }
+    static constexpr std::size_t kLargestStructure = 1056;
+
+    void Plant(const SecretArgument& secret, CallWords& words) {
+        if (secret.kind == SecretArgument::kList) {
+            std::vector<CK_BYTE_PTR> addresses;
+            std::vector<CK_ULONG> lengths;
+            for (CK_ULONG i = 0; i < kSecretsInList; ++i) {
+                addresses.push_back(NewSecret());
+                lengths.push_back(secretLength);
+            }
+            words[secret.address] = Address(New(addresses));
+            words[secret.length] = Address(New(lengths));
+            words[secret.count] = kSecretsInList;
+            return;
+        }
+        words[secret.address] = Address(NewSecret());
+        const bool isReturned = secret.kind == SecretArgument::kReturned;
+        words[secret.length] = isReturned ? Address(New<CK_ULONG>({secretLength})) : secretLength;
+    }
+
+    static TargetWord Address(const void* pointer) { return reinterpret_cast<TargetWord>(pointer); }
+
+    template <class Element>
+    Element* New(const std::vector<Element>& elements) {
+        used = (used + alignof(std::max_align_t) - 1) / alignof(std::max_align_t) * alignof(std::max_align_t);
+        const std::size_t size = elements.size() * sizeof(Element);
+        EXPECT_LE(used + size, sizeof(Page));
+        void* const place = memory.At<Page>(kPage).data() + used;
+        std::memcpy(place, elements.data(), size);
+        used += size;
+        return static_cast<Element*>(place);
+    }
+
+    // With a terminator, as if it were a text.
+    CK_BYTE_PTR NewSecret() {
+        const std::string secret = NextSecret();
+        secretLength = secret.size();
+        return New(Bytes(secret + '\0'));
+    }
+    std::string NextSecret() const {
+        static std::size_t count = 0;
+        return beginning + PlantedSecret(count++);
+    }
+
+    template <class Element>
+    Element* NewArray(const Element& element) {
+        Element* const array = New(std::vector<Element>(kElements, element));
+        NewSecret();
+        return array;
+    }
+    CK_BYTE_PTR NewText() {
+        return New(Bytes("a text that everyone may see ..." + std::string(1, '\0') + NextSecret() + '\0'));
+    }
+    CK_MECHANISM_PTR NewMechanism() {
+        CK_BYTE_PTR const password = NewSecret();
+        auto* const parameters =
+            New<PasswordParameters>({{NewText(), password, secretLength, NewText(), 8, 1000}});
+        return New<CK_MECHANISM>({{kPasswordBasedMechanism, parameters, sizeof *parameters}});
+    }
+
+    static constexpr std::uintptr_t kPage = 0x12345000;
+    using Page = std::array<CK_BYTE, 0x1000>;
+
+    MemoryAtFixedAddress memory;
+    std::size_t used = 0;
+    const CK_ULONG number;
+    const std::string& beginning;
+    std::size_t secretLength = 0;  // of the latest one
+};
+
+const std::vector<SecretArgument>* SecretsOf(const std::string& function) {
+    for (const FunctionSecrets& row : kSecretArguments) {
+        if (row.function == function) return &row.secrets;
+    }
+    return nullptr;
+}
+
+std::size_t CountOf(const std::string& part, const std::string& text) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + part.size())) ++count;
+    return count;
+}
+
+class SecretsInCalls : public EveryFunction {
+protected:
+    // Calls `visit` with the name and the type of each function that is exported.
+    template <class Visit>
+    static void ForEachFunction(const Visit& visit) {
+#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+    visit("C_" #Name, std::type_identity<CK_RV Parameters>());
+#define CA_LIST_ROW(Name, Type) visit("CA_" #Name, std::type_identity<CK_RV(CK_FUNCTION_LIST_PTR_PTR)>());
+#define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) \
+    visit("CA_" #Name, std::type_identity<CK_RV Parameters>());
+#define CA_BARE_ROW(Name, ...) visit("CA_" #Name, std::type_identity<CK_RV()>());
+#include "front/functions.def"
+    }
+
+    template <class Type>
+    void CallWithSecrets(const std::string& function, Type type, CK_ULONG number,
+                         const std::string& beginning) {
+        const std::vector<SecretArgument>* const secrets = SecretsOf(function);
+        ASSERT_NE(nullptr, secrets) << "say in secret_arguments.h which arguments of it are secrets";
+        for (const CK_RV result : {CKR_OK, CKR_BUFFER_TOO_SMALL, CKR_PIN_INCORRECT}) {
+            Arguments arguments(number, beginning);
+            script.result = result;
+            EXPECT_EQ(function == "C_GetFunctionStatus" ? CKR_FUNCTION_NOT_SUPPORTED : result,
+                      CallWith(function, arguments.For(type, *secrets)));
+        }
+    }
+
+    // All of its numbers, among them the vendor's seven forms of authorisation, are each of 0 to 6.
+    template <class Type>
+    void CallInEveryWay(const std::string& function, Type type) {
+        for (CK_ULONG number = 0; number <= 6; ++number) {
+            for (const std::string& beginning : kBeginnings)
+                CallWithSecrets(function, type, number, beginning);
+        }
+    }
+
+    static void ExpectNoSecret(const std::string& written) {
+        const auto found = FindSecret(written, kLeastPart);
+        if (!found) return;
+        const std::size_t begin = written.rfind('\n', found->offset) + 1;
+        ADD_FAILURE() << "a secret as " << found->form << ": " << written.substr(begin, 400);
+    }
+
+    void ExpectNoSecretInLogOf(const std::string& format) {
+        Set("NewFormat", format);
+        Restart();
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        ForEachFunction([&](const std::string& function, auto type) {
+            SCOPED_TRACE(function);
+            const std::size_t before = LogSize();
+            CallInEveryWay(function, type);
+            const std::string log = LogSince(before);
+            EXPECT_EQ(function == "CA_GetFunctionList", log.empty());
+            ExpectNoSecret(log);
+            script.received.clear();
+        });
+        const std::string output = testing::internal::GetCapturedStdout();
+        ExpectNoSecret(output);
+        ExpectNoSecret(testing::internal::GetCapturedStderr());
+        ExpectNoSecret(Errors());
+    }
+
+    // A record has as many masks as its function has secrets.
+    void ExpectMasksInLogOf(const std::string& format) {
+        constexpr CK_ULONG kFormWithSecrets = 1;
+        Set("NewFormat", format);
+        Restart();
+        ForEachFunction([&](const std::string& function, auto type) {
+            SCOPED_TRACE(function);
+            const std::size_t before = LogSize();
+            const std::vector<SecretArgument>* const secrets = SecretsOf(function);
+            ASSERT_NE(nullptr, secrets);
+            Arguments arguments(kFormWithSecrets, kBeginnings[0]);
+            CallWith(function, arguments.For(type, *secrets));
+            std::size_t expected = 0;
+            for (const SecretArgument& secret : *secrets)
+                expected += secret.kind == SecretArgument::kList ? Arguments::kSecretsInList : 1;
+            const bool isInBothRecords = function == "CA_CreateContainer";
+            if (isInBothRecords) expected *= 2;
+            EXPECT_EQ(expected, CountOf("********", LogSince(before)));
+        });
+    }
+};
+
+}  // namespace
+
+TEST(SecretArguments, HaveARowForEachFunction) {
+    Names rows;
+    for (const FunctionSecrets& row : kSecretArguments) rows.push_back(row.function);
+    Names functions = kStandardFunctions;
+    functions.insert(functions.end(), kVendorFunctions.begin(), kVendorFunctions.end());
+    EXPECT_EQ(Sorted(functions), Sorted(rows));
+}
+
+TEST_F(SecretsInCalls, AreNotWrittenInTheNewFormat) { ExpectNoSecretInLogOf("1"); }
+
+TEST_F(SecretsInCalls, AreNotWrittenInTheOldFormat) { ExpectNoSecretInLogOf("0"); }
+
+// So that every secret has its row, and stands where its function expects it.
+TEST_F(SecretsInCalls, AreMaskedInTheNewFormat) { ExpectMasksInLogOf("1"); }
+
+TEST_F(SecretsInCalls, AreMaskedInTheOldFormat) { ExpectMasksInLogOf("0"); }
+
+// The library has something to report then.
+TEST_F(SecretsInCalls, AreNotReportedWhenTheLogCannotBeWritten) {
+    Set("File", directory.Path());
+    Set("LibUNIX64", TargetNamed("scripted_target_without_self_test"));
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    ForEachFunction([&](const std::string& function, auto type) {
+        const std::vector<SecretArgument>* const secrets = SecretsOf(function);
+        ASSERT_NE(nullptr, secrets) << function;
+        Arguments arguments(1, kBeginnings[0]);
+        CallWith(function, arguments.For(type, *secrets));
+    });
+    Exported<void()>("CkLogSpecialFinalize")();
+    const std::string output = testing::internal::GetCapturedStdout();
+    EXPECT_EQ("Failed to load function 'CA_PerformSelfTest'.\n", output);
+    EXPECT_EQ("", testing::internal::GetCapturedStderr());
+    EXPECT_NE("", Errors());
+    ExpectNoSecret(Errors());
+}
