@@ -1,0 +1,441 @@
+#include "tests/vendor_calls/vendor_records.h"
+
+TEST_P(VendorRecords, CA_DestroyMultipleObjects) {
+    const CK_ULONG ulCount = 2;
+    auto* const phObjects = At<CK_OBJECT_HANDLE>(0x12345180);
+    PutAll(phObjects, {2001, 2002, 2003});
+    auto* const pulIndex = At<CK_ULONG>(0x123451c0);
+    Answer([=] { *pulIndex = 2004; });
+
+    Call("CA_DestroyMultipleObjects", hSession, ulCount, phObjects, pulIndex);
+    Starts(R"(
+
+10:15:30 <id>:STRTDestroyMultipleObjects {Sesn=81 2 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } Ptr=0x123451c0 })",
+           R"(
+Command(DestroyMultipleObjects, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x2);
+   Pointer(0x12345180);
+   ObjectHandleList
+   {
+      ObjectHandle(0x7d1);
+      ObjectHandle(0x7d2);
+   };
+   Pointer(0x123451c0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIDestroyMultipleObjects <rv>12345clks {Sesn=81 Ptr=0x123451c0 Index=2004 })",
+         R"(
+Command(DestroyMultipleObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x123451c0);
+   ULong(0x7d4);
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIDestroyMultipleObjects <rv>12345clks {})",
+         R"(
+Command(DestroyMultipleObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+
+    Call("CA_DestroyMultipleObjects", hSession, ulCount, nullptr, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTDestroyMultipleObjects {Sesn=81 2 Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(DestroyMultipleObjects, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x2);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIDestroyMultipleObjects <rv>12345clks {Sesn=81 Ptr=0x0 })",
+         R"(
+Command(DestroyMultipleObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(VendorRecords, CA_GetTokenObjectUID) {
+    const CK_ULONG ulObjectType = 1001;
+    const CK_OBJECT_HANDLE hObject = 1002;
+    auto* const pOuid = At<CK_BYTE>(0x123451c0);
+    auto* const pulOuidLen = At<CK_ULONG>(0x12345200);
+    Before([=] { *pulOuidLen = 61; });
+    Answer([=] {
+        Put(pOuid, "returned ouid and more");
+        *pulOuidLen = 13;
+    });
+
+    Call("CA_GetTokenObjectUID", slotID, ulObjectType, hObject, pOuid, pulOuidLen);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTokenObjectUID {Slot=7 Type=1001 Obj=1002 Ptr=0x123451c0 })",
+           R"(
+Command(GetTokenObjectUID, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ObjectHandle(0x3ea);
+   Pointer(0x123451c0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetTokenObjectUID <rv>12345clks {Slot=7 Type=1001 Obj=1002 Ptr=0x123451c0 OUID="returned ouid" })",
+         R"(
+Command(GetTokenObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ObjectHandle(0x3ea);
+   Pointer(0x123451c0);
+   ByteString(SimpleText"returned ouid");
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIGetTokenObjectUID <rv>12345clks {})",
+         R"(
+Command(GetTokenObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+
+    Call("CA_GetTokenObjectUID", slotID, ulObjectType, hObject, nullptr, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTokenObjectUID {Slot=7 Type=1001 Obj=1002 Ptr=0x0 })",
+           R"(
+Command(GetTokenObjectUID, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ObjectHandle(0x3ea);
+   Pointer(0x0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetTokenObjectUID <rv>12345clks {Slot=7 Type=1001 Obj=1002 Ptr=0x0 })",
+         R"(
+Command(GetTokenObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ObjectHandle(0x3ea);
+   Pointer(0x0);
+})");
+
+    Call("CA_GetTokenObjectUID", slotID, ulObjectType, hObject, nullptr, pulOuidLen);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTokenObjectUID {Slot=7 Type=1001 Obj=1002 Ptr=0x0 })",
+           R"(
+Command(GetTokenObjectUID, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ObjectHandle(0x3ea);
+   Pointer(0x0);
+})");
+    Ends(kTooSmall, R"(
+10:15:30 <id>:FINIGetTokenObjectUID <rv>12345clks {Slot=7 Type=1001 Obj=1002 Ptr=0x0 })",
+         R"(
+Command(GetTokenObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ObjectHandle(0x3ea);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(VendorRecords, CA_GetTokenObjectHandle) {
+    auto* const pOuid = TextAt(0x12345140, "the ouid and more");
+    const CK_ULONG ulOuidLen = 8;
+    auto* const pulObjectType = At<CK_ULONG>(0x123451c0);
+    auto* const phObject = At<CK_OBJECT_HANDLE>(0x12345200);
+    Answer([=] {
+        *pulObjectType = 2001;
+        *phObject = 2002;
+    });
+
+    Call("CA_GetTokenObjectHandle", slotID, pOuid, ulOuidLen, pulObjectType, phObject);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTokenObjectHandle {Slot=7 Ptr=0x12345140 OUID="the ouid" Ptr=0x123451c0 Ptr=0x12345200 })",
+           R"(
+Command(GetTokenObjectHandle, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   Pointer(0x12345140);
+   ByteString(SimpleText"the ouid");
+   Pointer(0x123451c0);
+   Pointer(0x12345200);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetTokenObjectHandle <rv>12345clks {Slot=7 Ptr=0x12345140 OUID="the ouid" Ptr=0x123451c0 Ptr=0x12345200 Type=2001 Obj=2002 })",
+         R"(
+Command(GetTokenObjectHandle, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   Pointer(0x12345140);
+   ByteString(SimpleText"the ouid");
+   Pointer(0x123451c0);
+   Pointer(0x12345200);
+   ULong(0x7d1);
+   ObjectHandle(0x7d2);
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIGetTokenObjectHandle <rv>12345clks {})",
+         R"(
+Command(GetTokenObjectHandle, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+
+    Call("CA_GetTokenObjectHandle", slotID, nullptr, ulOuidLen, nullptr, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTokenObjectHandle {Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(GetTokenObjectHandle, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   Pointer(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetTokenObjectHandle <rv>12345clks {Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(GetTokenObjectHandle, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   Pointer(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(VendorRecords, CA_GetObjectUID) {
+    const CK_ULONG ulContainerNumber = 1001;
+    const CK_ULONG ulObjectType = 1002;
+    const CK_OBJECT_HANDLE hObject = 1003;
+    auto* const pOuid = At<CK_BYTE>(0x12345200);
+    auto* const pulOuidLen = At<CK_ULONG>(0x12345240);
+    Before([=] { *pulOuidLen = 61; });
+    Answer([=] {
+        Put(pOuid, "returned ouid and more");
+        *pulOuidLen = 13;
+    });
+
+    Call("CA_GetObjectUID", slotID, ulContainerNumber, ulObjectType, hObject, pOuid, pulOuidLen);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetObjectUID {Slot=7 Container=1001 ObjType=1002 Obj=1003 Ptr=0x12345200 })",
+           R"(
+Command(GetObjectUID, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x12345200);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetObjectUID <rv>12345clks {Slot=7 Container=1001 ObjType=1002 Obj=1003 Ptr=0x12345200 "returned ouid" })",
+         R"(
+Command(GetObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x12345200);
+   ByteString(SimpleText"returned ouid");
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIGetObjectUID <rv>12345clks {})",
+         R"(
+Command(GetObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+
+    Call("CA_GetObjectUID", slotID, ulContainerNumber, ulObjectType, hObject, nullptr, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetObjectUID {Slot=7 Container=1001 ObjType=1002 Obj=1003 Ptr=0x0 })",
+           R"(
+Command(GetObjectUID, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetObjectUID <rv>12345clks {Slot=7 Container=1001 ObjType=1002 Obj=1003 Ptr=0x0 })",
+         R"(
+Command(GetObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x0);
+})");
+
+    Call("CA_GetObjectUID", slotID, ulContainerNumber, ulObjectType, hObject, nullptr, pulOuidLen);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetObjectUID {Slot=7 Container=1001 ObjType=1002 Obj=1003 Ptr=0x0 })",
+           R"(
+Command(GetObjectUID, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x0);
+})");
+    Ends(kTooSmall, R"(
+10:15:30 <id>:FINIGetObjectUID <rv>12345clks {Slot=7 Container=1001 ObjType=1002 Obj=1003 Ptr=0x0 })",
+         R"(
+Command(GetObjectUID, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(VendorRecords, CA_GetObjectHandle) {
+    const CK_ULONG ulContainerNumber = 1001;
+    auto* const pOuid = TextAt(0x12345180, "the ouid and more");
+    const CK_ULONG ulOuidLen = 8;
+    auto* const pulObjectType = At<CK_ULONG>(0x12345200);
+    auto* const phObject = At<CK_OBJECT_HANDLE>(0x12345240);
+    Answer([=] {
+        *pulObjectType = 2001;
+        *phObject = 2002;
+    });
+
+    Call("CA_GetObjectHandle", slotID, ulContainerNumber, pOuid, ulOuidLen, pulObjectType, phObject);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetObjectHandle {Slot=7 Container=1001 Ptr=0x12345180 "the ouid" Ptr=0x12345200 Ptr=0x12345240 })",
+           R"(
+Command(GetObjectHandle, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345180);
+   ByteString(SimpleText"the ouid");
+   Pointer(0x12345200);
+   Pointer(0x12345240);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetObjectHandle <rv>12345clks {Slot=7 Container=1001 Ptr=0x12345180 "the ouid" Ptr=0x12345200 Ptr=0x12345240 Type=2001 Obj=2002 })",
+         R"(
+Command(GetObjectHandle, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345180);
+   ByteString(SimpleText"the ouid");
+   Pointer(0x12345200);
+   Pointer(0x12345240);
+   ULong(0x7d1);
+   ObjectHandle(0x7d2);
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIGetObjectHandle <rv>12345clks {})",
+         R"(
+Command(GetObjectHandle, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+
+    Call("CA_GetObjectHandle", slotID, ulContainerNumber, nullptr, ulOuidLen, nullptr, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetObjectHandle {Slot=7 Container=1001 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(GetObjectHandle, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIGetObjectHandle <rv>12345clks {Slot=7 Container=1001 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(GetObjectHandle, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(VendorRecords, CA_ModifyUsageCount) {
+    const CK_OBJECT_HANDLE hObject = 1001;
+    const CK_ULONG ulCommandType = 1002;
+    const CK_ULONG ulValue = 1003;
+
+    Call("CA_ModifyUsageCount", hSession, hObject, ulCommandType, ulValue);
+    Starts(R"(
+
+10:15:30 <id>:STRTModifyUsageCount {Sesn=81 Obj=1001 Type=1002 Value=1003 })",
+           R"(
+Command(ModifyUsageCount, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ObjectHandle(0x3e9);
+   ULong(0x3ea);
+   ULong(0x3eb);
+})");
+    Ends(kEveryResult, R"(
+10:15:30 <id>:FINIModifyUsageCount <rv>12345clks {})",
+         R"(
+Command(ModifyUsageCount, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}

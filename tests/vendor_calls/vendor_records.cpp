@@ -1,0 +1,87 @@
+#include "tests/vendor_calls/vendor_records.h"
+
+#include <utility>
+
+namespace {
+
+// On x86-64 a function takes words like these whatever its prototype, and ignores those that it has no
+// parameter for. No record needs more.
+constexpr std::size_t kMostWords = 20;
+
+template <std::size_t>
+using AnyWord = TargetWord;
+
+template <std::size_t... i>
+CK_RV CallWithWords(void* function, const std::array<TargetWord, kMostWords>& words,
+                    std::index_sequence<i...>) {
+    return reinterpret_cast<CK_RV (*)(AnyWord<i>...)>(function)(words[i]...);
+}
+
+}  // namespace
+
+void Put(CK_BYTE* place, std::string_view text) { *std::copy(text.begin(), text.end(), place) = '\0'; }
+
+VendorCallTest::VendorCallTest(LogFormat format_) : format(format_) {
+    Set("NewFormat", format == LogFormat::kNew ? "1" : "0");
+    Load();
+}
+
+CK_BYTE* VendorCallTest::TextAt(std::uintptr_t address, std::string_view text) {
+    CK_BYTE* const place = At<CK_BYTE>(address);
+    Put(place, text);
+    return place;
+}
+
+void VendorCallTest::Starts(const std::string& inNewFormat, const std::string& inOldFormat) {
+    startRecord = format == LogFormat::kNew ? inNewFormat : inOldFormat;
+}
+
+void VendorCallTest::Ends(const Results& results, const std::string& inNewFormat,
+                          const std::string& inOldFormat) {
+    for (const Result& result : results) {
+        const std::string error = "***" + std::string(result.name) + "***";
+        const bool hasAsterisks = format == LogFormat::kNew && result.value != CKR_OK;
+        const std::string& endRecord = format == LogFormat::kNew ? inNewFormat : inOldFormat;
+        ExpectRecords(result, ReplaceAll(endRecord, "<rv>", hasAsterisks ? error : result.name));
+    }
+}
+
+void VendorCallTest::ExpectRecords(const Result& result, const std::string& endRecord) {
+    SCOPED_TRACE(result.name);
+    Restart();
+    before();
+    script.result = result.value;
+    EXPECT_EQ(result.value, MakeCall());
+    EXPECT_EQ(WithIds(startRecord + endRecord), Log());
+    ExpectCallInTarget();
+    seenResults.insert(result.value);
+}
+
+CK_RV VendorCallTest::MakeCall() {
+    std::array<TargetWord, kMostWords> all = {};
+    std::copy(words.begin(), words.end(), all.begin());
+    return CallWithWords(ExportedAddress(function.c_str()), all, std::make_index_sequence<kMostWords>());
+}
+
+void VendorCallTest::ExpectCallInTarget() const {
+    ASSERT_EQ(1u, script.received.size());
+    const ReceivedCall& received = script.received.front();
+    EXPECT_EQ(function, received.function);
+    EXPECT_EQ(words,
+              std::vector<TargetWord>(received.words.begin(),
+                                      received.words.begin() + static_cast<std::ptrdiff_t>(words.size())));
+}
+
+std::string VendorCallTest::CaseName() const {
+    const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
+    return test.substr(0, test.find('/'));
+}
+
+void VendorCallTest::TearDown() {
+    if (!CaseName().starts_with("CA_")) return;
+    EXPECT_EQ(CaseName(), function);
+    for (const Result& result : kEveryResult) EXPECT_EQ(1u, seenResults.count(result.value)) << result.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Log, VendorRecords, testing::Values(LogFormat::kNew, LogFormat::kOld),
+                         [](const auto& format) { return format.param == LogFormat::kNew ? "New" : "Old"; });

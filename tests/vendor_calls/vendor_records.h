@@ -1,0 +1,125 @@
+// One function of the vendor and its records, stated as whole texts in both formats.
+//
+//     TEST_P(VendorRecords, CA_GetTSV) {
+//         auto* const pulTsv = At<CK_ULONG>(0x12345140);
+//         Answer([=] { *pulTsv = 2001; });
+//
+//         Call("CA_GetTSV", slotID, pulTsv);
+//         Starts(new format, old format);
+//         Ends(kSuccessOrTooSmall, new format, old format);
+//         Ends(kOtherErrors, new format, old format);
+//
+//         Call("CA_GetTSV", slotID, nullptr);
+//         Starts(...);
+//         Ends(kSuccessOrTooSmall, ...);
+//     }
+//
+// Each test runs once for each format. Ends makes the call once for each of the results: the target gets the
+// words of Call, does what Answer says and returns that result, the application gets the result, and the log
+// is exactly the start record of Starts and this end record. In the texts "<rv>" stands for the result as its
+// format shows it, "<id>" and "<pid>" are LibraryTest::WithIds'.
+//
+// The one test that has the function's own name is its case, and must go through success, a buffer that is
+// too small, and another error; every_vendor_function_has_a_case_test.cpp asks for a case for each function.
+// Tests of particular arguments have names of other kinds.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <initializer_list>
+#include <set>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "descriptors/vendor_structures.h"
+#include "tests/calls/call_data.h"
+#include "tests/calls/library_test.h"
+
+enum class LogFormat { kNew, kOld };
+
+// A result of a call and how a record names it, without asterisks.
+struct Result {
+    CK_RV value;
+    const char* name;
+};
+
+using Results = std::vector<Result>;
+inline const Results kSuccess = {{CKR_OK, "CKR_OK"}};
+inline const Results kTooSmall = {{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}};
+inline const Results kSuccessOrTooSmall = {{CKR_OK, "CKR_OK"},
+                                           {CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}};
+inline const Results kOtherErrors = {{CKR_PIN_INCORRECT, "CKR_PIN_INCORRECT"},
+                                     {0x80000999, "CKR_UNKNOWN 0x80000999"}};
+inline const Results kEveryResult = {{CKR_OK, "CKR_OK"},
+                                     {CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"},
+                                     {CKR_PIN_INCORRECT, "CKR_PIN_INCORRECT"},
+                                     {0x80000999, "CKR_UNKNOWN 0x80000999"}};
+
+class VendorCallTest : public LibraryTest {
+protected:
+    explicit VendorCallTest(LogFormat format);
+
+    static constexpr CK_SLOT_ID slotID = 7;
+    static constexpr CK_SESSION_HANDLE hSession = 81;
+
+    // Memory at an address that the records show, from 0x12345000 to 0x12345fff; zero at first.
+    template <class Object>
+    Object* At(std::uintptr_t address) {
+        return &memory.At<Object>(address);
+    }
+    CK_BYTE* TextAt(std::uintptr_t address, std::string_view text);
+
+    // Before every call: sets what the answer changes back to what goes in.
+    void Before(std::function<void()> step) { before = std::move(step); }
+    // What the target does in every call.
+    void Answer(std::function<void()> step) { script.answer = std::move(step); }
+
+    template <class... Arguments>
+    void Call(const std::string& name, Arguments... arguments) {
+        function = name;
+        words = {WordOf(arguments)...};
+    }
+    void Starts(const std::string& inNewFormat, const std::string& inOldFormat);
+    void Ends(const Results& results, const std::string& inNewFormat, const std::string& inOldFormat);
+
+    // A case states what happens after each kind of result.
+    void TearDown() override;
+
+private:
+    template <class Argument>
+    static TargetWord WordOf(Argument argument) {
+        if constexpr (std::is_null_pointer_v<Argument>) {
+            return 0;
+        } else {
+            return (TargetWord)argument;
+        }
+    }
+
+    std::string CaseName() const;
+    CK_RV MakeCall();
+    void ExpectRecords(const Result& result, const std::string& endRecord);
+    void ExpectCallInTarget() const;
+
+    const LogFormat format;
+    MemoryAtFixedAddress memory;
+    std::function<void()> before = [] {};
+    std::string function;
+    std::vector<TargetWord> words;
+    std::string startRecord;
+    std::set<CK_RV> seenResults;
+};
+
+class VendorRecords : public VendorCallTest, public testing::WithParamInterface<LogFormat> {
+protected:
+    VendorRecords() : VendorCallTest(GetParam()) {}
+};
+
+// The characters and a terminator.
+void Put(CK_BYTE* place, std::string_view text);
+
+template <class Element>
+void PutAll(Element* place, std::initializer_list<std::type_identity_t<Element>> elements) {
+    std::copy(elements.begin(), elements.end(), place);
+}
