@@ -36,9 +36,9 @@ int WendrafilConfiguration::ExplicitAppId(unsigned long& major, unsigned long& m
 }
 
 const char* WendrafilConfiguration::EnablerLogFileName() {
-    logFileName_[0] = '\0';
-    Text("Misc", "LogFile", logFileName_, kResultSize);
-    return logFileName_;
+    logFileName[0] = '\0';
+    Text("Misc", "LogFile", logFileName, kResultSize);
+    return logFileName;
 }
 
 int WendrafilConfiguration::GetEntrustCAPasswd(char* buffer) const {

@@ -23,15 +23,15 @@ void WriteAll(int file, std::string_view text) {
 }  // namespace
 
 bool FileRewrite::Read(const char* path) {
-    path_ = path;
-    return old_.Read(path) && old_.isWhole;
+    filePath = path;
+    return oldText.Read(path) && oldText.isWhole;
 }
 
 bool FileRewrite::NextLine(std::string_view* line) {
-    const std::string_view rest(old_.text.get() + position_, old_.size - position_);
+    const std::string_view rest(oldText.text.get() + position, oldText.size - position);
     if (rest.empty()) return false;
     const std::size_t length = std::min(rest.find('\n'), rest.size());
-    position_ += std::min(length + 1, rest.size());
+    position += std::min(length + 1, rest.size());
     *line = rest.substr(0, std::min(length, kLineLimit));
     return true;
 }
@@ -50,14 +50,14 @@ void FileRewrite::WriteFormatted(const char* format, ...) {
     if (length >= 0 && static_cast<std::size_t>(length) < sizeof text)
         Write(std::string_view(text, static_cast<std::size_t>(length)));
     else
-        isComplete_ = false;
+        isComplete = false;
 }
 
 int FileRewrite::Commit() {
-    if (!new_.IsWhole()) return 0;
-    const int file = OpenFile(path_, O_WRONLY | O_CREAT | O_TRUNC);
+    if (!newText.IsWhole()) return 0;
+    const int file = OpenFile(filePath, O_WRONLY | O_CREAT | O_TRUNC);
     if (file < 0) return 0;
-    WriteAll(file, new_.View());
+    WriteAll(file, newText.View());
     close(file);
-    return isComplete_;
+    return isComplete;
 }

@@ -23,7 +23,7 @@ public:
     // kLineLimit characters.
     bool NextLine(std::string_view* line);
 
-    void Write(std::string_view text) { new_.Append(text); }
+    void Write(std::string_view text) { newText.Append(text); }
     void WriteLine(std::string_view line);
 
     // Writes the formatted text. One of 840 characters or more is left out, and Commit tells.
@@ -35,11 +35,11 @@ public:
     int Commit();
 
 private:
-    const char* path_ = nullptr;
-    FileText old_;
-    std::size_t position_ = 0;  // of the next line in the old text
-    GrowingText new_;
-    bool isComplete_ = true;
+    const char* filePath = nullptr;
+    FileText oldText;
+    std::size_t position = 0;  // of the next line in the old text
+    GrowingText newText;
+    bool isComplete = true;
 };
 
 // Whether a line holds a text anywhere.

@@ -3,22 +3,22 @@
 #include <cstdlib>
 #include <cstring>
 
-GrowingText::~GrowingText() { std::free(text_); }
+GrowingText::~GrowingText() { std::free(characters); }
 
 void GrowingText::Append(std::string_view text) {
-    if (text.empty() || !isWhole_) return;
-    isWhole_ = Reserve(text.size());
-    if (!isWhole_) return;
-    std::memcpy(text_ + length_, text.data(), text.size());
-    length_ += text.size();
+    if (text.empty() || !isWhole) return;
+    isWhole = Reserve(text.size());
+    if (!isWhole) return;
+    std::memcpy(characters + length, text.data(), text.size());
+    length += text.size();
 }
 
 bool GrowingText::Reserve(std::size_t more) {
-    if (capacity_ - length_ >= more) return true;
-    const std::size_t capacity = 2 * (length_ + more);
-    char* text = static_cast<char*>(std::realloc(text_, capacity));
-    if (text == nullptr) return false;
-    text_ = text;
-    capacity_ = capacity;
+    if (capacity - length >= more) return true;
+    const std::size_t enough = 2 * (length + more);
+    char* grown = static_cast<char*>(std::realloc(characters, enough));
+    if (grown == nullptr) return false;
+    characters = grown;
+    capacity = enough;
     return true;
 }

@@ -14,15 +14,15 @@ public:
     void Append(std::string_view text);
 
     // False once something could not be appended.
-    bool IsWhole() const { return isWhole_; }
+    bool IsWhole() const { return isWhole; }
 
-    std::string_view View() const { return {text_, length_}; }
+    std::string_view View() const { return {characters, length}; }
 
 private:
     bool Reserve(std::size_t more);
 
-    char* text_ = nullptr;
-    std::size_t length_ = 0;
-    std::size_t capacity_ = 0;
-    bool isWhole_ = true;
+    char* characters = nullptr;
+    std::size_t length = 0;
+    std::size_t capacity = 0;
+    bool isWhole = true;
 };

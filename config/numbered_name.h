@@ -6,9 +6,9 @@
 // "VirtualToken03Label". The pattern holds one "%d" and at most 50 other characters.
 class NumberedName {
 public:
-    NumberedName(const char* pattern, int number) { std::snprintf(text_, sizeof text_, pattern, number); }
-    operator const char*() const { return text_; }
+    NumberedName(const char* pattern, int number) { std::snprintf(text, sizeof text, pattern, number); }
+    operator const char*() const { return text; }
 
 private:
-    char text_[64];
+    char text[64];
 };

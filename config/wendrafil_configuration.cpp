@@ -35,17 +35,17 @@ WendrafilConfiguration::WendrafilConfiguration() { InitializeConfFileName(); }
 
 WendrafilConfiguration::~WendrafilConfiguration() = default;
 
-const char* WendrafilConfiguration::GetConfFileName() const { return confFileName_; }
+const char* WendrafilConfiguration::GetConfFileName() const { return confFileName; }
 
 const char* WendrafilConfiguration::InitializeConfFileName() {
     const char* directory = TrustedEnvironment("WendrafilConfigurationPath");
-    std::snprintf(confFileName_, sizeof confFileName_, "%.256s/Wendrafil.conf",
+    std::snprintf(confFileName, sizeof confFileName, "%.256s/Wendrafil.conf",
                   directory != nullptr ? directory : "/etc");
-    return confFileName_;
+    return confFileName;
 }
 
 const char* WendrafilConfiguration::InitializeRegistryPathName() {
-    registryPathName_[0] = '\0';
+    registryPathName[0] = '\0';
     return TrustedEnvironment("WendrafilRegistryPath");
 }
 
@@ -129,12 +129,12 @@ int WendrafilConfiguration::LibraryFileName(const char* section, char* buffer, i
 }
 
 const char* WendrafilConfiguration::LibraryFileName() {
-    LibraryFileName("Wendrafil2", libraryFileName_, kResultSize);
-    return libraryFileName_;
+    LibraryFileName("Wendrafil2", libraryFileName, kResultSize);
+    return libraryFileName;
 }
 
 const char* WendrafilConfiguration::LBLibLibraryFileName() {
-    if (!GetConfigurationInfo(GetLBLibSectionName(), "LibUNIX", lbLibLibraryFileName_, kResultSize))
-        CopyCut("/usr/lib/libmordavek2.so", lbLibLibraryFileName_, kResultSize);
-    return lbLibLibraryFileName_;
+    if (!GetConfigurationInfo(GetLBLibSectionName(), "LibUNIX", lbLibLibraryFileName, kResultSize))
+        CopyCut("/usr/lib/libmordavek2.so", lbLibLibraryFileName, kResultSize);
+    return lbLibLibraryFileName;
 }

@@ -41,7 +41,7 @@ public:
     // Empties the registry path and returns the environment variable "WendrafilRegistryPath", which may be
     // null.
     const char* InitializeRegistryPathName();
-    const char* GetRegistryPathName() const { return registryPathName_; }
+    const char* GetRegistryPathName() const { return registryPathName; }
 
     // Cuts a path back to its directory, in place; "/" and "\" separate, and the last of them stays.
     static void StripOffFileName(char* path);
@@ -506,14 +506,14 @@ protected:
     // For the derived logging class: its cached logging mask, which this class sets to 0 and never reads.
     // Atomic because application threads read it while one of them renews it; relaxed accesses suffice, it
     // stands alone.
-    std::atomic<unsigned> loggingMask_{0};
+    std::atomic<unsigned> loggingMask{0};
 
     // Result buffers. The second, the fourth and the fifth are the derived logging class's to use.
-    char libraryFileName_[kResultSize] = {};
-    char ckLogLibraryFileName_[kResultSize] = {};
-    char lbLibLibraryFileName_[kResultSize] = {};
-    char logFileName_[kResultSize] = {};
-    char errorFileName_[kResultSize] = {};
+    char libraryFileName[kResultSize] = {};
+    char ckLogLibraryFileName[kResultSize] = {};
+    char lbLibLibraryFileName[kResultSize] = {};
+    char logFileName[kResultSize] = {};
+    char errorFileName[kResultSize] = {};
 
     // Counts the logging class's queries; this class never touches it. Atomic, relaxed, as application
     // threads count without a lock.
@@ -545,6 +545,6 @@ private:
     static std::atomic<int> LibraryType;
     static char server_section[64];
 
-    char confFileName_[kResultSize] = {};
-    char registryPathName_[kResultSize] = {};
+    char confFileName[kResultSize] = {};
+    char registryPathName[kResultSize] = {};
 };

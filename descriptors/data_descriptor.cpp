@@ -30,34 +30,34 @@ int HexToInt(char digit, DescriptorReport& report) {
 DataDescriptor::~DataDescriptor() { Reset(); }
 
 void DataDescriptor::Reset() {
-    std::free(data_);
-    data_ = nullptr;
-    length_ = 0;
+    std::free(bytes);
+    bytes = nullptr;
+    size = 0;
 }
 
 void DataDescriptor::UseData(void* data, unsigned short length, DescriptorReport& report) {
     Reset();
     if (data == nullptr || length == 0) return;
-    data_ = static_cast<char*>(std::malloc(RoundedUpToGrowth(length)));
-    if (data_ == nullptr) {
+    bytes = static_cast<char*>(std::malloc(RoundedUpToGrowth(length)));
+    if (bytes == nullptr) {
         report.memoryError = 1;
         return;
     }
-    std::memcpy(data_, data, length);
-    length_ = length;
+    std::memcpy(bytes, data, length);
+    size = length;
 }
 
 bool DataDescriptor::AddDataByte(char byte, DescriptorReport& report) {
-    if (length_ % kGrowth == 0) {
-        void* grown = std::realloc(data_, length_ + kGrowth);
+    if (size % kGrowth == 0) {
+        void* grown = std::realloc(bytes, size + kGrowth);
         if (grown == nullptr) {
             report.memoryError = 1;
             report.parsingError = 1;
             return false;
         }
-        data_ = static_cast<char*>(grown);
+        bytes = static_cast<char*>(grown);
     }
-    data_[length_++] = byte;
+    bytes[size++] = byte;
     return true;
 }
 
@@ -112,7 +112,7 @@ void DataDescriptor::WriteDataValue(std::FILE* stream, DescriptorReport&) const 
     switch (FormatFromBytes()) {
         case kText:
             std::fputs("Txt(\"", stream);
-            if (length_ > 0) std::fwrite(data_, 1, length_, stream);
+            if (size > 0) std::fwrite(bytes, 1, size, stream);
             break;
         case kRichText:
             std::fputs("RTF(\"", stream);
@@ -132,11 +132,11 @@ DataDescriptor::Format DataDescriptor::FormatFromBytes() const {
         if (static_cast<unsigned char>(byte) > kLastPrintableByte) return kNumeric;
         if (IsControlByte(static_cast<unsigned char>(byte))) ++controlCount;
     }
-    const unsigned long printableCount = length_ - controlCount;
+    const unsigned long printableCount = size - controlCount;
     if (controlCount == 0) return kText;
     return controlCount * 5 < printableCount ? kRichText : kNumeric;
 }
 
 void DataDescriptor::GetData(char* buffer) const {
-    if (length_ > 0) std::memcpy(buffer, data_, length_);
+    if (size > 0) std::memcpy(buffer, bytes, size);
 }

@@ -42,18 +42,18 @@ public:
 
     // Copies the value to `buffer`, which has room for GetDataSize() bytes; adds no terminator.
     void GetData(char* buffer) const;
-    unsigned long GetDataSize() const { return length_; }
+    unsigned long GetDataSize() const { return size; }
 
     // Frees the value and makes it empty.
     void Reset();
 
 private:
-    std::string_view Bytes() const { return {data_, length_}; }
+    std::string_view Bytes() const { return {bytes, size}; }
     Format FormatFromBytes() const;
     void ReadNumericText(std::string_view text, DescriptorReport& report);
     void ReadText(std::string_view text, DescriptorReport& report);
     void ReadRichText(std::string_view text, DescriptorReport& report);
 
-    unsigned long length_ = 0;
-    char* data_ = nullptr;  // has room for length_ rounded up to a multiple of kGrowth
+    unsigned long size = 0;
+    char* bytes = nullptr;  // has room for size rounded up to a multiple of kGrowth
 };

@@ -55,18 +55,18 @@ unsigned MaskOf(std::string_view names) {
 }  // namespace
 
 const char* CkLogConfig::CkLogLibraryFileName() {
-    WendrafilConfiguration::LibraryFileName(GetCkLogSectionName(), ckLogLibraryFileName_, kResultSize);
-    return ckLogLibraryFileName_;
+    WendrafilConfiguration::LibraryFileName(GetCkLogSectionName(), ckLogLibraryFileName, kResultSize);
+    return ckLogLibraryFileName;
 }
 
 unsigned CkLogConfig::GetLoggingMask() {
     char names[kTextSize];
     if (!GetConfigurationInfo(GetCkLogSectionName(), "LoggingMask", names, sizeof names)) {
-        loggingMask_.store(ALL_FUNC, std::memory_order_relaxed);
+        loggingMask.store(ALL_FUNC, std::memory_order_relaxed);
         return 0;
     }
     const unsigned mask = MaskOf(names);
-    loggingMask_.store(mask, std::memory_order_relaxed);
+    loggingMask.store(mask, std::memory_order_relaxed);
     return mask;
 }
 
@@ -87,9 +87,9 @@ int CkLogConfig::IsNewCkLogFormat() { return NumberOf("NewFormat"); }
 
 int CkLogConfig::IsLoggingEnabledMordavek() { return NumberOf("Enabled"); }
 
-const char* CkLogConfig::LogFileName() { return TextOf("File", "log.txt", logFileName_); }
+const char* CkLogConfig::LogFileName() { return TextOf("File", "log.txt", logFileName); }
 
-const char* CkLogConfig::CkLogErrorFile() { return TextOf("Error", "logerror.txt", errorFileName_); }
+const char* CkLogConfig::CkLogErrorFile() { return TextOf("Error", "logerror.txt", errorFileName); }
 
 int CkLogConfig::SetLoggingMask(const char* value) {
     const bool everything = value != nullptr && std::strcmp(value, "ALL_FUNC") == 0;

@@ -28,7 +28,7 @@ public:
         if (query % kQueriesPerLook == 0) [[unlikely]]
             RefreshLoggingMask();
         const unsigned wanted = static_cast<unsigned>(ALL_FUNC | classBit);
-        return (loggingMask_.load(std::memory_order_relaxed) & wanted) != 0 ? 1 : 0;
+        return (loggingMask.load(std::memory_order_relaxed) & wanted) != 0 ? 1 : 0;
     }
 
     // Key "LoggingLevel": "DESTROY" 1, "MODIFY" 2, "ADMIN" 3, anything else or no key 4.

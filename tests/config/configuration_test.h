@@ -12,11 +12,11 @@
 // The store over a file of a test's own.
 class TestStore : public WendrafilConfiguration {
 public:
-    explicit TestStore(const std::string& path) : path_(path) {}
-    const char* GetConfFileName() const override { return path_.c_str(); }
+    explicit TestStore(const std::string& path) : ownPath(path) {}
+    const char* GetConfFileName() const override { return ownPath.c_str(); }
 
 private:
-    std::string path_;
+    std::string ownPath;
 };
 
 class ConfigurationTest : public testing::Test {

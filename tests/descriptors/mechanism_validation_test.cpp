@@ -18,29 +18,29 @@ constexpr std::uint32_t kInvalid = 0x710000;
 // read.
 class Parameter {
 public:
-    explicit Parameter(std::size_t length) : bytes_(new char[length]()), length_(length) {}
+    explicit Parameter(std::size_t length) : bytes(new char[length]()), size(length) {}
 
     // A parameter of unsigned longs.
     Parameter(std::initializer_list<unsigned long> words) : Parameter(words.size() * sizeof(unsigned long)) {
-        std::memcpy(bytes_.get(), std::data(words), length_);
+        std::memcpy(bytes.get(), std::data(words), size);
     }
 
     std::uint32_t CodeFor(CK_MECHANISM_TYPE type) const {
-        CK_MECHANISM mechanism = {type, bytes_.get(), length_};
+        CK_MECHANISM mechanism = {type, bytes.get(), size};
         return ValidateCkMechanismParam(&mechanism).code;
     }
 
     // The code when the parameter lies at an odd address.
     std::uint32_t UnalignedCodeFor(CK_MECHANISM_TYPE type) const {
-        const std::unique_ptr<char[]> shifted(new char[length_ + 1]);
-        std::memcpy(shifted.get() + 1, bytes_.get(), length_);
-        CK_MECHANISM mechanism = {type, shifted.get() + 1, length_};
+        const std::unique_ptr<char[]> shifted(new char[size + 1]);
+        std::memcpy(shifted.get() + 1, bytes.get(), size);
+        CK_MECHANISM mechanism = {type, shifted.get() + 1, size};
         return ValidateCkMechanismParam(&mechanism).code;
     }
 
 private:
-    std::unique_ptr<char[]> bytes_;
-    std::size_t length_;
+    std::unique_ptr<char[]> bytes;
+    std::size_t size;
 };
 
 std::uint32_t CodeWithNullPointer(CK_MECHANISM_TYPE type, unsigned long length) {

@@ -19,22 +19,22 @@ inline void Require(bool holds) {
 
 class FuzzedStore : public WendrafilConfiguration {
 public:
-    FuzzedStore() { Require((file_ = mkstemp(path_.data())) >= 0); }
+    FuzzedStore() { Require((file = mkstemp(path.data())) >= 0); }
     ~FuzzedStore() override {
-        close(file_);
-        unlink(path_.c_str());
+        close(file);
+        unlink(path.c_str());
     }
 
-    const char* GetConfFileName() const override { return path_.c_str(); }
+    const char* GetConfFileName() const override { return path.c_str(); }
 
     void Write(const std::string& text) {
-        Require(ftruncate(file_, 0) == 0);
-        Require(pwrite(file_, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()));
+        Require(ftruncate(file, 0) == 0);
+        Require(pwrite(file, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()));
     }
 
     std::string Text() const {
-        std::string text(static_cast<std::size_t>(lseek(file_, 0, SEEK_END)), '\0');
-        Require(pread(file_, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()));
+        std::string text(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
+        Require(pread(file, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()));
         return text;
     }
 
@@ -51,8 +51,8 @@ private:
         return std::string(directory != nullptr ? directory : "/tmp") + "/ckscribe-fuzz.XXXXXX";
     }
 
-    std::string path_ = Template();
-    int file_ = -1;
+    std::string path = Template();
+    int file = -1;
 };
 
 // Takes the first line off an input.
