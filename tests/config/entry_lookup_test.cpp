@@ -147,11 +147,12 @@ TEST(EntryLookup, KeyThatHoldsAnEntryEndHasNoValue) {
     EXPECT_EQ("(none)", Find("Misc = {\n a;b = V;\n}", "Misc", "a;b"));
 }
 
-// AddressSanitizer measures the whole text at every strstr, which makes any search take quadratic time.
+// Sanitizers measure the whole text at every strstr, which makes any search take quadratic time.
 #if !defined(__has_feature)
 #define __has_feature(feature) 0
 #endif
-#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || __has_feature(address_sanitizer) || \
+    __has_feature(thread_sanitizer)
 constexpr int kCount = 1 << 13;
 #else
 constexpr int kCount = 1 << 20;
