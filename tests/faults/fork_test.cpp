@@ -1,0 +1,180 @@
+// An application that forks while its other threads log.
+
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "tests/faults/marked_calls.h"
+
+namespace {
+
+// Callers: the threads of the parent, the thread that forks, then two for each round.
+constexpr unsigned kThreads = 2;
+constexpr unsigned kForker = kThreads;
+
+// Between some calls of a thread: the lock is often held, and the thread that forks gets it all the same.
+constexpr std::chrono::microseconds kPause(20);
+
+unsigned ChildOf(unsigned round) { return kForker + 1 + 2 * round; }
+unsigned GrandchildOf(unsigned round) { return kForker + 2 + 2 * round; }
+
+// Written by a child, read by its parent.
+class SharedNumbers {
+public:
+    explicit SharedNumbers(std::size_t count)
+        : size(count * sizeof(int)),
+          numbers(static_cast<int*>(
+              mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))) {}
+    ~SharedNumbers() { munmap(numbers, size); }
+    int& operator[](std::size_t i) { return numbers[i]; }
+
+private:
+    std::size_t size;
+    int* numbers;
+};
+
+class Fork : public FaultsTest {
+protected:
+    // Forks a child that hangs no longer than a test does, and gives its process.
+    template <class Work>
+    static pid_t ForkFor(const Work& work) {
+        const pid_t child = fork();
+        if (child != 0) return child;
+        alarm(kPatience);
+        work();
+        _exit(1);
+    }
+
+    static void ExpectSuccess(pid_t child) {
+        int status = -1;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_EQ(status, 0) << Ending(status);
+    }
+
+    [[noreturn]] static void BecomeAnotherProgram() {
+        execlp("true", "true", nullptr);
+        _exit(2);
+    }
+
+    static void Call(MarkedCaller& caller) {
+        if (caller.Call() != CKR_OK) _exit(3);
+    }
+
+    static void ExpectRecords(MarkedLog& log, unsigned caller, unsigned long calls, int process) {
+        const CallerRecords& records = log.callers[caller];
+        EXPECT_EQ(records.next, 2 * calls) << "caller " << caller;
+        EXPECT_EQ(records.missing, 0U) << "caller " << caller;
+        EXPECT_EQ(records.process, process) << "caller " << caller;
+    }
+};
+
+TEST_F(Fork, LeavesChildrenThatLogUnderTheirOwnProcess) {
+    EXPECT_TRUE(Survives([this] {
+        constexpr unsigned kRounds = 1000;
+        SharedNumbers grandchildren(kRounds);
+        std::vector<pid_t> children(kRounds);
+        targetAnswer = GiveDataBack;
+        Library library;
+        MarkedCaller forker(library, kForker);
+        std::atomic<bool> isOver{false};
+        std::vector<unsigned long> calls(kThreads);
+        std::vector<std::thread> threads;
+        for (unsigned i = 0; i < kThreads; ++i) {
+            threads.emplace_back([&, i] {
+                MarkedCaller caller(library, i);
+                while (!isOver) {
+                    ASSERT_EQ(caller.Call(), CKR_OK);
+                    if (caller.Calls() % 8 == 0) std::this_thread::sleep_for(kPause);
+                }
+                calls[i] = caller.Calls();
+            });
+        }
+        for (unsigned round = 0; round < kRounds; ++round) {
+            EXPECT_EQ(forker.Call(), CKR_OK);
+            children[round] = ForkFor([&, round] {
+                MarkedCaller child(library, ChildOf(round));
+                Call(child);
+                const pid_t forked = ForkFor([&, round] {
+                    grandchildren[round] = getpid();
+                    MarkedCaller grandchild(library, GrandchildOf(round));
+                    Call(grandchild);
+                    BecomeAnotherProgram();
+                });
+                Call(child);
+                ExpectSuccess(forked);
+                if (HasFailure()) _exit(4);
+                Call(child);
+                BecomeAnotherProgram();
+            });
+            ExpectSuccess(children[round]);
+            if (HasFailure()) break;
+        }
+        isOver = true;
+        for (std::thread& thread : threads) thread.join();
+        ASSERT_FALSE(HasFailure());
+
+        MarkedLog log;
+        log.Read(Log());
+        EXPECT_EQ(log.callers.size(), kThreads + 1 + 2 * kRounds);
+        EXPECT_EQ(log.otherRecords, 0U);
+        for (unsigned i = 0; i < kThreads; ++i) ExpectRecords(log, i, calls[i], getpid());
+        ExpectRecords(log, kForker, kRounds, getpid());
+        for (unsigned round = 0; round < kRounds; ++round) {
+            ExpectRecords(log, ChildOf(round), 3, children[round]);
+            ExpectRecords(log, GrandchildOf(round), 1, grandchildren[round]);
+        }
+    }));
+}
+
+TEST_F(Fork, WaitsForAStartOnAnotherThread) {
+    EXPECT_TRUE(Survives([this] {
+        constexpr unsigned kRounds = 100;
+        targetAnswer = GiveDataBack;
+        Library library;
+        MarkedCaller starter(library, 0);
+        for (unsigned round = 0; round < kRounds; ++round) {
+            std::thread thread([&] { EXPECT_EQ(starter.Call(), CKR_OK); });
+            if (round % 2 != 0) std::this_thread::yield();
+            const pid_t child = ForkFor([&, round] {
+                MarkedCaller child(library, ChildOf(round));
+                Call(child);
+                BecomeAnotherProgram();
+            });
+            thread.join();
+            ExpectSuccess(child);
+            ASSERT_FALSE(HasFailure());
+            library.Finalize();
+        }
+        MarkedLog log;
+        log.Read(Log());
+        ExpectRecords(log, 0, kRounds, getpid());
+        for (unsigned round = 0; round < kRounds; ++round) EXPECT_EQ(log.callers[ChildOf(round)].next, 2U);
+    }));
+}
+
+// As a target does that runs another program when it is loaded.
+TEST_F(Fork, MayHappenWhileTheTargetIsBeingLoaded) {
+    EXPECT_TRUE(Survives([this] {
+        targetAnswer = GiveDataBack;
+        onTargetLoaded = [] { ExpectSuccess(ForkFor(BecomeAnotherProgram)); };
+        Library library;
+        MarkedCaller caller(library, 0);
+        EXPECT_EQ(caller.Call(), CKR_OK);
+        onTargetLoaded = nullptr;
+        ExpectSuccess(ForkFor([&] {
+            MarkedCaller child(library, 1);
+            Call(child);
+            BecomeAnotherProgram();
+        }));
+        MarkedLog log;
+        log.Read(Log());
+        ExpectRecords(log, 0, 1, getpid());
+        EXPECT_EQ(log.callers[1].next, 2U);
+    }));
+}
+
+}  // namespace
