@@ -394,7 +394,7 @@ Command(GenerateCloningKEV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30
    Pointer(0x0);
 })");
     Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 0 0 })",
+10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 0 0 PIN="<null>" })",
          R"(
 Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -402,6 +402,7 @@ Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:1
    SessionHandle(0x51);
    ULong(0x0);
    ULong(0x0);
+   ByteString(SimpleText"<null>");
 })");
 
     Call("CA_GenerateCloningKEV", hSession, nullptr, pulKevLen);
@@ -418,7 +419,7 @@ Command(GenerateCloningKEV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30
    ULong(0x3d);
 })");
     Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 0 305418624 12 })",
+10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 0 305418624 12 PIN="<null>" })",
          R"(
 Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -427,6 +428,7 @@ Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:1
    ULong(0x0);
    ULong(0x12345180);
    ULong(0xc);
+   ByteString(SimpleText"<null>");
 })");
 }
 

@@ -357,7 +357,7 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
          ulSecondCount, nullptr, nullptr, nullptr, nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x0 Ptr=0x0 AttrList={} Ptr=0x0 AttrList={} Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
            R"(
 Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -365,20 +365,14 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
 })");
     Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 AttrList={} Ptr=0x0 AttrList={} Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
          R"(
 Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -386,13 +380,7 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
@@ -538,7 +526,7 @@ Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
          ulSecondCount, nullptr, nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTLKMReceiverComplete {Sesn=81 Ptr=0x0 Ptr=0x0 AttrList={} Ptr=0x0 AttrList={} Ptr=0x0 Ptr=0x0 })",
+10:15:30 <id>:STRTLKMReceiverComplete {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
            R"(
 Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -546,18 +534,12 @@ Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
    Pointer(0x0);
 })");
     Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 AttrList={} Ptr=0x0 AttrList={} Ptr=0x0 })",
+10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
          R"(
 Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -565,13 +547,7 @@ Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
-   AttributeList
-   {
-   };
    Pointer(0x0);
 })");
 }
