@@ -213,7 +213,7 @@ void ExtractCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
     CommandDescriptor command(kCmdExtract, kStart, 0);
     command.AddDescriptor(Number(hSession));
     command.AddDescriptor(Pointer(pMechanism));
-    command.AddDescriptor(Mechanism(pMechanism));
+    if (pMechanism != nullptr) command.AddDescriptor(Mechanism(pMechanism));
     command.Capture();
 }
 
@@ -222,7 +222,7 @@ void ExtractCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMecha
     if (ShowsOutputs(rv)) {
         command.AddDescriptor(Session(hSession));
         command.AddDescriptor(Pointer(pMechanism));
-        command.AddDescriptor(Mechanism(pMechanism));
+        if (pMechanism != nullptr) command.AddDescriptor(Mechanism(pMechanism));
     }
     command.Capture();
 }
@@ -231,7 +231,7 @@ void InsertCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
     CommandDescriptor command(kCmdInsert, kStart, 0);
     command.AddDescriptor(Number(hSession));
     command.AddDescriptor(Pointer(pMechanism));
-    command.AddDescriptor(Mechanism(pMechanism));
+    if (pMechanism != nullptr) command.AddDescriptor(Mechanism(pMechanism));
     command.Capture();
 }
 
