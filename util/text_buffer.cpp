@@ -1,33 +1,18 @@
 #include "util/text_buffer.h"
 
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
 
+#include "util/hex_digits.h"
+
 namespace {
 
 constexpr std::size_t kFirstCapacity = 1024;
-constexpr std::size_t kLongestNumber = 24;  // 20 digits of 2^64, a sign, "0x"
-
-// Writes the digits of a number in front of `end` and returns where they begin.
-char* DigitsBefore(char* end, unsigned long value) {
-    do {
-        *--end = static_cast<char>('0' + value % 10);
-        value /= 10;
-    } while (value != 0);
-    return end;
-}
-
-std::string_view Between(const char* begin, const char* end) {
-    return {begin, static_cast<std::size_t>(end - begin)};
-}
-
-// The digit of a number below 16, by arithmetic alone: unlike a table look-up the compiler turns it into
-// instructions on sixteen bytes at a time.
-inline char HexDigit(unsigned char nibble) {
-    return static_cast<char>(nibble + (nibble > 9 ? 'a' - 10 : '0'));
-}
+constexpr std::size_t kMostDecimalDigits = 20;  // of 2^64
+constexpr std::size_t kMostHexDigits = 16;
 
 }  // namespace
 
@@ -55,12 +40,6 @@ void TextBuffer::Grow(std::size_t more) {
     capacity = wanted;
 }
 
-void TextBuffer::Append(std::string_view more) {
-    if (more.empty()) return;
-    std::memcpy(Room(more.size()), more.data(), more.size());
-    size += more.size();
-}
-
 void TextBuffer::AppendSpaces(std::size_t count) {
     if (count == 0) return;
     std::memset(Room(count), ' ', count);
@@ -68,48 +47,37 @@ void TextBuffer::AppendSpaces(std::size_t count) {
 }
 
 void TextBuffer::AppendDecimal(unsigned long value) {
-    char digits[kLongestNumber];
-    char* const end = digits + sizeof digits;
-    Append(Between(DigitsBefore(end, value), end));
+    char* const digits = Room(kMostDecimalDigits);
+    SetEnd(std::to_chars(digits, digits + kMostDecimalDigits, value).ptr);
 }
 
 void TextBuffer::AppendDecimal(long value) {
-    if (value < 0) Append('-');
-    const unsigned long magnitude = static_cast<unsigned long>(value);
-    AppendDecimal(value < 0 ? 0 - magnitude : magnitude);
+    char* const digits = Room(1 + kMostDecimalDigits);
+    SetEnd(std::to_chars(digits, digits + 1 + kMostDecimalDigits, value).ptr);
 }
 
 void TextBuffer::AppendPadded(int value, unsigned width) {
-    char digits[kLongestNumber + 16];
-    char* const end = digits + sizeof digits;
+    const bool isNegative = value < 0;
+    char* digits = Room(width + 1 + kMostDecimalDigits);
+    if (isNegative) *digits++ = '-';
     const unsigned magnitude = static_cast<unsigned>(value);
-    char* begin = DigitsBefore(end, value < 0 ? 0 - magnitude : magnitude);
-    const char* const padded = end - width + (value < 0 ? 1 : 0);
-    while (begin > padded) *--begin = '0';
-    if (value < 0) *--begin = '-';
-    Append(Between(begin, end));
+    char* end =
+        std::to_chars(digits, digits + kMostDecimalDigits, isNegative ? 0 - magnitude : magnitude).ptr;
+    for (char* const wanted = digits + width - (isNegative ? 1 : 0); end < wanted; ++end) {
+        std::memmove(digits + 1, digits, static_cast<std::size_t>(end - digits));
+        *digits = '0';
+    }
+    SetEnd(end);
 }
 
 void TextBuffer::AppendHex(unsigned long value) {
-    char digits[kLongestNumber];
-    char* const end = digits + sizeof digits;
-    char* begin = end;
-    do {
-        *--begin = HexDigit(static_cast<unsigned char>(value % 16));
-        value /= 16;
-    } while (value != 0);
-    *--begin = 'x';
-    *--begin = '0';
-    Append(Between(begin, end));
+    Append("0x");
+    char* const digits = Room(kMostHexDigits);
+    SetEnd(std::to_chars(digits, digits + kMostHexDigits, value, 16).ptr);
 }
 
 void TextBuffer::AppendHexBytes(const void* bytes, std::size_t length) {
     if (length > static_cast<std::size_t>(-1) / 8) throw std::bad_alloc();
-    const unsigned char* const from = static_cast<const unsigned char*>(bytes);
-    char* const to = Room(2 * length);
-    for (std::size_t i = 0; i < length; ++i) {
-        to[2 * i] = HexDigit(from[i] >> 4);
-        to[2 * i + 1] = HexDigit(from[i] & 15);
-    }
+    WriteHexDigits(bytes, length, Room(2 * length));
     size += 2 * length;
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 class TextBuffer {
@@ -17,7 +18,12 @@ public:
     TextBuffer& operator=(TextBuffer&& other) noexcept;
 
     void Append(char character) { *Room(1) = character, ++size; }
-    void Append(std::string_view text);
+    // Inline, so that a literal is stored by an instruction or two.
+    void Append(std::string_view more) {
+        if (more.empty()) return;
+        std::memcpy(Room(more.size()), more.data(), more.size());
+        size += more.size();
+    }
     void AppendSpaces(std::size_t count);
 
     void AppendDecimal(unsigned long value);                     // "%lu"
@@ -38,7 +44,8 @@ private:
         if (capacity - size < more) Grow(more);
         return text + size;
     }
-    void Grow(std::size_t more);
+    [[gnu::cold]] void Grow(std::size_t more);
+    void SetEnd(const char* end) { size = static_cast<std::size_t>(end - text); }
 
     char* text = nullptr;
     std::size_t size = 0;
