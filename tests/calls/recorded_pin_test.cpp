@@ -1,11 +1,12 @@
 // A PIN is never shown, and neither is its length.
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
+#include "tests/secrets/planted_secret.h"
 
 using RecordedPin = RecordedCall;
 
 TEST_F(RecordedPin, OfAnyLengthIsTheSameMask) {
-    auto pin = Bytes(std::string(200, 'x'));
+    auto pin = Bytes(PlantedSecret(1) + std::string(200, 'x'));
     Call(api.C_Login, 0x51, CKU_SO, pin.data(), pin.size());
     NewLog(R"(
 
@@ -26,7 +27,7 @@ Command(Login, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 }
 
 TEST_F(RecordedPin, OfNoLengthIsTheSameMask) {
-    auto pin = Bytes("secret");
+    auto pin = Bytes(PlantedSecret(2));
     Call(api.C_Login, 0x51, CKU_CONTEXT_SPECIFIC, pin.data(), 0);
     NewLog(R"(
 
@@ -108,7 +109,7 @@ Command(InitPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 }
 
 TEST_F(RecordedPin, ThatIsOldMayBeNull) {
-    auto pin = Bytes("secret");
+    auto pin = Bytes(PlantedSecret(2));
     Call(api.C_SetPIN, 0x51, nullptr, 6, pin.data(), pin.size());
     NewLog(R"(
 
@@ -129,7 +130,7 @@ Command(SetPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 }
 
 TEST_F(RecordedPin, ThatIsNewMayBeNull) {
-    auto pin = Bytes("secret");
+    auto pin = Bytes(PlantedSecret(2));
     Call(api.C_SetPIN, 0x51, pin.data(), pin.size(), nullptr, 6);
     NewLog(R"(
 

@@ -1,5 +1,6 @@
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
+#include "tests/secrets/planted_secret.h"
 
 TEST_F(RecordedCall, C_OpenSession) {
     int application = 0;
@@ -128,7 +129,7 @@ Command(SetOperationState, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
 }
 
 TEST_F(RecordedCall, C_Login) {
-    auto pin = Bytes("1234");
+    auto pin = Bytes(PlantedSecret(1));
     Call(api.C_Login, 0x51, CKU_USER, pin.data(), pin.size());
     NewLog(R"(
 

@@ -1,5 +1,6 @@
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
+#include "tests/secrets/planted_secret.h"
 
 TEST_F(RecordedCall, C_GetSlotList) {
     CK_SLOT_ID slots[3] = {};
@@ -180,7 +181,7 @@ Command(GetMechanismInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 }
 
 TEST_F(RecordedCall, C_InitToken) {
-    auto pin = Bytes("secret of the officer");
+    auto pin = Bytes(PlantedSecret(1));
     CK_UTF8CHAR label[32];
     PutPadded(label, "Name of the token");
     Call(api.C_InitToken, 0x7, pin.data(), pin.size(), label);
@@ -203,7 +204,7 @@ Command(InitToken, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 }
 
 TEST_F(RecordedCall, C_InitPIN) {
-    auto pin = Bytes("1234");
+    auto pin = Bytes(PlantedSecret(2));
     Call(api.C_InitPIN, 0x51, pin.data(), pin.size());
     NewLog(R"(
 
@@ -223,8 +224,8 @@ Command(InitPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 }
 
 TEST_F(RecordedCall, C_SetPIN) {
-    auto oldPin = Bytes("secret");
-    auto newPin = Bytes("another secret");
+    auto oldPin = Bytes(PlantedSecret(3));
+    auto newPin = Bytes(PlantedSecret(4));
     Call(api.C_SetPIN, 0x51, oldPin.data(), oldPin.size(), newPin.data(), newPin.size());
     NewLog(R"(
 

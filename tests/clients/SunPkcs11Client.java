@@ -19,7 +19,7 @@ public class SunPkcs11Client {
 
         KeyStore store = KeyStore.getInstance("PKCS11", provider);
         try {
-            store.load(null, "wrong".toCharArray());
+            store.load(null, arguments[2].toCharArray());
         } catch (java.io.IOException refused) {
             System.out.println(refused.getCause());
         }

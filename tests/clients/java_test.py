@@ -1,9 +1,9 @@
-from client_test import HERE, PIN, compare_sessions
+from client_test import HERE, PIN, WRONG_PIN, compare_sessions
 
 
 def session(place):
     configuration = place.write("java.cfg", f"name = token\nlibrary = {place.module}\nslotListIndex = 0\n")
-    place.run("java", str(HERE / "SunPkcs11Client.java"), configuration, PIN)
+    place.run("java", str(HERE / "SunPkcs11Client.java"), configuration, PIN, WRONG_PIN)
     place.run(
         *("keytool", "-list", "-v", "-keystore", "NONE", "-storetype", "PKCS11", "-storepass", PIN),
         *("-providerClass", "sun.security.pkcs11.SunPKCS11", "-providerArg", configuration),

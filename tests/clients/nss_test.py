@@ -1,4 +1,4 @@
-from client_test import PIN, TOKEN, compare_sessions
+from client_test import PIN, TOKEN, WRONG_PIN, compare_sessions
 
 
 def session(place):
@@ -6,7 +6,7 @@ def session(place):
     place.write("pin", PIN + "\n")
     place.write("noise", "Only stirred into the token's own random numbers.")
     place.write("note", "Pay the bearer on demand.\n")
-    place.write("wrong", "wrong\n")
+    place.write("wrong", WRONG_PIN + "\n")
     on_token = (*database, "-h", TOKEN, "-f", "pin")
 
     place.run("certutil", "-N", *database, "--empty-password")

@@ -1,5 +1,5 @@
 from askpass import environment_answering
-from client_test import PIN, compare_sessions
+from client_test import PIN, WRONG_PIN, compare_sessions
 
 
 def session(place):
@@ -7,7 +7,7 @@ def session(place):
     place.write("authority.pub", next(key for key in keys.splitlines() if key.startswith("ssh-rsa ")) + "\n")
 
     place.run("ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-C", "host", "-f", "host")
-    for pin, status in ((PIN, 0), ("wrong", 255)):
+    for pin, status in ((PIN, 0), (WRONG_PIN, 255)):
         place.run(
             *("ssh-keygen", "-D", place.module, "-s", "authority.pub", "-I", "a host", "-h", "-n", "example.org", "host.pub"),
             environment=environment_answering(place, pin),

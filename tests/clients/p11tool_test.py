@@ -1,4 +1,4 @@
-from client_test import PIN, TOKEN, compare_sessions
+from client_test import PIN, TOKEN, WRONG_PIN, compare_sessions
 
 
 def session(place):
@@ -32,7 +32,7 @@ def session(place):
     tool("--login", "--delete", "--batch", f"{token};object=secret")
     tool("--login", "--generate-privkey", "ECDSA", "--curve", "secp256r1", "--label", "new", "--id", "06", "--outfile", "new.pub", token)
     tool("--login", "--test-sign", f"{token};object=new")
-    tool("--login", "--list-all", token, pin="wrong", status=1)
+    tool("--login", "--list-all", token, pin=WRONG_PIN, status=1)
 
 
 compare_sessions(

@@ -1,4 +1,4 @@
-from client_test import PIN, SO_PIN, TOKEN, compare_sessions
+from client_test import PIN, SO_PIN, TOKEN, WRONG_PIN, compare_sessions
 
 
 def session(place):
@@ -43,7 +43,7 @@ def session(place):
 
     logged_in("--sign", "--mechanism", "SHA256-RSA-PKCS", "--id", "77", "-i", "note", "-o", "none", status=1)
     logged_in("--sign", "--mechanism", "ECDSA-SHA256", "--id", "02", "-i", "note", "-o", "none", status=1)
-    tool("--token-label", TOKEN, "--login", "--pin", "wrong", "--list-objects", status=1)
+    tool("--token-label", TOKEN, "--login", "--pin", WRONG_PIN, "--list-objects", status=1)
     tool("--slot-index", "77", "--list-objects", status=1)
 
     # Last, because SoftHSM lists objects and tokens in an order that a new one changes at random.

@@ -1,4 +1,4 @@
-"""A client: uses the library of its first argument with the PIN of its second and prints what it is told."""
+"""A client: uses the library of its first argument with the PIN of its second and a wrong one, and prints what it is told."""
 
 import sys
 
@@ -8,7 +8,7 @@ from PyKCS11 import CKA_DECRYPT, CKA_ENCRYPT, CKA_UNWRAP, CKA_WRAP
 from PyKCS11 import CKK_AES, CKM_AES_CBC, CKM_AES_CBC_PAD, CKM_AES_KEY_WRAP, CKM_SHA256_RSA_PKCS, CKM_SHA512, CKO_DATA, CKO_SECRET_KEY
 from PyKCS11 import Mechanism
 
-module, pin = sys.argv[1:]
+module, pin, wrong_pin = sys.argv[1:]
 note = b"Pay the bearer on demand."
 
 
@@ -33,7 +33,7 @@ print(library.getMechanismInfo(slot, "CKM_SHA256_RSA_PKCS"))
 failing("slot 77", library.getTokenInfo, 77)
 
 session = library.openSession(slot, PyKCS11.CKF_SERIAL_SESSION | PyKCS11.CKF_RW_SESSION)
-failing("wrong PIN", session.login, "wrong")
+failing("wrong PIN", session.login, wrong_pin)
 session.login(pin)
 failing("second login", session.login, pin)
 print(session.getSessionInfo())

@@ -1,10 +1,10 @@
 import sys
 
-from client_test import HERE, PIN, compare_sessions
+from client_test import HERE, PIN, WRONG_PIN, compare_sessions
 
 
 def session(place):
-    place.run(sys.executable, str(HERE / "pykcs11_client.py"), place.module, PIN)
+    place.run(sys.executable, str(HERE / "pykcs11_client.py"), place.module, PIN, WRONG_PIN)
 
 
 compare_sessions(
