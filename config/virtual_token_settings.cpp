@@ -41,7 +41,8 @@ int AppendToken(const WendrafilConfiguration& store, const char* section, int in
     return count;
 }
 
-// Puts `lines` in the place of the section's own; false when no line begins the section.
+// Puts `lines` in the place of the section's own; false when no line begins the section. Not
+// ReplaceConfigurationInfo, which breaks its body after every 512 characters, in the middle of an entry.
 bool ReplaceLines(const char* section, std::string_view lines, FileRewrite* file) {
     bool isInside = false;
     bool hasSection = false;

@@ -374,6 +374,28 @@ TEST_F(DeleteClusterTest, ShortDirectoryOfTheClientCertificateIsDropped) {
     EXPECT_FALSE(fs::exists("cert/server/oneCert.pem"));
 }
 
+TEST_F(DeleteClusterTest, MemberFileIsReadFrom79Characters) {
+    const std::string name = std::string(78, 'm') + "abc";
+    for (const size_t length : {78U, 79U, 80U, 81U}) {
+        WriteClusters({{"one", name.substr(0, length), "-", "-"}});
+        Create("cert/server/oneCert.pem");
+        Create(name.substr(0, length));
+        EXPECT_EQ(length < 80 ? "" : "The file " + name.substr(0, 79) + " doesn't exist...\n",
+                  Printed(1, [this] { return store.DeleteOrmaNetClusterPair("one"); }));
+        EXPECT_EQ(length >= 80, fs::exists(name.substr(0, length)));
+    }
+}
+
+TEST_F(DeleteClusterTest, NamesOf40CharactersAreNeverKnown) {
+    const std::string name(40, 'n');
+    WriteClusters({{name, "one.members", "-", "-"}});
+    EXPECT_EQ("The requested cluster: " + name + " doesn't exist in the Velmora-INC configuration file.\n",
+              Printed(1, [&] { return store.DeleteOrmaNetClusterPair(name.c_str()); }));
+    EXPECT_EQ(2, store.SetOrmaNetClusterName(name.substr(0, 39).c_str(), "")) << "what is read of it";
+    EXPECT_EQ(1, store.SetOrmaNetClusterName(name.c_str(), ""));
+    EXPECT_EQ(name, Lookup("Cluster02", "ClusterName"));
+}
+
 // A configuration value must never run as a command, nor be taken for an option or for several files.
 TEST_F(DeleteClusterTest, HostileNamesAreFileNamesOnly) {
     Create("keep");

@@ -171,6 +171,33 @@ TEST_F(ServerListTest, DeletingAddsEntriesThatAreMissing) {
               Text());
 }
 
+// A store whose file is missing at one of the accesses to it.
+class FailingStore : public WendrafilConfiguration {
+public:
+    FailingStore(const std::string& path, int failingAccess) : ownPath(path), accessesLeft(failingAccess) {}
+    const char* GetConfFileName() const override {
+        return accessesLeft-- == 0 ? "/nonexistent" : ownPath.c_str();
+    }
+
+private:
+    std::string ownPath;
+    mutable int accessesLeft;
+};
+
+TEST_F(ServerListTest, DeletingEndsAtTheFirstFailure) {
+    const std::string text =
+        "OrmaSA Client = {\n   ServerName00 = a;\n   ServerPort00 = 1;\n   ServerHtl00 = 1;\n}\n";
+    const std::string withoutName = Replaced(text, "ServerName00 = a;", "ServerName00 = ;");
+    const std::string withoutPort = Replaced(withoutName, "ServerPort00 = 1;", "ServerPort00 = ;");
+    const std::string expected[] = {text, withoutName, withoutPort};
+    for (int edits = 0; edits < 3; ++edits) {
+        Write(text);
+        FailingStore failing(path, 1 + edits);
+        EXPECT_EQ(0, failing.DeleteOrmaNetServerPair("a", false));
+        EXPECT_EQ(expected[edits], Text());
+    }
+}
+
 TEST_F(ServerListTest, DeletesNoUnknownServer) {
     Write(kClientList);
     EXPECT_EQ(3, store.DeleteOrmaNetServerPair("gamma", false));

@@ -175,6 +175,7 @@ TEST_F(SpecialSettingsTest, SourceAddressesAreCheckedUnlessDisabled) {
     };
     expect(false, "disable");
     expect(false, "disabled");
+    expect(false, "disableXY");
     expect(false, "disableXYZ");
     expect(true, "disabl");
     expect(true, "Disable");
@@ -203,7 +204,8 @@ protected:
 };
 
 TEST_P(SwitchTest, IsOnForEnable) {
-    for (const char* value : {"enable", "enabled", "enableXYZ"}) EXPECT_TRUE(Read(false, value)) << value;
+    for (const char* value : {"enable", "enabled", "enableXY", "enableXYZ", "enable#"})
+        EXPECT_TRUE(Read(false, value)) << value;
 }
 
 TEST_P(SwitchTest, IsOffForANumberSign) {
@@ -211,7 +213,8 @@ TEST_P(SwitchTest, IsOffForANumberSign) {
 }
 
 TEST_P(SwitchTest, StaysForAnythingElse) {
-    for (const char* value : {"disabled", "enabl", "Enable", "0", "", "x#"}) {
+    for (const char* value :
+         {"disable", "disabled", "disableXY", "disableXYZ", "enabl", "Enable", "0", "", "x#"}) {
         EXPECT_TRUE(Read(true, value)) << value;
         EXPECT_FALSE(Read(false, value)) << value;
     }

@@ -223,6 +223,21 @@ TEST_F(VirtualTokenTest, DeletingKeepsWhatIsReadOfLongEntries) {
               Text());
 }
 
+TEST_F(VirtualTokenTest, DeletingReadsAsFarAsItsBuffersReach) {
+    const auto section = [](const std::string& text, const std::string& list) {
+        return "VirtualToken = {\n   VirtualToken01Label = " + text + ";\n   VirtualToken01SN = " + text +
+               ";\n   VirtualToken01Members = " + list + ";\n}\n";
+    };
+    const std::string text = std::string(61, 't') + "abc";
+    // "   VirtualToken01Members = " and ";" take 28 of the 838 characters of a line.
+    const std::string list(810, '1');
+    for (const size_t length : {61U, 62U, 63U, 64U}) {
+        Write(section(text.substr(0, length), list));
+        EXPECT_EQ(1, store.DeleteVirtualToken(2, false));
+        EXPECT_EQ(section(text.substr(0, std::min<size_t>(length, 62)), list), Text());
+    }
+}
+
 TEST_F(VirtualTokenTest, NothingIsEditedInAnotherKindOfStore) {
     Write(kTokens);
     WendrafilConfiguration::SetLibraryType(1);

@@ -43,6 +43,7 @@ TEST(TolkText, MemdupCopiesIntoANewBlock) {
     EXPECT_EQ(0, std::memcmp("a\0b", copy, 4));
     std::free(copy);
     std::free(Tolk_memdup(nullptr, 0));
+    EXPECT_EQ(nullptr, Tolk_memdup(original, -1)) << "more than there is memory";
 }
 
 struct CompareCase {
