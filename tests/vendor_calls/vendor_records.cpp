@@ -83,5 +83,4 @@ void VendorCallTest::TearDown() {
     for (const Result& result : kEveryResult) EXPECT_EQ(1u, seenResults.count(result.value)) << result.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Log, VendorRecords, testing::Values(LogFormat::kNew, LogFormat::kOld),
-                         [](const auto& format) { return format.param == LogFormat::kNew ? "New" : "Old"; });
+INSTANTIATE_TEST_SUITE_P(Log, VendorRecords, testing::Values(LogFormat::kNew, LogFormat::kOld), FormatName);

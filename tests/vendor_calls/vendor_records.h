@@ -39,6 +39,11 @@
 
 enum class LogFormat { kNew, kOld };
 
+// For the names of tests that run in each format.
+inline std::string FormatName(const testing::TestParamInfo<LogFormat>& format) {
+    return format.param == LogFormat::kNew ? "New" : "Old";
+}
+
 // A result of a call and how a record names it, without asterisks.
 struct Result {
     CK_RV value;

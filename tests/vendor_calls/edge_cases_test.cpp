@@ -1,0 +1,315 @@
+// What the records show of arguments that are missing, short or more than usual.
+#include "tests/vendor_calls/vendor_records.h"
+
+TEST_P(VendorRecords, FailedQueryShowsTheResultAlone) {
+    auto* const pulTunnelSlot = At<CK_ULONG>(0x12345140);
+    Answer([=] { *pulTunnelSlot = 2001; });
+
+    Call("CA_GetTunnelSlotNumber", slotID, pulTunnelSlot);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTunnelSlotNumber {Slot=7 Ptr=0x12345140 })",
+           R"(
+Command(GetTunnelSlotNumber, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   Pointer(0x12345140);
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIGetTunnelSlotNumber <rv>12345clks {})",
+         R"(
+Command(GetTunnelSlotNumber, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}
+
+TEST_P(VendorRecords, SuccessWithoutAnOutputPointerShowsNoValue) {
+    Call("CA_GetTunnelSlotNumber", slotID, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetTunnelSlotNumber {Slot=7 Ptr=0x0 })",
+           R"(
+Command(GetTunnelSlotNumber, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINIGetTunnelSlotNumber <rv>12345clks {Slot=7 Ptr=0x0 })",
+         R"(
+Command(GetTunnelSlotNumber, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(VendorRecords, LengthQueryShowsTheLengthThatIsNeeded) {
+    auto* const pulNameLen = At<CK_ULONG>(0x12345140);
+    Before([=] { *pulNameLen = 0; });
+    Answer([=] { *pulNameLen = 40; });
+
+    Call("CA_GetContainerName", slotID, 1001, nullptr, pulNameLen);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetContainerName {Slot=7 1001 Ptr=0x0 Ptr=0x12345140 0 })",
+           R"(
+Command(GetContainerName, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x0);
+   Pointer(0x12345140);
+   ULong(0x0);
+})");
+    Ends(kTooSmall, R"(
+10:15:30 <id>:FINIGetContainerName <rv>12345clks {Slot=7 1001 Ptr=0x0 Ptr=0x12345140 40 })",
+         R"(
+Command(GetContainerName, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x0);
+   Pointer(0x12345140);
+   ULong(0x28);
+})");
+}
+
+TEST_P(VendorRecords, BufferWithoutItsLengthShowsNoByte) {
+    auto* const pName = TextAt(0x12345140, "a name of unknown length");
+
+    Call("CA_GetContainerName", slotID, 1001, pName, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetContainerName {Slot=7 1001 Ptr=0x12345140 Ptr=0x0 })",
+           R"(
+Command(GetContainerName, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345140);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINIGetContainerName <rv>12345clks {Slot=7 1001 Ptr=0x12345140 Ptr=0x0 "<null>" })",
+         R"(
+Command(GetContainerName, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345140);
+   Pointer(0x0);
+   ByteString(SimpleText"<null>");
+})");
+}
+
+// The target says how much it needs, which is more than the application's buffer has.
+TEST_P(VendorRecords, BufferThatIsTooSmallIsShownAsFarAsItIsReadable) {
+    auto* const pName = At<CK_BYTE>(0x12345ff8);
+    auto* const pulNameLen = At<CK_ULONG>(0x12345140);
+    std::copy_n("the name", 8, pName);
+    Before([=] { *pulNameLen = 8; });
+    Answer([=] { *pulNameLen = 40; });
+
+    Call("CA_GetContainerName", slotID, 1001, pName, pulNameLen);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetContainerName {Slot=7 1001 Ptr=0x12345ff8 Ptr=0x12345140 8 })",
+           R"(
+Command(GetContainerName, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345ff8);
+   Pointer(0x12345140);
+   ULong(0x8);
+})");
+    Ends(kTooSmall, R"(
+10:15:30 <id>:FINIGetContainerName <rv>12345clks {Slot=7 1001 Ptr=0x12345ff8 Ptr=0x12345140 40 "the name" })",
+         R"(
+Command(GetContainerName, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345ff8);
+   Pointer(0x12345140);
+   ULong(0x28);
+   ByteString(SimpleText"the name");
+})");
+}
+
+// Numbers of 64 bits: the old format shows the lower half, and so does either of an address.
+TEST_P(VendorRecords, WideNumbersAndAddresses) {
+    Call("CA_GetModuleInfo", slotID, 0x123456789, reinterpret_cast<void*>(0xabcdef012345));
+    Starts(R"(
+
+10:15:30 <id>:STRTGetModuleInfo {Slot=7 4886718345 Ptr=0xef012345 })",
+           R"(
+Command(GetModuleInfo, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x23456789);
+   Pointer(0xef012345);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINIGetModuleInfo <rv>12345clks {})",
+         R"(
+Command(GetModuleInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}
+
+TEST_P(VendorRecords, EveryPinIsTheSameMask) {
+    const std::string pin(100, 'p');
+    auto* const pPin = TextAt(0x12345140, pin);
+    for (const CK_ULONG ulPinLen : {0, 3, 100}) {
+        const std::string length = std::to_string(ulPinLen);
+        const std::string hexLength = ulPinLen == 100 ? "64" : length;
+        Call("CA_ResetPIN", hSession, pPin, ulPinLen);
+        Starts(ReplaceAll(R"(
+
+10:15:30 <id>:STRTResetPIN {Sesn=81 Ptr=0x12345140 <length> PIN="********" })",
+                          "<length>", length),
+               ReplaceAll(R"(
+Command(ResetPIN, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   Pointer(0x12345140);
+   ULong(0x<length>);
+   ByteString(SimpleText"********");
+})",
+                          "<length>", hexLength));
+        Ends(kSuccess, R"(
+10:15:30 <id>:FINIResetPIN <rv>12345clks {})",
+             R"(
+Command(ResetPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+    }
+}
+
+TEST_P(VendorRecords, ContainerStatusShowsWhatWasAskedFor) {
+    auto* const pulFlags = At<CK_ULONG>(0x12345140);
+    auto* const pulFailedOfficerLogins = At<CK_ULONG>(0x12345180);
+    Answer([=] {
+        *pulFlags = 2001;
+        *pulFailedOfficerLogins = 2002;
+    });
+
+    Call("CA_GetContainerStatus", slotID, 1001, pulFlags, nullptr, pulFailedOfficerLogins, nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTGetContainerStatus {Slot=7 Container Number1001 Ptr=0x12345140 Ptr=0x0 Ptr=0x12345180 Ptr=0x0 })",
+           R"(
+Command(GetContainerStatus, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345140);
+   Pointer(0x0);
+   Pointer(0x12345180);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINIGetContainerStatus <rv>12345clks {Slot=7 Container Number1001 Ptr=0x12345140 Ptr=0x0 Ptr=0x12345180 Ptr=0x0 Container Status Flags2001 Failed Crypto Officer Logins2002 })",
+         R"(
+Command(GetContainerStatus, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345140);
+   Pointer(0x0);
+   Pointer(0x12345180);
+   Pointer(0x0);
+   ULong(0x7d1);
+   ULong(0x7d2);
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIGetContainerStatus <rv>12345clks {})",
+         R"(
+Command(GetContainerStatus, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}
+
+TEST_P(VendorRecords, CurveWithoutASeed) {
+    auto* const pECParams = At<CK_BYTE>(0x12345100);
+    auto* const pulECParamsLen = At<CK_ULONG>(0x12345140);
+    auto* const pPrime = TextAt(0x12345180, "the prime");
+    auto* const pA = TextAt(0x123451c0, "the a");
+    auto* const pB = TextAt(0x12345200, "the b");
+    auto* const pX = TextAt(0x12345240, "the x");
+    auto* const pY = TextAt(0x12345280, "the y");
+    auto* const pOrder = TextAt(0x123452c0, "the order");
+    auto* const pCofactor = TextAt(0x12345300, "the cofactor");
+    Before([=] { *pulECParamsLen = 61; });
+    Answer([=] {
+        Put(pECParams, "parameters");
+        *pulECParamsLen = 10;
+    });
+
+    Call("CA_EncodeECPrimeParams", pECParams, pulECParamsLen, pPrime, 9, pA, 5, pB, 4, nullptr, 3, pX, 2, pY,
+         5, pOrder, 8, pCofactor, 12);
+    Starts(R"(
+
+10:15:30 <id>:STRTEncodeECPrimeParams {Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 Ptr=0x12345180 prime len=9 prime="the prime" Ptr=0x123451c0 a len=5 a="the a" Ptr=0x12345200 b len=4 b="the " Ptr=0x0 seed len=3 Ptr=0x12345240 x len=2 x="th" Ptr=0x12345280 y len=5 y="the y" Ptr=0x123452c0 order len=8 order="the orde" Ptr=0x12345300 cofactor len=12 cofactor="the cofactor" })",
+           R"(
+Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   Pointer(0x12345100);
+   Pointer(0x12345140);
+   ULong(0x3d);
+   Pointer(0x12345180);
+   ULong(0x9);
+   ByteString(SimpleText"the prime");
+   Pointer(0x123451c0);
+   ULong(0x5);
+   ByteString(SimpleText"the a");
+   Pointer(0x12345200);
+   ULong(0x4);
+   ByteString(SimpleText"the ");
+   Pointer(0x0);
+   ULong(0x3);
+   Pointer(0x12345240);
+   ULong(0x2);
+   ByteString(SimpleText"th");
+   Pointer(0x12345280);
+   ULong(0x5);
+   ByteString(SimpleText"the y");
+   Pointer(0x123452c0);
+   ULong(0x8);
+   ByteString(SimpleText"the orde");
+   Pointer(0x12345300);
+   ULong(0xc);
+   ByteString(SimpleText"the cofactor");
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINIEncodeECPrimeParams <rv>12345clks {Ptr=0x12345100 Ptr=0x12345140 EC Params len=10 EC Params="parameters" })",
+         R"(
+Command(EncodeECPrimeParams, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   Pointer(0x12345100);
+   Pointer(0x12345140);
+   ULong(0xa);
+   ByteString(SimpleText"parameters");
+})");
+}

@@ -1,0 +1,563 @@
+// Which secrets, inputs and signatures the records of the SIM functions show.
+#include "tests/vendor_calls/vendor_records.h"
+
+namespace {
+
+// What the start record of a call with a form of authorisation shows of it.
+struct Authorisation {
+    const char* inNewFormat;
+    const char* inOldFormat;
+};
+
+class SimRecords : public VendorRecords {
+protected:
+    SimRecords() {
+        PutAll(secrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret"),
+                         TextAt(0x12345880, "third")});
+        PutAll(secretLens, {12, 17, 5});
+        PutAll(inputs, {TextAt(0x12345900, "first input"), TextAt(0x12345940, "the second input"),
+                        TextAt(0x12345980, "third")});
+        PutAll(inputLens, {11, 16, 5});
+    }
+
+    static constexpr CK_ULONG ulSecretCount = 3;
+    CK_BYTE** const secrets = At<CK_BYTE*>(0x12345100);
+    CK_ULONG* const secretLens = At<CK_ULONG>(0x12345140);
+    CK_BYTE** const inputs = At<CK_BYTE*>(0x12345180);
+    CK_ULONG* const inputLens = At<CK_ULONG>(0x123451c0);
+
+    void Extraction(CK_ULONG ulAuthForm, const Authorisation& shown) {
+        SCOPED_TRACE(ulAuthForm);
+        const CK_ULONG ulM = 2;
+        Call("CA_SIMExtract", hSession, 0, nullptr, ulAuthForm, ulSecretCount, ulM, secretLens, secrets,
+             CK_TRUE, nullptr, nullptr);
+        Starts(ReplaceAll(R"(
+
+10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x0 <authorisation> delete=true Ptr=0x0 Ptr=0x0 })",
+                          "<authorisation>", shown.inNewFormat),
+               ReplaceAll(R"(
+Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+<authorisation>
+   ByteBooleantrue;
+   Pointer(0x0);
+   Pointer(0x0);
+})",
+                          "<authorisation>", shown.inOldFormat));
+        Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMExtract <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+             R"(
+Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    }
+
+    void Insertion(CK_ULONG ulAuthForm, const Authorisation& shown) {
+        SCOPED_TRACE(ulAuthForm);
+        Call("CA_SIMInsert", hSession, ulAuthForm, ulSecretCount, secretLens, secrets, 0, nullptr, nullptr,
+             nullptr);
+        Starts(ReplaceAll(R"(
+
+10:15:30 <id>:STRTSIMInsert {Sesn=81 <authorisation> Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+                          "<authorisation>", shown.inNewFormat),
+               ReplaceAll(R"(
+Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+<authorisation>
+   Pointer(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+})",
+                          "<authorisation>", shown.inOldFormat));
+        Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+             R"(
+Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    }
+
+    void Signing(CK_ULONG ulAuthForm, const Authorisation& shown) {
+        SCOPED_TRACE(ulAuthForm);
+        Call("CA_SIMMultiSign", hSession, ulAuthForm, ulSecretCount, secretLens, secrets, 0, nullptr, 0,
+             nullptr, nullptr, nullptr, nullptr);
+        Starts(ReplaceAll(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 <authorisation> Ptr=0x0 inputCnt=0 Ptr=0x0 Ptr=0x0 })",
+                          "<authorisation>", shown.inNewFormat),
+               ReplaceAll(R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+<authorisation>
+   Pointer(0x0);
+   ULong(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+})",
+                          "<authorisation>", shown.inOldFormat));
+        Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+             R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    }
+};
+
+}  // namespace
+
+TEST_P(SimRecords, ExtractionShowsSharesAndSecretsByItsForm) {
+    const Authorisation forms[] = {
+        {R"(authForm=0)", R"(   ULong(0x0);)"},
+        {R"(authForm=1 N=3 M=2 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x1);
+   ULong(0x3);
+   ULong(0x2);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=2 N=3 M=2)",
+         R"(   ULong(0x2);
+   ULong(0x3);
+   ULong(0x2);)"},
+        {R"(authForm=3 N=3 M=2)",
+         R"(   ULong(0x3);
+   ULong(0x3);
+   ULong(0x2);)"},
+        {R"(authForm=4)", R"(   ULong(0x4);)"},
+        {R"(authForm=5 N=3 M=2 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x5);
+   ULong(0x3);
+   ULong(0x2);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=6 N=3 M=2)",
+         R"(   ULong(0x6);
+   ULong(0x3);
+   ULong(0x2);)"},
+    };
+    for (CK_ULONG ulAuthForm = 0; ulAuthForm < std::size(forms); ++ulAuthForm)
+        Extraction(ulAuthForm, forms[ulAuthForm]);
+}
+
+TEST_P(SimRecords, InsertionShowsSecretsByItsForm) {
+    const Authorisation forms[] = {
+        {R"(authForm=0)", R"(   ULong(0x0);)"},
+        {R"(authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x1);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=2 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=3)", R"(   ULong(0x3);)"},
+        {R"(authForm=4)", R"(   ULong(0x4);)"},
+        {R"(authForm=5 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x5);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=6 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x6);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+    };
+    for (CK_ULONG ulAuthForm = 0; ulAuthForm < std::size(forms); ++ulAuthForm)
+        Insertion(ulAuthForm, forms[ulAuthForm]);
+}
+
+TEST_P(SimRecords, SigningShowsSecretsByItsForm) {
+    const Authorisation forms[] = {
+        {R"(authForm=0)", R"(   ULong(0x0);)"},
+        {R"(authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x1);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=2 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=3)", R"(   ULong(0x3);)"},
+        {R"(authForm=4)", R"(   ULong(0x4);)"},
+        {R"(authForm=5 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x5);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+        {R"(authForm=6 secretCnt=3 PIN="********" PIN="********" PIN="********")",
+         R"(   ULong(0x6);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"},
+    };
+    for (CK_ULONG ulAuthForm = 0; ulAuthForm < std::size(forms); ++ulAuthForm)
+        Signing(ulAuthForm, forms[ulAuthForm]);
+}
+
+TEST_P(SimRecords, SecretsEndAtTheFirstWithoutALength) {
+    secretLens[1] = 0;
+    Extraction(1, {R"(authForm=1 N=3 M=2 PIN="********")",
+                   R"(   ULong(0x1);
+   ULong(0x3);
+   ULong(0x2);
+   ByteString(SimpleText"********");)"});
+    Insertion(2, {R"(authForm=2 secretCnt=3 PIN="********")",
+                  R"(   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");)"});
+    Signing(6, {R"(authForm=6 secretCnt=3 PIN="********")",
+                R"(   ULong(0x6);
+   ULong(0x3);
+   ByteString(SimpleText"********");)"});
+}
+
+TEST_P(SimRecords, SecretsEndAtTheFirstWithoutAnAddress) {
+    secrets[2] = nullptr;
+    Extraction(1, {R"(authForm=1 N=3 M=2 PIN="********" PIN="********")",
+                   R"(   ULong(0x1);
+   ULong(0x3);
+   ULong(0x2);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"});
+    Insertion(2, {R"(authForm=2 secretCnt=3 PIN="********" PIN="********")",
+                  R"(   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"});
+    Signing(6, {R"(authForm=6 secretCnt=3 PIN="********" PIN="********")",
+                R"(   ULong(0x6);
+   ULong(0x3);
+   ByteString(SimpleText"********");
+   ByteString(SimpleText"********");)"});
+}
+
+TEST_P(SimRecords, NoSecretWhenTheFirstHasNoLength) {
+    secretLens[0] = 0;
+    Extraction(1, {R"(authForm=1 N=3 M=2)",
+                   R"(   ULong(0x1);
+   ULong(0x3);
+   ULong(0x2);)"});
+    Insertion(2, {R"(authForm=2 secretCnt=3)",
+                  R"(   ULong(0x2);
+   ULong(0x3);)"});
+    Signing(6, {R"(authForm=6 secretCnt=3)",
+                R"(   ULong(0x6);
+   ULong(0x3);)"});
+}
+
+TEST_P(SimRecords, NoSecretWhenTheFirstHasNoAddress) {
+    secrets[0] = nullptr;
+    Extraction(1, {R"(authForm=1 N=3 M=2)",
+                   R"(   ULong(0x1);
+   ULong(0x3);
+   ULong(0x2);)"});
+    Insertion(2, {R"(authForm=2 secretCnt=3)",
+                  R"(   ULong(0x2);
+   ULong(0x3);)"});
+    Signing(6, {R"(authForm=6 secretCnt=3)",
+                R"(   ULong(0x6);
+   ULong(0x3);)"});
+}
+
+TEST_P(SimRecords, EveryInputIsShown) {
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
+         nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   ByteString(SimpleText"first input");
+   ByteString(SimpleText"the second input");
+   ByteString(SimpleText"third");
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(SimRecords, InputsEndAtTheirCount) {
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 2, inputLens, inputs, nullptr,
+         nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=2 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x2);
+   ByteString(SimpleText"first input");
+   ByteString(SimpleText"the second input");
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(SimRecords, InputsEndAtTheFirstWithoutALength) {
+    inputLens[1] = 0;
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
+         nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   ByteString(SimpleText"first input");
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(SimRecords, InputsEndAtTheFirstWithoutAnAddress) {
+    inputs[2] = nullptr;
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
+         nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   ByteString(SimpleText"first input");
+   ByteString(SimpleText"the second input");
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(SimRecords, NoInputWhenTheFirstHasNoLength) {
+    inputLens[0] = 0;
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
+         nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+TEST_P(SimRecords, NoInputWhenTheFirstHasNoAddress) {
+    inputs[0] = nullptr;
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
+         nullptr);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 Ptr=0x0 Ptr=0x0 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x0);
+})");
+}
+
+// The target returns three signatures, of which the second is empty.
+TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutALength) {
+    auto* const signatureLens = At<CK_ULONG>(0x12345200);
+    auto* const signatures = At<CK_BYTE*>(0x12345240);
+    PutAll(signatures, {At<CK_BYTE>(0x12345a00), At<CK_BYTE>(0x12345a40), At<CK_BYTE>(0x12345a80)});
+    Before([=] { PutAll(signatureLens, {41, 42, 43}); });
+    Answer([=] {
+        Put(signatures[0], "first signature");
+        Put(signatures[2], "third signature");
+        PutAll(signatureLens, {15, 0, 15});
+    });
+
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, signatureLens,
+         signatures);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x12345200 Ptr=0x12345240 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   ByteString(SimpleText"first input");
+   ByteString(SimpleText"the second input");
+   ByteString(SimpleText"third");
+   Pointer(0x12345200);
+   Pointer(0x12345240);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x12345200 Ptr=0x12345240 sig="first signature" })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x12345200);
+   Pointer(0x12345240);
+   ByteString(SimpleText"first signature");
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {})",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}
+
+TEST_P(SimRecords, HandlesWithoutTheirCountAreNotShown) {
+    auto* const phObjects = At<CK_OBJECT_HANDLE>(0x12345200);
+    Answer([=] { PutAll(phObjects, {2001, 2002}); });
+
+    Call("CA_SIMInsert", hSession, 0, 0, nullptr, nullptr, 0, nullptr, nullptr, phObjects);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=0 Ptr=0x0 Ptr=0x0 Ptr=0x12345200 })",
+           R"(
+Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   Pointer(0x0);
+   Pointer(0x12345200);
+})");
+    Ends(kSuccess, R"(
+10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x12345200 })",
+         R"(
+Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+   Pointer(0x12345200);
+})");
+}
+
+INSTANTIATE_TEST_SUITE_P(Log, SimRecords, testing::Values(LogFormat::kNew, LogFormat::kOld), FormatName);
