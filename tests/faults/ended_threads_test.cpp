@@ -1,0 +1,269 @@
+// Threads that are cancelled or end themselves in or around a call: no lock stays behind, and what was called
+// is in the log.
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstring>
+#include <ctime>
+#include <thread>
+#include <vector>
+
+#include "tests/faults/marked_calls.h"
+
+namespace {
+
+// Run on the thread that asks for the time, as every record does once.
+thread_local void (*onTimeAsked)() = nullptr;
+
+}  // namespace
+
+// The library's questions come here.
+extern "C" __attribute__((visibility("default"))) std::time_t time(std::time_t* result) noexcept {
+    if (onTimeAsked != nullptr) onTimeAsked();
+    timespec now = {};
+    clock_gettime(CLOCK_REALTIME, &now);
+    if (result != nullptr) *result = now.tv_sec;
+    return now.tv_sec;
+}
+
+namespace {
+
+// The sanitizers' own code, which is everywhere, may hold locks of theirs.
+constexpr int kAnyInstruction = CKSCRIBE_IS_SANITIZED ? PTHREAD_CANCEL_DEFERRED : PTHREAD_CANCEL_ASYNCHRONOUS;
+
+// Results of threads: their addresses count.
+char wentOn;  // the thread was not cancelled
+char endedItself;
+
+std::atomic<bool> isInTarget{false};
+
+CK_RV WaitInTarget(const char*, const TargetWord*, std::size_t) {
+    isInTarget = true;
+    for (;;) pause();
+}
+CK_RV SpinInTarget(const char*, const TargetWord*, std::size_t) {
+    isInTarget = true;
+    for (;;) asm volatile("");
+}
+CK_RV ExitInTarget(const char*, const TargetWord*, std::size_t) { pthread_exit(&endedItself); }
+
+void CancelSelf() { pthread_cancel(pthread_self()); }
+void CancelSelfInSecondRecord() {
+    onTimeAsked = [] { CancelSelf(); };
+}
+
+struct Victim {
+    MarkedCaller* caller;
+    int cancelType = PTHREAD_CANCEL_DEFERRED;
+    void (*beforeCall)() = nullptr;
+
+    // Neither this frame nor those that it calls need clean-up but where a test says so.
+    static void* Run(void* victim) {
+        Victim& self = *static_cast<Victim*>(victim);
+        int before = 0;
+        pthread_setcanceltype(self.cancelType, &before);
+        if (self.beforeCall != nullptr) self.beforeCall();
+        self.caller->Call();
+        pthread_testcancel();
+        return &wentOn;
+    }
+    static void* RunForEver(void* victim) {
+        Victim& self = *static_cast<Victim*>(victim);
+        int before = 0;
+        pthread_setcanceltype(self.cancelType, &before);
+        for (;;) {
+            self.caller->Call();
+            pthread_testcancel();
+        }
+    }
+};
+
+class EndedThreads : public FaultsTest {
+protected:
+    static pthread_t Begin(void* (*run)(void*), Victim& victim) {
+        pthread_t thread;
+        EXPECT_EQ(pthread_create(&thread, nullptr, run, &victim), 0);
+        return thread;
+    }
+
+    static void* ResultOf(pthread_t thread) {
+        void* result = nullptr;
+        EXPECT_EQ(pthread_join(thread, &result), 0);
+        return result;
+    }
+
+    // The GNU C library forgets the result of a thread that can be cancelled at any instruction when it is
+    // cancelled in the call that allows cancellations again.
+    static void ExpectCancelled(pthread_t thread) {
+        void* const result = ResultOf(thread);
+        EXPECT_TRUE(result == PTHREAD_CANCELED || result == nullptr) << result;
+    }
+
+    static void CancelInTarget(Victim& victim) {
+        isInTarget = false;
+        const pthread_t thread = Begin(Victim::Run, victim);
+        while (!isInTarget) std::this_thread::yield();
+        pthread_cancel(thread);
+        ExpectCancelled(thread);
+    }
+
+    // Callers 0 and 1: all that needs a lock goes on.
+    static void ExpectNothingIsLocked(Library& library) {
+        targetAnswer = GiveDataBack;
+        MarkedCaller caller(library, 0);
+        EXPECT_EQ(caller.Call(), CKR_OK);
+        std::thread([&] { EXPECT_EQ(caller.Call(), CKR_OK); }).join();
+        EXPECT_TRUE(Survives([&] { EXPECT_EQ(MarkedCaller(library, 1).Call(), CKR_OK); }));
+        library.Finalize();
+        EXPECT_EQ(caller.Call(), CKR_OK);
+    }
+
+    // `body` gets the library and makes calls as caller 2, who then has records up to, but without, number
+    // `next` in the log.
+    template <class Body>
+    void ExpectRecordsOfVictim(unsigned long next, const Body& body) {
+        unlink(LogPath().c_str());
+        EXPECT_TRUE(Survives([&] {
+            Library library;
+            MarkedCaller caller(library, 2);
+            targetAnswer = GiveDataBack;
+            body(caller);
+            ExpectNothingIsLocked(library);
+        }));
+        MarkedLog log;
+        log.Read(Log());
+        EXPECT_EQ(log.callers[0].next, 6U);
+        EXPECT_EQ(log.callers[1].next, 2U);
+        EXPECT_EQ(log.callers[2].next, next);
+    }
+};
+
+TEST_F(EndedThreads, CancelledInTheTarget) {
+    ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
+        targetAnswer = WaitInTarget;
+        Victim victim{&caller, PTHREAD_CANCEL_DEFERRED};
+        CancelInTarget(victim);
+    });
+    ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
+        targetAnswer = SpinInTarget;
+        Victim victim{&caller, PTHREAD_CANCEL_ASYNCHRONOUS};
+        CancelInTarget(victim);
+    });
+}
+
+TEST_F(EndedThreads, EndedByThemselvesInTheTarget) {
+    ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
+        targetAnswer = ExitInTarget;
+        Victim victim{&caller};
+        EXPECT_EQ(ResultOf(Begin(Victim::Run, victim)), &endedItself);
+    });
+}
+
+TEST_F(EndedThreads, CancelledBeforeTheFirstCall) {
+    ExpectRecordsOfVictim(2, [](MarkedCaller& caller) {
+        Victim victim{&caller, PTHREAD_CANCEL_DEFERRED, CancelSelf};
+        ExpectCancelled(Begin(Victim::Run, victim));
+    });
+}
+
+TEST_F(EndedThreads, CancelledWhileTheTargetIsBeingLoaded) {
+    struct Case {
+        int cancelType;
+        unsigned long next;
+    };
+    for (const Case& each : {Case{PTHREAD_CANCEL_DEFERRED, 2}, Case{PTHREAD_CANCEL_ASYNCHRONOUS, 0}}) {
+        ExpectRecordsOfVictim(each.next, [&each](MarkedCaller& caller) {
+            onTargetLoaded = [] {
+                CancelSelf();
+                pthread_testcancel();
+            };
+            Victim victim{&caller, each.cancelType};
+            ExpectCancelled(Begin(Victim::Run, victim));
+            onTargetLoaded = nullptr;
+        });
+    }
+}
+
+TEST_F(EndedThreads, CancelledWhileARecordIsMade) {
+    struct Case {
+        int cancelType;
+        void (*setUp)();
+        unsigned long next;
+    };
+    constexpr auto inFirst = [] { onTimeAsked = CancelSelf; };
+    constexpr auto inSecond = [] { onTimeAsked = CancelSelfInSecondRecord; };
+    const Case cases[] = {
+        {PTHREAD_CANCEL_DEFERRED, inFirst, 2},
+        {PTHREAD_CANCEL_DEFERRED, inSecond, 2},
+        {PTHREAD_CANCEL_ASYNCHRONOUS, inFirst, 1},
+        {PTHREAD_CANCEL_ASYNCHRONOUS, inSecond, 2},
+    };
+    for (const char* const isNewFormat : {"0", "1"}) {
+        Set("NewFormat", isNewFormat);
+        for (const Case& each : cases) {
+            ExpectRecordsOfVictim(each.next, [&each](MarkedCaller& caller) {
+                Victim victim{&caller, each.cancelType, each.setUp};
+                ExpectCancelled(Begin(Victim::Run, victim));
+            });
+        }
+    }
+}
+
+TEST_F(EndedThreads, CancelledAtAnyTime) {
+    EXPECT_TRUE(Survives([this] {
+        constexpr unsigned kRounds = 500;
+        targetAnswer = GiveDataBack;
+        Library library;
+        MarkedCaller own(library, 3);
+        EXPECT_EQ(own.Call(), CKR_OK);
+        std::vector<unsigned long> calls(kRounds);
+        for (unsigned round = 0; round < kRounds; ++round) {
+            MarkedCaller caller(library, 4 + round);
+            Victim victim{&caller, kAnyInstruction};
+            const pthread_t thread = Begin(Victim::RunForEver, victim);
+            std::this_thread::sleep_for(std::chrono::microseconds(round));
+            pthread_cancel(thread);
+            ExpectCancelled(thread);
+            calls[round] = caller.Calls();
+            ASSERT_EQ(own.Call(), CKR_OK);
+        }
+        ExpectNothingIsLocked(library);
+        MarkedLog log;
+        log.Read(Log());
+        EXPECT_EQ(log.callers[3].next, 2 * (kRounds + 1));
+        EXPECT_EQ(log.callers[3].missing, 0U);
+        unsigned long allCalls = 0;
+        for (unsigned round = 0; round < kRounds; ++round) {
+            const CallerRecords& records = log.callers[4 + round];
+            EXPECT_EQ(records.missing, 0U);
+            EXPECT_LE(records.next, 2 * calls[round]);
+            EXPECT_GE(records.next + 2, 2 * calls[round]);
+            allCalls += calls[round];
+        }
+        EXPECT_GT(allCalls, kRounds);
+    }));
+}
+
+MarkedCaller* lastCaller = nullptr;
+
+TEST_F(EndedThreads, CallingWhileTheyEnd) {
+    ExpectRecordsOfVictim(6, [](MarkedCaller& caller) {
+        lastCaller = &caller;
+        static pthread_key_t key;
+        pthread_key_create(&key, [](void*) { EXPECT_EQ(lastCaller->Call(), CKR_OK); });
+        targetAnswer = [](const char* function, const TargetWord* arguments, std::size_t count) -> CK_RV {
+            targetAnswer = GiveDataBack;
+            struct CallingWhenUnwound {
+                ~CallingWhenUnwound() { EXPECT_EQ(lastCaller->Call(), CKR_OK); }
+            } unwound;
+            pthread_setspecific(key, &key);
+            return ExitInTarget(function, arguments, count);
+        };
+        Victim victim{&caller};
+        EXPECT_EQ(ResultOf(Begin(Victim::Run, victim)), &endedItself);
+    });
+}
+
+}  // namespace
