@@ -101,6 +101,11 @@ void LeaveNoCore() {
     setrlimit(RLIMIT_CORE, &none);
 }
 
+void GiveUpRightsOfRoot() {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && seteuid(kNobody) != 0) std::abort();
+}
+
 std::string Ending(int status) {
     if (WIFEXITED(status)) return "the process ended with status " + std::to_string(WEXITSTATUS(status));
     if (!WIFSIGNALED(status)) return "the process did not end";

@@ -83,5 +83,8 @@ private:
 // For a child that shall die without leaving a core file behind.
 void LeaveNoCore();
 
+// For a child that shall be an ordinary user: from here on the modes of files apply to it.
+void GiveUpRightsOfRoot();
+
 // Waits for a child and says how it ended, for messages.
 std::string Ending(int status);

@@ -61,7 +61,7 @@ ssize_t __wrap_read(int file, void* buffer, std::size_t size) {
 
 namespace {
 
-constexpr std::size_t kLength = 100'000;
+constexpr std::size_t kLength = 10'000;
 constexpr std::size_t kMostStepsPerCharacter = 10;
 
 struct HostileText {

@@ -9,13 +9,13 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 
 #include "tests/faults/application.h"
 #include "tests/faults/log_records.h"
@@ -75,13 +75,6 @@ void LimitFileSize(rlim_t size) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
 }
 
-// From here on the modes of files apply.
-void GiveUpRightsOfRoot() {
-    constexpr uid_t kNobody = 65534;
-    if (geteuid() != 0) return;
-    ASSERT_EQ(seteuid(kNobody), 0);
-}
-
 class LogCannotBeWritten : public FaultsTest {
 protected:
     // Runs `body` where SIGPIPE and SIGXFSZ would kill.
@@ -99,12 +92,12 @@ protected:
     }
 
     void ExpectOneLineAbout(const std::string& path) const {
-        const std::string errors = Errors();
-        std::smatch parts;
-        const std::regex line(
-            "\n \\d\\d/\\d\\d/\\d\\d\\[\\d\\d:\\d\\d:\\d\\d\\]:  Could not open capture file (.*)\\.");
-        ASSERT_TRUE(std::regex_match(errors, parts, line)) << "\"" << errors << "\"";
-        EXPECT_EQ(parts[1], path);
+        const std::string kStamp = "\n 00/00/00[00:00:00]: ";
+        std::string errors = Errors();
+        for (std::size_t i = 0; i < errors.size() && i < kStamp.size(); ++i) {
+            if (std::isdigit(static_cast<unsigned char>(errors[i]))) errors[i] = '0';
+        }
+        EXPECT_EQ(errors, kStamp + " Could not open capture file " + path + ".");
     }
 
     void ExpectThatItCannotBeOpened(const std::string& path) {
