@@ -2,18 +2,10 @@
 
 #include "records/vendor_records.h"
 
-#include "descriptors/command_descriptor.h"
+#include "records/shared_vendor_records.h"
 #include "records/vendor_commands.h"
 
-namespace {
-
-void CaptureBareRecord(CommandType type, CommandPhase phase, CK_RV rv) {
-    CommandDescriptor(type, phase, rv).Capture();
-}
-
-}  // namespace
-
-#define CA_BARE_ROW(Name, ...)                                               \
-    void Name##CmdStart() { CaptureBareRecord(kCmd##Name, kStart, CKR_OK); } \
-    void Name##CmdEnd(CK_RV rv) { CaptureBareRecord(kCmd##Name, kEnd, rv); }
+#define CA_BARE_ROW(Name, ...)                                                         \
+    void Name##CmdStart() { CommandDescriptor(kCmd##Name, kStart, CKR_OK).Capture(); } \
+    void Name##CmdEnd(CK_RV rv) { CaptureResult(kCmd##Name, rv); }
 #include "front/functions.def"

@@ -1,5 +1,6 @@
 // Records of the token's own audit log and clock.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
@@ -16,8 +17,7 @@ void InitAuditCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLe
 }
 
 void InitAuditCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG, CK_CHAR_PTR) {
-    CommandDescriptor command(kCmdInitAudit, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdInitAudit, rv);
 }
 
 void LogVerifyCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMessages, CK_ULONG ulMessageCount,
@@ -79,8 +79,7 @@ void LogExternalCmdStart(CK_SLOT_ID slotID, CK_SESSION_HANDLE hSession, CK_CHAR_
 }
 
 void LogExternalCmdEnd(CK_RV rv, CK_SLOT_ID, CK_SESSION_HANDLE, CK_CHAR_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdLogExternal, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdLogExternal, rv);
 }
 
 void LogImportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret, CK_ULONG ulLogSecretLen) {
@@ -92,15 +91,11 @@ void LogImportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret,
 }
 
 void LogImportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdLogImportSecret, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdLogImportSecret, rv);
 }
 
 void LogExportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdLogExportSecret, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pLogSecret));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdLogExportSecret, hSession, {pLogSecret});
 }
 
 void LogExportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret,
@@ -115,32 +110,17 @@ void LogExportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLo
 }
 
 void TimeSyncCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTime) {
-    CommandDescriptor command(kCmdTimeSync, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulTime));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdTimeSync, hSession, ulTime);
 }
 
-void TimeSyncCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdTimeSync, kEnd, rv);
-    command.Capture();
-}
+void TimeSyncCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) { CaptureResult(kCmdTimeSync, rv); }
 
 void GetTimeCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulTime) {
-    CommandDescriptor command(kCmdGetTime, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pulTime));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdGetTime, hSession, {pulTime});
 }
 
 void GetTimeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulTime) {
-    CommandDescriptor command(kCmdGetTime, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulTime));
-        AddNumberAt(command, pulTime);
-    }
-    command.Capture();
+    CaptureNumberOfSession(kCmdGetTime, rv, hSession, pulTime);
 }
 
 void LogSetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMask, CK_ULONG ulRotation,
@@ -157,20 +137,13 @@ void LogSetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMask, CK_ULONG 
 }
 
 void LogSetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_CHAR_PTR) {
-    CommandDescriptor command(kCmdLogSetConfig, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdLogSetConfig, rv);
 }
 
 void LogGetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMask, CK_ULONG_PTR pulRotation,
                           CK_ULONG_PTR pulInterval, CK_ULONG_PTR pulMaxSize, CK_CHAR_PTR pPath) {
-    CommandDescriptor command(kCmdLogGetConfig, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pulMask));
-    command.AddDescriptor(Pointer(pulRotation));
-    command.AddDescriptor(Pointer(pulInterval));
-    command.AddDescriptor(Pointer(pulMaxSize));
-    command.AddDescriptor(Pointer(pPath));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdLogGetConfig, hSession,
+                              {pulMask, pulRotation, pulInterval, pulMaxSize, pPath});
 }
 
 void LogGetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMask, CK_ULONG_PTR pulRotation,
@@ -194,14 +167,8 @@ void LogGetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMa
 
 void LogGetStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_PTR pulStatus2,
                           CK_ULONG_PTR pulStatus3, CK_ULONG_PTR pulStatus4, CK_ULONG_PTR pulStatus5) {
-    CommandDescriptor command(kCmdLogGetStatus, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulStatus1));
-    command.AddDescriptor(Pointer(pulStatus2));
-    command.AddDescriptor(Pointer(pulStatus3));
-    command.AddDescriptor(Pointer(pulStatus4));
-    command.AddDescriptor(Pointer(pulStatus5));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdLogGetStatus, slotID,
+                           {pulStatus1, pulStatus2, pulStatus3, pulStatus4, pulStatus5});
 }
 
 void LogGetStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_PTR pulStatus2,

@@ -1,61 +1,31 @@
 // Records of cloning keys and of the secrets that allow it.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
-void ManualKCVCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdManualKCV, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void ManualKCVCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdManualKCV, hSession); }
 
-void ManualKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdManualKCV, kEnd, rv);
-    command.Capture();
-}
+void ManualKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdManualKCV, rv); }
 
 void SetLKCVCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pDomain, CK_ULONG ulDomainLen) {
-    CommandDescriptor command(kCmdSetLKCV, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pDomain));
-    command.AddDescriptor(Number(ulDomainLen));
-    command.AddDescriptor(Pin(pDomain));
-    command.Capture();
+    CaptureSessionAndSecret(kCmdSetLKCV, hSession, pDomain, ulDomainLen);
 }
 
-void SetLKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdSetLKCV, kEnd, rv);
-    command.Capture();
-}
+void SetLKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { CaptureResult(kCmdSetLKCV, rv); }
 
 void SetKCVCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pDomain, CK_ULONG ulDomainLen) {
-    CommandDescriptor command(kCmdSetKCV, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pDomain));
-    command.AddDescriptor(Number(ulDomainLen));
-    command.AddDescriptor(Pin(pDomain));
-    command.Capture();
+    CaptureSessionAndSecret(kCmdSetKCV, hSession, pDomain, ulDomainLen);
 }
 
-void SetKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdSetKCV, kEnd, rv);
-    command.Capture();
-}
+void SetKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { CaptureResult(kCmdSetKCV, rv); }
 
 void SetRDKCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pDomain, CK_ULONG ulDomainLen) {
-    CommandDescriptor command(kCmdSetRDK, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pDomain));
-    command.AddDescriptor(Number(ulDomainLen));
-    command.AddDescriptor(Pin(pDomain));
-    command.Capture();
+    CaptureSessionAndSecret(kCmdSetRDK, hSession, pDomain, ulDomainLen);
 }
 
-void SetRDKCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdSetRDK, kEnd, rv);
-    command.Capture();
-}
+void SetRDKCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { CaptureResult(kCmdSetRDK, rv); }
 
 void SetCloningDomainCmdStart(CK_BYTE_PTR pDomain, CK_ULONG) {
     CommandDescriptor command(kCmdSetCloningDomain, kStart, 0);
@@ -63,10 +33,7 @@ void SetCloningDomainCmdStart(CK_BYTE_PTR pDomain, CK_ULONG) {
     command.Capture();
 }
 
-void SetCloningDomainCmdEnd(CK_RV rv, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdSetCloningDomain, kEnd, rv);
-    command.Capture();
-}
+void SetCloningDomainCmdEnd(CK_RV rv, CK_BYTE_PTR, CK_ULONG) { CaptureResult(kCmdSetCloningDomain, rv); }
 
 void ClonePrivateKeyCmdStart(CK_SESSION_HANDLE hTargetSession, CK_SESSION_HANDLE hSourceSession,
                              CK_OBJECT_HANDLE hObject, CK_OBJECT_HANDLE_PTR phClone) {
@@ -156,14 +123,7 @@ void CloneAsTargetInitCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSourceDa
 
 void CloneAsTargetInitCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR,
                              CK_ULONG, CK_BBOOL, CK_BYTE_PTR pTargetData, CK_ULONG_PTR pulTargetDataLen) {
-    CommandDescriptor command(kCmdCloneAsTargetInit, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pTargetData));
-        command.AddDescriptor(Pointer(pulTargetDataLen));
-        AddBytes(command, pTargetData, ValueAt(pulTargetDataLen));
-    }
-    command.Capture();
+    CaptureBufferOfSession(kCmdCloneAsTargetInit, rv, hSession, pTargetData, pulTargetDataLen);
 }
 
 void CloneAsSourceCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject,
@@ -184,14 +144,7 @@ void CloneAsSourceCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulObjectType, CK
 
 void CloneAsSourceCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_OBJECT_HANDLE, CK_BYTE_PTR,
                          CK_ULONG, CK_BBOOL, CK_BYTE_PTR pClone, CK_ULONG_PTR pulCloneLen) {
-    CommandDescriptor command(kCmdCloneAsSource, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pClone));
-        command.AddDescriptor(Pointer(pulCloneLen));
-        AddBytes(command, pClone, ValueAt(pulCloneLen));
-    }
-    command.Capture();
+    CaptureBufferOfSession(kCmdCloneAsSource, rv, hSession, pClone, pulCloneLen);
 }
 
 void CloneAsTargetCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pKev, CK_ULONG, CK_BYTE_PTR pClone,
@@ -212,35 +165,21 @@ void CloneAsTargetCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pKev, CK_ULON
 
 void CloneAsTargetCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
                          CK_ULONG, CK_OBJECT_HANDLE, CK_BBOOL, CK_OBJECT_HANDLE_PTR phClone) {
-    CommandDescriptor command(kCmdCloneAsTarget, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(phClone));
-        if (phClone != nullptr) command.AddDescriptor(Object(ValueAt(phClone)));
-    }
-    command.Capture();
+    CaptureObjectOfSession(kCmdCloneAsTarget, rv, hSession, phClone);
 }
 
 void CloneObjectToAllSessionsCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject) {
-    CommandDescriptor command(kCmdCloneObjectToAllSessions, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.Capture();
+    CaptureSessionAndObject(kCmdCloneObjectToAllSessions, hSession, hObject);
 }
 
 void CloneObjectToAllSessionsCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE) {
-    CommandDescriptor command(kCmdCloneObjectToAllSessions, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCloneObjectToAllSessions, rv);
 }
 
 void CloneAllObjectsToSessionCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdCloneAllObjectsToSession, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    CaptureSessionAndSlot(kCmdCloneAllObjectsToSession, hSession, slotID);
 }
 
 void CloneAllObjectsToSessionCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdCloneAllObjectsToSession, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCloneAllObjectsToSession, rv);
 }

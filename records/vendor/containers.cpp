@@ -1,5 +1,6 @@
 // Records of containers, and of the state and storage of tokens and containers.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
@@ -11,15 +12,10 @@ void RestartForContainerCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber) 
     command.Capture();
 }
 
-void RestartForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) {
-    CommandDescriptor command(kCmdRestartForContainer, kEnd, rv);
-    command.Capture();
-}
+void RestartForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) { CaptureResult(kCmdRestartForContainer, rv); }
 
 void GetUserContainerNumberCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdGetUserContainerNumber, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    CaptureSlot(kCmdGetUserContainerNumber, slotID);
 }
 
 void GetUserContainerNumberCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulContainerNumber) {
@@ -62,8 +58,7 @@ void SetUserContainerNameCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pName, CK_U
 }
 
 void SetUserContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdSetUserContainerName, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetUserContainerName, rv);
 }
 
 void GetContainerStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG_PTR pulFlags,
@@ -125,13 +120,7 @@ void GetTokenStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulFlags, CK
 
 void GetHSMStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead, CK_ULONG_PTR pulTotal,
                                       CK_ULONG_PTR pulUsed, CK_ULONG_PTR pulFree) {
-    CommandDescriptor command(kCmdGetHSMStorageInformation, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulOverhead));
-    command.AddDescriptor(Pointer(pulTotal));
-    command.AddDescriptor(Pointer(pulUsed));
-    command.AddDescriptor(Pointer(pulFree));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetHSMStorageInformation, slotID, {pulOverhead, pulTotal, pulUsed, pulFree});
 }
 
 void GetHSMStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead,
@@ -154,14 +143,8 @@ void GetHSMStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pu
 void GetTokenStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead, CK_ULONG_PTR pulTotal,
                                         CK_ULONG_PTR pulUsed, CK_ULONG_PTR pulFree,
                                         CK_ULONG_PTR pulObjectCount) {
-    CommandDescriptor command(kCmdGetTokenStorageInformation, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulOverhead));
-    command.AddDescriptor(Pointer(pulTotal));
-    command.AddDescriptor(Pointer(pulUsed));
-    command.AddDescriptor(Pointer(pulFree));
-    command.AddDescriptor(Pointer(pulObjectCount));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetTokenStorageInformation, slotID,
+                           {pulOverhead, pulTotal, pulUsed, pulFree, pulObjectCount});
 }
 
 void GetTokenStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead,
@@ -222,16 +205,11 @@ void GetContainerStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG 
 }
 
 void SetContainerSizeCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber, CK_ULONG ulSize) {
-    CommandDescriptor command(kCmdSetContainerSize, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContainerNumber));
-    command.AddDescriptor(Number(ulSize));
-    command.Capture();
+    CaptureSessionAndNumbers(kCmdSetContainerSize, hSession, ulContainerNumber, ulSize);
 }
 
 void SetContainerSizeCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdSetContainerSize, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetContainerSize, rv);
 }
 
 void CreateContainerCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerType, CK_UTF8CHAR_PTR pLabel,
@@ -277,27 +255,16 @@ void CreateContainerCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG ulCont
     command.Capture();
 }
 
-void DeleteContainerCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdDeleteContainer, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void DeleteContainerCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdDeleteContainer, hSession); }
 
-void DeleteContainerCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdDeleteContainer, kEnd, rv);
-    command.Capture();
-}
+void DeleteContainerCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdDeleteContainer, rv); }
 
 void DeleteContainerWithHandleCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber) {
-    CommandDescriptor command(kCmdDeleteContainerWithHandle, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContainerNumber));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdDeleteContainerWithHandle, hSession, ulContainerNumber);
 }
 
 void DeleteContainerWithHandleCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdDeleteContainerWithHandle, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdDeleteContainerWithHandle, rv);
 }
 
 void GetContainerListCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerType, CK_ULONG ulFirst,
@@ -353,18 +320,9 @@ void GetContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNum
 }
 
 void GetNumberOfAllowedContainersCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulNumber) {
-    CommandDescriptor command(kCmdGetNumberOfAllowedContainers, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulNumber));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetNumberOfAllowedContainers, slotID, {pulNumber});
 }
 
 void GetNumberOfAllowedContainersCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulNumber) {
-    CommandDescriptor command(kCmdGetNumberOfAllowedContainers, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulNumber));
-        AddNumberAt(command, pulNumber);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetNumberOfAllowedContainers, rv, slotID, pulNumber);
 }

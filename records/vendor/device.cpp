@@ -1,30 +1,17 @@
 // Records of modules, firmware and of resetting a device.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
-void RestartCmdStart(CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdRestart, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void RestartCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdRestart, slotID); }
 
-void RestartCmdEnd(CK_RV rv, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdRestart, kEnd, rv);
-    command.Capture();
-}
+void RestartCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdRestart, rv); }
 
-void GetModuleListCmdStart(CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdGetModuleList, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void GetModuleListCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdGetModuleList, slotID); }
 
-void GetModuleListCmdEnd(CK_RV rv, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdGetModuleList, kEnd, rv);
-    command.Capture();
-}
+void GetModuleListCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdGetModuleList, rv); }
 
 void GetModuleInfoCmdStart(CK_SLOT_ID slotID, CK_ULONG ulModuleId, CK_VOID_PTR pInfo) {
     CommandDescriptor command(kCmdGetModuleInfo, kStart, 0);
@@ -35,66 +22,37 @@ void GetModuleInfoCmdStart(CK_SLOT_ID slotID, CK_ULONG ulModuleId, CK_VOID_PTR p
 }
 
 void GetModuleInfoCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_VOID_PTR) {
-    CommandDescriptor command(kCmdGetModuleInfo, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdGetModuleInfo, rv);
 }
 
 void LoadModuleCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulModuleId) {
-    CommandDescriptor command(kCmdLoadModule, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pulModuleId));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdLoadModule, hSession, {pulModuleId});
 }
 
 void LoadModuleCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulModuleId) {
-    CommandDescriptor command(kCmdLoadModule, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulModuleId));
-        AddNumberAt(command, pulModuleId);
-    }
-    command.Capture();
+    CaptureNumberOfSession(kCmdLoadModule, rv, hSession, pulModuleId);
 }
 
 void LoadEncryptedModuleCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulModuleId) {
-    CommandDescriptor command(kCmdLoadEncryptedModule, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pulModuleId));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdLoadEncryptedModule, hSession, {pulModuleId});
 }
 
 void LoadEncryptedModuleCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulModuleId) {
-    CommandDescriptor command(kCmdLoadEncryptedModule, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulModuleId));
-        AddNumberAt(command, pulModuleId);
-    }
-    command.Capture();
+    CaptureNumberOfSession(kCmdLoadEncryptedModule, rv, hSession, pulModuleId);
 }
 
 void UnloadModuleCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulModuleId) {
-    CommandDescriptor command(kCmdUnloadModule, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulModuleId));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdUnloadModule, hSession, ulModuleId);
 }
 
-void UnloadModuleCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdUnloadModule, kEnd, rv);
-    command.Capture();
-}
+void UnloadModuleCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) { CaptureResult(kCmdUnloadModule, rv); }
 
 void PerformModuleCallCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulModuleId) {
-    CommandDescriptor command(kCmdPerformModuleCall, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulModuleId));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdPerformModuleCall, hSession, ulModuleId);
 }
 
 void PerformModuleCallCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdPerformModuleCall, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdPerformModuleCall, rv);
 }
 
 void FirmwareUpdateCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTarget, CK_BYTE_PTR pFirst,
@@ -114,20 +72,12 @@ void FirmwareUpdateCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTarget, CK_BY
 
 void FirmwareUpdateCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
                           CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdFirmwareUpdate, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdFirmwareUpdate, rv);
 }
 
-void FirmwareRollbackCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdFirmwareRollback, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void FirmwareRollbackCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdFirmwareRollback, hSession); }
 
-void FirmwareRollbackCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdFirmwareRollback, kEnd, rv);
-    command.Capture();
-}
+void FirmwareRollbackCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdFirmwareRollback, rv); }
 
 void CapabilityUpdateCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pFirst, CK_ULONG ulFirstLen,
                               CK_BYTE_PTR pSecond, CK_ULONG ulSecondLen) {
@@ -141,141 +91,65 @@ void CapabilityUpdateCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pFirst, CK
 }
 
 void CapabilityUpdateCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdCapabilityUpdate, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCapabilityUpdate, rv);
 }
 
 void GetRollbackFirmwareVersionCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulVersion) {
-    CommandDescriptor command(kCmdGetRollbackFirmwareVersion, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulVersion));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetRollbackFirmwareVersion, slotID, {pulVersion});
 }
 
 void GetRollbackFirmwareVersionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulVersion) {
-    CommandDescriptor command(kCmdGetRollbackFirmwareVersion, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulVersion));
-        AddNumberAt(command, pulVersion);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetRollbackFirmwareVersion, rv, slotID, pulVersion);
 }
 
 void ResetDeviceCmdStart(CK_SLOT_ID slotID, CK_FLAGS flags, CK_ULONG ulOption) {
-    CommandDescriptor command(kCmdResetDevice, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Flags(flags));
-    command.AddDescriptor(Number(ulOption));
-    command.Capture();
+    CaptureSlotFlagsAndNumber(kCmdResetDevice, slotID, flags, ulOption);
 }
 
-void ResetDeviceCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) {
-    CommandDescriptor command(kCmdResetDevice, kEnd, rv);
-    command.Capture();
-}
+void ResetDeviceCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) { CaptureResult(kCmdResetDevice, rv); }
 
 void ZeroizeCmdStart(CK_SLOT_ID slotID, CK_FLAGS flags, CK_ULONG ulOption) {
-    CommandDescriptor command(kCmdZeroize, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Flags(flags));
-    command.AddDescriptor(Number(ulOption));
-    command.Capture();
+    CaptureSlotFlagsAndNumber(kCmdZeroize, slotID, flags, ulOption);
 }
 
-void ZeroizeCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) {
-    CommandDescriptor command(kCmdZeroize, kEnd, rv);
-    command.Capture();
-}
+void ZeroizeCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) { CaptureResult(kCmdZeroize, rv); }
 
 void FactoryResetCmdStart(CK_SLOT_ID slotID, CK_FLAGS flags, CK_ULONG ulOption) {
-    CommandDescriptor command(kCmdFactoryReset, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Flags(flags));
-    command.AddDescriptor(Number(ulOption));
-    command.Capture();
+    CaptureSlotFlagsAndNumber(kCmdFactoryReset, slotID, flags, ulOption);
 }
 
-void FactoryResetCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) {
-    CommandDescriptor command(kCmdFactoryReset, kEnd, rv);
-    command.Capture();
-}
+void FactoryResetCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) { CaptureResult(kCmdFactoryReset, rv); }
 
 void MTKSetStorageCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulStorage) {
-    CommandDescriptor command(kCmdMTKSetStorage, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulStorage));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdMTKSetStorage, hSession, ulStorage);
 }
 
-void MTKSetStorageCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdMTKSetStorage, kEnd, rv);
-    command.Capture();
-}
+void MTKSetStorageCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) { CaptureResult(kCmdMTKSetStorage, rv); }
 
-void MTKRestoreCmdStart(CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdMTKRestore, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void MTKRestoreCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdMTKRestore, slotID); }
 
-void MTKRestoreCmdEnd(CK_RV rv, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdMTKRestore, kEnd, rv);
-    command.Capture();
-}
+void MTKRestoreCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdMTKRestore, rv); }
 
-void MTKResplitCmdStart(CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdMTKResplit, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void MTKResplitCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdMTKResplit, slotID); }
 
-void MTKResplitCmdEnd(CK_RV rv, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdMTKResplit, kEnd, rv);
-    command.Capture();
-}
+void MTKResplitCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdMTKResplit, rv); }
 
-void MTKZeroizeCmdStart(CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdMTKZeroize, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void MTKZeroizeCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdMTKZeroize, slotID); }
 
-void MTKZeroizeCmdEnd(CK_RV rv, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdMTKZeroize, kEnd, rv);
-    command.Capture();
-}
+void MTKZeroizeCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdMTKZeroize, rv); }
 
 void MTKGetStateCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulState) {
-    CommandDescriptor command(kCmdMTKGetState, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulState));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdMTKGetState, slotID, {pulState});
 }
 
 void MTKGetStateCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulState) {
-    CommandDescriptor command(kCmdMTKGetState, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulState));
-        AddNumberAt(command, pulState);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdMTKGetState, rv, slotID, pulState);
 }
 
 void GetTSVCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulTsv) {
-    CommandDescriptor command(kCmdGetTSV, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulTsv));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetTSV, slotID, {pulTsv});
 }
 
 void GetTSVCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTsv) {
-    CommandDescriptor command(kCmdGetTSV, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulTsv));
-        AddNumberAt(command, pulTsv);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetTSV, rv, slotID, pulTsv);
 }

@@ -21,6 +21,15 @@ void AddEncodedParams(CommandDescriptor& command, const void* params, const CK_U
     AddNumberAt(command, length, "EC Params len=");
 }
 
+void CaptureEncodedParams(CommandType type, CK_RV rv, const void* params, const CK_ULONG* length) {
+    CommandDescriptor command(type, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        AddEncodedParams(command, params, length);
+        AddBytes(command, params, ValueAt(length), "EC Params=");
+    }
+    command.Capture();
+}
+
 }  // namespace
 
 void EncodeECPrimeParamsCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen, CK_BYTE_PTR pPrime,
@@ -45,12 +54,7 @@ void EncodeECPrimeParamsCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pul
                                CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
                                CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
                                CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdEncodeECPrimeParams, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        AddEncodedParams(command, pECParams, pulECParamsLen);
-        AddBytes(command, pECParams, ValueAt(pulECParamsLen), "EC Params=");
-    }
-    command.Capture();
+    CaptureEncodedParams(kCmdEncodeECPrimeParams, rv, pECParams, pulECParamsLen);
 }
 
 void EncodeECChar2ParamsCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen, CK_ULONG ulM,
@@ -80,12 +84,7 @@ void EncodeECChar2ParamsCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pul
                                CK_ULONG, CK_ULONG, CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
                                CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
                                CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdEncodeECChar2Params, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        AddEncodedParams(command, pECParams, pulECParamsLen);
-        AddBytes(command, pECParams, ValueAt(pulECParamsLen), "EC Params=");
-    }
-    command.Capture();
+    CaptureEncodedParams(kCmdEncodeECChar2Params, rv, pECParams, pulECParamsLen);
 }
 
 void EncodeECParamsFromFileCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen,
@@ -97,10 +96,5 @@ void EncodeECParamsFromFileCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECPar
 }
 
 void EncodeECParamsFromFileCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen, CK_CHAR_PTR) {
-    CommandDescriptor command(kCmdEncodeECParamsFromFile, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        AddEncodedParams(command, pECParams, pulECParamsLen);
-        AddBytes(command, pECParams, ValueAt(pulECParamsLen), "EC Params=");
-    }
-    command.Capture();
+    CaptureEncodedParams(kCmdEncodeECParamsFromFile, rv, pECParams, pulECParamsLen);
 }

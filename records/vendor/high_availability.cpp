@@ -1,20 +1,32 @@
 // Records of high-availability groups.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
-void HAInitCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hLoginKey) {
-    CommandDescriptor command(kCmdHAInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hLoginKey));
+namespace {
+
+// What is to be answered goes in, the answer comes out.
+void CaptureAnsweredBytes(CommandType type, CK_SESSION_HANDLE session, const void* bytes, CK_ULONG length,
+                          const void* answer, const CK_ULONG* answerLength) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Session(session));
+    command.AddDescriptor(Pointer(bytes));
+    command.AddDescriptor(Number(length));
+    AddBytes(command, bytes, length);
+    command.AddDescriptor(Pointer(answer));
+    command.AddDescriptor(Pointer(answerLength));
     command.Capture();
 }
 
-void HAInitCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE) {
-    CommandDescriptor command(kCmdHAInit, kEnd, rv);
-    command.Capture();
+}  // namespace
+
+void HAInitCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hLoginKey) {
+    CaptureSessionAndObject(kCmdHAInit, hSession, hLoginKey);
 }
+
+void HAInitCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE) { CaptureResult(kCmdHAInit, rv); }
 
 void HAGetMasterPublicCmdStart(CK_SLOT_ID slotID, CK_BYTE_PTR pCertificate, CK_ULONG_PTR pulCertificateLen) {
     CommandDescriptor command(kCmdHAGetMasterPublic, kStart, 0);
@@ -82,63 +94,29 @@ void HAAnswerLoginChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE
 
 void HAAnswerLoginChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE, CK_BYTE_PTR,
                                   CK_ULONG, CK_BYTE_PTR pAnswer, CK_ULONG_PTR pulAnswerLen) {
-    CommandDescriptor command(kCmdHAAnswerLoginChallenge, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pAnswer));
-        command.AddDescriptor(Pointer(pulAnswerLen));
-        AddBytes(command, pAnswer, ValueAt(pulAnswerLen));
-    }
-    command.Capture();
+    CaptureBufferOfSession(kCmdHAAnswerLoginChallenge, rv, hSession, pAnswer, pulAnswerLen);
 }
 
 void HALoginCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pAnswer, CK_ULONG ulAnswerLen,
                      CK_BYTE_PTR pMofNChallenge, CK_ULONG_PTR pulMofNChallengeLen) {
-    CommandDescriptor command(kCmdHALogin, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pAnswer));
-    command.AddDescriptor(Number(ulAnswerLen));
-    AddBytes(command, pAnswer, ulAnswerLen);
-    command.AddDescriptor(Pointer(pMofNChallenge));
-    command.AddDescriptor(Pointer(pulMofNChallengeLen));
-    command.Capture();
+    CaptureAnsweredBytes(kCmdHALogin, hSession, pAnswer, ulAnswerLen, pMofNChallenge, pulMofNChallengeLen);
 }
 
 void HALoginCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pMofNChallenge,
                    CK_ULONG_PTR pulMofNChallengeLen) {
-    CommandDescriptor command(kCmdHALogin, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pMofNChallenge));
-        command.AddDescriptor(Pointer(pulMofNChallengeLen));
-        AddBytes(command, pMofNChallenge, ValueAt(pulMofNChallengeLen));
-    }
-    command.Capture();
+    CaptureBufferOfSession(kCmdHALogin, rv, hSession, pMofNChallenge, pulMofNChallengeLen);
 }
 
 void HAAnswerMofNChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMofNChallenge,
                                    CK_ULONG ulMofNChallengeLen, CK_BYTE_PTR pMofNAnswer,
                                    CK_ULONG_PTR pulMofNAnswerLen) {
-    CommandDescriptor command(kCmdHAAnswerMofNChallenge, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pMofNChallenge));
-    command.AddDescriptor(Number(ulMofNChallengeLen));
-    AddBytes(command, pMofNChallenge, ulMofNChallengeLen);
-    command.AddDescriptor(Pointer(pMofNAnswer));
-    command.AddDescriptor(Pointer(pulMofNAnswerLen));
-    command.Capture();
+    CaptureAnsweredBytes(kCmdHAAnswerMofNChallenge, hSession, pMofNChallenge, ulMofNChallengeLen, pMofNAnswer,
+                         pulMofNAnswerLen);
 }
 
 void HAAnswerMofNChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG,
                                  CK_BYTE_PTR pMofNAnswer, CK_ULONG_PTR pulMofNAnswerLen) {
-    CommandDescriptor command(kCmdHAAnswerMofNChallenge, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pMofNAnswer));
-        AddNumberAt(command, pulMofNAnswerLen);
-        AddBytes(command, pMofNAnswer, ValueAt(pulMofNAnswerLen));
-    }
-    command.Capture();
+    CaptureMeasuredBufferOfSession(kCmdHAAnswerMofNChallenge, rv, hSession, pMofNAnswer, pulMofNAnswerLen);
 }
 
 void HAActivateMofNCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMofNAnswer, CK_ULONG ulMofNAnswerLen) {
@@ -151,15 +129,11 @@ void HAActivateMofNCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMofNAnswer,
 }
 
 void HAActivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdHAActivateMofN, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdHAActivateMofN, rv);
 }
 
 void GetHAStateCmdStart(CK_SLOT_ID slotID, CK_HA_STATUS* pState) {
-    CommandDescriptor command(kCmdGetHAState, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pState));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetHAState, slotID, {pState});
 }
 
 void GetHAStateCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_HA_STATUS* pState) {

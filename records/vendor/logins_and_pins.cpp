@@ -1,19 +1,15 @@
 // Records of logging in and of PINs.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
 void InitIndirectTokenCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdInitIndirectToken, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdInitIndirectToken, hSession);
 }
 
-void InitIndirectTokenCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdInitIndirectToken, kEnd, rv);
-    command.Capture();
-}
+void InitIndirectTokenCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdInitIndirectToken, rv); }
 
 void InitIndirectPINCmdStart(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG,
                              CK_SESSION_HANDLE hPrimarySession) {
@@ -25,22 +21,15 @@ void InitIndirectPINCmdStart(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, C
 }
 
 void InitIndirectPINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdInitIndirectPIN, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdInitIndirectPIN, rv);
 }
 
 void ResetPINCmdStart(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen) {
-    CommandDescriptor command(kCmdResetPIN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pPin));
-    command.AddDescriptor(Number(ulPinLen));
-    command.AddDescriptor(Pin(pPin));
-    command.Capture();
+    CaptureSessionAndSecret(kCmdResetPIN, hSession, pPin, ulPinLen);
 }
 
 void ResetPINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdResetPIN, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdResetPIN, rv);
 }
 
 void InitRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_ULONG usOptions,
@@ -56,8 +45,7 @@ void InitRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_U
 }
 
 void InitRolePINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_USER_TYPE, CK_ULONG, CK_UTF8CHAR_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdInitRolePIN, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdInitRolePIN, rv);
 }
 
 void InitSlotRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_USER_TYPE userType,
@@ -75,8 +63,7 @@ void InitSlotRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_U
 
 void InitSlotRolePINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_USER_TYPE, CK_ULONG, CK_UTF8CHAR_PTR,
                            CK_ULONG) {
-    CommandDescriptor command(kCmdInitSlotRolePIN, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdInitSlotRolePIN, rv);
 }
 
 void CreateLoginChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_ULONG usOptions,
@@ -115,10 +102,7 @@ void DeactivateCmdStart(CK_SLOT_ID slotID, CK_USER_TYPE userType) {
     command.Capture();
 }
 
-void DeactivateCmdEnd(CK_RV rv, CK_SLOT_ID, CK_USER_TYPE) {
-    CommandDescriptor command(kCmdDeactivate, kEnd, rv);
-    command.Capture();
-}
+void DeactivateCmdEnd(CK_RV rv, CK_SLOT_ID, CK_USER_TYPE) { CaptureResult(kCmdDeactivate, rv); }
 
 void IndirectLoginCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType,
                            CK_SESSION_HANDLE hPrimarySession) {
@@ -130,8 +114,7 @@ void IndirectLoginCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType,
 }
 
 void IndirectLoginCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_USER_TYPE, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdIndirectLogin, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdIndirectLogin, rv);
 }
 
 void SetPedIdCmdStart(CK_SLOT_ID slotID, CK_ULONG ulPedId) {
@@ -141,16 +124,10 @@ void SetPedIdCmdStart(CK_SLOT_ID slotID, CK_ULONG ulPedId) {
     command.Capture();
 }
 
-void SetPedIdCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) {
-    CommandDescriptor command(kCmdSetPedId, kEnd, rv);
-    command.Capture();
-}
+void SetPedIdCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) { CaptureResult(kCmdSetPedId, rv); }
 
 void GetPedIdCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulPedId) {
-    CommandDescriptor command(kCmdGetPedId, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulPedId));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetPedId, slotID, {pulPedId});
 }
 
 void GetPedIdCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulPedId) {

@@ -1,5 +1,6 @@
 // Records of M-of-N activation.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
@@ -10,93 +11,41 @@ void SetMofNCmdStart(CK_BBOOL bEnable) {
     command.Capture();
 }
 
-void SetMofNCmdEnd(CK_RV rv, CK_BBOOL) {
-    CommandDescriptor command(kCmdSetMofN, kEnd, rv);
-    command.Capture();
-}
+void SetMofNCmdEnd(CK_RV rv, CK_BBOOL) { CaptureResult(kCmdSetMofN, rv); }
 
-void GenerateMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdGenerateMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void GenerateMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdGenerateMofN, hSession); }
 
-void GenerateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdGenerateMofN, kEnd, rv);
-    command.Capture();
-}
+void GenerateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdGenerateMofN, rv); }
 
 void GenerateCloneableMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdGenerateCloneableMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdGenerateCloneableMofN, hSession);
 }
 
 void GenerateCloneableMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdGenerateCloneableMofN, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdGenerateCloneableMofN, rv);
 }
 
-void ModifyMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdModifyMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void ModifyMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdModifyMofN, hSession); }
 
-void ModifyMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdModifyMofN, kEnd, rv);
-    command.Capture();
-}
+void ModifyMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdModifyMofN, rv); }
 
-void CloneMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdCloneMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void CloneMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdCloneMofN, hSession); }
 
-void CloneMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdCloneMofN, kEnd, rv);
-    command.Capture();
-}
+void CloneMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdCloneMofN, rv); }
 
-void CloneModifyMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdCloneModifyMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void CloneModifyMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdCloneModifyMofN, hSession); }
 
-void CloneModifyMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdCloneModifyMofN, kEnd, rv);
-    command.Capture();
-}
+void CloneModifyMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdCloneModifyMofN, rv); }
 
-void ActivateMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdActivateMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void ActivateMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdActivateMofN, hSession); }
 
-void ActivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdActivateMofN, kEnd, rv);
-    command.Capture();
-}
+void ActivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdActivateMofN, rv); }
 
-void DeactivateMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdDeactivateMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void DeactivateMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdDeactivateMofN, hSession); }
 
-void DeactivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdDeactivateMofN, kEnd, rv);
-    command.Capture();
-}
+void DeactivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdDeactivateMofN, rv); }
 
-void GetMofNStatusCmdStart(CK_SLOT_ID slotID, CA_M_OF_N_STATUS*) {
-    CommandDescriptor command(kCmdGetMofNStatus, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void GetMofNStatusCmdStart(CK_SLOT_ID slotID, CA_M_OF_N_STATUS*) { CaptureSlot(kCmdGetMofNStatus, slotID); }
 
 void GetMofNStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CA_M_OF_N_STATUS* pStatus) {
     CommandDescriptor command(kCmdGetMofNStatus, kEnd, rv);
@@ -107,47 +56,22 @@ void GetMofNStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CA_M_OF_N_STATUS* pStatus)
     command.Capture();
 }
 
-void DuplicateMofNCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdDuplicateMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
-}
+void DuplicateMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdDuplicateMofN, hSession); }
 
-void DuplicateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdDuplicateMofN, kEnd, rv);
-    command.Capture();
-}
+void DuplicateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdDuplicateMofN, rv); }
 
 void IsMofNEnabledCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulEnabled) {
-    CommandDescriptor command(kCmdIsMofNEnabled, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulEnabled));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdIsMofNEnabled, slotID, {pulEnabled});
 }
 
 void IsMofNEnabledCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulEnabled) {
-    CommandDescriptor command(kCmdIsMofNEnabled, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulEnabled));
-        AddNumberAt(command, pulEnabled, "enabled=");
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdIsMofNEnabled, rv, slotID, pulEnabled, "enabled=");
 }
 
 void IsMofNRequiredCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulRequired) {
-    CommandDescriptor command(kCmdIsMofNRequired, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulRequired));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdIsMofNRequired, slotID, {pulRequired});
 }
 
 void IsMofNRequiredCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulRequired) {
-    CommandDescriptor command(kCmdIsMofNRequired, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulRequired));
-        AddNumberAt(command, pulRequired, "required=");
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdIsMofNRequired, rv, slotID, pulRequired, "required=");
 }

@@ -1,5 +1,6 @@
 // Records of objects: their identifiers, use and destruction.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
@@ -139,6 +140,5 @@ void ModifyUsageCountCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObje
 }
 
 void ModifyUsageCountCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdModifyUsageCount, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdModifyUsageCount, rv);
 }

@@ -1,49 +1,126 @@
 // Records of capabilities and policies.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
-void GetFPVCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulFpv) {
-    CommandDescriptor command(kCmdGetFPV, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulFpv));
+namespace {
+
+// Records of sets of policies or capabilities, and of one of them; of the whole device or of one container.
+
+void CaptureSetQuery(CommandType type, CK_SLOT_ID slot, const CK_ULONG* ids, const CK_ULONG* idCount,
+                     const CK_ULONG* values, const CK_ULONG* valueCount) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Slot(slot));
+    capsOrPolicyPtrsAdd(command, ids, idCount, values, valueCount);
     command.Capture();
+}
+
+void CaptureSet(CommandType type, CK_RV rv, CK_SLOT_ID slot, const CK_ULONG* ids, const CK_ULONG* idCount,
+                const CK_ULONG* values, const CK_ULONG* valueCount) {
+    CommandDescriptor command(type, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Slot(slot));
+        capsOrPolicyDescAdd(command, ids, idCount, values, valueCount);
+    }
+    command.Capture();
+}
+
+void CaptureContainerSetQuery(CommandType type, CK_SLOT_ID slot, CK_ULONG container, const CK_ULONG* ids,
+                              const CK_ULONG* idCount, const CK_ULONG* values, const CK_ULONG* valueCount) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Slot(slot));
+    command.AddDescriptor(Number(container, "part="));
+    capsOrPolicyPtrsAdd(command, ids, idCount, values, valueCount);
+    command.Capture();
+}
+
+void CaptureContainerSet(CommandType type, CK_RV rv, CK_SLOT_ID slot, CK_ULONG container, const CK_ULONG* ids,
+                         const CK_ULONG* idCount, const CK_ULONG* values, const CK_ULONG* valueCount) {
+    CommandDescriptor command(type, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Slot(slot));
+        command.AddDescriptor(Number(container, "part="));
+        capsOrPolicyDescAdd(command, ids, idCount, values, valueCount);
+    }
+    command.Capture();
+}
+
+void CaptureSettingQuery(CommandType type, CK_SLOT_ID slot, CK_ULONG id, const CK_ULONG* value) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Slot(slot));
+    command.AddDescriptor(Number(id, "id="));
+    command.AddDescriptor(Pointer(value));
+    command.Capture();
+}
+
+void CaptureSetting(CommandType type, CK_RV rv, CK_SLOT_ID slot, CK_ULONG id, const CK_ULONG* value) {
+    CommandDescriptor command(type, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Slot(slot));
+        command.AddDescriptor(Number(id, "id="));
+        command.AddDescriptor(Pointer(value));
+        AddNumberAt(command, value, "val=");
+    }
+    command.Capture();
+}
+
+void CaptureContainerSettingQuery(CommandType type, CK_SLOT_ID slot, CK_ULONG container, CK_ULONG id,
+                                  const CK_ULONG* value) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Slot(slot));
+    command.AddDescriptor(Number(container, "part="));
+    command.AddDescriptor(Number(id, "id="));
+    command.AddDescriptor(Pointer(value));
+    command.Capture();
+}
+
+void CaptureContainerSetting(CommandType type, CK_RV rv, CK_SLOT_ID slot, CK_ULONG container, CK_ULONG id,
+                             const CK_ULONG* value) {
+    CommandDescriptor command(type, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Slot(slot));
+        command.AddDescriptor(Number(container, "part="));
+        command.AddDescriptor(Number(id, "id="));
+        command.AddDescriptor(Pointer(value));
+        AddNumberAt(command, value, "val=");
+    }
+    command.Capture();
+}
+
+void CaptureNewPolicies(CommandType type, CK_SESSION_HANDLE session, CK_ULONG count, const CK_ULONG* ids,
+                        const CK_ULONG* values) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Session(session));
+    capsOrPolicyArrayAdd(command, count, ids, values);
+    command.Capture();
+}
+
+void CaptureNewPolicy(CommandType type, CK_SESSION_HANDLE session, CK_ULONG id, CK_ULONG value) {
+    CaptureNewPolicies(type, session, 1, &id, &value);
+}
+
+}  // namespace
+
+void GetFPVCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulFpv) {
+    CaptureSlotAndPointers(kCmdGetFPV, slotID, {pulFpv});
 }
 
 void GetFPVCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulFpv) {
-    CommandDescriptor command(kCmdGetFPV, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulFpv));
-        AddNumberAt(command, pulFpv);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetFPV, rv, slotID, pulFpv);
 }
 
 void GetTPVCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv) {
-    CommandDescriptor command(kCmdGetTPV, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulTpv));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetTPV, slotID, {pulTpv});
 }
 
 void GetTPVCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv) {
-    CommandDescriptor command(kCmdGetTPV, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulTpv));
-        AddNumberAt(command, pulTpv);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetTPV, rv, slotID, pulTpv);
 }
 
 void GetExtendedTPVCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv, CK_ULONG_PTR pulTpvExtension) {
-    CommandDescriptor command(kCmdGetExtendedTPV, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulTpv));
-    command.AddDescriptor(Pointer(pulTpvExtension));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetExtendedTPV, slotID, {pulTpv, pulTpvExtension});
 }
 
 void GetExtendedTPVCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv, CK_ULONG_PTR pulTpvExtension) {
@@ -59,28 +136,17 @@ void GetExtendedTPVCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv, CK_U
 }
 
 void SetTPVCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTpv) {
-    CommandDescriptor command(kCmdSetTPV, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulTpv));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdSetTPV, hSession, ulTpv);
 }
 
-void SetTPVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdSetTPV, kEnd, rv);
-    command.Capture();
-}
+void SetTPVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) { CaptureResult(kCmdSetTPV, rv); }
 
 void SetExtendedTPVCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTpv, CK_ULONG ulTpvExtension) {
-    CommandDescriptor command(kCmdSetExtendedTPV, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulTpv));
-    command.AddDescriptor(Number(ulTpvExtension));
-    command.Capture();
+    CaptureSessionAndNumbers(kCmdSetExtendedTPV, hSession, ulTpv, ulTpvExtension);
 }
 
 void SetExtendedTPVCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdSetExtendedTPV, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetExtendedTPV, rv);
 }
 
 void GetConfigurationElementDescriptionCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainer,
@@ -123,216 +189,121 @@ void GetConfigurationElementDescriptionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_UL
 
 void GetHSMCapabilitySetCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                                  CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetHSMCapabilitySet, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    capsOrPolicyPtrsAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    command.Capture();
+    CaptureSetQuery(kCmdGetHSMCapabilitySet, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void GetHSMCapabilitySetCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                                CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetHSMCapabilitySet, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        capsOrPolicyDescAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    }
-    command.Capture();
+    CaptureSet(kCmdGetHSMCapabilitySet, rv, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void GetHSMCapabilitySettingCmdStart(CK_SLOT_ID slotID, CK_ULONG ulId, CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetHSMCapabilitySetting, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulId, "id="));
-    command.AddDescriptor(Pointer(pulValue));
-    command.Capture();
+    CaptureSettingQuery(kCmdGetHSMCapabilitySetting, slotID, ulId, pulValue);
 }
 
 void GetHSMCapabilitySettingCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulId, CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetHSMCapabilitySetting, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulId, "id="));
-        command.AddDescriptor(Pointer(pulValue));
-        AddNumberAt(command, pulValue, "val=");
-    }
-    command.Capture();
+    CaptureSetting(kCmdGetHSMCapabilitySetting, rv, slotID, ulId, pulValue);
 }
 
 void GetHSMPolicySetCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                              CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetHSMPolicySet, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    capsOrPolicyPtrsAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    command.Capture();
+    CaptureSetQuery(kCmdGetHSMPolicySet, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void GetHSMPolicySetCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                            CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetHSMPolicySet, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        capsOrPolicyDescAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    }
-    command.Capture();
+    CaptureSet(kCmdGetHSMPolicySet, rv, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void GetHSMPolicySettingCmdStart(CK_SLOT_ID slotID, CK_ULONG ulId, CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetHSMPolicySetting, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulId, "id="));
-    command.AddDescriptor(Pointer(pulValue));
-    command.Capture();
+    CaptureSettingQuery(kCmdGetHSMPolicySetting, slotID, ulId, pulValue);
 }
 
 void GetHSMPolicySettingCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulId, CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetHSMPolicySetting, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulId, "id="));
-        command.AddDescriptor(Pointer(pulValue));
-        AddNumberAt(command, pulValue, "val=");
-    }
-    command.Capture();
+    CaptureSetting(kCmdGetHSMPolicySetting, rv, slotID, ulId, pulValue);
 }
 
 void GetContainerCapabilitySetCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG_PTR pulIds,
                                        CK_ULONG_PTR pulIdCount, CK_ULONG_PTR pulValues,
                                        CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetContainerCapabilitySet, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "part="));
-    capsOrPolicyPtrsAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    command.Capture();
+    CaptureContainerSetQuery(kCmdGetContainerCapabilitySet, slotID, ulContainerNumber, pulIds, pulIdCount,
+                             pulValues, pulValueCount);
 }
 
 void GetContainerCapabilitySetCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber,
                                      CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount, CK_ULONG_PTR pulValues,
                                      CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetContainerCapabilitySet, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "part="));
-        capsOrPolicyDescAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    }
-    command.Capture();
+    CaptureContainerSet(kCmdGetContainerCapabilitySet, rv, slotID, ulContainerNumber, pulIds, pulIdCount,
+                        pulValues, pulValueCount);
 }
 
 void GetContainerCapabilitySettingCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulId,
                                            CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetContainerCapabilitySetting, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "part="));
-    command.AddDescriptor(Number(ulId, "id="));
-    command.AddDescriptor(Pointer(pulValue));
-    command.Capture();
+    CaptureContainerSettingQuery(kCmdGetContainerCapabilitySetting, slotID, ulContainerNumber, ulId,
+                                 pulValue);
 }
 
 void GetContainerCapabilitySettingCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber,
                                          CK_ULONG ulId, CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetContainerCapabilitySetting, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "part="));
-        command.AddDescriptor(Number(ulId, "id="));
-        command.AddDescriptor(Pointer(pulValue));
-        AddNumberAt(command, pulValue, "val=");
-    }
-    command.Capture();
+    CaptureContainerSetting(kCmdGetContainerCapabilitySetting, rv, slotID, ulContainerNumber, ulId, pulValue);
 }
 
 void GetContainerPolicySetCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG_PTR pulIds,
                                    CK_ULONG_PTR pulIdCount, CK_ULONG_PTR pulValues,
                                    CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetContainerPolicySet, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "part="));
-    capsOrPolicyPtrsAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    command.Capture();
+    CaptureContainerSetQuery(kCmdGetContainerPolicySet, slotID, ulContainerNumber, pulIds, pulIdCount,
+                             pulValues, pulValueCount);
 }
 
 void GetContainerPolicySetCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG_PTR pulIds,
                                  CK_ULONG_PTR pulIdCount, CK_ULONG_PTR pulValues,
                                  CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetContainerPolicySet, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "part="));
-        capsOrPolicyDescAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    }
-    command.Capture();
+    CaptureContainerSet(kCmdGetContainerPolicySet, rv, slotID, ulContainerNumber, pulIds, pulIdCount,
+                        pulValues, pulValueCount);
 }
 
 void GetContainerPolicySettingCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulId,
                                        CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetContainerPolicySetting, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "part="));
-    command.AddDescriptor(Number(ulId, "id="));
-    command.AddDescriptor(Pointer(pulValue));
-    command.Capture();
+    CaptureContainerSettingQuery(kCmdGetContainerPolicySetting, slotID, ulContainerNumber, ulId, pulValue);
 }
 
 void GetContainerPolicySettingCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulId,
                                      CK_ULONG_PTR pulValue) {
-    CommandDescriptor command(kCmdGetContainerPolicySetting, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "part="));
-        command.AddDescriptor(Number(ulId, "id="));
-        command.AddDescriptor(Pointer(pulValue));
-        AddNumberAt(command, pulValue, "val=");
-    }
-    command.Capture();
+    CaptureContainerSetting(kCmdGetContainerPolicySetting, rv, slotID, ulContainerNumber, ulId, pulValue);
 }
 
 void SetHSMPolicyCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulId, CK_ULONG ulValue) {
-    CommandDescriptor command(kCmdSetHSMPolicy, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    capsOrPolicyArrayAdd(command, 1, &ulId, &ulValue);
-    command.Capture();
+    CaptureNewPolicy(kCmdSetHSMPolicy, hSession, ulId, ulValue);
 }
 
 void SetHSMPolicyCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdSetHSMPolicy, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetHSMPolicy, rv);
 }
 
 void SetHSMPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulCount, CK_ULONG_PTR pulIds,
                             CK_ULONG_PTR pulValues) {
-    CommandDescriptor command(kCmdSetHSMPolicies, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    capsOrPolicyArrayAdd(command, ulCount, pulIds, pulValues);
-    command.Capture();
+    CaptureNewPolicies(kCmdSetHSMPolicies, hSession, ulCount, pulIds, pulValues);
 }
 
 void SetHSMPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG_PTR, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdSetHSMPolicies, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetHSMPolicies, rv);
 }
 
 void SetDestructiveHSMPolicyCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulId, CK_ULONG ulValue) {
-    CommandDescriptor command(kCmdSetDestructiveHSMPolicy, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    capsOrPolicyArrayAdd(command, 1, &ulId, &ulValue);
-    command.Capture();
+    CaptureNewPolicy(kCmdSetDestructiveHSMPolicy, hSession, ulId, ulValue);
 }
 
 void SetDestructiveHSMPolicyCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdSetDestructiveHSMPolicy, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetDestructiveHSMPolicy, rv);
 }
 
 void SetDestructiveHSMPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulCount, CK_ULONG_PTR pulIds,
                                        CK_ULONG_PTR pulValues) {
-    CommandDescriptor command(kCmdSetDestructiveHSMPolicies, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    capsOrPolicyArrayAdd(command, ulCount, pulIds, pulValues);
-    command.Capture();
+    CaptureNewPolicies(kCmdSetDestructiveHSMPolicies, hSession, ulCount, pulIds, pulValues);
 }
 
 void SetDestructiveHSMPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG_PTR, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdSetDestructiveHSMPolicies, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetDestructiveHSMPolicies, rv);
 }
 
 void SetContainerPolicyCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber, CK_ULONG ulId,
@@ -345,8 +316,7 @@ void SetContainerPolicyCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainer
 }
 
 void SetContainerPolicyCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdSetContainerPolicy, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetContainerPolicy, rv);
 }
 
 void SetContainerPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber, CK_ULONG ulCount,
@@ -359,26 +329,17 @@ void SetContainerPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContain
 }
 
 void SetContainerPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG_PTR, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdSetContainerPolicies, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetContainerPolicies, rv);
 }
 
 void GetTokenCapabilitiesCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                                   CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetTokenCapabilities, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    capsOrPolicyPtrsAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    command.Capture();
+    CaptureSetQuery(kCmdGetTokenCapabilities, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void GetTokenCapabilitiesCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                                 CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetTokenCapabilities, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        capsOrPolicyDescAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    }
-    command.Capture();
+    CaptureSet(kCmdGetTokenCapabilities, rv, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void SetTokenPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_ULONG ulCount,
@@ -391,24 +352,15 @@ void SetTokenPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_
 }
 
 void SetTokenPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_ULONG, CK_ULONG_PTR, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdSetTokenPolicies, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetTokenPolicies, rv);
 }
 
 void GetTokenPoliciesCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                               CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetTokenPolicies, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    capsOrPolicyPtrsAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    command.Capture();
+    CaptureSetQuery(kCmdGetTokenPolicies, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }
 
 void GetTokenPoliciesCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
                             CK_ULONG_PTR pulValues, CK_ULONG_PTR pulValueCount) {
-    CommandDescriptor command(kCmdGetTokenPolicies, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        capsOrPolicyDescAdd(command, pulIds, pulIdCount, pulValues, pulValueCount);
-    }
-    command.Capture();
+    CaptureSet(kCmdGetTokenPolicies, rv, slotID, pulIds, pulIdCount, pulValues, pulValueCount);
 }

@@ -1,46 +1,32 @@
 // Records of remote PIN entry devices.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
 void InitializeRemotePEDVectorCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdInitializeRemotePEDVector, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdInitializeRemotePEDVector, hSession);
 }
 
 void InitializeRemotePEDVectorCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdInitializeRemotePEDVector, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdInitializeRemotePEDVector, rv);
 }
 
 void DeleteRemotePEDVectorCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdDeleteRemotePEDVector, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdDeleteRemotePEDVector, hSession);
 }
 
 void DeleteRemotePEDVectorCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdDeleteRemotePEDVector, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdDeleteRemotePEDVector, rv);
 }
 
 void GetRemotePEDVectorStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus) {
-    CommandDescriptor command(kCmdGetRemotePEDVectorStatus, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulStatus));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetRemotePEDVectorStatus, slotID, {pulStatus});
 }
 
 void GetRemotePEDVectorStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus) {
-    CommandDescriptor command(kCmdGetRemotePEDVectorStatus, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulStatus));
-        AddNumberAt(command, pulStatus);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetRemotePEDVectorStatus, rv, slotID, pulStatus);
 }
 
 void ConfigureRemotePEDCmdStart(CK_SLOT_ID slotID, CK_CHAR_PTR pHostName, CK_ULONG ulPort, CK_ULONG_PTR) {
@@ -71,31 +57,16 @@ void DismantleRemotePEDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulPedId) {
     command.Capture();
 }
 
-void DismantleRemotePEDCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) {
-    CommandDescriptor command(kCmdDismantleRemotePED, kEnd, rv);
-    command.Capture();
-}
+void DismantleRemotePEDCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) { CaptureResult(kCmdDismantleRemotePED, rv); }
 
 void SpRawReadCmdStart(CK_SLOT_ID slotID, CK_VOID_PTR pData) {
-    CommandDescriptor command(kCmdSpRawRead, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pData));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdSpRawRead, slotID, {pData});
 }
 
-void SpRawReadCmdEnd(CK_RV rv, CK_SLOT_ID, CK_VOID_PTR) {
-    CommandDescriptor command(kCmdSpRawRead, kEnd, rv);
-    command.Capture();
-}
+void SpRawReadCmdEnd(CK_RV rv, CK_SLOT_ID, CK_VOID_PTR) { CaptureResult(kCmdSpRawRead, rv); }
 
 void SpRawWriteCmdStart(CK_SLOT_ID slotID, CK_VOID_PTR pData) {
-    CommandDescriptor command(kCmdSpRawWrite, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pData));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdSpRawWrite, slotID, {pData});
 }
 
-void SpRawWriteCmdEnd(CK_RV rv, CK_SLOT_ID, CK_VOID_PTR) {
-    CommandDescriptor command(kCmdSpRawWrite, kEnd, rv);
-    command.Capture();
-}
+void SpRawWriteCmdEnd(CK_RV rv, CK_SLOT_ID, CK_VOID_PTR) { CaptureResult(kCmdSpRawWrite, rv); }

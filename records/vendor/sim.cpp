@@ -1,5 +1,6 @@
 // Records of masked objects and of keys that are stored outside the token.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
@@ -37,6 +38,14 @@ void AddByteStrings(CommandDescriptor& command, CK_ULONG count, CK_BYTE_PTR* str
     ForEachByteString(count, strings, lengths, [&](const void* string, CK_ULONG length) {
         command.AddDescriptor(child(string, length, label));
     });
+}
+
+void CaptureSessionAndMechanism(CommandType type, CK_SESSION_HANDLE session, const CK_MECHANISM* mechanism) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Number(session));
+    command.AddDescriptor(Pointer(mechanism));
+    if (mechanism != nullptr) command.AddDescriptor(Mechanism(mechanism));
+    command.Capture();
 }
 
 }  // namespace
@@ -79,13 +88,7 @@ void InsertMaskedObjectCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR
 
 void InsertMaskedObjectCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR phObject,
                               CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdInsertMaskedObject, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(phObject));
-        if (phObject != nullptr) command.AddDescriptor(Object(ValueAt(phObject)));
-    }
-    command.Capture();
+    CaptureObjectOfSession(kCmdInsertMaskedObject, rv, hSession, phObject);
 }
 
 void MultisignValueCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMaskedKey, CK_ULONG ulMaskedKeyLen,
@@ -102,14 +105,7 @@ void MultisignValueCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMaskedKey, 
 
 void MultisignValueCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR*, CK_ULONG,
                           CK_ULONG_PTR, CK_BYTE_PTR pSignature, CK_ULONG_PTR pulSignatureLen) {
-    CommandDescriptor command(kCmdMultisignValue, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pSignature));
-        AddNumberAt(command, pulSignatureLen);
-        AddBytes(command, pSignature, ValueAt(pulSignatureLen));
-    }
-    command.Capture();
+    CaptureMeasuredBufferOfSession(kCmdMultisignValue, rv, hSession, pSignature, pulSignatureLen);
 }
 
 void SIMExtractCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulHandleCount, CK_OBJECT_HANDLE_PTR phObjects,
@@ -210,11 +206,7 @@ void SIMMultiSignCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_ULONG
 }
 
 void ExtractCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
-    CommandDescriptor command(kCmdExtract, kStart, 0);
-    command.AddDescriptor(Number(hSession));
-    command.AddDescriptor(Pointer(pMechanism));
-    if (pMechanism != nullptr) command.AddDescriptor(Mechanism(pMechanism));
-    command.Capture();
+    CaptureSessionAndMechanism(kCmdExtract, hSession, pMechanism);
 }
 
 void ExtractCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
@@ -228,14 +220,7 @@ void ExtractCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMecha
 }
 
 void InsertCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
-    CommandDescriptor command(kCmdInsert, kStart, 0);
-    command.AddDescriptor(Number(hSession));
-    command.AddDescriptor(Pointer(pMechanism));
-    if (pMechanism != nullptr) command.AddDescriptor(Mechanism(pMechanism));
-    command.Capture();
+    CaptureSessionAndMechanism(kCmdInsert, hSession, pMechanism);
 }
 
-void InsertCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR) {
-    CommandDescriptor command(kCmdInsert, kEnd, rv);
-    command.Capture();
-}
+void InsertCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR) { CaptureResult(kCmdInsert, rv); }

@@ -1,16 +1,13 @@
 // Records of tokens: inserting, erasing, storing, counting.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
 void FindAdminSlotForSlotCmdStart(CK_SLOT_ID slotID, CK_SLOT_ID_PTR pAdminSlotID,
                                   CK_SLOT_ID_PTR pOtherSlotID) {
-    CommandDescriptor command(kCmdFindAdminSlotForSlot, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pAdminSlotID));
-    command.AddDescriptor(Pointer(pOtherSlotID));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdFindAdminSlotForSlot, slotID, {pAdminSlotID, pOtherSlotID});
 }
 
 void FindAdminSlotForSlotCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_SLOT_ID_PTR pAdminSlotID,
@@ -35,8 +32,7 @@ void TokenInsertCmdStart(CK_SESSION_HANDLE hSession, CK_VOID_PTR pTokenHandle, C
 }
 
 void TokenInsertCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_VOID_PTR, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdTokenInsert, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdTokenInsert, rv);
 }
 
 void TokenInsertNoAuthCmdStart(CK_VOID_PTR pTokenHandle, CK_SLOT_ID slotID) {
@@ -46,84 +42,44 @@ void TokenInsertNoAuthCmdStart(CK_VOID_PTR pTokenHandle, CK_SLOT_ID slotID) {
     command.Capture();
 }
 
-void TokenInsertNoAuthCmdEnd(CK_RV rv, CK_VOID_PTR, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdTokenInsertNoAuth, kEnd, rv);
-    command.Capture();
-}
+void TokenInsertNoAuthCmdEnd(CK_RV rv, CK_VOID_PTR, CK_SLOT_ID) { CaptureResult(kCmdTokenInsertNoAuth, rv); }
 
 void TokenZeroizeCmdStart(CK_SLOT_ID slotID, CK_FLAGS flags, CK_ULONG ulOption) {
-    CommandDescriptor command(kCmdTokenZeroize, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Flags(flags));
-    command.AddDescriptor(Number(ulOption));
-    command.Capture();
+    CaptureSlotFlagsAndNumber(kCmdTokenZeroize, slotID, flags, ulOption);
 }
 
-void TokenZeroizeCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) {
-    CommandDescriptor command(kCmdTokenZeroize, kEnd, rv);
-    command.Capture();
-}
+void TokenZeroizeCmdEnd(CK_RV rv, CK_SLOT_ID, CK_FLAGS, CK_ULONG) { CaptureResult(kCmdTokenZeroize, rv); }
 
 void TokenDeleteCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdTokenDelete, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    CaptureSessionAndSlot(kCmdTokenDelete, hSession, slotID);
 }
 
-void TokenDeleteCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdTokenDelete, kEnd, rv);
-    command.Capture();
-}
+void TokenDeleteCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID) { CaptureResult(kCmdTokenDelete, rv); }
 
 void GenerateTokenKeysCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdGenerateTokenKeys, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdGenerateTokenKeys, hSession);
 }
 
-void GenerateTokenKeysCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdGenerateTokenKeys, kEnd, rv);
-    command.Capture();
-}
+void GenerateTokenKeysCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdGenerateTokenKeys, rv); }
 
-void GetTokenCertificateInfoCmdStart(CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdGetTokenCertificateInfo, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
-}
+void GetTokenCertificateInfoCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdGetTokenCertificateInfo, slotID); }
 
-void GetTokenCertificateInfoCmdEnd(CK_RV rv, CK_SLOT_ID) {
-    CommandDescriptor command(kCmdGetTokenCertificateInfo, kEnd, rv);
-    command.Capture();
-}
+void GetTokenCertificateInfoCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdGetTokenCertificateInfo, rv); }
 
 void SetTokenCertificateSignatureCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdSetTokenCertificateSignature, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdSetTokenCertificateSignature, hSession);
 }
 
 void SetTokenCertificateSignatureCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdSetTokenCertificateSignature, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSetTokenCertificateSignature, rv);
 }
 
 void GetTokenInsertionCountCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulCount) {
-    CommandDescriptor command(kCmdGetTokenInsertionCount, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulCount));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetTokenInsertionCount, slotID, {pulCount});
 }
 
 void GetTokenInsertionCountCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulCount) {
-    CommandDescriptor command(kCmdGetTokenInsertionCount, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulCount));
-        AddNumberAt(command, pulCount, "cnt=");
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetTokenInsertionCount, rv, slotID, pulCount, "cnt=");
 }
 
 void GetTokenCertificatesCmdStart(CK_SLOT_ID slotID, CK_ULONG ulCertificateType, CK_BYTE_PTR pCertificates,
@@ -182,25 +138,15 @@ void WriteCommonStoreCmdStart(CK_ULONG ulIndex, CK_BYTE_PTR pData, CK_ULONG ulDa
 }
 
 void WriteCommonStoreCmdEnd(CK_RV rv, CK_ULONG, CK_BYTE_PTR, CK_ULONG) {
-    CommandDescriptor command(kCmdWriteCommonStore, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdWriteCommonStore, rv);
 }
 
 void GetTunnelSlotNumberCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulTunnelSlot) {
-    CommandDescriptor command(kCmdGetTunnelSlotNumber, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulTunnelSlot));
-    command.Capture();
+    CaptureSlotAndPointers(kCmdGetTunnelSlotNumber, slotID, {pulTunnelSlot});
 }
 
 void GetTunnelSlotNumberCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTunnelSlot) {
-    CommandDescriptor command(kCmdGetTunnelSlotNumber, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulTunnelSlot));
-        AddNumberAt(command, pulTunnelSlot);
-    }
-    command.Capture();
+    CaptureNumberOfSlot(kCmdGetTunnelSlotNumber, rv, slotID, pulTunnelSlot);
 }
 
 void EnableUnauthTokenInsertionCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMaximum,
@@ -256,6 +202,5 @@ void DisableUnauthTokenInsertionCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ul
 }
 
 void DisableUnauthTokenInsertionCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdDisableUnauthTokenInsertion, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdDisableUnauthTokenInsertion, rv);
 }

@@ -1,8 +1,42 @@
 // Records of sessions, applications and secondary slots.
 
+#include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
+
+namespace {
+
+void CaptureApplicationOfContainer(CommandType type, CK_SLOT_ID slot, CK_ULONG container, CK_ULONG idHigh,
+                                   CK_ULONG idLow) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Slot(slot));
+    command.AddDescriptor(Number(container, "Container Number"));
+    command.AddDescriptor(Number(idHigh));
+    command.AddDescriptor(Number(idLow));
+    command.Capture();
+}
+
+void CaptureSessionSlotAndNumber(CommandType type, CK_SESSION_HANDLE session, CK_SLOT_ID slot,
+                                 CK_ULONG number) {
+    CommandDescriptor command(type, kStart, 0);
+    command.AddDescriptor(Session(session));
+    command.AddDescriptor(Slot(slot));
+    command.AddDescriptor(Number(number));
+    command.Capture();
+}
+
+void CaptureSlotOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const CK_SLOT_ID* slot) {
+    CommandDescriptor command(type, kEnd, rv);
+    if (ShowsOutputs(rv)) {
+        command.AddDescriptor(Session(session));
+        command.AddDescriptor(Pointer(slot));
+        if (slot != nullptr) command.AddDescriptor(Slot(ValueAt(slot)));
+    }
+    command.Capture();
+}
+
+}  // namespace
 
 void OpenSessionCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_FLAGS flags,
                          CK_VOID_PTR pApplication, CK_NOTIFY, CK_SESSION_HANDLE_PTR) {
@@ -29,17 +63,12 @@ void OpenSessionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, 
 
 void CloseApplicationIDForContainerCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulIdHigh,
                                             CK_ULONG ulIdLow) {
-    CommandDescriptor command(kCmdCloseApplicationIDForContainer, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "Container Number"));
-    command.AddDescriptor(Number(ulIdHigh));
-    command.AddDescriptor(Number(ulIdLow));
-    command.Capture();
+    CaptureApplicationOfContainer(kCmdCloseApplicationIDForContainer, slotID, ulContainerNumber, ulIdHigh,
+                                  ulIdLow);
 }
 
 void CloseApplicationIDForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdCloseApplicationIDForContainer, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCloseApplicationIDForContainer, rv);
 }
 
 void OpenApplicationIDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulIdHigh, CK_ULONG ulIdLow) {
@@ -51,23 +80,17 @@ void OpenApplicationIDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulIdHigh, CK_ULONG ul
 }
 
 void OpenApplicationIDCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdOpenApplicationID, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdOpenApplicationID, rv);
 }
 
 void OpenApplicationIDForContainerCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulIdHigh,
                                            CK_ULONG ulIdLow) {
-    CommandDescriptor command(kCmdOpenApplicationIDForContainer, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "Container Number"));
-    command.AddDescriptor(Number(ulIdHigh));
-    command.AddDescriptor(Number(ulIdLow));
-    command.Capture();
+    CaptureApplicationOfContainer(kCmdOpenApplicationIDForContainer, slotID, ulContainerNumber, ulIdHigh,
+                                  ulIdLow);
 }
 
 void OpenApplicationIDForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdOpenApplicationIDForContainer, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdOpenApplicationIDForContainer, rv);
 }
 
 void SetApplicationIDCmdStart(CK_ULONG ulIdHigh, CK_ULONG ulIdLow) {
@@ -77,112 +100,64 @@ void SetApplicationIDCmdStart(CK_ULONG ulIdHigh, CK_ULONG ulIdLow) {
     command.Capture();
 }
 
-void SetApplicationIDCmdEnd(CK_RV rv, CK_ULONG, CK_ULONG) {
-    CommandDescriptor command(kCmdSetApplicationID, kEnd, rv);
-    command.Capture();
-}
+void SetApplicationIDCmdEnd(CK_RV rv, CK_ULONG, CK_ULONG) { CaptureResult(kCmdSetApplicationID, rv); }
 
 void GetPrimarySlotCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID_PTR pSlotID) {
-    CommandDescriptor command(kCmdGetPrimarySlot, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pSlotID));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdGetPrimarySlot, hSession, {pSlotID});
 }
 
 void GetPrimarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_SLOT_ID_PTR pSlotID) {
-    CommandDescriptor command(kCmdGetPrimarySlot, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pSlotID));
-        if (pSlotID != nullptr) command.AddDescriptor(Slot(ValueAt(pSlotID)));
-    }
-    command.Capture();
+    CaptureSlotOfSession(kCmdGetPrimarySlot, rv, hSession, pSlotID);
 }
 
 void GetSecondarySlotCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID_PTR pSlotID) {
-    CommandDescriptor command(kCmdGetSecondarySlot, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pSlotID));
-    command.Capture();
+    CaptureSessionAndPointers(kCmdGetSecondarySlot, hSession, {pSlotID});
 }
 
 void GetSecondarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_SLOT_ID_PTR pSlotID) {
-    CommandDescriptor command(kCmdGetSecondarySlot, kEnd, rv);
-    if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pSlotID));
-        if (pSlotID != nullptr) command.AddDescriptor(Slot(ValueAt(pSlotID)));
-    }
-    command.Capture();
+    CaptureSlotOfSession(kCmdGetSecondarySlot, rv, hSession, pSlotID);
 }
 
 void SwitchSecondarySlotCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_ULONG ulInstance) {
-    CommandDescriptor command(kCmdSwitchSecondarySlot, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulInstance));
-    command.Capture();
+    CaptureSessionSlotAndNumber(kCmdSwitchSecondarySlot, hSession, slotID, ulInstance);
 }
 
 void SwitchSecondarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_ULONG) {
-    CommandDescriptor command(kCmdSwitchSecondarySlot, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdSwitchSecondarySlot, rv);
 }
 
 void CloseSecondarySessionCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_ULONG ulInstance) {
-    CommandDescriptor command(kCmdCloseSecondarySession, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulInstance));
-    command.Capture();
+    CaptureSessionSlotAndNumber(kCmdCloseSecondarySession, hSession, slotID, ulInstance);
 }
 
 void CloseSecondarySessionCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_ULONG) {
-    CommandDescriptor command(kCmdCloseSecondarySession, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCloseSecondarySession, rv);
 }
 
 void CloseAllSecondarySessionsCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdCloseAllSecondarySessions, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdCloseAllSecondarySessions, hSession);
 }
 
 void CloseAllSecondarySessionsCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdCloseAllSecondarySessions, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCloseAllSecondarySessions, rv);
 }
 
 void ChoosePrimarySlotCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdChoosePrimarySlot, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdChoosePrimarySlot, hSession);
 }
 
-void ChoosePrimarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdChoosePrimarySlot, kEnd, rv);
-    command.Capture();
-}
+void ChoosePrimarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdChoosePrimarySlot, rv); }
 
 void ChooseSecondarySlotCmdStart(CK_SESSION_HANDLE hSession) {
-    CommandDescriptor command(kCmdChooseSecondarySlot, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    CaptureSession(kCmdChooseSecondarySlot, hSession);
 }
 
-void ChooseSecondarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    CommandDescriptor command(kCmdChooseSecondarySlot, kEnd, rv);
-    command.Capture();
-}
+void ChooseSecondarySlotCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdChooseSecondarySlot, rv); }
 
 void CheckOperationStateCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulOperation) {
-    CommandDescriptor command(kCmdCheckOperationState, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulOperation));
-    command.Capture();
+    CaptureSessionAndNumber(kCmdCheckOperationState, hSession, ulOperation);
 }
 
 void CheckOperationStateCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
-    CommandDescriptor command(kCmdCheckOperationState, kEnd, rv);
-    command.Capture();
+    CaptureResult(kCmdCheckOperationState, rv);
 }

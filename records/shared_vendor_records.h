@@ -1,0 +1,40 @@
+// Records that several of the vendor's functions share, each named after what it shows.
+//
+// CaptureXxxAndYyy writes the start record of the command with these arguments. CaptureXxxOfYyy writes the
+// end record of a command that returns Xxx for a slot or session: after success, and when a buffer was too
+// small, it shows the slot or session, the addresses through which Xxx is returned, and Xxx itself where its
+// address is not null; after any other error it shows the result alone.
+#pragma once
+
+#include <initializer_list>
+
+#include "records/vendor_children.h"
+
+using Addresses = std::initializer_list<const void*>;
+
+// Start records.
+void CaptureSession(CommandType type, CK_SESSION_HANDLE session);
+void CaptureSessionAndNumber(CommandType type, CK_SESSION_HANDLE session, CK_ULONG number);
+void CaptureSessionAndNumbers(CommandType type, CK_SESSION_HANDLE session, CK_ULONG first, CK_ULONG second);
+void CaptureSessionAndObject(CommandType type, CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object);
+void CaptureSessionAndSlot(CommandType type, CK_SESSION_HANDLE session, CK_SLOT_ID slot);
+void CaptureSessionAndPointers(CommandType type, CK_SESSION_HANDLE session, Addresses addresses);
+// Shows the address and the length of the secret, and a mask for the secret itself.
+void CaptureSessionAndSecret(CommandType type, CK_SESSION_HANDLE session, const void* secret,
+                             CK_ULONG length);
+void CaptureSlot(CommandType type, CK_SLOT_ID slot);
+void CaptureSlotAndPointers(CommandType type, CK_SLOT_ID slot, Addresses addresses);
+void CaptureSlotFlagsAndNumber(CommandType type, CK_SLOT_ID slot, CK_FLAGS flags, CK_ULONG number);
+
+// End records.
+void CaptureResult(CommandType type, CK_RV rv);
+void CaptureNumberOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const CK_ULONG* number);
+void CaptureObjectOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session,
+                            const CK_OBJECT_HANDLE* object);
+void CaptureBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const void* buffer,
+                            const CK_ULONG* length);
+// The same with the length itself in place of its address.
+void CaptureMeasuredBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const void* buffer,
+                                    const CK_ULONG* length);
+void CaptureNumberOfSlot(CommandType type, CK_RV rv, CK_SLOT_ID slot, const CK_ULONG* number,
+                         const char* label = nullptr);
