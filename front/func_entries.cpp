@@ -1,7 +1,5 @@
 #include "front/func_entries.h"
 
-#include <iterator>
-
 #include "front/function_classes.h"
 #include "records/vendor_records.h"
 
@@ -14,7 +12,7 @@ void (*Generic(Builder* builder))() {
 
 constexpr unsigned kTypesInOrder[] = {
 #define CA_ROW(Name, Type, ...) Type,
-#define CA_BARE_ROW(Name, Type, ...) Type,
+#define CA_BARE_ROW CA_ROW
 #define CA_GAP_ROW(Type) Type,
 #include "front/functions.def"
 };
@@ -26,13 +24,13 @@ constexpr bool TypesAreConsecutive() {
     }
     return true;
 }
-static_assert(TypesAreConsecutive() && std::size(kTypesInOrder) == kFuncEntryCount);
+static_assert(TypesAreConsecutive());
 
 }  // namespace
 
 FuncEntry funcEntries[kFuncEntryCount] = {
 #define CA_ROW(Name, Type, Class, Level, ...) {Class, Level, Generic(Name##CmdStart), Generic(Name##CmdEnd)},
-#define CA_BARE_ROW(Name, Type, Class, Level) {Class, Level, Generic(Name##CmdStart), Generic(Name##CmdEnd)},
+#define CA_BARE_ROW CA_ROW
 #define CA_GAP_ROW(Type) {QUORVANTH_FUNC, 4, nullptr, nullptr},
 #include "front/functions.def"
 };

@@ -4,14 +4,12 @@
 #include "front/vendor_call.h"
 #include "records/vendor_records.h"
 
-#define LOGGED(Name, Type)                                                                  \
-    VendorCall<decltype(Name##CmdStart)>::Logged(EntryOf(Type), &CryptokiBridge::CA_##Name, \
-                                                 {VENDOR_ARGUMENTS})
-
-#define CA_ROW(Name, Type, ...) \
-    CK_RV CA_##Name(VENDOR_PARAMETERS) { return LOGGED(Name, Type); }
-#define CA_BARE_ROW(Name, Type, ...) \
-    CK_RV CA_##Name(VENDOR_PARAMETERS) { return LOGGED(Name, Type); }
+#define CA_ROW(Name, Type, ...)                                                                        \
+    CK_RV CA_##Name(VENDOR_PARAMETERS) {                                                               \
+        return VendorCall<decltype(Name##CmdStart)>::Logged(EntryOf(Type), &CryptokiBridge::CA_##Name, \
+                                                            {VENDOR_ARGUMENTS});                       \
+    }
+#define CA_BARE_ROW CA_ROW
 #include "front/functions.def"
 
 // Never logged. A null argument is answered before anything is started, with the code of CKR_DATA_INVALID and

@@ -116,6 +116,21 @@ TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
     }
 }
 
+TEST(FuncEntries, AreOneForEachTypeOfTheVendor) {
+    EXPECT_EQ(sizeof funcEntries / sizeof *funcEntries, 228U);
+    EXPECT_EQ(kFirstEntryType, 52U);
+}
+
+// Calls are never made through these.
+TEST(FuncEntries, OfTypesWithoutAFunctionHaveNoBuilders) {
+    for (const unsigned type : {145U, 146U}) {
+        EXPECT_EQ(EntryOf(type).classBit, 0x40000);
+        EXPECT_EQ(EntryOf(type).minLevel, 4);
+        EXPECT_EQ(EntryOf(type).start, nullptr);
+        EXPECT_EQ(EntryOf(type).end, nullptr);
+    }
+}
+
 TEST(FuncEntries, FollowTheOrderOfTheList) {
     ASSERT_EQ(&EntryOf(vendorRows.front().type), &funcEntries[0]);
     ASSERT_EQ(&EntryOf(vendorRows.back().type), &funcEntries[kFuncEntryCount - 1]);
