@@ -1,0 +1,46 @@
+// An application that may have more rights than its caller: raised_privileges_probe LIBRARY [drop]
+//
+// Makes one call of the library and prints, a line each: whether the system says that the process has rights
+// its caller lacks (1 or 0), and every configuration file that is opened. With "drop" it first gives up those
+// rights.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <p11-kit/pkcs11.h>
+#include <unistd.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <string_view>
+
+#if defined(__FreeBSD__)
+static bool IsSecure() { return issetugid() != 0; }
+#else
+#include <sys/auxv.h>
+static bool IsSecure() { return getauxval(AT_SECURE) != 0; }
+#endif
+
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
+// No search for leaks: that traces the process, which a set-user-ID program does not allow.
+EXPORTED const char* __asan_default_options() { return "detect_leaks=0"; }
+
+// The library's files are opened through this.
+EXPORTED int open(const char* path, int access, ...) {
+    va_list rest;
+    va_start(rest, access);
+    const mode_t mode = (access & O_CREAT) != 0 ? static_cast<mode_t>(va_arg(rest, int)) : 0;
+    va_end(rest);
+    if (std::string_view(path).ends_with("/Wendrafil.conf")) std::puts(path);
+    return openat(AT_FDCWD, path, access, mode);
+}
+
+int main(int count, char** arguments) {
+    std::printf("%d\n", IsSecure() ? 1 : 0);
+    if (count > 2 && (setgid(getgid()) != 0 || setuid(getuid()) != 0)) return 2;
+    void* const library = dlopen(arguments[1], RTLD_NOW);
+    if (library == nullptr) return 3;
+    const auto logout = reinterpret_cast<CK_C_Logout>(dlsym(library, "C_Logout"));
+    logout(1);
+    return 0;
+}
