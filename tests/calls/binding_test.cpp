@@ -174,6 +174,17 @@ TEST_F(Binding, AnnouncesAMissingFunctionAndForwardsTheOthers) {
     EXPECT_EQ(EverythingBut({"CA_PerformSelfTest"}), Forwarded());
 }
 
+TEST_F(Binding, LetsAMissingFunctionBeLoggedWithItsResult) {
+    UseTarget("scripted_target_without_self_test");
+    OutputOfStart();
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("CA_PerformSelfTest", 0));
+    EXPECT_EQ(WithIds(R"(
+
+10:15:30 <id>:STRTPerformSelfTest {}
+10:15:30 <id>:FINIPerformSelfTest ***CKR_FUNCTION_NOT_SUPPORTED***12345clks {})"),
+              Log());
+}
+
 TEST_F(Binding, AnnouncesMissingDualFunctions) {
     UseTarget("scripted_target_without_dual_functions");
     EXPECT_EQ(Announced(kDualFunctions), OutputOfStart());

@@ -156,6 +156,48 @@ TEST_F(FunctionList, OfTheVendorIsACopyWhenTheTargetsCannotBeWritten) {
     EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(static_cast<TargetWord*>(list)));
     ExpectVendorVersion(static_cast<TargetWord*>(list));
     EXPECT_EQ(Names{}, OwnFunctionsIn(static_cast<TargetWord*>(targetsList)));
+    EXPECT_EQ(list, VendorList());
+}
+
+TEST_F(FunctionList, OfTheVendorStaysSoWhenAskedForAgain) {
+    TargetWord* const list = VendorList();
+    EXPECT_EQ(list, VendorList());
+    EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(list));
+}
+
+TEST_F(FunctionList, OfTheVendorLeadsToLoggedCalls) {
+    const TargetWord* const list = VendorList();
+    const std::size_t place = kVendorFunctions.size();
+    ASSERT_EQ("CA_PerformSelfTest", kVendorFunctions[place - 1]);
+    EXPECT_EQ(CKR_OK, reinterpret_cast<CK_RV (*)()>(list[place])());
+    EXPECT_EQ(WithIds(R"(
+
+10:15:30 <id>:STRTPerformSelfTest {}
+10:15:30 <id>:FINIPerformSelfTest CKR_OK12345clks {})"),
+              Log());
+    EXPECT_EQ("CA_PerformSelfTest", script.received.back().function);
+}
+
+TEST_F(FunctionList, OfTheVendorMayBeMissingAfterSuccess) {
+    void* list = nullptr;
+    script.answer = [&] { list = nullptr; };
+    EXPECT_EQ(CKR_OK, Exported<GetVendorList>("CA_GetFunctionList")(&list));
+    EXPECT_EQ(nullptr, list);
+}
+
+TEST_F(FunctionList, OfTheVendorIsNoneWhenTheTargetHasNone) {
+    Set("LibUNIX64", TargetNamed("scripted_target_without_functions"));
+    void* list = this;
+    testing::internal::CaptureStdout();  // in which every function is announced
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, Exported<GetVendorList>("CA_GetFunctionList")(&list));
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(this, list);
+}
+
+TEST_F(FunctionList, OfTheVendorOfAReloadedTargetIsFilledAgain) {
+    VendorList();
+    Restart();
+    EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(VendorList()));
 }
 
 TEST_F(FunctionList, OfTheVendorStaysTheTargetsWhenTheTargetFails) {

@@ -24,6 +24,16 @@ protected:
         return Log();
     }
 
+    void SelfTest(int calls) {
+        for (int i = 0; i < calls; ++i) CallWith("CA_PerformSelfTest", 0);
+    }
+    std::string LogOfSelfTest() {
+        ClearLog();
+        RestartClock();
+        SelfTest(1);
+        return Log();
+    }
+
     const std::string kStart = WithIds("\n\n10:15:30 <id>:STRTLogout {Sesn=81 }");
     const std::string kEnd = WithIds("\n10:15:30 <id>:FINILogout CKR_OK12345clks {}");
 };
@@ -54,6 +64,23 @@ TEST_F(MaskRereading, BetweenTheRecordsOfACallLeavesItOneOfThem) {
     Logout(249);
     SetMask("SESSION_FUNC");
     EXPECT_EQ(kEnd, LogOfLogout());  // 999 and 1000
+}
+
+TEST_F(MaskRereading, LeavesACallOfTheVendorBothRecordsOrNone) {
+    const std::string both = WithIds(R"(
+
+10:15:30 <id>:STRTPerformSelfTest {}
+10:15:30 <id>:FINIPerformSelfTest CKR_OK12345clks {})");
+    SetMask("QUORVANTH_FUNC");
+    Load();
+    SelfTest(499);  // queries 0 to 498
+    SetMask("GEN_FUNC");
+    EXPECT_EQ(both, LogOfSelfTest());  // 499
+    EXPECT_EQ("", LogOfSelfTest());    // 500
+    SelfTest(498);
+    SetMask("QUORVANTH_FUNC");
+    EXPECT_EQ("", LogOfSelfTest());    // 999
+    EXPECT_EQ(both, LogOfSelfTest());  // 1000
 }
 
 TEST_F(MaskRereading, LeavesTheCountAloneWhenTheLibraryStartsAgain) {
