@@ -174,7 +174,7 @@ Command(GetModuleInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 TEST_P(VendorRecords, EveryPinIsTheSameMask) {
     const std::string pin(100, 'p');
     auto* const pPin = TextAt(0x12345140, pin);
-    for (const CK_ULONG ulPinLen : {0, 3, 100}) {
+    for (const CK_ULONG ulPinLen : {0UL, 3UL, 100UL}) {
         const std::string length = std::to_string(ulPinLen);
         const std::string hexLength = ulPinLen == 100 ? "64" : length;
         Call("CA_ResetPIN", hSession, pPin, ulPinLen);
