@@ -151,6 +151,26 @@ const std::vector<SecretArgument>* SecretsOf(const std::string& function) {
     return nullptr;
 }
 
+struct FunctionParameters {
+    std::string function;
+    std::string parameters;  // "(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen)"
+};
+const std::vector<FunctionParameters> kParameters = {
+#define C_EVERY_ROW(Name, Class, Parameters, Arguments) {"C_" #Name, #Parameters},
+#define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) {"CA_" #Name, #Parameters},
+#include "front/functions.def"
+};
+
+// Whether a parameter's name ends as those of secrets do.
+bool NamesASecret(const std::string& parameters) {
+    for (const std::string ending : {"Pin", "Password", "Domain", "Kev", "Secret", "Secrets"}) {
+        for (const char* separator : {",", ")"}) {
+            if (parameters.find(ending + separator) != parameters.npos) return true;
+        }
+    }
+    return false;
+}
+
 std::size_t CountOf(const std::string& part, const std::string& text) {
     std::size_t count = 0;
     for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + part.size())) ++count;
@@ -250,6 +270,21 @@ TEST(SecretArguments, HaveARowForEachFunction) {
     Names functions = kStandardFunctions;
     functions.insert(functions.end(), kVendorFunctions.begin(), kVendorFunctions.end());
     EXPECT_EQ(Sorted(functions), Sorted(rows));
+}
+
+TEST(SecretArguments, AreWhereNamesOfParametersSaySo) {
+    // They move the key of the audit log from token to token, and their records show it.
+    const Names shown = {"CA_LogImportSecret", "CA_LogExportSecret"};
+    Names expected;
+    for (const FunctionSecrets& row : kSecretArguments) {
+        if (!row.secrets.empty()) expected.push_back(row.function);
+    }
+    expected.insert(expected.end(), shown.begin(), shown.end());
+    Names named;
+    for (const FunctionParameters& row : kParameters) {
+        if (NamesASecret(row.parameters)) named.push_back(row.function);
+    }
+    EXPECT_EQ(Sorted(expected), Sorted(named));
 }
 
 TEST_F(SecretsInCalls, AreNotWrittenInTheNewFormat) { ExpectNoSecretInLogOf("1"); }
