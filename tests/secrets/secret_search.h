@@ -1,15 +1,17 @@
 // Finds planted secrets (see planted_secret.h) in what was written.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tests/secrets/planted_secret.h"
@@ -30,19 +32,20 @@ namespace secret_search {
 
 enum class Kind { kNone, kLetter, kMark };
 
-inline Kind KindOf(unsigned char byte) {
-    const char character = static_cast<char>(byte);
-    if (kSecretLetters.find(character) != std::string_view::npos) return Kind::kLetter;
-    if (kSecretMarks.find(character) != std::string_view::npos) return Kind::kMark;
-    return Kind::kNone;
-}
+// Of each byte.
+inline constexpr std::array<Kind, 256> kKinds = [] {
+    std::array<Kind, 256> kinds{};
+    for (const char letter : kSecretLetters) kinds[static_cast<unsigned char>(letter)] = Kind::kLetter;
+    for (const char mark : kSecretMarks) kinds[static_cast<unsigned char>(mark)] = Kind::kMark;
+    return kinds;
+}();
 
 // Counts bytes that go on as a secret does.
 class Run {
 public:
     // The number of bytes in a row, up to this one, that may be of a secret.
     std::size_t Add(unsigned char byte) {
-        const Kind kind = KindOf(byte);
+        const Kind kind = kKinds[byte];
         length = kind == Kind::kNone ? 0 : kind == last ? 1 : length + 1;
         last = kind;
         return length;
@@ -134,8 +137,9 @@ inline std::vector<std::string> FilesWithSecrets(const std::filesystem::path& pl
     std::error_code error;
     const auto search = [&](const fs::path& path) {
         if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestLog) return;
-        std::ifstream file(path, std::ios::binary);
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        std::ostringstream contents;
+        contents << std::ifstream(path, std::ios::binary).rdbuf();
+        const std::string text = std::move(contents).str();
         if (text.starts_with("\x7f"
                              "ELF"))
             return;
