@@ -47,7 +47,9 @@ int CryptokiBridge::SetFunctionPointer(Slot* slot, void* address) {
 void* CryptokiBridge::GetSymbolAddressSilent(void* handle, const char* name, unsigned silent) {
     void* address = nullptr;
     LoadDynamicFunctionSilent(handle, name, &address, silent);
-    return IsInOwnImage(address) ? nullptr : address;
+    if (!IsInOwnImage(address)) return address;
+    if (silent == 0) AnnounceMissingFunction(name);
+    return nullptr;
 }
 
 int CryptokiBridge::Connect(const char* path) {

@@ -22,9 +22,11 @@ int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, un
     if (name == nullptr || address == nullptr) return 0;
     *address = dlsym(handle, name);
     if (*address != nullptr) return 1;
-    if (silent == 0) std::printf("Failed to load function '%s'.\n", name);
+    if (silent == 0) AnnounceMissingFunction(name);
     return 0;
 }
+
+void AnnounceMissingFunction(const char* name) { std::printf("Failed to load function '%s'.\n", name); }
 
 int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length) {
     if (buffer == nullptr || length == nullptr) return 0;

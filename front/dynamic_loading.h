@@ -13,6 +13,9 @@ int UnloadDynamicLibrary(void* handle);
 // unless `silent` is non-zero. Null `name` or `address` fail.
 int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, unsigned silent);
 
+// The line on standard output.
+void AnnounceMissingFunction(const char* name);
+
 // The loader's text about the latest failure, or "Error during dlerror() call" when it has none. `size`
 // counts the terminator. A text that leaves room for it is copied and `*length` becomes its length; of any
 // other, `size` bytes are copied, the last made NUL, and `*length` becomes `size`; kept, a text of `size`

@@ -2,17 +2,13 @@
 
 #include <cstring>
 
-#include "front/orma_mutex.h"
+#include "front/record_lock.h"
 #include "front/vendor_exports.h"
 #include "util/host_shield.h"
 #include "util/readable_memory.h"
-#include "util/undestroyed.h"
 #include "util/writable_memory.h"
 
 namespace {
-
-// Two threads may ask for the lists at once.
-Undestroyed<OrmaMutex> listMutex;
 
 void PutOwnEntryPoints(CK_FUNCTION_LIST& list) {
 #define C_EVERY_ROW(Name, ...) list.C_##Name = C_##Name;
@@ -30,7 +26,8 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
     if (rv != CKR_OK || result == nullptr || *result == nullptr) return rv;
 
     BehindHostShield([result] {
-        const OrmaLock lock(listMutex.object);
+        // Two threads may ask for the lists at once, and a third one fork.
+        const OrmaLock lock(*pCkLogMutex.load(std::memory_order_acquire));
         List own = {};
         own.version = (*result)->version;
         PutOwnEntryPoints(own);
