@@ -1,8 +1,11 @@
 #include "util/lasting_memory.h"
 
 #include <pthread.h>
-#include <sys/auxv.h>
 #include <unistd.h>
+
+#if defined(__linux__)
+#include <sys/auxv.h>
+#endif
 
 namespace {
 
@@ -13,23 +16,17 @@ constexpr std::uintptr_t kNearbyStack = 64 * 1024;
 
 std::uintptr_t AddressOf(const void* pointer) { return reinterpret_cast<std::uintptr_t>(pointer); }
 
-std::uintptr_t FirstAddressOfProgram() {
-#if defined(__FreeBSD__)
-    void* headers = nullptr;
-    elf_aux_info(AT_PHDR, &headers, sizeof headers);
-    return AddressOf(headers);
-#else
-    return getauxval(AT_PHDR);
-#endif
-}
-
+#if defined(__linux__)
 // The heap follows the program's image. Where the system loads a program by other ways, the two are far apart
 // or the other way round, and what lies between is not believed to last.
 bool IsInProgramOrHeap(std::uintptr_t page) {
-    static const std::uintptr_t begin = FirstAddressOfProgram() & ~(kPageSize - 1);
-    if (page < begin) return false;
-    return page < AddressOf(sbrk(0));
+    static const std::uintptr_t begin = getauxval(AT_PHDR) & ~(kPageSize - 1);
+    return page >= begin && page < AddressOf(sbrk(0));
 }
+#else
+// FreeBSD tells nobody where the program begins, and its heap is mapped as it goes.
+bool IsInProgramOrHeap(std::uintptr_t) { return false; }
+#endif
 
 // The frames above this one are in use. A thread's stack may end nearby; the GNU C library keeps what
 // describes the thread at that end.
