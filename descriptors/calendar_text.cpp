@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::size_t kTimeLength = sizeof "10:15:30" - 1;
-constexpr std::size_t kCalendarLength = sizeof "Sun Nov 15 10:15:30 2026" - 1;
+constexpr std::size_t kTimeBegin = sizeof "Sun Nov 15 " - 1;
 
 // The calendar is worked out once in a second: asking the C library for it costs as much as writing a record.
 struct {
@@ -46,5 +46,5 @@ CalendarText CurrentCalendarText() {
     const char* const zone = named != nullptr ? named : "\n";  // no zone has this name
     if (!IsRemembered(second, zone)) Remember(second, zone);
     const std::string_view calendar(remembered.text, remembered.length);
-    return {calendar.substr(kCalendarLength - sizeof "10:15:30 2026" + 1, kTimeLength), calendar};
+    return {calendar.substr(kTimeBegin, kTimeLength), calendar};
 }

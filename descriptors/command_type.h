@@ -49,12 +49,12 @@ enum CommandType : std::uint32_t {
     kDeriveKey = 41,
     kSeedRandom = 42,
     kGenerateRandom = 43,
+    kGetFunctionStatus = 44,  // has no name in the log
+    kCancelFunction = 45,     // has no name in the log
     kDigestEncrypt = 46,
     kDecryptDigest = 47,
     kSignEncrypt = 48,
     kDecryptVerify = 49,
-    kGetFunctionStatus = 44,  // has no name in the log
-    kCancelFunction = 45,     // has no name in the log
     kPerformSelfTest = 50,    // has no name in the log
     kVendorCommands = 51,
 };

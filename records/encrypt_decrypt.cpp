@@ -5,9 +5,12 @@
 
 namespace {
 
-// The labels below say "pus" for a "pul" argument, and those of the update call lack the closing "="; kept,
-// they are part of the format.
-CK_ULONG Address(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
+// They say "pus" for a "pul" argument, and those of the update call lack the closing "="; kept, they are part
+// of the format.
+constexpr const char* kEncryptedDataLenAddress = "pusEncryptedDataLen=";
+constexpr const char* kEncryptedDataLen = "*pusEncryptedDataLen=";
+constexpr const char* kEncryptedPartLenAddress = "pusEncryptedPartLen";
+constexpr const char* kEncryptedPartLen = "*pusEncryptedPartLen";
 
 }  // namespace
 
@@ -32,8 +35,8 @@ void EncryptStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulData
     CommandDescriptor command(kEncrypt, kStart, 0);
     command.AddDescriptor(Session(hSession));
     command.AddDescriptor(Bytes(pData, ulDataLen));
-    command.AddDescriptor(HexNumber(Address(pulEncryptedDataLen), "pusEncryptedDataLen="));
-    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedDataLen), "*pusEncryptedDataLen="));
+    command.AddDescriptor(HexNumber(AddressOf(pulEncryptedDataLen), kEncryptedDataLenAddress));
+    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedDataLen), kEncryptedDataLen));
     command.Capture();
 }
 
@@ -42,8 +45,8 @@ void EncryptEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR 
     if (!IsLogged(kEverything)) return;
     CommandDescriptor command(kEncrypt, kEnd, rv);
     command.AddDescriptor(Bytes(pEncryptedData, ValueAt(pulEncryptedDataLen)));
-    command.AddDescriptor(HexNumber(Address(pulEncryptedDataLen), "pusEncryptedDataLen="));
-    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedDataLen), "*pusEncryptedDataLen="));
+    command.AddDescriptor(HexNumber(AddressOf(pulEncryptedDataLen), kEncryptedDataLenAddress));
+    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedDataLen), kEncryptedDataLen));
     command.Capture();
 }
 
@@ -53,8 +56,8 @@ void EncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG 
     CommandDescriptor command(kEncrypt, kUpdate, kStart, 0);
     command.AddDescriptor(Session(hSession));
     command.AddDescriptor(Bytes(pPart, ulPartLen));
-    command.AddDescriptor(HexNumber(Address(pulEncryptedPartLen), "pusEncryptedPartLen"));
-    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedPartLen), "*pusEncryptedPartLen"));
+    command.AddDescriptor(HexNumber(AddressOf(pulEncryptedPartLen), kEncryptedPartLenAddress));
+    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
     command.Capture();
 }
 
@@ -63,8 +66,8 @@ void EncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYT
     if (!IsLogged(kEverything)) return;
     CommandDescriptor command(kEncrypt, kUpdate, kEnd, rv);
     if (pEncryptedPart == nullptr || rv == CKR_BUFFER_TOO_SMALL) {
-        command.AddDescriptor(HexNumber(Address(pulEncryptedPartLen), "pusEncryptedPartLen"));
-        command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedPartLen), "*pusEncryptedPartLen"));
+        command.AddDescriptor(HexNumber(AddressOf(pulEncryptedPartLen), kEncryptedPartLenAddress));
+        command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
     } else {
         command.AddDescriptor(Bytes(pEncryptedPart, ValueAt(pulEncryptedPartLen)));
     }

@@ -33,6 +33,9 @@ Number ValueAt(const Number* pointer) {
     return value;
 }
 
+// A pointer as the number that it is.
+inline CK_ULONG AddressOf(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
+
 // Who a call is about.
 AbstractDescriptor* Session(CK_SESSION_HANDLE session);
 AbstractDescriptor* Slot(CK_SLOT_ID slot);

@@ -6,8 +6,6 @@
 // Whether an end record shows more than the result: after success, and when a buffer was too small.
 inline bool ShowsOutputs(CK_RV rv) { return rv == CKR_OK || rv == CKR_BUFFER_TOO_SMALL; }
 
-inline CK_ULONG AddressOf(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
-
 // Each adds what stands behind a pointer, and nothing for a null pointer.
 void AddNumberAt(CommandDescriptor& command, const CK_ULONG* number, const char* label = nullptr);
 void AddBytes(CommandDescriptor& command, const void* bytes, CK_ULONG length, const char* label = nullptr);
