@@ -8,9 +8,11 @@
 
 #include "config/entry_lookup.h"
 #include "config/file_text.h"
+#include "util/cache_line.h"
 #include "util/environment.h"
 
-std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};
+// Threads count here in every call; nothing that they only read should be on its cache line.
+alignas(kCacheLine) std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};
 std::atomic<int> WendrafilConfiguration::LibraryType{0};
 char WendrafilConfiguration::server_section[64] = "OrmaSA Server";
 

@@ -2,7 +2,9 @@
 
 #include <cstring>
 
-unsigned AbstractDescriptor::uInstanceCount = 0;
+#include "util/cache_line.h"
+
+alignas(kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
 
 AbstractDescriptor::AbstractDescriptor(const char* ownName) {
     ++uInstanceCount;

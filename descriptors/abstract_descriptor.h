@@ -13,6 +13,7 @@
 #include "descriptors/descriptor_type.h"
 #include "descriptors/log_settings.h"
 #include "descriptors/record_text.h"
+#include "descriptors/tree_memory.h"
 #include "util/append_file.h"
 
 class AbstractDescriptor {
@@ -24,6 +25,9 @@ public:
     virtual ~AbstractDescriptor();
     AbstractDescriptor(const AbstractDescriptor&) = delete;
     AbstractDescriptor& operator=(const AbstractDescriptor&) = delete;
+
+    static void* operator new(std::size_t size) { return TreeMemory::Take(size); }
+    static void operator delete(void* memory, std::size_t size) { TreeMemory::GiveBack(memory, size); }
 
     virtual int Type() const { return kUnknownDescriptor; }
 
@@ -53,9 +57,6 @@ public:
     // Opens the log for appending in place of the one that is open; a failure goes to the error file.
     static void OpenCaptureStream(const unsigned char* path);
     static void CloseCaptureStream();
-
-    // Closes the log without a look at living descriptors and gives its memory back: the library is unloaded.
-    static void ReleaseCapture();
 
     static unsigned uInstanceCount;        // descriptors alive
     static AppendFile& fpCaptureStream;    // the open log, or none

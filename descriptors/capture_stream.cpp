@@ -1,34 +1,26 @@
 // The log that whole records go to.
 
 #include <cstdio>
-#include <utility>
 
 #include "descriptors/abstract_descriptor.h"
 #include "front/error_log.h"
+#include "util/cache_line.h"
 #include "util/undestroyed.h"
 
 namespace {
 
-Undestroyed<AppendFile> captureStream;
-
-// Memory of the last record, kept for the next one. A record that another record interrupts on the same
-// thread finds it taken and brings its own.
-Undestroyed<TextBuffer> spare;
-
-// What one unusually large record needed is given back rather than held for days.
-constexpr std::size_t kLargestSpare = std::size_t{1} << 20;
+alignas(kCacheLine) Undestroyed<AppendFile> captureStream;
 
 }  // namespace
 
 AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object;
-std::atomic<int> AbstractDescriptor::isStreamOpen{0};
+alignas(kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
 
 void AbstractDescriptor::Capture() const {
     if (isStreamOpen.load(std::memory_order_relaxed) == 0) return;
-    RecordText record(std::move(spare.object));
+    RecordText record;
     PrintDescription(record, 0, nullptr);
     fpCaptureStream.Append(record.Text());
-    if (record.Capacity() <= kLargestSpare) spare.object = std::move(record);
 }
 
 void AbstractDescriptor::InitializeClass() {
@@ -63,9 +55,4 @@ void AbstractDescriptor::CloseCaptureStream() {
     isStreamOpen.store(0, std::memory_order_relaxed);
     // Kept although it forgets living descriptors: survivors are reported only when no log was open.
     uInstanceCount = 0;
-}
-
-void AbstractDescriptor::ReleaseCapture() {
-    CloseCaptureStream();
-    spare.object = TextBuffer();
 }

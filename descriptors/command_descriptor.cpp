@@ -6,13 +6,14 @@
 #include "descriptors/calendar_text.h"
 #include "descriptors/pkcs11_names.h"
 #include "descriptors/record_environment.h"
+#include "util/cache_line.h"
 
 namespace {
 
 // Processor time of the latest start record of any call, in clock ticks. One for the whole process and set by
 // the old format alone, so that the new format shows the processor time of the process so far; kept, readers
 // of the log know both figures so.
-std::uint32_t startStamp = 0;
+alignas(kCacheLine) std::uint32_t startStamp = 0;
 
 std::uint32_t ClockTicks() { return static_cast<std::uint32_t>(recordEnvironment.processorTime()); }
 

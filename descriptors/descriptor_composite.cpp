@@ -1,9 +1,7 @@
 #include "descriptors/descriptor_composite.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
-#include <new>
 
 namespace {
 
@@ -25,15 +23,16 @@ void DescriptorComposite::AddDescriptor(AbstractDescriptor* child) {
 }
 
 void DescriptorComposite::Grow() {
-    const std::size_t count = std::size_t{childCount} + kGrowth;
-    void* const grown = std::realloc(children, count * sizeof *children);
-    if (grown == nullptr) throw std::bad_alloc();
-    children = static_cast<AbstractDescriptor**>(grown);
-    std::fill_n(children + childCount, kGrowth, nullptr);
+    const std::size_t room = std::size_t{childCount} + kGrowth;
+    auto** const grown = static_cast<AbstractDescriptor**>(TreeMemory::Take(room * sizeof *children));
+    std::fill_n(std::copy_n(children, childCount, grown), kGrowth, nullptr);
+    TreeMemory::GiveBack(children, childCount * sizeof *children);
+    children = grown;
 }
 
 void DescriptorComposite::ResetChildrenBuffer() {
-    std::free(children);
+    const std::size_t room = (std::size_t{childCount} + kGrowth - 1) / kGrowth * kGrowth;
+    TreeMemory::GiveBack(children, room * sizeof *children);
     children = nullptr;
     childCount = 0;
 }

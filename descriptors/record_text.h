@@ -8,8 +8,8 @@
 
 class RecordText : public TextBuffer {
 public:
-    // Text in memory; Flush does nothing. `buffer` brings memory to reuse, its text is dropped.
-    explicit RecordText(TextBuffer buffer = {}) : TextBuffer(static_cast<TextBuffer&&>(buffer)) { Clear(); }
+    // Text in memory; Flush does nothing.
+    RecordText() = default;
 
     // Text on its way to `stream`, which stays the caller's. Write errors are left to the stream's error
     // flag.

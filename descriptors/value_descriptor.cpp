@@ -28,13 +28,13 @@ void ValueDescriptor::SetValue(const void* bytes, unsigned long count) {
     }
     const std::size_t readable = ReadableLength(bytes, count);
     if (readable == 0) return;
-    value = new unsigned char[readable];
+    value = static_cast<unsigned char*>(TreeMemory::Take(readable));
     std::memcpy(value, bytes, readable);
     length = readable;
 }
 
 void ValueDescriptor::ReleaseValue() {
-    delete[] value;
+    TreeMemory::GiveBack(value, length);
     value = nullptr;
     length = 0;
 }

@@ -4,6 +4,7 @@
 #include <p11-kit/pkcs11.h>
 
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/tree_memory.h"
 #include "front/process_objects.h"
 #include "front/record_lock.h"
 #include "front/startup.h"
@@ -19,6 +20,7 @@ void MakeRecord(const Builder& builder) {
     if (recordLock == nullptr) return;
     BehindHostShield([&] {
         const OrmaLock lock(*recordLock);
+        const TreeMemory memory;
         try {
             builder();
         } catch (...) {

@@ -7,6 +7,7 @@
 #include "descriptors/record_environment.h"
 #include "front/process_objects.h"
 #include "front/record_lock.h"
+#include "util/cache_line.h"
 #include "util/host_shield.h"
 #include "util/undestroyed.h"
 
@@ -23,10 +24,10 @@ std::atomic<OrmaMutex*> pCkLogMutex{nullptr};
 namespace {
 
 // Start and stop take turns under this lock. It is taken before the record lock, never after it.
-Undestroyed<OrmaMutex> startMutex;
+alignas(kCacheLine) Undestroyed<OrmaMutex> startMutex;
 
 // What pCkLogMutex points to once the library has started. It needs no memory, so that the lock never fails.
-Undestroyed<OrmaMutex> recordMutex;
+alignas(kCacheLine) Undestroyed<OrmaMutex> recordMutex;
 
 // A target may call exported functions while it is being loaded or unloaded, on the thread that does so; they
 // then go to whatever is bound at that moment.
@@ -90,7 +91,7 @@ struct EndNotice {
 // threads may still be in calls, and exit handlers and destructors of the application may still make some.
 __attribute__((destructor)) void Unload() {
     if (processEnds) return;
-    AbstractDescriptor::ReleaseCapture();
+    AbstractDescriptor::CloseCaptureStream();
     DestroyProcessObjects();
     FreeRuntimeMemory();
 }

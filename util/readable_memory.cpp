@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "util/cache_line.h"
 #include "util/lasting_memory.h"
 
 namespace {
@@ -41,7 +42,7 @@ struct KnownPage {
 };
 constexpr std::size_t kKnownPages = 64;
 KnownPage knownPages[kKnownPages];
-unsigned long epoch = 1;
+alignas(kCacheLine) unsigned long epoch = 1;
 
 KnownPage& PlaceOf(std::uintptr_t page) { return knownPages[page / kPageSize % kKnownPages]; }
 

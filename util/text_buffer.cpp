@@ -4,38 +4,28 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
-#include <utility>
 
 #include "util/hex_digits.h"
 
 namespace {
 
-constexpr std::size_t kFirstCapacity = 1024;
 constexpr std::size_t kMostDecimalDigits = 20;  // of 2^64
 constexpr std::size_t kMostHexDigits = 16;
 
 }  // namespace
 
-TextBuffer::~TextBuffer() { std::free(text); }
-
-TextBuffer::TextBuffer(TextBuffer&& other) noexcept
-    : text(std::exchange(other.text, nullptr)),
-      size(std::exchange(other.size, 0)),
-      capacity(std::exchange(other.capacity, 0)) {}
-
-TextBuffer& TextBuffer::operator=(TextBuffer&& other) noexcept {
-    std::swap(text, other.text);
-    std::swap(size, other.size);
-    std::swap(capacity, other.capacity);
-    return *this;
+TextBuffer::~TextBuffer() {
+    if (text != first) std::free(text);
 }
 
 void TextBuffer::Grow(std::size_t more) {
     if (more > static_cast<std::size_t>(-1) / 4 - size) throw std::bad_alloc();
-    std::size_t wanted = capacity == 0 ? kFirstCapacity : capacity;
+    std::size_t wanted = capacity;
     while (wanted < size + more) wanted *= 2;
-    void* grown = std::realloc(text, wanted);
+    const bool isFirst = text == first;
+    void* const grown = isFirst ? std::malloc(wanted) : std::realloc(text, wanted);
     if (grown == nullptr) throw std::bad_alloc();
+    if (isFirst) std::memcpy(grown, first, size);
     text = static_cast<char*>(grown);
     capacity = wanted;
 }

@@ -10,12 +10,14 @@
 
 class TextBuffer {
 public:
+    // What an object holds in itself: on the stack it takes no memory from elsewhere for most records, and no
+    // other thread's processor has that memory in its cache.
+    static constexpr std::size_t kFirstCapacity = 1024;
+
     TextBuffer() = default;
     ~TextBuffer();
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
-    TextBuffer(TextBuffer&& other) noexcept;
-    TextBuffer& operator=(TextBuffer&& other) noexcept;
 
     void Append(char character) { *Room(1) = character, ++size; }
     // Inline, so that a literal is stored by an instruction or two.
@@ -47,7 +49,8 @@ private:
     [[gnu::cold]] void Grow(std::size_t more);
     void SetEnd(const char* end) { size = static_cast<std::size_t>(end - text); }
 
-    char* text = nullptr;
+    char* text = first;
     std::size_t size = 0;
-    std::size_t capacity = 0;
+    std::size_t capacity = kFirstCapacity;
+    char first[kFirstCapacity];
 };

@@ -98,15 +98,6 @@ TEST(RecordText, TextInMemoryStaysThere) {
     EXPECT_EQ(text.Text(), "onetwo");
 }
 
-TEST(RecordText, MemoryThatIsBroughtIsUsedAndItsTextDropped) {
-    TextBuffer brought;
-    brought.AppendSpaces(5000);
-    const std::size_t capacity = brought.Capacity();
-    RecordText text(std::move(brought));
-    EXPECT_EQ(text.Text(), "");
-    EXPECT_EQ(text.Capacity(), capacity);
-}
-
 TEST(RecordText, TextForAStreamLeavesAtEveryFlushAndAtTheEnd) {
     char bytes[32] = {};
     std::FILE* const stream = fmemopen(bytes, sizeof bytes, "w");

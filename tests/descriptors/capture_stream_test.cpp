@@ -186,7 +186,7 @@ TEST_F(CaptureStreamTest, TheBeginningForgetsWhatLived) {
 TEST_F(CaptureStreamTest, TheLibraryOpensTheLogItIsTold) {
     DescriptorLibrary::CaptureStream(reinterpret_cast<const unsigned char*>(log.c_str()));
     EXPECT_TRUE(IsOpen());
-    AbstractDescriptor::ReleaseCapture();
+    AbstractDescriptor::CloseCaptureStream();
     EXPECT_FALSE(IsOpen());
     UseNewFormat();
     Open(log);

@@ -1,9 +1,12 @@
-// What descriptors ask of memory and what they do without it. This program is linked with --wrap=realloc, so
-// that lists of children grow through __wrap_realloc below, and brings an operator new of its own.
+// What descriptors ask of the heap and what they do without it. This program is linked with --wrap for malloc
+// and realloc, with which record texts grow, and for operator new: see the functions named __wrap_ below.
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <vector>
 
@@ -20,25 +23,28 @@ std::vector<std::size_t> sizes;
 
 }  // namespace
 
+extern "C" void* __real_malloc(std::size_t size);
+
+extern "C" void* __wrap_malloc(std::size_t size) { return isOutOfMemory ? nullptr : __real_malloc(size); }
+
 extern "C" void* __real_realloc(void* memory, std::size_t size);
 
 extern "C" void* __wrap_realloc(void* memory, std::size_t size) {
-    if (isOutOfMemory) return nullptr;
+    return isOutOfMemory ? nullptr : __real_realloc(memory, size);
+}
+
+// _Znwm is operator new.
+extern "C" void* __real__Znwm(std::size_t size);
+
+extern "C" void* __wrap__Znwm(std::size_t size) {
+    if (isOutOfMemory) throw std::bad_alloc();
     if (isWatching) {
         isWatching = false;  // the vector's own growth is not of interest
         sizes.push_back(size);
         isWatching = true;
     }
-    return __real_realloc(memory, size);
+    return __real__Znwm(size);
 }
-
-void* operator new[](std::size_t size) {
-    void* const memory = isOutOfMemory ? nullptr : std::malloc(size);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -55,9 +61,11 @@ protected:
 };
 
 TEST_F(DescriptorMemory, AListGrowsByEight) {
+    std::vector<AbstractDescriptor*> children;
+    for (unsigned i = 0; i < 25; ++i) children.push_back(new SessionHandleDescriptor(i));
     DescriptorComposite composite;
     isWatching = true;
-    for (unsigned i = 0; i < 25; ++i) composite.AddDescriptor(new SessionHandleDescriptor(i));
+    for (AbstractDescriptor* const child : children) composite.AddDescriptor(child);
     isWatching = false;
     constexpr std::size_t kPointer = sizeof(AbstractDescriptor*);
     EXPECT_EQ(sizes, (std::vector<std::size_t>{8 * kPointer, 16 * kPointer, 24 * kPointer, 32 * kPointer}));
@@ -95,7 +103,7 @@ TEST_F(DescriptorMemory, AValueThatCannotBeCopiedIsNoValue) {
 TEST_F(DescriptorMemory, ARecordThatCannotBePrintedIsNotWrittenAtAll) {
     LoggingConfigurationFile file;
     const std::string log = file.directory.File("log");
-    AbstractDescriptor::ReleaseCapture();
+    AbstractDescriptor::CloseCaptureStream();
     AbstractDescriptor::OpenCaptureStream(reinterpret_cast<const unsigned char*>(log.c_str()));
     bUseNewLogFormat.store(1);
     const ByteStringDescriptor large(std::string(5000, 'x').data(), 5000);
@@ -111,6 +119,64 @@ TEST_F(DescriptorMemory, ARecordThatCannotBePrintedIsNotWrittenAtAll) {
     AbstractDescriptor::isStreamOpen.store(0);
     bUseNewLogFormat.store(0);
     AbstractDescriptor::uInstanceCount = 1;  // large
+}
+
+TEST_F(DescriptorMemory, AShortTreeNeedsNothingOfTheHeap) {
+    isOutOfMemory = true;
+    for (int i = 0; i < 1000; ++i) {
+        const TreeMemory memory;
+        CommandDescriptor command(kSign, kStart, 0);
+        for (unsigned child = 0; child < 9; ++child)
+            command.AddDescriptor(new SessionHandleDescriptor(child));
+        command.AddDescriptor(new ByteStringDescriptor("abc", 3));
+    }
+    isOutOfMemory = false;
+    EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
+}
+
+TEST_F(DescriptorMemory, WhatFindsNoRoomInTheTreesMemoryComesFromTheHeap) {
+    const TreeMemory memory;
+    isWatching = true;
+    void* const large = TreeMemory::Take(TreeMemory::kSize + 1);
+    void* const all = TreeMemory::Take(TreeMemory::kSize);
+    void* const more = TreeMemory::Take(1);
+    isWatching = false;
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{TreeMemory::kSize + 1, 1}));
+    std::memset(large, 1, TreeMemory::kSize + 1);
+    std::memset(all, 2, TreeMemory::kSize);
+    std::memset(more, 3, 1);
+    TreeMemory::GiveBack(more, 1);
+    TreeMemory::GiveBack(all, TreeMemory::kSize);
+    TreeMemory::GiveBack(large, TreeMemory::kSize + 1);
+    TreeMemory::GiveBack(nullptr, 0);
+    isOutOfMemory = true;
+    EXPECT_THROW(TreeMemory::Take(TreeMemory::kSize + 1), std::bad_alloc);
+    EXPECT_THROW(TreeMemory::Take(static_cast<std::size_t>(-1)), std::bad_alloc);
+    isOutOfMemory = false;
+}
+
+TEST_F(DescriptorMemory, PiecesLieApartAndAreAligned) {
+    const TreeMemory memory;
+    std::byte* const first = static_cast<std::byte*>(TreeMemory::Take(1));
+    std::byte* const second = static_cast<std::byte*>(TreeMemory::Take(33));
+    std::byte* const third = static_cast<std::byte*>(TreeMemory::Take(8));
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(first) % alignof(std::max_align_t), 0U);
+    EXPECT_EQ(second - first, 16);
+    EXPECT_EQ(third - second, 48);
+    TreeMemory::GiveBack(second, 33);  // not the last one: its room stays taken
+    EXPECT_EQ(static_cast<std::byte*>(TreeMemory::Take(1)) - third, 16);
+}
+
+TEST_F(DescriptorMemory, TheInnerMemoryIsTakenFromUntilItEnds) {
+    const TreeMemory outer;
+    std::byte* const first = static_cast<std::byte*>(TreeMemory::Take(16));
+    {
+        const TreeMemory inner;
+        std::byte* const between = static_cast<std::byte*>(TreeMemory::Take(16));
+        EXPECT_TRUE(between + 16 <= first || between >= first + TreeMemory::kSize);
+        TreeMemory::GiveBack(between, 16);
+    }
+    EXPECT_EQ(TreeMemory::Take(16), first + 16);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstdio>
+#include <functional>
 #include <new>
 #include <string>
 #include <vector>
@@ -111,13 +112,13 @@ TEST(TextBuffer, PiecesFollowEachOther) {
     EXPECT_EQ(text.Text(), std::string_view("ac\0de   120xabfe", 16));
 }
 
-TEST(TextBuffer, NothingNeedsNoMemory) {
+TEST(TextBuffer, NothingNeedsNoRoom) {
     TextBuffer text;
     text.Append("");
     text.AppendSpaces(0);
     text.AppendHexBytes(nullptr, 0);
     EXPECT_EQ(text.Text(), "");
-    EXPECT_EQ(text.Capacity(), 0U);
+    EXPECT_EQ(text.Capacity(), TextBuffer::kFirstCapacity);
 }
 
 TEST(TextBuffer, GrowsOverManySizes) {
@@ -153,17 +154,22 @@ TEST(TextBuffer, ClearKeepsTheMemory) {
     EXPECT_EQ(text.Text(), "again");
 }
 
-TEST(TextBuffer, MovingTakesTheTextAlong) {
-    TextBuffer first;
-    first.Append("first");
-    TextBuffer moved(std::move(first));
-    EXPECT_EQ(moved.Text(), "first");
-    EXPECT_EQ(first.Text(), "");  // NOLINT: an empty buffer, usable again
-    EXPECT_EQ(first.Capacity(), 0U);
-    first.Append("anew");
-
-    moved = std::move(first);
-    EXPECT_EQ(moved.Text(), "anew");
+TEST(TextBuffer, TheFirstKilobyteLiesInTheObjectAndIsKeptWhenTheTextGrows) {
+    TextBuffer text;
+    const auto isInObject = [&text] {
+        const void* const begin = &text;
+        const void* const end = &text + 1;
+        return !std::less<>()(text.Text().data(), begin) && std::less<>()(text.Text().data(), end);
+    };
+    std::string expected;
+    for (std::size_t i = 0; i < TextBuffer::kFirstCapacity; ++i) expected += static_cast<char>('a' + i % 26);
+    text.Append(expected);
+    EXPECT_TRUE(isInObject());
+    EXPECT_EQ(text.Capacity(), TextBuffer::kFirstCapacity);
+    text.Append('!');
+    EXPECT_FALSE(isInObject());
+    EXPECT_EQ(text.Text(), expected + '!');
+    EXPECT_EQ(text.Capacity(), 2 * TextBuffer::kFirstCapacity);
 }
 
 TEST(TextBuffer, ATextThatNoMemoryCanHoldIsRefusedAndChangesNothing) {

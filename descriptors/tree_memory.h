@@ -1,0 +1,33 @@
+// Memory of descriptor trees. Each logged call builds two trees and forgets them again at once. Their parts
+// lie on the stack of the thread that builds them: taking them costs next to nothing there, and no other
+// thread's processor has them in its cache.
+#pragma once
+
+#include <cstddef>
+
+// While an object of this class lives, memory of trees comes from it as long as it has room, and from the
+// heap afterwards. Objects may be nested. Made under the record lock, like the trees, which must not outlive
+// it.
+class TreeMemory {
+public:
+    static constexpr std::size_t kSize = 2048;
+
+    TreeMemory() : outer(current) { current = this; }
+    ~TreeMemory() { current = outer; }
+    TreeMemory(const TreeMemory&) = delete;
+    TreeMemory& operator=(const TreeMemory&) = delete;
+
+    // `size` bytes, aligned for any object. Throws std::bad_alloc.
+    static void* Take(std::size_t size);
+
+    // Gives memory of that size back; null is allowed. Room in an object is used again only if what was taken
+    // last is given back first.
+    static void GiveBack(void* memory, std::size_t size);
+
+private:
+    static TreeMemory* current;
+
+    TreeMemory* const outer;
+    std::size_t used = 0;
+    alignas(std::max_align_t) std::byte block[kSize];
+};
