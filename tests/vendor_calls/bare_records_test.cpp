@@ -11,6 +11,8 @@ struct BareFunction {
     const char* shown;  // in its records
 };
 
+void PrintTo(const BareFunction& function, std::ostream* out) { *out << function.name; }
+
 constexpr BareFunction kBareFunctions[] = {
     {"CA_WaitForSlotEvent", "WaitForSlotEvent"},
     {"CA_RoleStateGet", "RoleStateGet"},

@@ -275,7 +275,7 @@ TEST_P(VendorRecords, CA_LKMInitiatorComplete) {
     auto* const pSecondTemplate = At<CK_ATTRIBUTE>(0x12345240);
     PutAll(pSecondTemplate, {{CKA_LABEL, TextAt(0x12345880, "second label"), 12},
                              {CKA_ID, TextAt(0x123458c0, "ID of the second"), 16}});
-    const CK_ULONG ulSecondCount = 2;
+    const CK_ULONG ulSecondCount = 1;
     auto* const pConfirmation = At<CK_BYTE>(0x123452c0);
     auto* const pulConfirmationLen = At<CK_ULONG>(0x12345300);
     auto* const phFirstKey = At<CK_OBJECT_HANDLE>(0x12345340);
@@ -292,7 +292,7 @@ TEST_P(VendorRecords, CA_LKMInitiatorComplete) {
          pSecondTemplate, ulSecondCount, pConfirmation, pulConfirmationLen, phFirstKey, phSecondKey);
     Starts(R"(
 
-10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" CKA_ID="ID of the second" } Ptr=0x123452c0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 })",
+10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 })",
            R"(
 Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -310,7 +310,6 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    AttributeList
    {
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
-      Attribute(CKA_ID,Value(SimpleText"ID of the second"));
    };
    Pointer(0x123452c0);
    Pointer(0x12345300);
@@ -318,7 +317,7 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    Pointer(0x12345380);
 })");
     Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" CKA_ID="ID of the second" } Ptr=0x123452c0 "returned confirmation" Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 })",
+10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 "returned confirmation" Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 })",
          R"(
 Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -336,7 +335,6 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
    AttributeList
    {
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
-      Attribute(CKA_ID,Value(SimpleText"ID of the second"));
    };
    Pointer(0x123452c0);
    ByteString(SimpleText"returned confirmation");
@@ -390,7 +388,7 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
          pSecondTemplate, ulSecondCount, nullptr, pulConfirmationLen, phFirstKey, phSecondKey);
     Starts(R"(
 
-10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" CKA_ID="ID of the second" } Ptr=0x0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 })",
+10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 })",
            R"(
 Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -408,7 +406,6 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    AttributeList
    {
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
-      Attribute(CKA_ID,Value(SimpleText"ID of the second"));
    };
    Pointer(0x0);
    Pointer(0x12345300);
@@ -416,7 +413,7 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    Pointer(0x12345380);
 })");
     Ends(kTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" CKA_ID="ID of the second" } Ptr=0x0 Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 })",
+10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x0 Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 })",
          R"(
 Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -434,7 +431,6 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
    AttributeList
    {
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
-      Attribute(CKA_ID,Value(SimpleText"ID of the second"));
    };
    Pointer(0x0);
    Pointer(0x12345340);
@@ -454,7 +450,7 @@ TEST_P(VendorRecords, CA_LKMReceiverComplete) {
     auto* const pSecondTemplate = At<CK_ATTRIBUTE>(0x12345240);
     PutAll(pSecondTemplate, {{CKA_LABEL, TextAt(0x12345880, "second label"), 12},
                              {CKA_ID, TextAt(0x123458c0, "ID of the second"), 16}});
-    const CK_ULONG ulSecondCount = 2;
+    const CK_ULONG ulSecondCount = 1;
     auto* const phFirstKey = At<CK_OBJECT_HANDLE>(0x123452c0);
     auto* const phSecondKey = At<CK_OBJECT_HANDLE>(0x12345300);
     Answer([=] {
@@ -466,7 +462,7 @@ TEST_P(VendorRecords, CA_LKMReceiverComplete) {
          pSecondTemplate, ulSecondCount, phFirstKey, phSecondKey);
     Starts(R"(
 
-10:15:30 <id>:STRTLKMReceiverComplete {Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" CKA_ID="ID of the second" } Ptr=0x123452c0 Ptr=0x12345300 })",
+10:15:30 <id>:STRTLKMReceiverComplete {Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 Ptr=0x12345300 })",
            R"(
 Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -484,13 +480,12 @@ Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    AttributeList
    {
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
-      Attribute(CKA_ID,Value(SimpleText"ID of the second"));
    };
    Pointer(0x123452c0);
    Pointer(0x12345300);
 })");
     Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" CKA_ID="ID of the second" } Obj=2001 Ptr=0x12345300 Obj=2002 })",
+10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Obj=2001 Ptr=0x12345300 Obj=2002 })",
          R"(
 Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
@@ -508,7 +503,6 @@ Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
    AttributeList
    {
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
-      Attribute(CKA_ID,Value(SimpleText"ID of the second"));
    };
    ObjectHandle(0x7d1);
    Pointer(0x12345300);

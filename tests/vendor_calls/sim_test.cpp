@@ -264,12 +264,13 @@ TEST_P(VendorRecords, CA_SIMExtract) {
     auto* const phObjects = At<CK_OBJECT_HANDLE>(0x12345180);
     PutAll(phObjects, {2001, 2002, 2003});
     const CK_ULONG ulAuthForm = 1;
-    const CK_ULONG ulN = 2;
+    const CK_ULONG ulN = 3;
     const CK_ULONG ulM = 1004;
     auto* const pulSecretLens = At<CK_ULONG>(0x12345280);
-    PutAll(pulSecretLens, {12, 17});
+    PutAll(pulSecretLens, {12, 17, 5});
     auto* const ppSecrets = At<CK_BYTE*>(0x123452c0);
-    PutAll(ppSecrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret")});
+    PutAll(ppSecrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret"),
+                       TextAt(0x12345880, "third")});
     auto* const pulBlobLen = At<CK_ULONG>(0x12345340);
     auto* const pBlob = At<CK_BYTE>(0x12345380);
     Before([=] { *pulBlobLen = 61; });
@@ -282,7 +283,7 @@ TEST_P(VendorRecords, CA_SIMExtract) {
          CK_TRUE, pulBlobLen, pBlob);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=2 M=1004 PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x12345380 })",
+10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=3 M=1004 PIN="********" PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x12345380 })",
            R"(
 Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -295,8 +296,9 @@ Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
       ObjectHandle(0x7d2);
    };
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
    ULong(0x3ec);
+   ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteBooleantrue;
@@ -326,7 +328,7 @@ Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
          nullptr, nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x0 authForm=1 N=2 M=1004 delete=false Ptr=0x0 Ptr=0x0 })",
+10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x0 authForm=1 N=3 M=1004 delete=false Ptr=0x0 Ptr=0x0 })",
            R"(
 Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -334,7 +336,7 @@ Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    SessionHandle(0x51);
    Pointer(0x0);
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
    ULong(0x3ec);
    ByteBooleanfalse;
    Pointer(0x0);
@@ -355,7 +357,7 @@ Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
          CK_TRUE, pulBlobLen, nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=2 M=1004 PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x0 })",
+10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=3 M=1004 PIN="********" PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x0 })",
            R"(
 Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
@@ -368,8 +370,9 @@ Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
       ObjectHandle(0x7d2);
    };
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
    ULong(0x3ec);
+   ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteBooleantrue;
@@ -390,11 +393,12 @@ Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
 
 TEST_P(VendorRecords, CA_SIMInsert) {
     const CK_ULONG ulAuthForm = 1;
-    const CK_ULONG ulSecretCount = 2;
+    const CK_ULONG ulSecretCount = 3;
     auto* const pulSecretLens = At<CK_ULONG>(0x123451c0);
-    PutAll(pulSecretLens, {12, 17});
+    PutAll(pulSecretLens, {12, 17, 5});
     auto* const ppSecrets = At<CK_BYTE*>(0x12345200);
-    PutAll(ppSecrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret")});
+    PutAll(ppSecrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret"),
+                       TextAt(0x12345880, "third")});
     const CK_ULONG ulBlobLen = 8;
     auto* const pBlob = TextAt(0x12345280, "the blob and more");
     auto* const pulHandleCount = At<CK_ULONG>(0x123452c0);
@@ -408,14 +412,15 @@ TEST_P(VendorRecords, CA_SIMInsert) {
          pulHandleCount, phObjects);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=2 PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x12345300 })",
+10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x12345300 })",
            R"(
 Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 {
    SessionHandle(0x51);
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    Pointer(0x12345280);
@@ -451,14 +456,14 @@ Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
          nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=2 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=3 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
            R"(
 Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 {
    SessionHandle(0x51);
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
@@ -478,14 +483,15 @@ Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
          pulHandleCount, nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=2 PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x0 })",
+10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x0 })",
            R"(
 Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 {
    SessionHandle(0x51);
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    Pointer(0x12345280);
@@ -508,11 +514,12 @@ Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 TEST_P(VendorRecords, CA_SIMMultiSign) {
     const CK_ULONG ulAuthForm = 1;
-    const CK_ULONG ulSecretCount = 2;
+    const CK_ULONG ulSecretCount = 3;
     auto* const pulSecretLens = At<CK_ULONG>(0x123451c0);
-    PutAll(pulSecretLens, {12, 17});
+    PutAll(pulSecretLens, {12, 17, 5});
     auto* const ppSecrets = At<CK_BYTE*>(0x12345200);
-    PutAll(ppSecrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret")});
+    PutAll(ppSecrets, {TextAt(0x12345800, "first secret"), TextAt(0x12345840, "the second secret"),
+                       TextAt(0x12345880, "third")});
     const CK_ULONG ulBlobLen = 8;
     auto* const pBlob = TextAt(0x12345280, "the blob and more");
     const CK_ULONG ulInputCount = 2;
@@ -520,10 +527,10 @@ TEST_P(VendorRecords, CA_SIMMultiSign) {
     PutAll(pulInputLens, {11, 16});
     auto* const ppInputs = At<CK_BYTE*>(0x12345340);
     PutAll(ppInputs,
-           {TextAt(0x12345880, "first input and more"), TextAt(0x123458c0, "the second input and more")});
+           {TextAt(0x123458c0, "first input and more"), TextAt(0x12345900, "the second input and more")});
     auto* const pulSignatureLens = At<CK_ULONG>(0x12345380);
     auto* const ppSignatures = At<CK_BYTE*>(0x123453c0);
-    PutAll(ppSignatures, {At<CK_BYTE>(0x12345900), At<CK_BYTE>(0x12345940)});
+    PutAll(ppSignatures, {At<CK_BYTE>(0x12345940), At<CK_BYTE>(0x12345980)});
     Before([=] { PutAll(pulSignatureLens, {41, 42}); });
     Answer([=] {
         Put(ppSignatures[0], "first signature and more");
@@ -535,14 +542,15 @@ TEST_P(VendorRecords, CA_SIMMultiSign) {
          ulInputCount, pulInputLens, ppInputs, pulSignatureLens, ppSignatures);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=1 secretCnt=2 PIN="********" PIN="********" Ptr=0x12345280 "the blob" inputCnt=2 in="first input" in="the second input" Ptr=0x12345380 Ptr=0x123453c0 })",
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" inputCnt=2 in="first input" in="the second input" Ptr=0x12345380 Ptr=0x123453c0 })",
            R"(
 Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 {
    SessionHandle(0x51);
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
+   ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    ByteString(SimpleText"********");
    Pointer(0x12345280);
@@ -577,14 +585,14 @@ Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
          ulInputCount, nullptr, nullptr, nullptr, nullptr);
     Starts(R"(
 
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=1 secretCnt=2 Ptr=0x0 inputCnt=2 Ptr=0x0 Ptr=0x0 })",
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=1 secretCnt=3 Ptr=0x0 inputCnt=2 Ptr=0x0 Ptr=0x0 })",
            R"(
 Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 {
    SessionHandle(0x51);
    ULong(0x1);
-   ULong(0x2);
+   ULong(0x3);
    Pointer(0x0);
    ULong(0x2);
    Pointer(0x0);

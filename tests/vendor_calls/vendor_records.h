@@ -27,6 +27,7 @@
 #include <array>
 #include <functional>
 #include <initializer_list>
+#include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
@@ -42,6 +43,10 @@ enum class LogFormat { kNew, kOld };
 // For the names of tests that run in each format.
 inline std::string FormatName(const testing::TestParamInfo<LogFormat>& format) {
     return format.param == LogFormat::kNew ? "New" : "Old";
+}
+
+inline void PrintTo(LogFormat format, std::ostream* out) {
+    *out << (format == LogFormat::kNew ? "the new format" : "the old format");
 }
 
 // A result of a call and how a record names it, without asterisks.
