@@ -11,6 +11,8 @@
 
 #include <p11-kit/pkcs11.h>
 
+#include <cstddef>
+
 #include "descriptors/command_descriptor.h"
 #include "descriptors/vendor_structures.h"
 #include "util/readable_memory.h"
@@ -35,6 +37,13 @@ Number ValueAt(const Number* pointer) {
 
 // A pointer as the number that it is.
 inline CK_ULONG AddressOf(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
+
+// An element of an array, which may have any address; 0 when it cannot be read.
+template <class Number>
+Number ValueAt(const Number* array, std::size_t index) {
+    if (array == nullptr) return Number{};
+    return ValueAt(reinterpret_cast<const Number*>(AddressOf(array) + index * sizeof(Number)));
+}
 
 // Who a call is about.
 AbstractDescriptor* Session(CK_SESSION_HANDLE session);

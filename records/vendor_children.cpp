@@ -30,8 +30,8 @@ void capsOrPolicyArrayAdd(CommandDescriptor& command, CK_ULONG count, const CK_U
     command.AddDescriptor(Number(count, "cnt="));
     const CK_ULONG shown = std::max(ReadableCount(ids, count), ReadableCount(values, count));
     for (CK_ULONG i = 0; i < shown; ++i) {
-        command.AddDescriptor(Number(ids == nullptr ? 0 : ValueAt(ids + i), "id="));
-        command.AddDescriptor(Number(values == nullptr ? 0 : ValueAt(values + i), "val="));
+        command.AddDescriptor(Number(ValueAt(ids, i), "id="));
+        command.AddDescriptor(Number(ValueAt(values, i), "val="));
     }
 }
 
@@ -51,7 +51,7 @@ void capsOrPolicyDescAdd(CommandDescriptor& command, const CK_ULONG* ids, const 
     const CK_ULONG shownIds = ReadableCount(ids, ValueAt(idCount));
     const CK_ULONG shownValues = ReadableCount(values, ValueAt(valueCount));
     for (CK_ULONG i = 0; i < std::max(shownIds, shownValues); ++i) {
-        if (i < shownIds) command.AddDescriptor(Number(ValueAt(ids + i), "id="));
-        if (i < shownValues) command.AddDescriptor(Number(ValueAt(values + i), "val="));
+        if (i < shownIds) command.AddDescriptor(Number(ValueAt(ids, i), "id="));
+        if (i < shownValues) command.AddDescriptor(Number(ValueAt(values, i), "val="));
     }
 }

@@ -17,9 +17,8 @@ bool NamesSecrets(CK_ULONG form) { return form == 1 || form == 2 || form == 5 ||
 template <class Add>
 void ForEachByteString(CK_ULONG count, CK_BYTE_PTR* strings, const CK_ULONG* lengths, const Add& add) {
     for (CK_ULONG i = 0; i < count; ++i) {
-        if (strings == nullptr || lengths == nullptr) return;
-        const CK_BYTE_PTR string = ValueAt(strings + i);
-        const CK_ULONG length = ValueAt(lengths + i);
+        const CK_BYTE_PTR string = ValueAt(strings, i);
+        const CK_ULONG length = ValueAt(lengths, i);
         if (string == nullptr || length == 0) return;
         add(string, length);
     }
