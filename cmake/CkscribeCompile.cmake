@@ -20,7 +20,9 @@ function(ckscribe_compile target)
   if(CKSCRIBE_SANITIZE)
     target_compile_options(${target} PUBLIC
       $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}> $<BUILD_INTERFACE:-fno-omit-frame-pointer>
-      $<BUILD_INTERFACE:-fno-sanitize-recover=all>)
+      $<BUILD_INTERFACE:-fno-sanitize-recover=all>
+      # Functions of the vendor are called as rows of words, whatever they are declared as (front/vendor_words.h).
+      $<BUILD_INTERFACE:$<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>>)
     target_link_options(${target} PUBLIC $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}>)
   endif()
 endfunction()
