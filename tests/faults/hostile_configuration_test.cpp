@@ -202,43 +202,28 @@ TEST_F(HostileConfiguration, EndsAtANul) {
     ExpectThatTheValuesStand();
 }
 
-// Every byte in a file that holds nothing else, in front of a section, of a key and of a value, and in names
-// of classes and of files.
+// Every byte in front of a section, in place of an entry, and in values. A log has any name that a value may
+// have.
 TEST_F(HostileConfiguration, HoldsEveryByteValue) {
-    const std::string beginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
+    const std::string kBeginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
+    const std::string kCannotBeInAName = std::string("\r\n;}/") + '\0';
     EXPECT_TRUE(Survives([&] {
         Library library;
-        ASSERT_EQ(chdir(directory.Path().c_str()), 0);
         for (int byte = 0; byte < 256; ++byte) {
             const std::string bytes = Bytes(byte, 300);
-            for (const std::string& text : {bytes, bytes + ConfigurationText()}) {
-                WriteConfigurationFile(text);
-                const CK_RV result = library->C_Logout(1);
-                EXPECT_TRUE(result == CKR_OK || result == CKR_FUNCTION_NOT_SUPPORTED) << byte;
-                library.Finalize();
-            }
-            for (const std::string& rest :
-                 {bytes + " = " + bytes, "   LoggingMask = MISC_FUNC" + bytes +
-                                             "\n   LoggingLevel = " + bytes + "\n   NewFormat = 1" + bytes +
-                                             "\n   Enabled = 1" + bytes}) {
-                WriteConfigurationFile(beginning + rest);
-                ExpectCallsGoOn(library, 1);
-                library.Finalize();
-            }
-        }
-    }));
-}
+            WriteConfigurationFile(bytes + ConfigurationText());
+            const CK_RV result = library->C_Logout(1);
+            EXPECT_TRUE(result == CKR_OK || result == CKR_FUNCTION_NOT_SUPPORTED) << byte;
+            library.Finalize();
 
-TEST_F(HostileConfiguration, NamesALogWithAnyByteThatAValueMayHave) {
-    EXPECT_TRUE(Survives([this] {
-        Library library;
-        for (int byte = 1; byte < 256; ++byte) {
-            const std::string name = "log" + Bytes(byte, 1) + ".txt";
-            if (name.find_first_of("\r\n;}/") != name.npos) continue;
-            Set("File", directory.File(name));
+            const std::string log = directory.File("log" + Bytes(byte, 1) + ".txt");
+            WriteConfigurationFile(kBeginning + bytes + " = " + bytes + "\n   LoggingMask = MISC_FUNC" +
+                                   bytes + "\n   LoggingLevel = " + bytes + "\n   NewFormat = 1" + bytes +
+                                   "\n   Enabled = 1" + bytes + "\n   File = " + log + "\n");
             ExpectCallsGoOn(library, 1);
             library.Finalize();
-            EXPECT_TRUE(std::filesystem::exists(directory.File(name))) << byte;
+            if (kCannotBeInAName.find(static_cast<char>(byte)) != std::string::npos) continue;
+            EXPECT_TRUE(std::filesystem::exists(log)) << byte;
         }
     }));
 }

@@ -1,0 +1,173 @@
+// An application that closes every descriptor, as daemons do, and may get the log's number for a file of its
+// own: nothing of the log is written there or closed there, and the log goes on.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <ctime>
+
+#include "tests/faults/application.h"
+#include "tests/faults/log_records.h"
+#include "tests/faults/undisturbed_calls.h"
+
+namespace {
+
+constexpr int kMostDescriptors = 2000;
+
+int DescriptorOf(const std::string& path) {
+    struct stat wanted;
+    if (stat(path.c_str(), &wanted) != 0) return -1;
+    for (int descriptor = 0; descriptor < kMostDescriptors; ++descriptor) {
+        struct stat status;
+        if (fstat(descriptor, &status) != 0) continue;
+        if (status.st_ino == wanted.st_ino && status.st_dev == wanted.st_dev) return descriptor;
+    }
+    return -1;
+}
+
+void CloseEverything() {
+    for (int descriptor = 3; descriptor < kMostDescriptors; ++descriptor) close(descriptor);
+}
+
+// The log's descriptor is looked at again when the coarse clock has moved.
+void LetTheClockMove() {
+#if defined(__FreeBSD__)
+    constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
+#else
+    constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_COARSE;
+#endif
+    timespec before, now;
+    clock_gettime(kCoarseClock, &before);
+    do {
+        clock_gettime(kCoarseClock, &now);
+    } while (now.tv_sec == before.tv_sec && now.tv_nsec / 1'000'000 == before.tv_nsec / 1'000'000);
+}
+
+// Opens a file of the application's under the number that the log had.
+void OpenOwnFileAs(int descriptor, const std::string& path) {
+    const int own = open(path.c_str(), O_RDWR | O_CREAT | O_APPEND, 0600);
+    ASSERT_EQ(dup2(own, descriptor), descriptor);
+    if (own != descriptor) close(own);
+    LetTheClockMove();
+}
+
+class DescriptorClosedByApplication : public FaultsTest {
+protected:
+    // The sessions of the calls that the log holds, which all are whole.
+    std::vector<CK_ULONG> LoggedSessions() const {
+        const ParsedLog log = ParseLog(Log());
+        EXPECT_EQ(log.remainder, "");
+        std::vector<CK_ULONG> sessions;
+        for (const LogRecord& record : log.records) {
+            if (record.isStart) sessions.push_back(record.FirstNumber());
+        }
+        return sessions;
+    }
+
+    std::string OwnPath() const { return directory.File("own"); }
+
+    // Whether the application can still write into its own file.
+    static void ExpectThatItIsOpen(int descriptor) { EXPECT_EQ(write(descriptor, "own text\n", 9), 9); }
+};
+
+TEST_F(DescriptorClosedByApplication, IsOpenedAgain) {
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        for (CK_ULONG session = 1; session <= 5; ++session) {
+            library->C_Logout(session);
+            CloseEverything();
+        }
+        ExpectCallsGoOn(library);
+        library->C_Logout(6);
+    }));
+    const std::vector<CK_ULONG> sessions = LoggedSessions();
+    ASSERT_EQ(sessions.size(), 5U + 2 * 40U + 1);
+    EXPECT_EQ(std::vector<CK_ULONG>(sessions.begin(), sessions.begin() + 5),
+              (std::vector<CK_ULONG>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(sessions.back(), 6U);
+}
+
+TEST_F(DescriptorClosedByApplication, AndGivenToAFileOfTheApplication) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        const int descriptor = DescriptorOf(LogPath());
+        ASSERT_GE(descriptor, 3);
+        CloseEverything();
+        OpenOwnFileAs(descriptor, OwnPath());
+        library->C_Logout(2);
+        library->C_Logout(3);
+        ExpectThatItIsOpen(descriptor);
+    }));
+    EXPECT_EQ(Contents(OwnPath()), "own text\n");
+    EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1, 2, 3}));
+}
+
+TEST_F(DescriptorClosedByApplication, AndGivenToAFileOfTheApplicationDuringACall) {
+    static int descriptor;
+    static std::string ownPath;
+    ownPath = OwnPath();
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        descriptor = DescriptorOf(LogPath());
+        targetAnswer = [](const char*, const TargetWord*, std::size_t) -> CK_RV {
+            CloseEverything();
+            OpenOwnFileAs(descriptor, ownPath);
+            return CKR_OK;
+        };
+        library->C_Logout(2);
+        ExpectThatItIsOpen(descriptor);
+    }));
+    EXPECT_EQ(Contents(OwnPath()), "own text\n");
+    EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1, 2}));
+}
+
+TEST_F(DescriptorClosedByApplication, IsNotClosedWhenTheLibraryStops) {
+    const auto expectThatStopLeavesIt = [this](void (*stop)(Library&)) {
+        unlink(OwnPath().c_str());
+        EXPECT_TRUE(Survives([this, stop] {
+            Library library;
+            library->C_Logout(1);
+            const int descriptor = DescriptorOf(LogPath());
+            CloseEverything();
+            OpenOwnFileAs(descriptor, OwnPath());
+            stop(library);
+            ExpectThatItIsOpen(descriptor);
+        }));
+        EXPECT_EQ(Contents(OwnPath()), "own text\n");
+    };
+    expectThatStopLeavesIt([](Library& library) { library.Finalize(); });
+    expectThatStopLeavesIt([](Library& library) { library.Close(); });
+}
+
+// Where it can find the log again, too.
+TEST_F(DescriptorClosedByApplication, IsOpenedAgainInAnotherDirectory) {
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        library->C_Logout(1);
+        CloseEverything();
+        ASSERT_EQ(chdir("/"), 0);
+        library->C_Logout(2);
+    }));
+    EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1, 2}));
+}
+
+// And when it cannot, calls go on.
+TEST_F(DescriptorClosedByApplication, CannotBeOpenedAgain) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        const int descriptor = DescriptorOf(LogPath());
+        std::filesystem::rename(LogPath(), LogPath() + ".old");
+        ASSERT_EQ(mkdir(LogPath().c_str(), 0700), 0);
+        CloseEverything();
+        OpenOwnFileAs(descriptor, OwnPath());
+        ExpectCallsGoOn(library);
+        ExpectThatItIsOpen(descriptor);
+    }));
+    EXPECT_EQ(Contents(OwnPath()), "own text\n");
+}
+
+}  // namespace

@@ -1,0 +1,165 @@
+// errno and the signal mask: the target finds them as the application left them, and the application as the
+// target left them.
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "tests/faults/application.h"
+
+namespace {
+
+constexpr int kErrorOfApplication = 4711;
+constexpr int kErrorOfTarget = 815;
+
+const char* const kEveryFunction[] = {
+#define C_EVERY_ROW(Name, ...) "C_" #Name,
+#define CA_EVERY_ROW(Name) "CA_" #Name,
+#include "front/functions.def"
+};
+
+std::string SignalMask() {
+    sigset_t mask;
+    pthread_sigmask(SIG_SETMASK, nullptr, &mask);
+    std::string members;
+    for (int signal = 1; signal < NSIG; ++signal) members += sigismember(&mask, signal) == 1 ? '1' : '0';
+    return members;
+}
+
+void SetSignalMask(std::initializer_list<int> signals) {
+    sigset_t mask;
+    sigemptyset(&mask);
+    for (const int signal : signals) sigaddset(&mask, signal);
+    pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+}
+
+// What the target found.
+struct Found {
+    bool isCalled = false;
+    int error = 0;
+    std::string mask;
+} found;
+CK_RV result = CKR_OK;
+
+CK_RV LookAroundAndChange(const char*, const TargetWord*, std::size_t) {
+    found = {true, errno, SignalMask()};
+    SetSignalMask({SIGUSR2, SIGXFSZ});
+    errno = kErrorOfTarget;
+    return result;
+}
+
+class ErrnoAndSignalMask : public FaultsTest {
+protected:
+    // A call of a function with nulls for arguments.
+    static void ExpectThatTheyPass(const Library& library, const char* function, bool reachesTarget = true) {
+        using Words =
+            CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
+                  TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord);
+        Words* const call = library.Exported<Words>(function);
+        SetSignalMask({SIGUSR1, SIGPIPE});
+        const std::string maskOfApplication = SignalMask();
+        found = {};
+        errno = kErrorOfApplication;
+        call(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+        const int error = errno;
+        const std::string mask = SignalMask();
+        SetSignalMask({});
+
+        EXPECT_EQ(found.isCalled, reachesTarget) << function;
+        if (!found.isCalled) {
+            EXPECT_EQ(error, kErrorOfApplication) << function;
+            EXPECT_EQ(mask, maskOfApplication) << function;
+            return;
+        }
+        EXPECT_EQ(found.error, kErrorOfApplication) << function;
+        EXPECT_EQ(found.mask, maskOfApplication) << function;
+        EXPECT_EQ(error, kErrorOfTarget) << function;
+        SetSignalMask({SIGUSR2, SIGXFSZ});
+        EXPECT_EQ(mask, SignalMask()) << function;
+        SetSignalMask({});
+    }
+
+    // Two functions are never forwarded with nulls: one has no counterpart in the target, one answers itself.
+    static bool ReachesTarget(std::string_view function) {
+        return function != "C_GetFunctionStatus" && function != "CA_GetFunctionList";
+    }
+
+    // Every function fails, and every one succeeds, but for the one whose success promises a list.
+    static void ExpectThatTheyPassEveryFunction() {
+        targetAnswer = LookAroundAndChange;
+        const Library library;
+        for (const CK_RV answer : {CKR_FUNCTION_FAILED, CKR_OK}) {
+            result = answer;
+            for (const char* const function : kEveryFunction) {
+                if (answer == CKR_OK && std::string_view(function) == "C_GetFunctionList") continue;
+                ExpectThatTheyPass(library, function, ReachesTarget(function));
+            }
+        }
+    }
+};
+
+TEST_F(ErrnoAndSignalMask, PassLoggedCalls) {
+    EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
+    EXPECT_NE(Log(), "");
+    Set("NewFormat", "0");
+    EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
+}
+
+TEST_F(ErrnoAndSignalMask, PassCallsThatAreNotLogged) {
+    Set("LoggingMask", "none");
+    EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
+    Set("LoggingMask", "ALL_FUNC");
+    Set("LoggingLevel", "DESTROY");
+    EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
+    Set("Enabled", "0");
+    EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
+    EXPECT_EQ(Log().find("Logout"), std::string::npos);
+}
+
+TEST_F(ErrnoAndSignalMask, PassCallsWhoseLogFails) {
+    for (const std::string& log : {std::string("/dev/full"), directory.File("missing/calls.log")}) {
+        Set("File", log);
+        EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction)) << log;
+    }
+}
+
+TEST_F(ErrnoAndSignalMask, PassCallsWithoutATarget) {
+    Set("LibUNIX64", directory.File("missing.so"));
+    EXPECT_TRUE(Survives([] {
+        const Library library;
+        for (const char* const function : kEveryFunction) ExpectThatTheyPass(library, function, false);
+    }));
+}
+
+TEST_F(ErrnoAndSignalMask, PassCallsThatFindNoConfiguration) {
+    EXPECT_TRUE(Survives([this] {
+        targetAnswer = LookAroundAndChange;
+        const Library library;
+        ExpectThatTheyPass(library, "C_Logout");
+        unlink(ConfigurationPath().c_str());
+        for (int i = 0; i < 300; ++i) ExpectThatTheyPass(library, "C_Logout");
+    }));
+}
+
+// The start and the stop of the library, by the host and by a call.
+TEST_F(ErrnoAndSignalMask, PassStartAndStop) {
+    EXPECT_TRUE(Survives([] {
+        const Library library;
+        SetSignalMask({SIGUSR1, SIGPIPE});
+        const std::string mask = SignalMask();
+        for (int i = 0; i < 3; ++i) {
+            for (const char* const function : {"CkLogSpecialInitialize", "CkLogSpecialFinalize"}) {
+                errno = kErrorOfApplication;
+                library.Exported<void()>(function)();
+                EXPECT_EQ(errno, kErrorOfApplication) << function;
+                EXPECT_EQ(SignalMask(), mask) << function;
+            }
+        }
+        targetAnswer = LookAroundAndChange;
+        ExpectThatTheyPass(library, "C_Logout");
+    }));
+}
+
+}  // namespace

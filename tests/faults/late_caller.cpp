@@ -1,0 +1,7 @@
+// A library of the application that makes a call when it is unloaded or the process ends.
+
+extern "C" void CallFromDestructor();
+
+namespace {
+__attribute__((destructor)) void Call() { CallFromDestructor(); }
+}  // namespace

@@ -1,0 +1,186 @@
+// The end of the process: calls that come when this library's own destructors have run, and an end while
+// other threads are in calls.
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+#include <thread>
+
+#include "tests/faults/application.h"
+#include "tests/faults/log_records.h"
+
+namespace {
+
+constexpr CK_ULONG kFromExitHandler = 101;
+constexpr CK_ULONG kFromStaticDestructor = 102;
+constexpr CK_ULONG kFromLibraryDestructor = 103;
+
+Library* lateLibrary = nullptr;
+
+// Nothing may be expected any more when this runs: a wrong result ends the process with a status of its own.
+void CallLate(CK_ULONG session) {
+    if (lateLibrary == nullptr) return;
+    if ((*lateLibrary)->C_Logout(session) != session + 1000) _exit(9);
+}
+
+CK_RV AnswerWithSession(const char*, const TargetWord* arguments, std::size_t) { return arguments[0] + 1000; }
+
+// Made before the library is loaded, and so destroyed after what the library has made.
+struct CallsWhenDestroyed {
+    ~CallsWhenDestroyed() { CallLate(kFromStaticDestructor); }
+} callsWhenDestroyed;
+
+class ProcessEnd : public FaultsTest {
+protected:
+    std::set<CK_ULONG> SessionsOfWholeCalls() const {
+        const ParsedLog log = ParseLog(Log());
+        EXPECT_EQ(log.remainder, "");
+        std::set<CK_ULONG> sessions;
+        for (std::size_t i = 0; i + 1 < log.records.size(); i += 2) {
+            EXPECT_TRUE(log.records[i].isStart);
+            EXPECT_FALSE(log.records[i + 1].isStart);
+            sessions.insert(log.records[i].FirstNumber());
+        }
+        return sessions;
+    }
+};
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) void CallFromDestructor() {
+    CallLate(kFromLibraryDestructor);
+}
+
+namespace {
+
+// The order in which the loader runs the destructors of two libraries is its own affair: one of them is
+// loaded before this library and one after it.
+TEST_F(ProcessEnd, LateCallsAreForwardedAndLogged) {
+    const std::string kFirst = directory.File("first.so");
+    const std::string kLast = directory.File("last.so");
+    std::filesystem::copy_file(LATE_CALLER, kFirst);
+    std::filesystem::copy_file(LATE_CALLER, kLast);
+    EXPECT_TRUE(Survives([&] {
+        targetAnswer = AnswerWithSession;
+        std::atexit([] { CallLate(kFromExitHandler); });
+        ASSERT_NE(dlopen(kFirst.c_str(), RTLD_NOW), nullptr);
+        lateLibrary = new Library;
+        ASSERT_NE(dlopen(kLast.c_str(), RTLD_NOW), nullptr);
+        (*lateLibrary)->C_Logout(1);
+        std::exit(0);
+    }));
+    EXPECT_EQ(SessionsOfWholeCalls(),
+              (std::set<CK_ULONG>{1, kFromExitHandler, kFromStaticDestructor, kFromLibraryDestructor}));
+    EXPECT_EQ(ParseLog(Log()).records.size(), 10U);
+}
+
+// The first call of the process, too.
+TEST_F(ProcessEnd, LateCallsStartTheLibrary) {
+    EXPECT_TRUE(Survives([] {
+        targetAnswer = AnswerWithSession;
+        std::atexit([] { CallLate(kFromExitHandler); });
+        lateLibrary = new Library;
+        std::exit(0);
+    }));
+    EXPECT_EQ(SessionsOfWholeCalls(), (std::set<CK_ULONG>{kFromExitHandler, kFromStaticDestructor}));
+}
+
+TEST_F(ProcessEnd, LateFinalizationIsHarmless) {
+    EXPECT_TRUE(Survives([] {
+        targetAnswer = AnswerWithSession;
+        std::atexit([] {
+            lateLibrary->Finalize();
+            CallLate(kFromExitHandler);
+            lateLibrary->Finalize();
+        });
+        lateLibrary = new Library;
+        (*lateLibrary)->C_Logout(1);
+        std::exit(0);
+    }));
+    EXPECT_EQ(SessionsOfWholeCalls(), (std::set<CK_ULONG>{1, kFromExitHandler, kFromStaticDestructor}));
+}
+
+// ---- While other threads are in calls ---------------------------------------------------------------------
+
+std::atomic<int> waitingInTarget{0};
+std::atomic<int> callsMade{0};
+
+CK_RV WaitOrAnswerWithSession(const char* function, const TargetWord* arguments, std::size_t) {
+    if (std::string_view(function) == "C_WaitForSlotEvent") {
+        ++waitingInTarget;
+        while (true) pause();
+    }
+    ++callsMade;
+    return arguments[0] + 1000;
+}
+
+class ProcessEndDuringCalls : public ProcessEnd {
+protected:
+    static constexpr int kRounds = 3;
+    static constexpr int kThreads = 2;
+    static constexpr int kCallsBefore = 20;
+
+    // Some threads wait in the target for ever, some call all the time.
+    static void MakeBusy(Library& library) {
+        targetAnswer = WaitOrAnswerWithSession;
+        for (int i = 0; i < kThreads; ++i) {
+            std::thread([&library] { library->C_WaitForSlotEvent(0, nullptr, nullptr); }).detach();
+            std::thread([&library] {
+                for (CK_ULONG session = 1;; ++session) {
+                    library->C_Logout(session);
+                    std::this_thread::yield();
+                }
+            }).detach();
+        }
+        while (waitingInTarget < kThreads || callsMade < kCallsBefore) std::this_thread::yield();
+    }
+
+    void ExpectQuickEndAndWholeRecords(void (*end)()) {
+        for (int round = 0; round < kRounds; ++round) {
+            unlink(LogPath().c_str());
+            ASSERT_TRUE(Survives([end] {
+                lateLibrary = new Library;
+                MakeBusy(*lateLibrary);
+                end();
+            })) << "in round "
+                << round;
+            const ParsedLog log = ParseLog(Log());
+            EXPECT_EQ(log.remainder, "");
+            EXPECT_GE(log.records.size(), 2U * kCallsBefore);
+        }
+    }
+};
+
+TEST_F(ProcessEndDuringCalls, ByExit) {
+    ExpectQuickEndAndWholeRecords([] { std::exit(0); });
+}
+
+TEST_F(ProcessEndDuringCalls, ByExitWithCallsOfAnExitHandler) {
+    ExpectQuickEndAndWholeRecords([] {
+        std::atexit([] {
+            for (CK_ULONG i = 0; i < 20; ++i) CallLate(kFromExitHandler);
+        });
+        std::exit(0);
+    });
+}
+
+TEST_F(ProcessEndDuringCalls, ByExitAtOnce) {
+    ExpectQuickEndAndWholeRecords([] { _exit(0); });
+}
+
+TEST_F(ProcessEndDuringCalls, ByQuickExit) {
+    ExpectQuickEndAndWholeRecords([] { std::quick_exit(0); });
+}
+
+TEST_F(ProcessEndDuringCalls, ByExitOfAnotherThread) {
+    ExpectQuickEndAndWholeRecords([] {
+        std::thread([] { std::exit(0); }).detach();
+        (*lateLibrary)->C_WaitForSlotEvent(0, nullptr, nullptr);
+    });
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+// An application that unloads the library and loads it again: nothing of it stays behind, and nothing is
+// lost.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <barrier>
+#include <fstream>
+#include <thread>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+#include "tests/faults/application.h"
+#include "tests/faults/log_records.h"
+
+// The search for leaks, which only a build with the address sanitizer has.
+extern "C" __attribute__((weak)) int __lsan_do_recoverable_leak_check();
+
+namespace {
+
+constexpr int kRounds = 100;
+constexpr int kWarmUp = 10;
+
+bool IsLoaded(const char* path) {
+    void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
+    if (handle != nullptr) dlclose(handle);
+    return handle != nullptr;
+}
+
+bool LeaksAreFound() {
+    return __lsan_do_recoverable_leak_check != nullptr && __lsan_do_recoverable_leak_check() != 0;
+}
+
+int OpenDescriptors() {
+    int count = 0;
+    for (int descriptor = 0; descriptor < 2000; ++descriptor)
+        count += fcntl(descriptor, F_GETFD) >= 0 ? 1 : 0;
+    return count;
+}
+
+// What the process has of memory; 0 for what the system or a sanitizer does not tell.
+struct Memory {
+    std::size_t allocated = 0;
+    int mappings = 0;
+};
+
+Memory MemoryInUse() {
+    Memory memory;
+#ifdef __GLIBC__
+    const auto heap = mallinfo2();
+    memory.allocated = heap.uordblks + heap.hblkhd;
+#endif
+    if (!CKSCRIBE_IS_SANITIZED) {
+        std::ifstream maps("/proc/self/maps");
+        for (std::string line; std::getline(maps, line);) ++memory.mappings;
+    }
+    return memory;
+}
+
+class Reloading : public FaultsTest {
+protected:
+    void ExpectWholeRecords(std::size_t count) const {
+        const ParsedLog log = ParseLog(Log());
+        EXPECT_EQ(log.remainder, "");
+        ASSERT_EQ(log.records.size(), count);
+        for (std::size_t i = 0; i < count; ++i) {
+            EXPECT_EQ(log.records[i].isStart, i % 2 == 0);
+            EXPECT_EQ(log.records[i].FirstNumber(), i % 2 == 0 ? i / 2 : 0);
+        }
+    }
+};
+
+std::atomic<int> targetLoads{0};
+
+TEST_F(Reloading, LeavesNothingBehind) {
+    EXPECT_TRUE(Survives([] {
+        onTargetLoaded = [] { ++targetLoads; };
+        const int descriptorsBefore = OpenDescriptors();
+        Memory memoryAfterWarmUp, memory;
+        for (CK_ULONG round = 0; round < kRounds; ++round) {
+            {
+                Library library;
+                EXPECT_EQ(library->C_Logout(round), CKR_OK);
+                if (round % 3 == 0) library.Finalize();
+                library.Close();
+            }
+            ASSERT_FALSE(IsLoaded(CKSCRIBE_LIBRARY));
+            ASSERT_FALSE(IsLoaded(SCRIPTED_TARGET));
+            memory = MemoryInUse();
+            if (round == kWarmUp) memoryAfterWarmUp = memory;
+        }
+        EXPECT_EQ(targetLoads, kRounds);
+        EXPECT_EQ(OpenDescriptors(), descriptorsBefore);
+        EXPECT_EQ(memory.allocated, memoryAfterWarmUp.allocated);
+        EXPECT_EQ(memory.mappings, memoryAfterWarmUp.mappings);
+        EXPECT_FALSE(LeaksAreFound());
+    }));
+    ExpectWholeRecords(2 * kRounds);
+}
+
+TEST_F(Reloading, IsPossibleWithoutACall) {
+    EXPECT_TRUE(Survives([] {
+        for (int round = 0; round < kRounds; ++round) {
+            Library().Close();
+            ASSERT_FALSE(IsLoaded(CKSCRIBE_LIBRARY));
+        }
+    }));
+    EXPECT_EQ(Log(), "");
+}
+
+// What the library has the system call at a fork goes with it.
+TEST_F(Reloading, LeavesNothingToDoForForks) {
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        library->C_Logout(0);
+        library.Close();
+        const pid_t child = fork();
+        if (child == 0) _exit(7);
+        int status = -1;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(WEXITSTATUS(status), 7) << Ending(status);
+    }));
+}
+
+// Nor has the system anything to do for a thread that has made calls.
+TEST_F(Reloading, LeavesNothingToDoForThreads) {
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        std::barrier called(2), unloaded(2);
+        std::thread caller([&] {
+            library->C_Logout(0);
+            called.arrive_and_wait();
+            unloaded.arrive_and_wait();
+        });
+        called.arrive_and_wait();
+        library.Close();
+        unloaded.arrive_and_wait();
+        caller.join();
+    }));
+    ExpectWholeRecords(2);
+}
+
+}  // namespace
