@@ -231,6 +231,9 @@ TEST(DataDescriptor, ReadsNoFurtherThanTheLength) {
     descriptor.GetDataValueFromText(kNumeric, text, 4, report);
     EXPECT_EQ(DataOf(descriptor), "AB");
     EXPECT_EQ(report.errorOccurred(), 0);
+    descriptor.GetDataValueFromText(kNumeric, text, 3, report);
+    EXPECT_EQ(DataOf(descriptor), "A@");
+    EXPECT_EQ(report.parsingError, 1);
 }
 
 TEST(DataDescriptor, AnErrorThatIsInTheReportStays) {
