@@ -55,7 +55,7 @@ enum CommandType : std::uint32_t {
     kDecryptDigest = 47,
     kSignEncrypt = 48,
     kDecryptVerify = 49,
-    kPerformSelfTest = 50,    // has no name in the log
+    kPerformSelfTest = 50,  // has no name in the log
     kVendorCommands = 51,
 };
 
