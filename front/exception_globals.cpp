@@ -1,0 +1,37 @@
+// Where the C++ runtime that is linked into this library keeps what a thread has thrown and caught.
+//
+// The runtime's own place is allocated when a thread throws for the first time; the system's loader does
+// that, and ends the process when there is no memory. But want of memory is the very thing that is thrown
+// here. This place is part of every thread from its beginning, at the cost of 16 of the bytes that the
+// system's loader keeps ready for libraries that are loaded late.
+//
+// Other runtimes (FreeBSD's) keep more than this and do not let it be replaced.
+
+#include <exception>
+
+#ifdef __GLIBCXX__
+
+#include <cxxabi.h>
+
+namespace __cxxabiv1 {
+
+// As the C++ ABI lays it down.
+struct __cxa_eh_globals {
+    void* caughtExceptions;
+    unsigned int uncaughtExceptions;
+};
+
+namespace {
+
+[[gnu::tls_model("initial-exec")]] constinit thread_local __cxa_eh_globals globals = {};
+
+}  // namespace
+
+extern "C" {
+__cxa_eh_globals* __cxa_get_globals() noexcept { return &globals; }
+__cxa_eh_globals* __cxa_get_globals_fast() noexcept { return &globals; }
+}
+
+}  // namespace __cxxabiv1
+
+#endif

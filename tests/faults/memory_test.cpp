@@ -1,0 +1,302 @@
+// Want of memory: whatever allocation fails, a call has the target's result, its records are whole or not
+// there, no lock and no memory stays behind. And what a process needs does not grow with the number of its
+// calls.
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include "tests/faults/application.h"
+#include "tests/faults/guarded_call.h"
+#include "tests/faults/log_records.h"
+#include "tests/faults/scarce_memory.h"
+
+namespace {
+
+using AnyFunction = CK_RV(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
+                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
+                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);
+
+constexpr unsigned long kFewCalls = 10'000;
+// Ten millions with both formats; a hundredth of that in builds that are many times slower.
+constexpr unsigned long kManyCalls = CKSCRIBE_IS_SANITIZED ? 50'000 : 5'000'000;
+// Of what the process occupies: the sanitizers keep for a while what is freed, and write down what is done.
+constexpr long kMostGrowthInKiB = CKSCRIBE_IS_SANITIZED ? 256 * 1024 : 128;
+constexpr unsigned long kCallsInALog = 100'000;
+constexpr std::streamoff kLongestLog = 100'000'000;
+
+// The status of a child that had all the memory that it wanted.
+constexpr int kNothingRefused = 17;
+
+long LargestSizeInKiB() {
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+CK_RV result = CKR_OK;
+unsigned long callsOfTarget = 0;
+
+CK_RV GiveResult(const char*, const TargetWord*, std::size_t) {
+    ++callsOfTarget;
+    return result;
+}
+
+// One function of the library with arguments that PKCS#11 allows, to be called again and again.
+class RepeatedCall {
+public:
+    RepeatedCall(const Library& library, const FunctionArguments& function)
+        : name(function.function),
+          address(library.Exported<AnyFunction>(function.function.c_str())),
+          call(function, pages) {}
+
+    CK_RV operator()() const {
+        const auto& w = call.words;
+        return address(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11], w[12], w[13],
+                       w[14], w[15], w[16], w[17], w[18], w[19]);
+    }
+
+    void Replace(std::size_t argument, const void* pointer) {
+        call.words[argument] = reinterpret_cast<CK_ULONG>(pointer);
+    }
+    void Replace(std::size_t argument, CK_ULONG word) { call.words[argument] = word; }
+
+    const std::string name;
+
+private:
+    GuardedPages pages;
+    AnyFunction* address;
+    GuardedCall call;
+};
+
+const FunctionArguments& FunctionNamed(const char* name) {
+    for (const FunctionArguments& function : ArgumentsOfFunctions()) {
+        if (function.function == name) return function;
+    }
+    std::abort();
+}
+
+class Memory : public FaultsTest {
+protected:
+    // Runs `body` in a child process that has a log of its own.
+    testing::AssertionResult SurvivesWithNewLog(const std::function<void()>& body) {
+        std::filesystem::remove(LogPath());
+        return Survives(body);
+    }
+
+    // What the log got since it was last read.
+    ParsedLog NewLog() {
+        std::ifstream log(LogPath(), std::ios::binary);
+        log.seekg(lengthRead);
+        const std::string text(std::istreambuf_iterator<char>(log), {});
+        lengthRead += static_cast<std::streamoff>(text.size());
+        // Not every time: a disk may take long over it.
+        if (lengthRead > kLongestLog) {
+            std::filesystem::resize_file(LogPath(), 0);
+            lengthRead = 0;
+        }
+        return ParseLog(text);
+    }
+
+    // A call while an allocation is refused, then one with all the memory that it wants. Gives whether any
+    // was refused.
+    static bool CallWithout(unsigned long allocation, Refused which, const RepeatedCall& call) {
+        const unsigned long callsBefore = callsOfTarget;
+        const long blocksBefore = AllocatedBlocks();
+        const long bytesBefore = AllocatedBytes();
+        RefuseAllocation(allocation, which);
+        const CK_RV rv = call();
+        const bool wasRefused = StopRefusing();
+        const CK_RV rvWithMemory = call();
+        const long blocksAfter = AllocatedBlocks();
+        const long bytesAfter = AllocatedBytes();
+        EXPECT_EQ(rv, result) << call.name << ", allocation " << allocation;
+        EXPECT_EQ(rvWithMemory, result) << call.name << ", allocation " << allocation;
+        EXPECT_EQ(callsOfTarget, callsBefore + 2) << call.name << ", allocation " << allocation;
+        EXPECT_LE(blocksAfter, blocksBefore) << call.name << ", allocation " << allocation;
+        EXPECT_LE(bytesAfter, bytesBefore) << call.name << ", allocation " << allocation;
+        return wasRefused;
+    }
+
+    // Every record is as it is when there is memory; the latest call has both.
+    void ExpectWholeRecords(const RepeatedCall& call, const ParsedLog& whole) {
+        const ParsedLog log = NewLog();
+        ASSERT_EQ(log.remainder, "") << call.name;
+        ASSERT_GE(log.records.size(), 2U) << call.name;
+        ASSERT_LE(log.records.size(), 4U) << call.name;
+        leftOut += 4 - log.records.size();
+        for (const LogRecord& record : log.records) {
+            const LogRecord& expected = whole.records[record.isStart ? 0 : 1];
+            EXPECT_EQ(record.function, expected.function);
+            EXPECT_EQ(record.result, expected.result) << call.name;
+            EXPECT_EQ(record.children, expected.children) << call.name;
+        }
+        EXPECT_TRUE(log.records.rbegin()[1].isStart) << call.name;
+        EXPECT_FALSE(log.records.back().isStart) << call.name;
+    }
+
+    void CallWithoutEachAllocationInTurn(const RepeatedCall& call) {
+        EXPECT_EQ(call(), result);
+        const ParsedLog whole = NewLog();
+        if (call.name == "CA_GetFunctionList") return;  // has no records
+        ASSERT_EQ(whole.records.size(), 2U) << call.name;
+        for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
+            for (unsigned long allocation = 0; CallWithout(allocation, which, call); ++allocation) {
+                ExpectWholeRecords(call, whole);
+                if (HasFailure()) return;
+            }
+            NewLog();
+        }
+        std::thread([&call] { call(); }).join();
+        EXPECT_EQ(NewLog().records.size(), 2U) << call.name;
+    }
+
+    unsigned long leftOut = 0;  // records
+    std::streamoff lengthRead = 0;
+
+    void ExpectNoGrowth() {
+        EXPECT_TRUE(SurvivesWithNewLog([this] {
+            targetAnswer = GiveResult;
+            Library library;
+            std::vector<std::unique_ptr<RepeatedCall>> calls;
+            for (const FunctionArguments& function : ArgumentsOfFunctions()) {
+                calls.push_back(std::make_unique<RepeatedCall>(library, function));
+            }
+            const auto callAll = [&](unsigned long times) {
+                for (unsigned long i = 0; i < times; ++i) {
+                    (*calls[i % calls.size()])();
+                    if (i % kCallsInALog == 0) std::filesystem::resize_file(LogPath(), 0);
+                }
+            };
+            callAll(kFewCalls);
+            const long blocks = AllocatedBlocks();
+            const long bytes = AllocatedBytes();
+            const long size = LargestSizeInKiB();
+            callAll(kManyCalls);
+            EXPECT_EQ(AllocatedBlocks(), blocks);
+            EXPECT_EQ(AllocatedBytes(), bytes);
+            EXPECT_LE(LargestSizeInKiB(), size + kMostGrowthInKiB);
+        }));
+    }
+};
+
+TEST_F(Memory, MayBeShortInAnyCall) {
+    for (const char* const isNewFormat : {"1", "0"}) {
+        Set("NewFormat", isNewFormat);
+        for (const CK_RV rv : {CK_RV{CKR_OK}, CK_RV{0x8000BEEF}}) {
+            EXPECT_TRUE(SurvivesWithNewLog([this, rv] {
+                result = rv;
+                targetAnswer = GiveResult;
+                Library library;
+                library.Exported<void()>("CkLogSpecialInitialize")();
+                for (const FunctionArguments& function : ArgumentsOfFunctions()) {
+                    if (function.function == "C_GetFunctionStatus") continue;  // never reaches the target
+                    CallWithoutEachAllocationInTurn(RepeatedCall(library, function));
+                    if (HasFailure()) return;
+                }
+                EXPECT_GT(leftOut, 0U);
+            }));
+        }
+    }
+}
+
+// More than is kept from one record to the next.
+TEST_F(Memory, MayBeShortInALargeCall) {
+    for (const char* const isNewFormat : {"1", "0"}) {
+        Set("NewFormat", isNewFormat);
+        EXPECT_TRUE(SurvivesWithNewLog([this] {
+            targetAnswer = GiveResult;
+            Library library;
+            std::string value(100'000, 'v');
+            std::vector<CK_ATTRIBUTE> attributes(12, CK_ATTRIBUTE{CKA_LABEL, value.data(), value.size()});
+            RepeatedCall call(library, FunctionNamed("C_CreateObject"));
+            call.Replace(1, attributes.data());
+            call.Replace(2, attributes.size());
+            library.Exported<void()>("CkLogSpecialInitialize")();
+            CallWithoutEachAllocationInTurn(call);
+            EXPECT_GT(leftOut, 4U);
+        }));
+    }
+}
+
+// Without memory for it the target cannot be loaded; then the call has the answer of a target that is not
+// there.
+TEST_F(Memory, MayBeShortAtTheStart) {
+    for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
+        EXPECT_TRUE(SurvivesWithNewLog([this, which] {
+            result = CKR_DEVICE_ERROR;
+            targetAnswer = GiveResult;
+            Library library;
+            const RepeatedCall call(library, FunctionNamed("C_Sign"));
+            EXPECT_EQ(call(), result);
+            EXPECT_EQ(NewLog().records.size(), 2U);
+            unsigned long loaded = 0;
+            bool wasRefused = true;
+            for (unsigned long allocation = 0; wasRefused && !HasFailure(); ++allocation) {
+                const long blocksBefore = AllocatedBlocks();
+                library.Finalize();
+                callsOfTarget = 0;
+                RefuseAllocation(allocation, which);
+                const CK_RV rv = call();
+                wasRefused = StopRefusing();
+                library.Finalize();
+                const CK_RV rvWithMemory = call();
+                const long blocksAfter = AllocatedBlocks();
+                EXPECT_EQ(rv, callsOfTarget == 2 ? result : CKR_FUNCTION_NOT_SUPPORTED) << allocation;
+                EXPECT_EQ(rvWithMemory, result) << allocation;
+                EXPECT_LE(blocksAfter, blocksBefore) << allocation;
+
+                if (callsOfTarget == 2) ++loaded;
+
+                std::thread([&call] { EXPECT_EQ(call(), result); }).join();
+                const ParsedLog log = NewLog();
+                EXPECT_EQ(log.remainder, "") << allocation;
+                EXPECT_GE(log.records.size(), 4U) << allocation;
+            }
+            EXPECT_GT(loaded, 1U);
+        }));
+    }
+}
+
+TEST_F(Memory, MayBeShortInTheFirstCallOfAProcess) {
+    for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
+        bool wasRefused = true;
+        for (unsigned long allocation = 0; wasRefused && !HasFailure(); ++allocation) {
+            std::filesystem::remove(LogPath());
+            const int status = StatusOf([this, which, allocation] {
+                result = CKR_DEVICE_ERROR;
+                targetAnswer = GiveResult;
+                Library library;
+                const RepeatedCall call(library, FunctionNamed("C_Sign"));
+                RefuseAllocation(allocation, which);
+                const CK_RV rv = call();
+                const bool refused = StopRefusing();
+                EXPECT_EQ(rv, callsOfTarget == 1 ? result : CKR_FUNCTION_NOT_SUPPORTED);
+                EXPECT_EQ(NewLog().remainder, "");
+                std::thread([&library] { library.Finalize(); }).join();
+                EXPECT_EQ(call(), result);
+                EXPECT_EQ(NewLog().records.size(), 2U);
+                if (!refused && !HasFailure()) _exit(kNothingRefused);
+            });
+            wasRefused = !(WIFEXITED(status) && WEXITSTATUS(status) == kNothingRefused);
+            EXPECT_TRUE(status == 0 || !wasRefused) << "allocation " << allocation << ": " << Ending(status);
+        }
+    }
+}
+
+TEST_F(Memory, DoesNotGrowWithCallsInTheNewFormat) { ExpectNoGrowth(); }
+
+TEST_F(Memory, DoesNotGrowWithCallsInTheOldFormat) {
+    Set("NewFormat", "0");
+    ExpectNoGrowth();
+}
+
+}  // namespace

@@ -1,0 +1,150 @@
+#include "tests/faults/scarce_memory.h"
+
+#include <dlfcn.h>
+#include <malloc.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstddef>
+#include <new>
+
+#define REPLACEMENT __attribute__((visibility("default")))
+
+namespace {
+
+std::atomic<long> blocks{0};
+std::atomic<long> bytes{0};
+
+thread_local bool isRefusing = false;
+thread_local bool wasRefused = false;
+thread_local unsigned long allocationsBefore = 0;
+thread_local Refused refused = Refused::kOne;
+
+bool IsRefused() {
+    if (!isRefusing) return false;
+    if (allocationsBefore > 0) {
+        --allocationsBefore;
+        return false;
+    }
+    if (wasRefused && refused == Refused::kOne) return false;
+    wasRefused = true;
+    errno = ENOMEM;
+    return true;
+}
+
+// The function that one of those below stands in front of. Needs no construction at run time.
+template <class Function>
+class Original {
+public:
+    constexpr explicit Original(const char* name) : name(name) {}
+
+    template <class... Arguments>
+    auto operator()(Arguments... arguments) {
+        Function* function = known.load(std::memory_order_relaxed);
+        if (function == nullptr) {
+            function = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+            known.store(function, std::memory_order_relaxed);
+        }
+        return function(arguments...);
+    }
+
+private:
+    const char* name;
+    std::atomic<Function*> known{nullptr};
+};
+
+constinit Original<void*(std::size_t)> originalMalloc("malloc");
+constinit Original<void*(std::size_t, std::size_t)> originalCalloc("calloc");
+constinit Original<void*(void*, std::size_t)> originalRealloc("realloc");
+constinit Original<void*(std::size_t, std::size_t)> originalAlignedAlloc("aligned_alloc");
+constinit Original<void*(std::size_t, std::size_t)> originalMemalign("memalign");
+constinit Original<int(void**, std::size_t, std::size_t)> originalPosixMemalign("posix_memalign");
+constinit Original<void(void*)> originalFree("free");
+
+void Count(void* block, long sign) {
+    if (block == nullptr) return;
+    blocks += sign;
+    bytes += sign * static_cast<long>(malloc_usable_size(block));
+}
+
+void* Counted(void* block) {
+    Count(block, 1);
+    return block;
+}
+
+void* New(std::size_t size) {
+    void* const block = malloc(size);
+    if (block == nullptr) throw std::bad_alloc();
+    return block;
+}
+
+}  // namespace
+
+extern "C" {
+
+REPLACEMENT void* malloc(std::size_t size) noexcept {
+    return IsRefused() ? nullptr : Counted(originalMalloc(size));
+}
+
+REPLACEMENT void* calloc(std::size_t count, std::size_t size) noexcept {
+    return IsRefused() ? nullptr : Counted(originalCalloc(count, size));
+}
+
+REPLACEMENT void* realloc(void* block, std::size_t size) noexcept {
+    if (IsRefused()) return nullptr;
+    const long sizeBefore = block == nullptr ? 0 : static_cast<long>(malloc_usable_size(block));
+    void* const changed = originalRealloc(block, size);
+    if (changed == nullptr && size != 0) return nullptr;
+    if (block != nullptr) {
+        --blocks;
+        bytes -= sizeBefore;
+    }
+    return Counted(changed);
+}
+
+REPLACEMENT void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
+    return IsRefused() ? nullptr : Counted(originalAlignedAlloc(alignment, size));
+}
+
+REPLACEMENT void* memalign(std::size_t alignment, std::size_t size) noexcept {
+    return IsRefused() ? nullptr : Counted(originalMemalign(alignment, size));
+}
+
+REPLACEMENT int posix_memalign(void** block, std::size_t alignment, std::size_t size) noexcept {
+    if (IsRefused()) return ENOMEM;
+    const int result = originalPosixMemalign(block, alignment, size);
+    if (result == 0) Count(*block, 1);
+    return result;
+}
+
+REPLACEMENT void free(void* block) noexcept {
+    Count(block, -1);
+    originalFree(block);
+}
+}
+
+REPLACEMENT void* operator new(std::size_t size) { return New(size); }
+REPLACEMENT void* operator new[](std::size_t size) { return New(size); }
+REPLACEMENT void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return malloc(size); }
+REPLACEMENT void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return malloc(size); }
+REPLACEMENT void operator delete(void* block) noexcept { free(block); }
+REPLACEMENT void operator delete[](void* block) noexcept { free(block); }
+REPLACEMENT void operator delete(void* block, std::size_t) noexcept { free(block); }
+REPLACEMENT void operator delete[](void* block, std::size_t) noexcept { free(block); }
+REPLACEMENT void operator delete(void* block, const std::nothrow_t&) noexcept { free(block); }
+REPLACEMENT void operator delete[](void* block, const std::nothrow_t&) noexcept { free(block); }
+
+void RefuseAllocation(unsigned long number, Refused which) {
+    allocationsBefore = number;
+    refused = which;
+    wasRefused = false;
+    isRefusing = true;
+}
+
+bool StopRefusing() {
+    isRefusing = false;
+    return wasRefused;
+}
+
+long AllocatedBlocks() { return blocks; }
+long AllocatedBytes() { return bytes; }
