@@ -8,7 +8,9 @@
 
 namespace {
 
-std::string OutputOf(const std::string& command) {
+// What a tool tells of the library.
+std::string OutputOf(std::string command) {
+    command.append(" ").append(kLibraryPath);
     std::FILE* const pipe = popen(command.c_str(), "r");
     if (pipe == nullptr) return "";
     std::string output;
@@ -19,15 +21,14 @@ std::string OutputOf(const std::string& command) {
 }
 
 std::multiset<std::string> DefinedSymbols() {
-    std::istringstream lines(
-        OutputOf(std::string("nm --dynamic --defined-only --format=posix ") + kLibraryPath));
+    std::istringstream lines(OutputOf("nm --dynamic --defined-only --format=posix"));
     std::multiset<std::string> symbols;
     for (std::string line; std::getline(lines, line);) symbols.insert(line.substr(0, line.find(' ')));
     return symbols;
 }
 
 std::set<std::string> NeededLibraries() {
-    std::istringstream lines(OutputOf(std::string("readelf --dynamic --wide ") + kLibraryPath));
+    std::istringstream lines(OutputOf("readelf --dynamic --wide"));
     std::set<std::string> needed;
     for (std::string line; std::getline(lines, line);) {
         if (line.find("(NEEDED)") == line.npos) continue;

@@ -141,7 +141,7 @@ TEST_F(VendorForwarding, IsUnchangedWhenTheLevelLogsNone) {
 TEST_F(VendorForwarding, TakesTheLowestByteForABoolean) {
     Load();
     for (const auto& [function, place] : kBooleans) {
-        for (const TargetWord byte : {0x00, 0x01, 0x02, 0x80, 0xFF}) {
+        for (const TargetWord byte : {0x00UL, 0x01UL, 0x02UL, 0x80UL, 0xFFUL}) {
             CallWords words = DistinctWords();
             words[place] = 0xABCDEF0123456700 | byte;
             script.result = CKR_OK;

@@ -107,6 +107,12 @@ inline std::size_t NumberBytesOfSecret(std::string_view digits) {
 
 inline bool IsDecimal(char character) { return character >= '0' && character <= '9'; }
 
+inline std::string ContentsOf(const std::filesystem::path& path) {
+    std::ostringstream contents;
+    contents << std::ifstream(path, std::ios::binary).rdbuf();
+    return std::move(contents).str();
+}
+
 }  // namespace secret_search
 
 // The first part of a secret in `written`, as text, in hexadecimal digits or as a decimal number, with the
@@ -131,18 +137,15 @@ inline std::optional<FoundSecret> FindSecret(std::string_view written, std::size
 // libraries and images of processes are passed over, for they hold what they were given; so is what is larger
 // than any log.
 inline std::vector<std::string> FilesWithSecrets(const std::filesystem::path& place) {
+    using secret_search::ContentsOf;
     namespace fs = std::filesystem;
     constexpr std::uintmax_t kLargestLog = std::uintmax_t{1} << 30;
     std::vector<std::string> told;
     std::error_code error;
     const auto search = [&](const fs::path& path) {
         if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestLog) return;
-        std::ostringstream contents;
-        contents << std::ifstream(path, std::ios::binary).rdbuf();
-        const std::string text = std::move(contents).str();
-        if (text.starts_with("\x7f"
-                             "ELF"))
-            return;
+        const std::string text = ContentsOf(path);
+        if (text.starts_with("\177ELF")) return;
         const auto found = FindSecret(text, kLeastPartAmongChance);
         if (found)
             told.push_back(path.string() + ": " + found->form + " at " + std::to_string(found->offset));

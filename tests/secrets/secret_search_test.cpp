@@ -98,8 +98,7 @@ TEST(FilesWithSecrets, AreToldByNamePlaceAndForm) {
     std::filesystem::create_directory(below);
     std::ofstream(below + "/calls.log") << "PIN=Q~J^";
     std::ofstream(below + "/errors.log") << "PIN=*";
-    std::ofstream(below + "/library.so") << "\x7f"
-                                            "ELF Q~J^";
+    std::ofstream(below + "/library.so") << "\177ELF Q~J^";
     const std::vector<std::string> expected = {below + "/calls.log: text at 4"};
     EXPECT_EQ(expected, FilesWithSecrets(directory.Path()));
     EXPECT_EQ(expected, FilesWithSecrets(below + "/calls.log"));
