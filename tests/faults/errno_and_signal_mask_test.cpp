@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 #include "tests/faults/application.h"
 
@@ -50,19 +51,22 @@ CK_RV LookAroundAndChange(const char*, const TargetWord*, std::size_t) {
     return result;
 }
 
+// Enough nulls for every function: what stands behind its last argument is nobody's.
+template <std::size_t... i>
+CK_RV CallWithNulls(void* function, std::index_sequence<i...>) {
+    return reinterpret_cast<CK_RV (*)(decltype(TargetWord{i})...)>(function)((TargetWord{i} * 0)...);
+}
+
 class ErrnoAndSignalMask : public FaultsTest {
 protected:
     // A call of a function with nulls for arguments.
     static void ExpectThatTheyPass(const Library& library, const char* function, bool reachesTarget = true) {
-        using Words =
-            CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
-                  TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord);
-        Words* const call = library.Exported<Words>(function);
+        void* const address = library.Address(function);
         SetSignalMask({SIGUSR1, SIGPIPE});
         const std::string maskOfApplication = SignalMask();
         found = {};
         errno = kErrorOfApplication;
-        call(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+        CallWithNulls(address, std::make_index_sequence<kTargetWords>());
         const int error = errno;
         const std::string mask = SignalMask();
         SetSignalMask({});

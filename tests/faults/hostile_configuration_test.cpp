@@ -208,6 +208,7 @@ TEST_F(HostileConfiguration, HoldsEveryByteValue) {
     const std::string kBeginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
     const std::string kCannotBeInAName = std::string("\r\n;}/") + '\0';
     EXPECT_TRUE(Survives([&] {
+        ASSERT_EQ(chdir(directory.Path().c_str()), 0);
         Library library;
         for (int byte = 0; byte < 256; ++byte) {
             const std::string bytes = Bytes(byte, 300);
@@ -230,6 +231,7 @@ TEST_F(HostileConfiguration, HoldsEveryByteValue) {
 
 TEST_F(HostileConfiguration, HoldsValuesOfEveryLength) {
     EXPECT_TRUE(Survives([this] {
+        ASSERT_EQ(chdir(directory.Path().c_str()), 0);
         Library library;
         for (const std::size_t length :
              {1U, 198U, 199U, 200U, 201U, 498U, 499U, 500U, 501U, 5000U, 100000U}) {
