@@ -38,13 +38,13 @@ void MakeStartRecord(const Builder& builder) {
     });
 }
 
-// After a failure, arguments may be anything: nothing about them is taken from memory.
+// What the start record told holds no longer either: a target that refuses a call has looked at nothing, and
+// one that accepts it has had what it needs of the input.
 template <class Builder>
 void MakeEndRecord(CK_RV rv, const Builder& builder) {
     MakeRecord([&] {
-        if (rv != CKR_OK) ForgetReadablePages();
-        builder(rv);
         ForgetReadablePages();
+        builder(rv);
     });
 }
 

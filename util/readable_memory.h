@@ -27,6 +27,5 @@ bool CopyReadable(const void* address, void* object, std::size_t size);
 std::size_t ReadableTextLength(const void* text);
 
 // What has been remembered of readable pages is forgotten, but for pages that stay readable (see
-// util/lasting_memory.h). To be called before each call's first record: what an earlier call named may be
-// gone.
+// util/lasting_memory.h). To be called before each record: what an earlier one was about may be gone.
 void ForgetReadablePages();

@@ -43,7 +43,8 @@ struct Variant {
     std::string name;
     std::function<void(GuardedCall&)> before;  // changes the call; may be empty
     std::function<void(GuardedCall&)> inside;  // what the target does to the call's memory; may be empty
-    bool closesMemory = false;                 // the memory is gone when the target returns
+    std::function<void(GuardedCall&)>
+        last;  // what becomes of the memory before the target returns; may be empty
 };
 
 // What the target does and saw. It is asked on the thread of the test.
@@ -60,7 +61,7 @@ CK_RV ScriptedAnswer(const char*, const TargetWord* words, std::size_t count) {
     target.words.assign(words, words + count);
     if (target.variant->inside) target.variant->inside(*target.call);
     target.memory = target.pages->Contents();
-    if (target.variant->closesMemory) target.pages->Close();
+    if (target.variant->last) target.variant->last(*target.call);
     return target.rv;
 }
 
@@ -102,7 +103,7 @@ protected:
         })) << note.Text();
     }
 
-    static Variant Lawful() { return {"", {}, {}, false}; }
+    static Variant Lawful() { return {"", {}, {}, {}}; }
 
 private:
     struct Functions {
@@ -166,7 +167,7 @@ private:
         const auto& w = call.words;
         const CK_RV result = called(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11],
                                     w[12], w[13], w[14], w[15], w[16], w[17], w[18], w[19]);
-        if (variant.closesMemory) pages.Open();
+        if (variant.last) pages.Open();
         EXPECT_TRUE(target.memory == pages.Contents()) << "memory of the application was changed";
         return result;
     }
@@ -210,7 +211,7 @@ void AddVariants(std::vector<Variant>& variants, const GuardedCall& lawful, Plac
                                 place.Set(other(place.Get()));
                             },
                             {},
-                            false});
+                            {}});
     }
 }
 
@@ -236,7 +237,7 @@ TEST_P(ForbiddenArguments, PointersThatAreNull) {
                                                   [](const Place& pointer) { pointer.Set(0); });
                                 },
                                 {},
-                                false});
+                                {}});
             return variants;
         },
         AllResults());
@@ -282,7 +283,7 @@ TEST_P(ForbiddenArguments, CountsThatNobodySetAfterARefusal) {
                     variants.push_back({lawful.outputLengths[i].name + " becomes " + value,
                                         {},
                                         [=](GuardedCall& call) { call.outputLengths[i].Set(length); },
-                                        false});
+                                        {}});
                 }
             }
             return variants;
@@ -293,9 +294,18 @@ TEST_P(ForbiddenArguments, CountsThatNobodySetAfterARefusal) {
 TEST_P(ForbiddenArguments, MemoryThatGoesDuringARefusedCall) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall&) {
-            return std::vector<Variant>{{"memory goes", {}, {}, true}};
+            return std::vector<Variant>{{"memory goes", {}, {}, &GuardedCall::CloseEverything}};
         },
         Refusals());
+}
+
+// Once the target has taken what it needs, a successful call may lose its input, too.
+TEST_P(ForbiddenArguments, InputThatGoesDuringACall) {
+    ExpectSameAsWithoutUs(
+        [](const GuardedCall&) {
+            return std::vector<Variant>{{"input goes", {}, {}, &GuardedCall::CloseInputs}};
+        },
+        AllResults());
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, ForbiddenArguments, testing::Values("0", "1"),

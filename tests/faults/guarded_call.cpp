@@ -49,8 +49,8 @@ char* GuardedPages::Take(std::size_t size) {
     return End(used++) - size;
 }
 
-void GuardedPages::Close() {
-    for (std::size_t i = 0; i < used; ++i) mprotect(End(i) - kPage, kPage, PROT_NONE);
+void GuardedPages::Close(std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) mprotect(End(i) - kPage, kPage, PROT_NONE);
 }
 
 void GuardedPages::Open() {
@@ -64,10 +64,35 @@ std::string GuardedPages::Contents() const {
 }
 
 GuardedCall::GuardedCall(const FunctionArguments& function, GuardedPages& pages)
-    : arguments(function.arguments), pages(pages) {
+    : function(function), arguments(function.arguments), pages(pages) {
     pages.Reset();
     for (std::size_t i = 0; i < words.size(); ++i) words[i] = 0x50 + i;
-    for (std::size_t i = 0; i < arguments.size(); ++i) LayOut(i);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        pagesBefore.push_back(pages.Used());
+        LayOut(i);
+    }
+    pagesBefore.push_back(pages.Used());
+}
+
+void GuardedCall::CloseInputs() {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (IsInput(i)) pages.Close(pagesBefore[i], pagesBefore[i + 1]);
+    }
+}
+
+bool GuardedCall::IsInput(std::size_t index) const {
+    switch (arguments[index].kind) {
+        case Kind::kInputBytes:
+        case Kind::kInputWords:
+        case Kind::kInputText:
+        case Kind::kInputStrings:
+        case Kind::kMechanism:
+            return true;
+        case Kind::kTemplate:
+            return function.function != "C_GetAttributeValue";  // where the target fills it
+        default:
+            return false;
+    }
 }
 
 void GuardedCall::LayOut(std::size_t index) {

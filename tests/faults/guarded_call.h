@@ -28,8 +28,11 @@ public:
     // The last `size` bytes of a page that is free.
     char* Take(std::size_t size);
 
-    // Nothing of the pages can be read until Open.
-    void Close();
+    // How many pages are taken. They are taken in the order of their indexes.
+    std::size_t Used() const { return used; }
+
+    // The pages from index `begin` on and before `end` cannot be read until Open opens all.
+    void Close(std::size_t begin, std::size_t end);
     void Open();
 
     // A page that is never there.
@@ -81,7 +84,12 @@ public:
     // Where the target stores a pointer, whatever else it does: null or valid.
     std::vector<Place> functionLists;
 
+    // The application's input is gone, or all of the call's memory, until the pages are opened.
+    void CloseInputs();
+    void CloseEverything() { pages.Close(0, pages.Used()); }
+
 private:
+    bool IsInput(std::size_t index) const;
     void LayOut(std::size_t index);
     void PointTo(std::size_t index, void* memory);
     CK_ULONG* Words(std::size_t index, const std::string& name);
@@ -89,6 +97,8 @@ private:
     void Template(std::size_t index);
     void Strings(std::size_t index);
 
+    const FunctionArguments& function;
     const std::vector<Argument>& arguments;
     GuardedPages& pages;
+    std::vector<std::size_t> pagesBefore;  // of each argument: how many pages those in front of it have
 };
