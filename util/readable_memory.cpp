@@ -56,9 +56,11 @@ bool CanBeRead(std::uintptr_t address) {
 bool FirstPageCanBeRead(std::uintptr_t address) {
     const std::uintptr_t page = address & ~(kPageSize - 1);
     if (page == 0) return false;
-    const KnownPage& known = PlaceOf(page);
-    if (known.page == page && (known.epoch == epoch || IsLastingPage(page))) return true;
-    return CanBeRead(address);
+    KnownPage& known = PlaceOf(page);
+    if (known.page != page) return CanBeRead(address);
+    if (known.epoch != epoch && !IsLastingPage(page)) return CanBeRead(address);
+    known.epoch = epoch;
+    return true;
 }
 
 // What an application's length claims may end before a further page, so that it is asked for more often.
