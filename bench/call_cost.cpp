@@ -124,6 +124,8 @@ void RunCalls(benchmark::State& state) {
 alignas(kCacheLine) std::atomic<unsigned> queries{0};
 
 // What no call that asks the logging mask twice can do without: all threads count their queries in one place.
+// The count is waited for before the call, as by everything that other threads must see before the target is
+// entered.
 template <Call call>
 void RunCountedCalls(benchmark::State& state) {
     const auto count = [] {
@@ -132,6 +134,7 @@ void RunCountedCalls(benchmark::State& state) {
     CallingThread thread(*library);
     Run(state, [&] {
         count();
+        std::atomic_thread_fence(std::memory_order_seq_cst);
         (thread.*call)();
         count();
     });
