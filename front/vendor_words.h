@@ -1,8 +1,8 @@
 // How the functions of the vendor are called without knowing their prototypes.
 //
 // A target's own prototype may be longer than what a record shows of it. Every vendor function is therefore
-// taken and handed on as a row of machine words, more than any record needs and never fewer than sixteen.
-// That is sound on x86-64 as Linux and FreeBSD use it (System V ABI):
+// taken and handed on as a row of machine words, as many as the longest record needs, which is more than
+// sixteen. That is sound on x86-64 as Linux and FreeBSD use it (System V ABI):
 //
 //  - An argument that is an integer or a pointer, as all of these functions' are, is one word whatever its
 //    type. The first six come in registers, the others in order on the stack above the return address.

@@ -1,4 +1,8 @@
 // What only the records of the vendor's functions are written with; the rest is in records/record_children.h.
+//
+// The format is uneven in places, and what reads it knows it so: some records show a session, a handle or an
+// address as a plain number where others have a kind for it, some pair each address with what is behind it
+// and others show all addresses first. All of that is kept.
 #pragma once
 
 #include "records/record_children.h"

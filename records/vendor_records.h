@@ -2,8 +2,9 @@
 // forwarded, and the end record, written after it.
 //
 // They ask for no logging level: whoever calls them has decided that the call is logged. The arguments of the
-// call are taken as they came; pointers may be null or wild. Nothing behind an output pointer is read unless
-// the call succeeded or its buffer was too small. No PIN or other secret is read at all.
+// call are taken as they came; pointers may be null or wild. An end record reads nothing behind a pointer
+// unless the call succeeded or its buffer was too small. No PIN and no secret of an authorisation list is
+// read at all.
 //
 // Needs the record lock. Throws std::bad_alloc, and then has written nothing.
 #pragma once
