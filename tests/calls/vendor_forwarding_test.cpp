@@ -79,11 +79,16 @@ public:
     StackOf(const StackOf&) = delete;
     StackOf& operator=(const StackOf&) = delete;
 
-    // Calls a function with one argument.
+    // Calls a function with one argument, and with zero in the other registers for arguments.
     CK_RV Call(void* function, TargetWord argument) {
         CK_RV result;
         TargetWord* const top = Top();
         asm volatile(
+            "xor %%esi, %%esi\n\t"
+            "xor %%edx, %%edx\n\t"
+            "xor %%ecx, %%ecx\n\t"
+            "xor %%r8d, %%r8d\n\t"
+            "xor %%r9d, %%r9d\n\t"
             "mov %%rsp, %%rbx\n\t"
             "mov %[top], %%rsp\n\t"
             "call *%[function]\n\t"
@@ -158,18 +163,15 @@ TEST_F(VendorForwarding, LeavesTheStackOfItsCallerAlone) {
         Set("LoggingLevel", level);
         Restart();
         for (const std::string& function : Without(kVendorFunctions, {"CA_GetFunctionList"})) {
-            const CallWords words = DistinctWords();
+            CallWords words = DistinctWords();
+            std::fill_n(words.begin(), 6, 0);
+            words[0] = 0x51;
             const std::vector<TargetWord> pushed(words.begin() + 6, words.end());
             StackOf stack(pushed);
             script.result = 0x80000999;
             EXPECT_EQ(0x80000999u, stack.Call(ExportedAddress(function.c_str()), 0x51)) << function;
             EXPECT_EQ(pushed, stack.Words()) << function;
-            ASSERT_EQ(1u, script.received.size()) << function;
-            const std::vector<TargetWord>& received = script.received.front().words;
-            EXPECT_EQ(0x51u, received[0]);
-            std::vector<TargetWord> expected = ExpectedInTarget(function, words);
-            EXPECT_TRUE(std::equal(expected.begin() + 6, expected.end(), received.begin() + 6)) << function;
-            script.received.clear();
+            ExpectReceived(function, ExpectedInTarget(function, words));
         }
     }
 }
