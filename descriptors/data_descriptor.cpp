@@ -11,7 +11,6 @@
 namespace {
 
 constexpr unsigned long kGrowth = 8;
-constexpr unsigned char kLastPrintableByte = 126;
 
 constexpr unsigned long RoundedUpToGrowth(unsigned long length) {
     return (length + kGrowth - 1) / kGrowth * kGrowth;

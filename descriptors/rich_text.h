@@ -17,6 +17,9 @@ inline constexpr std::string_view kRichTextEscapes = "0123456789abcdefghijklmnop
 
 constexpr bool IsControlByte(unsigned char byte) { return byte < 32; }
 
+// A value with a byte above is no text of any kind.
+inline constexpr unsigned char kLastPrintableByte = 126;
+
 // The character that follows the backslash of a control byte (0 to 31).
 constexpr char RichTextEscape(unsigned char controlByte) { return kRichTextEscapes[controlByte]; }
 
@@ -29,17 +32,22 @@ constexpr std::optional<char> ByteOfRichTextEscape(char escape) {
     return static_cast<char>(index);
 }
 
-// Writes `bytes` as rich text, without the quotes around them.
-inline void WriteRichText(std::FILE* stream, std::string_view bytes) {
+// Writes `bytes` as rich text, without the quotes around them: `put` takes one character after the other.
+template <class Put>
+void PutRichText(std::string_view bytes, const Put& put) {
     for (const char byte : bytes) {
         if (IsControlByte(static_cast<unsigned char>(byte))) {
-            std::fputc('\\', stream);
-            std::fputc(RichTextEscape(static_cast<unsigned char>(byte)), stream);
+            put('\\');
+            put(RichTextEscape(static_cast<unsigned char>(byte)));
         } else {
-            if (byte == '\\' || byte == '"') std::fputc(byte, stream);
-            std::fputc(byte, stream);
+            if (byte == '\\' || byte == '"') put(byte);
+            put(byte);
         }
     }
+}
+
+inline void WriteRichText(std::FILE* stream, std::string_view bytes) {
+    PutRichText(bytes, [stream](char character) { std::fputc(character, stream); });
 }
 
 // Takes one byte, as it was written, off the front of `text`, which must not be empty, and returns it. An

@@ -1,5 +1,7 @@
 #include "descriptors/value_descriptor.h"
 
+#include <p11-kit/pkcs11.h>
+
 #include <cstring>
 
 #include "descriptors/rich_text.h"
@@ -7,9 +9,7 @@
 
 namespace {
 
-constexpr unsigned long kUnavailable = ~0ul;  // CK_UNAVAILABLE_INFORMATION
-constexpr unsigned char kHighestText = 126;
-constexpr unsigned char kLowestPrintable = 32;
+constexpr CK_ULONG kUnavailable = CK_UNAVAILABLE_INFORMATION;
 
 }  // namespace
 
@@ -42,8 +42,8 @@ void ValueDescriptor::ReleaseValue() {
 ValueFormat ValueDescriptor::FormatFromDataValue() const {
     unsigned long control = 0;
     for (unsigned long i = 0; i < length; ++i) {
-        if (value[i] > kHighestText) return kNumeric;
-        if (value[i] < kLowestPrintable) ++control;
+        if (value[i] > kLastPrintableByte) return kNumeric;
+        if (IsControlByte(value[i])) ++control;
     }
     if (control == 0) return kSimpleText;
     const unsigned long printable = length - control;
@@ -71,16 +71,8 @@ void ValueDescriptor::PrintSimpleText(RecordText& out) const {
 void ValueDescriptor::PrintNumericText(RecordText& out) const { out.AppendHexBytes(value, length); }
 
 void ValueDescriptor::PrintRichText(RecordText& out) const {
-    for (unsigned long i = 0; i < length; ++i) {
-        const char character = static_cast<char>(value[i]);
-        if (value[i] < kLowestPrintable) {
-            out.Append('\\');
-            out.Append(RichTextEscape(value[i]));
-            continue;
-        }
-        if (character == '\\' || character == '"') out.Append(character);
-        out.Append(character);
-    }
+    PutRichText({reinterpret_cast<const char*>(value), length},
+                [&out](char character) { out.Append(character); });
 }
 
 void ValueDescriptor::PrintParameters(RecordText& out, int) const {
