@@ -5,11 +5,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#if defined(__linux__)
+#include <sys/syscall.h>
+#endif
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 
+#include "util/host_shield.h"
 #include "util/signal_shield.h"
 
 namespace {
@@ -23,7 +28,7 @@ constexpr int kFirstDescriptor = 900;
 // asking every time would cost as much as the append. A file that grows across a limit that was set meanwhile
 // is noticed by its short write; only a limit that the file has reached already can go unnoticed for this
 // short while.
-constexpr unsigned kAppendsPerInspection = 16;
+constexpr unsigned kAppendsPerInspection = 64;
 
 // How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
 constexpr int kLongestWait = 20;
@@ -52,6 +57,13 @@ long CoarseTime() {
     return now.tv_sec * 1000 + now.tv_nsec / kNanosecondsPerTick;
 }
 
+ssize_t Write(int descriptor, std::string_view text) {
+#if defined(__linux__)
+    if (isAsynchronousBehindShield) return syscall(SYS_write, descriptor, text.data(), text.size());
+#endif
+    return write(descriptor, text.data(), text.size());
+}
+
 bool BecomesWritable(int descriptor) {
     pollfd waiting = {descriptor, POLLOUT, 0};
     return poll(&waiting, 1, kLongestWait) == 1 && (waiting.revents & POLLOUT) != 0;
@@ -60,7 +72,7 @@ bool BecomesWritable(int descriptor) {
 void WriteWhole(int descriptor, std::string_view text) {
     bool begun = false;
     while (!text.empty()) {
-        const ssize_t written = write(descriptor, text.data(), text.size());
+        const ssize_t written = Write(descriptor, text);
         if (written > 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
             begun = true;
@@ -83,13 +95,11 @@ bool AppendFile::OpenFor(const char* path, int access) {
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
     struct stat status = {};
-    const bool isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     device = status.st_dev;
     inode = status.st_ino;
-    mayRaiseSignal = !isRegular || FileSizeIsLimited();
-    appends = 0;
-    inspectionTime = CoarseTime();
     openAccess = access;
+    LookAtLimit();
     // A relative path may mean another file by now.
     if (path != openPath) std::snprintf(openPath, sizeof openPath, "%s", *path == '/' ? path : "");
     if (std::strlen(path) > kLongestPath) *openPath = '\0';
@@ -113,10 +123,14 @@ bool AppendFile::IsInspectionDue() {
 void AppendFile::Inspect() {
     if (!IsStillOurs()) {
         descriptor = -1;
-        if (*openPath == '\0' || !OpenFor(openPath, openAccess)) return;
+        if (*openPath != '\0') OpenFor(openPath, openAccess);
+        return;
     }
-    struct stat status;
-    mayRaiseSignal = fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) || FileSizeIsLimited();
+    LookAtLimit();
+}
+
+void AppendFile::LookAtLimit() {
+    mayRaiseSignal = !isRegular || FileSizeIsLimited();
     appends = 0;
     inspectionTime = CoarseTime();
 }
@@ -125,7 +139,7 @@ void AppendFile::Append(std::string_view text) {
     if (descriptor < 0) return;
     if (IsInspectionDue()) Inspect();
     if (!mayRaiseSignal) {
-        const ssize_t written = write(descriptor, text.data(), text.size());
+        const ssize_t written = Write(descriptor, text);
         if (written == static_cast<ssize_t>(text.size())) return;
         // Perhaps a limit that was set, or a descriptor that was closed, since it was inspected: what is left
         // is written behind the shield.

@@ -40,12 +40,14 @@ private:
     bool IsStillOurs() const;
     bool IsInspectionDue();
     void Inspect();
+    void LookAtLimit();
 
     static constexpr std::size_t kLongestPath = 500;
 
     int descriptor = -1;
     dev_t device = 0;
     ino_t inode = 0;
+    bool isRegular = false;
     bool mayRaiseSignal = true;
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in ticks of the coarse clock

@@ -7,6 +7,11 @@
 
 #include <cerrno>
 
+// Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it. Such
+// a thread must keep out of write and the like: the GNU C library lets a cancellation strike there that was
+// sent before it was put off.
+[[gnu::tls_model("initial-exec")]] extern constinit thread_local bool isAsynchronousBehindShield;
+
 // For BehindHostShield alone. A function of its own, so that none of its clean-up becomes part of its
 // callers.
 template <class Work>
@@ -26,8 +31,16 @@ template <class Work>
 void BehindHostShield(const Work& work) {
     const int error = errno;
     int cancelState = PTHREAD_CANCEL_ENABLE;
+    int cancelType = PTHREAD_CANCEL_DEFERRED;
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState);
+    pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &cancelType);
+    const bool isAsynchronous = cancelType == PTHREAD_CANCEL_ASYNCHRONOUS;
+    if (isAsynchronous) isAsynchronousBehindShield = true;
     DoShielded(work);
+    if (isAsynchronous) {
+        isAsynchronousBehindShield = false;
+        pthread_setcanceltype(cancelType, nullptr);
+    }
     errno = error;
     pthread_setcancelstate(cancelState, nullptr);
 }
