@@ -45,6 +45,9 @@ Number ValueAt(const Number* array, std::size_t index) {
     return ValueAt(reinterpret_cast<const Number*>(AddressOf(array) + index * sizeof(Number)));
 }
 
+// Of a token's label (PKCS#11 C_InitToken): padded with blanks, not terminated.
+inline constexpr CK_ULONG kLabelLength = 32;
+
 // Who a call is about.
 AbstractDescriptor* Session(CK_SESSION_HANDLE session);
 AbstractDescriptor* Slot(CK_SLOT_ID slot);

@@ -6,7 +6,6 @@
 namespace {
 
 // A token's label is padded with blanks to this length and has no terminator.
-constexpr CK_ULONG kLabelLength = 32;
 
 }  // namespace
 

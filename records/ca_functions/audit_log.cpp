@@ -1,5 +1,7 @@
 // Records of the token's own audit log and clock.
 
+#include <algorithm>
+
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"
@@ -12,7 +14,8 @@ void InitAuditCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLe
     command.AddDescriptor(Number(ulPinLen));
     command.AddDescriptor(Pin(pPin));
     command.AddDescriptor(Pointer(pLabel));
-    AddText(command, pLabel, ReadableTextLength(pLabel));
+    // Terminated, or padded like the label of any token: what follows it is nobody's to see.
+    AddText(command, pLabel, std::min(ReadableTextLength(pLabel), kLabelLength));
     command.Capture();
 }
 

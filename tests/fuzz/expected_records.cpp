@@ -180,9 +180,16 @@ private:
 
     void Add(ExpectedChild child) { children.push_back(std::move(child)); }
 
+    // "~", or "~" and the most characters that the text has.
+    bool IsText() const { return operands.at(1).front() == '~'; }
+
+    std::string TextAt(CK_ULONG address) const {
+        const std::string most = operands.at(1).substr(1);
+        return memory.Text(address).substr(0, most.empty() ? std::string::npos : std::stoul(most));
+    }
+
     void AddBytes(const std::string& kind) {
-        const bool isText = operands.at(1) == "~";
-        Add(Bytes(kind.c_str(), isText ? memory.Text(Operand(0)) : BytesAt(Operand(0), Operand(1)), label));
+        Add(Bytes(kind.c_str(), IsText() ? TextAt(Operand(0)) : BytesAt(Operand(0), Operand(1)), label));
     }
 
     void AddMechanism() {

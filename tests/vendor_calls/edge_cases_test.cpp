@@ -81,6 +81,34 @@ Command(GetContainerName, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 })");
 }
 
+TEST_P(VendorRecords, PaddedLabelShowsNothingThatFollowsIt) {
+    auto* const pPin = TextAt(0x12345140, "the pin and more");
+    auto* const pLabel = TextAt(0x123451c0, "a label of the token's          the next PIN");
+
+    Call("CA_InitAudit", slotID, pPin, 7, pLabel);
+    Starts(R"(
+
+10:15:30 <id>:STRTInitAudit {Slot=7 Ptr=0x12345140 7 PIN="********" Ptr=0x123451c0 (32,"a label of the token's          ") "a label of the token's          " })",
+           R"(
+Command(InitAudit, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SlotID(0x7);
+   Pointer(0x12345140);
+   ULong(0x7);
+   ByteString(SimpleText"********");
+   Pointer(0x123451c0);
+   ByteString(32,"a label of the token's          ");Value(SimpleText"a label of the token's          ");
+})");
+    Ends(kEveryResult, R"(
+10:15:30 <id>:FINIInitAudit <rv>12345clks {})",
+         R"(
+Command(InitAudit, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}
+
 TEST_P(VendorRecords, BufferWithoutItsLengthShowsNoByte) {
     auto* const pName = TextAt(0x12345140, "a name of unknown length");
 
