@@ -2,11 +2,14 @@
 
 #include <sys/mman.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
 #include "records/ssl3_structures.h"
+#include "tests/secrets/planted_secret.h"
+#include "tests/secrets/secret_arguments.h"
 
 namespace {
 
@@ -95,6 +98,16 @@ bool GuardedCall::IsInput(std::size_t index) const {
     }
 }
 
+// No record may show it, whatever else is wrong with the call.
+bool GuardedCall::IsSecret(std::size_t index) const {
+    const auto row =
+        std::find_if(kSecretArguments.begin(), kSecretArguments.end(),
+                     [this](const FunctionSecrets& each) { return each.function == function.function; });
+    return row != kSecretArguments.end() &&
+           std::any_of(row->secrets.begin(), row->secrets.end(),
+                       [index](const SecretArgument& secret) { return secret.address == index; });
+}
+
 void GuardedCall::LayOut(std::size_t index) {
     const Argument& argument = arguments[index];
     // The room that a function without a pointer to it takes by value.
@@ -118,10 +131,12 @@ void GuardedCall::LayOut(std::size_t index) {
         case Kind::kAddress:
             PointTo(index, pages.Gap());
             break;
-        case Kind::kInputBytes:
-            PointTo(index, isMeasured ? Put(pages, kBytes) : Put(pages, std::string(argument.size, 'L')));
-            setMeasure(kBytes.size());
+        case Kind::kInputBytes: {
+            const std::string bytes = IsSecret(index) ? PlantedSecret(index) : std::string(kBytes);
+            PointTo(index, isMeasured ? Put(pages, bytes) : Put(pages, std::string(argument.size, 'L')));
+            setMeasure(bytes.size());
             break;
+        }
         case Kind::kOutputBytes:
             PointTo(index, Put(pages, std::string(kRoom, 'o')));
             setMeasure(kRoom);
@@ -183,7 +198,8 @@ void GuardedCall::Strings(std::size_t index) {
     auto* const array = reinterpret_cast<CK_ULONG*>(pages.Take(sizeof kWords));
     PointTo(index, array);
     for (std::size_t i = 0; i < kWordCount; ++i) {
-        array[i] = reinterpret_cast<CK_ULONG>(Put(pages, std::string(kWords[i], 'x')));
+        const std::string bytes = IsSecret(index) ? PlantedSecret(index + i) : "xxxxxxxx";
+        array[i] = reinterpret_cast<CK_ULONG>(Put(pages, bytes.substr(0, kWords[i])));
         pointers.push_back({arguments[index].name + "[" + std::to_string(i) + "]", array + i});
     }
 }

@@ -90,6 +90,7 @@ public:
 
 private:
     bool IsInput(std::size_t index) const;
+    bool IsSecret(std::size_t index) const;
     void LayOut(std::size_t index);
     void PointTo(std::size_t index, void* memory);
     CK_ULONG* Words(std::size_t index, const std::string& name);
