@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
+#include <type_traits>
 
 #include "records/ssl3_structures.h"
 #include "tests/secrets/planted_secret.h"
@@ -31,7 +32,7 @@ void* Put(GuardedPages& pages, std::string_view bytes) {
 }
 
 template <class Object>
-Object* Put(GuardedPages& pages, const Object& object) {
+requires std::is_trivially_copyable_v<Object> Object* Put(GuardedPages& pages, const Object& object) {
     return reinterpret_cast<Object*>(Put(pages, {reinterpret_cast<const char*>(&object), sizeof object}));
 }
 
