@@ -7,8 +7,18 @@
 #include <cstdint>
 #include <new>
 
+#if defined(__linux__)
+#include <sys/syscall.h>
+#endif
+
+#include "util/host_shield.h"
+
 int OpenFile(const char* path, int access) {
-    return open(path, access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0777);
+    const int flags = access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+#if defined(__linux__)
+    if (isAsynchronousBehindShield) return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, 0777));
+#endif
+    return open(path, flags, 0777);
 }
 
 bool FileText::Read(const char* path) {
