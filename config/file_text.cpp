@@ -2,30 +2,21 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdint>
 #include <new>
 
-#if defined(__linux__)
-#include <sys/syscall.h>
-#endif
-
-#include "util/host_shield.h"
+#include "util/uncancelled_io.h"
 
 int OpenFile(const char* path, int access) {
-    const int flags = access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-#if defined(__linux__)
-    if (isAsynchronousBehindShield) return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, 0777));
-#endif
-    return open(path, flags, 0777);
+    return OpenUncancelled(path, access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0777);
 }
 
 bool FileText::Read(const char* path) {
     const int file = OpenFile(path, O_RDONLY);
     if (file < 0) return false;
     const bool isRead = ReadFrom(file);
-    close(file);
+    CloseUncancelled(file);
     return isRead;
 }
 
@@ -36,7 +27,7 @@ bool FileText::ReadFrom(int file) {
     if (size >= PTRDIFF_MAX) return false;
     text.reset(new (std::nothrow) char[size + 1]);
     if (text == nullptr) return false;
-    const ssize_t got = read(file, text.get(), static_cast<std::uint32_t>(size));
+    const ssize_t got = ReadUncancelled(file, text.get(), static_cast<std::uint32_t>(size));
     if (got == 0) {
         text.reset();
         return false;

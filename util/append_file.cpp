@@ -1,21 +1,16 @@
 #include "util/append_file.h"
 
-#include <poll.h>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#if defined(__linux__)
-#include <sys/syscall.h>
-#endif
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 
-#include "util/host_shield.h"
 #include "util/signal_shield.h"
+#include "util/uncancelled_io.h"
 
 namespace {
 
@@ -36,7 +31,7 @@ constexpr int kLongestWait = 20;
 int MoveOutOfTheWay(int descriptor) {
     const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, kFirstDescriptor);
     if (moved < 0) return descriptor;
-    close(descriptor);
+    CloseUncancelled(descriptor);
     return moved;
 }
 
@@ -57,22 +52,15 @@ long CoarseTime() {
     return now.tv_sec * 1000 + now.tv_nsec / kNanosecondsPerTick;
 }
 
-ssize_t Write(int descriptor, std::string_view text) {
-#if defined(__linux__)
-    if (isAsynchronousBehindShield) return syscall(SYS_write, descriptor, text.data(), text.size());
-#endif
-    return write(descriptor, text.data(), text.size());
-}
-
 bool BecomesWritable(int descriptor) {
     pollfd waiting = {descriptor, POLLOUT, 0};
-    return poll(&waiting, 1, kLongestWait) == 1 && (waiting.revents & POLLOUT) != 0;
+    return PollUncancelled(&waiting, 1, kLongestWait) == 1 && (waiting.revents & POLLOUT) != 0;
 }
 
 void WriteWhole(int descriptor, std::string_view text) {
     bool begun = false;
     while (!text.empty()) {
-        const ssize_t written = Write(descriptor, text);
+        const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written > 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
             begun = true;
@@ -91,7 +79,7 @@ void WriteWhole(int descriptor, std::string_view text) {
 bool AppendFile::OpenFor(const char* path, int access) {
     Close();
     // O_RDWR also keeps a FIFO from needing a reader or losing its last one.
-    descriptor = open(path, access | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+    descriptor = OpenUncancelled(path, access | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
     struct stat status = {};
@@ -107,7 +95,7 @@ bool AppendFile::OpenFor(const char* path, int access) {
 }
 
 void AppendFile::Close() {
-    if (descriptor >= 0 && IsStillOurs()) close(descriptor);
+    if (descriptor >= 0 && IsStillOurs()) CloseUncancelled(descriptor);
     descriptor = -1;
 }
 
@@ -139,7 +127,7 @@ void AppendFile::Append(std::string_view text) {
     if (descriptor < 0) return;
     if (IsInspectionDue()) Inspect();
     if (!mayRaiseSignal) {
-        const ssize_t written = Write(descriptor, text);
+        const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written == static_cast<ssize_t>(text.size())) return;
         // Perhaps a limit that was set, or a descriptor that was closed, since it was inspected: what is left
         // is written behind the shield.

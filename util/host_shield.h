@@ -7,9 +7,8 @@
 
 #include <cerrno>
 
-// Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it. Such
-// a thread must keep out of write and the like: the GNU C library lets a cancellation strike there that was
-// sent before it was put off.
+// Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it. For
+// util/uncancelled_io.h alone.
 [[gnu::tls_model("initial-exec")]] extern constinit thread_local bool isAsynchronousBehindShield;
 
 // For BehindHostShield alone. A function of its own, so that none of its clean-up becomes part of its
