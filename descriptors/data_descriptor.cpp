@@ -4,6 +4,7 @@
 #include <cstring>
 #include <optional>
 
+#include "descriptors/byte_kinds.h"
 #include "descriptors/numeric_text.h"
 #include "descriptors/rich_text.h"
 #include "util/tolk_text.h"
@@ -126,14 +127,11 @@ void DataDescriptor::WriteDataValue(std::FILE* stream, DescriptorReport&) const 
 }
 
 DataDescriptor::Format DataDescriptor::FormatFromBytes() const {
-    unsigned long controlCount = 0;
-    for (const char byte : Bytes()) {
-        if (static_cast<unsigned char>(byte) > kLastPrintableByte) return kNumeric;
-        if (IsControlByte(static_cast<unsigned char>(byte))) ++controlCount;
-    }
-    const unsigned long printableCount = size - controlCount;
-    if (controlCount == 0) return kText;
-    return controlCount * 5 < printableCount ? kRichText : kNumeric;
+    const ByteKinds kinds = KindsOf(bytes, size);
+    if (!kinds.isText) return kNumeric;
+    if (kinds.controls == 0) return kText;
+    const unsigned long printable = size - kinds.controls;
+    return kinds.controls * 5 < printable ? kRichText : kNumeric;
 }
 
 void DataDescriptor::GetData(char* buffer) const {

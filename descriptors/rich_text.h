@@ -15,7 +15,10 @@
 // understood when read.
 inline constexpr std::string_view kRichTextEscapes = "0123456789abcdefghijklmnopqrstuvwxyz";
 
-constexpr bool IsControlByte(unsigned char byte) { return byte < 32; }
+// A control byte is one below.
+inline constexpr unsigned char kFirstPrintableByte = 32;
+
+constexpr bool IsControlByte(unsigned char byte) { return byte < kFirstPrintableByte; }
 
 // A value with a byte above is no text of any kind.
 inline constexpr unsigned char kLastPrintableByte = 126;

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "descriptors/byte_kinds.h"
 #include "descriptors/rich_text.h"
 #include "util/readable_memory.h"
 
@@ -40,14 +41,11 @@ void ValueDescriptor::ReleaseValue() {
 }
 
 ValueFormat ValueDescriptor::FormatFromDataValue() const {
-    unsigned long control = 0;
-    for (unsigned long i = 0; i < length; ++i) {
-        if (value[i] > kLastPrintableByte) return kNumeric;
-        if (IsControlByte(value[i])) ++control;
-    }
-    if (control == 0) return kSimpleText;
-    const unsigned long printable = length - control;
-    return printable <= control ? kNumeric : kRichText;
+    const ByteKinds kinds = KindsOf(value, length);
+    if (!kinds.isText) return kNumeric;
+    if (kinds.controls == 0) return kSimpleText;
+    const unsigned long printable = length - kinds.controls;
+    return printable <= kinds.controls ? kNumeric : kRichText;
 }
 
 void ValueDescriptor::PrintValue(RecordText& out, ValueFormat format) const {
