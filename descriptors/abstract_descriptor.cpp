@@ -8,7 +8,9 @@ alignas(kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
 
 AbstractDescriptor::AbstractDescriptor(const char* ownName) {
     ++uInstanceCount;
-    if (ownName != nullptr) std::strncpy(name, ownName, kNameLength);
+    if (ownName != nullptr) nameLength = static_cast<unsigned char>(strnlen(ownName, kNameLength));
+    std::memcpy(name, ownName, nameLength);
+    name[nameLength] = '\0';
 }
 
 AbstractDescriptor::~AbstractDescriptor() { --uInstanceCount; }
@@ -26,10 +28,10 @@ void AbstractDescriptor::PrintContent(RecordText& out, int, const char* suffix) 
     if (suffix != nullptr) out.Append(suffix);
 }
 
-const char* AbstractDescriptor::GetDescriptorType() const {
+std::string_view AbstractDescriptor::GetDescriptorType() const {
     if (!UseNewLogFormat()) return OldFormatLabel(Type());
-    const char* label = NewFormatLabel(Type());
-    return label != nullptr ? label : name;
+    const std::string_view label = NewFormatLabel(Type());
+    return !label.empty() ? label : std::string_view(name, nameLength);
 }
 
 void AbstractDescriptor::PrintDescription(std::FILE* stream, int indent, const char* suffix) const {

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdio>
+#include <string_view>
 
 #include "descriptors/descriptor_type.h"
 #include "descriptors/log_settings.h"
@@ -39,7 +40,7 @@ public:
     // What the descriptor holds, then `suffix` unless it is null.
     virtual void PrintContent(RecordText& out, int indent, const char* suffix) const;
     // The label in front of the value.
-    virtual const char* GetDescriptorType() const;
+    virtual std::string_view GetDescriptorType() const;
 
     // The same text straight to a stdio stream, which is flushed wherever the descriptors flush.
     void PrintDescription(std::FILE* stream, int indent, const char* suffix) const;
@@ -67,5 +68,6 @@ protected:
     static void PrintNewLine(RecordText& out, int indent);  // old format: a new line and its indent
 
 private:
-    char name[kNameLength + 1] = {};
+    unsigned char nameLength = 0;
+    char name[kNameLength + 1];
 };

@@ -15,14 +15,17 @@ constexpr std::size_t kTimeBegin = sizeof "Sun Nov 15 " - 1;
 // The calendar is worked out once in a second: asking the C library for it costs as much as writing a record.
 struct {
     std::time_t second = -1;
+    bool isZoneNamed = false;
     char zone[64] = "";
     char text[64] = "";
     std::size_t length = 0;
 } remembered;
 
-// A zone whose name does not fit is looked at anew for every record.
+// `zone` is the value of TZ, null without one. A zone whose name does not fit is looked at anew for every
+// record.
 bool IsRemembered(std::time_t second, const char* zone) {
-    return second == remembered.second && std::strcmp(zone, remembered.zone) == 0;
+    if (second != remembered.second || (zone != nullptr) != remembered.isZoneNamed) return false;
+    return zone == nullptr || std::strcmp(zone, remembered.zone) == 0;
 }
 
 void Remember(std::time_t second, const char* zone) {
@@ -35,15 +38,15 @@ void Remember(std::time_t second, const char* zone) {
     remembered.length = std::strcspn(text, "\n");
     std::memcpy(remembered.text, text, remembered.length);
     remembered.second = second;
-    std::strncpy(remembered.zone, zone, sizeof remembered.zone - 1);
+    remembered.isZoneNamed = zone != nullptr;
+    if (zone != nullptr) std::strncpy(remembered.zone, zone, sizeof remembered.zone - 1);
 }
 
 }  // namespace
 
 CalendarText CurrentCalendarText() {
     const std::time_t second = recordEnvironment.now();
-    const char* const named = std::getenv("TZ");
-    const char* const zone = named != nullptr ? named : "\n";  // no zone has this name
+    const char* const zone = std::getenv("TZ");
     if (!IsRemembered(second, zone)) Remember(second, zone);
     const std::string_view calendar(remembered.text, remembered.length);
     return {calendar.substr(kTimeBegin, kTimeLength), calendar};

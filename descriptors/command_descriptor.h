@@ -18,9 +18,9 @@ public:
 
     // Constant strings; a number without a name gives "UnknownType", "UnknownSpecifier", "UnknownPhase" or,
     // in the new format, "ERR!".
-    static const char* GetCommandType(CommandType type);
-    static const char* GetCommandSpecifier(CommandSpecifier specifier);
-    static const char* GetCommandPhase(CommandPhase phase);
+    static std::string_view GetCommandType(CommandType type);
+    static std::string_view GetCommandSpecifier(CommandSpecifier specifier);
+    static std::string_view GetCommandPhase(CommandPhase phase);
 
     // The way back, for the names of the old format, compared exactly; 5 for any other text.
     static CommandSpecifier GetCommandSpecifier(const char* name);

@@ -3,12 +3,15 @@
 #include <array>
 #include <cstring>
 #include <iterator>
+#include <string_view>
+
+using std::string_view_literals::operator""sv;
 
 namespace {
 
 struct CommandName {
     unsigned type;
-    const char* name;
+    std::string_view name;
 };
 
 constexpr CommandName kCommandNames[] = {
@@ -67,43 +70,43 @@ constexpr CommandName kCommandNames[] = {
 
 constexpr unsigned kHighestType = kCommandNames[std::size(kCommandNames) - 1].type;
 
-// Indexed by type; null where a type has no name.
-constexpr std::array<const char*, kHighestType + 1> kNamesByType = [] {
-    std::array<const char*, kHighestType + 1> names{};
+// Indexed by type; empty where a type has no name.
+constexpr std::array<std::string_view, kHighestType + 1> kNamesByType = [] {
+    std::array<std::string_view, kHighestType + 1> names{};
     for (const CommandName& command : kCommandNames) names[command.type] = command.name;
     return names;
 }();
 
-constexpr const char* kSpecifierNames[] = {"None", "Init", "Update", "Final", "Key"};
+constexpr std::string_view kSpecifierNames[] = {"None", "Init", "Update", "Final", "Key"};
 constexpr unsigned kUnknownSpecifier = std::size(kSpecifierNames);
 constexpr unsigned kUnknownPhase = 5;
 
 }  // namespace
 
-const char* CommandDescriptor::GetCommandType(CommandType type) {
-    const char* name = type <= kHighestType ? kNamesByType[type] : nullptr;
-    return name != nullptr ? name : "UnknownType";
+std::string_view CommandDescriptor::GetCommandType(CommandType type) {
+    const std::string_view name = type <= kHighestType ? kNamesByType[type] : "";
+    return !name.empty() ? name : "UnknownType";
 }
 
-const char* CommandDescriptor::GetCommandSpecifier(CommandSpecifier specifier) {
+std::string_view CommandDescriptor::GetCommandSpecifier(CommandSpecifier specifier) {
     return specifier < std::size(kSpecifierNames) ? kSpecifierNames[specifier] : "UnknownSpecifier";
 }
 
 CommandSpecifier CommandDescriptor::GetCommandSpecifier(const char* name) {
     for (unsigned i = 0; i < std::size(kSpecifierNames); ++i) {
-        if (std::strcmp(name, kSpecifierNames[i]) == 0) return CommandSpecifier{i};
+        if (kSpecifierNames[i] == name) return CommandSpecifier{i};
     }
     return CommandSpecifier{kUnknownSpecifier};
 }
 
-const char* CommandDescriptor::GetCommandPhase(CommandPhase phase) {
+std::string_view CommandDescriptor::GetCommandPhase(CommandPhase phase) {
     switch (phase) {
         case kStart:
-            return UseNewLogFormat() ? "STRT" : "Start";
+            return UseNewLogFormat() ? "STRT"sv : "Start"sv;
         case kEnd:
-            return UseNewLogFormat() ? "FINI" : "End";
+            return UseNewLogFormat() ? "FINI"sv : "End"sv;
     }
-    return UseNewLogFormat() ? "ERR!" : "UnknownPhase";
+    return UseNewLogFormat() ? "ERR!"sv : "UnknownPhase"sv;
 }
 
 CommandPhase CommandDescriptor::GetCommandPhase(const char* name) {

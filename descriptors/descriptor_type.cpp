@@ -1,16 +1,15 @@
 #include "descriptors/descriptor_type.h"
 
-#include <cstring>
 #include <iterator>
 
 namespace {
 
 struct Labels {
-    const char* oldFormat;
-    const char* newFormat;  // null: the descriptor's own name
+    std::string_view oldFormat;
+    std::string_view newFormat;  // empty: the descriptor's own name
 };
 
-constexpr const char* kOwnName = nullptr;
+constexpr std::string_view kOwnName;
 
 // Indexed by type. HAMember and HAStatus have no "=" in the new format; kept, log readers know them so.
 constexpr Labels kLabels[] = {
@@ -52,13 +51,13 @@ const Labels& LabelsOf(int type) {
 
 }  // namespace
 
-const char* OldFormatLabel(int type) { return LabelsOf(type).oldFormat; }
+std::string_view OldFormatLabel(int type) { return LabelsOf(type).oldFormat; }
 
-const char* NewFormatLabel(int type) { return LabelsOf(type).newFormat; }
+std::string_view NewFormatLabel(int type) { return LabelsOf(type).newFormat; }
 
 int GetDescriptorType(const char* oldFormatLabel) {
     for (const Labels& labels : kLabels) {
-        if (std::strcmp(labels.oldFormat, oldFormatLabel) == 0) return static_cast<int>(&labels - kLabels);
+        if (labels.oldFormat == oldFormatLabel) return static_cast<int>(&labels - kLabels);
     }
     return kUnknownDescriptor;
 }

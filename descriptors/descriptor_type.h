@@ -1,6 +1,8 @@
 // The kinds of descriptors and the label that each prints in front of its value.
 #pragma once
 
+#include <string_view>
+
 enum DescriptorType : int {
     kUnknownDescriptor = 0,
     kCommand = 1,
@@ -33,10 +35,10 @@ enum DescriptorType : int {
 };
 
 // The label of a type in the old format; "Unknown" for a number that is no type.
-const char* OldFormatLabel(int type);
+std::string_view OldFormatLabel(int type);
 
-// The label of a type in the new format, or null where the descriptor's own name is the label.
-const char* NewFormatLabel(int type);
+// The label of a type in the new format, or nothing where the descriptor's own name is the label.
+std::string_view NewFormatLabel(int type);
 
 // The number of an old-format label, compared exactly; 0 for any other text.
 int GetDescriptorType(const char* oldFormatLabel);

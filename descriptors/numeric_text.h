@@ -6,12 +6,13 @@
 #include <cstdio>
 #include <string_view>
 
+#include "util/hex_digits.h"
+
 // Writes `bytes` as numeric text, without the quotes around them.
 inline void WriteNumericText(std::FILE* stream, std::string_view bytes) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
     for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        std::fputc(kDigits[value / 16], stream);
-        std::fputc(kDigits[value % 16], stream);
+        char digits[2];
+        WriteHexDigits(&byte, 1, digits);
+        std::fwrite(digits, 1, sizeof digits, stream);
     }
 }

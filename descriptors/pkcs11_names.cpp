@@ -147,16 +147,18 @@ static_assert(IsStrictlyAscending(kCertificateNames));
 
 }  // namespace
 
-const char* GetAttributeType(unsigned long type) { return NameOf(kAttributeNames, type, "CKA_XXX"); }
+std::string_view GetAttributeType(unsigned long type) { return NameOf(kAttributeNames, type, "CKA_XXX"); }
 
-const char* GetObjectClass(unsigned long objectClass) {
+std::string_view GetObjectClass(unsigned long objectClass) {
     return NameOf(kObjectClassNames, objectClass, "CKO_UNKNOWN");
 }
 
-const char* GetKeyType(unsigned long type) { return NameOf(kKeyTypeNames, type, "CKK_UNKNOWN"); }
+std::string_view GetKeyType(unsigned long type) { return NameOf(kKeyTypeNames, type, "CKK_UNKNOWN"); }
 
-const char* GetCertificateType(unsigned long type) { return NameOf(kCertificateNames, type, "CKC_UNKNOWN"); }
+std::string_view GetCertificateType(unsigned long type) {
+    return NameOf(kCertificateNames, type, "CKC_UNKNOWN");
+}
 
-const char* GetMechanismType(unsigned long mechanismType) {
+std::string_view GetMechanismType(unsigned long mechanismType) {
     return NameOf(kMechanismNames, mechanismType, "Unknown Mechanism Type");
 }

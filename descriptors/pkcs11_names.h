@@ -4,16 +4,19 @@
 // standard got later are unknown here, and some names that the standard has numbered since stand for vendor
 // numbers (CKM_AES_GCM is 0x8000011C).
 //
-// Every function is pure, never fails and returns constant text: any thread may call them at any time.
+// Every function is pure, never fails and returns constant text, with a terminator behind it: any thread may
+// call them at any time.
 
 #pragma once
 
-const char* GetAttributeType(unsigned long type);           // "CKA_XXX" when unknown
-const char* GetObjectClass(unsigned long objectClass);      // "CKO_UNKNOWN" when unknown
-const char* GetKeyType(unsigned long type);                 // "CKK_UNKNOWN" when unknown
-const char* GetCertificateType(unsigned long type);         // "CKC_UNKNOWN" when unknown
-const char* GetErrorCode(unsigned long returnValue);        // "CKR_UNKNOWN" when unknown
-const char* GetMechanismType(unsigned long mechanismType);  // "Unknown Mechanism Type" when unknown
+#include <string_view>
+
+std::string_view GetAttributeType(unsigned long type);           // "CKA_XXX" when unknown
+std::string_view GetObjectClass(unsigned long objectClass);      // "CKO_UNKNOWN" when unknown
+std::string_view GetKeyType(unsigned long type);                 // "CKK_UNKNOWN" when unknown
+std::string_view GetCertificateType(unsigned long type);         // "CKC_UNKNOWN" when unknown
+std::string_view GetErrorCode(unsigned long returnValue);        // "CKR_UNKNOWN" when unknown
+std::string_view GetMechanismType(unsigned long mechanismType);  // "Unknown Mechanism Type" when unknown
 
 struct ReturnValueRow {
     const char* name;

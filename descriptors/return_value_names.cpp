@@ -239,7 +239,7 @@ static_assert(IsStrictlyAscending(kReturnValueNames));
 
 }  // namespace
 
-const char* GetErrorCode(unsigned long returnValue) {
+std::string_view GetErrorCode(unsigned long returnValue) {
     return NameOf(kReturnValueNames, returnValue, "CKR_UNKNOWN");
 }
 

@@ -1,9 +1,8 @@
 #include "descriptors/value_format.h"
 
-#include <cstring>
 #include <initializer_list>
 
-const char* GetValueFormat(ValueFormat format) {
+std::string_view GetValueFormat(ValueFormat format) {
     switch (format) {
         case kNumeric:
             return "Numeric";
@@ -17,7 +16,7 @@ const char* GetValueFormat(ValueFormat format) {
 
 ValueFormat GetValueFormat(const char* name) {
     for (const ValueFormat format : {kNumeric, kSimpleText, kRichText}) {
-        if (std::strcmp(name, GetValueFormat(format)) == 0) return format;
+        if (GetValueFormat(format) == name) return format;
     }
     return ValueFormat{0};
 }

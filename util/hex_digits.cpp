@@ -26,17 +26,17 @@ void WriteDigitsOfBlock(const unsigned char* bytes, char* digits) {
     std::memcpy(digits + kBlock, &second, kBlock);
 }
 
+void WriteDigitsOfByte(unsigned char byte, char* digits) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    digits[0] = kDigits[byte >> 4];
+    digits[1] = kDigits[byte & 15];
+}
+
 }  // namespace
 
 void WriteHexDigits(const void* bytes, std::size_t length, char* digits) {
     const unsigned char* const from = static_cast<const unsigned char*>(bytes);
-    const std::size_t rest = length % kBlock;
-    const std::size_t whole = length - rest;
+    const std::size_t whole = length / kBlock * kBlock;
     for (std::size_t i = 0; i < whole; i += kBlock) WriteDigitsOfBlock(from + i, digits + 2 * i);
-    if (rest == 0) return;
-    unsigned char lastBytes[kBlock] = {};
-    char lastDigits[2 * kBlock];
-    std::memcpy(lastBytes, from + whole, rest);
-    WriteDigitsOfBlock(lastBytes, lastDigits);
-    std::memcpy(digits + 2 * whole, lastDigits, 2 * rest);
+    for (std::size_t i = whole; i < length; ++i) WriteDigitsOfByte(from[i], digits + 2 * i);
 }

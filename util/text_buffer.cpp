@@ -53,9 +53,11 @@ void TextBuffer::AppendPadded(int value, unsigned width) {
     const unsigned magnitude = static_cast<unsigned>(value);
     char* end =
         std::to_chars(digits, digits + kMostDecimalDigits, isNegative ? 0 - magnitude : magnitude).ptr;
-    for (char* const wanted = digits + width - (isNegative ? 1 : 0); end < wanted; ++end) {
-        std::memmove(digits + 1, digits, static_cast<std::size_t>(end - digits));
-        *digits = '0';
+    char* const wanted = digits + width - (isNegative ? 1 : 0);
+    if (end < wanted) {
+        std::memmove(digits + (wanted - end), digits, static_cast<std::size_t>(end - digits));
+        std::memset(digits, '0', static_cast<std::size_t>(wanted - end));
+        end = wanted;
     }
     SetEnd(end);
 }

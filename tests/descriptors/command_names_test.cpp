@@ -10,11 +10,13 @@
 
 namespace {
 
-const char* NameOfType(unsigned type) { return CommandDescriptor::GetCommandType(CommandType{type}); }
-const char* NameOfSpecifier(unsigned specifier) {
+std::string_view NameOfType(unsigned type) { return CommandDescriptor::GetCommandType(CommandType{type}); }
+std::string_view NameOfSpecifier(unsigned specifier) {
     return CommandDescriptor::GetCommandSpecifier(CommandSpecifier{specifier});
 }
-const char* NameOfPhase(unsigned phase) { return CommandDescriptor::GetCommandPhase(CommandPhase{phase}); }
+std::string_view NameOfPhase(unsigned phase) {
+    return CommandDescriptor::GetCommandPhase(CommandPhase{phase});
+}
 unsigned SpecifierOfName(const char* name) { return CommandDescriptor::GetCommandSpecifier(name); }
 unsigned PhaseOfName(const char* name) { return CommandDescriptor::GetCommandPhase(name); }
 
@@ -24,19 +26,19 @@ TEST(CommandNames, EveryTypeHasItsNameAndNoOtherHasOne) {
     ASSERT_EQ(names.size(), 274U);
     for (unsigned type = 0; type < 1000; ++type) {
         const auto found = names.find(type);
-        EXPECT_STREQ(NameOfType(type), found == names.end() ? "UnknownType" : found->second) << type;
+        EXPECT_EQ(NameOfType(type), found == names.end() ? "UnknownType" : found->second) << type;
     }
-    EXPECT_STREQ(NameOfType(UINT_MAX), "UnknownType");
-    EXPECT_STREQ(NameOfType(1U << 31), "UnknownType");
+    EXPECT_EQ(NameOfType(UINT_MAX), "UnknownType");
+    EXPECT_EQ(NameOfType(1U << 31), "UnknownType");
 }
 
 TEST(CommandNames, TypesOfTheStandardHaveTheirNumbers) {
-    EXPECT_STREQ(NameOfType(kInitialize), "Initialize");
-    EXPECT_STREQ(NameOfType(kTerminate), "Terminate");
-    EXPECT_STREQ(NameOfType(kWaitForSlotEvent), "WaitForSlotEvent");
-    EXPECT_STREQ(NameOfType(kOpenSession), "OpenSession");
-    EXPECT_STREQ(NameOfType(kVerifyRecover), "VerifyRecover");
-    EXPECT_STREQ(NameOfType(kDecryptVerify), "DecryptVerify");
+    EXPECT_EQ(NameOfType(kInitialize), "Initialize");
+    EXPECT_EQ(NameOfType(kTerminate), "Terminate");
+    EXPECT_EQ(NameOfType(kWaitForSlotEvent), "WaitForSlotEvent");
+    EXPECT_EQ(NameOfType(kOpenSession), "OpenSession");
+    EXPECT_EQ(NameOfType(kVerifyRecover), "VerifyRecover");
+    EXPECT_EQ(NameOfType(kDecryptVerify), "DecryptVerify");
     EXPECT_EQ(kGetFunctionStatus, 44U);
     EXPECT_EQ(kCancelFunction, 45U);
     EXPECT_EQ(kPerformSelfTest, 50U);
@@ -45,11 +47,11 @@ TEST(CommandNames, TypesOfTheStandardHaveTheirNumbers) {
 TEST(CommandNames, SpecifiersLeadThereAndBack) {
     const char* const names[] = {"None", "Init", "Update", "Final", "Key"};
     for (unsigned specifier = 0; specifier < 5; ++specifier) {
-        EXPECT_STREQ(NameOfSpecifier(specifier), names[specifier]);
+        EXPECT_EQ(NameOfSpecifier(specifier), names[specifier]);
         EXPECT_EQ(SpecifierOfName(names[specifier]), specifier);
     }
     for (const unsigned specifier : {5U, 6U, 1000U, UINT_MAX}) {
-        EXPECT_STREQ(NameOfSpecifier(specifier), "UnknownSpecifier");
+        EXPECT_EQ(NameOfSpecifier(specifier), "UnknownSpecifier");
     }
     for (const char* name : {"", "none", "INIT", "Fin", "Final ", "UnknownSpecifier", "1"}) {
         EXPECT_EQ(SpecifierOfName(name), 5U) << name;
@@ -58,13 +60,13 @@ TEST(CommandNames, SpecifiersLeadThereAndBack) {
 
 TEST(CommandNames, PhasesHaveANameInEachFormat) {
     bUseNewLogFormat.store(0);
-    EXPECT_STREQ(NameOfPhase(0), "Start");
-    EXPECT_STREQ(NameOfPhase(1), "End");
-    for (const unsigned phase : {2U, 5U, UINT_MAX}) EXPECT_STREQ(NameOfPhase(phase), "UnknownPhase");
+    EXPECT_EQ(NameOfPhase(0), "Start");
+    EXPECT_EQ(NameOfPhase(1), "End");
+    for (const unsigned phase : {2U, 5U, UINT_MAX}) EXPECT_EQ(NameOfPhase(phase), "UnknownPhase");
     bUseNewLogFormat.store(1);
-    EXPECT_STREQ(NameOfPhase(0), "STRT");
-    EXPECT_STREQ(NameOfPhase(1), "FINI");
-    for (const unsigned phase : {2U, 5U, UINT_MAX}) EXPECT_STREQ(NameOfPhase(phase), "ERR!");
+    EXPECT_EQ(NameOfPhase(0), "STRT");
+    EXPECT_EQ(NameOfPhase(1), "FINI");
+    for (const unsigned phase : {2U, 5U, UINT_MAX}) EXPECT_EQ(NameOfPhase(phase), "ERR!");
     bUseNewLogFormat.store(0);
 }
 

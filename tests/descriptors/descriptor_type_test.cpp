@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr const char* kOwnName = nullptr;
+constexpr const char* kOwnName = "";
 
 struct Expected {
     int type;
@@ -47,15 +47,15 @@ constexpr Expected kExpected[] = {
 
 TEST(DescriptorType, EveryTypeHasItsLabels) {
     for (const Expected& row : kExpected) {
-        EXPECT_STREQ(OldFormatLabel(row.type), row.oldFormat);
-        EXPECT_STREQ(NewFormatLabel(row.type), row.newFormat);
+        EXPECT_EQ(OldFormatLabel(row.type), row.oldFormat);
+        EXPECT_EQ(NewFormatLabel(row.type), row.newFormat);
     }
 }
 
 TEST(DescriptorType, NoOtherNumberIsAType) {
     for (const int number : {-1, 28, 256, INT_MIN, INT_MAX}) {
-        EXPECT_STREQ(OldFormatLabel(number), "Unknown");
-        EXPECT_STREQ(NewFormatLabel(number), "Unknown");
+        EXPECT_EQ(OldFormatLabel(number), "Unknown");
+        EXPECT_EQ(NewFormatLabel(number), "Unknown");
     }
 }
 

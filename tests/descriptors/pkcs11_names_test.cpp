@@ -36,11 +36,11 @@ void ForEveryValueAround(const Names& names, Check check) {
     check(0xFFFFFFFFFFFFFFFF);
 }
 
-void ExpectExactlyTheseNames(const Names& names, const char* (*function)(unsigned long),
+void ExpectExactlyTheseNames(const Names& names, std::string_view (*function)(unsigned long),
                              const char* unknown) {
     ForEveryValueAround(names, [&](unsigned long value) {
         const auto expected = names.find(value);
-        EXPECT_STREQ(function(value), expected == names.end() ? unknown : expected->second.c_str())
+        EXPECT_EQ(function(value), expected == names.end() ? unknown : expected->second.c_str())
             << std::hex << value;
     });
 }
@@ -75,23 +75,23 @@ TEST(Pkcs11Names, OnlyX509CertificatesHaveAName) {
 
 // Names that today's standard numbers otherwise keep this system's numbers, and the standard's are unknown.
 TEST(Pkcs11Names, NumbersOfTheVendorWinOverThoseOfTheStandard) {
-    EXPECT_STREQ(GetMechanismType(0x8000011C), "CKM_AES_GCM");
-    EXPECT_STREQ(GetMechanismType(0x1087), "Unknown Mechanism Type");
-    EXPECT_STREQ(GetMechanismType(0x1089), "CKM_AES_CMAC_GENERAL");
-    EXPECT_STREQ(GetMechanismType(0x108B), "Unknown Mechanism Type");
-    EXPECT_STREQ(GetMechanismType(0x80000123), "CKM_ECDSA_SHA256");
-    EXPECT_STREQ(GetMechanismType(0x1044), "Unknown Mechanism Type");
-    EXPECT_STREQ(GetKeyType(0x80000011), "CKK_SEED");
-    EXPECT_STREQ(GetKeyType(0x2F), "CKK_UNKNOWN");
+    EXPECT_EQ(GetMechanismType(0x8000011C), "CKM_AES_GCM");
+    EXPECT_EQ(GetMechanismType(0x1087), "Unknown Mechanism Type");
+    EXPECT_EQ(GetMechanismType(0x1089), "CKM_AES_CMAC_GENERAL");
+    EXPECT_EQ(GetMechanismType(0x108B), "Unknown Mechanism Type");
+    EXPECT_EQ(GetMechanismType(0x80000123), "CKM_ECDSA_SHA256");
+    EXPECT_EQ(GetMechanismType(0x1044), "Unknown Mechanism Type");
+    EXPECT_EQ(GetKeyType(0x80000011), "CKK_SEED");
+    EXPECT_EQ(GetKeyType(0x2F), "CKK_UNKNOWN");
 }
 
 TEST(Pkcs11Names, NamesThatAreNotInTheSetAreUnknown) {
-    EXPECT_STREQ(GetAttributeType(0x86), "CKA_XXX");     // CKA_TRUSTED
-    EXPECT_STREQ(GetAttributeType(0x166), "CKA_XXX");    // CKA_KEY_GEN_MECHANISM
-    EXPECT_STREQ(GetObjectClass(7), "CKO_UNKNOWN");      // CKO_MECHANISM
-    EXPECT_STREQ(GetKeyType(0x20), "CKK_UNKNOWN");       // CKK_BLOWFISH
-    EXPECT_STREQ(GetCertificateType(1), "CKC_UNKNOWN");  // CKC_X_509_ATTR_CERT
-    EXPECT_STREQ(GetErrorCode(0x140), "CKR_UNKNOWN");    // CKR_CURVE_NOT_SUPPORTED
+    EXPECT_EQ(GetAttributeType(0x86), "CKA_XXX");     // CKA_TRUSTED
+    EXPECT_EQ(GetAttributeType(0x166), "CKA_XXX");    // CKA_KEY_GEN_MECHANISM
+    EXPECT_EQ(GetObjectClass(7), "CKO_UNKNOWN");      // CKO_MECHANISM
+    EXPECT_EQ(GetKeyType(0x20), "CKK_UNKNOWN");       // CKK_BLOWFISH
+    EXPECT_EQ(GetCertificateType(1), "CKC_UNKNOWN");  // CKC_X_509_ATTR_CERT
+    EXPECT_EQ(GetErrorCode(0x140), "CKR_UNKNOWN");    // CKR_CURVE_NOT_SUPPORTED
 }
 
 TEST(ReturnValueNames, RecordsShowTheNamesOfTheLookupWithTwoDifferences) {
@@ -104,18 +104,18 @@ TEST(ReturnValueNames, RecordsShowTheNamesOfTheLookupWithTwoDifferences) {
 }
 
 TEST(ReturnValueNames, DroppedByTheHeaderButNamed) {
-    EXPECT_STREQ(GetErrorCode(0), "CKR_OK");
-    EXPECT_STREQ(GetErrorCode(0x52), "CKR_FUNCTION_PARALLEL");
-    EXPECT_STREQ(GetErrorCode(0xB2), "CKR_SESSION_EXCLUSIVE_EXISTS");
-    EXPECT_STREQ(GetErrorCode(0x141), "CKR_INSERTION_CALLBACK_NOT_SUPPORTED");
-    EXPECT_STREQ(GetErrorCode(0x80000999), "CKR_UNKNOWN");
+    EXPECT_EQ(GetErrorCode(0), "CKR_OK");
+    EXPECT_EQ(GetErrorCode(0x52), "CKR_FUNCTION_PARALLEL");
+    EXPECT_EQ(GetErrorCode(0xB2), "CKR_SESSION_EXCLUSIVE_EXISTS");
+    EXPECT_EQ(GetErrorCode(0x141), "CKR_INSERTION_CALLBACK_NOT_SUPPORTED");
+    EXPECT_EQ(GetErrorCode(0x80000999), "CKR_UNKNOWN");
 }
 
 TEST(ReturnValueNames, TheLookupTableHasTheseRowsInThisOrder) {
     ASSERT_EQ(std::size(kExpectedReturnValues), 191u);
     ASSERT_EQ(std::size(CKR_LookupTable), 191u);
     for (std::size_t i = 0; i < std::size(CKR_LookupTable); ++i) {
-        EXPECT_STREQ(CKR_LookupTable[i].name, kExpectedReturnValues[i].name) << i;
+        EXPECT_EQ(CKR_LookupTable[i].name, kExpectedReturnValues[i].name) << i;
         EXPECT_EQ(CKR_LookupTable[i].value, kExpectedReturnValues[i].value) << i;
     }
 }
@@ -168,16 +168,16 @@ TEST(NameTable, OrderAndDoublesAreSeen) {
 }
 
 TEST(NameTable, FindsFirstMiddleAndLastAndNothingBetween) {
-    EXPECT_STREQ(NameOf(kFourRows, 0, "none"), "none");
-    EXPECT_STREQ(NameOf(kFourRows, 1, "none"), "one");
-    EXPECT_STREQ(NameOf(kFourRows, 2, "none"), "none");
-    EXPECT_STREQ(NameOf(kFourRows, 3, "none"), "three");
-    EXPECT_STREQ(NameOf(kFourRows, 4, "none"), "none");
-    EXPECT_STREQ(NameOf(kFourRows, 5, "none"), "five");
-    EXPECT_STREQ(NameOf(kFourRows, 6, "none"), "none");
-    EXPECT_STREQ(NameOf(kFourRows, 0xFFFFFFFFFFFFFFFF, "none"), "last");
-    EXPECT_STREQ(NameOf(kOneRow, 4, "none"), "none");
-    EXPECT_STREQ(NameOf(kOneRow, 5, "none"), "five");
+    EXPECT_EQ(NameOf(kFourRows, 0, "none"), "none");
+    EXPECT_EQ(NameOf(kFourRows, 1, "none"), "one");
+    EXPECT_EQ(NameOf(kFourRows, 2, "none"), "none");
+    EXPECT_EQ(NameOf(kFourRows, 3, "none"), "three");
+    EXPECT_EQ(NameOf(kFourRows, 4, "none"), "none");
+    EXPECT_EQ(NameOf(kFourRows, 5, "none"), "five");
+    EXPECT_EQ(NameOf(kFourRows, 6, "none"), "none");
+    EXPECT_EQ(NameOf(kFourRows, 0xFFFFFFFFFFFFFFFF, "none"), "last");
+    EXPECT_EQ(NameOf(kOneRow, 4, "none"), "none");
+    EXPECT_EQ(NameOf(kOneRow, 5, "none"), "five");
 }
 
 }  // namespace

@@ -39,11 +39,11 @@ std::string NewValue(const std::string& bytes, const char* name = nullptr) {
 // ---------------------------------------------------------------------------------------
 
 TEST(ValueFormatNames, LeadThereAndBack) {
-    EXPECT_STREQ(GetValueFormat(ValueFormat{1}), "Numeric");
-    EXPECT_STREQ(GetValueFormat(ValueFormat{2}), "SimpleText");
-    EXPECT_STREQ(GetValueFormat(ValueFormat{3}), "RichText");
+    EXPECT_EQ(GetValueFormat(ValueFormat{1}), "Numeric");
+    EXPECT_EQ(GetValueFormat(ValueFormat{2}), "SimpleText");
+    EXPECT_EQ(GetValueFormat(ValueFormat{3}), "RichText");
     for (const int number : {0, 4, -1, INT_MAX}) {
-        EXPECT_STREQ(GetValueFormat(static_cast<ValueFormat>(number)), "Unknown");
+        EXPECT_EQ(GetValueFormat(static_cast<ValueFormat>(number)), "Unknown");
     }
     EXPECT_EQ(GetValueFormat("Numeric"), 1);
     EXPECT_EQ(GetValueFormat("SimpleText"), 2);
