@@ -31,7 +31,7 @@ void MakeRecord(const Builder& builder) {
 // What an earlier call's arguments told of readable memory holds no longer: the application may have unmapped
 // it.
 template <class Builder>
-void MakeStartRecord(const Builder& builder) {
+[[gnu::noinline]] void MakeStartRecord(const Builder& builder) {
     MakeRecord([&] {
         ForgetReadablePages();
         builder();
@@ -41,7 +41,7 @@ void MakeStartRecord(const Builder& builder) {
 // What the start record told holds no longer either: a target that refuses a call has looked at nothing, and
 // one that accepts it has had what it needs of the input.
 template <class Builder>
-void MakeEndRecord(CK_RV rv, const Builder& builder) {
+[[gnu::noinline]] void MakeEndRecord(CK_RV rv, const Builder& builder) {
     MakeRecord([&] {
         ForgetReadablePages();
         builder(rv);
@@ -56,8 +56,8 @@ void MakeEndRecord(CK_RV rv, const Builder& builder) {
 template <class Start, class Forward, class End>
 CK_RV LoggedCall(int classBit, const Start& start, const Forward& forward, const End& end) {
     StartLibrary();
-    if (configuration.DoWeLogThis(classBit)) MakeStartRecord(start);
+    if (configuration.DoWeLogThis(classBit)) MakeStartRecord(Start(start));
     const CK_RV rv = forward();
-    if (configuration.DoWeLogThis(classBit)) MakeEndRecord(rv, end);
+    if (configuration.DoWeLogThis(classBit)) MakeEndRecord(rv, End(end));
     return rv;
 }

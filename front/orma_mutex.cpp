@@ -9,7 +9,7 @@ namespace {
 // because each time it asks it takes the lock's memory away from the processor of the thread that works
 // behind it.
 constexpr int kTries = 100;
-constexpr int kLongestPause = 128;
+constexpr int kLongestPause = 512;
 
 bool IsLockedSoon(pthread_mutex_t* mutex) {
     int pause = 1;

@@ -12,8 +12,8 @@
 #define UNWRAP(...) __VA_ARGS__
 #define LOGGED(Name, Class, Arguments)                                                    \
     LoggedCall(                                                                           \
-        Class, [&] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
-        [&](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
+        Class, [=] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
+        [=](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
 
 #define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
     extern "C" CK_RV C_##Name Parameters { return LOGGED(Name, Class, Arguments); }
