@@ -1,7 +1,6 @@
 #include "config/wendrafil_configuration.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -10,6 +9,7 @@
 #include "config/file_text.h"
 #include "util/cache_line.h"
 #include "util/environment.h"
+#include "util/uncancelled_io.h"
 
 // Threads count here in every call; nothing that they only read should be on its cache line.
 alignas(kCacheLine) std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};
@@ -26,9 +26,11 @@ void CopyCut(const char* text, char* buffer, unsigned size) {
     buffer[length] = '\0';
 }
 
+constexpr char kDefaultLibrary[] = "/usr/lib/libmordavek2.so";
+
 bool CanOpen(const char* path, int access) {
     const int file = OpenFile(path, access);
-    return file >= 0 && close(file) == 0;
+    return file >= 0 && CloseUncancelled(file) == 0;
 }
 
 }  // namespace
@@ -126,7 +128,7 @@ int WendrafilConfiguration::GetEntry(const char* section, const char* key, char*
 
 int WendrafilConfiguration::LibraryFileName(const char* section, char* buffer, int size) const {
     if (GetConfigurationInfo(section, "LibUNIX64", buffer, size)) return 1;
-    if (buffer != nullptr) CopyCut("/usr/lib/libmordavek2.so", buffer, static_cast<unsigned>(size));
+    if (buffer != nullptr) CopyCut(kDefaultLibrary, buffer, static_cast<unsigned>(size));
     return 0;
 }
 
@@ -137,6 +139,6 @@ const char* WendrafilConfiguration::LibraryFileName() {
 
 const char* WendrafilConfiguration::LBLibLibraryFileName() {
     if (!GetConfigurationInfo(GetLBLibSectionName(), "LibUNIX", lbLibLibraryFileName, kResultSize))
-        CopyCut("/usr/lib/libmordavek2.so", lbLibLibraryFileName, kResultSize);
+        CopyCut(kDefaultLibrary, lbLibLibraryFileName, kResultSize);
     return lbLibLibraryFileName;
 }

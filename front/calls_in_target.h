@@ -10,11 +10,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "util/cache_line.h"
+
 class CallsInTarget {
 public:
     // The line on which a call was counted; each on a cache line of its own. Most threads get one to
     // themselves and count there without a locked instruction on the way out; the others share some.
-    struct alignas(64) Line {
+    struct alignas(kCacheLine) Line {
         std::atomic<std::uintptr_t> thread{0};  // the only one that counts here, 0 for none yet, or kShared
         std::atomic<long> calls{0};
     };

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr std::uintptr_t kPageSize = 4096;
-
 // How far above the innermost frame an application's variables are looked for.
 constexpr std::uintptr_t kNearbyStack = 64 * 1024;
 

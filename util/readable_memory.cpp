@@ -14,9 +14,6 @@
 
 namespace {
 
-// Both systems have pages of this size or a multiple of it.
-constexpr std::uintptr_t kPageSize = 4096;
-
 // Both systems' kernels copy a new signal mask in before they look at what is to be done with it. Asked to do
 // something that does not exist they change nothing, and answer EFAULT for an address that cannot be read and
 // EINVAL for one that can. The system call is made directly: the C library may look at its arguments first.
