@@ -98,9 +98,11 @@ TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
 
 TEST_F(AppendFileTest, OpeningAnotherFileClosesTheFirst) {
     ASSERT_TRUE(file.Open(path.c_str()));
+    const int number = DescriptorOf(path);
     const std::string second = directory.File("second");
     ASSERT_TRUE(file.Open(second.c_str()));
     EXPECT_EQ(DescriptorOf(path), -1);
+    EXPECT_EQ(DescriptorOf(second), number);  // free again before the second was opened
     file.Append("x");
     EXPECT_EQ(Contents(path), "");
     EXPECT_EQ(Contents(second), "x");

@@ -530,6 +530,99 @@ Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 })");
 }
 
+TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutAnAddress) {
+    auto* const signatureLens = At<CK_ULONG>(0x12345200);
+    auto* const signatures = At<CK_BYTE*>(0x12345240);
+    PutAll(signatures, {At<CK_BYTE>(0x12345a00), nullptr, At<CK_BYTE>(0x12345a80)});
+    Before([=] { PutAll(signatureLens, {41, 42, 43}); });
+    Answer([=] {
+        Put(signatures[0], "first signature");
+        Put(signatures[2], "third signature");
+        PutAll(signatureLens, {15, 16, 17});
+    });
+
+    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, signatureLens,
+         signatures);
+    Starts(R"(
+
+10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x12345200 Ptr=0x12345240 })",
+           R"(
+Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   ULong(0x0);
+   Pointer(0x0);
+   ULong(0x3);
+   ByteString(SimpleText"first input");
+   ByteString(SimpleText"the second input");
+   ByteString(SimpleText"third");
+   Pointer(0x12345200);
+   Pointer(0x12345240);
+})");
+    Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x12345200 Ptr=0x12345240 sig="first signature" })",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x12345200);
+   Pointer(0x12345240);
+   ByteString(SimpleText"first signature");
+})");
+    Ends(kOtherErrors, R"(
+10:15:30 <id>:FINISIMMultiSign <rv>12345clks {})",
+         R"(
+Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+}
+
+TEST_P(SimRecords, InputsOfAMultisignedValueEndAtTheFirstWithoutALengthOrAnAddress) {
+    auto* const shownInputs = At<CK_BYTE*>(0x12345300);
+    auto* const shownLens = At<CK_ULONG>(0x12345340);
+    PutAll(shownInputs,
+           {TextAt(0x12345b00, "an input"), TextAt(0x12345b40, "another"), TextAt(0x12345b80, "a third")});
+    const std::string newRecord = R"(
+
+10:15:30 <id>:STRTMultisignValue {Sesn=81 Ptr=0x12345300 inputCnt=3 "an input" })";
+    const std::string oldRecord = R"(
+Command(MultisignValue, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   Pointer(0x12345300);
+   ULong(0x3);Value(SimpleText"an input");
+})";
+    const auto expectOneInput = [&] {
+        Call("CA_MultisignValue", hSession, nullptr, 0, shownInputs, 3, shownLens, nullptr, nullptr);
+        Starts(newRecord, oldRecord);
+        Ends(kSuccessOrTooSmall, R"(
+10:15:30 <id>:FINIMultisignValue <rv>12345clks {Sesn=81 Ptr=0x0 })",
+             R"(
+Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   SessionHandle(0x51);
+   Pointer(0x0);
+})");
+        Ends(kOtherErrors, R"(
+10:15:30 <id>:FINIMultisignValue <rv>12345clks {})",
+             R"(
+Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+})");
+    };
+    PutAll(shownLens, {8, 0, 7});
+    expectOneInput();
+    PutAll(shownLens, {8, 7, 6});
+    shownInputs[1] = nullptr;
+    expectOneInput();
+}
+
 TEST_P(SimRecords, HandlesWithoutTheirCountAreNotShown) {
     auto* const phObjects = At<CK_OBJECT_HANDLE>(0x12345200);
     Answer([=] { PutAll(phObjects, {2001, 2002}); });
