@@ -2,6 +2,7 @@
 // number, and the target gives the text back as the signature, so that both records of the call hold it.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <map>
 #include <string>
@@ -24,13 +25,13 @@ public:
     // CKR_GENERAL_ERROR when it is CKR_OK but the signature is another text.
     CK_RV Call(std::size_t length = 0);
 
-    // How many calls were begun.
+    // How many calls were begun. Any thread may ask.
     unsigned long Calls() const { return calls; }
 
 private:
     Library& library;
     unsigned caller;
-    unsigned long calls = 0;
+    std::atomic<unsigned long> calls{0};
     char text[kLongestText];
     char signature[kLongestText];
 };
