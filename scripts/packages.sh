@@ -1,17 +1,32 @@
 # For ./demo and ./check, which read this file: installing what is missing of Debian's packages.
 
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+is_installed() {
+    dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q ' installed$'
+}
+
 # need_packages PACKAGE...: installs those that are not there; asks the network only when one is missing.
 need_packages() {
     local missing=() package
     for package in "$@"; do
-        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q ' installed$' || missing+=("$package")
+        is_installed "$package" || missing+=("$package")
     done
     ((${#missing[@]})) || return 0
 
-    local as_root=()
-    if [ "$(id -u)" -ne 0 ]; then as_root=(sudo); fi
     echo "Installing: ${missing[*]}"
-    "${as_root[@]}" apt-get update -qq </dev/null &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    as_root apt-get update -qq </dev/null &&
+        as_root env DEBIAN_FRONTEND=noninteractive \
             apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null >/dev/null
+}
+
+# need_sshd: installs openssh-server for tests that start an sshd of their own. The service that comes with it must not
+# make the machine reachable, and heeds a file that says so; where it was installed before, it is left as it is.
+need_sshd() {
+    local stay_down=/etc/ssh/sshd_not_to_be_run
+    is_installed openssh-server && return
+    echo "openssh-server's service stays down as long as there is $stay_down."
+    as_root install -D -m 644 /dev/null "$stay_down" && need_packages openssh-server
 }
