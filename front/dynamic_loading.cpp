@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "util/standard_output.h"
+
 int LoadDynamicLibrary(const char* path, void** handle) {
     if (path == nullptr || handle == nullptr) return 0;
     void* const loaded = dlopen(path, RTLD_NOW);
@@ -26,7 +28,12 @@ int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, un
     return 0;
 }
 
-void AnnounceMissingFunction(const char* name) { std::printf("Failed to load function '%s'.\n", name); }
+void AnnounceMissingFunction(const char* name) {
+    char line[300];
+    const int length = std::snprintf(line, sizeof line, "Failed to load function '%s'.\n", name);
+    const std::size_t printed = static_cast<std::size_t>(length);
+    WriteToStandardOutput({line, printed < sizeof line ? printed : sizeof line - 1});
+}
 
 int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length) {
     if (buffer == nullptr || length == nullptr) return 0;

@@ -13,7 +13,7 @@ int UnloadDynamicLibrary(void* handle);
 // unless `silent` is non-zero. Null `name` or `address` fail.
 int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, unsigned silent);
 
-// The line on standard output.
+// The line on standard output, without the end of a name of more than 270 characters.
 void AnnounceMissingFunction(const char* name);
 
 // The loader's text about the latest failure, or "Error during dlerror() call" when it has none. `size`

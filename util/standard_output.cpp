@@ -1,0 +1,13 @@
+#include "util/standard_output.h"
+
+#include <unistd.h>
+
+#include "util/signal_shield.h"
+#include "util/uncancelled_io.h"
+
+void WriteToStandardOutput(std::string_view text) {
+    pollfd room = {STDOUT_FILENO, POLLOUT, 0};
+    if (PollUncancelled(&room, 1, 0) != 1 || (room.revents & POLLOUT) == 0) return;
+    const SignalShield shield;
+    WriteUncancelled(STDOUT_FILENO, text.data(), text.size());
+}
