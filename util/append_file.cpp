@@ -3,9 +3,9 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <ctime>
 
@@ -25,8 +25,12 @@ constexpr int kFirstDescriptor = 900;
 // short while.
 constexpr unsigned kAppendsPerInspection = 64;
 
-// How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
+// How often, and how long each time, in milliseconds, the rest of a record may wait for a reader that has
+// taken its beginning.
+constexpr int kMostWaits = 5;
 constexpr int kLongestWait = 20;
+
+constexpr int kOpenFlags = O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
 int MoveOutOfTheWay(int descriptor) {
     const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, kFirstDescriptor);
@@ -35,9 +39,33 @@ int MoveOutOfTheWay(int descriptor) {
     return moved;
 }
 
-bool FileSizeIsLimited() {
+// RLIM_INFINITY without a limit.
+rlim_t LimitOfFileSize() {
     rlimit limit;
-    return getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+    return getrlimit(RLIMIT_FSIZE, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
+}
+
+// The part of `text` that does not exceed the limit of the file's size. The shield against the signal is not
+// enough: FreeBSD sends it to the process, whose other threads may take it.
+std::string_view WithinLimit(int descriptor, std::string_view text) {
+    const rlim_t limit = LimitOfFileSize();
+    struct stat status;
+    if (limit == RLIM_INFINITY || fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return text;
+    const rlim_t size = static_cast<rlim_t>(status.st_size);
+    return text.substr(0, limit > size ? limit - size : 0);
+}
+
+bool IsFifo(const char* path) {
+    struct stat status;
+    return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+int OpenFile(const char* path, int access) {
+    if (access == O_RDWR && IsFifo(path)) {
+        const int alone = OpenUncancelled(path, O_WRONLY | kOpenFlags, 0);
+        if (alone >= 0) return alone;
+    }
+    return OpenUncancelled(path, access | O_CREAT | kOpenFlags, 0666);
 }
 
 long CoarseTime() {
@@ -59,6 +87,7 @@ bool BecomesWritable(int descriptor) {
 
 void WriteWhole(int descriptor, std::string_view text) {
     bool begun = false;
+    int waits = 0;
     while (!text.empty()) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written > 0) {
@@ -66,7 +95,8 @@ void WriteWhole(int descriptor, std::string_view text) {
             begun = true;
         } else if (written < 0 && errno == EINTR) {
             continue;
-        } else if (written < 0 && errno == EAGAIN && begun && BecomesWritable(descriptor)) {
+        } else if (written < 0 && errno == EAGAIN && begun && waits++ < kMostWaits &&
+                   BecomesWritable(descriptor)) {
             continue;
         } else {
             return;
@@ -78,25 +108,45 @@ void WriteWhole(int descriptor, std::string_view text) {
 
 bool AppendFile::OpenFor(const char* path, int access) {
     Close();
-    // O_RDWR also keeps a FIFO from needing a reader or losing its last one.
-    descriptor = OpenUncancelled(path, access | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+    openAccess = access;
+    if (!OpenPath(path)) return false;
+    RememberPath(path);
+    return true;
+}
+
+bool AppendFile::OpenPath(const char* path) {
+    descriptor = OpenFile(path, openAccess);
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
     struct stat status = {};
     isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     device = status.st_dev;
     inode = status.st_ino;
-    openAccess = access;
     LookAtLimit();
-    // A relative path may mean another file by now.
-    if (path != openPath) std::snprintf(openPath, sizeof openPath, "%s", *path == '/' ? path : "");
-    if (std::strlen(path) > kLongestPath) *openPath = '\0';
     return true;
+}
+
+// A relative path may lead elsewhere by the time when the file has to be opened again.
+void AppendFile::RememberPath(const char* path) {
+    *openPath = '\0';
+    std::size_t length = 0;
+    if (*path != '/') {
+        if (getcwd(openPath, kLongestPath) == nullptr) return;
+        length = std::strlen(openPath);
+        openPath[length++] = '/';
+    }
+    const std::size_t rest = std::strlen(path);
+    if (rest > kLongestPath - length) {
+        *openPath = '\0';
+        return;
+    }
+    std::memcpy(openPath + length, path, rest + 1);
 }
 
 void AppendFile::Close() {
     if (descriptor >= 0 && IsStillOurs()) CloseUncancelled(descriptor);
     descriptor = -1;
+    isLost = false;
 }
 
 bool AppendFile::IsStillOurs() const {
@@ -109,24 +159,22 @@ bool AppendFile::IsInspectionDue() {
 }
 
 void AppendFile::Inspect() {
-    if (!IsStillOurs()) {
-        descriptor = -1;
-        if (*openPath != '\0') OpenFor(openPath, openAccess);
-        return;
-    }
     LookAtLimit();
+    if (!isLost && IsStillOurs()) return;
+    descriptor = -1;
+    isLost = *openPath != '\0' && !OpenPath(openPath);
 }
 
 void AppendFile::LookAtLimit() {
-    mayRaiseSignal = !isRegular || FileSizeIsLimited();
+    mayRaiseSignal = !isRegular || LimitOfFileSize() != RLIM_INFINITY;
     appends = 0;
     inspectionTime = CoarseTime();
 }
 
 void AppendFile::Append(std::string_view text) {
-    if (descriptor < 0) return;
+    if (descriptor < 0 && !isLost) return;
     if (IsInspectionDue()) Inspect();
-    if (!mayRaiseSignal) {
+    if (descriptor >= 0 && !mayRaiseSignal) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written == static_cast<ssize_t>(text.size())) return;
         // Perhaps a limit that was set, or a descriptor that was closed, since it was inspected: what is left
@@ -136,5 +184,5 @@ void AppendFile::Append(std::string_view text) {
     }
     if (descriptor < 0) return;
     const SignalShield shield;
-    WriteWhole(descriptor, text);
+    WriteWhole(descriptor, WithinLimit(descriptor, text));
 }

@@ -3,9 +3,11 @@
 //
 // What the host must not notice: no signal reaches it through a write of ours (SIGPIPE, SIGXFSZ), no
 // descriptor number that it would get itself is taken, nothing is inherited by programs that it executes, and
-// nothing here waits for another process (a FIFO without a reader is opened all the same; what a full one
-// does not take is dropped). A host that closes all descriptors, as daemons do, and gets the number again for
-// something of its own finds nothing written there, and the file is opened again.
+// nothing here waits long for another process (a FIFO without a reader is opened all the same; what a full
+// one does not take is dropped, unless it has taken a part: then the rest waits a tenth of a second). A host
+// that closes all descriptors, as daemons do, and gets the number again for something of its own finds
+// nothing written there, and the file is opened again, whatever directory the host is in by then; when it
+// cannot be opened, again and again.
 //
 // One thread at a time.
 #pragma once
@@ -24,7 +26,9 @@ public:
     AppendFile& operator=(const AppendFile&) = delete;
 
     // Opens `path` for reading and appending and creates it if need be, as fopen's "a+" does; a file that is
-    // open is closed first. Returns false when it cannot be opened; errno says why.
+    // open is closed first. Returns false when it cannot be opened; errno says why. A FIFO that somebody
+    // reads is opened for appending alone: a reader in the host's own process would keep it alive when the
+    // last other one leaves, for the host's writes as well.
     bool Open(const char* path) { return OpenFor(path, O_RDWR); }
     // The same for appending alone, as fopen's "a" does. A FIFO that nobody reads is not opened.
     bool OpenForAppendingAlone(const char* path) { return OpenFor(path, O_WRONLY); }
@@ -37,14 +41,17 @@ public:
 
 private:
     bool OpenFor(const char* path, int access);
+    bool OpenPath(const char* path);
+    void RememberPath(const char* path);
     bool IsStillOurs() const;
     bool IsInspectionDue();
     void Inspect();
     void LookAtLimit();
 
-    static constexpr std::size_t kLongestPath = 500;
+    static constexpr std::size_t kLongestPath = 1000;
 
     int descriptor = -1;
+    bool isLost = false;  // the host closed it, and it could not be opened again yet
     dev_t device = 0;
     ino_t inode = 0;
     bool isRegular = false;
@@ -52,5 +59,5 @@ private:
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in ticks of the coarse clock
     int openAccess = 0;
-    char openPath[kLongestPath + 1] = {};  // empty when the file cannot be opened again later
+    char openPath[kLongestPath + 1] = {};  // absolute; empty when the file cannot be opened again later
 };

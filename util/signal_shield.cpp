@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <ctime>
 
+#include "util/uncancelled_io.h"
+
 namespace {
 
 constexpr int kSignalsOfWrite[] = {SIGPIPE, SIGXFSZ};
@@ -26,7 +28,7 @@ SignalShield::~SignalShield() {
         if (!sigismember(&pendingBefore, signal)) sigaddset(&ours, signal);
     }
     const timespec atOnce = {0, 0};
-    while (sigtimedwait(&ours, nullptr, &atOnce) > 0) continue;
+    while (SigtimedwaitUncancelled(&ours, &atOnce) > 0) continue;
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     errno = error;
 }

@@ -30,3 +30,13 @@ int CloseUncancelled(int descriptor) {
     if (!isAsynchronousBehindShield) return close(descriptor);
     return static_cast<int>(syscall(SYS_close, descriptor));
 }
+
+int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout) {
+    if (!isAsynchronousBehindShield) return sigtimedwait(signals, nullptr, timeout);
+#if defined(__linux__)
+    constexpr std::size_t kKernelsSize = 8;  // of a set of signals; that of the C library is larger
+    return static_cast<int>(syscall(SYS_rt_sigtimedwait, signals, nullptr, timeout, kKernelsSize));
+#else
+    return static_cast<int>(syscall(SYS_sigtimedwait, signals, nullptr, timeout));
+#endif
+}

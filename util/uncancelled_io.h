@@ -1,5 +1,5 @@
-// open, read, write, poll and close for what runs behind the host shield (util/host_shield.h): no
-// cancellation of the thread strikes in them. They take, return and set errno as the system's functions of
+// open, read, write, poll, close and sigtimedwait for what runs behind the host shield (util/host_shield.h):
+// no cancellation of the thread strikes in them. They take, return and set errno as the system's functions of
 // these names do.
 //
 // The system's functions are places where a thread may be cancelled. The GNU C library lets a cancellation
@@ -8,7 +8,9 @@
 #pragma once
 
 #include <poll.h>
+#include <signal.h>
 #include <sys/types.h>
+#include <time.h>
 
 #include <cstddef>
 
@@ -17,3 +19,4 @@ ssize_t ReadUncancelled(int descriptor, void* bytes, std::size_t size);
 ssize_t WriteUncancelled(int descriptor, const void* bytes, std::size_t size);
 int PollUncancelled(pollfd* descriptors, nfds_t count, int milliseconds);
 int CloseUncancelled(int descriptor);
+int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout);

@@ -107,4 +107,12 @@ TEST_F(AppendFileFaults, OnlyARecordThatHasBegunWaits) {
     EXPECT_EQ(Taken({Takes(2), Takes(1), Fails(EAGAIN), Takes(1), Fails(EAGAIN)}, "abcdef"), "abcdef");
 }
 
+TEST_F(AppendFileFaults, ARecordWaitsFiveTimes) {
+    const std::deque<Answer> slow = {Takes(1), Takes(1),      Fails(EAGAIN), Takes(1), Fails(EAGAIN),
+                                     Takes(1), Fails(EAGAIN), Fails(EAGAIN), Takes(1), Fails(EAGAIN),
+                                     Takes(1), Fails(EAGAIN), Takes(1)};
+    EXPECT_EQ(Taken(slow, "abcdefgh"), "abcdef");
+    EXPECT_EQ(Taken({}, "next"), "next");
+}
+
 }  // namespace

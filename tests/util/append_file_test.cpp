@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -223,18 +224,78 @@ TEST_F(AppendFileTest, ClosingLeavesTheHostsFileOpen) {
     close(other);
 }
 
-TEST_F(AppendFileTest, WhatCannotBeOpenedAgainIsGivenUp) {
-    const std::string name = "append_file_test." + std::to_string(getpid());
-    const auto relativeTo = [](const std::string& folder) { ASSERT_EQ(chdir(folder.c_str()), 0); };
-    relativeTo(directory.Path());
-    ASSERT_TRUE(file.Open(name.c_str()));
+// The directory that relative paths are relative to, for a while.
+class CurrentDirectory {
+public:
+    explicit CurrentDirectory(const std::string& path) : before(open(".", O_RDONLY)) {
+        EXPECT_EQ(chdir(path.c_str()), 0);
+    }
+    ~CurrentDirectory() {
+        EXPECT_EQ(fchdir(before), 0);
+        close(before);
+    }
+    CurrentDirectory(const CurrentDirectory&) = delete;
+    CurrentDirectory& operator=(const CurrentDirectory&) = delete;
+
+private:
+    const int before;
+};
+
+TEST_F(AppendFileTest, ARelativePathMeansTheSameFileInEveryDirectory) {
+    const std::string elsewhere = directory.File("elsewhere");
+    ASSERT_EQ(mkdir(elsewhere.c_str(), 0700), 0);
+    {
+        const CurrentDirectory current(directory.Path());
+        ASSERT_TRUE(file.Open("log"));
+    }
+    const CurrentDirectory current(elsewhere);
     file.Append("one ");
-    close(DescriptorOf(name));
-    relativeTo("/");
+    close(DescriptorOf(path));
     file.Append("two");
+    EXPECT_EQ(Contents(path), "one two");
+    EXPECT_NE(access("log", F_OK), 0);
+}
+
+TEST_F(AppendFileTest, WhatCannotBeOpenedAgainIsTriedAgain) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    const std::string moved = directory.File("moved");
+    close(DescriptorOf(path));
+    std::filesystem::rename(path, moved);
+    ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+    for (int i = 0; i < 100; ++i) file.Append("lost");
     EXPECT_FALSE(file.IsOpen());
-    EXPECT_EQ(Contents(directory.File(name)), "one ");
-    EXPECT_NE(access(name.c_str(), F_OK), 0);
+    ASSERT_EQ(rmdir(path.c_str()), 0);
+    std::filesystem::rename(moved, path);
+    WaitForAnInspection();
+    file.Append("two");
+    EXPECT_TRUE(file.IsOpen());
+    EXPECT_EQ(Contents(path), "one two");
+}
+
+TEST_F(AppendFileTest, ClosedOnPurposeWhileItIsLostItStaysClosed) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    close(DescriptorOf(path));
+    std::filesystem::remove(path);
+    ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+    file.Append("lost");
+    file.Close();
+    ASSERT_EQ(rmdir(path.c_str()), 0);
+    WaitForAnInspection();
+    file.Append("lost");
+    EXPECT_NE(access(path.c_str(), F_OK), 0);
+}
+
+TEST_F(AppendFileTest, APathOfAThousandCharactersIsKept) {
+    const std::size_t slash = path.rfind('/');
+    for (const std::size_t length : {1000U, 1001U}) {
+        unlink(path.c_str());
+        const std::string longer = std::string(path).insert(slash, length - path.size(), '/');
+        ASSERT_TRUE(file.Open(longer.c_str()));
+        close(DescriptorOf(path));
+        file.Append("x");
+        EXPECT_EQ(Contents(path), length == 1000 ? "x" : "") << length;
+    }
 }
 
 // ---- FIFOs ------------------------------------------------------------------------------------------------
@@ -296,6 +357,27 @@ TEST_F(Fifo, ForAppendingAloneNeedsAReader) {
     file.Append("told");
     EXPECT_EQ(TakenBy(reader), "told");
     close(reader);
+}
+
+// The host writes to it as well, and must learn that nobody reads any more.
+TEST_F(Fifo, HasNoReaderInThisFile) {
+    const int reader = Reader();
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("read");
+    EXPECT_EQ(TakenBy(reader), "read");
+    const int host = open(path.c_str(), O_WRONLY | O_NONBLOCK);
+    ASSERT_GE(host, 0);
+    close(reader);
+    const auto previous = std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(write(host, "x", 1), -1);
+    EXPECT_EQ(errno, EPIPE);
+    std::signal(SIGPIPE, previous);
+    file.Append("unread");
+    const int next = Reader();
+    file.Append("read again");
+    EXPECT_EQ(TakenBy(next), "read again");
+    close(next);
+    close(host);
 }
 
 TEST_F(FifoDeathTest, AReaderThatLeavesRaisesNoSignal) {
