@@ -12,6 +12,7 @@
 
 int CryptokiBridge::bindLevel = 0;
 int CryptokiBridge::loadBalancingDisabled = 0;
+void (*CryptokiBridge::startAgain)() = nullptr;
 
 namespace {
 
@@ -33,7 +34,19 @@ unsigned IsSilent() { return CryptokiBridge::bindLevel == kSilentLevel ? 1 : 0; 
 CryptokiBridge::CryptokiBridge() : message(kNotConnected) { InitializeStubs(); }
 
 void CryptokiBridge::InitializeStubs() {
-    for (Slot& slot : slots) slot.store(reinterpret_cast<void*>(&Stub), std::memory_order_seq_cst);
+    for (Slot& slot : slots) slot.store(StubAddress(), std::memory_order_seq_cst);
+}
+
+void* CryptokiBridge::BoundAfterStart(SlotIndex index, CallsInTarget::Line*& line) {
+    if (startAgain == nullptr) return StubAddress();
+    for (;;) {
+        CallsInTarget::Leave(*line);
+        const unsigned before = changes.load(std::memory_order_seq_cst);
+        startAgain();
+        line = &callsInTarget.Enter();
+        void* const function = slots[index].load(std::memory_order_seq_cst);
+        if (function != StubAddress() || changes.load(std::memory_order_seq_cst) == before) return function;
+    }
 }
 
 CK_RV CryptokiBridge::Stub() { return CKR_FUNCTION_NOT_SUPPORTED; }
@@ -55,6 +68,7 @@ void* CryptokiBridge::GetSymbolAddressSilent(void* handle, const char* name, uns
 int CryptokiBridge::Connect(const char* path) {
     Disconnect();
     const bool isComplete = Load(path) && Bind();
+    changes.fetch_add(1, std::memory_order_seq_cst);
     // A bind level other than 0 means to run with whatever could be bound, be it nothing; kept.
     if (!isComplete && bindLevel == 0) return 0;
     message = kConnected;
@@ -101,6 +115,7 @@ void CryptokiBridge::BindOptional(SlotIndex index, const char* name, unsigned si
 }
 
 void CryptokiBridge::Disconnect() {
+    changes.fetch_add(1, std::memory_order_seq_cst);
     InitializeStubs();
     if (handle == nullptr) return;
     // A target that a call is still inside of stays loaded for the rest of the process.

@@ -58,6 +58,10 @@ public:
     // succeeds. 2: so it does, and silently.
     static int bindLevel;
 
+    // What a call does that finds no function of a target bound: it may have begun before another thread
+    // stopped the library, and starts it again. Null for nothing.
+    static void (*startAgain)();
+
     // One method for each function that can be forwarded: it hands on the arguments and the result unchanged.
 #define UNWRAP(...) __VA_ARGS__
 #define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
@@ -83,12 +87,20 @@ private:
     // unwinding: a thread that ends inside the target meets no code of ours on its way out.
     template <class Function, class... Arguments>
     CK_RV Forward(SlotIndex index, Arguments... arguments) {
-        CallsInTarget::Line& line = callsInTarget.Enter();
-        const CK_RV rv =
-            reinterpret_cast<Function>(slots[index].load(std::memory_order_seq_cst))(arguments...);
-        CallsInTarget::Leave(line);
+        CallsInTarget::Line* line = &callsInTarget.Enter();
+        void* function = slots[index].load(std::memory_order_seq_cst);
+        if (function == StubAddress()) [[unlikely]]
+            function = BoundAfterStart(index, line);
+        const CK_RV rv = reinterpret_cast<Function>(function)(arguments...);
+        CallsInTarget::Leave(*line);
         return rv;
     }
+
+    static void* StubAddress() { return reinterpret_cast<void*>(&Stub); }
+
+    // The address in a slot where the stub was found, once more, after the library has been started again;
+    // the stub only if the target has no such function. `line` is the one on which the call is counted.
+    void* BoundAfterStart(SlotIndex index, CallsInTarget::Line*& line);
 
     bool Load(const char* path);
     bool Bind();
@@ -101,6 +113,7 @@ private:
     const char* message;
     char errorBuffer[kErrorSize] = {};
     Slot slots[kSlotCount];
+    std::atomic<unsigned> changes{0};  // of all slots together: at each Disconnect and after each Connect
     CallsInTarget callsInTarget;
 
     static int loadBalancingDisabled;

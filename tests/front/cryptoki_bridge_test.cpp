@@ -296,6 +296,57 @@ TEST_F(CryptokiBridgeTest, ATargetWithACallInsideStaysLoaded) {
     EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
 }
 
+// ---- A call that finds the library stopped
+// --------------------------------------------------------------------
+
+CryptokiBridge* stoppedBridge = nullptr;
+int starts = 0;
+
+class StoppedBridge : public CryptokiBridgeTest {
+protected:
+    StoppedBridge() {
+        stoppedBridge = &bridge;
+        starts = 0;
+    }
+    ~StoppedBridge() override { CryptokiBridge::startAgain = nullptr; }
+
+    static inline const CK_RV kAnswer = AnswerOf("C_Logout", CK_SESSION_HANDLE{5});
+};
+
+TEST_F(StoppedBridge, IsStartedAgain) {
+    CryptokiBridge::startAgain = [] {
+        if (++starts == 1) stoppedBridge->Connect(TARGET_COMPLETE);
+    };
+    EXPECT_EQ(bridge.C_Logout(5), kAnswer);
+    EXPECT_EQ(starts, 1);
+    EXPECT_EQ(bridge.C_Logout(5), kAnswer);
+    EXPECT_EQ(starts, 1);
+}
+
+TEST_F(StoppedBridge, IsStartedAgainAsOftenAsItIsStopped) {
+    CryptokiBridge::startAgain = [] {
+        stoppedBridge->Connect(TARGET_COMPLETE);
+        if (++starts < 4) stoppedBridge->Disconnect();
+    };
+    EXPECT_EQ(bridge.C_Logout(5), kAnswer);
+    EXPECT_EQ(starts, 4);
+}
+
+TEST_F(StoppedBridge, AFunctionThatTheTargetLacksIsNotWaitedFor) {
+    CryptokiBridge::startAgain = [] { ++starts; };
+    Connect(TARGET_WITHOUT_SELF_TEST, 0);
+    ExpectTargetWithout(bridge,
+                        " C_GetFunctionStatus GetTotalOperations ResetTotalOperations CA_PerformSelfTest ");
+    EXPECT_EQ(starts, 4);
+}
+
+TEST_F(StoppedBridge, ACallIsCountedWhereItIsMade) {
+    CryptokiBridge::startAgain = [] { stoppedBridge->Connect(TARGET_COMPLETE); };
+    EXPECT_EQ(bridge.C_Logout(5), kAnswer);
+    bridge.Disconnect();
+    EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));  // no call is left inside
+}
+
 // ---- The path of the other section
 // ------------------------------------------------------------------------------
 

@@ -123,7 +123,7 @@ TEST_F(ErrorLogTest, AFifoThatNobodyReadsDoesNotHang) {
 
 TEST_F(ErrorLogTest, TheLongestReportIsWhole) {
     file.Write("Error = " + path + ";\n");
-    ExpectReport("Could not open capture file /" + std::string(498, 'p') + ".");
+    ExpectReport(std::string("Could not open capture file /").append(498, 'p').append("."));
 }
 
 }  // namespace

@@ -68,7 +68,7 @@ TEST_F(LoggingConfigurationTest, APathStaysUntilItIsAskedForAgain) {
 }
 
 TEST_F(LoggingConfigurationTest, PathsAreCutAt499Characters) {
-    const std::string path = "/" + std::string(600, 'p');
+    const std::string path = std::string("/").append(600, 'p');
     file.Write("LibUNIX64 = " + path + ";\nFile = " + path + ";\nError = " + path + ";\n");
     EXPECT_EQ(settings.CkLogLibraryFileName(), path.substr(0, 499));
     EXPECT_EQ(settings.LogFileName(), path.substr(0, 499));
