@@ -68,6 +68,7 @@ int OpenFile(const char* path, int access) {
     return OpenUncancelled(path, access | O_CREAT | kOpenFlags, 0666);
 }
 
+// Of the clock that each system reads without going into the kernel.
 long CoarseTime() {
 #if defined(__FreeBSD__)
     constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
