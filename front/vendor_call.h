@@ -39,9 +39,9 @@ struct VendorCall<void(Parameters...)> {
         StartLibrary();
         RemoveJunk(words, Indices());
         if (!IsLogged(entry)) return Forward(method, words, AllWords());
-        MakeStartRecord([&] { Start(entry, words, Indices()); });
+        MakeRecord([&] { Start(entry, words, Indices()); });
         const CK_RV rv = Forward(method, words, AllWords());
-        MakeEndRecord(rv, [&](CK_RV result) { End(entry, result, words, Indices()); });
+        MakeRecord([&] { End(entry, rv, words, Indices()); });
         return rv;
     }
 

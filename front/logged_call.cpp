@@ -1,0 +1,24 @@
+#include "front/logged_call.h"
+
+#include "descriptors/abstract_descriptor.h"
+#include "descriptors/tree_memory.h"
+#include "front/record_lock.h"
+#include "util/host_shield.h"
+#include "util/readable_memory.h"
+
+void MakeRecord(void (*build)(const void* builder), const void* builder) {
+    if (AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0) return;
+    OrmaMutex* const recordLock = pCkLogMutex.load(std::memory_order_acquire);
+    if (recordLock == nullptr) return;
+    BehindHostShield([=] {
+        const OrmaLock lock(*recordLock);
+        const TreeMemory memory;
+        // What an earlier record told of readable memory holds no longer: since then the application may have
+        // unmapped it, and a target that refuses a call has looked at nothing.
+        ForgetReadablePages();
+        try {
+            build(builder);
+        } catch (...) {
+        }
+    });
+}
