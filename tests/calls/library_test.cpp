@@ -80,9 +80,7 @@ void LibraryTest::WriteFile(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-void LibraryTest::ClearLog() const {
-    if (std::filesystem::exists(LogPath())) std::filesystem::resize_file(LogPath(), 0);
-}
+void LibraryTest::ClearLog() const { SearchAndEmpty(LogPath()); }
 
 std::size_t LibraryTest::LogSize() const {
     std::error_code missing;

@@ -101,7 +101,7 @@ protected:
     }
 
     void ExpectThatItCannotBeOpened(const std::string& path) {
-        unlink(ErrorPath().c_str());
+        SearchAndRemove(ErrorPath());
         ExpectCallsGoOnWithLog(path);
         ExpectOneLineAbout(path);
     }
@@ -148,7 +148,7 @@ TEST_F(LogCannotBeWritten, BecauseItsDirectoryOrFileIsClosedToTheProcess) {
 
     for (const std::string& path :
          {kClosed + "/calls.log", kUnwritable + "/calls.log", kUnreadable, kReadOnly}) {
-        unlink(ErrorPath().c_str());
+        SearchAndRemove(ErrorPath());
         Set("File", path);
         EXPECT_TRUE(SurvivesUnshielded([] {
             const Library library;
@@ -230,7 +230,7 @@ TEST_F(LogCannotBeWritten, BecauseTheDeviceIsFull) {
 
 TEST_F(LogCannotBeWritten, BecauseTheSystemRefusesForAWhile) {
     for (const int error : {ENOSPC, EDQUOT, EIO, EFBIG, EROFS, EAGAIN}) {
-        unlink(LogPath().c_str());
+        SearchAndRemove(LogPath());
         EXPECT_TRUE(SurvivesUnshielded([error] {
             Library library;
             library->C_Logout(1);
@@ -275,7 +275,7 @@ TEST_F(LogCannotBeWritten, InOnePieceOrWithoutInterruption) {
 
 TEST_F(LogCannotBeWritten, BeyondTheFileSizeLimit) {
     for (const rlim_t limit : {0U, 1U, 100U, 1000U}) {
-        unlink(LogPath().c_str());
+        SearchAndRemove(LogPath());
         EXPECT_TRUE(SurvivesUnshielded([limit] {
             LimitFileSize(limit);
             ExpectCallsGoOn(Library());
@@ -287,7 +287,7 @@ TEST_F(LogCannotBeWritten, BeyondTheFileSizeLimit) {
 
 TEST_F(LogCannotBeWritten, BeyondAFileSizeLimitThatIsSetLater) {
     for (std::size_t callsBefore = 0; callsBefore < 12; ++callsBefore) {
-        unlink(LogPath().c_str());
+        SearchAndRemove(LogPath());
         std::size_t sizeBefore = 0;
         EXPECT_TRUE(SurvivesUnshielded([&] {
             Library library;

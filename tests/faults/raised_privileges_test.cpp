@@ -59,7 +59,7 @@ protected:
 
     // Runs the probe as a program that `caller` starts.
     Run RunBy(uid_t caller, const char* argument = nullptr) const {
-        std::filesystem::remove(callersLog);
+        SearchAndRemove(callersLog);
         int ends[2];
         EXPECT_EQ(pipe(ends), 0);
         const pid_t child = fork();

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "tests/descriptors/record_test.h"
+#include "tests/secrets/planted_secret.h"
 
 namespace {
 
@@ -63,7 +64,8 @@ TEST_F(RecordChildrenTest, Bytes) {
 }
 
 TEST_F(RecordChildrenTest, APinIsItsMaskOrNothing) {
-    EXPECT_CHILD(Pin("1234"), "ByteString(SimpleText\"********\")", "PIN=\"********\"");
+    const std::string secret = PlantedSecret(1);
+    EXPECT_CHILD(Pin(secret.c_str()), "ByteString(SimpleText\"********\")", "PIN=\"********\"");
     EXPECT_CHILD(Pin("", "Old="), "ByteString(SimpleText\"********\")", "Old=\"********\"");
     EXPECT_CHILD(Pin(nullptr), "ByteString(SimpleText\"<null>\")", "PIN=\"<null>\"");
     EXPECT_CHILD(Pin(nullptr, "New="), "ByteString(SimpleText\"<null>\")", "New=\"<null>\"");

@@ -8,10 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "tests/secrets/planted_secret.h"
@@ -56,12 +54,37 @@ private:
     std::size_t length = 0;
 };
 
-inline int HexDigit(char character) {
+constexpr int HexDigit(char character) {
     if (character >= '0' && character <= '9') return character - '0';
     if (character >= 'a' && character <= 'f') return character - 'a' + 10;
     if (character >= 'A' && character <= 'F') return character - 'A' + 10;
     return -1;
 }
+
+// Of each character: whether it is the first hexadecimal digit of a byte that a secret may have. Most digits
+// of a log are not, and need no closer look.
+inline constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
+    std::array<bool, 256> isFirst{};
+    for (std::size_t character = 0; character < isFirst.size(); ++character) {
+        const int digit = HexDigit(static_cast<char>(character));
+        for (std::size_t byte = 0; byte < kKinds.size(); ++byte) {
+            if (kKinds[byte] != Kind::kNone && static_cast<int>(byte >> 4) == digit)
+                isFirst[character] = true;
+        }
+    }
+    return isFirst;
+}();
+
+// Of each byte: whether any form of a secret may begin or go on with it. Most of a log is passed over by
+// this.
+inline constexpr std::array<bool, 256> kIsInAnyForm = [] {
+    std::array<bool, 256> isInAny{};
+    for (std::size_t byte = 0; byte < isInAny.size(); ++byte) {
+        const bool isDecimal = byte >= '0' && byte <= '9';
+        isInAny[byte] = kKinds[byte] != Kind::kNone || kIsFirstHexDigit[byte] || isDecimal;
+    }
+    return isInAny;
+}();
 
 // The byte that two digits at the beginning say; -1 for none.
 inline int HexByte(std::string_view text) {
@@ -93,8 +116,9 @@ inline std::size_t HexBytesOfSecret(std::string_view text) {
 
 // The longest part of a secret in the bytes of a decimal number.
 inline std::size_t NumberBytesOfSecret(std::string_view digits) {
+    constexpr std::size_t kDigitsOfLeastPart = 9;
     constexpr std::size_t kDigitsOfWord = 20;
-    if (digits.size() > kDigitsOfWord) return 0;
+    if (digits.size() < kDigitsOfLeastPart || digits.size() > kDigitsOfWord) return 0;
     const std::uint64_t number = std::strtoull(std::string(digits).c_str(), nullptr, 10);
     Run run;
     std::size_t longest = 0;
@@ -107,12 +131,6 @@ inline std::size_t NumberBytesOfSecret(std::string_view digits) {
 
 inline bool IsDecimal(char character) { return character >= '0' && character <= '9'; }
 
-inline std::string ContentsOf(const std::filesystem::path& path) {
-    std::ostringstream contents;
-    contents << std::ifstream(path, std::ios::binary).rdbuf();
-    return std::move(contents).str();
-}
-
 }  // namespace secret_search
 
 // The first part of a secret in `written`, as text, in hexadecimal digits or as a decimal number, with the
@@ -120,11 +138,16 @@ inline std::string ContentsOf(const std::filesystem::path& path) {
 inline std::optional<FoundSecret> FindSecret(std::string_view written, std::size_t leastInDigits) {
     using namespace secret_search;
     Run run;
+    const char* const bytes = written.data();
     for (std::size_t i = 0; i < written.size(); ++i) {
-        if (run.Add(static_cast<unsigned char>(written[i])) >= kLeastPart)
-            return FoundSecret{i + 1 - kLeastPart, "text"};
-        if (HexDigit(written[i]) < 0) continue;
-        if (HexBytesOfSecret(written.substr(i)) >= leastInDigits) return FoundSecret{i, "hexadecimal"};
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        if (!kIsInAnyForm[byte]) {
+            run = Run();
+            continue;
+        }
+        if (run.Add(byte) >= kLeastPart) return FoundSecret{i + 1 - kLeastPart, "text"};
+        if (kIsFirstHexDigit[byte] && HexBytesOfSecret(written.substr(i)) >= leastInDigits)
+            return FoundSecret{i, "hexadecimal"};
         const bool isStartOfNumber = IsDecimal(written[i]) && (i == 0 || !IsDecimal(written[i - 1]));
         if (!isStartOfNumber) continue;
         const std::string_view digits = written.substr(i, written.find_first_not_of("0123456789", i) - i);
@@ -133,20 +156,39 @@ inline std::optional<FoundSecret> FindSecret(std::string_view written, std::size
     return std::nullopt;
 }
 
-// Searches a file, or every file below a directory, and tells of each in which a secret is. Programs,
-// libraries and images of processes are passed over, for they hold what they were given; so is what is larger
-// than any log.
+// The same in a file, which is read piece by piece: a test that judges what memory the library takes can have
+// its log searched. Programs, libraries and images of processes are passed over, for they hold what they were
+// given.
+inline std::optional<FoundSecret> FindSecretInFile(const std::filesystem::path& path) {
+    constexpr std::size_t kPiece = std::size_t{1} << 16;
+    constexpr std::size_t kLongestForm = 256;
+    std::ifstream file(path, std::ios::binary);
+    std::string text;  // the file from `begin` on
+    for (std::size_t begin = 0; file;) {
+        const std::size_t kept = text.size();
+        text.resize(kept + kPiece);
+        file.read(text.data() + kept, kPiece);
+        text.resize(kept + static_cast<std::size_t>(file.gcount()));
+        if (begin == 0 && text.starts_with("\177ELF")) break;
+        const auto found = FindSecret(text, kLeastPartAmongChance);
+        if (found) return FoundSecret{begin + found->offset, found->form};
+        if (text.size() <= kLongestForm) continue;
+        begin += text.size() - kLongestForm;
+        text.erase(0, text.size() - kLongestForm);
+    }
+    return std::nullopt;
+}
+
+// Searches a file, or every file below a directory, and tells of each in which a secret is. What is larger
+// than any log is passed over.
 inline std::vector<std::string> FilesWithSecrets(const std::filesystem::path& place) {
-    using secret_search::ContentsOf;
     namespace fs = std::filesystem;
     constexpr std::uintmax_t kLargestLog = std::uintmax_t{1} << 30;
     std::vector<std::string> told;
     std::error_code error;
     const auto search = [&](const fs::path& path) {
         if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestLog) return;
-        const std::string text = ContentsOf(path);
-        if (text.starts_with("\177ELF")) return;
-        const auto found = FindSecret(text, kLeastPartAmongChance);
+        const auto found = FindSecretInFile(path);
         if (found)
             told.push_back(path.string() + ": " + found->form + " at " + std::to_string(found->offset));
     };

@@ -114,3 +114,37 @@ TEST(TemporaryDirectory, FailsTheTestThatLetASecretBeWritten) {
         },
         "calls.log: text at 0");
 }
+
+TEST(FilesWithSecrets, ReadsALargeFileToItsEnd) {
+    const TemporaryDirectory directory(TemporaryDirectory::Searched::kNo);
+    const std::string path = directory.File("calls.log");
+    // Among them the ends of all pieces in which a file may be read, and the characters around them.
+    for (std::size_t size = 65536 - 80; size < 65536 + 80; ++size) {
+        std::ofstream(path) << std::string(size, '.') << "517e4a5e517e4a5e";
+        EXPECT_EQ(std::vector<std::string>{path + ": hexadecimal at " + std::to_string(size)},
+                  FilesWithSecrets(path));
+    }
+    const std::size_t size = 1'000'000;
+    std::ofstream(path) << std::string(size, '.') << "Q~J^";
+    EXPECT_EQ(std::vector<std::string>{path + ": text at " + std::to_string(size)}, FilesWithSecrets(path));
+}
+
+TEST(SearchAndRemove, FailsTheTestThatLetASecretBeWritten) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.File("calls.log");
+    std::ofstream(path) << "Q~J^";
+    EXPECT_NONFATAL_FAILURE(SearchAndRemove(path), "calls.log: text at 0");
+    EXPECT_FALSE(std::filesystem::exists(path));
+    SearchAndRemove(path);
+}
+
+TEST(SearchAndEmpty, FailsTheTestThatLetASecretBeWritten) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.File("calls.log");
+    std::ofstream(path) << "Q~J^";
+    EXPECT_NONFATAL_FAILURE(SearchAndEmpty(path), "calls.log: text at 0");
+    EXPECT_EQ(0u, std::filesystem::file_size(path));
+    SearchAndEmpty(path);
+    SearchAndEmpty(directory.File("nothing"));
+    EXPECT_FALSE(std::filesystem::exists(directory.File("nothing")));
+}
