@@ -168,7 +168,13 @@ public:
             functions.push_back(dlsym(library, function.function.c_str()));
         finalize = reinterpret_cast<void (*)()>(dlsym(library, "CkLogSpecialFinalize"));
     }
+    // Every byte of the log was compared with what is expected, so no secret stands there; nor does one
+    // anywhere else, for nothing else was written.
     ~LoggedApplication() {
+        for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+            const bool isKnown = entry.path() == LogPath() || entry.path() == ConfigurationPath();
+            Require(isKnown, "nothing but the log is written");
+        }
         std::error_code ignored;
         std::filesystem::remove_all(directory, ignored);
     }
@@ -201,8 +207,10 @@ private:
 
     std::string LogPath() const { return directory + "/calls.log"; }
 
+    std::string ConfigurationPath() const { return directory + "/Wendrafil.conf"; }
+
     void WriteConfiguration() const {
-        std::ofstream(directory + "/Wendrafil.conf")
+        std::ofstream(ConfigurationPath())
             << "CkLog2 = {\n LibUNIX64 = " SCRIPTED_TARGET ";\n Enabled = 1;\n NewFormat = " << isNewFormat
             << ";\n File = " << LogPath() << ";\n Error = " << directory << "/errors.log;\n}\n";
     }
