@@ -202,29 +202,54 @@ TEST_F(HostileConfiguration, EndsAtANul) {
     ExpectThatTheValuesStand();
 }
 
-// Every byte in front of a section, in place of an entry, and in values. A log has any name that a value may
-// have.
-TEST_F(HostileConfiguration, HoldsEveryByteValue) {
+// Every byte in front of a section: after a blank or the end of a line it is found all the same.
+TEST_F(HostileConfiguration, HoldsEveryByteValueInFrontOfTheSection) {
+    EXPECT_TRUE(Survives([&] {
+        Library library;
+        for (int byte = 0; byte < 256; ++byte) {
+            WriteConfigurationFile(Bytes(byte, 300) + ConfigurationText());
+            const bool isFound = byte == ' ' || byte == '\r' || byte == '\n';
+            EXPECT_EQ(library->C_Logout(1), isFound ? CKR_OK : CKR_FUNCTION_NOT_SUPPORTED) << byte;
+            library.Finalize();
+        }
+    }));
+}
+
+// Every byte in place of an entry and in values. A log has any name that a value may have.
+TEST_F(HostileConfiguration, HoldsEveryByteValueInTheSection) {
     const std::string kBeginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
-    const std::string kCannotBeInAName = std::string("\r\n;}/") + '\0';
+    // The text and the section end here; no entry behind counts.
+    const std::string kEndsEverything = std::string("}") + '\0';
+    const std::string kEndsAValue = "\r\n;";
+    const std::string kSeparatesClasses = " |";
+    const auto isOneOf = [](const std::string& bytes, int byte) {
+        return bytes.find(static_cast<char>(byte)) != std::string::npos;
+    };
     EXPECT_TRUE(Survives([&] {
         ASSERT_EQ(chdir(directory.Path().c_str()), 0);
         Library library;
         for (int byte = 0; byte < 256; ++byte) {
             const std::string bytes = Bytes(byte, 300);
-            WriteConfigurationFile(bytes + ConfigurationText());
-            const CK_RV result = library->C_Logout(1);
-            EXPECT_TRUE(result == CKR_OK || result == CKR_FUNCTION_NOT_SUPPORTED) << byte;
-            library.Finalize();
-
             const std::string log = directory.File("log" + Bytes(byte, 1) + ".txt");
             WriteConfigurationFile(kBeginning + bytes + " = " + bytes + "\n   LoggingMask = MISC_FUNC" +
                                    bytes + "\n   LoggingLevel = " + bytes + "\n   NewFormat = 1" + bytes +
                                    "\n   Enabled = 1" + bytes + "\n   File = " + log + "\n");
             ExpectCallsGoOn(library, 1);
+            library->C_GenerateRandom(7, nullptr, 0);
             library.Finalize();
-            if (kCannotBeInAName.find(static_cast<char>(byte)) != std::string::npos) continue;
-            EXPECT_TRUE(std::filesystem::exists(log)) << byte;
+
+            const std::string found = isOneOf(kEndsAValue, byte) ? directory.File("log") : log;
+            const bool isOpened = !isOneOf(kEndsEverything, byte) && byte != '/';
+            EXPECT_EQ(std::filesystem::exists(found), isOpened) << byte;
+            const bool isInMask = isOneOf(kEndsAValue + kSeparatesClasses, byte);
+            const ParsedLog parsed = ParseLog(Contents(found));
+            EXPECT_EQ(parsed.remainder, "") << byte;
+            ASSERT_EQ(parsed.records.size(), isInMask ? 2U : 0U) << byte;
+            if (isInMask) {
+                EXPECT_EQ(parsed.records[0].function, "GenerateRandom") << byte;
+                EXPECT_NE(parsed.records[0].thread, "") << "the new format, in spite of " << byte;
+            }
+            SearchAndRemove(found);
         }
     }));
 }
@@ -245,6 +270,97 @@ TEST_F(HostileConfiguration, HoldsValuesOfEveryLength) {
             }
         }
     }));
+}
+
+// ---- Values that are too long -----------------------------------------------------------------------------
+
+class LongValue : public HostileConfiguration {
+protected:
+    static constexpr std::size_t kLongestPath = 499;
+    static constexpr std::size_t kLongestWord = 199;
+
+    // The same file by a name of `length` characters.
+    static std::string LongName(const std::string& path, std::size_t length) {
+        const std::size_t slash = path.rfind('/');
+        return path.substr(0, slash) + std::string(length - path.size(), '/') + path.substr(slash);
+    }
+
+    // How many records a call of C_GenerateRandom has.
+    std::size_t Records() {
+        EXPECT_TRUE(Survives([] { Library()->C_GenerateRandom(7, nullptr, 0); }));
+        const ParsedLog log = ParseLog(Log());
+        EXPECT_EQ(log.remainder, "");
+        isNewFormat = !log.records.empty() && !log.records[0].thread.empty();
+        SearchAndRemove(LogPath());
+        return log.records.size();
+    }
+
+    bool isNewFormat = false;
+};
+
+TEST_F(LongValue, OfTheLogIsCut) {
+    Set("File", LongName(LogPath(), kLongestPath));
+    ExpectThatTheValuesStand();
+    for (const std::size_t cut : {1U, 2U}) {
+        const std::string path = LogPath();
+        const std::string shorter = path.substr(0, path.size() - cut);
+        Set("File", LongName(path, kLongestPath + cut));
+        EXPECT_TRUE(Survives([] { ExpectCallsGoOn(Library(), 1); }));
+        EXPECT_TRUE(std::filesystem::exists(shorter)) << cut;
+    }
+}
+
+TEST_F(LongValue, OfTheErrorFileIsCut) {
+    Set("File", directory.File("missing/calls.log"));
+    for (const std::size_t cut : {0U, 1U, 2U}) {
+        const std::string path = ErrorPath();
+        const std::string shorter = path.substr(0, path.size() - cut);
+        Set("Error", LongName(path, kLongestPath + cut));
+        EXPECT_TRUE(Survives([] { ExpectCallsGoOn(Library(), 1); }));
+        EXPECT_NE(Contents(shorter), "") << cut;
+    }
+}
+
+TEST_F(LongValue, OfTheTargetIsCut) {
+    Set("LibUNIX64", LongName(SCRIPTED_TARGET, kLongestPath));
+    EXPECT_TRUE(Survives([] { EXPECT_EQ(Library()->C_Logout(1), CKR_OK); }));
+    Set("LibUNIX64", LongName(SCRIPTED_TARGET, kLongestPath + 1));
+    EXPECT_TRUE(Survives([] { EXPECT_EQ(Library()->C_Logout(1), CKR_FUNCTION_NOT_SUPPORTED); }));
+}
+
+TEST_F(LongValue, OfTheMaskIsCut) {
+    const std::string name = "MISC_FUNC";
+    Set("LoggingMask", std::string(kLongestWord - name.size(), '|') + name);
+    EXPECT_EQ(Records(), 2U);
+    Set("LoggingMask", std::string(kLongestWord + 1 - name.size(), '|') + name);
+    EXPECT_EQ(Records(), 0U) << "a name that is cut is unknown";
+    Set("LoggingMask", name + std::string(kLongestWord - name.size(), '|') + "UNKNOWN");
+    EXPECT_EQ(Records(), 2U);
+}
+
+TEST_F(LongValue, OfANumberIsCut) {
+    const auto number = [](std::size_t length) { return std::string(length - 1, '0') + '1'; };
+    Set("Enabled", number(kLongestWord));
+    EXPECT_EQ(Records(), 2U);
+    Set("Enabled", number(kLongestWord + 1));
+    EXPECT_EQ(Records(), 0U);
+    Set("Enabled", "1");
+    Set("NewFormat", number(kLongestWord));
+    EXPECT_EQ(Records(), 2U);
+    EXPECT_TRUE(isNewFormat);
+    Set("NewFormat", number(kLongestWord + 1));
+    EXPECT_EQ(Records(), 2U);
+    EXPECT_FALSE(isNewFormat);
+}
+
+// A level is a whole word, and no longer than its longest name; a longer one is none.
+TEST_F(LongValue, OfTheLevelIsNoLevel) {
+    Set("LoggingLevel", "DESTROY");
+    EXPECT_EQ(Records(), 0U);
+    for (const std::size_t length : {kLongestWord, kLongestWord + 1}) {
+        Set("LoggingLevel", "DESTROY" + std::string(length - 7, 'Y'));
+        EXPECT_EQ(Records(), 2U) << length;
+    }
 }
 
 }  // namespace
