@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 
 std::atomic<TargetAnswer*> targetAnswer{nullptr};
 std::atomic<void (*)()> onTargetLoaded{nullptr};
@@ -73,7 +72,12 @@ std::string FaultsTest::ConfigurationText() const {
 
 std::string FaultsTest::Contents(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string text;
+    char piece[1 << 14];
+    while (file.read(piece, sizeof piece), file.gcount() > 0) {
+        text.append(piece, static_cast<std::size_t>(file.gcount()));
+    }
+    return text;
 }
 
 int FaultsTest::StatusOf(const std::function<void()>& body) {

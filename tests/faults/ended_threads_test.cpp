@@ -123,11 +123,11 @@ protected:
     // `body` gets the library and makes calls as caller 2, who then has records up to, but without, number
     // `next` in the log.
     template <class Body>
-    void ExpectRecordsOfVictim(unsigned long next, const Body& body) {
-        unlink(LogPath().c_str());
+    void ExpectRecordsOfVictim(unsigned long next, const Body& body, Marked functions = Marked::kInTurn) {
+        SearchAndRemove(LogPath());
         EXPECT_TRUE(Survives([&] {
             Library library;
-            MarkedCaller caller(library, 2);
+            MarkedCaller caller(library, 2, functions);
             targetAnswer = GiveDataBack;
             body(caller);
             ExpectNothingIsLocked(library);
@@ -264,6 +264,171 @@ TEST_F(EndedThreads, CallingWhileTheyEnd) {
         Victim victim{&caller};
         EXPECT_EQ(ResultOf(Begin(Victim::Run, victim)), &endedItself);
     });
+}
+
+// ---- In a function of the vendor --------------------------------------------------------------------------
+
+TEST_F(EndedThreads, CancelledInTheTargetByAFunctionOfTheVendor) {
+    struct Case {
+        TargetAnswer* target;
+        int cancelType;
+    };
+    const Case cases[] = {{WaitInTarget, PTHREAD_CANCEL_DEFERRED},
+                          {SpinInTarget, PTHREAD_CANCEL_ASYNCHRONOUS}};
+    for (const char* const isNewFormat : {"0", "1"}) {
+        Set("NewFormat", isNewFormat);
+        for (const Case& each : cases) {
+            ExpectRecordsOfVictim(
+                1,
+                [&each](MarkedCaller& caller) {
+                    targetAnswer = each.target;
+                    Victim victim{&caller, each.cancelType};
+                    CancelInTarget(victim);
+                },
+                Marked::kVendor);
+        }
+    }
+}
+
+TEST_F(EndedThreads, EndedByThemselvesInTheTargetByAFunctionOfTheVendor) {
+    ExpectRecordsOfVictim(
+        1,
+        [](MarkedCaller& caller) {
+            targetAnswer = ExitInTarget;
+            Victim victim{&caller};
+            EXPECT_EQ(ResultOf(Begin(Victim::Run, victim)), &endedItself);
+        },
+        Marked::kVendor);
+}
+
+TEST_F(EndedThreads, CancelledWhileARecordOfTheVendorIsMade) {
+    for (const int cancelType : {PTHREAD_CANCEL_DEFERRED, PTHREAD_CANCEL_ASYNCHRONOUS}) {
+        for (void (*const inWhich)() : {CancelSelf, CancelSelfInSecondRecord}) {
+            // At any instruction: it ends with the record, and does not come to the call behind the first
+            // one.
+            const bool isFirstAlone = cancelType == PTHREAD_CANCEL_ASYNCHRONOUS && inWhich == CancelSelf;
+            ExpectRecordsOfVictim(
+                isFirstAlone ? 1 : 2,
+                [cancelType, inWhich](MarkedCaller& caller) {
+                    static void (*onFirstTimeAsked)();
+                    onFirstTimeAsked = inWhich;
+                    Victim victim{&caller, cancelType, [] { onTimeAsked = onFirstTimeAsked; }};
+                    ExpectCancelled(Begin(Victim::Run, victim));
+                },
+                Marked::kVendor);
+        }
+    }
+}
+
+// ---- Asking for the function lists ------------------------------------------------------------------------
+
+class EndedThreadsWithLists : public EndedThreads {
+protected:
+    using GetList = CK_RV(CK_FUNCTION_LIST**);
+    static constexpr const char* kGetLists[] = {"C_GetFunctionList", "CA_GetFunctionList"};
+
+    // A thread that asks for one list or for both.
+    struct Asking {
+        GetList* functions[2];
+        int cancelType;
+        std::atomic<unsigned long> calls{0};
+
+        void Ask() {
+            CK_FUNCTION_LIST* list = nullptr;
+            functions[calls++ % 2](&list);
+        }
+        static void* Once(void* asking) {
+            int before = 0;
+            pthread_setcanceltype(static_cast<Asking*>(asking)->cancelType, &before);
+            static_cast<Asking*>(asking)->Ask();
+            pthread_testcancel();
+            return &wentOn;
+        }
+        static void* ForEver(void* asking) {
+            int before = 0;
+            pthread_setcanceltype(static_cast<Asking*>(asking)->cancelType, &before);
+            for (;;) {
+                static_cast<Asking*>(asking)->Ask();
+                pthread_testcancel();
+            }
+        }
+    };
+
+    static pthread_t Begin(void* (*run)(void*), Asking& asking) {
+        pthread_t thread;
+        EXPECT_EQ(pthread_create(&thread, nullptr, run, &asking), 0);
+        return thread;
+    }
+
+    // Who asks now gets this library's functions.
+    static void ExpectOwnLists(Library& library) {
+        CK_FUNCTION_LIST* list = nullptr;
+        ASSERT_EQ(library->C_GetFunctionList(&list), CKR_OK);
+        EXPECT_EQ(list->C_Sign, library->C_Sign);
+        EXPECT_EQ(list->C_GetFunctionList, library->C_GetFunctionList);
+        void** vendorList = nullptr;
+        ASSERT_EQ(library.Exported<CK_RV(void***)>("CA_GetFunctionList")(&vendorList), CKR_OK);
+        EXPECT_EQ(vendorList[1], library.Address("CA_GetFunctionList"));
+    }
+};
+
+TEST_F(EndedThreadsWithLists, CancelledInTheTarget) {
+    struct Case {
+        TargetAnswer* target;
+        int cancelType;
+    };
+    const Case cases[] = {{WaitInTarget, PTHREAD_CANCEL_DEFERRED},
+                          {SpinInTarget, PTHREAD_CANCEL_ASYNCHRONOUS}};
+    for (const char* const function : kGetLists) {
+        for (const Case& each : cases) {
+            SearchAndRemove(LogPath());
+            EXPECT_TRUE(Survives([&] {
+                Library library;
+                GetList* const getList = library.Exported<GetList>(function);
+                Asking asking{{getList, getList}, each.cancelType};
+                targetAnswer = each.target;
+                const pthread_t thread = Begin(Asking::Once, asking);
+                while (!isInTarget) std::this_thread::yield();
+                pthread_cancel(thread);
+                ExpectCancelled(thread);
+                targetAnswer = GiveDataBack;
+                ExpectOwnLists(library);
+                ExpectNothingIsLocked(library);
+            }));
+            const ParsedLog log = ParseLog(Log());
+            EXPECT_EQ(log.remainder, "");
+            // Its start, then both of the call that comes after it; the vendor's list is never logged.
+            const bool isLogged = function[1] == '_';
+            ASSERT_GE(log.records.size(), 3U);
+            for (std::size_t i = 0; i < (isLogged ? 3U : 2U); ++i) {
+                EXPECT_EQ(log.records[i].function, "GetFunctionList");
+                EXPECT_EQ(log.records[i].isStart, i + 1 < (isLogged ? 3U : 2U));
+            }
+            EXPECT_EQ(log.records[isLogged ? 3 : 2].function, "Sign");
+        }
+    }
+}
+
+TEST_F(EndedThreadsWithLists, CancelledAtAnyTime) {
+    EXPECT_TRUE(Survives([] {
+        constexpr unsigned kRounds = 200;
+        targetAnswer = GiveDataBack;
+        Library library;
+        GetList* const getLists[] = {library.Exported<GetList>(kGetLists[0]),
+                                     library.Exported<GetList>(kGetLists[1])};
+        for (unsigned round = 0; round < kRounds; ++round) {
+            Asking asking{{getLists[0], getLists[1]}, kAnyInstruction};
+            const pthread_t thread = Begin(Asking::ForEver, asking);
+            while (asking.calls < round % 4) std::this_thread::yield();
+            std::this_thread::sleep_for(std::chrono::microseconds(round));
+            pthread_cancel(thread);
+            ExpectCancelled(thread);
+            ExpectOwnLists(library);
+            if (HasFailure()) return;
+        }
+        ExpectNothingIsLocked(library);
+    }));
+    EXPECT_EQ(ParseLog(Log()).remainder, "");
 }
 
 }  // namespace

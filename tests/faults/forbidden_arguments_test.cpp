@@ -20,10 +20,6 @@
 
 namespace {
 
-using AnyFunction = CK_RV(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
-                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
-                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);
-
 struct Result {
     CK_RV rv;
     const char* name;  // as ParseLog gives it
@@ -164,9 +160,7 @@ private:
         target.pages = &pages;
         target.rv = rv;
         target.memory = pages.Contents();
-        const auto& w = call.words;
-        const CK_RV result = called(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11],
-                                    w[12], w[13], w[14], w[15], w[16], w[17], w[18], w[19]);
+        const CK_RV result = call.Make(called);
         if (variant.last) pages.Open();
         EXPECT_TRUE(target.memory == pages.Contents()) << "memory of the application was changed";
         return result;

@@ -100,7 +100,8 @@ TEST_F(Fork, LeavesChildrenThatLogUnderTheirOwnProcess) {
                 Call(child);
                 const pid_t forked = ForkFor([&, round] {
                     grandchildren[round] = getpid();
-                    MarkedCaller grandchild(library, GrandchildOf(round));
+                    MarkedCaller grandchild(library, GrandchildOf(round),
+                                            round % 2 == 0 ? Marked::kStandard : Marked::kVendor);
                     Call(grandchild);
                     BecomeAnotherProgram();
                 });
@@ -121,10 +122,16 @@ TEST_F(Fork, LeavesChildrenThatLogUnderTheirOwnProcess) {
         log.Read(Log());
         EXPECT_EQ(log.callers.size(), kThreads + 1 + 2 * kRounds);
         EXPECT_EQ(log.otherRecords, 0U);
-        for (unsigned i = 0; i < kThreads; ++i) ExpectRecords(log, i, calls[i], getpid());
+        const std::set<std::string> kBoth{"Sign", "HAAnswerMofNChallenge"};
+        for (unsigned i = 0; i < kThreads; ++i) {
+            ExpectRecords(log, i, calls[i], getpid());
+            EXPECT_EQ(log.callers[i].threads.size(), 1U);
+            EXPECT_EQ(log.callers[i].functions, kBoth);
+        }
         ExpectRecords(log, kForker, kRounds, getpid());
         for (unsigned round = 0; round < kRounds; ++round) {
             ExpectRecords(log, ChildOf(round), 3, children[round]);
+            EXPECT_EQ(log.callers[ChildOf(round)].functions, kBoth);
             ExpectRecords(log, GrandchildOf(round), 1, grandchildren[round]);
         }
     }));
@@ -153,6 +160,57 @@ TEST_F(Fork, WaitsForAStartOnAnotherThread) {
         log.Read(Log());
         ExpectRecords(log, 0, kRounds, getpid());
         for (unsigned round = 0; round < kRounds; ++round) EXPECT_EQ(log.callers[ChildOf(round)].next, 2U);
+    }));
+}
+
+// Only the lists are looked at under the lock here, and they are written again for each that asks. The
+// parent's threads ask all the time; children are made all the same, and none is left locked.
+TEST_F(Fork, MayHappenWhileOthersAskForTheFunctionLists) {
+    Set("LoggingMask", "SIGN_VERIFY_FUNC");
+    Set("LibUNIX64", TARGET_WITH_CONST_LISTS);
+    EXPECT_TRUE(Survives([this] {
+        constexpr unsigned kRounds = 300;
+        using GetVendorList = CK_RV(void***);
+        targetAnswer = GiveDataBack;
+        Library library;
+        const auto areListsOwn = [&library,
+                                  getVendorList = library.Exported<GetVendorList>("CA_GetFunctionList"),
+                                  vendorFunction = library.Address("CA_GetFunctionList")] {
+            CK_FUNCTION_LIST* list = nullptr;
+            void** vendorList = nullptr;
+            return library->C_GetFunctionList(&list) == CKR_OK && list->C_Sign == library->C_Sign &&
+                   getVendorList(&vendorList) == CKR_OK && vendorList[1] == vendorFunction;
+        };
+        std::atomic<bool> isOver{false};
+        std::vector<std::thread> threads;
+        for (unsigned i = 0; i < kThreads; ++i) {
+            threads.emplace_back([&] {
+                for (unsigned long asked = 1; !isOver; ++asked) {
+                    ASSERT_TRUE(areListsOwn());
+                    if (asked % 8 == 0) std::this_thread::sleep_for(kPause);
+                }
+            });
+        }
+        std::vector<pid_t> children(kRounds);
+        for (unsigned round = 0; round < kRounds; ++round) {
+            children[round] = ForkFor([&, round] {
+                if (!areListsOwn()) _exit(4);
+                MarkedCaller child(library, ChildOf(round));
+                Call(child);
+                BecomeAnotherProgram();
+            });
+            ExpectSuccess(children[round]);
+            if (HasFailure()) break;
+        }
+        isOver = true;
+        for (std::thread& thread : threads) thread.join();
+        ASSERT_FALSE(HasFailure());
+        MarkedLog log;
+        log.Read(Log());
+        EXPECT_EQ(log.otherRecords, 0U);
+        for (unsigned round = 0; round < kRounds; ++round) {
+            ExpectRecords(log, ChildOf(round), 1, children[round]);
+        }
     }));
 }
 

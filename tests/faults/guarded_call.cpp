@@ -78,6 +78,12 @@ GuardedCall::GuardedCall(const FunctionArguments& function, GuardedPages& pages)
     pagesBefore.push_back(pages.Used());
 }
 
+CK_RV GuardedCall::Make(AnyFunction* called) const {
+    const auto& w = words;
+    return called(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11], w[12], w[13],
+                  w[14], w[15], w[16], w[17], w[18], w[19]);
+}
+
 void GuardedCall::CloseInputs() {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (IsInput(i)) pages.Close(pagesBefore[i], pagesBefore[i + 1]);

@@ -64,6 +64,11 @@ struct Place {
     void Set(CK_ULONG word) const { std::memcpy(address, &word, sizeof word); }
 };
 
+// Any exported function, for a caller who hands on more words than it has parameters.
+using AnyFunction = CK_RV(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
+                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
+                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);
+
 class GuardedCall {
 public:
     // Lays out a call that PKCS#11 allows, in `pages`, which it resets.
@@ -71,8 +76,10 @@ public:
     GuardedCall(const GuardedCall&) = delete;
     GuardedCall& operator=(const GuardedCall&) = delete;
 
-    // 20 words, more than any function has parameters.
+    // The arguments, and what lies behind them.
     std::array<CK_ULONG, 20> words{};
+
+    CK_RV Make(AnyFunction* called) const;
 
     // Every pointer that somebody besides the target may follow, or must not; where a structure holds further
     // ones, they come behind it.

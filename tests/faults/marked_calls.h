@@ -1,53 +1,71 @@
-// Calls that can be told from each other in a log: each is a C_Sign of a text that names its caller and its
-// number, and the target gives the text back as the signature, so that both records of the call hold it.
+// Calls that can be told from each other in a log: each takes a text that names its caller and its number,
+// and the target gives the text back, so that both records of the call hold it. They are C_Sign and, of the
+// vendor's functions, CA_HAAnswerMofNChallenge, which takes and gives the same.
 #pragma once
 
 #include <atomic>
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 
 #include "tests/faults/application.h"
+#include "tests/faults/log_records.h"
 
-// The target of marked calls: C_Sign gives the data back. Every other function does nothing.
+// The target of marked calls, which give the text back. Every other function does nothing.
 CK_RV GiveDataBack(const char* function, const TargetWord* arguments, std::size_t count);
 
-// One caller of an application, on one thread. Neither allocates nor locks, so that its thread may be
-// cancelled at any instruction.
+// The functions of a caller: one of them, or the one and the other in turn, that of the standard first.
+enum class Marked { kStandard, kVendor, kInTurn };
+
+// What records of this thread say of it in the new format.
+std::string IdOfThisThread();
+
+// One caller of an application, on one thread at a time. Neither allocates nor locks, so that its thread may
+// be cancelled at any instruction.
 class MarkedCaller {
 public:
     static constexpr std::size_t kLongestText = 64 * 1024;
 
     // Every caller whose records go to one log has a number of its own.
-    MarkedCaller(Library& library, unsigned caller) : library(library), caller(caller) {}
+    MarkedCaller(Library& library, unsigned caller, Marked functions = Marked::kInTurn);
 
     // The next call, with a text of `length` characters or as many as the mark needs. The target's result, or
-    // CKR_GENERAL_ERROR when it is CKR_OK but the signature is another text.
+    // CKR_GENERAL_ERROR when it is CKR_OK but another text came back.
     CK_RV Call(std::size_t length = 0);
 
     // How many calls were begun. Any thread may ask.
     unsigned long Calls() const { return calls; }
 
 private:
-    Library& library;
+    using Function = CK_RV(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR);
+
+    // Of the even and of the odd calls.
+    Function* functions[2];
     unsigned caller;
     std::atomic<unsigned long> calls{0};
     char text[kLongestText];
-    char signature[kLongestText];
+    char returned[kLongestText];
 };
 
 // What a log shows of one caller. Its records have numbers: 2n for the start of its call n, 2n + 1 for the
 // end.
 struct CallerRecords {
     int process = 0;
-    unsigned long next = 0;     // the number behind the latest record's
-    unsigned long missing = 0;  // numbers below `next` that no record has
+    unsigned long next = 0;         // the number behind the latest record's
+    unsigned long missing = 0;      // numbers below `next` that no record has
+    std::set<std::string> threads;  // of the records that tell theirs, which those of the old format do not
+    std::set<std::string> functions;
+
+    std::string latestThread;
+    std::string latestFunction;
 };
 
 class MarkedLog {
 public:
     // Reads on in a log. Expects that it holds whole records alone, that texts are whole, that no record of a
-    // caller is repeated or stands before an earlier one, and that all of a caller's are of one process.
+    // caller is repeated or stands before an earlier one, that all of a caller's are of one process, and that
+    // the end of a call is of the same function and thread as its start.
     void Read(const std::string& text);
 
     // By the caller's number.
@@ -59,5 +77,5 @@ public:
     std::size_t longestChildren = 0;
 
 private:
-    void Count(unsigned caller, unsigned long number, int process);
+    void Count(unsigned caller, unsigned long number, const LogRecord& record);
 };

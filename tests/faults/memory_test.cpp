@@ -21,10 +21,6 @@
 
 namespace {
 
-using AnyFunction = CK_RV(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
-                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
-                          CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);
-
 constexpr unsigned long kFewCalls = 10'000;
 // Ten millions with both formats; a hundredth of that in builds that are many times slower.
 constexpr unsigned long kManyCalls = CKSCRIBE_IS_SANITIZED ? 50'000 : 5'000'000;
@@ -60,11 +56,7 @@ public:
           address(library.Exported<AnyFunction>(function.function.c_str())),
           call(function, pages) {}
 
-    CK_RV operator()() const {
-        const auto& w = call.words;
-        return address(w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9], w[10], w[11], w[12], w[13],
-                       w[14], w[15], w[16], w[17], w[18], w[19]);
-    }
+    CK_RV operator()() const { return call.Make(address); }
 
     void Replace(std::size_t argument, const void* pointer) {
         call.words[argument] = reinterpret_cast<CK_ULONG>(pointer);
@@ -94,7 +86,7 @@ protected:
 
     // Runs `body` in a child process that has a log of its own.
     testing::AssertionResult SurvivesWithNewLog(const std::function<void()>& body) {
-        std::filesystem::remove(LogPath());
+        SearchAndRemove(LogPath());
         return Survives(body);
     }
 
@@ -106,7 +98,7 @@ protected:
         lengthRead += static_cast<std::streamoff>(text.size());
         // Not every time: a disk may take long over it.
         if (lengthRead > kLongestLog) {
-            std::filesystem::resize_file(LogPath(), 0);
+            SearchAndEmpty(LogPath());
             lengthRead = 0;
         }
         return ParseLog(text);
@@ -183,6 +175,8 @@ protected:
             for (const FunctionArguments& function : ArgumentsOfFunctions()) {
                 calls.push_back(std::make_unique<RepeatedCall>(library, function));
             }
+            // The same calls again and again: the log that stays, and is searched for secrets, is like any
+            // other.
             const auto callAll = [&](unsigned long times) {
                 for (unsigned long i = 0; i < times; ++i) {
                     (*calls[i % calls.size()])();
@@ -283,7 +277,7 @@ TEST_F(Memory, MayBeShortInTheFirstCallOfAProcess) {
     for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
         bool wasRefused = true;
         for (unsigned long allocation = 0; wasRefused && !HasFailure(); ++allocation) {
-            std::filesystem::remove(LogPath());
+            SearchAndRemove(LogPath());
             const int status = StatusOf([this, which, allocation] {
                 result = CKR_DEVICE_ERROR;
                 targetAnswer = GiveResult;

@@ -120,7 +120,7 @@ CK_RV WaitOrAnswerWithSession(const char* function, const TargetWord* arguments,
 
 class ProcessEndDuringCalls : public ProcessEnd {
 protected:
-    static constexpr int kRounds = 3;
+    static constexpr int kRounds = 30;
     static constexpr int kThreads = 2;
     static constexpr int kCallsBefore = 20;
 
@@ -141,7 +141,7 @@ protected:
 
     void ExpectQuickEndAndWholeRecords(void (*end)()) {
         for (int round = 0; round < kRounds; ++round) {
-            unlink(LogPath().c_str());
+            SearchAndRemove(LogPath());
             ASSERT_TRUE(Survives([end] {
                 lateLibrary = new Library;
                 MakeBusy(*lateLibrary);

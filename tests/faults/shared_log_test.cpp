@@ -45,7 +45,8 @@ protected:
         for (std::thread& thread : threads) thread.join();
     }
 
-    void LogFromAllProcesses() {
+    // `hasThreads` says whether the records tell their thread, as the new format does.
+    void LogFromAllProcesses(bool hasThreads) {
         int start[2];
         ASSERT_EQ(pipe(start), 0);
         std::vector<pid_t> processes(kProcesses);
@@ -73,6 +74,8 @@ protected:
                 EXPECT_EQ(records.next, 2 * kCalls);
                 EXPECT_EQ(records.missing, 0U);
                 EXPECT_EQ(records.process, processes[i]);
+                EXPECT_EQ(records.threads.size(), hasThreads ? 1U : 0U);
+                EXPECT_EQ(records.functions, (std::set<std::string>{"Sign", "HAAnswerMofNChallenge"}));
             }
         }
         EXPECT_LT(log.shortestChildren, 40U);
@@ -80,11 +83,11 @@ protected:
     }
 };
 
-TEST_F(SharedLog, HasEveryRecordWholeInTheNewFormat) { LogFromAllProcesses(); }
+TEST_F(SharedLog, HasEveryRecordWholeInTheNewFormat) { LogFromAllProcesses(true); }
 
 TEST_F(SharedLog, HasEveryRecordWholeInTheOldFormat) {
     Set("NewFormat", "0");
-    LogFromAllProcesses();
+    LogFromAllProcesses(false);
 }
 
 }  // namespace

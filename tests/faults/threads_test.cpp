@@ -18,9 +18,8 @@ namespace {
 constexpr unsigned kThreads = 8;
 constexpr unsigned kRounds = 10;
 
-// A million in all; a tenth of that in builds that are many times slower.
-constexpr unsigned long kCallsOfAThread =
-    (CKSCRIBE_IS_SANITIZED ? 100'000 : 1'000'000) / (kThreads * kRounds);
+// A million in all.
+constexpr unsigned long kCallsOfAThread = 1'000'000 / (kThreads * kRounds);
 
 sem_t waitIsOver;
 std::atomic<bool> isWaiting{false};
@@ -34,14 +33,15 @@ CK_RV WaitForSlotEvent(const char* function, const TargetWord* arguments, std::s
 
 class Threads : public FaultsTest {
 protected:
-    // The file is never seen half-written, and signatures are in every mask.
-    void ChangeConfiguration(unsigned step) {
-        static constexpr const char* kMasks[] = {"SIGN_VERIFY_FUNC", "SESSION_FUNC | SIGN_VERIFY_FUNC",
+    // The file is never seen half-written, and marked calls are in every mask.
+    void ChangeConfiguration(unsigned step, bool isNewFormat) {
+        static constexpr const char* kMasks[] = {"SIGN_VERIFY_FUNC | QUORVANTH_FUNC",
+                                                 "SESSION_FUNC | SIGN_VERIFY_FUNC | QUORVANTH_FUNC",
                                                  "ALL_FUNC"};
         std::string text = ConfigurationText();
         const std::string mask = kMasks[step % std::size(kMasks)];
         text.insert(text.rfind('}'), "   LoggingMask = " + mask + ";\n");
-        if (step / 2 % 2 != 0) text.replace(text.find("NewFormat = 1"), 13, "NewFormat = 0");
+        if (!isNewFormat) text.replace(text.find("NewFormat = 1"), 13, "NewFormat = 0");
         const std::string changed = directory.File("changed.conf");
         std::ofstream(changed, std::ios::binary) << text;
         std::filesystem::rename(changed, ConfigurationPath());
@@ -83,22 +83,45 @@ protected:
 
     void ReadAndEmptyLog(MarkedLog& log) {
         log.Read(Log());
-        std::filesystem::resize_file(LogPath(), 0);
+        SearchAndEmpty(LogPath());
+    }
+
+    bool HasLog() const {
+        std::error_code missing;
+        const std::uintmax_t size = std::filesystem::file_size(LogPath(), missing);
+        return !missing && size > 0;
+    }
+
+    // Records by which a thread is known are its own; those of the old format tell nothing of it.
+    static void ExpectThread(const CallerRecords& records, const MarkedLog& log, const std::string& id) {
+        EXPECT_EQ(records.threads, log.hasNewFormat ? std::set<std::string>{id} : std::set<std::string>{});
     }
 };
+
+const std::set<std::string> kBothFunctions{"Sign", "HAAnswerMofNChallenge"};
 
 TEST_F(Threads, HaveAllTheirRecordsInOrder) {
     EXPECT_TRUE(Survives([this] {
         targetAnswer = GiveDataBack;
         Library library;
         for (unsigned round = 0; round < kRounds; ++round) {
+            const bool isNewFormat = round % 2 == 0;
+            std::vector<std::string> ids(kThreads);
+            std::atomic<unsigned long> logouts{0};
+            ChangeConfiguration(round, isNewFormat);
             {
-                const Meanwhile changes([this, round](unsigned step) { ChangeConfiguration(round + step); });
+                // Once there is a record, the format is settled.
+                const Meanwhile changes([&](unsigned step) {
+                    ChangeConfiguration(round + step, isNewFormat != (HasLog() && step % 2 != 0));
+                });
                 OnThreads([&](unsigned i) {
+                    ids[i] = IdOfThisThread();
                     MarkedCaller caller(library, i);
                     for (unsigned long call = 0; call < kCallsOfAThread; ++call) {
                         ASSERT_EQ(caller.Call(), CKR_OK);
-                        if (call % 8 == 0) library->C_Logout(i);  // not in every mask
+                        if (call % 8 != 0) continue;
+                        library->C_Logout(i);  // not in every mask
+                        ++logouts;
                     }
                 });
             }
@@ -109,9 +132,14 @@ TEST_F(Threads, HaveAllTheirRecordsInOrder) {
             for (const auto& [i, records] : log.callers) {
                 EXPECT_EQ(records.next, 2 * kCallsOfAThread) << "thread " << i;
                 EXPECT_EQ(records.missing, 0U) << "thread " << i;
+                EXPECT_EQ(records.functions, kBothFunctions) << "thread " << i;
+                ExpectThread(records, log, ids[i]);
             }
+            // The mask was changed and changed back under them.
             EXPECT_GT(log.otherRecords, 0U);
-            EXPECT_NE(log.hasNewFormat, log.hasOldFormat);
+            EXPECT_LT(log.otherRecords, 2 * logouts);
+            EXPECT_EQ(log.hasNewFormat, isNewFormat);
+            EXPECT_EQ(log.hasOldFormat, !isNewFormat);
         }
     }));
 }
@@ -131,11 +159,13 @@ TEST_F(Threads, LoseAtMostTheCallInWhichTheLibraryIsStopped) {
             library.Finalize();
             ++stops;
         };
-        const Meanwhile changes([this](unsigned step) { ChangeConfiguration(step); });
+        const Meanwhile changes([this](unsigned step) { ChangeConfiguration(step, step / 2 % 2 == 0); });
         std::vector<unsigned long> calls(kThreads);
+        std::vector<std::string> ids(kThreads);
         {
             const Meanwhile stopping(stop);
             OnThreads([&](unsigned i) {
+                ids[i] = IdOfThisThread();
                 MarkedCaller caller(library, i);
                 while (caller.Calls() < kCallsOfAThread || stops < kMostStops) {
                     const CK_RV rv = caller.Call();
@@ -149,10 +179,14 @@ TEST_F(Threads, LoseAtMostTheCallInWhichTheLibraryIsStopped) {
         log.Read(Log());
         ASSERT_EQ(log.callers.size(), kThreads);
         EXPECT_LE(withoutTarget, kThreads * kMostStops);
+        EXPECT_TRUE(log.hasNewFormat);
+        EXPECT_TRUE(log.hasOldFormat);
         for (const auto& [i, records] : log.callers) {
             EXPECT_LE(records.next, 2 * calls[i]) << "thread " << i;
             const unsigned long missing = records.missing + 2 * calls[i] - records.next;
             EXPECT_LE(missing, 2 * kMostStops) << "thread " << i << " of " << calls[i] << " calls";
+            EXPECT_EQ(records.functions, kBothFunctions) << "thread " << i;
+            ExpectThread(records, log, ids[i]);
         }
     }));
 }
