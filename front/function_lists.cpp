@@ -35,7 +35,8 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
         if (IsWritable(*result, sizeof own)) {
             PutOwnEntryPoints(**result);
         } else {
-            copyOfReadOnlyList = own;
+            // Whoever asked before may be reading it.
+            if (std::memcmp(&copyOfReadOnlyList, &own, sizeof own) != 0) copyOfReadOnlyList = own;
             *result = &copyOfReadOnlyList;
         }
     });
