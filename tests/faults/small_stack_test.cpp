@@ -15,7 +15,7 @@
 namespace {
 
 // The sanitizers need far more for themselves.
-constexpr std::size_t kForSanitizer = CKSCRIBE_IS_SANITIZED ? 512 * 1024 : 0;
+constexpr std::size_t kForSanitizer = CKSCRIBE_IS_SANITIZED ? 2 * 1024 * 1024 : 0;
 const std::size_t kSmallestStack = static_cast<std::size_t>(PTHREAD_STACK_MIN) + kForSanitizer;
 constexpr std::size_t kStackOfFirstCall = 64 * 1024 + kForSanitizer;
 
