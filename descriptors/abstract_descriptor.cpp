@@ -8,8 +8,10 @@ alignas(kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
 
 AbstractDescriptor::AbstractDescriptor(const char* ownName) {
     ++uInstanceCount;
-    if (ownName != nullptr) nameLength = static_cast<unsigned char>(strnlen(ownName, kNameLength));
-    std::memcpy(name, ownName, nameLength);
+    if (ownName != nullptr) {
+        nameLength = static_cast<unsigned char>(strnlen(ownName, kNameLength));
+        std::memcpy(name, ownName, nameLength);
+    }
     name[nameLength] = '\0';
 }
 
