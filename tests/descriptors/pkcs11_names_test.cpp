@@ -115,7 +115,7 @@ TEST(ReturnValueNames, TheLookupTableHasTheseRowsInThisOrder) {
     ASSERT_EQ(std::size(kExpectedReturnValues), 191u);
     ASSERT_EQ(std::size(CKR_LookupTable), 191u);
     for (std::size_t i = 0; i < std::size(CKR_LookupTable); ++i) {
-        EXPECT_EQ(CKR_LookupTable[i].name, kExpectedReturnValues[i].name) << i;
+        EXPECT_STREQ(CKR_LookupTable[i].name, kExpectedReturnValues[i].name) << i;
         EXPECT_EQ(CKR_LookupTable[i].value, kExpectedReturnValues[i].value) << i;
     }
 }
