@@ -140,7 +140,7 @@ TEST_F(CaptureStreamTest, AnEmptyNameIsNoLog) {
 }
 
 TEST_F(CaptureStreamTest, ALongNameIsReportedWhole) {
-    const std::string name = "/" + std::string(498, 'n');
+    const std::string name = std::string("/").append(498, 'n');
     Open(name);
     EXPECT_EQ(Error(), "Could not open capture file " + name + ".");
 }

@@ -185,7 +185,7 @@ TEST_F(CryptokiBridgeTest, ALibraryThatIsNotThereIsToldInTheLoadersWords) {
 }
 
 TEST_F(CryptokiBridgeTest, TheLoadersWordsAreCutAt249Characters) {
-    const std::string path = "/" + std::string(240, 'p') + "/" + std::string(200, 'q');
+    const std::string path = std::string("/").append(240, 'p').append("/").append(200, 'q');
     EXPECT_EQ(Connect(path.c_str(), 0), "");
     EXPECT_EQ(bridge.Error(), path.substr(0, 249));
 }
