@@ -30,9 +30,8 @@ int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, un
 
 void AnnounceMissingFunction(const char* name) {
     char line[300];
-    const int length = std::snprintf(line, sizeof line, "Failed to load function '%s'.\n", name);
-    const std::size_t printed = static_cast<std::size_t>(length);
-    WriteToStandardOutput({line, printed < sizeof line ? printed : sizeof line - 1});
+    const int length = std::snprintf(line, sizeof line, "Failed to load function '%.270s'.\n", name);
+    WriteToStandardOutput({line, static_cast<std::size_t>(length)});
 }
 
 int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length) {

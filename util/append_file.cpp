@@ -1,7 +1,6 @@
 #include "util/append_file.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "util/file_size_limit.h"
 #include "util/signal_shield.h"
 #include "util/uncancelled_io.h"
 
@@ -25,10 +25,8 @@ constexpr int kFirstDescriptor = 900;
 // short while.
 constexpr unsigned kAppendsPerInspection = 64;
 
-// How often, and how long each time, in milliseconds, the rest of a record may wait for a reader that has
-// taken its beginning.
-constexpr int kMostWaits = 5;
-constexpr int kLongestWait = 20;
+// How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
+constexpr long kLongestWait = 100;
 
 constexpr int kOpenFlags = O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
@@ -39,28 +37,12 @@ int MoveOutOfTheWay(int descriptor) {
     return moved;
 }
 
-// RLIM_INFINITY without a limit.
-rlim_t LimitOfFileSize() {
-    rlimit limit;
-    return getrlimit(RLIMIT_FSIZE, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
-}
-
-// The part of `text` that does not exceed the limit of the file's size. The shield against the signal is not
-// enough: FreeBSD sends it to the process, whose other threads may take it.
-std::string_view WithinLimit(int descriptor, std::string_view text) {
-    const rlim_t limit = LimitOfFileSize();
-    struct stat status;
-    if (limit == RLIM_INFINITY || fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return text;
-    const rlim_t size = static_cast<rlim_t>(status.st_size);
-    return text.substr(0, limit > size ? limit - size : 0);
-}
-
 bool IsFifo(const char* path) {
     struct stat status;
     return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
-int OpenFile(const char* path, int access) {
+int OpenToAppend(const char* path, int access) {
     if (access == O_RDWR && IsFifo(path)) {
         const int alone = OpenUncancelled(path, O_WRONLY | kOpenFlags, 0);
         if (alone >= 0) return alone;
@@ -68,27 +50,33 @@ int OpenFile(const char* path, int access) {
     return OpenUncancelled(path, access | O_CREAT | kOpenFlags, 0666);
 }
 
-// Of the clock that each system reads without going into the kernel.
-long CoarseTime() {
+// Of the clock that each system reads without going into the kernel; it moves on some milliseconds at a time.
+long CoarseMilliseconds() {
 #if defined(__FreeBSD__)
     constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
 #else
     constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_COARSE;
 #endif
-    constexpr long kNanosecondsPerTick = 1'000'000;
+    constexpr long kNanosecondsPerMillisecond = 1'000'000;
     timespec now = {};
     clock_gettime(kCoarseClock, &now);
-    return now.tv_sec * 1000 + now.tv_nsec / kNanosecondsPerTick;
+    return now.tv_sec * 1000 + now.tv_nsec / kNanosecondsPerMillisecond;
 }
 
-bool BecomesWritable(int descriptor) {
-    pollfd waiting = {descriptor, POLLOUT, 0};
-    return PollUncancelled(&waiting, 1, kLongestWait) == 1 && (waiting.revents & POLLOUT) != 0;
+bool BecomesWritable(int descriptor, long deadline) {
+    for (;;) {
+        const long left = deadline - CoarseMilliseconds();
+        if (left <= 0) return false;
+        pollfd waiting = {descriptor, POLLOUT, 0};
+        const int ready = PollUncancelled(&waiting, 1, static_cast<int>(left));
+        if (ready == 1) return (waiting.revents & POLLOUT) != 0;
+        if (ready == 0 || errno != EINTR) return false;
+    }
 }
 
 void WriteWhole(int descriptor, std::string_view text) {
     bool begun = false;
-    int waits = 0;
+    long deadline = 0;  // none yet
     while (!text.empty()) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written > 0) {
@@ -96,9 +84,9 @@ void WriteWhole(int descriptor, std::string_view text) {
             begun = true;
         } else if (written < 0 && errno == EINTR) {
             continue;
-        } else if (written < 0 && errno == EAGAIN && begun && waits++ < kMostWaits &&
-                   BecomesWritable(descriptor)) {
-            continue;
+        } else if (written < 0 && errno == EAGAIN && begun) {
+            if (deadline == 0) deadline = CoarseMilliseconds() + kLongestWait;
+            if (!BecomesWritable(descriptor, deadline)) return;
         } else {
             return;
         }
@@ -116,7 +104,7 @@ bool AppendFile::OpenFor(const char* path, int access) {
 }
 
 bool AppendFile::OpenPath(const char* path) {
-    descriptor = OpenFile(path, openAccess);
+    descriptor = OpenToAppend(path, openAccess);
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
     struct stat status = {};
@@ -132,8 +120,10 @@ void AppendFile::RememberPath(const char* path) {
     *openPath = '\0';
     std::size_t length = 0;
     if (*path != '/') {
-        if (getcwd(openPath, kLongestPath) == nullptr) return;
-        length = std::strlen(openPath);
+        char directory[kLongestPath];
+        if (getcwd(directory, sizeof directory) == nullptr || *directory != '/') return;
+        length = std::strlen(directory);
+        std::memcpy(openPath, directory, length);
         openPath[length++] = '/';
     }
     const std::size_t rest = std::strlen(path);
@@ -156,7 +146,7 @@ bool AppendFile::IsStillOurs() const {
 }
 
 bool AppendFile::IsInspectionDue() {
-    return ++appends >= kAppendsPerInspection || CoarseTime() != inspectionTime;
+    return ++appends >= kAppendsPerInspection || CoarseMilliseconds() != inspectionTime;
 }
 
 void AppendFile::Inspect() {
@@ -167,9 +157,9 @@ void AppendFile::Inspect() {
 }
 
 void AppendFile::LookAtLimit() {
-    mayRaiseSignal = !isRegular || LimitOfFileSize() != RLIM_INFINITY;
+    mayRaiseSignal = !isRegular || IsFileSizeLimited();
     appends = 0;
-    inspectionTime = CoarseTime();
+    inspectionTime = CoarseMilliseconds();
 }
 
 void AppendFile::Append(std::string_view text) {
@@ -185,5 +175,5 @@ void AppendFile::Append(std::string_view text) {
     }
     if (descriptor < 0) return;
     const SignalShield shield;
-    WriteWhole(descriptor, WithinLimit(descriptor, text));
+    WriteWhole(descriptor, WithinFileSizeLimit(descriptor, text));
 }

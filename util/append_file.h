@@ -4,8 +4,8 @@
 // What the host must not notice: no signal reaches it through a write of ours (SIGPIPE, SIGXFSZ), no
 // descriptor number that it would get itself is taken, nothing is inherited by programs that it executes, and
 // nothing here waits long for another process (a FIFO without a reader is opened all the same; what a full
-// one does not take is dropped, unless it has taken a part: then the rest waits a tenth of a second). A host
-// that closes all descriptors, as daemons do, and gets the number again for something of its own finds
+// one does not take is dropped, unless it has taken a part: then the rest waits up to a tenth of a second). A
+// host that closes all descriptors, as daemons do, and gets the number again for something of its own finds
 // nothing written there, and the file is opened again, whatever directory the host is in by then; when it
 // cannot be opened, again and again.
 //

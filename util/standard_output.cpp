@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "util/file_size_limit.h"
 #include "util/signal_shield.h"
 #include "util/uncancelled_io.h"
 
@@ -9,5 +10,6 @@ void WriteToStandardOutput(std::string_view text) {
     pollfd room = {STDOUT_FILENO, POLLOUT, 0};
     if (PollUncancelled(&room, 1, 0) != 1 || (room.revents & POLLOUT) == 0) return;
     const SignalShield shield;
-    WriteUncancelled(STDOUT_FILENO, text.data(), text.size());
+    text = WithinFileSizeLimit(STDOUT_FILENO, text);
+    if (!text.empty()) WriteUncancelled(STDOUT_FILENO, text.data(), text.size());
 }

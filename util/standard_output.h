@@ -1,6 +1,7 @@
-// Words of the library on the host's standard output. It is the host's: what it cannot take at once is left
-// out, so that nothing waits; no signal reaches the host; and nothing stays in the host's own buffer, from
-// which the host, or a child that it forks, would write it at a time of theirs.
+// Words of the library on the host's standard output. It is the host's: what it has no room for is left out,
+// so that nothing waits unless somebody else takes that room at the same moment; no signal reaches the host;
+// and nothing stays in the host's own buffer, from which the host, or a child that it forks, would write it
+// at a time of theirs.
 #pragma once
 
 #include <string_view>

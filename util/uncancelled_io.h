@@ -4,7 +4,7 @@
 //
 // The system's functions are places where a thread may be cancelled. The GNU C library lets a cancellation
 // strike there that was sent to a thread which can be cancelled at any instruction before the thread put
-// cancellations off; for such a thread alone the kernel is asked directly.
+// cancellations off; for such a thread alone the kernel is asked directly. Elsewhere that does no harm.
 #pragma once
 
 #include <poll.h>

@@ -41,7 +41,7 @@ protected:
         }));
         const std::string output = Contents(OutputPath());
         EXPECT_EQ(output.substr(0, output.find('\n')), "Failed to load function 'C_Initialize'.");
-        EXPECT_EQ(output.back(), '\n');
+        EXPECT_TRUE(output.ends_with('\n'));
         unlink(OutputPath().c_str());
         return output;
     }

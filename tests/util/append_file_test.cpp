@@ -14,6 +14,7 @@
 #include <string>
 
 #include "tests/temporary_directory.h"
+#include "util/host_shield.h"
 
 namespace {
 
@@ -346,6 +347,26 @@ TEST_F(Fifo, ARecordLargerThanItDoesNotHang) {
     const std::string taken = TakenBy(reader);
     EXPECT_EQ(taken, std::string(taken.size(), 'r'));
     EXPECT_LT(taken.size(), 3'000'000U);
+    close(reader);
+}
+
+// Everything is done without the C library's places for a cancellation there, see util/uncancelled_io.h.
+TEST_F(Fifo, OfAThreadThatCanBeCancelledAtAnyInstruction) {
+    const int reader = Reader();
+    int type = 0;
+    pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);
+    BehindHostShield([this] {
+        if (!file.Open(path.c_str())) return;
+        file.Append("one record, ");
+        file.Append(std::string(3'000'000, 'r'));  // waits for the reader, in vain
+    });
+    pthread_setcanceltype(type, nullptr);
+    const std::string taken = TakenBy(reader);
+    EXPECT_EQ(taken, "one record, " + std::string(taken.size() - 12, 'r'));
+    EXPECT_GT(taken.size(), 12U);
+    EXPECT_LT(taken.size(), 3'000'000U);
+    BehindHostShield([this] { file.Close(); });
+    EXPECT_FALSE(file.IsOpen());
     close(reader);
 }
 

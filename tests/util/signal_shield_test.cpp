@@ -6,6 +6,8 @@
 
 #include <cerrno>
 
+#include "util/host_shield.h"
+
 namespace {
 
 sigset_t Mask() {
@@ -60,6 +62,21 @@ TEST_F(SignalShieldTest, SignalsOfAWriteDoNotReachTheProcess) {
     EXPECT_FALSE(IsPending(SIGXFSZ));
     WriteToPipeWithoutReader();
     EXPECT_EQ(received, SIGPIPE);  // without a shield it does
+}
+
+// It asks the kernel itself there, see util/uncancelled_io.h.
+TEST_F(SignalShieldTest, NorThatOfAThreadWhichCanBeCancelledAtAnyInstruction) {
+    int type = 0;
+    pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);
+    BehindHostShield([] {
+        const SignalShield shield;
+        WriteToPipeWithoutReader();
+        raise(SIGXFSZ);
+    });
+    pthread_setcanceltype(type, nullptr);
+    EXPECT_EQ(received, 0);
+    EXPECT_FALSE(IsPending(SIGPIPE));
+    EXPECT_FALSE(IsPending(SIGXFSZ));
 }
 
 TEST_F(SignalShieldTest, TheMaskIsAsBefore) {
