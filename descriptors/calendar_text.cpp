@@ -24,7 +24,8 @@ struct {
 // `zone` is the value of TZ, null without one. A zone whose name does not fit is looked at anew for every
 // record.
 bool IsRemembered(std::time_t second, const char* zone) {
-    if (second != remembered.second || (zone != nullptr) != remembered.isZoneNamed) return false;
+    if (remembered.length == 0 || second != remembered.second || (zone != nullptr) != remembered.isZoneNamed)
+        return false;
     return zone == nullptr || std::strcmp(zone, remembered.zone) == 0;
 }
 

@@ -28,7 +28,8 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
     BehindHostShield([result] {
         // Two threads may ask for the lists at once, and a third one fork.
         const OrmaLock lock(*pCkLogMutex.load(std::memory_order_acquire));
-        List own = {};
+        List own;
+        std::memset(&own, 0, sizeof own);  // lists are compared byte by byte
         own.version = (*result)->version;
         PutOwnEntryPoints(own);
         if (std::memcmp(*result, &own, sizeof own) == 0) return;

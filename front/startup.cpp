@@ -58,7 +58,7 @@ __attribute__((constructor)) void HandleForks() {
 void InitCkLog() {
     const char* const path = configuration.CkLogLibraryFileName();
     pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
-    CryptokiBridge::startAgain = StartLibrary;
+    CryptokiBridge::startAgain.store(StartLibrary, std::memory_order_release);
     bridge.Connect(path);
     configuration.GetLoggingMask();
     const OrmaLock lock(recordMutex.object);

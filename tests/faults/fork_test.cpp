@@ -163,8 +163,8 @@ TEST_F(Fork, WaitsForAStartOnAnotherThread) {
     }));
 }
 
-// Only the lists are looked at under the lock here, and they are written again for each that asks. The
-// parent's threads ask all the time; children are made all the same, and none is left locked.
+// Only the lists are looked at under the lock here, and asked whether they can be written, for each that asks
+// for them. The parent's threads ask all the time; children are made all the same, and none is left locked.
 TEST_F(Fork, MayHappenWhileOthersAskForTheFunctionLists) {
     Set("LoggingMask", "SIGN_VERIFY_FUNC");
     Set("LibUNIX64", TARGET_WITH_CONST_LISTS);
