@@ -14,11 +14,11 @@ constexpr std::size_t kTimeBegin = sizeof "Sun Nov 15 " - 1;
 
 // The calendar is worked out once in a second: asking the C library for it costs as much as writing a record.
 struct {
-    std::time_t second = -1;
+    std::time_t second = 0;
     bool isZoneNamed = false;
     char zone[64] = "";
     char text[64] = "";
-    std::size_t length = 0;
+    std::size_t length = 0;  // 0 for nothing yet
 } remembered;
 
 // `zone` is the value of TZ, null without one. A zone whose name does not fit is looked at anew for every

@@ -1,7 +1,6 @@
 #include "descriptors/command_descriptor.h"
 
 #include <array>
-#include <cstring>
 #include <iterator>
 #include <string_view>
 
@@ -110,7 +109,7 @@ std::string_view CommandDescriptor::GetCommandPhase(CommandPhase phase) {
 }
 
 CommandPhase CommandDescriptor::GetCommandPhase(const char* name) {
-    if (std::strcmp(name, "Start") == 0) return kStart;
-    if (std::strcmp(name, "End") == 0) return kEnd;
+    if (name == "Start"sv) return kStart;
+    if (name == "End"sv) return kEnd;
     return CommandPhase{kUnknownPhase};
 }

@@ -4,8 +4,7 @@
 // standard got later are unknown here, and some names that the standard has numbered since stand for vendor
 // numbers (CKM_AES_GCM is 0x8000011C).
 //
-// Every function is pure, never fails and returns constant text: any thread may
-// call them at any time.
+// Every function is pure, never fails and returns constant text: any thread may call them at any time.
 
 #pragma once
 

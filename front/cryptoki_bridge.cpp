@@ -12,7 +12,7 @@
 
 int CryptokiBridge::bindLevel = 0;
 int CryptokiBridge::loadBalancingDisabled = 0;
-std::atomic<void (*)()> CryptokiBridge::startAgain{nullptr};
+void (*CryptokiBridge::startAgain)() = [] {};
 
 namespace {
 
@@ -38,12 +38,10 @@ void CryptokiBridge::InitializeStubs() {
 }
 
 void* CryptokiBridge::BoundAfterStart(SlotIndex index, CallsInTarget::Line*& line) {
-    void (*const start)() = startAgain.load(std::memory_order_acquire);
-    if (start == nullptr) return StubAddress();
     for (;;) {
         CallsInTarget::Leave(*line);
         const unsigned before = changes.load(std::memory_order_seq_cst);
-        start();
+        startAgain();
         line = &callsInTarget.Enter();
         void* const function = slots[index].load(std::memory_order_seq_cst);
         if (function != StubAddress() || changes.load(std::memory_order_seq_cst) == before) return function;

@@ -59,9 +59,9 @@ public:
     static int bindLevel;
 
     // What a call does that finds no function of a target bound: it may have begun before another thread
-    // stopped the library, and starts it again. Null for nothing. Atomic because each start says it anew
-    // while calls of other threads ask for it.
-    static std::atomic<void (*)()> startAgain;
+    // stopped the library, and starts it again. Nothing at first; set when the library is loaded, before
+    // other threads can call.
+    static void (*startAgain)();
 
     // One method for each function that can be forwarded: it hands on the arguments and the result unchanged.
 #define UNWRAP(...) __VA_ARGS__

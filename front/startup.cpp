@@ -50,15 +50,15 @@ void UnlockInChild() {
     ForgetProcessId();
 }
 
-// From the loading of the library on: the process may fork while another thread makes the first call.
-__attribute__((constructor)) void HandleForks() {
+// Forks are handled from here on: the process may fork while another thread makes the first call.
+__attribute__((constructor)) void Load() {
+    CryptokiBridge::startAgain = StartLibrary;
     pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
 }
 
 void InitCkLog() {
     const char* const path = configuration.CkLogLibraryFileName();
     pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
-    CryptokiBridge::startAgain.store(StartLibrary, std::memory_order_release);
     bridge.Connect(path);
     configuration.GetLoggingMask();
     const OrmaLock lock(recordMutex.object);

@@ -3,12 +3,6 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
-namespace {
-
-// A token's label is padded with blanks to this length and has no terminator.
-
-}  // namespace
-
 void GetSlotListStart(CK_BBOOL tokenPresent, CK_SLOT_ID_PTR, CK_ULONG_PTR) {
     if (!IsLogged(kEverything)) return;
     CommandDescriptor command(kGetSlotList, kStart, 0);

@@ -117,7 +117,6 @@ bool AppendFile::OpenPath(const char* path) {
 
 // A relative path may lead elsewhere by the time when the file has to be opened again.
 void AppendFile::RememberPath(const char* path) {
-    *openPath = '\0';
     std::size_t length = 0;
     if (*path != '/') {
         char directory[kLongestPath];
@@ -137,7 +136,7 @@ void AppendFile::RememberPath(const char* path) {
 void AppendFile::Close() {
     if (descriptor >= 0 && IsStillOurs()) CloseUncancelled(descriptor);
     descriptor = -1;
-    isLost = false;
+    *openPath = '\0';
 }
 
 bool AppendFile::IsStillOurs() const {
@@ -151,9 +150,9 @@ bool AppendFile::IsInspectionDue() {
 
 void AppendFile::Inspect() {
     LookAtLimit();
-    if (!isLost && IsStillOurs()) return;
+    if (descriptor >= 0 && IsStillOurs()) return;
     descriptor = -1;
-    isLost = *openPath != '\0' && !OpenPath(openPath);
+    if (*openPath != '\0') OpenPath(openPath);
 }
 
 void AppendFile::LookAtLimit() {
@@ -163,7 +162,7 @@ void AppendFile::LookAtLimit() {
 }
 
 void AppendFile::Append(std::string_view text) {
-    if (descriptor < 0 && !isLost) return;
+    if (descriptor < 0 && *openPath == '\0') return;
     if (IsInspectionDue()) Inspect();
     if (descriptor >= 0 && !mayRaiseSignal) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());

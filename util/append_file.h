@@ -50,14 +50,14 @@ private:
 
     static constexpr std::size_t kLongestPath = 1000;
 
-    int descriptor = -1;
-    bool isLost = false;  // the host closed it, and it could not be opened again yet
+    int descriptor = -1;  // also when the host closed it and it could not be opened again yet
     dev_t device = 0;
     ino_t inode = 0;
     bool isRegular = false;
     bool mayRaiseSignal = true;
     unsigned appends = 0;      // since the descriptor was inspected
-    long inspectionTime = -1;  // in ticks of the coarse clock
+    long inspectionTime = -1;  // in milliseconds of the coarse clock
     int openAccess = 0;
-    char openPath[kLongestPath + 1] = {};  // absolute; empty when the file cannot be opened again later
+    // Absolute; empty when there is no file to open again, or no way to.
+    char openPath[kLongestPath + 1] = {};
 };

@@ -8,6 +8,15 @@ class CalendarTextTest : public RecordTest {
 protected:
     static std::string Calendar() { return std::string(CurrentCalendarText().calendar); }
     static std::string Time() { return std::string(CurrentCalendarText().time); }
+    // What the C library makes of `now`.
+    static std::string LocalTime(const char* format) {
+        std::tm local{};
+        tzset();
+        localtime_r(&now, &local);
+        char text[64];
+        std::strftime(text, sizeof text, format, &local);
+        return text;
+    }
     static void SetZone(const std::string& zone) { setenv("TZ", zone.c_str(), 1); }
 };
 
@@ -21,6 +30,15 @@ TEST_F(CalendarTextTest, IsTheFixedCalendarForm) {
     EXPECT_EQ(Calendar(), "Thu Jan  1 00:00:00 1970");
     now = PointInTime(9999, 12, 31, 23, 59, 59);
     EXPECT_EQ(Calendar(), "Fri Dec 31 23:59:59 9999");
+}
+
+// The first second of a process, without a zone: where nothing is remembered, nothing looks like it.
+TEST_F(CalendarTextTest, IsWorkedOutForEveryFirstSecond) {
+    unsetenv("TZ");
+    for (const std::time_t first : {0, -1}) {
+        now = first;
+        EXPECT_EQ(Calendar(), LocalTime("%a %b %e %H:%M:%S %Y"));
+    }
 }
 
 TEST_F(CalendarTextTest, FollowsEverySecond) {
@@ -50,12 +68,7 @@ TEST_F(CalendarTextTest, AnUnsetTimeZoneIsNoEmptyOne) {
     SetZone("EAST-9");
     EXPECT_EQ(Time(), "19:15:30");
     unsetenv("TZ");
-    std::tm local{};
-    tzset();
-    localtime_r(&now, &local);
-    char expected[16];
-    std::strftime(expected, sizeof expected, "%H:%M:%S", &local);
-    EXPECT_EQ(Time(), expected);
+    EXPECT_EQ(Time(), LocalTime("%H:%M:%S"));
     SetZone("EAST-9");
     EXPECT_EQ(Time(), "19:15:30");
 }

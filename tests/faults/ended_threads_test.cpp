@@ -47,6 +47,14 @@ CK_RV SpinInTarget(const char*, const TargetWord*, std::size_t) {
     isInTarget = true;
     for (;;) asm volatile("");
 }
+// Calls that only a cancellation ends, and the kind of it that does.
+struct EndlessCall {
+    TargetAnswer* target;
+    int cancelType;
+};
+constexpr EndlessCall kEndlessCalls[] = {{WaitInTarget, PTHREAD_CANCEL_DEFERRED},
+                                         {SpinInTarget, PTHREAD_CANCEL_ASYNCHRONOUS}};
+
 CK_RV ExitInTarget(const char*, const TargetWord*, std::size_t) { pthread_exit(&endedItself); }
 
 void CancelSelf() { pthread_cancel(pthread_self()); }
@@ -141,16 +149,13 @@ protected:
 };
 
 TEST_F(EndedThreads, CancelledInTheTarget) {
-    ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
-        targetAnswer = WaitInTarget;
-        Victim victim{&caller, PTHREAD_CANCEL_DEFERRED};
-        CancelInTarget(victim);
-    });
-    ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
-        targetAnswer = SpinInTarget;
-        Victim victim{&caller, PTHREAD_CANCEL_ASYNCHRONOUS};
-        CancelInTarget(victim);
-    });
+    for (const EndlessCall& each : kEndlessCalls) {
+        ExpectRecordsOfVictim(1, [&each](MarkedCaller& caller) {
+            targetAnswer = each.target;
+            Victim victim{&caller, each.cancelType};
+            CancelInTarget(victim);
+        });
+    }
 }
 
 TEST_F(EndedThreads, EndedByThemselvesInTheTarget) {
@@ -268,15 +273,9 @@ TEST_F(EndedThreads, CallingWhileTheyEnd) {
 // ---- In a function of the vendor --------------------------------------------------------------------------
 
 TEST_F(EndedThreads, CancelledInTheTargetByAFunctionOfTheVendor) {
-    struct Case {
-        TargetAnswer* target;
-        int cancelType;
-    };
-    const Case cases[] = {{WaitInTarget, PTHREAD_CANCEL_DEFERRED},
-                          {SpinInTarget, PTHREAD_CANCEL_ASYNCHRONOUS}};
     for (const char* const isNewFormat : {"0", "1"}) {
         Set("NewFormat", isNewFormat);
-        for (const Case& each : cases) {
+        for (const EndlessCall& each : kEndlessCalls) {
             ExpectRecordsOfVictim(
                 1,
                 [&each](MarkedCaller& caller) {
@@ -372,14 +371,8 @@ protected:
 };
 
 TEST_F(EndedThreadsWithLists, CancelledInTheTarget) {
-    struct Case {
-        TargetAnswer* target;
-        int cancelType;
-    };
-    const Case cases[] = {{WaitInTarget, PTHREAD_CANCEL_DEFERRED},
-                          {SpinInTarget, PTHREAD_CANCEL_ASYNCHRONOUS}};
     for (const char* const function : kGetLists) {
-        for (const Case& each : cases) {
+        for (const EndlessCall& each : kEndlessCalls) {
             SearchAndRemove(LogPath());
             EXPECT_TRUE(Survives([&] {
                 Library library;

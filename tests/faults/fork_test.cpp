@@ -64,6 +64,13 @@ protected:
         if (caller.Call() != CKR_OK) _exit(3);
     }
 
+    // The whole life of a child that makes one call.
+    [[noreturn]] static void CallOnce(Library& library, unsigned caller) {
+        MarkedCaller child(library, caller);
+        Call(child);
+        BecomeAnotherProgram();
+    }
+
     static void ExpectRecords(MarkedLog& log, unsigned caller, unsigned long calls, int process) {
         const CallerRecords& records = log.callers[caller];
         EXPECT_EQ(records.next, 2 * calls) << "caller " << caller;
@@ -122,16 +129,15 @@ TEST_F(Fork, LeavesChildrenThatLogUnderTheirOwnProcess) {
         log.Read(Log());
         EXPECT_EQ(log.callers.size(), kThreads + 1 + 2 * kRounds);
         EXPECT_EQ(log.otherRecords, 0U);
-        const std::set<std::string> kBoth{"Sign", "HAAnswerMofNChallenge"};
         for (unsigned i = 0; i < kThreads; ++i) {
             ExpectRecords(log, i, calls[i], getpid());
             EXPECT_EQ(log.callers[i].threads.size(), 1U);
-            EXPECT_EQ(log.callers[i].functions, kBoth);
+            EXPECT_EQ(log.callers[i].functions, kMarkedFunctions);
         }
         ExpectRecords(log, kForker, kRounds, getpid());
         for (unsigned round = 0; round < kRounds; ++round) {
             ExpectRecords(log, ChildOf(round), 3, children[round]);
-            EXPECT_EQ(log.callers[ChildOf(round)].functions, kBoth);
+            EXPECT_EQ(log.callers[ChildOf(round)].functions, kMarkedFunctions);
             ExpectRecords(log, GrandchildOf(round), 1, grandchildren[round]);
         }
     }));
@@ -146,11 +152,7 @@ TEST_F(Fork, WaitsForAStartOnAnotherThread) {
         for (unsigned round = 0; round < kRounds; ++round) {
             std::thread thread([&] { EXPECT_EQ(starter.Call(), CKR_OK); });
             if (round % 2 != 0) std::this_thread::yield();
-            const pid_t child = ForkFor([&, round] {
-                MarkedCaller child(library, ChildOf(round));
-                Call(child);
-                BecomeAnotherProgram();
-            });
+            const pid_t child = ForkFor([&, round] { CallOnce(library, ChildOf(round)); });
             thread.join();
             ExpectSuccess(child);
             ASSERT_FALSE(HasFailure());
@@ -195,9 +197,7 @@ TEST_F(Fork, MayHappenWhileOthersAskForTheFunctionLists) {
         for (unsigned round = 0; round < kRounds; ++round) {
             children[round] = ForkFor([&, round] {
                 if (!areListsOwn()) _exit(4);
-                MarkedCaller child(library, ChildOf(round));
-                Call(child);
-                BecomeAnotherProgram();
+                CallOnce(library, ChildOf(round));
             });
             ExpectSuccess(children[round]);
             if (HasFailure()) break;
@@ -223,11 +223,7 @@ TEST_F(Fork, MayHappenWhileTheTargetIsBeingLoaded) {
         MarkedCaller caller(library, 0);
         EXPECT_EQ(caller.Call(), CKR_OK);
         onTargetLoaded = nullptr;
-        ExpectSuccess(ForkFor([&] {
-            MarkedCaller child(library, 1);
-            Call(child);
-            BecomeAnotherProgram();
-        }));
+        ExpectSuccess(ForkFor([&] { CallOnce(library, 1); }));
         MarkedLog log;
         log.Read(Log());
         ExpectRecords(log, 0, 1, getpid());

@@ -18,6 +18,9 @@ CK_RV GiveDataBack(const char* function, const TargetWord* arguments, std::size_
 // The functions of a caller: one of them, or the one and the other in turn, that of the standard first.
 enum class Marked { kStandard, kVendor, kInTurn };
 
+// As records name them.
+extern const std::set<std::string> kMarkedFunctions;
+
 // What records of this thread say of it in the new format.
 std::string IdOfThisThread();
 

@@ -75,7 +75,7 @@ protected:
                 EXPECT_EQ(records.missing, 0U);
                 EXPECT_EQ(records.process, processes[i]);
                 EXPECT_EQ(records.threads.size(), hasThreads ? 1U : 0U);
-                EXPECT_EQ(records.functions, (std::set<std::string>{"Sign", "HAAnswerMofNChallenge"}));
+                EXPECT_EQ(records.functions, kMarkedFunctions);
             }
         }
         EXPECT_LT(log.shortestChildren, 40U);

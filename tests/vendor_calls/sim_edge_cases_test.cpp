@@ -480,23 +480,28 @@ Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 }
 
 // The target returns three signatures, of which the second is empty.
-TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutALength) {
+TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutALengthOrAnAddress) {
     auto* const signatureLens = At<CK_ULONG>(0x12345200);
     auto* const signatures = At<CK_BYTE*>(0x12345240);
-    PutAll(signatures, {At<CK_BYTE>(0x12345a00), At<CK_BYTE>(0x12345a40), At<CK_BYTE>(0x12345a80)});
-    Before([=] { PutAll(signatureLens, {41, 42, 43}); });
-    Answer([=] {
-        Put(signatures[0], "first signature");
-        Put(signatures[2], "third signature");
-        PutAll(signatureLens, {15, 0, 15});
-    });
+    struct Second {
+        CK_BYTE* address;
+        CK_ULONG length;
+    };
+    for (const Second second : {Second{At<CK_BYTE>(0x12345a40), 0}, Second{nullptr, 16}}) {
+        PutAll(signatures, {At<CK_BYTE>(0x12345a00), second.address, At<CK_BYTE>(0x12345a80)});
+        Before([=] { PutAll(signatureLens, {41, 42, 43}); });
+        Answer([=] {
+            Put(signatures[0], "first signature");
+            Put(signatures[2], "third signature");
+            PutAll(signatureLens, {15, second.length, 15});
+        });
 
-    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, signatureLens,
-         signatures);
-    Starts(R"(
+        Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs,
+             signatureLens, signatures);
+        Starts(R"(
 
 10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x12345200 Ptr=0x12345240 })",
-           R"(
+               R"(
 Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 {
@@ -510,9 +515,9 @@ Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    Pointer(0x12345200);
    Pointer(0x12345240);
 })");
-    Ends(kSuccessOrTooSmall, R"(
+        Ends(kSuccessOrTooSmall, R"(
 10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x12345200 Ptr=0x12345240 sig="first signature" })",
-         R"(
+             R"(
 Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
@@ -521,63 +526,14 @@ Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
    Pointer(0x12345240);
    ByteString(SimpleText"first signature");
 })");
-    Ends(kOtherErrors, R"(
+        Ends(kOtherErrors, R"(
 10:15:30 <id>:FINISIMMultiSign <rv>12345clks {})",
-         R"(
+             R"(
 Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
-}
-
-TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutAnAddress) {
-    auto* const signatureLens = At<CK_ULONG>(0x12345200);
-    auto* const signatures = At<CK_BYTE*>(0x12345240);
-    PutAll(signatures, {At<CK_BYTE>(0x12345a00), nullptr, At<CK_BYTE>(0x12345a80)});
-    Before([=] { PutAll(signatureLens, {41, 42, 43}); });
-    Answer([=] {
-        Put(signatures[0], "first signature");
-        Put(signatures[2], "third signature");
-        PutAll(signatureLens, {15, 16, 17});
-    });
-
-    Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, signatureLens,
-         signatures);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x12345200 Ptr=0x12345240 })",
-           R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
-   SessionHandle(0x51);
-   ULong(0x0);
-   Pointer(0x0);
-   ULong(0x3);
-   ByteString(SimpleText"first input");
-   ByteString(SimpleText"the second input");
-   ByteString(SimpleText"third");
-   Pointer(0x12345200);
-   Pointer(0x12345240);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x12345200 Ptr=0x12345240 sig="first signature" })",
-         R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SessionHandle(0x51);
-   Pointer(0x12345200);
-   Pointer(0x12345240);
-   ByteString(SimpleText"first signature");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {})",
-         R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+    }
 }
 
 TEST_P(SimRecords, InputsOfAMultisignedValueEndAtTheFirstWithoutALengthOrAnAddress) {
