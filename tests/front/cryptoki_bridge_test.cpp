@@ -308,7 +308,9 @@ protected:
         stoppedBridge = &bridge;
         starts = 0;
     }
-    ~StoppedBridge() override { CryptokiBridge::startAgain = [] {}; }
+    ~StoppedBridge() override {
+        CryptokiBridge::startAgain = [] {};
+    }
 
     static inline const CK_RV kAnswer = AnswerOf("C_Logout", CK_SESSION_HANDLE{5});
 };
