@@ -41,7 +41,7 @@ CK_RV Answer(CK_C_GetFunctionList, CK_FUNCTION_LIST_PTR_PTR result) {
         CK_FUNCTION_LIST own = {};
         own.version = {2, 20};
 #define C_EVERY_ROW(Name, ...) own.C_##Name = C_##Name;
-#include "front/functions.def"
+#include "functions/functions.def"
         return own;
     }();
     *result = &list;
@@ -55,4 +55,4 @@ CK_RV Answer(CK_C_GetFunctionList, CK_FUNCTION_LIST_PTR_PTR result) {
     extern "C" CK_RV C_##Name Parameters { return Answer(&C_##Name, UNWRAP Arguments); }
 #define CA_EVERY_ROW(Name) \
     extern "C" __attribute__((visibility("default"))) CK_RV CA_##Name() { return CKR_OK; }
-#include "front/functions.def"
+#include "functions/functions.def"

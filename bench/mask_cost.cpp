@@ -10,7 +10,7 @@
 #include <fstream>
 #include <string>
 
-#include "front/logging_configuration.h"
+#include "config/logging_configuration.h"
 
 namespace {
 

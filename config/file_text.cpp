@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <new>
 
-#include "util/uncancelled_io.h"
+#include "host/uncancelled_io.h"
 
 int OpenFile(const char* path, int access) {
     return OpenUncancelled(path, access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0777);

@@ -7,9 +7,9 @@
 
 #include "config/entry_lookup.h"
 #include "config/file_text.h"
+#include "host/environment.h"
+#include "host/uncancelled_io.h"
 #include "util/cache_line.h"
-#include "util/environment.h"
-#include "util/uncancelled_io.h"
 
 // Threads count here in every call; nothing that they only read should be on its cache line.
 alignas(kCacheLine) std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};

@@ -3,7 +3,7 @@
 // A record is a small tree of descriptors: one command at its root, one typed child for each argument or
 // returned structure. A tree is built, captured and destroyed by one record builder; descriptors copy every
 // value that they describe and are never shared. All of it runs under the one record lock (see
-// front/record_lock.h), so the class-wide state below needs no lock of its own.
+// descriptors/record_lock.h), so the class-wide state below needs no lock of its own.
 #pragma once
 
 #include <atomic>
@@ -15,7 +15,7 @@
 #include "descriptors/log_settings.h"
 #include "descriptors/record_text.h"
 #include "descriptors/tree_memory.h"
-#include "util/append_file.h"
+#include "host/append_file.h"
 
 class AbstractDescriptor {
 public:

@@ -1,7 +1,7 @@
 #include "descriptors/attribute_descriptor.h"
 
-#include "descriptors/pkcs11_names.h"
-#include "util/readable_memory.h"
+#include "functions/pkcs11_names.h"
+#include "host/readable_memory.h"
 
 AttributeDescriptor::AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue)
     : printValue(printValue) {

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "descriptors/abstract_descriptor.h"
-#include "front/error_log.h"
+#include "descriptors/error_log.h"
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
 

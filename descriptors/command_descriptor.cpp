@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "descriptors/calendar_text.h"
-#include "descriptors/pkcs11_names.h"
 #include "descriptors/record_environment.h"
+#include "functions/pkcs11_names.h"
 #include "util/cache_line.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // The root of every record: which function, which part of it, start or end, and its result.
 #pragma once
 
-#include "descriptors/command_type.h"
 #include "descriptors/descriptor_composite.h"
+#include "functions/command_type.h"
 
 class CommandDescriptor : public DescriptorComposite {
 public:

@@ -64,7 +64,7 @@ constexpr CommandName kCommandNames[] = {
 #define CA_LIST_ROW(Name, Type) {Type, #Name},
 #define CA_ROW(Name, Type, ...) {Type, #Name},
 #define CA_BARE_ROW(Name, Type, ...) {Type, #Name},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 constexpr unsigned kHighestType = kCommandNames[std::size(kCommandNames) - 1].type;

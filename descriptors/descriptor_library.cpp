@@ -1,8 +1,8 @@
 #include "descriptors/descriptor_library.h"
 
+#include "config/logging_configuration.h"
 #include "descriptors/abstract_descriptor.h"
 #include "descriptors/log_settings.h"
-#include "front/logging_configuration.h"
 
 std::atomic<int> bUseNewLogFormat{0};
 std::atomic<unsigned> uLoggingLevel{0};

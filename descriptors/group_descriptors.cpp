@@ -7,7 +7,7 @@
 
 #include "descriptors/scalar_descriptors.h"
 #include "descriptors/value_descriptor.h"
-#include "util/readable_memory.h"
+#include "host/readable_memory.h"
 
 namespace {
 

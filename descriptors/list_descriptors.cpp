@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "descriptors/scalar_descriptors.h"
-#include "util/readable_memory.h"
+#include "host/readable_memory.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "descriptors/pkcs11_names.h"
-#include "util/readable_memory.h"
+#include "functions/pkcs11_names.h"
+#include "host/readable_memory.h"
 
 MechanismDescriptor::MechanismDescriptor(const CK_MECHANISM* mechanism) {
     CK_MECHANISM copy;

@@ -5,7 +5,7 @@
 #include <functional>
 #include <limits>
 
-#include "descriptors/mechanism_names.h"
+#include "functions/mechanism_names.h"
 
 namespace {
 

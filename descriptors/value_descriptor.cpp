@@ -6,7 +6,7 @@
 
 #include "descriptors/byte_kinds.h"
 #include "descriptors/rich_text.h"
-#include "util/readable_memory.h"
+#include "host/readable_memory.h"
 
 namespace {
 

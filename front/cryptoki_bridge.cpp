@@ -8,7 +8,7 @@
 
 #include "config/wendrafil_configuration.h"
 #include "front/dynamic_loading.h"
-#include "front/own_image.h"
+#include "host/own_image.h"
 
 int CryptokiBridge::bindLevel = 0;
 int CryptokiBridge::loadBalancingDisabled = 0;
@@ -98,7 +98,7 @@ bool CryptokiBridge::Bind() {
 #define C_OPTIONAL_ROW(Name, ...) BindOptional(kC_##Name, "C_" #Name, IsSilent());
 #define COUNTER_ROW(Name, ...) BindOptional(k##Name, #Name, 1);
 #define CA_EVERY_ROW(Name) isComplete &= BindRequired(kCA_##Name, "CA_" #Name);
-#include "front/functions.def"
+#include "functions/functions.def"
     dlerror();  // what the look-ups left there is not the application's
     return isComplete;
 }

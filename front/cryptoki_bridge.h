@@ -71,7 +71,7 @@ public:
     CK_RV Name Parameters { return Forward<CK_RV(*) Parameters>(k##Name, UNWRAP Arguments); }
 #define CA_EVERY_ROW(Name) \
     CK_RV CA_##Name(VENDOR_PARAMETERS) { return Forward<VendorFunction>(kCA_##Name, VENDOR_ARGUMENTS); }
-#include "front/functions.def"
+#include "functions/functions.def"
 #undef UNWRAP
 
 private:
@@ -79,7 +79,7 @@ private:
 #define C_EVERY_ROW(Name, ...) kC_##Name,
 #define COUNTER_ROW(Name, ...) k##Name,
 #define CA_EVERY_ROW(Name) kCA_##Name,
-#include "front/functions.def"
+#include "functions/functions.def"
         kSlotCount
     };
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "util/standard_output.h"
+#include "host/standard_output.h"
 
 int LoadDynamicLibrary(const char* path, void** handle) {
     if (path == nullptr || handle == nullptr) return 0;

@@ -1,6 +1,6 @@
 #include "front/func_entries.h"
 
-#include "front/function_classes.h"
+#include "functions/function_classes.h"
 #include "records/vendor_records.h"
 
 namespace {
@@ -14,7 +14,7 @@ constexpr unsigned kTypesInOrder[] = {
 #define CA_ROW(Name, Type, ...) Type,
 #define CA_BARE_ROW CA_ROW
 #define CA_GAP_ROW(Type) Type,
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 constexpr bool TypesAreConsecutive() {
@@ -32,5 +32,5 @@ FuncEntry funcEntries[kFuncEntryCount] = {
 #define CA_ROW(Name, Type, Class, Level, ...) {Class, Level, Generic(Name##CmdStart), Generic(Name##CmdEnd)},
 #define CA_BARE_ROW CA_ROW
 #define CA_GAP_ROW(Type) {QUORVANTH_FUNC, 4, nullptr, nullptr},
-#include "front/functions.def"
+#include "functions/functions.def"
 };

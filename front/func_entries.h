@@ -16,7 +16,7 @@ inline constexpr std::size_t kFuncEntryCount = 0
 #define CA_ROW(...) +1
 #define CA_BARE_ROW CA_ROW
 #define CA_GAP_ROW CA_ROW
-#include "front/functions.def"
+#include "functions/functions.def"
     ;
 
 // One entry for each command type of the vendor from kFirstEntryType on, in that order.

@@ -2,22 +2,22 @@
 
 #include <cstring>
 
-#include "front/record_lock.h"
+#include "descriptors/record_lock.h"
 #include "front/vendor_exports.h"
-#include "util/host_shield.h"
-#include "util/readable_memory.h"
-#include "util/writable_memory.h"
+#include "host/host_shield.h"
+#include "host/readable_memory.h"
+#include "host/writable_memory.h"
 
 namespace {
 
 void PutOwnEntryPoints(CK_FUNCTION_LIST& list) {
 #define C_EVERY_ROW(Name, ...) list.C_##Name = C_##Name;
-#include "front/functions.def"
+#include "functions/functions.def"
 }
 
 void PutOwnEntryPoints(CK_TOLK_CA_FUNCTION_LIST& list) {
 #define CA_EVERY_ROW(Name) list.CA_##Name = CA_##Name;
-#include "front/functions.def"
+#include "functions/functions.def"
 }
 
 template <class List>

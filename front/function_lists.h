@@ -10,7 +10,7 @@
 struct CK_TOLK_CA_FUNCTION_LIST {
     CK_VERSION version;
 #define CA_EVERY_ROW(Name) VendorFunction CA_##Name;
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 // Give `rv` back. On CKR_OK the list that the target returned is overwritten in place but for its version; in

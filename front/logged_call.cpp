@@ -1,10 +1,10 @@
 #include "front/logged_call.h"
 
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/record_lock.h"
 #include "descriptors/tree_memory.h"
-#include "front/record_lock.h"
-#include "util/host_shield.h"
-#include "util/readable_memory.h"
+#include "host/host_shield.h"
+#include "host/readable_memory.h"
 
 void MakeRecord(void (*build)(const void* builder), const void* builder) {
     if (AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0) return;

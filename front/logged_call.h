@@ -3,7 +3,8 @@
 
 #include <p11-kit/pkcs11.h>
 
-#include "front/process_objects.h"
+#include "config/process_configuration.h"
+#include "front/process_bridge.h"
 #include "front/startup.h"
 
 // Builds and prints one record: calls `build(builder)` under the record lock and behind the shield, unless no
@@ -20,7 +21,7 @@ void MakeRecord(const Builder& builder) {
 // between, a call has one record; kept.
 //
 // No lock is held across the forwarded call, and nothing here needs clean-up when the thread ends inside it
-// (see util/host_shield.h). The builders hold copies of the arguments, so that a call without a record leaves
+// (see host/host_shield.h). The builders hold copies of the arguments, so that a call without a record leaves
 // the arguments in their registers.
 template <class Start, class Forward, class End>
 CK_RV LoggedCall(int classBit, const Start& start, const Forward& forward, const End& end) {

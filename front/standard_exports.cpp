@@ -4,9 +4,9 @@
 #include <p11-kit/pkcs11.h>
 #pragma GCC visibility pop
 
-#include "front/function_classes.h"
 #include "front/function_lists.h"
 #include "front/logged_call.h"
+#include "functions/function_classes.h"
 #include "records/standard_records.h"
 
 #define UNWRAP(...) __VA_ARGS__
@@ -21,4 +21,4 @@
     extern "C" CK_RV C_##Name Parameters {                                           \
         return WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
     }
-#include "front/functions.def"
+#include "functions/functions.def"

@@ -2,13 +2,14 @@
 
 #include <pthread.h>
 
+#include "config/process_configuration.h"
 #include "descriptors/abstract_descriptor.h"
 #include "descriptors/descriptor_library.h"
 #include "descriptors/record_environment.h"
-#include "front/process_objects.h"
-#include "front/record_lock.h"
+#include "descriptors/record_lock.h"
+#include "front/process_bridge.h"
+#include "host/host_shield.h"
 #include "util/cache_line.h"
-#include "util/host_shield.h"
 #include "util/undestroyed.h"
 
 #ifdef __GLIBCXX__
@@ -93,7 +94,8 @@ struct EndNotice {
 __attribute__((destructor)) void Unload() {
     if (processEnds) return;
     AbstractDescriptor::CloseCaptureStream();
-    DestroyProcessObjects();
+    DestroyProcessConfiguration();
+    DestroyProcessBridge();
     FreeRuntimeMemory();
 }
 

@@ -10,7 +10,7 @@
                                                             {VENDOR_ARGUMENTS});                       \
     }
 #define CA_BARE_ROW CA_ROW
-#include "front/functions.def"
+#include "functions/functions.def"
 
 // Never logged. A null argument is answered before anything is started, with the code of CKR_DATA_INVALID and
 // not of CKR_ARGUMENTS_BAD; kept.

@@ -5,5 +5,5 @@
 
 extern "C" {
 #define CA_EVERY_ROW(Name) __attribute__((visibility("default"))) CK_RV CA_##Name(VENDOR_PARAMETERS);
-#include "front/functions.def"
+#include "functions/functions.def"
 }

@@ -15,7 +15,7 @@
 
 #include "descriptors/command_descriptor.h"
 #include "descriptors/vendor_structures.h"
-#include "util/readable_memory.h"
+#include "host/readable_memory.h"
 
 // The least that "LoggingLevel" must exceed for a record to be made; it selects what calls do to a token.
 enum LoggingThreshold : unsigned {

@@ -11,7 +11,7 @@
 #define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
     void Name##Start Parameters;                        \
     void Name##End(CK_RV rv, UNWRAP Parameters);
-#include "front/functions.def"
+#include "functions/functions.def"
 #undef UNWRAP
 
 // Builders of functions that a target may have and that this library does not export.

@@ -1,8 +1,8 @@
 // kCmdXxx: the number under which the records of CA_Xxx are written.
 #pragma once
 
-#include "descriptors/command_type.h"
+#include "functions/command_type.h"
 
 #define CA_ROW(Name, Type, ...) inline constexpr CommandType kCmd##Name{Type};
 #define CA_BARE_ROW CA_ROW
-#include "front/functions.def"
+#include "functions/functions.def"

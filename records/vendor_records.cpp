@@ -8,4 +8,4 @@
 #define CA_BARE_ROW(Name, ...)                                                         \
     void Name##CmdStart() { CommandDescriptor(kCmd##Name, kStart, CKR_OK).Capture(); } \
     void Name##CmdEnd(CK_RV rv) { CaptureResult(kCmd##Name, rv); }
-#include "front/functions.def"
+#include "functions/functions.def"

@@ -20,5 +20,5 @@
 #define CA_BARE_ROW(Name, ...) \
     void Name##CmdStart();     \
     void Name##CmdEnd(CK_RV rv);
-#include "front/functions.def"
+#include "functions/functions.def"
 #undef CKSCRIBE_PARAMETERS

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <string>
 
-#include "front/process_objects.h"
+#include "config/process_configuration.h"
 #include "tests/temporary_directory.h"
 
 inline std::string FileText(const std::string& path) {

@@ -9,14 +9,14 @@
 
 using Names = std::vector<std::string>;
 
-// In the order of front/functions.def.
+// In the order of functions/functions.def.
 inline const Names kStandardFunctions = {
 #define C_EVERY_ROW(Name, ...) "C_" #Name,
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 inline const Names kVendorFunctions = {
 #define CA_EVERY_ROW(Name) "CA_" #Name,
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 // As many words as any function has arguments.

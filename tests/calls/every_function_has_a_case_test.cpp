@@ -2,7 +2,7 @@
 
 #include "tests/calls/every_function.h"
 
-// A row of front/functions.def without a test of its name, that states its records, fails here.
+// A row of functions/functions.def without a test of its name, that states its records, fails here.
 TEST(EveryFunctionHasACase, ByItsName) {
     std::set<std::string> cases;
     const testing::UnitTest& program = *testing::UnitTest::GetInstance();

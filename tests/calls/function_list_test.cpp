@@ -28,7 +28,7 @@ protected:
         Names own;
 #define C_EVERY_ROW(Name, ...) \
     if (list.C_##Name == api.C_##Name) own.push_back("C_" #Name);
-#include "front/functions.def"
+#include "functions/functions.def"
         return own;
     }
     Names OwnFunctionsIn(const TargetWord* vendorList) {

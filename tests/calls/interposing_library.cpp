@@ -15,7 +15,7 @@ extern "C" {
     CK_RV C_##Name Parameters { return Refuse Arguments; }
 #define CA_EVERY_ROW(Name) \
     CK_RV CA_##Name() { return kInterposed; }
-#include "front/functions.def"
+#include "functions/functions.def"
 
 void CkLogSpecialInitialize() {}
 void CkLogSpecialFinalize() {}

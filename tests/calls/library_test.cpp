@@ -43,7 +43,7 @@ void LibraryTest::Load() {
     ASSERT_NE(nullptr, handle) << dlerror();
 #define C_EVERY_ROW(Name, ...) \
     api.C_##Name = reinterpret_cast<decltype(api.C_##Name)>(ExportedAddress("C_" #Name));
-#include "front/functions.def"
+#include "functions/functions.def"
 }
 
 void LibraryTest::Unload() {

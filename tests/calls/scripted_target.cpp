@@ -27,7 +27,7 @@ CK_RV Answer(const char* function, Arguments... arguments) {
 struct VendorList {
     CK_VERSION version;
 #define CA_EVERY_ROW(Name) CK_RV (*CA_##Name)(WORDS);
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 extern SCRIPTED_TARGET_LISTS CK_FUNCTION_LIST functionList;
@@ -56,7 +56,7 @@ extern "C" {
     CK_RV CA_##Name(WORDS) { return Answer("CA_" #Name, ALL_WORDS); }
 #define CA_BARE_ROW(Name, ...) \
     CK_RV CA_##Name(WORDS) { return Answer("CA_" #Name, ALL_WORDS); }
-#include "front/functions.def"
+#include "functions/functions.def"
 }
 
 namespace {
@@ -65,7 +65,7 @@ constinit SCRIPTED_TARGET_LISTS CK_FUNCTION_LIST functionList = [] {
     CK_FUNCTION_LIST list{};
     list.version = kTargetListVersion;
 #define C_EVERY_ROW(Name, ...) list.C_##Name = C_##Name;
-#include "front/functions.def"
+#include "functions/functions.def"
     return list;
 }();
 
@@ -73,7 +73,7 @@ constinit SCRIPTED_TARGET_LISTS VendorList vendorFunctionList = [] {
     VendorList list{};
     list.version = kTargetVendorListVersion;
 #define CA_EVERY_ROW(Name) list.CA_##Name = CA_##Name;
-#include "front/functions.def"
+#include "functions/functions.def"
     return list;
 }();
 

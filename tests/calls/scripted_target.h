@@ -1,6 +1,6 @@
 // A target library that does as the test says.
 //
-// scripted_target.cpp exports every function of front/functions.def. Each of them hands its name and its
+// scripted_target.cpp exports every function of functions/functions.def. Each of them hands its name and its
 // arguments to AnswerCall, which the test program defines and exports (see call_script.h), and returns what
 // that returns. So the script lives in the program, and outlasts the target's unloading.
 #pragma once

@@ -10,7 +10,7 @@
 #define CA_EVERY_ROW(Name)      \
     EXPORTED CK_RV CA_##Name(); \
     EXPORTED CK_RV CA_##Name() { return CKR_FUNCTION_NOT_SUPPORTED; }
-#include "front/functions.def"
+#include "functions/functions.def"
 
 // ssh-agent loads only what has this symbol itself.
 EXPORTED CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR ppFunctionList) {

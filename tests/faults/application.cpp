@@ -30,7 +30,7 @@ Library::Library(const char* path) : handle(dlopen(path, RTLD_NOW | RTLD_LOCAL))
         std::abort();
     }
 #define C_EVERY_ROW(Name, ...) api.C_##Name = reinterpret_cast<decltype(api.C_##Name)>(Address("C_" #Name));
-#include "front/functions.def"
+#include "functions/functions.def"
 }
 
 void Library::Close() {

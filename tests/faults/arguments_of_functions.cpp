@@ -24,7 +24,7 @@ constexpr Row kRows[] = {
 #define CA_LIST_ROW(Name, Type) {"CA_" #Name, "(CK_FUNCTION_LIST_PTR_PTR ppFunctionList)"},
 #define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) {"CA_" #Name, #Parameters},
 #define CA_BARE_ROW(Name, ...) {"CA_" #Name, "()"},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 // Pointers of which the type alone does not say that they are arrays, or whose measure is not the next

@@ -1,8 +1,8 @@
 // What each argument of each exported function is, as a caller or a reader of memory has to know it: what
 // lies behind a pointer, who fills it, and which other argument says how much of it there is.
 //
-// Taken from the parameters in front/functions.def by their types, and by their names where a type leaves it
-// open; a row that cannot be understood ends the process, so that every function is covered.
+// Taken from the parameters in functions/functions.def by their types, and by their names where a type leaves
+// it open; a row that cannot be understood ends the process, so that every function is covered.
 #pragma once
 
 #include <cstddef>
@@ -30,7 +30,7 @@ enum class ArgumentKind {
 };
 
 struct Argument {
-    std::string name;  // as in front/functions.def
+    std::string name;  // as in functions/functions.def
     ArgumentKind kind = ArgumentKind::kNumber;
 
     // The index of the argument that says how many bytes or elements there are (by value, or kOutputCount);
@@ -54,5 +54,5 @@ struct FunctionArguments {
     std::size_t Index(const std::string& name) const;
 };
 
-// Every function of front/functions.def that the library exports, in that order.
+// Every function of functions/functions.def that the library exports, in that order.
 const std::vector<FunctionArguments>& ArgumentsOfFunctions();

@@ -9,7 +9,7 @@
 #include <set>
 #include <thread>
 
-#include "front/logging_configuration.h"
+#include "config/logging_configuration.h"
 #include "tests/faults/application.h"
 #include "tests/faults/log_records.h"
 #include "tests/faults/undisturbed_calls.h"

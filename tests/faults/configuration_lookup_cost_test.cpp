@@ -13,7 +13,7 @@
 #include <fstream>
 #include <string>
 
-#include "front/logging_configuration.h"
+#include "config/logging_configuration.h"
 #include "tests/temporary_directory.h"
 
 namespace {

@@ -18,7 +18,7 @@ constexpr int kErrorOfTarget = 815;
 const char* const kEveryFunction[] = {
 #define C_EVERY_ROW(Name, ...) "C_" #Name,
 #define CA_EVERY_ROW(Name) "CA_" #Name,
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 std::string SignalMask() {

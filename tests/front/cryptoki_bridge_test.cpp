@@ -9,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include "front/process_bridge.h"
 #include "tests/front/expected_functions.h"
 #include "tests/front/target_answers.h"
 #include "tests/logging_configuration_file.h"
@@ -56,7 +57,7 @@ void ForEachFunction(CryptokiBridge& bridge, const Visit& visit) {
 #define C_EVERY_ROW(Name, ...) METHOD(C_##Name)
 #define COUNTER_ROW(Name, ...) METHOD(Name)
 #define CA_EVERY_ROW(Name) METHOD(CA_##Name)
-#include "front/functions.def"
+#include "functions/functions.def"
 #undef METHOD
 }
 
@@ -413,5 +414,7 @@ TEST_F(WendrafilLibraryTest, DisconnectingEnablesBalancingAgain) {
 }
 
 TEST(ShimLibrary, HasItsName) { EXPECT_STREQ(CryptokiBridge::shimLibrary(), "ormaShim.so"); }
+
+TEST(ProcessBridge, IsThereFromTheBeginning) { EXPECT_STREQ(bridge.Error(), "Not yet connected."); }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "front/func_entries.h"
-#include "front/function_classes.h"
+#include "functions/function_classes.h"
 #include "records/vendor_records.h"
 #include "tests/descriptors/expected_command_names.h"
 #include "tests/front/expected_functions.h"
@@ -22,17 +22,17 @@ struct Row {
 const std::vector<Row> standardRows = {
 #define C_EVERY_ROW(Name, Class, ...) {"C_" #Name, Class},
 #define C_UNBOUND_ROW(...)
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 const std::vector<Row> unboundRows = {
 #define C_UNBOUND_ROW(Name, Class, ...) {"C_" #Name, Class},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 const std::vector<Row> optionalRows = {
 #define C_OPTIONAL_ROW(Name, Class, ...) {"C_" #Name, Class},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 struct VendorRow {
@@ -54,7 +54,7 @@ const std::vector<VendorRow> vendorRows = {
     {"CA_" #Name, Type, Class, Level, Plain(Name##CmdStart), Plain(Name##CmdEnd)},
 #define CA_BARE_ROW(Name, Type, Class, Level) \
     {"CA_" #Name, Type, Class, Level, Plain(Name##CmdStart), Plain(Name##CmdEnd)},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 TEST(FunctionClasses, HaveTheirBits) {

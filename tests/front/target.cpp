@@ -16,4 +16,4 @@
 #endif
 #define CA_EVERY_ROW(Name) \
     VISIBLE CK_RV CA_##Name(VENDOR_PARAMETERS) { return AnswerOf("CA_" #Name, VENDOR_ARGUMENTS); }
-#include "front/functions.def"
+#include "functions/functions.def"

@@ -25,8 +25,8 @@
 #include <utility>
 #include <vector>
 
-#include "descriptors/pkcs11_names.h"
 #include "front/vendor_words.h"
+#include "functions/pkcs11_names.h"
 #include "tests/calls/scripted_target.h"
 #include "tests/faults/arguments_of_functions.h"
 #include "tests/fuzz/call_memory.h"
@@ -149,7 +149,7 @@ const Caller kCallers[] = {
     [](void* function, const CallWords& words) {                                 \
         return CallWithWords(reinterpret_cast<VendorFunction>(function), words); \
     },
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 // The library with a log of its own.

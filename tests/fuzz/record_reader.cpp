@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "descriptors/pkcs11_names.h"
+#include "functions/pkcs11_names.h"
 
 namespace {
 

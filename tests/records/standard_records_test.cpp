@@ -48,7 +48,7 @@ struct Builders {
 std::vector<Builders> EveryBuilder() {
     return {
 #define C_EVERY_ROW(Name, ...) {#Name, WithoutArguments(Name##Start), WithoutArguments(Name##End)},
-#include "front/functions.def"
+#include "functions/functions.def"
         {"Terminate", WithoutArguments(TerminateStart), WithoutArguments(TerminateEnd)},
         {"PerformSelfTest", WithoutArguments(PerformSelfTestStart), WithoutArguments(PerformSelfTestEnd)},
     };

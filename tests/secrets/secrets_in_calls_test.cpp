@@ -158,7 +158,7 @@ struct FunctionParameters {
 const std::vector<FunctionParameters> kParameters = {
 #define C_EVERY_ROW(Name, Class, Parameters, Arguments) {"C_" #Name, #Parameters},
 #define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) {"CA_" #Name, #Parameters},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 // Whether a parameter's name ends as those of secrets do.
@@ -188,7 +188,7 @@ protected:
 #define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     visit("CA_" #Name, std::type_identity<CK_RV Parameters>());
 #define CA_BARE_ROW(Name, ...) visit("CA_" #Name, std::type_identity<CK_RV()>());
-#include "front/functions.def"
+#include "functions/functions.def"
     }
 
     template <class Type>

@@ -13,7 +13,7 @@ struct LoggedFunction {
 constexpr LoggedFunction kLoggedFunctions[] = {
 #define CA_ROW(Name, ...) {"CA_" #Name, false},
 #define CA_BARE_ROW(Name, ...) {"CA_" #Name, true},
-#include "front/functions.def"
+#include "functions/functions.def"
 };
 
 // The tests of the program as "suite.test".
@@ -28,7 +28,7 @@ std::set<std::string> Tests() {
     return tests;
 }
 
-// A row of front/functions.def without a test that states its records in this format fails here.
+// A row of functions/functions.def without a test that states its records in this format fails here.
 void ExpectCasesIn(const std::string& format) {
     const std::set<std::string> tests = Tests();
     for (const LoggedFunction& function : kLoggedFunctions) {

@@ -1,0 +1,57 @@
+// What the configuration file's section "CkLog2" says about logging.
+#pragma once
+
+#include <atomic>
+
+#include "config/wendrafil_configuration.h"
+#include "functions/function_classes.h"
+
+// Application threads ask DoWeLogThis at any time and without a lock: mask and counter are relaxed atomics, a
+// lost count only shifts the next look at the file. The accessors that return a pointer return one of the
+// object's own buffers of 500 characters, valid until the next call of that accessor; callers take turns.
+class CkLogConfig : public WendrafilConfiguration {
+public:
+    static const char* GetCkLogSectionName() { return "CkLog2"; }
+
+    // The path of the target library: key "LibUNIX64", default "/usr/lib/libmordavek2.so".
+    const char* CkLogLibraryFileName();
+
+    // Reads key "LoggingMask", names of classes separated by blanks or vertical bars, and keeps the mask.
+    // Without the key every function is logged, and the result is 0 all the same; kept. Unknown names are
+    // ignored, and so are names after the twelfth.
+    unsigned GetLoggingMask();
+
+    // 1 when calls of this class are to be logged now, else 0. Each 500th query looks at the file first.
+    int DoWeLogThis(int classBit) {
+        const unsigned query = reqToCheckConfigFile.load(std::memory_order_relaxed);
+        reqToCheckConfigFile.store(query + 1, std::memory_order_relaxed);
+        if (query % kQueriesPerLook == 0) [[unlikely]]
+            RefreshLoggingMask();
+        const unsigned wanted = static_cast<unsigned>(ALL_FUNC | classBit);
+        return (loggingMask.load(std::memory_order_relaxed) & wanted) != 0 ? 1 : 0;
+    }
+
+    // Key "LoggingLevel": "DESTROY" 1, "MODIFY" 2, "ADMIN" 3, anything else or no key 4.
+    int LoggingLevel();
+
+    // Keys "NewFormat" and "Enabled": numbers, 0 without the key.
+    int IsNewCkLogFormat();
+    int IsLoggingEnabledMordavek();
+
+    // Key "File", default "log.txt".
+    const char* LogFileName();
+
+    // Key "Error", default "logerror.txt".
+    const char* CkLogErrorFile();
+
+    // Writes key "LoggingMask": "ALL_FUNC" for exactly that text and nothing for any other; kept. 1 for
+    // success.
+    int SetLoggingMask(const char* value);
+
+private:
+    static constexpr unsigned kQueriesPerLook = 500;
+
+    void RefreshLoggingMask();
+    int NumberOf(const char* key) const;
+    const char* TextOf(const char* key, const char* missing, char* buffer) const;
+};

@@ -1,0 +1,13 @@
+#include "config/process_configuration.h"
+
+#include "util/undestroyed.h"
+
+namespace {
+
+Undestroyed<CkLogConfig> theConfiguration;
+
+}  // namespace
+
+CkLogConfig& configuration = theConfiguration.object;
+
+void DestroyProcessConfiguration() { configuration.~CkLogConfig(); }

@@ -1,0 +1,28 @@
+#include "descriptors/error_log.h"
+
+#include <cstdio>
+#include <ctime>
+
+#include "config/process_configuration.h"
+#include "host/append_file.h"
+
+void ReportErrorInLog(const char* text) {
+    const char* const path = configuration.CkLogErrorFile();
+    if (*path == '\0') return;
+    AppendFile file;
+    if (!file.OpenForAppendingAlone(path)) return;
+
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    tzset();
+    localtime_r(&now, &local);
+    char stamp[500];
+    if (std::strftime(stamp, sizeof stamp, "%y/%m/%d[%H:%M:%S]: ", &local) == 0) *stamp = '\0';
+
+    // The line begins with its new line, has none at its end, and two blanks stand behind the stamp; kept.
+    char line[sizeof stamp + 1000];
+    const int length = std::snprintf(line, sizeof line, "\n %s %s", stamp, text);
+    if (length < 0) return;
+    const std::size_t printed = static_cast<std::size_t>(length);
+    file.Append({line, printed < sizeof line ? printed : sizeof line - 1});
+}

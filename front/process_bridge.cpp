@@ -1,0 +1,13 @@
+#include "front/process_bridge.h"
+
+#include "util/undestroyed.h"
+
+namespace {
+
+Undestroyed<CryptokiBridge> theBridge;
+
+}  // namespace
+
+CryptokiBridge& bridge = theBridge.object;
+
+void DestroyProcessBridge() { bridge.~CryptokiBridge(); }

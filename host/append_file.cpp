@@ -1,0 +1,178 @@
+#include "host/append_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+
+#include "host/file_size_limit.h"
+#include "host/signal_shield.h"
+#include "host/uncancelled_io.h"
+
+namespace {
+
+// Descriptor numbers from here on are not what a host gets, expects or selects on; a lower one is kept only
+// where its limit leaves no room above.
+constexpr int kFirstDescriptor = 900;
+
+// Whether the descriptor is still this file's and whether the file's size is limited is asked once in so many
+// appends and whenever the coarse clock has moved (some milliseconds): neither hardly ever changes, and
+// asking every time would cost as much as the append. A file that grows across a limit that was set meanwhile
+// is noticed by its short write; only a limit that the file has reached already can go unnoticed for this
+// short while.
+constexpr unsigned kAppendsPerInspection = 64;
+
+// How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
+constexpr long kLongestWait = 100;
+
+constexpr int kOpenFlags = O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+int MoveOutOfTheWay(int descriptor) {
+    const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, kFirstDescriptor);
+    if (moved < 0) return descriptor;
+    CloseUncancelled(descriptor);
+    return moved;
+}
+
+bool IsFifo(const char* path) {
+    struct stat status;
+    return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+int OpenToAppend(const char* path, int access) {
+    if (access == O_RDWR && IsFifo(path)) {
+        const int alone = OpenUncancelled(path, O_WRONLY | kOpenFlags, 0);
+        if (alone >= 0) return alone;
+    }
+    return OpenUncancelled(path, access | O_CREAT | kOpenFlags, 0666);
+}
+
+// Of the clock that each system reads without going into the kernel; it moves on some milliseconds at a time.
+long CoarseMilliseconds() {
+#if defined(__FreeBSD__)
+    constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
+#else
+    constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_COARSE;
+#endif
+    constexpr long kNanosecondsPerMillisecond = 1'000'000;
+    timespec now = {};
+    clock_gettime(kCoarseClock, &now);
+    return now.tv_sec * 1000 + now.tv_nsec / kNanosecondsPerMillisecond;
+}
+
+bool BecomesWritable(int descriptor, long deadline) {
+    for (;;) {
+        const long left = deadline - CoarseMilliseconds();
+        if (left <= 0) return false;
+        pollfd waiting = {descriptor, POLLOUT, 0};
+        const int ready = PollUncancelled(&waiting, 1, static_cast<int>(left));
+        if (ready == 1) return (waiting.revents & POLLOUT) != 0;
+        if (ready == 0 || errno != EINTR) return false;
+    }
+}
+
+void WriteWhole(int descriptor, std::string_view text) {
+    bool begun = false;
+    long deadline = 0;  // none yet
+    while (!text.empty()) {
+        const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+            begun = true;
+        } else if (written < 0 && errno == EINTR) {
+            continue;
+        } else if (written < 0 && errno == EAGAIN && begun) {
+            if (deadline == 0) deadline = CoarseMilliseconds() + kLongestWait;
+            if (!BecomesWritable(descriptor, deadline)) return;
+        } else {
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+bool AppendFile::OpenFor(const char* path, int access) {
+    Close();
+    openAccess = access;
+    if (!OpenPath(path)) return false;
+    RememberPath(path);
+    return true;
+}
+
+bool AppendFile::OpenPath(const char* path) {
+    descriptor = OpenToAppend(path, openAccess);
+    if (descriptor < 0) return false;
+    descriptor = MoveOutOfTheWay(descriptor);
+    struct stat status = {};
+    isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    device = status.st_dev;
+    inode = status.st_ino;
+    LookAtLimit();
+    return true;
+}
+
+// A relative path may lead elsewhere by the time when the file has to be opened again.
+void AppendFile::RememberPath(const char* path) {
+    std::size_t length = 0;
+    if (*path != '/') {
+        char directory[kLongestPath];
+        if (getcwd(directory, sizeof directory) == nullptr || *directory != '/') return;
+        length = std::strlen(directory);
+        std::memcpy(openPath, directory, length);
+        openPath[length++] = '/';
+    }
+    const std::size_t rest = std::strlen(path);
+    if (rest > kLongestPath - length) {
+        *openPath = '\0';
+        return;
+    }
+    std::memcpy(openPath + length, path, rest + 1);
+}
+
+void AppendFile::Close() {
+    if (descriptor >= 0 && IsStillOurs()) CloseUncancelled(descriptor);
+    descriptor = -1;
+    *openPath = '\0';
+}
+
+bool AppendFile::IsStillOurs() const {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && status.st_dev == device && status.st_ino == inode;
+}
+
+bool AppendFile::IsInspectionDue() {
+    return ++appends >= kAppendsPerInspection || CoarseMilliseconds() != inspectionTime;
+}
+
+void AppendFile::Inspect() {
+    LookAtLimit();
+    if (descriptor >= 0 && IsStillOurs()) return;
+    descriptor = -1;
+    if (*openPath != '\0') OpenPath(openPath);
+}
+
+void AppendFile::LookAtLimit() {
+    mayRaiseSignal = !isRegular || IsFileSizeLimited();
+    appends = 0;
+    inspectionTime = CoarseMilliseconds();
+}
+
+void AppendFile::Append(std::string_view text) {
+    if (descriptor < 0 && *openPath == '\0') return;
+    if (IsInspectionDue()) Inspect();
+    if (descriptor >= 0 && !mayRaiseSignal) {
+        const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
+        if (written == static_cast<ssize_t>(text.size())) return;
+        // Perhaps a limit that was set, or a descriptor that was closed, since it was inspected: what is left
+        // is written behind the shield.
+        Inspect();
+        if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    if (descriptor < 0) return;
+    const SignalShield shield;
+    WriteWhole(descriptor, WithinFileSizeLimit(descriptor, text));
+}

@@ -1,0 +1,12 @@
+#include "host/environment.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+const char* TrustedEnvironment(const char* name) {
+#if defined(__FreeBSD__)
+    return issetugid() ? nullptr : getenv(name);
+#else
+    return secure_getenv(name);
+#endif
+}

@@ -1,0 +1,3 @@
+#include "host/host_shield.h"
+
+constinit thread_local bool isAsynchronousBehindShield = false;

@@ -1,0 +1,14 @@
+#include "host/own_image.h"
+
+#include <functional>
+
+// Made by the linker: the first byte of the image and the first behind it.
+extern "C" {
+extern const char __ehdr_start[] __attribute__((visibility("hidden")));
+extern const char _end[] __attribute__((visibility("hidden")));
+}
+
+bool IsInOwnImage(const void* address) {
+    const std::less<const void*> isBefore;
+    return !isBefore(address, __ehdr_start) && isBefore(address, _end);
+}

@@ -1,0 +1,34 @@
+#include "host/signal_shield.h"
+
+#include <cerrno>
+#include <ctime>
+
+#include "host/uncancelled_io.h"
+
+namespace {
+
+constexpr int kSignalsOfWrite[] = {SIGPIPE, SIGXFSZ};
+
+}  // namespace
+
+SignalShield::SignalShield() {
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    for (const int signal : kSignalsOfWrite) sigaddset(&blocked, signal);
+    pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    // A signal that already waits is the host's own and stays.
+    sigpending(&pendingBefore);
+}
+
+SignalShield::~SignalShield() {
+    const int error = errno;
+    sigset_t ours;
+    sigemptyset(&ours);
+    for (const int signal : kSignalsOfWrite) {
+        if (!sigismember(&pendingBefore, signal)) sigaddset(&ours, signal);
+    }
+    const timespec atOnce = {0, 0};
+    while (SigtimedwaitUncancelled(&ours, &atOnce) > 0) continue;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    errno = error;
+}

@@ -1,0 +1,42 @@
+#include "host/uncancelled_io.h"
+
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "host/host_shield.h"
+
+int OpenUncancelled(const char* path, int flags, mode_t mode) {
+    if (!isAsynchronousBehindShield) return open(path, flags, mode);
+    return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+
+ssize_t ReadUncancelled(int descriptor, void* bytes, std::size_t size) {
+    if (!isAsynchronousBehindShield) return read(descriptor, bytes, size);
+    return syscall(SYS_read, descriptor, bytes, size);
+}
+
+ssize_t WriteUncancelled(int descriptor, const void* bytes, std::size_t size) {
+    if (!isAsynchronousBehindShield) return write(descriptor, bytes, size);
+    return syscall(SYS_write, descriptor, bytes, size);
+}
+
+int PollUncancelled(pollfd* descriptors, nfds_t count, int milliseconds) {
+    if (!isAsynchronousBehindShield) return poll(descriptors, count, milliseconds);
+    return static_cast<int>(syscall(SYS_poll, descriptors, count, milliseconds));
+}
+
+int CloseUncancelled(int descriptor) {
+    if (!isAsynchronousBehindShield) return close(descriptor);
+    return static_cast<int>(syscall(SYS_close, descriptor));
+}
+
+int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout) {
+    if (!isAsynchronousBehindShield) return sigtimedwait(signals, nullptr, timeout);
+#if defined(__linux__)
+    constexpr std::size_t kKernelsSize = 8;  // of a set of signals; that of the C library is larger
+    return static_cast<int>(syscall(SYS_rt_sigtimedwait, signals, nullptr, timeout, kKernelsSize));
+#else
+    return static_cast<int>(syscall(SYS_sigtimedwait, signals, nullptr, timeout));
+#endif
+}

@@ -1,0 +1,289 @@
+#include "config/logging_configuration.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "tests/logging_configuration_file.h"
+
+namespace {
+
+// Shows how often the mask has been asked.
+class Settings : public CkLogConfig {
+public:
+    using CkLogConfig::reqToCheckConfigFile;
+};
+
+class LoggingConfigurationTest : public testing::Test {
+protected:
+    LoggingConfigurationTest() { file.Write(""); }
+    ~LoggingConfigurationTest() override { Settings::reqToCheckConfigFile.store(0); }
+
+    // Reads the mask from a value of "LoggingMask".
+    unsigned MaskOf(const std::string& names) {
+        file.Write("LoggingMask = " + names + ";\n");
+        return settings.GetLoggingMask();
+    }
+
+    LoggingConfigurationFile file;
+    Settings settings;
+};
+
+TEST_F(LoggingConfigurationTest, HasItsSection) {
+    EXPECT_STREQ(CkLogConfig::GetCkLogSectionName(), "CkLog2");
+}
+
+// ---- Texts
+// --------------------------------------------------------------------------------------------------
+
+TEST_F(LoggingConfigurationTest, PathsHaveDefaults) {
+    EXPECT_STREQ(settings.CkLogLibraryFileName(), "/usr/lib/libmordavek2.so");
+    EXPECT_STREQ(settings.LogFileName(), "log.txt");
+    EXPECT_STREQ(settings.CkLogErrorFile(), "logerror.txt");
+}
+
+TEST_F(LoggingConfigurationTest, PathsAreThoseOfTheirKeys) {
+    file.Write("LibUNIX64 = /opt/target.so;\nFile = /var/log/calls;\nError = /var/log/errors;\n");
+    const char* const library = settings.CkLogLibraryFileName();
+    const char* const log = settings.LogFileName();
+    const char* const errors = settings.CkLogErrorFile();
+    EXPECT_STREQ(library, "/opt/target.so");
+    EXPECT_STREQ(log, "/var/log/calls");
+    EXPECT_STREQ(errors, "/var/log/errors");
+}
+
+TEST_F(LoggingConfigurationTest, APathStaysUntilItIsAskedForAgain) {
+    file.Write("LibUNIX64 = /first.so;\nFile = /first;\nError = /first.errors;\n");
+    const char* const log = settings.LogFileName();
+    file.Write("LibUNIX64 = /second.so;\nFile = /second;\nError = /second.errors;\n");
+    settings.CkLogLibraryFileName();
+    settings.CkLogErrorFile();
+    EXPECT_STREQ(log, "/first");
+    EXPECT_STREQ(settings.LogFileName(), "/second");
+    file.Write("");
+    EXPECT_STREQ(settings.LogFileName(), "log.txt");
+    EXPECT_STREQ(settings.CkLogErrorFile(), "logerror.txt");
+    EXPECT_STREQ(settings.CkLogLibraryFileName(), "/usr/lib/libmordavek2.so");
+}
+
+TEST_F(LoggingConfigurationTest, PathsAreCutAt499Characters) {
+    const std::string path = std::string("/").append(600, 'p');
+    file.Write("LibUNIX64 = " + path + ";\nFile = " + path + ";\nError = " + path + ";\n");
+    EXPECT_EQ(settings.CkLogLibraryFileName(), path.substr(0, 499));
+    EXPECT_EQ(settings.LogFileName(), path.substr(0, 499));
+    EXPECT_EQ(settings.CkLogErrorFile(), path.substr(0, 499));
+}
+
+TEST_F(LoggingConfigurationTest, EmptyPathsAreNoMissingOnes) {
+    file.Write("File = ;\nError = ;\n");
+    EXPECT_STREQ(settings.LogFileName(), "");
+    EXPECT_STREQ(settings.CkLogErrorFile(), "");
+}
+
+TEST_F(LoggingConfigurationTest, OtherSectionsDoNotCount) {
+    std::ofstream(file.directory.File("Wendrafil.conf"))
+        << "Wendrafil2 = {\nLibUNIX64 = /other.so;\nFile = /other;\nNewFormat = 1;\nEnabled = 1;\n"
+           "LoggingLevel = DESTROY;\nLoggingMask = GEN_FUNC;\n}\n";
+    EXPECT_STREQ(settings.CkLogLibraryFileName(), "/usr/lib/libmordavek2.so");
+    EXPECT_STREQ(settings.LogFileName(), "log.txt");
+    EXPECT_EQ(settings.IsNewCkLogFormat(), 0);
+    EXPECT_EQ(settings.IsLoggingEnabledMordavek(), 0);
+    EXPECT_EQ(settings.LoggingLevel(), 4);
+    EXPECT_EQ(settings.GetLoggingMask(), 0U);
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
+}
+
+// ---- Numbers and words
+// --------------------------------------------------------------------------------------
+
+TEST_F(LoggingConfigurationTest, SwitchesAreNumbers) {
+    EXPECT_EQ(settings.IsNewCkLogFormat(), 0);
+    EXPECT_EQ(settings.IsLoggingEnabledMordavek(), 0);
+    const struct {
+        const char* text;
+        int number;
+    } values[] = {{"1", 1}, {"0", 0}, {"7", 7}, {"-1", -1}, {"12abc", 12}, {"yes", 0}, {"", 0}, {"+3", 3}};
+    for (const auto& value : values) {
+        file.Write("NewFormat = " + std::string(value.text) + ";\nEnabled = 5;\n");
+        EXPECT_EQ(settings.IsNewCkLogFormat(), value.number) << value.text;
+        EXPECT_EQ(settings.IsLoggingEnabledMordavek(), 5);
+        file.Write("Enabled = " + std::string(value.text) + ";\nNewFormat = 6;\n");
+        EXPECT_EQ(settings.IsLoggingEnabledMordavek(), value.number) << value.text;
+        EXPECT_EQ(settings.IsNewCkLogFormat(), 6);
+    }
+}
+
+TEST_F(LoggingConfigurationTest, LevelsAreExactWords) {
+    EXPECT_EQ(settings.LoggingLevel(), 4);
+    const struct {
+        const char* word;
+        int level;
+    } values[] = {{"DESTROY", 1}, {"MODIFY", 2},  {"ADMIN", 3}, {"admin", 4}, {"Modify", 4}, {"ADMINS", 4},
+                  {"DESTRO", 4},  {"ADMIN X", 4}, {"", 4},      {"1", 4},     {"3", 4},      {"ALL_FUNC", 4}};
+    for (const auto& value : values) {
+        file.Write("LoggingLevel = " + std::string(value.word) + ";\n");
+        EXPECT_EQ(settings.LoggingLevel(), value.level) << value.word;
+    }
+}
+
+// ---- The mask
+// -----------------------------------------------------------------------------------------------
+
+TEST_F(LoggingConfigurationTest, EveryClassHasItsNameAndNoOther) {
+    EXPECT_EQ(MaskOf("GEN_FUNC"), 0x100U);
+    EXPECT_EQ(MaskOf("SLOT_TOKEN_FUNC"), 0x200U);
+    EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
+    EXPECT_EQ(MaskOf("OBJ_MNGMNT_FUNC"), 0x800U);
+    EXPECT_EQ(MaskOf("ENC_DEC_FUNC"), 0x1000U);
+    EXPECT_EQ(MaskOf("DIGEST_FUNC"), 0x2000U);
+    EXPECT_EQ(MaskOf("SIGN_VERIFY_FUNC"), 0x4000U);
+    EXPECT_EQ(MaskOf("KEY_MNGMNT_FUNC"), 0x8000U);
+    EXPECT_EQ(MaskOf("MISC_FUNC"), 0x10000U);
+    EXPECT_EQ(MaskOf("ALL_FUNC"), 0x20000U);
+    EXPECT_EQ(MaskOf("QUORVANTH_FUNC"), 0x40000U);
+    for (const char* name :
+         {"NONE", "sign_verify_func", "GEN_FUN", "GEN_FUNCS", "GEN_FUNC,MISC_FUNC", "0x100"}) {
+        EXPECT_EQ(MaskOf(name), 0U) << name;
+    }
+}
+
+TEST_F(LoggingConfigurationTest, NamesAreSeparatedByBlanksAndBars) {
+    for (const char* names :
+         {"GEN_FUNC|SIGN_VERIFY_FUNC", "GEN_FUNC | SIGN_VERIFY_FUNC", "GEN_FUNC SIGN_VERIFY_FUNC",
+          "GEN_FUNC||  |SIGN_VERIFY_FUNC|", "|GEN_FUNC SIGN_VERIFY_FUNC",
+          "SIGN_VERIFY_FUNC GEN_FUNC GEN_FUNC", "GEN_FUNC NONE gen_func SIGN_VERIFY_FUNC"}) {
+        EXPECT_EQ(MaskOf(names), 0x4100U) << names;
+    }
+    EXPECT_EQ(MaskOf("SESSION_FUNC|QUORVANTH_FUNC"), 0x40400U);
+}
+
+TEST_F(LoggingConfigurationTest, TwelveNamesCount) {
+    EXPECT_EQ(MaskOf("GEN_FUNC|SLOT_TOKEN_FUNC|SESSION_FUNC|OBJ_MNGMNT_FUNC|ENC_DEC_FUNC|DIGEST_FUNC|"
+                     "SIGN_VERIFY_FUNC|KEY_MNGMNT_FUNC|MISC_FUNC|ALL_FUNC|QUORVANTH_FUNC"),
+              0x7FF00U);
+    EXPECT_EQ(MaskOf("a b c d e f g h i j k MISC_FUNC"), 0x10000U);
+    EXPECT_EQ(MaskOf("a b c d e f g h i j k MISC_FUNC GEN_FUNC"), 0x10000U);
+}
+
+TEST_F(LoggingConfigurationTest, TheValueIsCutAt199Characters) {
+    const std::string names = "GEN_FUNC" + std::string(182, ' ') + "MISC_FUNC";
+    ASSERT_EQ(names.size(), 199U);
+    EXPECT_EQ(MaskOf(names), 0x10100U);
+    EXPECT_EQ(MaskOf("GEN_FUNC" + std::string(183, ' ') + "MISC_FUNC"), 0x100U);
+}
+
+TEST_F(LoggingConfigurationTest, WithoutTheKeyEverythingIsLoggedThoughTheResultIsZero) {
+    MaskOf("GEN_FUNC");
+    file.Write("");
+    EXPECT_EQ(settings.GetLoggingMask(), 0U);
+    Settings::reqToCheckConfigFile.store(1);
+    for (int bit = 0x100; bit <= 0x40000; bit <<= 1) EXPECT_EQ(settings.DoWeLogThis(bit), 1) << bit;
+}
+
+TEST_F(LoggingConfigurationTest, AMissingFileIsAMissingKey) {
+    std::remove(file.directory.File("Wendrafil.conf").c_str());
+    EXPECT_EQ(settings.GetLoggingMask(), 0U);
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 1);
+    EXPECT_EQ(settings.LoggingLevel(), 4);
+    EXPECT_STREQ(settings.LogFileName(), "log.txt");
+}
+
+TEST_F(LoggingConfigurationTest, AnEmptyMaskLogsNothing) {
+    for (const char* names : {"", " ", "NONE", "sign_verify_func"}) {
+        EXPECT_EQ(MaskOf(names), 0U);
+        Settings::reqToCheckConfigFile.store(1);
+        for (int bit = 0x100; bit <= 0x40000; bit <<= 1) EXPECT_EQ(settings.DoWeLogThis(bit), 0) << bit;
+    }
+}
+
+TEST_F(LoggingConfigurationTest, ACallIsLoggedWhenItsClassIs) {
+    MaskOf("SESSION_FUNC|QUORVANTH_FUNC");
+    Settings::reqToCheckConfigFile.store(1);
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
+    EXPECT_EQ(settings.DoWeLogThis(QUORVANTH_FUNC), 1);
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC | SESSION_FUNC), 1);
+    EXPECT_EQ(settings.DoWeLogThis(0), 0);
+    MaskOf("ALL_FUNC");
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 1);
+    EXPECT_EQ(settings.DoWeLogThis(QUORVANTH_FUNC), 1);
+    EXPECT_EQ(settings.DoWeLogThis(0), 1);
+}
+
+TEST_F(LoggingConfigurationTest, TheFirstQueryReadsTheMask) {
+    file.Write("LoggingMask = SESSION_FUNC;\n");
+    Settings::reqToCheckConfigFile.store(0);
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
+}
+
+TEST_F(LoggingConfigurationTest, WithoutALookTheMaskIsEmpty) {
+    Settings::reqToCheckConfigFile.store(1);
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
+    EXPECT_EQ(settings.DoWeLogThis(ALL_FUNC), 0);
+}
+
+TEST_F(LoggingConfigurationTest, Each500thQueryLooksAgain) {
+    file.Write("LoggingMask = SESSION_FUNC;\n");
+    Settings::reqToCheckConfigFile.store(0);
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
+    file.Write("LoggingMask = GEN_FUNC;\n");
+    for (int query = 1; query < 500; ++query) {
+        ASSERT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1) << query;
+    }
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 0);
+    EXPECT_EQ(Settings::reqToCheckConfigFile.load(), 501U);
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 1);
+    file.Write("LoggingMask = MISC_FUNC;\n");
+    for (int query = 502; query < 1000; ++query) {
+        ASSERT_EQ(settings.DoWeLogThis(GEN_FUNC), 1) << query;
+    }
+    EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
+}
+
+TEST_F(LoggingConfigurationTest, TheCountGoesRoundAtItsEnd) {
+    file.Write("LoggingMask = SESSION_FUNC;\n");
+    settings.GetLoggingMask();
+    Settings::reqToCheckConfigFile.store(0xFFFFFFFF);
+    file.Write("LoggingMask = GEN_FUNC;\n");
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
+    EXPECT_EQ(Settings::reqToCheckConfigFile.load(), 0U);
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 0);
+}
+
+TEST_F(LoggingConfigurationTest, AllObjectsShareTheCount) {
+    CkLogConfig other;
+    file.Write("LoggingMask = SESSION_FUNC;\n");
+    Settings::reqToCheckConfigFile.store(0);
+    EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
+    EXPECT_EQ(other.DoWeLogThis(SESSION_FUNC), 0);  // its own mask has not been read
+    other.GetLoggingMask();
+    EXPECT_EQ(other.DoWeLogThis(SESSION_FUNC), 1);
+}
+
+TEST_F(LoggingConfigurationTest, LookingLeavesErrnoAlone) {
+    std::remove(file.directory.File("Wendrafil.conf").c_str());
+    Settings::reqToCheckConfigFile.store(0);
+    errno = ERANGE;
+    settings.DoWeLogThis(GEN_FUNC);
+    EXPECT_EQ(errno, ERANGE);
+}
+
+TEST_F(LoggingConfigurationTest, WritesAllOrNothing) {
+    file.Write("   LoggingMask = GEN_FUNC;\n");
+    EXPECT_EQ(settings.SetLoggingMask("ALL_FUNC"), 1);
+    EXPECT_EQ(file.Text(), "CkLog2 = {\n   LoggingMask = ALL_FUNC;\n}\n");
+    for (const char* value : {"GEN_FUNC", "", "all_func", "ALL_FUNC "}) {
+        settings.SetLoggingMask("ALL_FUNC");
+        EXPECT_EQ(settings.SetLoggingMask(value), 1) << value;
+        EXPECT_EQ(file.Text(), "CkLog2 = {\n   LoggingMask = ;\n}\n") << value;
+    }
+    EXPECT_EQ(settings.GetLoggingMask(), 0U);
+    std::remove(file.directory.File("Wendrafil.conf").c_str());
+    EXPECT_EQ(settings.SetLoggingMask("ALL_FUNC"), 0);
+}
+
+TEST(ProcessConfiguration, IsThereFromTheBeginning) { EXPECT_NE(&configuration, nullptr); }
+
+}  // namespace

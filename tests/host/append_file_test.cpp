@@ -1,0 +1,461 @@
+#include "host/append_file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "host/host_shield.h"
+#include "tests/temporary_directory.h"
+
+namespace {
+
+std::string Contents(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+void Write(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
+
+// The number under which this process has the file open, or -1.
+int DescriptorOf(const std::string& path) {
+    struct stat wanted;
+    if (stat(path.c_str(), &wanted) != 0) return -1;
+    for (int descriptor = 0; descriptor < 2000; ++descriptor) {
+        struct stat status;
+        if (fstat(descriptor, &status) != 0) continue;
+        if (status.st_ino == wanted.st_ino && status.st_dev == wanted.st_dev) return descriptor;
+    }
+    return -1;
+}
+
+class AppendFileTest : public testing::Test {
+protected:
+    TemporaryDirectory directory;
+    const std::string path = directory.File("log");
+    AppendFile file;
+};
+
+using AppendFileDeathTest = AppendFileTest;
+
+TEST_F(AppendFileTest, CreatesTheFileAndAppendsAtOnce) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    EXPECT_TRUE(file.IsOpen());
+    EXPECT_EQ(Contents(path), "");
+    file.Append("one\n");
+    EXPECT_EQ(Contents(path), "one\n");
+    file.Append(std::string_view("t\0o", 3));
+    file.Append("");
+    EXPECT_EQ(Contents(path), std::string("one\nt\0o", 7));
+}
+
+TEST_F(AppendFileTest, AFileThatExistsGrows) {
+    for (const bool alone : {false, true}) {
+        Write(path, "before, ");
+        ASSERT_TRUE(alone ? file.OpenForAppendingAlone(path.c_str()) : file.Open(path.c_str()));
+        file.Append("after");
+        EXPECT_EQ(Contents(path), "before, after");
+    }
+}
+
+TEST_F(AppendFileTest, SeveralWritersOfAFileAppendInTurn) {
+    AppendFile other;
+    ASSERT_TRUE(file.Open(path.c_str()));
+    ASSERT_TRUE(other.Open(path.c_str()));
+    file.Append("a");
+    other.Append("bb");
+    file.Append("ccc");
+    EXPECT_EQ(Contents(path), "abbccc");
+}
+
+TEST_F(AppendFileTest, TheUmaskAppliesToANewFile) {
+    const mode_t before = umask(027);
+    ASSERT_TRUE(file.Open(path.c_str()));
+    umask(before);
+    struct stat status;
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
+    EXPECT_FALSE(file.IsOpen());
+    file.Append("lost");
+    file.Close();
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("kept");
+    file.Close();
+    EXPECT_FALSE(file.IsOpen());
+    file.Append("lost");
+    EXPECT_EQ(Contents(path), "kept");
+}
+
+TEST_F(AppendFileTest, OpeningAnotherFileClosesTheFirst) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const int number = DescriptorOf(path);
+    const std::string second = directory.File("second");
+    ASSERT_TRUE(file.Open(second.c_str()));
+    EXPECT_EQ(DescriptorOf(path), -1);
+    EXPECT_EQ(DescriptorOf(second), number);  // free again before the second was opened
+    file.Append("x");
+    EXPECT_EQ(Contents(path), "");
+    EXPECT_EQ(Contents(second), "x");
+}
+
+TEST_F(AppendFileTest, ItsEndClosesTheFile) {
+    {
+        AppendFile brief;
+        ASSERT_TRUE(brief.Open(path.c_str()));
+        EXPECT_NE(DescriptorOf(path), -1);
+    }
+    EXPECT_EQ(DescriptorOf(path), -1);
+}
+
+TEST_F(AppendFileTest, WhatIsNoFileCannotBeOpened) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    EXPECT_FALSE(file.Open(directory.Path().c_str()));
+    EXPECT_EQ(errno, EISDIR);
+    EXPECT_FALSE(file.IsOpen());  // nor is the first one any more
+    EXPECT_FALSE(file.Open(directory.File("missing/log").c_str()));
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_FALSE(file.Open(""));
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_FALSE(file.Open((path + "/log").c_str()));
+    EXPECT_EQ(errno, ENOTDIR);
+    EXPECT_EQ(DescriptorOf(path), -1);
+}
+
+// Runs as a user to whom the modes of files apply.
+void OpenFilesOfOtherModes(const std::string& directory) {
+    chmod(directory.c_str(), 0777);
+    if (geteuid() == 0 && seteuid(65534) != 0) _exit(1);
+    AppendFile file;
+    const auto modeIs = [&](mode_t mode, bool opens, bool opensForAppendingAlone) {
+        const std::string path = directory + "/mode";
+        unlink(path.c_str());
+        close(open(path.c_str(), O_WRONLY | O_CREAT, mode));
+        if (file.Open(path.c_str()) != opens) _exit(2);
+        if (file.OpenForAppendingAlone(path.c_str()) != opensForAppendingAlone) _exit(3);
+    };
+    modeIs(0600, true, true);
+    modeIs(0400, false, false);
+    modeIs(0200, false, true);
+    modeIs(0000, false, false);
+    _exit(0);
+}
+
+TEST_F(AppendFileDeathTest, NeedsTheRightToReadOnlyToOpenForReading) {
+    EXPECT_EXIT(OpenFilesOfOtherModes(directory.Path()), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppendFileTest, TheDescriptorIsOutOfTheWayAndNotInherited) {
+    const int free = dup(0);
+    close(free);
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const int descriptor = DescriptorOf(path);
+    EXPECT_GE(descriptor, 900);
+    EXPECT_EQ(fcntl(descriptor, F_GETFD), FD_CLOEXEC);
+    EXPECT_NE(fcntl(descriptor, F_GETFL) & O_APPEND, 0);
+    const int stillFree = dup(0);
+    close(stillFree);
+    EXPECT_EQ(stillFree, free);
+}
+
+TEST_F(AppendFileDeathTest, OpensWhereNoHighDescriptorIsAllowed) {
+    const auto open = [this] {
+        const rlimit few = {100, 100};
+        setrlimit(RLIMIT_NOFILE, &few);
+        if (!file.Open(path.c_str())) _exit(1);
+        const int descriptor = DescriptorOf(path);
+        if (descriptor < 0 || fcntl(descriptor, F_GETFD) != FD_CLOEXEC) _exit(2);
+        file.Append("x");
+        _exit(Contents(path) == "x" ? 0 : 3);
+    };
+    EXPECT_EXIT(open(), testing::ExitedWithCode(0), "");
+}
+
+// ---- Hosts that close descriptors which are not theirs
+// -----------------------------------------------------
+
+TEST_F(AppendFileTest, ADescriptorThatTheHostClosedIsOpenedAgain) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    close(DescriptorOf(path));
+    file.Append("two ");
+    EXPECT_GE(DescriptorOf(path), 900);
+    file.Append("three");
+    EXPECT_EQ(Contents(path), "one two three");
+}
+
+// The coarse clock moves on within this time.
+void WaitForAnInspection() { usleep(20'000); }
+
+TEST_F(AppendFileTest, ANumberThatTheHostUsesForItsOwnIsLeftAlone) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    const int number = DescriptorOf(path);
+    const std::string others = directory.File("others");
+    const int other = open(others.c_str(), O_WRONLY | O_CREAT, 0600);
+    ASSERT_EQ(dup2(other, number), number);
+    WaitForAnInspection();
+    file.Append("two");
+    EXPECT_EQ(Contents(path), "one two");
+    EXPECT_EQ(Contents(others), "");
+    EXPECT_EQ(write(number, "still open", 10), 10);
+    close(number);
+    close(other);
+}
+
+TEST_F(AppendFileTest, ClosingLeavesTheHostsFileOpen) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const int number = DescriptorOf(path);
+    const int other = open(directory.File("others").c_str(), O_WRONLY | O_CREAT, 0600);
+    ASSERT_EQ(dup2(other, number), number);
+    file.Close();
+    EXPECT_EQ(write(number, "x", 1), 1);
+    close(number);
+    close(other);
+}
+
+// The directory that relative paths are relative to, for a while.
+class CurrentDirectory {
+public:
+    explicit CurrentDirectory(const std::string& path) : before(open(".", O_RDONLY)) {
+        EXPECT_EQ(chdir(path.c_str()), 0);
+    }
+    ~CurrentDirectory() {
+        EXPECT_EQ(fchdir(before), 0);
+        close(before);
+    }
+    CurrentDirectory(const CurrentDirectory&) = delete;
+    CurrentDirectory& operator=(const CurrentDirectory&) = delete;
+
+private:
+    const int before;
+};
+
+TEST_F(AppendFileTest, ARelativePathMeansTheSameFileInEveryDirectory) {
+    const std::string elsewhere = directory.File("elsewhere");
+    ASSERT_EQ(mkdir(elsewhere.c_str(), 0700), 0);
+    {
+        const CurrentDirectory current(directory.Path());
+        ASSERT_TRUE(file.Open("log"));
+    }
+    const CurrentDirectory current(elsewhere);
+    file.Append("one ");
+    close(DescriptorOf(path));
+    file.Append("two");
+    EXPECT_EQ(Contents(path), "one two");
+    EXPECT_NE(access("log", F_OK), 0);
+}
+
+TEST_F(AppendFileTest, WhatCannotBeOpenedAgainIsTriedAgain) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    const std::string moved = directory.File("moved");
+    close(DescriptorOf(path));
+    std::filesystem::rename(path, moved);
+    ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+    for (int i = 0; i < 100; ++i) file.Append("lost");
+    EXPECT_FALSE(file.IsOpen());
+    ASSERT_EQ(rmdir(path.c_str()), 0);
+    std::filesystem::rename(moved, path);
+    WaitForAnInspection();
+    file.Append("two");
+    EXPECT_TRUE(file.IsOpen());
+    EXPECT_EQ(Contents(path), "one two");
+}
+
+TEST_F(AppendFileTest, ClosedOnPurposeWhileItIsLostItStaysClosed) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    close(DescriptorOf(path));
+    std::filesystem::remove(path);
+    ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+    file.Append("lost");
+    file.Close();
+    ASSERT_EQ(rmdir(path.c_str()), 0);
+    WaitForAnInspection();
+    file.Append("lost");
+    EXPECT_NE(access(path.c_str(), F_OK), 0);
+}
+
+TEST_F(AppendFileTest, APathOfAThousandCharactersIsKept) {
+    const std::size_t slash = path.rfind('/');
+    for (const std::size_t length : {1000U, 1001U}) {
+        unlink(path.c_str());
+        const std::string longer = std::string(path).insert(slash, length - path.size(), '/');
+        ASSERT_TRUE(file.Open(longer.c_str()));
+        close(DescriptorOf(path));
+        file.Append("x");
+        EXPECT_EQ(Contents(path), length == 1000 ? "x" : "") << length;
+    }
+}
+
+// ---- FIFOs ------------------------------------------------------------------------------------------------
+
+class Fifo : public AppendFileTest {
+protected:
+    void SetUp() override { ASSERT_EQ(mkfifo(path.c_str(), 0600), 0); }
+
+    int Reader() { return open(path.c_str(), O_RDONLY | O_NONBLOCK); }
+
+    static std::string TakenBy(int reader) {
+        std::string taken;
+        char bytes[4096];
+        for (ssize_t count; (count = read(reader, bytes, sizeof bytes)) > 0;) {
+            taken.append(bytes, static_cast<std::size_t>(count));
+        }
+        return taken;
+    }
+};
+
+using FifoDeathTest = Fifo;
+
+TEST_F(Fifo, WithoutAReaderIsOpenedAndDoesNotHang) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("waiting");
+    const int reader = Reader();
+    EXPECT_EQ(TakenBy(reader), "waiting");
+    close(reader);
+}
+
+TEST_F(Fifo, WhatAFullOneDoesNotTakeIsDroppedByWholeRecords) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    const std::string record(1000, 'r');
+    for (int i = 0; i < 2000; ++i) file.Append(record);
+    const int reader = Reader();
+    const std::string taken = TakenBy(reader);
+    EXPECT_GT(taken.size(), 0U);
+    EXPECT_EQ(taken.size() % record.size(), 0U);
+    file.Append("next");
+    EXPECT_EQ(TakenBy(reader), "next");
+    close(reader);
+}
+
+TEST_F(Fifo, ARecordLargerThanItDoesNotHang) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append(std::string(3'000'000, 'r'));
+    const int reader = Reader();
+    const std::string taken = TakenBy(reader);
+    EXPECT_EQ(taken, std::string(taken.size(), 'r'));
+    EXPECT_LT(taken.size(), 3'000'000U);
+    close(reader);
+}
+
+// Everything is done without the C library's places for a cancellation there, see host/uncancelled_io.h.
+TEST_F(Fifo, OfAThreadThatCanBeCancelledAtAnyInstruction) {
+    const int reader = Reader();
+    int type = 0;
+    pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);
+    BehindHostShield([this] {
+        if (!file.Open(path.c_str())) return;
+        file.Append("one record, ");
+        file.Append(std::string(3'000'000, 'r'));  // waits for the reader, in vain
+    });
+    pthread_setcanceltype(type, nullptr);
+    const std::string taken = TakenBy(reader);
+    EXPECT_EQ(taken, "one record, " + std::string(taken.size() - 12, 'r'));
+    EXPECT_GT(taken.size(), 12U);
+    EXPECT_LT(taken.size(), 3'000'000U);
+    BehindHostShield([this] { file.Close(); });
+    EXPECT_FALSE(file.IsOpen());
+    close(reader);
+}
+
+TEST_F(Fifo, ForAppendingAloneNeedsAReader) {
+    EXPECT_FALSE(file.OpenForAppendingAlone(path.c_str()));
+    EXPECT_EQ(errno, ENXIO);
+    const int reader = Reader();
+    ASSERT_TRUE(file.OpenForAppendingAlone(path.c_str()));
+    file.Append("told");
+    EXPECT_EQ(TakenBy(reader), "told");
+    close(reader);
+}
+
+// The host writes to it as well, and must learn that nobody reads any more.
+TEST_F(Fifo, HasNoReaderInThisFile) {
+    const int reader = Reader();
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("read");
+    EXPECT_EQ(TakenBy(reader), "read");
+    const int host = open(path.c_str(), O_WRONLY | O_NONBLOCK);
+    ASSERT_GE(host, 0);
+    close(reader);
+    const auto previous = std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(write(host, "x", 1), -1);
+    EXPECT_EQ(errno, EPIPE);
+    std::signal(SIGPIPE, previous);
+    file.Append("unread");
+    const int next = Reader();
+    file.Append("read again");
+    EXPECT_EQ(TakenBy(next), "read again");
+    close(next);
+    close(host);
+}
+
+TEST_F(FifoDeathTest, AReaderThatLeavesRaisesNoSignal) {
+    const auto append = [this](bool alone) {
+        std::signal(SIGPIPE, SIG_DFL);
+        const int reader = Reader();
+        if (!(alone ? file.OpenForAppendingAlone(path.c_str()) : file.Open(path.c_str()))) _exit(1);
+        file.Append("read");
+        close(reader);
+        file.Append("unread");
+        file.Append("unread");
+        _exit(0);
+    };
+    EXPECT_EXIT(append(false), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(append(true), testing::ExitedWithCode(0), "");
+}
+
+// ---- Limits -----------------------------------------------------------------------------------------------
+
+void LimitFileSize(rlim_t size) {
+    std::signal(SIGXFSZ, SIG_DFL);
+    const rlimit limit = {size, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+TEST_F(AppendFileDeathTest, TheLimitOfTheFileSizeRaisesNoSignal) {
+    const auto append = [this] {
+        LimitFileSize(100);
+        if (!file.Open(path.c_str())) _exit(1);
+        for (int i = 0; i < 40; ++i) file.Append(std::string(30, 'x'));
+        LimitFileSize(RLIM_INFINITY);
+        _exit(Contents(path) == std::string(100, 'x') ? 0 : 2);
+    };
+    EXPECT_EXIT(append(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AppendFileDeathTest, ALimitThatIsSetLaterRaisesNoSignal) {
+    const auto append = [this](int appendsBefore) {
+        unlink(path.c_str());
+        if (!file.Open(path.c_str())) _exit(1);
+        for (int i = 0; i < appendsBefore; ++i) file.Append("bb");
+        LimitFileSize(101);
+        for (int i = 0; i < 40; ++i) file.Append(std::string(30, 'x'));
+        LimitFileSize(RLIM_INFINITY);
+        _exit(Contents(path).size() == 101 ? 0 : 2);
+    };
+    for (int appendsBefore = 0; appendsBefore < 20; ++appendsBefore) {
+        EXPECT_EXIT(append(appendsBefore), testing::ExitedWithCode(0), "") << appendsBefore;
+    }
+}
+
+#ifdef __linux__
+TEST_F(AppendFileTest, AFullDiskIsBornInSilence) {
+    ASSERT_TRUE(file.Open("/dev/full"));
+    file.Append("nowhere to go");
+    EXPECT_TRUE(file.IsOpen());
+}
+#endif
+
+}  // namespace

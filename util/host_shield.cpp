@@ -1,3 +1,0 @@
-#include "util/host_shield.h"
-
-constinit thread_local bool isAsynchronousBehindShield = false;
