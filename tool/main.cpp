@@ -1,0 +1,47 @@
+#include <fmt/core.h>
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+#include "tool/arguments.h"
+#include "tool/exit_status.h"
+#include "tool/messages.h"
+#include "tool/subcommands.h"
+
+namespace {
+
+using namespace ckscribe;
+
+constexpr char kExamples[] =
+    "Examples:\n"
+    "  ckscribe run -- pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so -L\n"
+    "  ckscribe COMMAND --help\n";
+
+// Prints a sub-command's or the command's own help or version, or says what is wrong with the arguments.
+int Explain(const CLI::App& app, const CLI::ParseError& problem, const std::vector<std::string>& arguments) {
+    if (problem.get_exit_code() == 0) return app.exit(problem);
+    const std::string subcommand = SubcommandIn(app, arguments);
+    Say(fmt::format("{} 'ckscribe {}--help' shows what there is.", problem.what(),
+                    subcommand.empty() ? "" : subcommand + " "));
+    return subcommand == "run" ? int{kRunFailed} : int{kWrongUse};
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    CLI::App app("Logs the PKCS#11 calls of other programs, and answers questions about the log.",
+                 "ckscribe");
+    app.set_version_flag("--version", "ckscribe " CKSCRIBE_VERSION);
+    app.require_subcommand(1);
+    app.footer(kExamples);
+    int status = kWell;
+    AddSubcommands(app, status);
+    const std::vector<std::string> arguments(words + 1, words + count);
+    try {
+        ParseArguments(app, arguments);
+    } catch (const CLI::ParseError& problem) {
+        return Explain(app, problem, arguments);
+    }
+    return status;
+}

@@ -1,0 +1,8 @@
+#include "tool/subcommands.h"
+
+namespace ckscribe {
+
+// The help lists them in this order.
+void AddSubcommands(CLI::App& app, int& status) { AddRunCommand(app, status); }
+
+}  // namespace ckscribe

@@ -1,0 +1,16 @@
+// The list of the sub-commands. A new one gets a file of its own, `NAME_command.cpp`, a line here and in
+// subcommands.cpp, and a man page share/man/ckscribe-NAME.1.scd.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace ckscribe {
+
+// Each of these adds a sub-command: its options, a footer with an example, and a callback that does the work
+// and stores the exit status (tool/exit_status.h). `status` outlives the parsing.
+void AddRunCommand(CLI::App& app, int& status);
+
+// Adds them all.
+void AddSubcommands(CLI::App& app, int& status);
+
+}  // namespace ckscribe
