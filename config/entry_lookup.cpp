@@ -9,8 +9,8 @@ bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)); }
 
 // Scans what follows a section's name. True when that opens a section: white space, "=", white space, "{".
 // `*after` receives the character where the scan stopped.
-bool OpensSection(char* afterName, char** after) {
-    char* c = afterName;
+bool OpensSection(const char* afterName, const char** after) {
+    const char* c = afterName;
     bool hasEquals = false;
     for (; IsSpace(*c) || (*c == '=' && !hasEquals); ++c) hasEquals = hasEquals || *c == '=';
     *after = c;
@@ -19,17 +19,6 @@ bool OpensSection(char* afterName, char** after) {
 
 bool StartsSectionName(const char* text, const char* c) {
     return c == text || c[-1] == '\r' || c[-1] == '\n' || c[-1] == ' ';
-}
-
-char* FindSection(char* text, const char* section) {
-    const std::size_t length = std::strlen(section);
-    if (length == 0) return nullptr;
-    for (char* from = text; (from = std::strstr(from, section)) != nullptr;) {
-        char* name = from;
-        from = name + length;
-        if (StartsSectionName(text, name) && OpensSection(from, &from)) return name;
-    }
-    return nullptr;
 }
 
 void CutAt(char* text, const char* ends) { text[std::strcspn(text, ends)] = '\0'; }
@@ -57,9 +46,25 @@ char* FindKey(char* body, const char* key) {
 
 }  // namespace
 
+namespace ckscribe {
+
+const char* FindSectionName(const char* text, const char* section) {
+    const std::size_t length = std::strlen(section);
+    if (length == 0) return nullptr;
+    for (const char* from = text; (from = std::strstr(from, section)) != nullptr;) {
+        const char* name = from;
+        from = name + length;
+        if (StartsSectionName(text, name) && OpensSection(from, &from)) return name;
+    }
+    return nullptr;
+}
+
+}  // namespace ckscribe
+
 const char* FindEntryValue(char* text, const char* section, const char* key) {
-    char* name = FindSection(text, section);
-    if (name == nullptr) return nullptr;
+    const char* const found = ckscribe::FindSectionName(text, section);
+    if (found == nullptr) return nullptr;
+    char* const name = text + (found - text);
     CutAt(name, "}");
     char* entry = FindKey(name + std::strlen(section), key);
     if (entry == nullptr) return nullptr;

@@ -13,6 +13,14 @@
 // the spaces before the ";". Names are case-sensitive; there is neither comment, quoting nor escaping; the
 // first section and the first key that qualify count.
 
+namespace ckscribe {
+
+// Where the name of the section stands that counts, or null when there is none. The section ends at the first
+// "}" from there on.
+const char* FindSectionName(const char* text, const char* section);
+
+}  // namespace ckscribe
+
 // The value of `key` in `section`, or null when there is no such section or key. The text is changed: the end
 // of the section and the end of the value are overwritten with NUL. Takes time in proportion to the text's
 // length, whatever it holds.

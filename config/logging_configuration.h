@@ -13,6 +13,10 @@ class CkLogConfig : public WendrafilConfiguration {
 public:
     static const char* GetCkLogSectionName() { return "CkLog2"; }
 
+    // The longest path that counts whole, and the longest mask, level or number. The rest is cut off.
+    static constexpr int kLongestPath = kResultSize - 1;
+    static constexpr int kLongestWord = 199;
+
     // The path of the target library: key "LibUNIX64", default "/usr/lib/libmordavek2.so".
     const char* CkLogLibraryFileName();
 
