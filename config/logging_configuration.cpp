@@ -11,6 +11,26 @@ namespace {
 
 constexpr int kTextSize = CkLogConfig::kLongestWord + 1;
 
+// Blanks before a ";" belong to the value; a person does not see them.
+std::string_view WithoutBlanks(std::string_view text) {
+    constexpr char kBlanks[] = " \t";
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == text.npos) return {};
+    return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+}
+
+ckscribe::NewFilePermissions Permissions(std::string_view octal) {
+    constexpr mode_t kMost = 0777;
+    if (octal.empty()) return {};
+    mode_t permissions = 0;
+    for (const char digit : octal) {
+        if (digit < '0' || digit > '7') return {};
+        permissions = permissions * 8 + static_cast<mode_t>(digit - '0');
+        if (permissions > kMost) return {};
+    }
+    return permissions;
+}
+
 }  // namespace
 
 const char* CkLogConfig::CkLogLibraryFileName() {
@@ -46,6 +66,17 @@ int CkLogConfig::IsLoggingEnabledMordavek() { return NumberOf("Enabled"); }
 const char* CkLogConfig::LogFileName() { return TextOf("File", "log.txt", logFileName); }
 
 const char* CkLogConfig::CkLogErrorFile() { return TextOf("Error", "logerror.txt", errorFileName); }
+
+ckscribe::FileModeSetting CkLogConfig::FileMode() const {
+    ckscribe::FileModeSetting setting;
+    if (!GetConfigurationInfo(GetCkLogSectionName(), "FileMode", setting.value, sizeof setting.value))
+        return setting;
+    const std::string_view value = setting.value;
+    const bool mayBeCut = value.size() == sizeof setting.value - 1;
+    if (!mayBeCut) setting.permissions = Permissions(WithoutBlanks(value));
+    setting.isRejected = !setting.permissions;
+    return setting;
+}
 
 int CkLogConfig::SetLoggingMask(const char* value) {
     const bool everything = value != nullptr && std::strcmp(value, "ALL_FUNC") == 0;

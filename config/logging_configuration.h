@@ -5,6 +5,18 @@
 
 #include "config/wendrafil_configuration.h"
 #include "functions/function_classes.h"
+#include "host/file_creation.h"
+
+namespace ckscribe {
+
+// What the key "FileMode" says.
+struct FileModeSetting {
+    NewFilePermissions permissions;  // none without the key, and none if the value is rejected
+    bool isRejected = false;         // the key is there, and its value is not an octal number up to 0777
+    char value[200] = {};            // empty without the key
+};
+
+}  // namespace ckscribe
 
 // Application threads ask DoWeLogThis at any time and without a lock: mask and counter are relaxed atomics, a
 // lost count only shifts the next look at the file. The accessors that return a pointer return one of the
@@ -47,6 +59,9 @@ public:
 
     // Key "Error", default "logerror.txt".
     const char* CkLogErrorFile();
+
+    // Key "FileMode": the permissions of files that the library creates, an octal number up to 0777.
+    ckscribe::FileModeSetting FileMode() const;
 
     // Writes key "LoggingMask": "ALL_FUNC" for exactly that text and nothing for any other; kept. 1 for
     // success.

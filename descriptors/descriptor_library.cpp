@@ -1,11 +1,31 @@
 #include "descriptors/descriptor_library.h"
 
+#include <cstdio>
+
 #include "config/logging_configuration.h"
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/error_log.h"
 #include "descriptors/log_settings.h"
 
 std::atomic<int> bUseNewLogFormat{0};
 std::atomic<unsigned> uLoggingLevel{0};
+std::atomic<int> ckscribe::newFileMode{-1};
+
+namespace {
+
+void ReadFileMode(const CkLogConfig& settings) {
+    const ckscribe::FileModeSetting mode = settings.FileMode();
+    ckscribe::newFileMode.store(mode.permissions ? static_cast<int>(*mode.permissions) : -1,
+                                std::memory_order_relaxed);
+    if (!mode.isRejected) return;
+    char text[sizeof mode.value + 100];
+    std::snprintf(text, sizeof text,
+                  "FileMode is not an octal number up to 0777: \"%s\". New files get 0666 less the umask.",
+                  mode.value);
+    ReportErrorInLog(text);
+}
+
+}  // namespace
 
 void DescriptorLibrary::Initialize() { AbstractDescriptor::InitializeClass(); }
 
@@ -21,6 +41,7 @@ void InitializeDescriptorLibrary() {
     bUseNewLogFormat.store(settings.IsNewCkLogFormat(), std::memory_order_relaxed);
     const bool isEnabled = settings.IsLoggingEnabledMordavek() != 0;
     uLoggingLevel.store(static_cast<unsigned>(settings.LoggingLevel()), std::memory_order_relaxed);
+    ReadFileMode(settings);
     if (!isEnabled) return;
     DescriptorLibrary::CaptureStream(reinterpret_cast<const unsigned char*>(settings.LogFileName()));
 }

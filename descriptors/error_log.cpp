@@ -4,13 +4,14 @@
 #include <ctime>
 
 #include "config/process_configuration.h"
+#include "descriptors/log_settings.h"
 #include "host/append_file.h"
 
 void ReportErrorInLog(const char* text) {
     const char* const path = configuration.CkLogErrorFile();
     if (*path == '\0') return;
     AppendFile file;
-    if (!file.OpenForAppendingAlone(path)) return;
+    if (!file.OpenForAppendingAlone(path, ckscribe::PermissionsOfNewFiles())) return;
 
     const std::time_t now = std::time(nullptr);
     std::tm local{};

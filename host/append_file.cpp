@@ -42,12 +42,12 @@ bool IsFifo(const char* path) {
     return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
-int OpenToAppend(const char* path, int access) {
+int OpenToAppend(const char* path, int access, ckscribe::NewFilePermissions permissions) {
     if (access == O_RDWR && IsFifo(path)) {
         const int alone = OpenUncancelled(path, O_WRONLY | kOpenFlags, 0);
         if (alone >= 0) return alone;
     }
-    return OpenUncancelled(path, access | O_CREAT | kOpenFlags, 0666);
+    return ckscribe::OpenOrCreate(path, access | kOpenFlags, permissions);
 }
 
 // Of the clock that each system reads without going into the kernel; it moves on some milliseconds at a time.
@@ -95,16 +95,17 @@ void WriteWhole(int descriptor, std::string_view text) {
 
 }  // namespace
 
-bool AppendFile::OpenFor(const char* path, int access) {
+bool AppendFile::OpenFor(const char* path, int access, ckscribe::NewFilePermissions permissions) {
     Close();
     openAccess = access;
+    newFilePermissions = permissions;
     if (!OpenPath(path)) return false;
     RememberPath(path);
     return true;
 }
 
 bool AppendFile::OpenPath(const char* path) {
-    descriptor = OpenToAppend(path, openAccess);
+    descriptor = OpenToAppend(path, openAccess, newFilePermissions);
     if (descriptor < 0) return false;
     descriptor = MoveOutOfTheWay(descriptor);
     struct stat status = {};

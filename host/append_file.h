@@ -18,6 +18,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "host/file_creation.h"
+
 class AppendFile {
 public:
     AppendFile() = default;
@@ -28,10 +30,15 @@ public:
     // Opens `path` for reading and appending and creates it if need be, as fopen's "a+" does; a file that is
     // open is closed first. Returns false when it cannot be opened; errno says why. A FIFO that somebody
     // reads is opened for appending alone: a reader in the host's own process would keep it alive when the
-    // last other one leaves, for the host's writes as well.
-    bool Open(const char* path) { return OpenFor(path, O_RDWR); }
+    // last other one leaves, for the host's writes as well. A file that is created, now or when it is opened
+    // again, gets these permissions.
+    bool Open(const char* path, ckscribe::NewFilePermissions permissions = {}) {
+        return OpenFor(path, O_RDWR, permissions);
+    }
     // The same for appending alone, as fopen's "a" does. A FIFO that nobody reads is not opened.
-    bool OpenForAppendingAlone(const char* path) { return OpenFor(path, O_WRONLY); }
+    bool OpenForAppendingAlone(const char* path, ckscribe::NewFilePermissions permissions = {}) {
+        return OpenFor(path, O_WRONLY, permissions);
+    }
     void Close();
     bool IsOpen() const { return descriptor >= 0; }
 
@@ -40,7 +47,7 @@ public:
     void Append(std::string_view text);
 
 private:
-    bool OpenFor(const char* path, int access);
+    bool OpenFor(const char* path, int access, ckscribe::NewFilePermissions permissions);
     bool OpenPath(const char* path);
     void RememberPath(const char* path);
     bool IsStillOurs() const;
@@ -58,6 +65,7 @@ private:
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in milliseconds of the coarse clock
     int openAccess = 0;
+    ckscribe::NewFilePermissions newFilePermissions;
     // Absolute; empty when there is no file to open again, or no way to.
     char openPath[kLongestPath + 1] = {};
 };

@@ -1,4 +1,6 @@
 // What the library reports of its own trouble, and where.
+#include <sys/stat.h>
+
 #include "tests/calls/every_function.h"
 
 namespace {
@@ -57,4 +59,101 @@ TEST_F(ErrorFile, IsNotMadeWithoutNeed) {
     Set("File", LogPath());
     ExpectForwarding();
     EXPECT_FALSE(std::filesystem::exists(ErrorPath()));
+}
+
+// ---- Permissions of the files
+// ------------------------------------------------------------------------------------
+
+namespace {
+
+class FileMode : public EveryFunction {
+protected:
+    FileMode() : umaskBefore(umask(027)) {}
+    ~FileMode() override {
+        Unload();
+        umask(umaskBefore);
+    }
+
+    void Call() {
+        Load();
+        script.result = 0x80000999;
+        EXPECT_EQ(0x80000999u, api.C_Logout(0x51));
+    }
+
+    // A configuration that makes the library report something.
+    void ProvokeReport() { Set("File", directory.Path()); }
+
+    static mode_t PermissionsOf(const std::string& path) {
+        struct stat status = {};
+        EXPECT_EQ(0, stat(path.c_str(), &status)) << path;
+        return status.st_mode & 07777;
+    }
+
+private:
+    const mode_t umaskBefore;
+};
+
+const std::string kRejection =
+    "\n 26/11/15[10:15:30]:  FileMode is not an octal number up to 0777: \"0888\". "
+    "New files get 0666 less the umask.";
+
+}  // namespace
+
+TEST_F(FileMode, KeyAbsent_FilesHave0666LessTheUmask) {
+    Call();
+    EXPECT_EQ(0640u, PermissionsOf(LogPath()));
+    ProvokeReport();
+    Restart();
+    Call();
+    EXPECT_EQ(0640u, PermissionsOf(ErrorPath()));
+}
+
+TEST_F(FileMode, KeySaysOctalNumber_LogHasExactlyThesePermissions) {
+    Set("FileMode", "0606");
+    Call();
+    EXPECT_EQ(0606u, PermissionsOf(LogPath()));
+}
+
+TEST_F(FileMode, KeySaysOctalNumber_ErrorFileHasExactlyThesePermissions) {
+    Set("FileMode", "0622");
+    ProvokeReport();
+    Call();
+    EXPECT_EQ(0622u, PermissionsOf(ErrorPath()));
+}
+
+TEST_F(FileMode, FilesExist_KeepTheirPermissions) {
+    Set("FileMode", "0600");
+    WriteFile(LogPath(), "");
+    chmod(LogPath().c_str(), 0664);
+    Call();
+    EXPECT_EQ(0664u, PermissionsOf(LogPath()));
+    EXPECT_NE("", Log());
+}
+
+TEST_F(FileMode, ValueIsNotOctal_FilesHave0666LessTheUmaskAndEachStartReportsIt) {
+    Set("FileMode", "0888");
+    Call();
+    EXPECT_EQ(kRejection, Errors());
+    EXPECT_EQ(0640u, PermissionsOf(LogPath()));
+    EXPECT_EQ(0640u, PermissionsOf(ErrorPath()));
+    Exported<void()>("CkLogSpecialFinalize")();
+    Call();
+    EXPECT_EQ(kRejection + kRejection, Errors());
+}
+
+TEST_F(FileMode, ValueIsNotOctalAndLogIsDisabled_IsReportedAllTheSame) {
+    Set("FileMode", "0888");
+    Set("Enabled", "0");
+    Call();
+    EXPECT_EQ(kRejection, Errors());
+}
+
+TEST_F(FileMode, KeyIsTakenAway_NextStartUsesTheUmaskAgain) {
+    Set("FileMode", "0606");
+    Call();
+    std::filesystem::remove(LogPath());
+    Unset("FileMode");
+    Restart();
+    Call();
+    EXPECT_EQ(0640u, PermissionsOf(LogPath()));
 }

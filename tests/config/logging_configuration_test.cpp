@@ -270,6 +270,48 @@ TEST_F(LoggingConfigurationTest, LookingLeavesErrnoAlone) {
     EXPECT_EQ(errno, ERANGE);
 }
 
+// ---- Permissions of new files
+// -------------------------------------------------------------------------------
+
+using FileModeTest = LoggingConfigurationTest;
+
+TEST_F(FileModeTest, KeyAbsent_NoPermissionsAndNothingRejected) {
+    const ckscribe::FileModeSetting mode = settings.FileMode();
+    EXPECT_EQ(mode.permissions, std::nullopt);
+    EXPECT_FALSE(mode.isRejected);
+}
+
+TEST_F(FileModeTest, OctalNumberUpTo0777_IsTaken) {
+    const std::pair<const char*, mode_t> values[] = {
+        {"0600", 0600},    {"600", 0600}, {"0", 0},           {"0777", 0777}, {"00000640", 0640},
+        {"0640   ", 0640}, {"7", 07},     {"\t0604\t", 0604}, {"0000", 0},
+    };
+    for (const auto& [value, permissions] : values) {
+        file.Write("FileMode = " + std::string(value) + ";\n");
+        const ckscribe::FileModeSetting mode = settings.FileMode();
+        EXPECT_EQ(mode.permissions, permissions) << value;
+        EXPECT_FALSE(mode.isRejected) << value;
+    }
+}
+
+TEST_F(FileModeTest, AnythingElse_IsRejectedAndKeptAsItStands) {
+    for (const char* value : {"", "0800", "rw-------", "01000", "1777", "0600x", "-600", "+600", "0x180",
+                              "0o600", "6 00", "40000000600", "\"0600\""}) {
+        file.Write("FileMode = " + std::string(value) + ";\n");
+        const ckscribe::FileModeSetting mode = settings.FileMode();
+        EXPECT_EQ(mode.permissions, std::nullopt) << value;
+        EXPECT_TRUE(mode.isRejected) << value;
+        EXPECT_STREQ(mode.value, value);
+    }
+}
+
+TEST_F(FileModeTest, ValueIsTooLongToBeReadWhole_IsRejected) {
+    file.Write("FileMode = " + std::string(300, '0') + ";\n");
+    const ckscribe::FileModeSetting mode = settings.FileMode();
+    EXPECT_EQ(mode.permissions, std::nullopt);
+    EXPECT_TRUE(mode.isRejected);
+}
+
 TEST_F(LoggingConfigurationTest, WritesAllOrNothing) {
     file.Write("   LoggingMask = GEN_FUNC;\n");
     EXPECT_EQ(settings.SetLoggingMask("ALL_FUNC"), 1);

@@ -86,6 +86,25 @@ TEST_F(AppendFileTest, TheUmaskAppliesToANewFile) {
     EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
+TEST_F(AppendFileTest, PermissionsGiven_FileHasThemAlsoWhenItIsOpenedAgain) {
+    const auto permissions = [&] {
+        struct stat status = {};
+        EXPECT_EQ(stat(path.c_str(), &status), 0);
+        return status.st_mode & 07777;
+    };
+    const mode_t before = umask(027);
+    ASSERT_TRUE(file.Open(path.c_str(), 0606));
+    EXPECT_EQ(permissions(), 0606U);
+    unlink(path.c_str());
+    close_range(900, 1100, 0);
+    for (int i = 0; i < 64; ++i) file.Append("x");
+    EXPECT_EQ(permissions(), 0606U);
+    unlink(path.c_str());
+    ASSERT_TRUE(file.OpenForAppendingAlone(path.c_str(), 0622));
+    EXPECT_EQ(permissions(), 0622U);
+    umask(before);
+}
+
 TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
     EXPECT_FALSE(file.IsOpen());
     file.Append("lost");
