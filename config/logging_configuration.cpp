@@ -50,7 +50,7 @@ unsigned CkLogConfig::GetLoggingMask() {
 }
 
 void CkLogConfig::RefreshLoggingMask() {
-    BehindHostShield([this] { GetLoggingMask(); });
+    ckscribe::BehindHostShield([this] { GetLoggingMask(); });
 }
 
 int CkLogConfig::LoggingLevel() {

@@ -30,7 +30,7 @@ constexpr char kDefaultLibrary[] = "/usr/lib/libmordavek2.so";
 
 bool CanOpen(const char* path, int access) {
     const int file = OpenFile(path, access);
-    return file >= 0 && CloseUncancelled(file) == 0;
+    return file >= 0 && ckscribe::CloseUncancelled(file) == 0;
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ WendrafilConfiguration::~WendrafilConfiguration() = default;
 const char* WendrafilConfiguration::GetConfFileName() const { return confFileName; }
 
 const char* WendrafilConfiguration::InitializeConfFileName() {
-    const char* directory = TrustedEnvironment("WendrafilConfigurationPath");
+    const char* directory = ckscribe::TrustedEnvironment("WendrafilConfigurationPath");
     std::snprintf(confFileName, sizeof confFileName, "%.256s/Wendrafil.conf",
                   directory != nullptr ? directory : "/etc");
     return confFileName;
@@ -50,7 +50,7 @@ const char* WendrafilConfiguration::InitializeConfFileName() {
 
 const char* WendrafilConfiguration::InitializeRegistryPathName() {
     registryPathName[0] = '\0';
-    return TrustedEnvironment("WendrafilRegistryPath");
+    return ckscribe::TrustedEnvironment("WendrafilRegistryPath");
 }
 
 void WendrafilConfiguration::StripOffFileName(char* path) {

@@ -59,8 +59,8 @@ public:
     static void OpenCaptureStream(const unsigned char* path);
     static void CloseCaptureStream();
 
-    static unsigned uInstanceCount;        // descriptors alive
-    static AppendFile& fpCaptureStream;    // the open log, or none
+    static unsigned uInstanceCount;                // descriptors alive
+    static ckscribe::AppendFile& fpCaptureStream;  // the open log, or none
     static std::atomic<int> isStreamOpen;  // 1 while fpCaptureStream is open; read without the lock too
 
 protected:

@@ -6,7 +6,7 @@
 AttributeDescriptor::AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue)
     : printValue(printValue) {
     CK_ATTRIBUTE copy;
-    if (!CopyReadable(attribute, &copy, sizeof copy)) return;
+    if (!ckscribe::CopyReadable(attribute, &copy, sizeof copy)) return;
     type = copy.type;
     value.SetValue(copy.pValue, copy.ulValueLen);
 }
@@ -29,7 +29,7 @@ AttributeListDescriptor::AttributeListDescriptor(const CK_ATTRIBUTE* attributes,
 
 void AttributeListDescriptor::AddAllAttributes(const CK_ATTRIBUTE* attributes, unsigned long count,
                                                unsigned char printValues) {
-    const std::size_t readable = ReadableCount(attributes, count);
+    const std::size_t readable = ckscribe::ReadableCount(attributes, count);
     for (std::size_t i = 0; i < readable; ++i) {
         AddDescriptor(new AttributeDescriptor(attributes + i, printValues));
     }

@@ -9,11 +9,11 @@
 
 namespace {
 
-alignas(kCacheLine) Undestroyed<AppendFile> captureStream;
+alignas(kCacheLine) Undestroyed<ckscribe::AppendFile> captureStream;
 
 }  // namespace
 
-AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object;
+ckscribe::AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object;
 alignas(kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
 
 void AbstractDescriptor::Capture() const {

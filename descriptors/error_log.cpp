@@ -10,7 +10,7 @@
 void ReportErrorInLog(const char* text) {
     const char* const path = configuration.CkLogErrorFile();
     if (*path == '\0') return;
-    AppendFile file;
+    ckscribe::AppendFile file;
     if (!file.OpenForAppendingAlone(path, ckscribe::PermissionsOfNewFiles())) return;
 
     const std::time_t now = std::time(nullptr);

@@ -23,20 +23,20 @@ AbstractDescriptor* Serial(const char (&field)[size]) {
 
 MofNStatusInfoDescriptor::MofNStatusInfoDescriptor(const CA_M_OF_N_STATUS* source) {
     CA_M_OF_N_STATUS status;
-    if (!CopyReadable(source, &status, sizeof status)) return;
+    if (!ckscribe::CopyReadable(source, &status, sizeof status)) return;
     for (const unsigned long word : status.words) AddDescriptor(new ULongDescriptor(word));
 }
 
 HAMemberDescriptor::HAMemberDescriptor(const CK_HA_MEMBER* source) {
     CK_HA_MEMBER member;
-    if (!CopyReadable(source, &member, sizeof member)) return;
+    if (!ckscribe::CopyReadable(source, &member, sizeof member)) return;
     AddDescriptor(Serial(member.memberSerial));
     AddDescriptor(new UShortDescriptor(member.memberStatus));
 }
 
 HAStatusDescriptor::HAStatusDescriptor(const CK_HA_STATUS* source) {
     CK_HA_STATUS status;
-    if (!CopyReadable(source, &status, sizeof status)) return;
+    if (!ckscribe::CopyReadable(source, &status, sizeof status)) return;
     AddDescriptor(Serial(status.groupSerial));
     AddAllHAMembers(&status);
     AddDescriptor(new UShortDescriptor(status.listSize));

@@ -19,7 +19,7 @@ AbstractDescriptor* Field(const Character (&field)[size]) {
 
 InfoDescriptor::InfoDescriptor(const CK_INFO* source) {
     CK_INFO info;
-    if (!CopyReadable(source, &info, sizeof info)) return;
+    if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
     AddDescriptor(new ByteStringDescriptor(&info.cryptokiVersion, sizeof info.cryptokiVersion));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(new FlagsDescriptor(info.flags));
@@ -27,7 +27,7 @@ InfoDescriptor::InfoDescriptor(const CK_INFO* source) {
 
 SlotInfoDescriptor::SlotInfoDescriptor(const CK_SLOT_INFO* source) {
     CK_SLOT_INFO info;
-    if (!CopyReadable(source, &info, sizeof info)) return;
+    if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
     AddDescriptor(Field(info.slotDescription));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(new FlagsDescriptor(info.flags));
@@ -35,7 +35,7 @@ SlotInfoDescriptor::SlotInfoDescriptor(const CK_SLOT_INFO* source) {
 
 TokenInfoDescriptor::TokenInfoDescriptor(const CK_TOKEN_INFO* source) {
     CK_TOKEN_INFO info;
-    if (!CopyReadable(source, &info, sizeof info)) return;
+    if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
     AddDescriptor(Field(info.label));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(Field(info.model));
@@ -54,7 +54,7 @@ TokenInfoDescriptor::TokenInfoDescriptor(const CK_TOKEN_INFO* source) {
 }
 
 SessionInfoDescriptor::SessionInfoDescriptor(const CK_SESSION_INFO* source) {
-    CopyReadable(source, &info, sizeof info);
+    ckscribe::CopyReadable(source, &info, sizeof info);
 }
 
 void SessionInfoDescriptor::PrintParameters(RecordText& out, int) const {

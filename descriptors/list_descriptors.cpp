@@ -9,7 +9,7 @@ namespace {
 
 template <class Child>
 void AddAll(DescriptorComposite& list, const unsigned long* array, unsigned long count) {
-    const std::size_t readable = ReadableCount(array, count);
+    const std::size_t readable = ckscribe::ReadableCount(array, count);
     for (std::size_t i = 0; i < readable; ++i) {
         unsigned long element;
         std::memcpy(&element, array + i, sizeof element);  // the array need not be aligned

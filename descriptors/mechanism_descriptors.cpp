@@ -7,7 +7,7 @@
 
 MechanismDescriptor::MechanismDescriptor(const CK_MECHANISM* mechanism) {
     CK_MECHANISM copy;
-    if (!CopyReadable(mechanism, &copy, sizeof copy)) return;
+    if (!ckscribe::CopyReadable(mechanism, &copy, sizeof copy)) return;
     type = copy.mechanism;
     parameter.SetValue(copy.pParameter, copy.ulParameterLen);
 }
@@ -23,7 +23,7 @@ void MechanismDescriptor::PrintParameters(RecordText& out, int indent) const {
 }
 
 MechInfoDescriptor::MechInfoDescriptor(const CK_MECHANISM_INFO* source) {
-    CopyReadable(source, &info, sizeof info);
+    ckscribe::CopyReadable(source, &info, sizeof info);
 }
 
 void MechInfoDescriptor::PrintParameters(RecordText& out, int) const {

@@ -27,7 +27,7 @@ void ValueDescriptor::SetValue(const void* bytes, unsigned long count) {
         bytes = &kUnavailable;
         count = sizeof kUnavailable;
     }
-    const std::size_t readable = ReadableLength(bytes, count);
+    const std::size_t readable = ckscribe::ReadableLength(bytes, count);
     if (readable == 0) return;
     value = static_cast<unsigned char*>(TreeMemory::Take(readable));
     std::memcpy(value, bytes, readable);

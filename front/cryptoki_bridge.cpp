@@ -24,7 +24,7 @@ constexpr int kSilentLevel = 2;
 // here.
 bool IsThisLibrary(void* handle) {
     link_map* image = nullptr;
-    return dlinfo(handle, RTLD_DI_LINKMAP, &image) == 0 && IsInOwnImage(image->l_ld);
+    return dlinfo(handle, RTLD_DI_LINKMAP, &image) == 0 && ckscribe::IsInOwnImage(image->l_ld);
 }
 
 unsigned IsSilent() { return CryptokiBridge::bindLevel == kSilentLevel ? 1 : 0; }
@@ -59,7 +59,7 @@ int CryptokiBridge::SetFunctionPointer(Slot* slot, void* address) {
 void* CryptokiBridge::GetSymbolAddressSilent(void* handle, const char* name, unsigned silent) {
     void* address = nullptr;
     LoadDynamicFunctionSilent(handle, name, &address, silent);
-    if (!IsInOwnImage(address)) return address;
+    if (!ckscribe::IsInOwnImage(address)) return address;
     if (silent == 0) AnnounceMissingFunction(name);
     return nullptr;
 }

@@ -31,7 +31,7 @@ int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, un
 void AnnounceMissingFunction(const char* name) {
     char line[300];
     const int length = std::snprintf(line, sizeof line, "Failed to load function '%.270s'.\n", name);
-    WriteToStandardOutput({line, static_cast<std::size_t>(length)});
+    ckscribe::WriteToStandardOutput({line, static_cast<std::size_t>(length)});
 }
 
 int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length) {

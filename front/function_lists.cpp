@@ -25,15 +25,15 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
     static List copyOfReadOnlyList;
     if (rv != CKR_OK || result == nullptr || *result == nullptr) return rv;
 
-    BehindHostShield([result] {
+    ckscribe::BehindHostShield([result] {
         // Two threads may ask for the lists at once, and a third one fork.
-        const OrmaLock lock(*pCkLogMutex.load(std::memory_order_acquire));
+        const ckscribe::OrmaLock lock(*pCkLogMutex.load(std::memory_order_acquire));
         List own;
         std::memset(&own, 0, sizeof own);  // lists are compared byte by byte
         own.version = (*result)->version;
         PutOwnEntryPoints(own);
         if (std::memcmp(*result, &own, sizeof own) == 0) return;
-        if (IsWritable(*result, sizeof own)) {
+        if (ckscribe::IsWritable(*result, sizeof own)) {
             PutOwnEntryPoints(**result);
         } else {
             // Whoever asked before may be reading it.

@@ -10,12 +10,12 @@ void MakeRecord(void (*build)(const void* builder), const void* builder) {
     if (AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0) return;
     OrmaMutex* const recordLock = pCkLogMutex.load(std::memory_order_acquire);
     if (recordLock == nullptr) return;
-    BehindHostShield([=] {
-        const OrmaLock lock(*recordLock);
+    ckscribe::BehindHostShield([=] {
+        const ckscribe::OrmaLock lock(*recordLock);
         const TreeMemory memory;
         // What an earlier record told of readable memory holds no longer: since then the application may have
         // unmapped it, and a target that refuses a call has looked at nothing.
-        ForgetReadablePages();
+        ckscribe::ForgetReadablePages();
         try {
             build(builder);
         } catch (...) {

@@ -62,13 +62,13 @@ void InitCkLog() {
     pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
     bridge.Connect(path);
     configuration.GetLoggingMask();
-    const OrmaLock lock(recordMutex.object);
+    const ckscribe::OrmaLock lock(recordMutex.object);
     InitializeDescriptorLibrary();
 }
 
 void ExitCkLog() {
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) {
-        const OrmaLock lock(*recordLock);
+        const ckscribe::OrmaLock lock(*recordLock);
         TerminateDescriptorLibrary();
     }
     bridge.Disconnect();
@@ -102,8 +102,8 @@ __attribute__((destructor)) void Unload() {
 }  // namespace
 
 void CkLogSpecialInitialize() {
-    BehindHostShield([] {
-        const OrmaLock lock(startMutex.object);
+    ckscribe::BehindHostShield([] {
+        const ckscribe::OrmaLock lock(startMutex.object);
         if (alreadyInitialized.load(std::memory_order_acquire) != 0 || isStartingOrStopping) return;
         isStartingOrStopping = true;
         InitCkLog();
@@ -114,8 +114,8 @@ void CkLogSpecialInitialize() {
 }
 
 void CkLogSpecialFinalize() {
-    BehindHostShield([] {
-        const OrmaLock lock(startMutex.object);
+    ckscribe::BehindHostShield([] {
+        const ckscribe::OrmaLock lock(startMutex.object);
         if (alreadyFinalized.load() != 0 || isStartingOrStopping) return;
         // First of all, so that calls of other threads wait for the end and start the library again; they
         // would find neither log nor target otherwise.

@@ -12,6 +12,8 @@
 #include "host/signal_shield.h"
 #include "host/uncancelled_io.h"
 
+namespace ckscribe {
+
 namespace {
 
 // Descriptor numbers from here on are not what a host gets, expects or selects on; a lower one is kept only
@@ -177,3 +179,5 @@ void AppendFile::Append(std::string_view text) {
     const SignalShield shield;
     WriteWhole(descriptor, WithinFileSizeLimit(descriptor, text));
 }
+
+}  // namespace ckscribe

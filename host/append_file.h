@@ -20,6 +20,8 @@
 
 #include "host/file_creation.h"
 
+namespace ckscribe {
+
 class AppendFile {
 public:
     AppendFile() = default;
@@ -69,3 +71,5 @@ private:
     // Absolute; empty when there is no file to open again, or no way to.
     char openPath[kLongestPath + 1] = {};
 };
+
+}  // namespace ckscribe

@@ -3,6 +3,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+namespace ckscribe {
+
 const char* TrustedEnvironment(const char* name) {
 #if defined(__FreeBSD__)
     return issetugid() ? nullptr : getenv(name);
@@ -10,3 +12,5 @@ const char* TrustedEnvironment(const char* name) {
     return secure_getenv(name);
 #endif
 }
+
+}  // namespace ckscribe

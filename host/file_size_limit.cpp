@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace ckscribe {
+
 namespace {
 
 // RLIM_INFINITY without a limit.
@@ -29,3 +31,5 @@ std::string_view WithinFileSizeLimit(int descriptor, std::string_view text) {
     const rlim_t place = static_cast<rlim_t>(PlaceOfWrite(descriptor, status));
     return text.substr(0, limit > place ? static_cast<std::size_t>(limit - place) : 0);
 }
+
+}  // namespace ckscribe

@@ -7,8 +7,12 @@
 
 #include <string_view>
 
+namespace ckscribe {
+
 bool IsFileSizeLimited();
 
 // As much of the beginning of `text` as may be written to `descriptor` now; all of it where there is no limit
 // or no regular file.
 std::string_view WithinFileSizeLimit(int descriptor, std::string_view text);
+
+}  // namespace ckscribe

@@ -7,6 +7,8 @@
 
 #include <cerrno>
 
+namespace ckscribe {
+
 // Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it. For
 // host/uncancelled_io.h alone.
 [[gnu::tls_model("initial-exec")]] extern constinit thread_local bool isAsynchronousBehindShield;
@@ -43,3 +45,5 @@ void BehindHostShield(const Work& work) {
     errno = error;
     pthread_setcancelstate(cancelState, nullptr);
 }
+
+}  // namespace ckscribe

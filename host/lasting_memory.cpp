@@ -7,6 +7,8 @@
 #include <sys/auxv.h>
 #endif
 
+namespace ckscribe {
+
 namespace {
 
 // How far above the innermost frame an application's variables are looked for.
@@ -39,3 +41,5 @@ bool IsOnOwnStack(std::uintptr_t page) {
 }  // namespace
 
 bool IsLastingPage(std::uintptr_t page) { return IsOnOwnStack(page) || IsInProgramOrHeap(page); }
+
+}  // namespace ckscribe

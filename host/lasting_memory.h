@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace ckscribe {
+
 // Both systems have pages of this size or a multiple of it.
 inline constexpr std::uintptr_t kPageSize = 4096;
 
@@ -10,3 +12,5 @@ inline constexpr std::uintptr_t kPageSize = 4096;
 // calling thread's stack that is in use. Told without a system call, and so from below: false for much that
 // lasts as well. What an application maps and unmaps as it goes is never among it.
 bool IsLastingPage(std::uintptr_t page);
+
+}  // namespace ckscribe

@@ -33,6 +33,9 @@ private:
     int held = 0;  // locks held now; for the debugger
 };
 
+namespace ckscribe {
+
+// Holds a mutex while it lives.
 class OrmaLock {
 public:
     explicit OrmaLock(OrmaMutex& mutex) : mutex(mutex) { mutex.Lock(); }
@@ -43,3 +46,5 @@ public:
 private:
     OrmaMutex& mutex;
 };
+
+}  // namespace ckscribe

@@ -8,7 +8,11 @@ extern const char __ehdr_start[] __attribute__((visibility("hidden")));
 extern const char _end[] __attribute__((visibility("hidden")));
 }
 
+namespace ckscribe {
+
 bool IsInOwnImage(const void* address) {
     const std::less<const void*> isBefore;
     return !isBefore(address, __ehdr_start) && isBefore(address, _end);
 }
+
+}  // namespace ckscribe

@@ -1,5 +1,9 @@
 // Which addresses are this library's own.
 #pragma once
 
+namespace ckscribe {
+
 // Whether an address lies in the loaded image (library or program) that this code is part of.
 bool IsInOwnImage(const void* address);
+
+}  // namespace ckscribe

@@ -12,6 +12,8 @@
 #include "host/lasting_memory.h"
 #include "util/cache_line.h"
 
+namespace ckscribe {
+
 namespace {
 
 // Both systems' kernels copy a new signal mask in before they look at what is to be done with it. Asked to do
@@ -98,3 +100,5 @@ std::size_t ReadableTextLength(const void* address) {
 }
 
 void ForgetReadablePages() { ++epoch; }
+
+}  // namespace ckscribe

@@ -9,6 +9,8 @@
 
 #include <cstddef>
 
+namespace ckscribe {
+
 // How many bytes from `address` on can be read, at most `length`. 0 for a null pointer.
 std::size_t ReadableLength(const void* address, std::size_t length);
 
@@ -29,3 +31,5 @@ std::size_t ReadableTextLength(const void* text);
 // What has been remembered of readable pages is forgotten, but for pages that stay readable (see
 // host/lasting_memory.h). To be called before each record: what an earlier one was about may be gone.
 void ForgetReadablePages();
+
+}  // namespace ckscribe

@@ -5,6 +5,8 @@
 
 #include "host/uncancelled_io.h"
 
+namespace ckscribe {
+
 namespace {
 
 constexpr int kSignalsOfWrite[] = {SIGPIPE, SIGXFSZ};
@@ -32,3 +34,5 @@ SignalShield::~SignalShield() {
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     errno = error;
 }
+
+}  // namespace ckscribe

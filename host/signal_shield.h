@@ -5,6 +5,8 @@
 
 #include <csignal>
 
+namespace ckscribe {
+
 class SignalShield {
 public:
     SignalShield();
@@ -16,3 +18,5 @@ private:
     sigset_t before;
     sigset_t pendingBefore;
 };
+
+}  // namespace ckscribe

@@ -6,6 +6,8 @@
 #include "host/signal_shield.h"
 #include "host/uncancelled_io.h"
 
+namespace ckscribe {
+
 void WriteToStandardOutput(std::string_view text) {
     pollfd room = {STDOUT_FILENO, POLLOUT, 0};
     if (PollUncancelled(&room, 1, 0) != 1 || (room.revents & POLLOUT) == 0) return;
@@ -13,3 +15,5 @@ void WriteToStandardOutput(std::string_view text) {
     text = WithinFileSizeLimit(STDOUT_FILENO, text);
     if (!text.empty()) WriteUncancelled(STDOUT_FILENO, text.data(), text.size());
 }
+
+}  // namespace ckscribe

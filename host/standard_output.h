@@ -6,6 +6,10 @@
 
 #include <string_view>
 
+namespace ckscribe {
+
 // `text` should be short, a line: what a pipe or a terminal has room for is told for short texts alone. Any
 // thread may call it at any time.
 void WriteToStandardOutput(std::string_view text);
+
+}  // namespace ckscribe

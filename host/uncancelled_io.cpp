@@ -6,6 +6,8 @@
 
 #include "host/host_shield.h"
 
+namespace ckscribe {
+
 int OpenUncancelled(const char* path, int flags, mode_t mode) {
     if (!isAsynchronousBehindShield) return open(path, flags, mode);
     return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
@@ -40,3 +42,5 @@ int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout) {
     return static_cast<int>(syscall(SYS_sigtimedwait, signals, nullptr, timeout));
 #endif
 }
+
+}  // namespace ckscribe

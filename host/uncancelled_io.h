@@ -14,9 +14,13 @@
 
 #include <cstddef>
 
+namespace ckscribe {
+
 int OpenUncancelled(const char* path, int flags, mode_t mode);
 ssize_t ReadUncancelled(int descriptor, void* bytes, std::size_t size);
 ssize_t WriteUncancelled(int descriptor, const void* bytes, std::size_t size);
 int PollUncancelled(pollfd* descriptors, nfds_t count, int milliseconds);
 int CloseUncancelled(int descriptor);
 int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout);
+
+}  // namespace ckscribe

@@ -5,6 +5,8 @@
 
 #include "host/uncancelled_io.h"
 
+namespace ckscribe {
+
 bool IsWritable(void* address, std::size_t length) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return false;
@@ -15,3 +17,5 @@ bool IsWritable(void* address, std::size_t length) {
     CloseUncancelled(ends[1]);
     return isWritable;
 }
+
+}  // namespace ckscribe

@@ -31,7 +31,7 @@ inline bool IsLogged(LoggingThreshold threshold) { return LoggingLevel() > thres
 template <class Number>
 Number ValueAt(const Number* pointer) {
     Number value{};
-    CopyReadable(pointer, &value, sizeof value);
+    ckscribe::CopyReadable(pointer, &value, sizeof value);
     return value;
 }
 

@@ -28,7 +28,8 @@ void AddText(CommandDescriptor& command, const void* text, CK_ULONG length, cons
 void capsOrPolicyArrayAdd(CommandDescriptor& command, CK_ULONG count, const CK_ULONG* ids,
                           const CK_ULONG* values) {
     command.AddDescriptor(Number(count, "cnt="));
-    const CK_ULONG shown = std::max(ReadableCount(ids, count), ReadableCount(values, count));
+    const CK_ULONG shown =
+        std::max(ckscribe::ReadableCount(ids, count), ckscribe::ReadableCount(values, count));
     for (CK_ULONG i = 0; i < shown; ++i) {
         command.AddDescriptor(Number(ValueAt(ids, i), "id="));
         command.AddDescriptor(Number(ValueAt(values, i), "val="));
@@ -48,8 +49,8 @@ void capsOrPolicyDescAdd(CommandDescriptor& command, const CK_ULONG* ids, const 
     AddSize(command, idCount, "idSize=");
     AddSize(command, valueCount, "valSize=");
     if (ids == nullptr || values == nullptr) return;
-    const CK_ULONG shownIds = ReadableCount(ids, ValueAt(idCount));
-    const CK_ULONG shownValues = ReadableCount(values, ValueAt(valueCount));
+    const CK_ULONG shownIds = ckscribe::ReadableCount(ids, ValueAt(idCount));
+    const CK_ULONG shownValues = ckscribe::ReadableCount(values, ValueAt(valueCount));
     for (CK_ULONG i = 0; i < std::max(shownIds, shownValues); ++i) {
         if (i < shownIds) command.AddDescriptor(Number(ValueAt(ids, i), "id="));
         if (i < shownValues) command.AddDescriptor(Number(ValueAt(values, i), "val="));

@@ -15,7 +15,7 @@ void InitAuditCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLe
     command.AddDescriptor(Pin(pPin));
     command.AddDescriptor(Pointer(pLabel));
     // Terminated, or padded like the label of any token: what follows it is nobody's to see.
-    AddText(command, pLabel, std::min(ReadableTextLength(pLabel), kLabelLength));
+    AddText(command, pLabel, std::min(ckscribe::ReadableTextLength(pLabel), kLabelLength));
     command.Capture();
 }
 
@@ -52,7 +52,7 @@ void LogVerifyFileCmdStart(CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFileName, CK
     CommandDescriptor command(kCmdLogVerifyFile, kStart, 0);
     command.AddDescriptor(Session(hSession));
     command.AddDescriptor(Pointer(pFileName));
-    AddText(command, pFileName, ReadableTextLength(pFileName));
+    AddText(command, pFileName, ckscribe::ReadableTextLength(pFileName));
     command.AddDescriptor(Pointer(pulVerified));
     command.Capture();
 }
@@ -63,7 +63,7 @@ void LogVerifyFileCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFile
     if (ShowsOutputs(rv)) {
         command.AddDescriptor(Session(hSession));
         command.AddDescriptor(Pointer(pFileName));
-        AddText(command, pFileName, ReadableTextLength(pFileName));
+        AddText(command, pFileName, ckscribe::ReadableTextLength(pFileName));
         command.AddDescriptor(Pointer(pulVerified));
         AddNumberAt(command, pulVerified);
     }
@@ -135,7 +135,7 @@ void LogSetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMask, CK_ULONG 
     command.AddDescriptor(Number(ulInterval));
     command.AddDescriptor(Number(ulMaxSize));
     command.AddDescriptor(Pointer(pPath));
-    AddText(command, pPath, ReadableTextLength(pPath));
+    AddText(command, pPath, ckscribe::ReadableTextLength(pPath));
     command.Capture();
 }
 
@@ -163,7 +163,7 @@ void LogGetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMa
         AddNumberAt(command, pulRotation);
         AddNumberAt(command, pulInterval);
         AddNumberAt(command, pulMaxSize);
-        AddText(command, pPath, ReadableTextLength(pPath));
+        AddText(command, pPath, ckscribe::ReadableTextLength(pPath));
     }
     command.Capture();
 }

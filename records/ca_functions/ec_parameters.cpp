@@ -91,7 +91,7 @@ void EncodeECParamsFromFileCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECPar
                                     CK_CHAR_PTR pFileName) {
     CommandDescriptor command(kCmdEncodeECParamsFromFile, kStart, 0);
     AddEncodedParams(command, pECParams, pulECParamsLen);
-    AddText(command, pFileName, ReadableTextLength(pFileName), "params file=");
+    AddText(command, pFileName, ckscribe::ReadableTextLength(pFileName), "params file=");
     command.Capture();
 }
 

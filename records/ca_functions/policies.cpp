@@ -182,7 +182,7 @@ void GetConfigurationElementDescriptionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_UL
         AddNumberAt(command, pulBitLength, "bitLen=");
         AddNumberAt(command, pulDestructive, "dest=");
         AddNumberAt(command, pulRestricted, "rest=");
-        AddBytes(command, pDescription, ReadableTextLength(pDescription));
+        AddBytes(command, pDescription, ckscribe::ReadableTextLength(pDescription));
     }
     command.Capture();
 }

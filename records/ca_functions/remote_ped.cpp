@@ -32,7 +32,7 @@ void GetRemotePEDVectorStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pu
 void ConfigureRemotePEDCmdStart(CK_SLOT_ID slotID, CK_CHAR_PTR pHostName, CK_ULONG ulPort, CK_ULONG_PTR) {
     CommandDescriptor command(kCmdConfigureRemotePED, kStart, 0);
     command.AddDescriptor(Slot(slotID));
-    AddBytes(command, pHostName, ReadableTextLength(pHostName));
+    AddBytes(command, pHostName, ckscribe::ReadableTextLength(pHostName));
     command.AddDescriptor(Number(ulPort));
     command.Capture();
 }
@@ -42,7 +42,7 @@ void ConfigureRemotePEDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_CHAR_PTR pHostName
     CommandDescriptor command(kCmdConfigureRemotePED, kEnd, rv);
     if (ShowsOutputs(rv)) {
         command.AddDescriptor(Slot(slotID));
-        AddBytes(command, pHostName, ReadableTextLength(pHostName));
+        AddBytes(command, pHostName, ckscribe::ReadableTextLength(pHostName));
         command.AddDescriptor(Number(ulPort));
         command.AddDescriptor(Pointer(pulPedId));
         AddNumberAt(command, pulPedId);

@@ -48,6 +48,7 @@ extern "C" ssize_t __wrap_write(int descriptor, const void* bytes, size_t size) 
     return static_cast<ssize_t>(result);
 }
 
+namespace ckscribe {
 namespace {
 
 class AppendFileFaults : public testing::Test {
@@ -124,3 +125,4 @@ TEST_F(AppendFileFaults, ButNotForEver) {
 }
 
 }  // namespace
+}  // namespace ckscribe

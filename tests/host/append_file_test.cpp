@@ -16,6 +16,7 @@
 #include "host/host_shield.h"
 #include "tests/temporary_directory.h"
 
+namespace ckscribe {
 namespace {
 
 std::string Contents(const std::string& path) {
@@ -478,3 +479,4 @@ TEST_F(AppendFileTest, AFullDiskIsBornInSilence) {
 #endif
 
 }  // namespace
+}  // namespace ckscribe

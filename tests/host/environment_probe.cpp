@@ -10,6 +10,6 @@ extern "C" __attribute__((visibility("default"))) const char* __asan_default_opt
 }
 
 int main(int, char** argv) {
-    const char* value = TrustedEnvironment(argv[1]);
+    const char* value = ckscribe::TrustedEnvironment(argv[1]);
     std::puts(value != nullptr ? value : "(none)");
 }

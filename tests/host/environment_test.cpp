@@ -11,6 +11,7 @@
 
 #include "tests/temporary_directory.h"
 
+namespace ckscribe {
 namespace {
 
 constexpr uid_t kNobody = 65534;
@@ -58,3 +59,4 @@ TEST_F(EnvironmentTest, IsNotBelievedByASetUserIdProgram) {
 }
 
 }  // namespace
+}  // namespace ckscribe

@@ -10,6 +10,7 @@
 
 #include "tests/temporary_directory.h"
 
+namespace ckscribe {
 namespace {
 
 // Of the test's own process; nothing is written while it lasts.
@@ -88,3 +89,4 @@ TEST_F(FileSizeLimit, IsNoneForWhatIsNoFile) {
 }
 
 }  // namespace
+}  // namespace ckscribe

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+namespace ckscribe {
 namespace {
 
 int CancelState() {
@@ -67,3 +68,4 @@ TEST(HostShield, ACancellationThatCameBeforeWaitsForItsEnd) {
 }
 
 }  // namespace
+}  // namespace ckscribe

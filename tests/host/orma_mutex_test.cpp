@@ -9,6 +9,7 @@ extern "C" __attribute__((visibility("default"))) const char* __tsan_default_sup
     return "mutex:orma_mutex_test.cpp\n";
 }
 
+namespace ckscribe {
 namespace {
 
 static_assert(std::has_virtual_destructor_v<OrmaMutex>);
@@ -140,3 +141,4 @@ TEST(OrmaLock, HoldsTheMutexWhileItLives) {
 }
 
 }  // namespace
+}  // namespace ckscribe

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 
+namespace ckscribe {
 namespace {
 
 const char constant[] = "constant";
@@ -33,3 +34,4 @@ TEST(OwnImage, HoldsNothingOfOthers) {
 }
 
 }  // namespace
+}  // namespace ckscribe

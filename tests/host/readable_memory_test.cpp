@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace ckscribe {
 namespace {
 
 constexpr std::size_t kEverything = static_cast<std::size_t>(-1);
@@ -189,3 +190,4 @@ TEST_F(ReadableMemory, ATextEndsAtItsTerminatorOrWhereItCannotBeReadOn) {
 }
 
 }  // namespace
+}  // namespace ckscribe

@@ -8,6 +8,7 @@
 
 #include "host/host_shield.h"
 
+namespace ckscribe {
 namespace {
 
 sigset_t Mask() {
@@ -133,3 +134,4 @@ TEST_F(SignalShieldTest, ErrnoOfTheWriteStays) {
 }
 
 }  // namespace
+}  // namespace ckscribe

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+namespace ckscribe {
 namespace {
 
 const std::size_t pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
@@ -68,3 +69,4 @@ TEST(WritableMemoryDeathTest, IsDeniedWhenNoFileCanBeOpened) {
 }
 
 }  // namespace
+}  // namespace ckscribe
