@@ -44,12 +44,12 @@ bool IsFifo(const char* path) {
     return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
-int OpenToAppend(const char* path, int access, ckscribe::NewFilePermissions permissions) {
+int OpenToAppend(const char* path, int access, NewFilePermissions permissions) {
     if (access == O_RDWR && IsFifo(path)) {
         const int alone = OpenUncancelled(path, O_WRONLY | kOpenFlags, 0);
         if (alone >= 0) return alone;
     }
-    return ckscribe::OpenOrCreate(path, access | kOpenFlags, permissions);
+    return OpenOrCreate(path, access | kOpenFlags, permissions);
 }
 
 // Of the clock that each system reads without going into the kernel; it moves on some milliseconds at a time.
@@ -97,7 +97,7 @@ void WriteWhole(int descriptor, std::string_view text) {
 
 }  // namespace
 
-bool AppendFile::OpenFor(const char* path, int access, ckscribe::NewFilePermissions permissions) {
+bool AppendFile::OpenFor(const char* path, int access, NewFilePermissions permissions) {
     Close();
     openAccess = access;
     newFilePermissions = permissions;

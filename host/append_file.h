@@ -34,11 +34,11 @@ public:
     // reads is opened for appending alone: a reader in the host's own process would keep it alive when the
     // last other one leaves, for the host's writes as well. A file that is created, now or when it is opened
     // again, gets these permissions.
-    bool Open(const char* path, ckscribe::NewFilePermissions permissions = {}) {
+    bool Open(const char* path, NewFilePermissions permissions = {}) {
         return OpenFor(path, O_RDWR, permissions);
     }
     // The same for appending alone, as fopen's "a" does. A FIFO that nobody reads is not opened.
-    bool OpenForAppendingAlone(const char* path, ckscribe::NewFilePermissions permissions = {}) {
+    bool OpenForAppendingAlone(const char* path, NewFilePermissions permissions = {}) {
         return OpenFor(path, O_WRONLY, permissions);
     }
     void Close();
@@ -49,7 +49,7 @@ public:
     void Append(std::string_view text);
 
 private:
-    bool OpenFor(const char* path, int access, ckscribe::NewFilePermissions permissions);
+    bool OpenFor(const char* path, int access, NewFilePermissions permissions);
     bool OpenPath(const char* path);
     void RememberPath(const char* path);
     bool IsStillOurs() const;
@@ -67,7 +67,7 @@ private:
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in milliseconds of the coarse clock
     int openAccess = 0;
-    ckscribe::NewFilePermissions newFilePermissions;
+    NewFilePermissions newFilePermissions;
     // Absolute; empty when there is no file to open again, or no way to.
     char openPath[kLongestPath + 1] = {};
 };
