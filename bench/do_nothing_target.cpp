@@ -51,7 +51,7 @@ CK_RV Answer(CK_C_GetFunctionList, CK_FUNCTION_LIST_PTR_PTR result) {
 }  // namespace
 
 #define UNWRAP(...) __VA_ARGS__
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     extern "C" CK_RV C_##Name Parameters { return Answer(&C_##Name, UNWRAP Arguments); }
 #define CA_EVERY_ROW(Name) \
     extern "C" __attribute__((visibility("default"))) CK_RV CA_##Name() { return CKR_OK; }

@@ -5,6 +5,7 @@
 
 #include "descriptors/calendar_text.h"
 #include "descriptors/record_environment.h"
+#include "functions/command_names.h"
 #include "functions/pkcs11_names.h"
 #include "util/cache_line.h"
 
@@ -30,7 +31,7 @@ void CommandDescriptor::PrintParameters(RecordText& out, int) const {
 }
 
 void CommandDescriptor::PrintNewHead(RecordText& out) const {
-    if (phase == kStart) {
+    if (phase == ckscribe::kStartPhase) {
         out.Append('\n');
         out.Flush();
     }
@@ -43,12 +44,12 @@ void CommandDescriptor::PrintNewHead(RecordText& out) const {
     out.Append(':');
     out.Append(GetCommandPhase(phase));
     out.Append(GetCommandType(type));
-    if (specifier != kNone) {
+    if (specifier != ckscribe::kSinglePart) {
         out.Append('_');
         out.Append(GetCommandSpecifier(specifier));
         out.Flush();
     }
-    if (phase != kStart) {
+    if (phase != ckscribe::kStartPhase) {
         const std::string_view failure = rv != 0 ? "***" : "";
         out.Append(' ');
         out.Append(failure);
@@ -68,7 +69,7 @@ void CommandDescriptor::PrintOldHead(RecordText& out) const {
     out.Append(GetCommandSpecifier(specifier));
     out.Append(", ");
     out.Append(GetCommandPhase(phase));
-    if (phase == kEnd) {
+    if (phase == ckscribe::kEndPhase) {
         out.Append(", ");
         PrintResultName(out);
     }
@@ -79,7 +80,7 @@ void CommandDescriptor::PrintOldHead(RecordText& out) const {
     out.Append(CurrentCalendarText().calendar);
     out.Append('\n');
     out.Flush();
-    if (phase == kEnd) {
+    if (phase == ckscribe::kEndPhase) {
         out.Append(" // ");
         out.AppendDecimal(TicksSinceStart());
         out.Append(" clock cycles");
@@ -95,4 +96,22 @@ void CommandDescriptor::PrintResultName(RecordText& out) const {
     if (name != "CKR_UNKNOWN") return;
     out.Append(' ');
     out.AppendHex(rv);
+}
+
+std::string_view CommandDescriptor::GetCommandType(CommandType type) { return ckscribe::NameOfCommand(type); }
+
+std::string_view CommandDescriptor::GetCommandSpecifier(CommandSpecifier specifier) {
+    return ckscribe::NameOfSpecifier(specifier);
+}
+
+CommandSpecifier CommandDescriptor::GetCommandSpecifier(const char* name) {
+    return ckscribe::SpecifierOfName(name);
+}
+
+std::string_view CommandDescriptor::GetCommandPhase(CommandPhase phase) {
+    return UseNewLogFormat() ? ckscribe::NewFormatNameOfPhase(phase) : ckscribe::OldFormatNameOfPhase(phase);
+}
+
+CommandPhase CommandDescriptor::GetCommandPhase(const char* name) {
+    return ckscribe::PhaseOfOldFormatName(name);
 }

@@ -8,7 +8,7 @@ class CommandDescriptor : public DescriptorComposite {
 public:
     // `rv` is the function's return value (CK_RV) in an end record and 0 in a start record.
     CommandDescriptor(CommandType type, CommandPhase phase, unsigned long rv)
-        : CommandDescriptor(type, kNone, phase, rv) {}
+        : CommandDescriptor(type, ckscribe::kSinglePart, phase, rv) {}
     CommandDescriptor(CommandType type, CommandSpecifier specifier, CommandPhase phase, unsigned long rv)
         : type(type), specifier(specifier), phase(phase), rv(rv) {}
 

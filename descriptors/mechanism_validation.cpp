@@ -7,6 +7,8 @@
 
 #include "functions/mechanism_names.h"
 
+using namespace ckscribe;
+
 namespace {
 
 constexpr std::uint32_t kInvalid = CKR_MECHANISM_PARAM_INVALID << 16;

@@ -65,7 +65,7 @@ public:
 
     // One method for each function that can be forwarded: it hands on the arguments and the result unchanged.
 #define UNWRAP(...) __VA_ARGS__
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     CK_RV C_##Name Parameters { return Forward<CK_RV(*) Parameters>(kC_##Name, UNWRAP Arguments); }
 #define COUNTER_ROW(Name, Parameters, Arguments) \
     CK_RV Name Parameters { return Forward<CK_RV(*) Parameters>(k##Name, UNWRAP Arguments); }

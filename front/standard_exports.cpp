@@ -15,9 +15,9 @@
         Class, [=] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
         [=](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
 
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     extern "C" CK_RV C_##Name Parameters { return LOGGED(Name, Class, Arguments); }
-#define C_LIST_ROW(Name, Class, Parameters, Arguments)                               \
+#define C_LIST_ROW(Name, Type, Class, Level, Parameters, Arguments)                  \
     extern "C" CK_RV C_##Name Parameters {                                           \
         return WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
     }

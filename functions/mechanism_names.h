@@ -4,6 +4,8 @@
 
 #include <p11-kit/pkcs11.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "functions/name_table.h"
@@ -12,6 +14,8 @@
 // the header knows the name: the vendor numbered them before the standard did.
 #define STANDARD(name) \
     { name, #name }
+
+namespace ckscribe {
 
 inline constexpr NameRow kMechanismNames[] = {
     STANDARD(CKM_RSA_PKCS_KEY_PAIR_GEN),
@@ -331,5 +335,9 @@ static_assert(IsStrictlyAscending(kMechanismNames));
 
 // The number of a mechanism of the table. A name that the table lacks does not compile.
 consteval unsigned long MechanismNumber(std::string_view name) {
-    return std::ranges::find(kMechanismNames, name, &NameRow::name)->value;
+    return std::find_if(std::begin(kMechanismNames), std::end(kMechanismNames),
+                        [name](const NameRow& row) { return row.name == name; })
+        ->value;
 }
+
+}  // namespace ckscribe

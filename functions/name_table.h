@@ -6,9 +6,10 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
 #include <span>
 #include <string_view>
+
+namespace ckscribe {
 
 struct NameRow {
     unsigned long value;
@@ -16,7 +17,10 @@ struct NameRow {
 };
 
 constexpr bool IsStrictlyAscending(std::span<const NameRow> table) {
-    return std::ranges::adjacent_find(table, std::ranges::greater_equal(), &NameRow::value) == table.end();
+    const auto isNotBelow = [](const NameRow& left, const NameRow& right) {
+        return left.value >= right.value;
+    };
+    return std::adjacent_find(table.begin(), table.end(), isNotBelow) == table.end();
 }
 
 // The name of `value` in a strictly ascending table that is not empty, or `unknown` when it has none.
@@ -33,3 +37,5 @@ constexpr std::string_view NameOf(std::span<const NameRow> table, unsigned long 
     }
     return row->value == value ? row->name : unknown;
 }
+
+}  // namespace ckscribe

@@ -5,6 +5,8 @@
 #include "functions/mechanism_names.h"
 #include "functions/name_table.h"
 
+namespace ckscribe {
+
 namespace {
 
 // A name that has the number of the PKCS#11 header.
@@ -146,6 +148,10 @@ static_assert(IsStrictlyAscending(kKeyTypeNames));
 static_assert(IsStrictlyAscending(kCertificateNames));
 
 }  // namespace
+
+}  // namespace ckscribe
+
+using namespace ckscribe;
 
 std::string_view GetAttributeType(unsigned long type) { return NameOf(kAttributeNames, type, "CKA_XXX"); }
 

@@ -17,14 +17,18 @@ std::string_view GetCertificateType(unsigned long type);         // "CKC_UNKNOWN
 std::string_view GetErrorCode(unsigned long returnValue);        // "CKR_UNKNOWN" when unknown
 std::string_view GetMechanismType(unsigned long mechanismType);  // "Unknown Mechanism Type" when unknown
 
+namespace ckscribe {
+
 struct ReturnValueRow {
     const char* name;
     unsigned long value;
 };
 
+}  // namespace ckscribe
+
 // Every return value that GetErrorCodeForString finds, in the order in which it looks. Three standard names
 // stand in it twice, with the same value.
-extern const ReturnValueRow CKR_LookupTable[191];
+extern const ckscribe::ReturnValueRow CKR_LookupTable[191];
 
 // Stores the return value of that name (all of it, capitals matter) in `*value` and returns 0 (CKR_OK). For
 // any other name, a null one included, stores 0 and returns 7 (CKR_ARGUMENTS_BAD). `value` must not be null.

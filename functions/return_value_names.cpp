@@ -13,7 +13,7 @@
 #define STANDARD(name) \
     { #name, name }
 
-constexpr ReturnValueRow CKR_LookupTable[191] = {
+constexpr ckscribe::ReturnValueRow CKR_LookupTable[191] = {
     STANDARD(CKR_OK),
     STANDARD(CKR_CANCEL),
     STANDARD(CKR_HOST_MEMORY),
@@ -209,6 +209,8 @@ constexpr ReturnValueRow CKR_LookupTable[191] = {
 
 #undef STANDARD
 
+using namespace ckscribe;
+
 namespace {
 
 // Deliberate: the record of a call shows these two as CKR_UNKNOWN and their number, as existing log readers
@@ -227,10 +229,12 @@ consteval std::array<NameRow, kReturnValueNameCount> ReturnValueNames() {
     std::array<NameRow, kReturnValueNameCount> names = {kNamedInRecordsOnly};
     auto end = names.begin() + 1;
     for (const ReturnValueRow& row : CKR_LookupTable) {
-        const bool isDouble = std::ranges::find(names.begin(), end, row.value, &NameRow::value) != end;
+        const bool isDouble =
+            std::any_of(names.begin(), end, [&row](const NameRow& name) { return name.value == row.value; });
         if (IsNamedInRecords(row.value) && !isDouble) *end++ = {row.value, row.name};
     }
-    std::ranges::sort(names, std::less(), &NameRow::value);
+    std::sort(names.begin(), names.end(),
+              [](const NameRow& left, const NameRow& right) { return left.value < right.value; });
     return names;
 }
 

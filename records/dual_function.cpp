@@ -3,81 +3,83 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
-void AddEncryptedPart(CommandDescriptor& command, CK_RV rv, CK_BYTE_PTR encryptedPart, CK_ULONG_PTR length) {
+void AddEncryptedPart(CommandDescriptor& record, CK_RV rv, CK_BYTE_PTR encryptedPart, CK_ULONG_PTR length) {
     const bool isPart = encryptedPart != nullptr && rv != CKR_BUFFER_TOO_SMALL;
-    command.AddDescriptor(isPart ? Bytes(encryptedPart, ValueAt(length)) : Number(ValueAt(length)));
+    record.AddDescriptor(isPart ? BytesChild(encryptedPart, ValueAt(length)) : NumberChild(ValueAt(length)));
 }
 
 }  // namespace
 
 void DigestEncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen, CK_BYTE_PTR,
                               CK_ULONG_PTR pulEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDigestEncrypt, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pPart, ulPartLen));
-    command.AddDescriptor(Number(ValueAt(pulEncryptedPartLen)));
-    command.Capture();
+    if (!LevelSelects(kDigestEncrypt)) return;
+    StartRecord record(kDigestEncrypt, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pPart, ulPartLen));
+    record.AddDescriptor(NumberChild(ValueAt(pulEncryptedPartLen)));
+    record.Capture();
 }
 
 void DigestEncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedPart,
                             CK_ULONG_PTR pulEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDigestEncrypt, kUpdate, kEnd, rv);
-    AddEncryptedPart(command, rv, pEncryptedPart, pulEncryptedPartLen);
-    command.Capture();
+    if (!LevelSelects(kDigestEncrypt)) return;
+    EndRecord record(kDigestEncrypt, kUpdatePart, rv);
+    AddEncryptedPart(record, rv, pEncryptedPart, pulEncryptedPartLen);
+    record.Capture();
 }
 
 void DecryptDigestUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart,
                               CK_ULONG ulEncryptedPartLen, CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecryptDigest, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pEncryptedPart, ulEncryptedPartLen));
-    command.Capture();
+    if (!LevelSelects(kDecryptDigest)) return;
+    StartRecord record(kDecryptDigest, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pEncryptedPart, ulEncryptedPartLen));
+    record.Capture();
 }
 
 void DecryptDigestUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pPart,
                             CK_ULONG_PTR pulPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecryptDigest, kUpdate, kEnd, rv);
-    command.AddDescriptor(Bytes(pPart, ValueAt(pulPartLen)));
-    command.Capture();
+    if (!LevelSelects(kDecryptDigest)) return;
+    EndRecord record(kDecryptDigest, kUpdatePart, rv);
+    record.AddDescriptor(BytesChild(pPart, ValueAt(pulPartLen)));
+    record.Capture();
 }
 
 void SignEncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen, CK_BYTE_PTR,
                             CK_ULONG_PTR pulEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSignEncrypt, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pPart, ulPartLen));
-    command.AddDescriptor(Number(ValueAt(pulEncryptedPartLen)));
-    command.Capture();
+    if (!LevelSelects(kSignEncrypt)) return;
+    StartRecord record(kSignEncrypt, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pPart, ulPartLen));
+    record.AddDescriptor(NumberChild(ValueAt(pulEncryptedPartLen)));
+    record.Capture();
 }
 
 void SignEncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedPart,
                           CK_ULONG_PTR pulEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSignEncrypt, kUpdate, kEnd, rv);
-    AddEncryptedPart(command, rv, pEncryptedPart, pulEncryptedPartLen);
-    command.Capture();
+    if (!LevelSelects(kSignEncrypt)) return;
+    EndRecord record(kSignEncrypt, kUpdatePart, rv);
+    AddEncryptedPart(record, rv, pEncryptedPart, pulEncryptedPartLen);
+    record.Capture();
 }
 
 void DecryptVerifyUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart,
                               CK_ULONG ulEncryptedPartLen, CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecryptVerify, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pEncryptedPart, ulEncryptedPartLen));
-    command.Capture();
+    if (!LevelSelects(kDecryptVerify)) return;
+    StartRecord record(kDecryptVerify, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pEncryptedPart, ulEncryptedPartLen));
+    record.Capture();
 }
 
 void DecryptVerifyUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pPart,
                             CK_ULONG_PTR pulPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecryptVerify, kUpdate, kEnd, rv);
-    command.AddDescriptor(Bytes(pPart, ValueAt(pulPartLen)));
-    command.Capture();
+    if (!LevelSelects(kDecryptVerify)) return;
+    EndRecord record(kDecryptVerify, kUpdatePart, rv);
+    record.AddDescriptor(BytesChild(pPart, ValueAt(pulPartLen)));
+    record.Capture();
 }

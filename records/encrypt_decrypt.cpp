@@ -3,6 +3,8 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // They say "pus" for a "pul" argument, and those of the update call lack the closing "="; kept, they are part
@@ -15,139 +17,139 @@ constexpr const char* kEncryptedPartLen = "*pusEncryptedPartLen";
 }  // namespace
 
 void EncryptInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Mechanism(pMechanism));
-    command.AddDescriptor(Object(hKey));
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    StartRecord record(kEncrypt, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(MechanismChild(pMechanism));
+    record.AddDescriptor(ObjectChild(hKey));
+    record.Capture();
 }
 
 void EncryptInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    EndRecord record(kEncrypt, kInitPart, rv);
+    record.Capture();
 }
 
 void EncryptStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR,
                   CK_ULONG_PTR pulEncryptedDataLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pData, ulDataLen));
-    command.AddDescriptor(HexNumber(AddressOf(pulEncryptedDataLen), kEncryptedDataLenAddress));
-    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedDataLen), kEncryptedDataLen));
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    StartRecord record(kEncrypt);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pData, ulDataLen));
+    record.AddDescriptor(HexNumberChild(AsNumber(pulEncryptedDataLen), kEncryptedDataLenAddress));
+    record.AddDescriptor(DecimalNumberChild(ValueAt(pulEncryptedDataLen), kEncryptedDataLen));
+    record.Capture();
 }
 
 void EncryptEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedData,
                 CK_ULONG_PTR pulEncryptedDataLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kEnd, rv);
-    command.AddDescriptor(Bytes(pEncryptedData, ValueAt(pulEncryptedDataLen)));
-    command.AddDescriptor(HexNumber(AddressOf(pulEncryptedDataLen), kEncryptedDataLenAddress));
-    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedDataLen), kEncryptedDataLen));
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    EndRecord record(kEncrypt, rv);
+    record.AddDescriptor(BytesChild(pEncryptedData, ValueAt(pulEncryptedDataLen)));
+    record.AddDescriptor(HexNumberChild(AsNumber(pulEncryptedDataLen), kEncryptedDataLenAddress));
+    record.AddDescriptor(DecimalNumberChild(ValueAt(pulEncryptedDataLen), kEncryptedDataLen));
+    record.Capture();
 }
 
 void EncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen, CK_BYTE_PTR,
                         CK_ULONG_PTR pulEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pPart, ulPartLen));
-    command.AddDescriptor(HexNumber(AddressOf(pulEncryptedPartLen), kEncryptedPartLenAddress));
-    command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    StartRecord record(kEncrypt, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pPart, ulPartLen));
+    record.AddDescriptor(HexNumberChild(AsNumber(pulEncryptedPartLen), kEncryptedPartLenAddress));
+    record.AddDescriptor(DecimalNumberChild(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
+    record.Capture();
 }
 
 void EncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedPart,
                       CK_ULONG_PTR pulEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kUpdate, kEnd, rv);
+    if (!LevelSelects(kEncrypt)) return;
+    EndRecord record(kEncrypt, kUpdatePart, rv);
     if (pEncryptedPart == nullptr || rv == CKR_BUFFER_TOO_SMALL) {
-        command.AddDescriptor(HexNumber(AddressOf(pulEncryptedPartLen), kEncryptedPartLenAddress));
-        command.AddDescriptor(DecimalNumber(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
+        record.AddDescriptor(HexNumberChild(AsNumber(pulEncryptedPartLen), kEncryptedPartLenAddress));
+        record.AddDescriptor(DecimalNumberChild(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
     } else {
-        command.AddDescriptor(Bytes(pEncryptedPart, ValueAt(pulEncryptedPartLen)));
+        record.AddDescriptor(BytesChild(pEncryptedPart, ValueAt(pulEncryptedPartLen)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void EncryptFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kFinal, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    StartRecord record(kEncrypt, kFinalPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void EncryptFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pLastEncryptedPart,
                      CK_ULONG_PTR pulLastEncryptedPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kEncrypt, kFinal, kEnd, rv);
-    command.AddDescriptor(Bytes(pLastEncryptedPart, ValueAt(pulLastEncryptedPartLen)));
-    command.Capture();
+    if (!LevelSelects(kEncrypt)) return;
+    EndRecord record(kEncrypt, kFinalPart, rv);
+    record.AddDescriptor(BytesChild(pLastEncryptedPart, ValueAt(pulLastEncryptedPartLen)));
+    record.Capture();
 }
 
 void DecryptInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Mechanism(pMechanism));
-    command.AddDescriptor(Object(hKey));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    StartRecord record(kDecrypt, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(MechanismChild(pMechanism));
+    record.AddDescriptor(ObjectChild(hKey));
+    record.Capture();
 }
 
 void DecryptInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    EndRecord record(kDecrypt, kInitPart, rv);
+    record.Capture();
 }
 
 void DecryptStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedData, CK_ULONG ulEncryptedDataLen,
                   CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pEncryptedData, ulEncryptedDataLen));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    StartRecord record(kDecrypt);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pEncryptedData, ulEncryptedDataLen));
+    record.Capture();
 }
 
 void DecryptEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pData,
                 CK_ULONG_PTR pulDataLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kEnd, rv);
-    command.AddDescriptor(Bytes(pData, ValueAt(pulDataLen)));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    EndRecord record(kDecrypt, rv);
+    record.AddDescriptor(BytesChild(pData, ValueAt(pulDataLen)));
+    record.Capture();
 }
 
 void DecryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart, CK_ULONG ulEncryptedPartLen,
                         CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pEncryptedPart, ulEncryptedPartLen));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    StartRecord record(kDecrypt, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pEncryptedPart, ulEncryptedPartLen));
+    record.Capture();
 }
 
 void DecryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pPart,
                       CK_ULONG_PTR pulPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kUpdate, kEnd, rv);
-    command.AddDescriptor(Bytes(pPart, ValueAt(pulPartLen)));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    EndRecord record(kDecrypt, kUpdatePart, rv);
+    record.AddDescriptor(BytesChild(pPart, ValueAt(pulPartLen)));
+    record.Capture();
 }
 
 void DecryptFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kFinal, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    StartRecord record(kDecrypt, kFinalPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void DecryptFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pLastPart, CK_ULONG_PTR pulLastPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kDecrypt, kFinal, kEnd, rv);
-    command.AddDescriptor(Bytes(pLastPart, ValueAt(pulLastPartLen)));
-    command.Capture();
+    if (!LevelSelects(kDecrypt)) return;
+    EndRecord record(kDecrypt, kFinalPart, rv);
+    record.AddDescriptor(BytesChild(pLastPart, ValueAt(pulLastPartLen)));
+    record.Capture();
 }

@@ -3,147 +3,149 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
+using namespace ckscribe;
+
 void CreateObjectStart(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount,
                        CK_OBJECT_HANDLE_PTR) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kCreateObject, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Template(pTemplate, ulCount));
-    command.Capture();
+    if (!LevelSelects(kCreateObject)) return;
+    StartRecord record(kCreateObject);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(TemplateChild(pTemplate, ulCount));
+    record.Capture();
 }
 
 void CreateObjectEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG, CK_OBJECT_HANDLE_PTR phObject) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kCreateObject, kEnd, rv);
-    command.AddDescriptor(Object(ValueAt(phObject)));
-    command.Capture();
+    if (!LevelSelects(kCreateObject)) return;
+    EndRecord record(kCreateObject, rv);
+    record.AddDescriptor(ObjectChild(ValueAt(phObject)));
+    record.Capture();
 }
 
 void CopyObjectStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE_PTR pTemplate,
                      CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kCopyObject, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Template(pTemplate, ulCount));
-    command.Capture();
+    if (!LevelSelects(kCopyObject)) return;
+    StartRecord record(kCopyObject);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(TemplateChild(pTemplate, ulCount));
+    record.Capture();
 }
 
 void CopyObjectEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG,
                    CK_OBJECT_HANDLE_PTR phNewObject) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kCopyObject, kEnd, rv);
-    command.AddDescriptor(Object(ValueAt(phNewObject)));
-    command.Capture();
+    if (!LevelSelects(kCopyObject)) return;
+    EndRecord record(kCopyObject, rv);
+    record.AddDescriptor(ObjectChild(ValueAt(phNewObject)));
+    record.Capture();
 }
 
 void DestroyObjectStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject) {
-    if (!IsLogged(kDestroying)) return;
-    CommandDescriptor command(kDestroyObject, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.Capture();
+    if (!LevelSelects(kDestroyObject)) return;
+    StartRecord record(kDestroyObject);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.Capture();
 }
 
 void DestroyObjectEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kDestroying)) return;
-    CommandDescriptor command(kDestroyObject, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kDestroyObject)) return;
+    EndRecord record(kDestroyObject, rv);
+    record.Capture();
 }
 
 void GetObjectSizeStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetObjectSize, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.Capture();
+    if (!LevelSelects(kGetObjectSize)) return;
+    StartRecord record(kGetObjectSize);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.Capture();
 }
 
 void GetObjectSizeEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ULONG_PTR pulSize) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetObjectSize, kEnd, rv);
-    command.AddDescriptor(ShortNumber(ValueAt(pulSize)));
-    command.Capture();
+    if (!LevelSelects(kGetObjectSize)) return;
+    EndRecord record(kGetObjectSize, rv);
+    record.AddDescriptor(ShortNumberChild(ValueAt(pulSize)));
+    record.Capture();
 }
 
 void GetAttributeValueStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE_PTR pTemplate,
                             CK_ULONG ulCount) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetAttributeValue, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(TemplateWithoutValues(pTemplate, ulCount));
-    command.Capture();
+    if (!LevelSelects(kGetAttributeValue)) return;
+    StartRecord record(kGetAttributeValue);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(TemplateWithoutValuesChild(pTemplate, ulCount));
+    record.Capture();
 }
 
 void GetAttributeValueEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR pTemplate,
                           CK_ULONG ulCount) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetAttributeValue, kEnd, rv);
+    if (!LevelSelects(kGetAttributeValue)) return;
+    EndRecord record(kGetAttributeValue, rv);
     // Deliberately about the first attribute alone: when that one is unavailable, none of the list is shown.
     if (pTemplate != nullptr && ValueAt(pTemplate).ulValueLen != CK_UNAVAILABLE_INFORMATION)
-        command.AddDescriptor(Template(pTemplate, ulCount));
-    command.Capture();
+        record.AddDescriptor(TemplateChild(pTemplate, ulCount));
+    record.Capture();
 }
 
 void SetAttributeValueStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE_PTR pTemplate,
                             CK_ULONG ulCount) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kSetAttributeValue, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Template(pTemplate, ulCount));
-    command.Capture();
+    if (!LevelSelects(kSetAttributeValue)) return;
+    StartRecord record(kSetAttributeValue);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(TemplateChild(pTemplate, ulCount));
+    record.Capture();
 }
 
 void SetAttributeValueEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kSetAttributeValue, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kSetAttributeValue)) return;
+    EndRecord record(kSetAttributeValue, rv);
+    record.Capture();
 }
 
 void FindObjectsInitStart(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kFindObjects, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Template(pTemplate, ulCount));
-    command.Capture();
+    if (!LevelSelects(kFindObjects)) return;
+    StartRecord record(kFindObjects, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(TemplateChild(pTemplate, ulCount));
+    record.Capture();
 }
 
 void FindObjectsInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kFindObjects, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kFindObjects)) return;
+    EndRecord record(kFindObjects, kInitPart, rv);
+    record.Capture();
 }
 
 void FindObjectsStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR, CK_ULONG ulMaxObjectCount,
                       CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kFindObjects, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(ShortNumber(ulMaxObjectCount));
-    command.Capture();
+    if (!LevelSelects(kFindObjects)) return;
+    StartRecord record(kFindObjects);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ShortNumberChild(ulMaxObjectCount));
+    record.Capture();
 }
 
 void FindObjectsEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE_PTR phObject, CK_ULONG,
                     CK_ULONG_PTR pulObjectCount) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kFindObjects, kEnd, rv);
-    command.AddDescriptor(HandleList(phObject, ValueAt(pulObjectCount)));
-    command.AddDescriptor(ShortNumber(ValueAt(pulObjectCount)));
-    command.Capture();
+    if (!LevelSelects(kFindObjects)) return;
+    EndRecord record(kFindObjects, rv);
+    record.AddDescriptor(HandleListChild(phObject, ValueAt(pulObjectCount)));
+    record.AddDescriptor(ShortNumberChild(ValueAt(pulObjectCount)));
+    record.Capture();
 }
 
 // Recorded like C_FindObjects, without "Final"; kept, log readers count on it.
 void FindObjectsFinalStart(CK_SESSION_HANDLE hSession) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kFindObjects, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kFindObjects)) return;
+    StartRecord record(kFindObjects);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void FindObjectsFinalEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kFindObjects, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kFindObjects)) return;
+    EndRecord record(kFindObjects, rv);
+    record.Capture();
 }

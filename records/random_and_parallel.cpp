@@ -4,56 +4,58 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
+using namespace ckscribe;
+
 void SeedRandomStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSeed, CK_ULONG ulSeedLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSeedRandom, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pSeed, ulSeedLen));
-    command.Capture();
+    if (!LevelSelects(kSeedRandom)) return;
+    StartRecord record(kSeedRandom);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pSeed, ulSeedLen));
+    record.Capture();
 }
 
 void SeedRandomEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSeedRandom, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kSeedRandom)) return;
+    EndRecord record(kSeedRandom, rv);
+    record.Capture();
 }
 
 void GenerateRandomStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGenerateRandom, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kGenerateRandom)) return;
+    StartRecord record(kGenerateRandom);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void GenerateRandomEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR RandomData, CK_ULONG ulRandomLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGenerateRandom, kEnd, rv);
-    command.AddDescriptor(Bytes(RandomData, ulRandomLen));
-    command.Capture();
+    if (!LevelSelects(kGenerateRandom)) return;
+    EndRecord record(kGenerateRandom, rv);
+    record.AddDescriptor(BytesChild(RandomData, ulRandomLen));
+    record.Capture();
 }
 
 void GetFunctionStatusStart(CK_SESSION_HANDLE hSession) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetFunctionStatus, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kGetFunctionStatus)) return;
+    StartRecord record(kGetFunctionStatus);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void GetFunctionStatusEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetFunctionStatus, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kGetFunctionStatus)) return;
+    EndRecord record(kGetFunctionStatus, rv);
+    record.Capture();
 }
 
 void CancelFunctionStart(CK_SESSION_HANDLE hSession) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kCancelFunction, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kCancelFunction)) return;
+    StartRecord record(kCancelFunction);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void CancelFunctionEnd(CK_RV rv, CK_SESSION_HANDLE) {
-    if (!IsLogged(kModifying)) return;
-    CommandDescriptor command(kCancelFunction, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kCancelFunction)) return;
+    EndRecord record(kCancelFunction, rv);
+    record.Capture();
 }

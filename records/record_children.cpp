@@ -8,67 +8,75 @@
 #include "descriptors/scalar_descriptors.h"
 #include "descriptors/value_descriptor.h"
 
-AbstractDescriptor* Session(CK_SESSION_HANDLE session) { return new SessionHandleDescriptor(session); }
-AbstractDescriptor* Slot(CK_SLOT_ID slot) { return new SlotIDDescriptor(slot); }
-AbstractDescriptor* Object(CK_OBJECT_HANDLE object) { return new ObjectHandleDescriptor(object); }
-AbstractDescriptor* UserType(CK_USER_TYPE userType) { return new UserTypeDescriptor(userType); }
+namespace ckscribe {
 
-AbstractDescriptor* Flags(CK_FLAGS flags) { return new FlagsDescriptor(flags); }
-AbstractDescriptor* Boolean(CK_BBOOL value, const char* label) {
+AbstractDescriptor* SessionChild(CK_SESSION_HANDLE session) { return new SessionHandleDescriptor(session); }
+AbstractDescriptor* SlotChild(CK_SLOT_ID slot) { return new SlotIDDescriptor(slot); }
+AbstractDescriptor* ObjectChild(CK_OBJECT_HANDLE object) { return new ObjectHandleDescriptor(object); }
+AbstractDescriptor* UserTypeChild(CK_USER_TYPE userType) { return new UserTypeDescriptor(userType); }
+
+AbstractDescriptor* FlagsChild(CK_FLAGS flags) { return new FlagsDescriptor(flags); }
+AbstractDescriptor* BooleanChild(CK_BBOOL value, const char* label) {
     return new ByteBooleanDescriptor(value, label);
 }
-AbstractDescriptor* Number(CK_ULONG value, const char* label) { return new ULongDescriptor(value, label); }
-AbstractDescriptor* DecimalNumber(CK_ULONG value, const char* label) {
+AbstractDescriptor* NumberChild(CK_ULONG value, const char* label) {
+    return new ULongDescriptor(value, label);
+}
+AbstractDescriptor* DecimalNumberChild(CK_ULONG value, const char* label) {
     return new ULongDescriptor(value, label, kDecimal);
 }
-AbstractDescriptor* HexNumber(CK_ULONG value, const char* label) {
+AbstractDescriptor* HexNumberChild(CK_ULONG value, const char* label) {
     return new ULongDescriptor(value, label, kHexadecimal);
 }
-AbstractDescriptor* ShortNumber(CK_ULONG value, const char* label) {
+AbstractDescriptor* ShortNumberChild(CK_ULONG value, const char* label) {
     return new UShortDescriptor(value, label);
 }
-AbstractDescriptor* PedId(CK_ULONG id) { return new PedIdDescriptor(id); }
-AbstractDescriptor* Pointer(const void* address, const char* label) {
+AbstractDescriptor* PedIdChild(CK_ULONG id) { return new PedIdDescriptor(id); }
+AbstractDescriptor* PointerChild(const void* address, const char* label) {
     return new PtrDescriptor(address, label);
 }
 
-AbstractDescriptor* Bytes(const void* bytes, CK_ULONG length, const char* label) {
+AbstractDescriptor* BytesChild(const void* bytes, CK_ULONG length, const char* label) {
     return new ByteStringDescriptor(bytes, length, label);
 }
-AbstractDescriptor* Value(const void* bytes, CK_ULONG length, const char* label) {
+AbstractDescriptor* ValueChild(const void* bytes, CK_ULONG length, const char* label) {
     return new ValueDescriptor(bytes, length, label);
 }
-AbstractDescriptor* Text(const void* text, CK_ULONG length, const char* label) {
+AbstractDescriptor* TextChild(const void* text, CK_ULONG length, const char* label) {
     return new StringDescriptor(text, length, label);
 }
-AbstractDescriptor* Pin(const void* pin, const char* label) {
+AbstractDescriptor* PinChild(const void* pin, const char* label) {
     return new PINDescriptor(pin != nullptr, label);
 }
 
-AbstractDescriptor* Mechanism(const CK_MECHANISM* mechanism) { return new MechanismDescriptor(mechanism); }
-AbstractDescriptor* MechanismType(CK_MECHANISM_TYPE type) { return new MechanismTypeDescriptor(type); }
-AbstractDescriptor* Template(const CK_ATTRIBUTE* attributes, CK_ULONG count) {
+AbstractDescriptor* MechanismChild(const CK_MECHANISM* mechanism) {
+    return new MechanismDescriptor(mechanism);
+}
+AbstractDescriptor* MechanismTypeChild(CK_MECHANISM_TYPE type) { return new MechanismTypeDescriptor(type); }
+AbstractDescriptor* TemplateChild(const CK_ATTRIBUTE* attributes, CK_ULONG count) {
     return new AttributeListDescriptor(attributes, count, 1);
 }
-AbstractDescriptor* TemplateWithoutValues(const CK_ATTRIBUTE* attributes, CK_ULONG count) {
+AbstractDescriptor* TemplateWithoutValuesChild(const CK_ATTRIBUTE* attributes, CK_ULONG count) {
     return new AttributeListDescriptor(attributes, count, 0);
 }
-AbstractDescriptor* SlotList(const CK_SLOT_ID* slots, CK_ULONG count) {
+AbstractDescriptor* SlotListChild(const CK_SLOT_ID* slots, CK_ULONG count) {
     return new SlotIDListDescriptor(slots, count);
 }
-AbstractDescriptor* MechanismTypeList(const CK_MECHANISM_TYPE* types, CK_ULONG count) {
+AbstractDescriptor* MechanismTypeListChild(const CK_MECHANISM_TYPE* types, CK_ULONG count) {
     return new MechTypeListDescriptor(types, count);
 }
-AbstractDescriptor* HandleList(const CK_OBJECT_HANDLE* handles, CK_ULONG count) {
+AbstractDescriptor* HandleListChild(const CK_OBJECT_HANDLE* handles, CK_ULONG count) {
     return new ObjectHandleListDescriptor(handles, count);
 }
 
-AbstractDescriptor* Info(const CK_INFO* info) { return new InfoDescriptor(info); }
-AbstractDescriptor* SlotInfo(const CK_SLOT_INFO* info) { return new SlotInfoDescriptor(info); }
-AbstractDescriptor* TokenInfo(const CK_TOKEN_INFO* info) { return new TokenInfoDescriptor(info); }
-AbstractDescriptor* SessionInfo(const CK_SESSION_INFO* info) { return new SessionInfoDescriptor(info); }
-AbstractDescriptor* MechanismInfo(const CK_MECHANISM_INFO* info) { return new MechInfoDescriptor(info); }
-AbstractDescriptor* MofNStatus(const CA_M_OF_N_STATUS* status) {
+AbstractDescriptor* InfoChild(const CK_INFO* info) { return new InfoDescriptor(info); }
+AbstractDescriptor* SlotInfoChild(const CK_SLOT_INFO* info) { return new SlotInfoDescriptor(info); }
+AbstractDescriptor* TokenInfoChild(const CK_TOKEN_INFO* info) { return new TokenInfoDescriptor(info); }
+AbstractDescriptor* SessionInfoChild(const CK_SESSION_INFO* info) { return new SessionInfoDescriptor(info); }
+AbstractDescriptor* MechanismInfoChild(const CK_MECHANISM_INFO* info) { return new MechInfoDescriptor(info); }
+AbstractDescriptor* MofNStatusChild(const CA_M_OF_N_STATUS* status) {
     return new MofNStatusInfoDescriptor(status);
 }
-AbstractDescriptor* HAStatus(const CK_HA_STATUS* status) { return new HAStatusDescriptor(status); }
+AbstractDescriptor* HAStatusChild(const CK_HA_STATUS* status) { return new HAStatusDescriptor(status); }
+
+}  // namespace ckscribe

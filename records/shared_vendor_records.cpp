@@ -1,132 +1,136 @@
 #include "records/shared_vendor_records.h"
 
+namespace ckscribe {
+
 void CaptureSession(CommandType type, CK_SESSION_HANDLE session) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.Capture();
 }
 
 void CaptureSessionAndNumber(CommandType type, CK_SESSION_HANDLE session, CK_ULONG number) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Number(number));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(NumberChild(number));
+    record.Capture();
 }
 
 void CaptureSessionAndNumbers(CommandType type, CK_SESSION_HANDLE session, CK_ULONG first, CK_ULONG second) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Number(first));
-    command.AddDescriptor(Number(second));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(NumberChild(first));
+    record.AddDescriptor(NumberChild(second));
+    record.Capture();
 }
 
 void CaptureSessionAndObject(CommandType type, CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Object(object));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(ObjectChild(object));
+    record.Capture();
 }
 
 void CaptureSessionAndSlot(CommandType type, CK_SESSION_HANDLE session, CK_SLOT_ID slot) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Slot(slot));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(SlotChild(slot));
+    record.Capture();
 }
 
 void CaptureSessionAndPointers(CommandType type, CK_SESSION_HANDLE session, Addresses addresses) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    for (const void* address : addresses) command.AddDescriptor(Pointer(address));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    for (const void* address : addresses) record.AddDescriptor(PointerChild(address));
+    record.Capture();
 }
 
 void CaptureSessionAndSecret(CommandType type, CK_SESSION_HANDLE session, const void* secret,
                              CK_ULONG length) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Pointer(secret));
-    command.AddDescriptor(Number(length));
-    command.AddDescriptor(Pin(secret));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(PointerChild(secret));
+    record.AddDescriptor(NumberChild(length));
+    record.AddDescriptor(PinChild(secret));
+    record.Capture();
 }
 
 void CaptureSlot(CommandType type, CK_SLOT_ID slot) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    record.Capture();
 }
 
 void CaptureSlotAndPointers(CommandType type, CK_SLOT_ID slot, Addresses addresses) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    for (const void* address : addresses) command.AddDescriptor(Pointer(address));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    for (const void* address : addresses) record.AddDescriptor(PointerChild(address));
+    record.Capture();
 }
 
 void CaptureSlotFlagsAndNumber(CommandType type, CK_SLOT_ID slot, CK_FLAGS flags, CK_ULONG number) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    command.AddDescriptor(Flags(flags));
-    command.AddDescriptor(Number(number));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    record.AddDescriptor(FlagsChild(flags));
+    record.AddDescriptor(NumberChild(number));
+    record.Capture();
 }
 
-void CaptureResult(CommandType type, CK_RV rv) { CommandDescriptor(type, kEnd, rv).Capture(); }
+void CaptureResult(CommandType type, CK_RV rv) { EndRecord(type, rv).Capture(); }
 
 void CaptureNumberOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const CK_ULONG* number) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(session));
-        command.AddDescriptor(Pointer(number));
-        AddNumberAt(command, number);
+        record.AddDescriptor(SessionChild(session));
+        record.AddDescriptor(PointerChild(number));
+        AddNumberAt(record, number);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureObjectOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session,
                             const CK_OBJECT_HANDLE* object) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(session));
-        command.AddDescriptor(Pointer(object));
-        if (object != nullptr) command.AddDescriptor(Object(ValueAt(object)));
+        record.AddDescriptor(SessionChild(session));
+        record.AddDescriptor(PointerChild(object));
+        if (object != nullptr) record.AddDescriptor(ObjectChild(ValueAt(object)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const void* buffer,
                             const CK_ULONG* length) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(session));
-        command.AddDescriptor(Pointer(buffer));
-        command.AddDescriptor(Pointer(length));
-        AddBytes(command, buffer, ValueAt(length));
+        record.AddDescriptor(SessionChild(session));
+        record.AddDescriptor(PointerChild(buffer));
+        record.AddDescriptor(PointerChild(length));
+        AddBytes(record, buffer, ValueAt(length));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureMeasuredBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const void* buffer,
                                     const CK_ULONG* length) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(session));
-        command.AddDescriptor(Pointer(buffer));
-        AddNumberAt(command, length);
-        AddBytes(command, buffer, ValueAt(length));
+        record.AddDescriptor(SessionChild(session));
+        record.AddDescriptor(PointerChild(buffer));
+        AddNumberAt(record, length);
+        AddBytes(record, buffer, ValueAt(length));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureNumberOfSlot(CommandType type, CK_RV rv, CK_SLOT_ID slot, const CK_ULONG* number,
                          const char* label) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slot));
-        command.AddDescriptor(Pointer(number));
-        AddNumberAt(command, number, label);
+        record.AddDescriptor(SlotChild(slot));
+        record.AddDescriptor(PointerChild(number));
+        AddNumberAt(record, number, label);
     }
-    command.Capture();
+    record.Capture();
 }
+
+}  // namespace ckscribe

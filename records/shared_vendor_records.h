@@ -10,6 +10,8 @@
 
 #include "records/vendor_children.h"
 
+namespace ckscribe {
+
 using Addresses = std::initializer_list<const void*>;
 
 // Start records.
@@ -38,3 +40,5 @@ void CaptureMeasuredBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDL
                                     const CK_ULONG* length);
 void CaptureNumberOfSlot(CommandType type, CK_RV rv, CK_SLOT_ID slot, const CK_ULONG* number,
                          const char* label = nullptr);
+
+}  // namespace ckscribe

@@ -4,184 +4,186 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
+using namespace ckscribe;
+
 void SignInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Mechanism(pMechanism));
-    command.AddDescriptor(Object(hKey));
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    StartRecord record(kSign, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(MechanismChild(pMechanism));
+    record.AddDescriptor(ObjectChild(hKey));
+    record.Capture();
 }
 
 void SignInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    EndRecord record(kSign, kInitPart, rv);
+    record.Capture();
 }
 
 void SignStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pData, ulDataLen));
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    StartRecord record(kSign);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pData, ulDataLen));
+    record.Capture();
 }
 
 void SignEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pSignature,
              CK_ULONG_PTR pulSignatureLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kEnd, rv);
-    command.AddDescriptor(Bytes(pSignature, ValueAt(pulSignatureLen)));
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    EndRecord record(kSign, rv);
+    record.AddDescriptor(BytesChild(pSignature, ValueAt(pulSignatureLen)));
+    record.Capture();
 }
 
 void SignUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pPart, ulPartLen));
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    StartRecord record(kSign, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pPart, ulPartLen));
+    record.Capture();
 }
 
 void SignUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kUpdate, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    EndRecord record(kSign, kUpdatePart, rv);
+    record.Capture();
 }
 
 void SignFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kFinal, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    StartRecord record(kSign, kFinalPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.Capture();
 }
 
 void SignFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pSignature, CK_ULONG_PTR pulSignatureLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSign, kFinal, kEnd, rv);
-    command.AddDescriptor(Bytes(pSignature, ValueAt(pulSignatureLen)));
-    command.Capture();
+    if (!LevelSelects(kSign)) return;
+    EndRecord record(kSign, kFinalPart, rv);
+    record.AddDescriptor(BytesChild(pSignature, ValueAt(pulSignatureLen)));
+    record.Capture();
 }
 
 void SignRecoverInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSignRecover, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Mechanism(pMechanism));
-    command.AddDescriptor(Object(hKey));
-    command.Capture();
+    if (!LevelSelects(kSignRecover)) return;
+    StartRecord record(kSignRecover, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(MechanismChild(pMechanism));
+    record.AddDescriptor(ObjectChild(hKey));
+    record.Capture();
 }
 
 void SignRecoverInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSignRecover, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kSignRecover)) return;
+    EndRecord record(kSignRecover, kInitPart, rv);
+    record.Capture();
 }
 
 void SignRecoverStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR,
                       CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSignRecover, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pData, ulDataLen));
-    command.Capture();
+    if (!LevelSelects(kSignRecover)) return;
+    StartRecord record(kSignRecover);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pData, ulDataLen));
+    record.Capture();
 }
 
 void SignRecoverEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pSignature,
                     CK_ULONG_PTR pulSignatureLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kSignRecover, kEnd, rv);
-    command.AddDescriptor(Bytes(pSignature, ValueAt(pulSignatureLen)));
-    command.Capture();
+    if (!LevelSelects(kSignRecover)) return;
+    EndRecord record(kSignRecover, rv);
+    record.AddDescriptor(BytesChild(pSignature, ValueAt(pulSignatureLen)));
+    record.Capture();
 }
 
 void VerifyInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Mechanism(pMechanism));
-    command.AddDescriptor(Object(hKey));
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    StartRecord record(kVerify, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(MechanismChild(pMechanism));
+    record.AddDescriptor(ObjectChild(hKey));
+    record.Capture();
 }
 
 void VerifyInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    EndRecord record(kVerify, kInitPart, rv);
+    record.Capture();
 }
 
 void VerifyStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR pSignature,
                  CK_ULONG ulSignatureLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pData, ulDataLen));
-    command.AddDescriptor(Bytes(pSignature, ulSignatureLen));
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    StartRecord record(kVerify);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pData, ulDataLen));
+    record.AddDescriptor(BytesChild(pSignature, ulSignatureLen));
+    record.Capture();
 }
 
 void VerifyEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    EndRecord record(kVerify, rv);
+    record.Capture();
 }
 
 void VerifyUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pPart, ulPartLen));
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    StartRecord record(kVerify, kUpdatePart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pPart, ulPartLen));
+    record.Capture();
 }
 
 void VerifyUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kUpdate, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    EndRecord record(kVerify, kUpdatePart, rv);
+    record.Capture();
 }
 
 void VerifyFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULONG ulSignatureLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kFinal, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pSignature, ulSignatureLen));
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    StartRecord record(kVerify, kFinalPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pSignature, ulSignatureLen));
+    record.Capture();
 }
 
 void VerifyFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerify, kFinal, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kVerify)) return;
+    EndRecord record(kVerify, kFinalPart, rv);
+    record.Capture();
 }
 
 void VerifyRecoverInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerifyRecover, kInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Mechanism(pMechanism));
-    command.AddDescriptor(Object(hKey));
-    command.Capture();
+    if (!LevelSelects(kVerifyRecover)) return;
+    StartRecord record(kVerifyRecover, kInitPart);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(MechanismChild(pMechanism));
+    record.AddDescriptor(ObjectChild(hKey));
+    record.Capture();
 }
 
 void VerifyRecoverInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerifyRecover, kInit, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kVerifyRecover)) return;
+    EndRecord record(kVerifyRecover, kInitPart, rv);
+    record.Capture();
 }
 
 void VerifyRecoverStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULONG ulSignatureLen,
                         CK_BYTE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerifyRecover, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Bytes(pSignature, ulSignatureLen));
-    command.Capture();
+    if (!LevelSelects(kVerifyRecover)) return;
+    StartRecord record(kVerifyRecover);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(BytesChild(pSignature, ulSignatureLen));
+    record.Capture();
 }
 
 void VerifyRecoverEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pData,
                       CK_ULONG_PTR pulDataLen) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kVerifyRecover, kEnd, rv);
-    command.AddDescriptor(Bytes(pData, ValueAt(pulDataLen)));
-    command.Capture();
+    if (!LevelSelects(kVerifyRecover)) return;
+    EndRecord record(kVerifyRecover, rv);
+    record.AddDescriptor(BytesChild(pData, ValueAt(pulDataLen)));
+    record.Capture();
 }

@@ -3,135 +3,137 @@
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
+using namespace ckscribe;
+
 void GetSlotListStart(CK_BBOOL tokenPresent, CK_SLOT_ID_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetSlotList, kStart, 0);
-    command.AddDescriptor(Boolean(tokenPresent, "tknPresent="));
-    command.Capture();
+    if (!LevelSelects(kGetSlotList)) return;
+    StartRecord record(kGetSlotList);
+    record.AddDescriptor(BooleanChild(tokenPresent, "tknPresent="));
+    record.Capture();
 }
 
 void GetSlotListEnd(CK_RV rv, CK_BBOOL, CK_SLOT_ID_PTR pSlotList, CK_ULONG_PTR pulCount) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetSlotList, kEnd, rv);
-    command.AddDescriptor(SlotList(pSlotList, ValueAt(pulCount)));
-    command.Capture();
+    if (!LevelSelects(kGetSlotList)) return;
+    EndRecord record(kGetSlotList, rv);
+    record.AddDescriptor(SlotListChild(pSlotList, ValueAt(pulCount)));
+    record.Capture();
 }
 
 void GetSlotInfoStart(CK_SLOT_ID slotID, CK_SLOT_INFO_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetSlotInfo, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    if (!LevelSelects(kGetSlotInfo)) return;
+    StartRecord record(kGetSlotInfo);
+    record.AddDescriptor(SlotChild(slotID));
+    record.Capture();
 }
 
 void GetSlotInfoEnd(CK_RV rv, CK_SLOT_ID, CK_SLOT_INFO_PTR pInfo) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetSlotInfo, kEnd, rv);
-    command.AddDescriptor(SlotInfo(pInfo));
-    command.Capture();
+    if (!LevelSelects(kGetSlotInfo)) return;
+    EndRecord record(kGetSlotInfo, rv);
+    record.AddDescriptor(SlotInfoChild(pInfo));
+    record.Capture();
 }
 
 void GetTokenInfoStart(CK_SLOT_ID slotID, CK_TOKEN_INFO_PTR pInfo) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetTokenInfo, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pInfo));
-    command.Capture();
+    if (!LevelSelects(kGetTokenInfo)) return;
+    StartRecord record(kGetTokenInfo);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pInfo));
+    record.Capture();
 }
 
 void GetTokenInfoEnd(CK_RV rv, CK_SLOT_ID, CK_TOKEN_INFO_PTR pInfo) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetTokenInfo, kEnd, rv);
-    command.AddDescriptor(Pointer(pInfo));
-    if (pInfo != nullptr) command.AddDescriptor(TokenInfo(pInfo));
-    command.Capture();
+    if (!LevelSelects(kGetTokenInfo)) return;
+    EndRecord record(kGetTokenInfo, rv);
+    record.AddDescriptor(PointerChild(pInfo));
+    if (pInfo != nullptr) record.AddDescriptor(TokenInfoChild(pInfo));
+    record.Capture();
 }
 
 void WaitForSlotEventStart(CK_FLAGS flags, CK_SLOT_ID_PTR, CK_VOID_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kWaitForSlotEvent, kStart, 0);
-    command.AddDescriptor(Flags(flags));
-    command.Capture();
+    if (!LevelSelects(kWaitForSlotEvent)) return;
+    StartRecord record(kWaitForSlotEvent);
+    record.AddDescriptor(FlagsChild(flags));
+    record.Capture();
 }
 
 void WaitForSlotEventEnd(CK_RV rv, CK_FLAGS, CK_SLOT_ID_PTR pSlot, CK_VOID_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kWaitForSlotEvent, kEnd, rv);
+    if (!LevelSelects(kWaitForSlotEvent)) return;
+    EndRecord record(kWaitForSlotEvent, rv);
     // The address of the slot identifier in place of the identifier; kept, the record is defined so.
-    command.AddDescriptor(Slot(reinterpret_cast<CK_SLOT_ID>(pSlot)));
-    command.Capture();
+    record.AddDescriptor(SlotChild(reinterpret_cast<CK_SLOT_ID>(pSlot)));
+    record.Capture();
 }
 
 void GetMechanismListStart(CK_SLOT_ID slotID, CK_MECHANISM_TYPE_PTR, CK_ULONG_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetMechanismList, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    if (!LevelSelects(kGetMechanismList)) return;
+    StartRecord record(kGetMechanismList);
+    record.AddDescriptor(SlotChild(slotID));
+    record.Capture();
 }
 
 void GetMechanismListEnd(CK_RV rv, CK_SLOT_ID, CK_MECHANISM_TYPE_PTR pMechanismList, CK_ULONG_PTR pulCount) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetMechanismList, kEnd, rv);
-    command.AddDescriptor(MechanismTypeList(pMechanismList, ValueAt(pulCount)));
-    command.Capture();
+    if (!LevelSelects(kGetMechanismList)) return;
+    EndRecord record(kGetMechanismList, rv);
+    record.AddDescriptor(MechanismTypeListChild(pMechanismList, ValueAt(pulCount)));
+    record.Capture();
 }
 
 void GetMechanismInfoStart(CK_SLOT_ID slotID, CK_MECHANISM_TYPE type, CK_MECHANISM_INFO_PTR) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetMechanismInfo, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(MechanismType(type));
-    command.Capture();
+    if (!LevelSelects(kGetMechanismInfo)) return;
+    StartRecord record(kGetMechanismInfo);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(MechanismTypeChild(type));
+    record.Capture();
 }
 
 void GetMechanismInfoEnd(CK_RV rv, CK_SLOT_ID, CK_MECHANISM_TYPE, CK_MECHANISM_INFO_PTR pInfo) {
-    if (!IsLogged(kEverything)) return;
-    CommandDescriptor command(kGetMechanismInfo, kEnd, rv);
-    command.AddDescriptor(MechanismInfo(pInfo));
-    command.Capture();
+    if (!LevelSelects(kGetMechanismInfo)) return;
+    EndRecord record(kGetMechanismInfo, rv);
+    record.AddDescriptor(MechanismInfoChild(pInfo));
+    record.Capture();
 }
 
 void InitTokenStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG, CK_UTF8CHAR_PTR pLabel) {
-    if (!IsLogged(kDestroying)) return;
-    CommandDescriptor command(kInitToken, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pin(pPin));
-    command.AddDescriptor(Bytes(pLabel, kLabelLength, "label="));
-    command.Capture();
+    if (!LevelSelects(kInitToken)) return;
+    StartRecord record(kInitToken);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PinChild(pPin));
+    record.AddDescriptor(BytesChild(pLabel, kLabelLength, "label="));
+    record.Capture();
 }
 
 void InitTokenEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG, CK_UTF8CHAR_PTR) {
-    if (!IsLogged(kDestroying)) return;
-    CommandDescriptor command(kInitToken, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kInitToken)) return;
+    EndRecord record(kInitToken, rv);
+    record.Capture();
 }
 
 void InitPINStart(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG) {
-    if (!IsLogged(kDestroying)) return;
-    CommandDescriptor command(kInitPIN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pin(pPin));
-    command.Capture();
+    if (!LevelSelects(kInitPIN)) return;
+    StartRecord record(kInitPIN);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PinChild(pPin));
+    record.Capture();
 }
 
 void InitPINEnd(CK_RV rv, CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG) {
-    if (!IsLogged(kDestroying)) return;
-    CommandDescriptor command(kInitPIN, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kInitPIN)) return;
+    EndRecord record(kInitPIN, rv);
+    record.Capture();
 }
 
 void SetPINStart(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pOldPin, CK_ULONG, CK_UTF8CHAR_PTR pNewPin,
                  CK_ULONG) {
-    if (!IsLogged(kAdministering)) return;
-    CommandDescriptor command(kSetPIN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pin(pOldPin, "Old="));
-    command.AddDescriptor(Pin(pNewPin, "New="));
-    command.Capture();
+    if (!LevelSelects(kSetPIN)) return;
+    StartRecord record(kSetPIN);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PinChild(pOldPin, "Old="));
+    record.AddDescriptor(PinChild(pNewPin, "New="));
+    record.Capture();
 }
 
 void SetPINEnd(CK_RV rv, CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG, CK_UTF8CHAR_PTR, CK_ULONG) {
-    if (!IsLogged(kAdministering)) return;
-    CommandDescriptor command(kSetPIN, kEnd, rv);
-    command.Capture();
+    if (!LevelSelects(kSetPIN)) return;
+    EndRecord record(kSetPIN, rv);
+    record.Capture();
 }

@@ -7,15 +7,12 @@
 
 #include <p11-kit/pkcs11.h>
 
-#define UNWRAP(...) __VA_ARGS__
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define CKSCRIBE_PARAMETERS(...) __VA_OPT__(, ) __VA_ARGS__
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
+    void Name##Start Parameters;                                     \
+    void Name##End(CK_RV rv CKSCRIBE_PARAMETERS Parameters);
+#define C_UNEXPORTED_ROW(Name, Type, Level, Parameters) \
     void Name##Start Parameters;                        \
-    void Name##End(CK_RV rv, UNWRAP Parameters);
+    void Name##End(CK_RV rv CKSCRIBE_PARAMETERS Parameters);
 #include "functions/functions.def"
-#undef UNWRAP
-
-// Builders of functions that a target may have and that this library does not export.
-void TerminateStart();
-void TerminateEnd(CK_RV rv);
-void PerformSelfTestStart(CK_SESSION_HANDLE hSession, CK_ULONG testType);
-void PerformSelfTestEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG testType);
+#undef CKSCRIBE_PARAMETERS

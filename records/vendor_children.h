@@ -7,21 +7,25 @@
 
 #include "records/record_children.h"
 
+namespace ckscribe {
+
 // Whether an end record shows more than the result: after success, and when a buffer was too small.
 inline bool ShowsOutputs(CK_RV rv) { return rv == CKR_OK || rv == CKR_BUFFER_TOO_SMALL; }
 
 // Each adds what stands behind a pointer, and nothing for a null pointer.
-void AddNumberAt(CommandDescriptor& command, const CK_ULONG* number, const char* label = nullptr);
-void AddBytes(CommandDescriptor& command, const void* bytes, CK_ULONG length, const char* label = nullptr);
+void AddNumberAt(CommandDescriptor& record, const CK_ULONG* number, const char* label = nullptr);
+void AddBytes(CommandDescriptor& record, const void* bytes, CK_ULONG length, const char* label = nullptr);
 // A text is two children, the same bytes as a string and as a value.
-void AddText(CommandDescriptor& command, const void* text, CK_ULONG length, const char* label = nullptr);
+void AddText(CommandDescriptor& record, const void* text, CK_ULONG length, const char* label = nullptr);
+
+}  // namespace ckscribe
 
 // Policies or capabilities that are set: their count, then each identifier with its value.
-void capsOrPolicyArrayAdd(CommandDescriptor& command, CK_ULONG count, const CK_ULONG* ids,
+void capsOrPolicyArrayAdd(CommandDescriptor& record, CK_ULONG count, const CK_ULONG* ids,
                           const CK_ULONG* values);
 // The addresses through which a set of them is asked for, with the room that is behind them.
-void capsOrPolicyPtrsAdd(CommandDescriptor& command, const CK_ULONG* ids, const CK_ULONG* idCount,
+void capsOrPolicyPtrsAdd(CommandDescriptor& record, const CK_ULONG* ids, const CK_ULONG* idCount,
                          const CK_ULONG* values, const CK_ULONG* valueCount);
 // The set that was returned. The two arrays may differ in length, each is shown to its own count.
-void capsOrPolicyDescAdd(CommandDescriptor& command, const CK_ULONG* ids, const CK_ULONG* idCount,
+void capsOrPolicyDescAdd(CommandDescriptor& record, const CK_ULONG* ids, const CK_ULONG* idCount,
                          const CK_ULONG* values, const CK_ULONG* valueCount);

@@ -5,7 +5,9 @@
 #include "records/shared_vendor_records.h"
 #include "records/vendor_commands.h"
 
-#define CA_BARE_ROW(Name, ...)                                                         \
-    void Name##CmdStart() { CommandDescriptor(kCmd##Name, kStart, CKR_OK).Capture(); } \
+using namespace ckscribe;
+
+#define CA_BARE_ROW(Name, ...)                                   \
+    void Name##CmdStart() { StartRecord(kCmd##Name).Capture(); } \
     void Name##CmdEnd(CK_RV rv) { CaptureResult(kCmd##Name, rv); }
 #include "functions/functions.def"

@@ -14,8 +14,8 @@
 #include "descriptors/vendor_structures.h"
 
 #define CKSCRIBE_PARAMETERS(...) __VA_OPT__(, ) __VA_ARGS__
-#define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) \
-    void Name##CmdStart Parameters;                             \
+#define CA_ROW(Name, Type, Class, Level, Parameters) \
+    void Name##CmdStart Parameters;                  \
     void Name##CmdEnd(CK_RV rv CKSCRIBE_PARAMETERS Parameters);
 #define CA_BARE_ROW(Name, ...) \
     void Name##CmdStart();     \

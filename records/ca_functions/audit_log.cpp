@@ -7,16 +7,18 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void InitAuditCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_CHAR_PTR pLabel) {
-    CommandDescriptor command(kCmdInitAudit, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pPin));
-    command.AddDescriptor(Number(ulPinLen));
-    command.AddDescriptor(Pin(pPin));
-    command.AddDescriptor(Pointer(pLabel));
+    StartRecord record(kCmdInitAudit);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pPin));
+    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinChild(pPin));
+    record.AddDescriptor(PointerChild(pLabel));
     // Terminated, or padded like the label of any token: what follows it is nobody's to see.
-    AddText(command, pLabel, std::min(ckscribe::ReadableTextLength(pLabel), kLabelLength));
-    command.Capture();
+    AddText(record, pLabel, std::min(ReadableTextLength(pLabel), kLabelLength));
+    record.Capture();
 }
 
 void InitAuditCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG, CK_CHAR_PTR) {
@@ -25,60 +27,60 @@ void InitAuditCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG, CK_CHAR_PT
 
 void LogVerifyCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMessages, CK_ULONG ulMessageCount,
                        CK_ULONG ulChained, CK_ULONG_PTR pulVerified) {
-    CommandDescriptor command(kCmdLogVerify, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pMessages));
-    command.AddDescriptor(Number(ulMessageCount));
-    command.AddDescriptor(Number(ulChained));
-    command.AddDescriptor(Pointer(pulVerified));
-    command.Capture();
+    StartRecord record(kCmdLogVerify);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pMessages));
+    record.AddDescriptor(NumberChild(ulMessageCount));
+    record.AddDescriptor(NumberChild(ulChained));
+    record.AddDescriptor(PointerChild(pulVerified));
+    record.Capture();
 }
 
 void LogVerifyCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMessages, CK_ULONG ulMessageCount,
                      CK_ULONG ulChained, CK_ULONG_PTR pulVerified) {
-    CommandDescriptor command(kCmdLogVerify, kEnd, rv);
+    EndRecord record(kCmdLogVerify, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pMessages));
-        command.AddDescriptor(Number(ulMessageCount));
-        command.AddDescriptor(Number(ulChained));
-        command.AddDescriptor(Pointer(pulVerified));
-        AddNumberAt(command, pulVerified);
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pMessages));
+        record.AddDescriptor(NumberChild(ulMessageCount));
+        record.AddDescriptor(NumberChild(ulChained));
+        record.AddDescriptor(PointerChild(pulVerified));
+        AddNumberAt(record, pulVerified);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void LogVerifyFileCmdStart(CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFileName, CK_ULONG_PTR pulVerified) {
-    CommandDescriptor command(kCmdLogVerifyFile, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pFileName));
-    AddText(command, pFileName, ckscribe::ReadableTextLength(pFileName));
-    command.AddDescriptor(Pointer(pulVerified));
-    command.Capture();
+    StartRecord record(kCmdLogVerifyFile);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pFileName));
+    AddText(record, pFileName, ReadableTextLength(pFileName));
+    record.AddDescriptor(PointerChild(pulVerified));
+    record.Capture();
 }
 
 void LogVerifyFileCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFileName,
                          CK_ULONG_PTR pulVerified) {
-    CommandDescriptor command(kCmdLogVerifyFile, kEnd, rv);
+    EndRecord record(kCmdLogVerifyFile, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pFileName));
-        AddText(command, pFileName, ckscribe::ReadableTextLength(pFileName));
-        command.AddDescriptor(Pointer(pulVerified));
-        AddNumberAt(command, pulVerified);
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pFileName));
+        AddText(record, pFileName, ReadableTextLength(pFileName));
+        record.AddDescriptor(PointerChild(pulVerified));
+        AddNumberAt(record, pulVerified);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void LogExternalCmdStart(CK_SLOT_ID slotID, CK_SESSION_HANDLE hSession, CK_CHAR_PTR pMessage,
                          CK_ULONG ulMessageLen) {
-    CommandDescriptor command(kCmdLogExternal, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pMessage));
-    command.AddDescriptor(Number(ulMessageLen));
-    AddText(command, pMessage, ulMessageLen);
-    command.Capture();
+    StartRecord record(kCmdLogExternal);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pMessage));
+    record.AddDescriptor(NumberChild(ulMessageLen));
+    AddText(record, pMessage, ulMessageLen);
+    record.Capture();
 }
 
 void LogExternalCmdEnd(CK_RV rv, CK_SLOT_ID, CK_SESSION_HANDLE, CK_CHAR_PTR, CK_ULONG) {
@@ -86,11 +88,11 @@ void LogExternalCmdEnd(CK_RV rv, CK_SLOT_ID, CK_SESSION_HANDLE, CK_CHAR_PTR, CK_
 }
 
 void LogImportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret, CK_ULONG ulLogSecretLen) {
-    CommandDescriptor command(kCmdLogImportSecret, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pLogSecret));
-    AddBytes(command, pLogSecret, ulLogSecretLen);
-    command.Capture();
+    StartRecord record(kCmdLogImportSecret);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pLogSecret));
+    AddBytes(record, pLogSecret, ulLogSecretLen);
+    record.Capture();
 }
 
 void LogImportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
@@ -103,13 +105,13 @@ void LogExportSecretCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret,
 
 void LogExportSecretCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLogSecret,
                            CK_ULONG_PTR pulLogSecretLen) {
-    CommandDescriptor command(kCmdLogExportSecret, kEnd, rv);
+    EndRecord record(kCmdLogExportSecret, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pLogSecret));
-        AddBytes(command, pLogSecret, ValueAt(pulLogSecretLen));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pLogSecret));
+        AddBytes(record, pLogSecret, ValueAt(pulLogSecretLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void TimeSyncCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTime) {
@@ -128,15 +130,15 @@ void GetTimeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulTime) {
 
 void LogSetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMask, CK_ULONG ulRotation,
                           CK_ULONG ulInterval, CK_ULONG ulMaxSize, CK_CHAR_PTR pPath) {
-    CommandDescriptor command(kCmdLogSetConfig, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulMask));
-    command.AddDescriptor(Number(ulRotation));
-    command.AddDescriptor(Number(ulInterval));
-    command.AddDescriptor(Number(ulMaxSize));
-    command.AddDescriptor(Pointer(pPath));
-    AddText(command, pPath, ckscribe::ReadableTextLength(pPath));
-    command.Capture();
+    StartRecord record(kCmdLogSetConfig);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulMask));
+    record.AddDescriptor(NumberChild(ulRotation));
+    record.AddDescriptor(NumberChild(ulInterval));
+    record.AddDescriptor(NumberChild(ulMaxSize));
+    record.AddDescriptor(PointerChild(pPath));
+    AddText(record, pPath, ReadableTextLength(pPath));
+    record.Capture();
 }
 
 void LogSetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_CHAR_PTR) {
@@ -151,21 +153,21 @@ void LogGetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMask, CK_U
 
 void LogGetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMask, CK_ULONG_PTR pulRotation,
                         CK_ULONG_PTR pulInterval, CK_ULONG_PTR pulMaxSize, CK_CHAR_PTR pPath) {
-    CommandDescriptor command(kCmdLogGetConfig, kEnd, rv);
+    EndRecord record(kCmdLogGetConfig, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulMask));
-        command.AddDescriptor(Pointer(pulRotation));
-        command.AddDescriptor(Pointer(pulInterval));
-        command.AddDescriptor(Pointer(pulMaxSize));
-        command.AddDescriptor(Pointer(pPath));
-        AddNumberAt(command, pulMask);
-        AddNumberAt(command, pulRotation);
-        AddNumberAt(command, pulInterval);
-        AddNumberAt(command, pulMaxSize);
-        AddText(command, pPath, ckscribe::ReadableTextLength(pPath));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pulMask));
+        record.AddDescriptor(PointerChild(pulRotation));
+        record.AddDescriptor(PointerChild(pulInterval));
+        record.AddDescriptor(PointerChild(pulMaxSize));
+        record.AddDescriptor(PointerChild(pPath));
+        AddNumberAt(record, pulMask);
+        AddNumberAt(record, pulRotation);
+        AddNumberAt(record, pulInterval);
+        AddNumberAt(record, pulMaxSize);
+        AddText(record, pPath, ReadableTextLength(pPath));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void LogGetStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_PTR pulStatus2,
@@ -176,19 +178,19 @@ void LogGetStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_P
 
 void LogGetStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulStatus1, CK_ULONG_PTR pulStatus2,
                         CK_ULONG_PTR pulStatus3, CK_ULONG_PTR pulStatus4, CK_ULONG_PTR pulStatus5) {
-    CommandDescriptor command(kCmdLogGetStatus, kEnd, rv);
+    EndRecord record(kCmdLogGetStatus, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulStatus1));
-        command.AddDescriptor(Pointer(pulStatus2));
-        command.AddDescriptor(Pointer(pulStatus3));
-        command.AddDescriptor(Pointer(pulStatus4));
-        command.AddDescriptor(Pointer(pulStatus5));
-        AddNumberAt(command, pulStatus1);
-        AddNumberAt(command, pulStatus2);
-        AddNumberAt(command, pulStatus3);
-        AddNumberAt(command, pulStatus4);
-        AddNumberAt(command, pulStatus5);
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pulStatus1));
+        record.AddDescriptor(PointerChild(pulStatus2));
+        record.AddDescriptor(PointerChild(pulStatus3));
+        record.AddDescriptor(PointerChild(pulStatus4));
+        record.AddDescriptor(PointerChild(pulStatus5));
+        AddNumberAt(record, pulStatus1);
+        AddNumberAt(record, pulStatus2);
+        AddNumberAt(record, pulStatus3);
+        AddNumberAt(record, pulStatus4);
+        AddNumberAt(record, pulStatus5);
     }
-    command.Capture();
+    record.Capture();
 }

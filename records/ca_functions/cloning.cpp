@@ -5,6 +5,8 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void ManualKCVCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdManualKCV, hSession); }
 
 void ManualKCVCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdManualKCV, rv); }
@@ -28,97 +30,97 @@ void SetRDKCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pDomain, CK_ULONG ul
 void SetRDKCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { CaptureResult(kCmdSetRDK, rv); }
 
 void SetCloningDomainCmdStart(CK_BYTE_PTR pDomain, CK_ULONG) {
-    CommandDescriptor command(kCmdSetCloningDomain, kStart, 0);
-    command.AddDescriptor(Pin(pDomain));
-    command.Capture();
+    StartRecord record(kCmdSetCloningDomain);
+    record.AddDescriptor(PinChild(pDomain));
+    record.Capture();
 }
 
 void SetCloningDomainCmdEnd(CK_RV rv, CK_BYTE_PTR, CK_ULONG) { CaptureResult(kCmdSetCloningDomain, rv); }
 
 void ClonePrivateKeyCmdStart(CK_SESSION_HANDLE hTargetSession, CK_SESSION_HANDLE hSourceSession,
                              CK_OBJECT_HANDLE hObject, CK_OBJECT_HANDLE_PTR phClone) {
-    CommandDescriptor command(kCmdClonePrivateKey, kStart, 0);
-    command.AddDescriptor(Number(hTargetSession));
-    command.AddDescriptor(Number(hSourceSession));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Pointer(phClone));
-    command.Capture();
+    StartRecord record(kCmdClonePrivateKey);
+    record.AddDescriptor(NumberChild(hTargetSession));
+    record.AddDescriptor(NumberChild(hSourceSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(PointerChild(phClone));
+    record.Capture();
 }
 
 void ClonePrivateKeyCmdEnd(CK_RV rv, CK_SESSION_HANDLE hTargetSession, CK_SESSION_HANDLE hSourceSession,
                            CK_OBJECT_HANDLE hObject, CK_OBJECT_HANDLE_PTR phClone) {
-    CommandDescriptor command(kCmdClonePrivateKey, kEnd, rv);
+    EndRecord record(kCmdClonePrivateKey, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Number(hTargetSession));
-        command.AddDescriptor(Number(hSourceSession));
-        command.AddDescriptor(Object(hObject));
-        command.AddDescriptor(Pointer(phClone));
-        if (phClone != nullptr) command.AddDescriptor(Object(ValueAt(phClone)));
+        record.AddDescriptor(NumberChild(hTargetSession));
+        record.AddDescriptor(NumberChild(hSourceSession));
+        record.AddDescriptor(ObjectChild(hObject));
+        record.AddDescriptor(PointerChild(phClone));
+        if (phClone != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phClone)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CloneObjectCmdStart(CK_SESSION_HANDLE hTargetSession, CK_SESSION_HANDLE hSourceSession,
                          CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject, CK_OBJECT_HANDLE_PTR phClone) {
-    CommandDescriptor command(kCmdCloneObject, kStart, 0);
-    command.AddDescriptor(Number(hTargetSession));
-    command.AddDescriptor(Number(hSourceSession));
-    command.AddDescriptor(Number(ulObjectType, "Type="));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Pointer(phClone));
-    command.Capture();
+    StartRecord record(kCmdCloneObject);
+    record.AddDescriptor(NumberChild(hTargetSession));
+    record.AddDescriptor(NumberChild(hSourceSession));
+    record.AddDescriptor(NumberChild(ulObjectType, "Type="));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(PointerChild(phClone));
+    record.Capture();
 }
 
 void CloneObjectCmdEnd(CK_RV rv, CK_SESSION_HANDLE hTargetSession, CK_SESSION_HANDLE hSourceSession,
                        CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject, CK_OBJECT_HANDLE_PTR phClone) {
-    CommandDescriptor command(kCmdCloneObject, kEnd, rv);
+    EndRecord record(kCmdCloneObject, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Number(hTargetSession));
-        command.AddDescriptor(Number(hSourceSession));
-        command.AddDescriptor(Number(ulObjectType, "Type="));
-        command.AddDescriptor(Number(hObject));
-        command.AddDescriptor(Pointer(phClone));
-        AddNumberAt(command, phClone);
+        record.AddDescriptor(NumberChild(hTargetSession));
+        record.AddDescriptor(NumberChild(hSourceSession));
+        record.AddDescriptor(NumberChild(ulObjectType, "Type="));
+        record.AddDescriptor(NumberChild(hObject));
+        record.AddDescriptor(PointerChild(phClone));
+        AddNumberAt(record, phClone);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GenerateCloningKEVCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pKev, CK_ULONG_PTR pulKevLen) {
-    CommandDescriptor command(kCmdGenerateCloningKEV, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pKev));
-    command.AddDescriptor(Pointer(pulKevLen));
-    AddNumberAt(command, pulKevLen);
-    command.Capture();
+    StartRecord record(kCmdGenerateCloningKEV);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pKev));
+    record.AddDescriptor(PointerChild(pulKevLen));
+    AddNumberAt(record, pulKevLen);
+    record.Capture();
 }
 
 void GenerateCloningKEVCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pKev,
                               CK_ULONG_PTR pulKevLen) {
-    CommandDescriptor command(kCmdGenerateCloningKEV, kEnd, rv);
+    EndRecord record(kCmdGenerateCloningKEV, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Number(AddressOf(pKev)));
-        command.AddDescriptor(Number(AddressOf(pulKevLen)));
-        AddNumberAt(command, pulKevLen);
-        command.AddDescriptor(Pin(pKev));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(NumberChild(AsNumber(pKev)));
+        record.AddDescriptor(NumberChild(AsNumber(pulKevLen)));
+        AddNumberAt(record, pulKevLen);
+        record.AddDescriptor(PinChild(pKev));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CloneAsTargetInitCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSourceData, CK_ULONG ulSourceDataLen,
                                CK_BYTE_PTR pKev, CK_ULONG, CK_BBOOL bReplicate, CK_BYTE_PTR pTargetData,
                                CK_ULONG_PTR pulTargetDataLen) {
-    CommandDescriptor command(kCmdCloneAsTargetInit, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pSourceData));
-    AddBytes(command, pSourceData, ulSourceDataLen);
-    command.AddDescriptor(Pointer(pKev));
-    command.AddDescriptor(Pin(pKev));
-    command.AddDescriptor(Boolean(bReplicate));
-    command.AddDescriptor(Pointer(pTargetData));
-    command.AddDescriptor(Pointer(pulTargetDataLen));
-    AddNumberAt(command, pulTargetDataLen);
-    command.Capture();
+    StartRecord record(kCmdCloneAsTargetInit);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pSourceData));
+    AddBytes(record, pSourceData, ulSourceDataLen);
+    record.AddDescriptor(PointerChild(pKev));
+    record.AddDescriptor(PinChild(pKev));
+    record.AddDescriptor(BooleanChild(bReplicate));
+    record.AddDescriptor(PointerChild(pTargetData));
+    record.AddDescriptor(PointerChild(pulTargetDataLen));
+    AddNumberAt(record, pulTargetDataLen);
+    record.Capture();
 }
 
 void CloneAsTargetInitCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR,
@@ -129,17 +131,17 @@ void CloneAsTargetInitCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, 
 void CloneAsSourceCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject,
                            CK_BYTE_PTR pTargetData, CK_ULONG ulTargetDataLen, CK_BBOOL bReplicate,
                            CK_BYTE_PTR pClone, CK_ULONG_PTR pulCloneLen) {
-    CommandDescriptor command(kCmdCloneAsSource, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulObjectType, "Type="));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Pointer(pTargetData));
-    AddBytes(command, pTargetData, ulTargetDataLen);
-    command.AddDescriptor(Boolean(bReplicate));
-    command.AddDescriptor(Pointer(pClone));
-    command.AddDescriptor(Pointer(pulCloneLen));
-    AddNumberAt(command, pulCloneLen);
-    command.Capture();
+    StartRecord record(kCmdCloneAsSource);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulObjectType, "Type="));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(PointerChild(pTargetData));
+    AddBytes(record, pTargetData, ulTargetDataLen);
+    record.AddDescriptor(BooleanChild(bReplicate));
+    record.AddDescriptor(PointerChild(pClone));
+    record.AddDescriptor(PointerChild(pulCloneLen));
+    AddNumberAt(record, pulCloneLen);
+    record.Capture();
 }
 
 void CloneAsSourceCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_OBJECT_HANDLE, CK_BYTE_PTR,
@@ -150,17 +152,17 @@ void CloneAsSourceCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_OBJE
 void CloneAsTargetCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pKev, CK_ULONG, CK_BYTE_PTR pClone,
                            CK_ULONG ulCloneLen, CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject,
                            CK_BBOOL bReplicate, CK_OBJECT_HANDLE_PTR phClone) {
-    CommandDescriptor command(kCmdCloneAsTarget, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pKev));
-    command.AddDescriptor(Pin(pKev));
-    command.AddDescriptor(Pointer(pClone));
-    AddBytes(command, pClone, ulCloneLen);
-    command.AddDescriptor(Number(ulObjectType, "Type="));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Boolean(bReplicate));
-    command.AddDescriptor(Pointer(phClone));
-    command.Capture();
+    StartRecord record(kCmdCloneAsTarget);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pKev));
+    record.AddDescriptor(PinChild(pKev));
+    record.AddDescriptor(PointerChild(pClone));
+    AddBytes(record, pClone, ulCloneLen);
+    record.AddDescriptor(NumberChild(ulObjectType, "Type="));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(BooleanChild(bReplicate));
+    record.AddDescriptor(PointerChild(phClone));
+    record.Capture();
 }
 
 void CloneAsTargetCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,

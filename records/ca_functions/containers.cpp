@@ -5,11 +5,13 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void RestartForContainerCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber) {
-    CommandDescriptor command(kCmdRestartForContainer, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "Container Number"));
-    command.Capture();
+    StartRecord record(kCmdRestartForContainer);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber, "Container Number"));
+    record.Capture();
 }
 
 void RestartForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) { CaptureResult(kCmdRestartForContainer, rv); }
@@ -19,42 +21,42 @@ void GetUserContainerNumberCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR) {
 }
 
 void GetUserContainerNumberCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulContainerNumber) {
-    CommandDescriptor command(kCmdGetUserContainerNumber, kEnd, rv);
+    EndRecord record(kCmdGetUserContainerNumber, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        AddNumberAt(command, pulContainerNumber, "Container Number");
+        record.AddDescriptor(SlotChild(slotID));
+        AddNumberAt(record, pulContainerNumber, "Container Number");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetUserContainerNameCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pName, CK_ULONG_PTR pulNameLen) {
-    CommandDescriptor command(kCmdGetUserContainerName, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pName, "pName="));
-    command.AddDescriptor(Pointer(pulNameLen, "pNameLen="));
-    AddNumberAt(command, pulNameLen, "Name length=");
-    command.Capture();
+    StartRecord record(kCmdGetUserContainerName);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pName, "pName="));
+    record.AddDescriptor(PointerChild(pulNameLen, "pNameLen="));
+    AddNumberAt(record, pulNameLen, "Name length=");
+    record.Capture();
 }
 
 void GetUserContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pName, CK_ULONG_PTR pulNameLen) {
-    CommandDescriptor command(kCmdGetUserContainerName, kEnd, rv);
+    EndRecord record(kCmdGetUserContainerName, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pName, "pName="));
-        command.AddDescriptor(Pointer(pulNameLen, "pNameLen="));
-        AddNumberAt(command, pulNameLen, "Name length=");
-        AddText(command, pName, ValueAt(pulNameLen));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pName, "pName="));
+        record.AddDescriptor(PointerChild(pulNameLen, "pNameLen="));
+        AddNumberAt(record, pulNameLen, "Name length=");
+        AddText(record, pName, ValueAt(pulNameLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void SetUserContainerNameCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pName, CK_ULONG ulNameLen) {
-    CommandDescriptor command(kCmdSetUserContainerName, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pName, "pName="));
-    command.AddDescriptor(Number(ulNameLen, "length="));
-    AddText(command, pName, ulNameLen, "Name=");
-    command.Capture();
+    StartRecord record(kCmdSetUserContainerName);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pName, "pName="));
+    record.AddDescriptor(NumberChild(ulNameLen, "length="));
+    AddText(record, pName, ulNameLen, "Name=");
+    record.Capture();
 }
 
 void SetUserContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG) {
@@ -64,58 +66,58 @@ void SetUserContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID, CK_UTF8CHAR_PTR, CK_ULONG)
 void GetContainerStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG_PTR pulFlags,
                                 CK_ULONG_PTR pulFailedSoLogins, CK_ULONG_PTR pulFailedOfficerLogins,
                                 CK_ULONG_PTR pulFailedUserLogins) {
-    CommandDescriptor command(kCmdGetContainerStatus, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "Container Number"));
-    command.AddDescriptor(Pointer(pulFlags, "Container Status Flags Ptr"));
-    command.AddDescriptor(Pointer(pulFailedSoLogins, "Failed SO Login Ptr"));
-    command.AddDescriptor(Pointer(pulFailedOfficerLogins, "Failed Crypto Officer Login Ptr"));
-    command.AddDescriptor(Pointer(pulFailedUserLogins, "Failed Crypto User Ptr"));
-    command.Capture();
+    StartRecord record(kCmdGetContainerStatus);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber, "Container Number"));
+    record.AddDescriptor(PointerChild(pulFlags, "Container Status Flags Ptr"));
+    record.AddDescriptor(PointerChild(pulFailedSoLogins, "Failed SO Login Ptr"));
+    record.AddDescriptor(PointerChild(pulFailedOfficerLogins, "Failed Crypto Officer Login Ptr"));
+    record.AddDescriptor(PointerChild(pulFailedUserLogins, "Failed Crypto User Ptr"));
+    record.Capture();
 }
 
 void GetContainerStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG_PTR pulFlags,
                               CK_ULONG_PTR pulFailedSoLogins, CK_ULONG_PTR pulFailedOfficerLogins,
                               CK_ULONG_PTR pulFailedUserLogins) {
-    CommandDescriptor command(kCmdGetContainerStatus, kEnd, rv);
+    EndRecord record(kCmdGetContainerStatus, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "Container Number"));
-        command.AddDescriptor(Pointer(pulFlags, "Container Status Flags Ptr"));
-        command.AddDescriptor(Pointer(pulFailedSoLogins, "Failed SO Login Ptr"));
-        command.AddDescriptor(Pointer(pulFailedOfficerLogins, "Failed Crypto Officer Login Ptr"));
-        command.AddDescriptor(Pointer(pulFailedUserLogins, "Failed Crypto User Ptr"));
-        AddNumberAt(command, pulFlags, "Container Status Flags");
-        AddNumberAt(command, pulFailedSoLogins, "Failed SO Logins");
-        AddNumberAt(command, pulFailedOfficerLogins, "Failed Crypto Officer Logins");
-        AddNumberAt(command, pulFailedUserLogins, "Failed Crypto User Logins");
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerNumber, "Container Number"));
+        record.AddDescriptor(PointerChild(pulFlags, "Container Status Flags Ptr"));
+        record.AddDescriptor(PointerChild(pulFailedSoLogins, "Failed SO Login Ptr"));
+        record.AddDescriptor(PointerChild(pulFailedOfficerLogins, "Failed Crypto Officer Login Ptr"));
+        record.AddDescriptor(PointerChild(pulFailedUserLogins, "Failed Crypto User Ptr"));
+        AddNumberAt(record, pulFlags, "Container Status Flags");
+        AddNumberAt(record, pulFailedSoLogins, "Failed SO Logins");
+        AddNumberAt(record, pulFailedOfficerLogins, "Failed Crypto Officer Logins");
+        AddNumberAt(record, pulFailedUserLogins, "Failed Crypto User Logins");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetTokenStatusCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulFlags, CK_ULONG_PTR pulSessionCount,
                             CK_ULONG_PTR pulRwSessionCount) {
-    CommandDescriptor command(kCmdGetTokenStatus, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pulFlags, "Flags Ptr"));
-    command.AddDescriptor(Pointer(pulSessionCount, "Session Count Ptr"));
-    command.AddDescriptor(Pointer(pulRwSessionCount, "R/W Session Count Ptr"));
-    command.Capture();
+    StartRecord record(kCmdGetTokenStatus);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pulFlags, "Flags Ptr"));
+    record.AddDescriptor(PointerChild(pulSessionCount, "Session Count Ptr"));
+    record.AddDescriptor(PointerChild(pulRwSessionCount, "R/W Session Count Ptr"));
+    record.Capture();
 }
 
 void GetTokenStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulFlags, CK_ULONG_PTR pulSessionCount,
                           CK_ULONG_PTR pulRwSessionCount) {
-    CommandDescriptor command(kCmdGetTokenStatus, kEnd, rv);
+    EndRecord record(kCmdGetTokenStatus, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulFlags, "Flags Ptr"));
-        command.AddDescriptor(Pointer(pulSessionCount, "Session Count Ptr"));
-        command.AddDescriptor(Pointer(pulRwSessionCount, "R/W Session Count Ptr"));
-        AddNumberAt(command, pulFlags, "Flags");
-        AddNumberAt(command, pulSessionCount, "Session Count");
-        AddNumberAt(command, pulRwSessionCount, "R/W Session Count");
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pulFlags, "Flags Ptr"));
+        record.AddDescriptor(PointerChild(pulSessionCount, "Session Count Ptr"));
+        record.AddDescriptor(PointerChild(pulRwSessionCount, "R/W Session Count Ptr"));
+        AddNumberAt(record, pulFlags, "Flags");
+        AddNumberAt(record, pulSessionCount, "Session Count");
+        AddNumberAt(record, pulRwSessionCount, "R/W Session Count");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetHSMStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead, CK_ULONG_PTR pulTotal,
@@ -125,19 +127,19 @@ void GetHSMStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhea
 
 void GetHSMStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead,
                                     CK_ULONG_PTR pulTotal, CK_ULONG_PTR pulUsed, CK_ULONG_PTR pulFree) {
-    CommandDescriptor command(kCmdGetHSMStorageInformation, kEnd, rv);
+    EndRecord record(kCmdGetHSMStorageInformation, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulOverhead));
-        AddNumberAt(command, pulOverhead, "OvrHd=");
-        command.AddDescriptor(Pointer(pulTotal));
-        AddNumberAt(command, pulTotal, "Total=");
-        command.AddDescriptor(Pointer(pulUsed));
-        AddNumberAt(command, pulUsed, "Used=");
-        command.AddDescriptor(Pointer(pulFree));
-        AddNumberAt(command, pulFree, "Free=");
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pulOverhead));
+        AddNumberAt(record, pulOverhead, "OvrHd=");
+        record.AddDescriptor(PointerChild(pulTotal));
+        AddNumberAt(record, pulTotal, "Total=");
+        record.AddDescriptor(PointerChild(pulUsed));
+        AddNumberAt(record, pulUsed, "Used=");
+        record.AddDescriptor(PointerChild(pulFree));
+        AddNumberAt(record, pulFree, "Free=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetTokenStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead, CK_ULONG_PTR pulTotal,
@@ -150,58 +152,58 @@ void GetTokenStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulOverh
 void GetTokenStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulOverhead,
                                       CK_ULONG_PTR pulTotal, CK_ULONG_PTR pulUsed, CK_ULONG_PTR pulFree,
                                       CK_ULONG_PTR pulObjectCount) {
-    CommandDescriptor command(kCmdGetTokenStorageInformation, kEnd, rv);
+    EndRecord record(kCmdGetTokenStorageInformation, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulOverhead));
-        command.AddDescriptor(Pointer(pulTotal));
-        command.AddDescriptor(Pointer(pulUsed));
-        command.AddDescriptor(Pointer(pulFree));
-        command.AddDescriptor(Pointer(pulObjectCount));
-        AddNumberAt(command, pulOverhead, "OvrHd=");
-        AddNumberAt(command, pulTotal, "Total=");
-        AddNumberAt(command, pulUsed, "Used=");
-        AddNumberAt(command, pulFree, "Free=");
-        AddNumberAt(command, pulObjectCount, "ObjCnt=");
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pulOverhead));
+        record.AddDescriptor(PointerChild(pulTotal));
+        record.AddDescriptor(PointerChild(pulUsed));
+        record.AddDescriptor(PointerChild(pulFree));
+        record.AddDescriptor(PointerChild(pulObjectCount));
+        AddNumberAt(record, pulOverhead, "OvrHd=");
+        AddNumberAt(record, pulTotal, "Total=");
+        AddNumberAt(record, pulUsed, "Used=");
+        AddNumberAt(record, pulFree, "Free=");
+        AddNumberAt(record, pulObjectCount, "ObjCnt=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetContainerStorageInformationCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber,
                                             CK_ULONG_PTR pulOverhead, CK_ULONG_PTR pulTotal,
                                             CK_ULONG_PTR pulUsed, CK_ULONG_PTR pulFree,
                                             CK_ULONG_PTR pulObjectCount) {
-    CommandDescriptor command(kCmdGetContainerStorageInformation, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber));
-    command.AddDescriptor(Pointer(pulOverhead));
-    command.AddDescriptor(Pointer(pulTotal));
-    command.AddDescriptor(Pointer(pulUsed));
-    command.AddDescriptor(Pointer(pulFree));
-    command.AddDescriptor(Pointer(pulObjectCount));
-    command.Capture();
+    StartRecord record(kCmdGetContainerStorageInformation);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber));
+    record.AddDescriptor(PointerChild(pulOverhead));
+    record.AddDescriptor(PointerChild(pulTotal));
+    record.AddDescriptor(PointerChild(pulUsed));
+    record.AddDescriptor(PointerChild(pulFree));
+    record.AddDescriptor(PointerChild(pulObjectCount));
+    record.Capture();
 }
 
 void GetContainerStorageInformationCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber,
                                           CK_ULONG_PTR pulOverhead, CK_ULONG_PTR pulTotal,
                                           CK_ULONG_PTR pulUsed, CK_ULONG_PTR pulFree,
                                           CK_ULONG_PTR pulObjectCount) {
-    CommandDescriptor command(kCmdGetContainerStorageInformation, kEnd, rv);
+    EndRecord record(kCmdGetContainerStorageInformation, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber));
-        command.AddDescriptor(Pointer(pulOverhead));
-        command.AddDescriptor(Pointer(pulTotal));
-        command.AddDescriptor(Pointer(pulUsed));
-        command.AddDescriptor(Pointer(pulFree));
-        command.AddDescriptor(Pointer(pulObjectCount));
-        AddNumberAt(command, pulOverhead, "OvrHd=");
-        AddNumberAt(command, pulTotal, "Total=");
-        AddNumberAt(command, pulUsed, "Used=");
-        AddNumberAt(command, pulFree, "Free=");
-        AddNumberAt(command, pulObjectCount, "ObjCnt=");
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerNumber));
+        record.AddDescriptor(PointerChild(pulOverhead));
+        record.AddDescriptor(PointerChild(pulTotal));
+        record.AddDescriptor(PointerChild(pulUsed));
+        record.AddDescriptor(PointerChild(pulFree));
+        record.AddDescriptor(PointerChild(pulObjectCount));
+        AddNumberAt(record, pulOverhead, "OvrHd=");
+        AddNumberAt(record, pulTotal, "Total=");
+        AddNumberAt(record, pulUsed, "Used=");
+        AddNumberAt(record, pulFree, "Free=");
+        AddNumberAt(record, pulObjectCount, "ObjCnt=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void SetContainerSizeCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber, CK_ULONG ulSize) {
@@ -216,43 +218,43 @@ void CreateContainerCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerTyp
                              CK_ULONG ulLabelLen, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_ULONG ulOption1,
                              CK_ULONG ulOption2, CK_ULONG ulOption3, CK_ULONG ulOption4, CK_ULONG ulOption5,
                              CK_ULONG_PTR pulContainerNumber) {
-    CommandDescriptor command(kCmdCreateContainer, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContainerType));
-    command.AddDescriptor(Pointer(pLabel));
-    AddBytes(command, pLabel, ulLabelLen);
-    command.AddDescriptor(Number(ulPinLen));
-    command.AddDescriptor(Pin(pPin));
-    command.AddDescriptor(Number(ulOption1));
-    command.AddDescriptor(Number(ulOption2));
-    command.AddDescriptor(Number(ulOption3));
-    command.AddDescriptor(Number(ulOption4));
-    command.AddDescriptor(Number(ulOption5));
-    command.AddDescriptor(Number(AddressOf(pulContainerNumber)));
-    command.Capture();
+    StartRecord record(kCmdCreateContainer);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulContainerType));
+    record.AddDescriptor(PointerChild(pLabel));
+    AddBytes(record, pLabel, ulLabelLen);
+    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinChild(pPin));
+    record.AddDescriptor(NumberChild(ulOption1));
+    record.AddDescriptor(NumberChild(ulOption2));
+    record.AddDescriptor(NumberChild(ulOption3));
+    record.AddDescriptor(NumberChild(ulOption4));
+    record.AddDescriptor(NumberChild(ulOption5));
+    record.AddDescriptor(NumberChild(AsNumber(pulContainerNumber)));
+    record.Capture();
 }
 
 void CreateContainerCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG ulContainerType,
                            CK_UTF8CHAR_PTR pLabel, CK_ULONG ulLabelLen, CK_UTF8CHAR_PTR pPin,
                            CK_ULONG ulPinLen, CK_ULONG ulOption1, CK_ULONG ulOption2, CK_ULONG ulOption3,
                            CK_ULONG ulOption4, CK_ULONG ulOption5, CK_ULONG_PTR pulContainerNumber) {
-    CommandDescriptor command(kCmdCreateContainer, kEnd, rv);
+    EndRecord record(kCmdCreateContainer, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Number(ulContainerType));
-        command.AddDescriptor(Pointer(pLabel));
-        AddBytes(command, pLabel, ulLabelLen);
-        command.AddDescriptor(Number(ulPinLen));
-        command.AddDescriptor(Pin(pPin));
-        command.AddDescriptor(Number(ulOption1));
-        command.AddDescriptor(Number(ulOption2));
-        command.AddDescriptor(Number(ulOption3));
-        command.AddDescriptor(Number(ulOption4));
-        command.AddDescriptor(Number(ulOption5));
-        command.AddDescriptor(Number(AddressOf(pulContainerNumber)));
-        AddNumberAt(command, pulContainerNumber);
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(NumberChild(ulContainerType));
+        record.AddDescriptor(PointerChild(pLabel));
+        AddBytes(record, pLabel, ulLabelLen);
+        record.AddDescriptor(NumberChild(ulPinLen));
+        record.AddDescriptor(PinChild(pPin));
+        record.AddDescriptor(NumberChild(ulOption1));
+        record.AddDescriptor(NumberChild(ulOption2));
+        record.AddDescriptor(NumberChild(ulOption3));
+        record.AddDescriptor(NumberChild(ulOption4));
+        record.AddDescriptor(NumberChild(ulOption5));
+        record.AddDescriptor(NumberChild(AsNumber(pulContainerNumber)));
+        AddNumberAt(record, pulContainerNumber);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void DeleteContainerCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdDeleteContainer, hSession); }
@@ -269,54 +271,54 @@ void DeleteContainerWithHandleCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
 
 void GetContainerListCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerType, CK_ULONG ulFirst,
                               CK_ULONG_PTR pulContainers, CK_ULONG_PTR pulCount) {
-    CommandDescriptor command(kCmdGetContainerList, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerType));
-    command.AddDescriptor(Number(ulFirst));
-    command.AddDescriptor(Pointer(pulContainers));
-    command.AddDescriptor(Pointer(pulCount));
-    AddNumberAt(command, pulCount);
-    command.Capture();
+    StartRecord record(kCmdGetContainerList);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerType));
+    record.AddDescriptor(NumberChild(ulFirst));
+    record.AddDescriptor(PointerChild(pulContainers));
+    record.AddDescriptor(PointerChild(pulCount));
+    AddNumberAt(record, pulCount);
+    record.Capture();
 }
 
 void GetContainerListCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerType, CK_ULONG ulFirst,
                             CK_ULONG_PTR pulContainers, CK_ULONG_PTR pulCount) {
-    CommandDescriptor command(kCmdGetContainerList, kEnd, rv);
+    EndRecord record(kCmdGetContainerList, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerType));
-        command.AddDescriptor(Number(ulFirst));
-        command.AddDescriptor(Pointer(pulContainers));
-        command.AddDescriptor(Pointer(pulCount));
-        AddNumberAt(command, pulCount);
-        if (pulContainers != nullptr) command.AddDescriptor(HandleList(pulContainers, ValueAt(pulCount)));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerType));
+        record.AddDescriptor(NumberChild(ulFirst));
+        record.AddDescriptor(PointerChild(pulContainers));
+        record.AddDescriptor(PointerChild(pulCount));
+        AddNumberAt(record, pulCount);
+        if (pulContainers != nullptr) record.AddDescriptor(HandleListChild(pulContainers, ValueAt(pulCount)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetContainerNameCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_UTF8CHAR_PTR pName,
                               CK_ULONG_PTR pulNameLen) {
-    CommandDescriptor command(kCmdGetContainerName, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber));
-    command.AddDescriptor(Pointer(pName));
-    command.AddDescriptor(Pointer(pulNameLen));
-    AddNumberAt(command, pulNameLen);
-    command.Capture();
+    StartRecord record(kCmdGetContainerName);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber));
+    record.AddDescriptor(PointerChild(pName));
+    record.AddDescriptor(PointerChild(pulNameLen));
+    AddNumberAt(record, pulNameLen);
+    record.Capture();
 }
 
 void GetContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_UTF8CHAR_PTR pName,
                             CK_ULONG_PTR pulNameLen) {
-    CommandDescriptor command(kCmdGetContainerName, kEnd, rv);
+    EndRecord record(kCmdGetContainerName, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber));
-        command.AddDescriptor(Pointer(pName));
-        command.AddDescriptor(Pointer(pulNameLen));
-        AddNumberAt(command, pulNameLen);
-        AddBytes(command, pName, ValueAt(pulNameLen));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerNumber));
+        record.AddDescriptor(PointerChild(pName));
+        record.AddDescriptor(PointerChild(pulNameLen));
+        AddNumberAt(record, pulNameLen);
+        AddBytes(record, pName, ValueAt(pulNameLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetNumberOfAllowedContainersCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulNumber) {

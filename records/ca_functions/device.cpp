@@ -5,6 +5,8 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void RestartCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdRestart, slotID); }
 
 void RestartCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdRestart, rv); }
@@ -14,11 +16,11 @@ void GetModuleListCmdStart(CK_SLOT_ID slotID) { CaptureSlot(kCmdGetModuleList, s
 void GetModuleListCmdEnd(CK_RV rv, CK_SLOT_ID) { CaptureResult(kCmdGetModuleList, rv); }
 
 void GetModuleInfoCmdStart(CK_SLOT_ID slotID, CK_ULONG ulModuleId, CK_VOID_PTR pInfo) {
-    CommandDescriptor command(kCmdGetModuleInfo, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulModuleId));
-    command.AddDescriptor(Pointer(pInfo));
-    command.Capture();
+    StartRecord record(kCmdGetModuleInfo);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulModuleId));
+    record.AddDescriptor(PointerChild(pInfo));
+    record.Capture();
 }
 
 void GetModuleInfoCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_VOID_PTR) {
@@ -58,16 +60,16 @@ void PerformModuleCallCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {
 void FirmwareUpdateCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTarget, CK_BYTE_PTR pFirst,
                             CK_ULONG ulFirstLen, CK_BYTE_PTR pSecond, CK_ULONG ulSecondLen,
                             CK_BYTE_PTR pThird, CK_ULONG ulThirdLen) {
-    CommandDescriptor command(kCmdFirmwareUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulTarget));
-    command.AddDescriptor(Pointer(pFirst));
-    AddBytes(command, pFirst, ulFirstLen);
-    command.AddDescriptor(Pointer(pSecond));
-    AddBytes(command, pSecond, ulSecondLen);
-    command.AddDescriptor(Pointer(pThird));
-    AddBytes(command, pThird, ulThirdLen);
-    command.Capture();
+    StartRecord record(kCmdFirmwareUpdate);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulTarget));
+    record.AddDescriptor(PointerChild(pFirst));
+    AddBytes(record, pFirst, ulFirstLen);
+    record.AddDescriptor(PointerChild(pSecond));
+    AddBytes(record, pSecond, ulSecondLen);
+    record.AddDescriptor(PointerChild(pThird));
+    AddBytes(record, pThird, ulThirdLen);
+    record.Capture();
 }
 
 void FirmwareUpdateCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG,
@@ -81,13 +83,13 @@ void FirmwareRollbackCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdFir
 
 void CapabilityUpdateCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pFirst, CK_ULONG ulFirstLen,
                               CK_BYTE_PTR pSecond, CK_ULONG ulSecondLen) {
-    CommandDescriptor command(kCmdCapabilityUpdate, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pFirst));
-    AddBytes(command, pFirst, ulFirstLen);
-    command.AddDescriptor(Pointer(pSecond));
-    AddBytes(command, pSecond, ulSecondLen);
-    command.Capture();
+    StartRecord record(kCmdCapabilityUpdate);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pFirst));
+    AddBytes(record, pFirst, ulFirstLen);
+    record.AddDescriptor(PointerChild(pSecond));
+    AddBytes(record, pSecond, ulSecondLen);
+    record.Capture();
 }
 
 void CapabilityUpdateCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG) {

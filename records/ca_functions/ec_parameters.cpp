@@ -6,28 +6,30 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // A component of a curve: its address, its length and, behind an address, its bytes.
-void AddComponent(CommandDescriptor& command, const std::string& name, const void* bytes, CK_ULONG length) {
-    command.AddDescriptor(Pointer(bytes, (name + " ptr=").c_str()));
-    command.AddDescriptor(Number(length, (name + " len=").c_str()));
-    AddBytes(command, bytes, length, (name + "=").c_str());
+void AddComponent(CommandDescriptor& record, const std::string& name, const void* bytes, CK_ULONG length) {
+    record.AddDescriptor(PointerChild(bytes, (name + " ptr=").c_str()));
+    record.AddDescriptor(NumberChild(length, (name + " len=").c_str()));
+    AddBytes(record, bytes, length, (name + "=").c_str());
 }
 
-void AddEncodedParams(CommandDescriptor& command, const void* params, const CK_ULONG* length) {
-    command.AddDescriptor(Pointer(params, "EC Params ptr="));
-    command.AddDescriptor(Pointer(length, "EC Params len ptr="));
-    AddNumberAt(command, length, "EC Params len=");
+void AddEncodedParams(CommandDescriptor& record, const void* params, const CK_ULONG* length) {
+    record.AddDescriptor(PointerChild(params, "EC Params ptr="));
+    record.AddDescriptor(PointerChild(length, "EC Params len ptr="));
+    AddNumberAt(record, length, "EC Params len=");
 }
 
 void CaptureEncodedParams(CommandType type, CK_RV rv, const void* params, const CK_ULONG* length) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        AddEncodedParams(command, params, length);
-        AddBytes(command, params, ValueAt(length), "EC Params=");
+        AddEncodedParams(record, params, length);
+        AddBytes(record, params, ValueAt(length), "EC Params=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 }  // namespace
@@ -37,17 +39,17 @@ void EncodeECPrimeParamsCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParams
                                  CK_ULONG ulBLen, CK_BYTE_PTR pSeed, CK_ULONG ulSeedLen, CK_BYTE_PTR pX,
                                  CK_ULONG ulXLen, CK_BYTE_PTR pY, CK_ULONG ulYLen, CK_BYTE_PTR pOrder,
                                  CK_ULONG ulOrderLen, CK_BYTE_PTR pCofactor, CK_ULONG ulCofactorLen) {
-    CommandDescriptor command(kCmdEncodeECPrimeParams, kStart, 0);
-    AddEncodedParams(command, pECParams, pulECParamsLen);
-    AddComponent(command, "prime", pPrime, ulPrimeLen);
-    AddComponent(command, "a", pA, ulALen);
-    AddComponent(command, "b", pB, ulBLen);
-    AddComponent(command, "seed", pSeed, ulSeedLen);
-    AddComponent(command, "x", pX, ulXLen);
-    AddComponent(command, "y", pY, ulYLen);
-    AddComponent(command, "order", pOrder, ulOrderLen);
-    AddComponent(command, "cofactor", pCofactor, ulCofactorLen);
-    command.Capture();
+    StartRecord record(kCmdEncodeECPrimeParams);
+    AddEncodedParams(record, pECParams, pulECParamsLen);
+    AddComponent(record, "prime", pPrime, ulPrimeLen);
+    AddComponent(record, "a", pA, ulALen);
+    AddComponent(record, "b", pB, ulBLen);
+    AddComponent(record, "seed", pSeed, ulSeedLen);
+    AddComponent(record, "x", pX, ulXLen);
+    AddComponent(record, "y", pY, ulYLen);
+    AddComponent(record, "order", pOrder, ulOrderLen);
+    AddComponent(record, "cofactor", pCofactor, ulCofactorLen);
+    record.Capture();
 }
 
 void EncodeECPrimeParamsCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen, CK_BYTE_PTR,
@@ -63,21 +65,21 @@ void EncodeECChar2ParamsCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParams
                                  CK_BYTE_PTR pX, CK_ULONG ulXLen, CK_BYTE_PTR pY, CK_ULONG ulYLen,
                                  CK_BYTE_PTR pOrder, CK_ULONG ulOrderLen, CK_BYTE_PTR pCofactor,
                                  CK_ULONG ulCofactorLen) {
-    CommandDescriptor command(kCmdEncodeECChar2Params, kStart, 0);
-    AddEncodedParams(command, pECParams, pulECParamsLen);
+    StartRecord record(kCmdEncodeECChar2Params);
+    AddEncodedParams(record, pECParams, pulECParamsLen);
     // The numbers themselves; their labels say "len" all the same, and are kept.
-    command.AddDescriptor(Number(ulM, "m len="));
-    command.AddDescriptor(Number(ulK1, "k1 len="));
-    command.AddDescriptor(Number(ulK2, "k2 len="));
-    command.AddDescriptor(Number(ulK3, "k3 len="));
-    AddComponent(command, "a", pA, ulALen);
-    AddComponent(command, "b", pB, ulBLen);
-    AddComponent(command, "seed", pSeed, ulSeedLen);
-    AddComponent(command, "x", pX, ulXLen);
-    AddComponent(command, "y", pY, ulYLen);
-    AddComponent(command, "order", pOrder, ulOrderLen);
-    AddComponent(command, "cofactor", pCofactor, ulCofactorLen);
-    command.Capture();
+    record.AddDescriptor(NumberChild(ulM, "m len="));
+    record.AddDescriptor(NumberChild(ulK1, "k1 len="));
+    record.AddDescriptor(NumberChild(ulK2, "k2 len="));
+    record.AddDescriptor(NumberChild(ulK3, "k3 len="));
+    AddComponent(record, "a", pA, ulALen);
+    AddComponent(record, "b", pB, ulBLen);
+    AddComponent(record, "seed", pSeed, ulSeedLen);
+    AddComponent(record, "x", pX, ulXLen);
+    AddComponent(record, "y", pY, ulYLen);
+    AddComponent(record, "order", pOrder, ulOrderLen);
+    AddComponent(record, "cofactor", pCofactor, ulCofactorLen);
+    record.Capture();
 }
 
 void EncodeECChar2ParamsCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen, CK_ULONG,
@@ -89,10 +91,10 @@ void EncodeECChar2ParamsCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pul
 
 void EncodeECParamsFromFileCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen,
                                     CK_CHAR_PTR pFileName) {
-    CommandDescriptor command(kCmdEncodeECParamsFromFile, kStart, 0);
-    AddEncodedParams(command, pECParams, pulECParamsLen);
-    AddText(command, pFileName, ckscribe::ReadableTextLength(pFileName), "params file=");
-    command.Capture();
+    StartRecord record(kCmdEncodeECParamsFromFile);
+    AddEncodedParams(record, pECParams, pulECParamsLen);
+    AddText(record, pFileName, ReadableTextLength(pFileName), "params file=");
+    record.Capture();
 }
 
 void EncodeECParamsFromFileCmdEnd(CK_RV rv, CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParamsLen, CK_CHAR_PTR) {

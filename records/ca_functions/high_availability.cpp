@@ -5,19 +5,21 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // What is to be answered goes in, the answer comes out.
 void CaptureAnsweredBytes(CommandType type, CK_SESSION_HANDLE session, const void* bytes, CK_ULONG length,
                           const void* answer, const CK_ULONG* answerLength) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Pointer(bytes));
-    command.AddDescriptor(Number(length));
-    AddBytes(command, bytes, length);
-    command.AddDescriptor(Pointer(answer));
-    command.AddDescriptor(Pointer(answerLength));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(PointerChild(bytes));
+    record.AddDescriptor(NumberChild(length));
+    AddBytes(record, bytes, length);
+    record.AddDescriptor(PointerChild(answer));
+    record.AddDescriptor(PointerChild(answerLength));
+    record.Capture();
 }
 
 }  // namespace
@@ -29,67 +31,67 @@ void HAInitCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hLoginKey) {
 void HAInitCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE) { CaptureResult(kCmdHAInit, rv); }
 
 void HAGetMasterPublicCmdStart(CK_SLOT_ID slotID, CK_BYTE_PTR pCertificate, CK_ULONG_PTR pulCertificateLen) {
-    CommandDescriptor command(kCmdHAGetMasterPublic, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pCertificate));
-    command.AddDescriptor(Pointer(pulCertificateLen));
-    AddNumberAt(command, pulCertificateLen);
-    command.Capture();
+    StartRecord record(kCmdHAGetMasterPublic);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pCertificate));
+    record.AddDescriptor(PointerChild(pulCertificateLen));
+    AddNumberAt(record, pulCertificateLen);
+    record.Capture();
 }
 
 void HAGetMasterPublicCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_BYTE_PTR pCertificate,
                              CK_ULONG_PTR pulCertificateLen) {
-    CommandDescriptor command(kCmdHAGetMasterPublic, kEnd, rv);
+    EndRecord record(kCmdHAGetMasterPublic, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pCertificate));
-        command.AddDescriptor(Pointer(pulCertificateLen));
-        AddNumberAt(command, pulCertificateLen);
-        AddBytes(command, pCertificate, ValueAt(pulCertificateLen));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pCertificate));
+        record.AddDescriptor(PointerChild(pulCertificateLen));
+        AddNumberAt(record, pulCertificateLen);
+        AddBytes(record, pCertificate, ValueAt(pulCertificateLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void HAGetLoginChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_BYTE_PTR pCertificate,
                                  CK_ULONG ulCertificateLen, CK_BYTE_PTR pChallenge,
                                  CK_ULONG_PTR pulChallengeLen) {
-    CommandDescriptor command(kCmdHAGetLoginChallenge, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(UserType(userType));
-    command.AddDescriptor(Pointer(pCertificate));
-    command.AddDescriptor(Number(ulCertificateLen));
-    AddBytes(command, pCertificate, ulCertificateLen);
-    command.AddDescriptor(Pointer(pChallenge));
-    command.AddDescriptor(Pointer(pulChallengeLen));
-    AddNumberAt(command, pulChallengeLen);
-    command.Capture();
+    StartRecord record(kCmdHAGetLoginChallenge);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(UserTypeChild(userType));
+    record.AddDescriptor(PointerChild(pCertificate));
+    record.AddDescriptor(NumberChild(ulCertificateLen));
+    AddBytes(record, pCertificate, ulCertificateLen);
+    record.AddDescriptor(PointerChild(pChallenge));
+    record.AddDescriptor(PointerChild(pulChallengeLen));
+    AddNumberAt(record, pulChallengeLen);
+    record.Capture();
 }
 
 void HAGetLoginChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_BYTE_PTR,
                                CK_ULONG, CK_BYTE_PTR pChallenge, CK_ULONG_PTR pulChallengeLen) {
-    CommandDescriptor command(kCmdHAGetLoginChallenge, kEnd, rv);
+    EndRecord record(kCmdHAGetLoginChallenge, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(UserType(userType));
-        command.AddDescriptor(Pointer(pChallenge));
-        AddNumberAt(command, pulChallengeLen);
-        AddBytes(command, pChallenge, ValueAt(pulChallengeLen));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(UserTypeChild(userType));
+        record.AddDescriptor(PointerChild(pChallenge));
+        AddNumberAt(record, pulChallengeLen);
+        AddBytes(record, pChallenge, ValueAt(pulChallengeLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void HAAnswerLoginChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hLoginKey,
                                     CK_BYTE_PTR pChallenge, CK_ULONG ulChallengeLen, CK_BYTE_PTR pAnswer,
                                     CK_ULONG_PTR pulAnswerLen) {
-    CommandDescriptor command(kCmdHAAnswerLoginChallenge, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hLoginKey));
-    command.AddDescriptor(Pointer(pChallenge));
-    command.AddDescriptor(Number(ulChallengeLen));
-    AddBytes(command, pChallenge, ulChallengeLen);
-    command.AddDescriptor(Pointer(pAnswer));
-    command.AddDescriptor(Pointer(pulAnswerLen));
-    command.Capture();
+    StartRecord record(kCmdHAAnswerLoginChallenge);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hLoginKey));
+    record.AddDescriptor(PointerChild(pChallenge));
+    record.AddDescriptor(NumberChild(ulChallengeLen));
+    AddBytes(record, pChallenge, ulChallengeLen);
+    record.AddDescriptor(PointerChild(pAnswer));
+    record.AddDescriptor(PointerChild(pulAnswerLen));
+    record.Capture();
 }
 
 void HAAnswerLoginChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE, CK_BYTE_PTR,
@@ -120,12 +122,12 @@ void HAAnswerMofNChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_P
 }
 
 void HAActivateMofNCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMofNAnswer, CK_ULONG ulMofNAnswerLen) {
-    CommandDescriptor command(kCmdHAActivateMofN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pMofNAnswer));
-    command.AddDescriptor(Number(ulMofNAnswerLen));
-    AddBytes(command, pMofNAnswer, ulMofNAnswerLen);
-    command.Capture();
+    StartRecord record(kCmdHAActivateMofN);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pMofNAnswer));
+    record.AddDescriptor(NumberChild(ulMofNAnswerLen));
+    AddBytes(record, pMofNAnswer, ulMofNAnswerLen);
+    record.Capture();
 }
 
 void HAActivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
@@ -137,11 +139,11 @@ void GetHAStateCmdStart(CK_SLOT_ID slotID, CK_HA_STATUS* pState) {
 }
 
 void GetHAStateCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_HA_STATUS* pState) {
-    CommandDescriptor command(kCmdGetHAState, kEnd, rv);
+    EndRecord record(kCmdGetHAState, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pState));
-        if (pState != nullptr) command.AddDescriptor(HAStatus(pState));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pState));
+        if (pState != nullptr) record.AddDescriptor(HAStatusChild(pState));
     }
-    command.Capture();
+    record.Capture();
 }

@@ -4,80 +4,82 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void LKMInitiatorChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey, CK_ULONG ulOption,
                                    CK_MECHANISM_TYPE hashMechanism, CK_BYTE_PTR pPeerKey,
                                    CK_ULONG ulPeerKeyLen, CK_BYTE_PTR pSharedData, CK_ULONG ulSharedDataLen,
                                    CK_BYTE_PTR pChallenge, CK_ULONG_PTR pulChallengeLen) {
-    CommandDescriptor command(kCmdLKMInitiatorChallenge, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(hKey));
-    command.AddDescriptor(Number(ulOption));
-    command.AddDescriptor(Number(hashMechanism, "hashMech="));
-    command.AddDescriptor(Pointer(pPeerKey));
-    AddBytes(command, pPeerKey, ulPeerKeyLen);
-    command.AddDescriptor(Pointer(pSharedData));
-    AddBytes(command, pSharedData, ulSharedDataLen);
-    command.AddDescriptor(Pointer(pChallenge));
-    command.AddDescriptor(Pointer(pulChallengeLen));
-    command.Capture();
+    StartRecord record(kCmdLKMInitiatorChallenge);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(hKey));
+    record.AddDescriptor(NumberChild(ulOption));
+    record.AddDescriptor(NumberChild(hashMechanism, "hashMech="));
+    record.AddDescriptor(PointerChild(pPeerKey));
+    AddBytes(record, pPeerKey, ulPeerKeyLen);
+    record.AddDescriptor(PointerChild(pSharedData));
+    AddBytes(record, pSharedData, ulSharedDataLen);
+    record.AddDescriptor(PointerChild(pChallenge));
+    record.AddDescriptor(PointerChild(pulChallengeLen));
+    record.Capture();
 }
 
 void LKMInitiatorChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey,
                                  CK_ULONG ulOption, CK_MECHANISM_TYPE hashMechanism, CK_BYTE_PTR pPeerKey,
                                  CK_ULONG ulPeerKeyLen, CK_BYTE_PTR pSharedData, CK_ULONG ulSharedDataLen,
                                  CK_BYTE_PTR pChallenge, CK_ULONG_PTR pulChallengeLen) {
-    CommandDescriptor command(kCmdLKMInitiatorChallenge, kEnd, rv);
+    EndRecord record(kCmdLKMInitiatorChallenge, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Object(hKey));
-        command.AddDescriptor(Number(ulOption));
-        command.AddDescriptor(Number(hashMechanism, "hashMech="));
-        command.AddDescriptor(Pointer(pPeerKey));
-        AddBytes(command, pPeerKey, ulPeerKeyLen);
-        command.AddDescriptor(Pointer(pSharedData));
-        AddBytes(command, pSharedData, ulSharedDataLen);
-        command.AddDescriptor(Pointer(pChallenge));
-        command.AddDescriptor(Pointer(pulChallengeLen));
-        AddBytes(command, pChallenge, ValueAt(pulChallengeLen));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(ObjectChild(hKey));
+        record.AddDescriptor(NumberChild(ulOption));
+        record.AddDescriptor(NumberChild(hashMechanism, "hashMech="));
+        record.AddDescriptor(PointerChild(pPeerKey));
+        AddBytes(record, pPeerKey, ulPeerKeyLen);
+        record.AddDescriptor(PointerChild(pSharedData));
+        AddBytes(record, pSharedData, ulSharedDataLen);
+        record.AddDescriptor(PointerChild(pChallenge));
+        record.AddDescriptor(PointerChild(pulChallengeLen));
+        AddBytes(record, pChallenge, ValueAt(pulChallengeLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void LKMReceiverResponseCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey, CK_ULONG ulOption,
                                  CK_MECHANISM_TYPE hashMechanism, CK_BYTE_PTR pChallenge,
                                  CK_ULONG ulChallengeLen, CK_BYTE_PTR pSharedData, CK_ULONG ulSharedDataLen,
                                  CK_BYTE_PTR pResponse, CK_ULONG_PTR pulResponseLen) {
-    CommandDescriptor command(kCmdLKMReceiverResponse, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(hKey));
-    command.AddDescriptor(Number(ulOption));
-    command.AddDescriptor(Number(hashMechanism, "hashMech="));
-    command.AddDescriptor(Pointer(pChallenge));
-    AddBytes(command, pChallenge, ulChallengeLen);
-    command.AddDescriptor(Pointer(pSharedData));
-    command.AddDescriptor(Number(ulSharedDataLen));
-    command.AddDescriptor(Pointer(pResponse));
-    command.AddDescriptor(Pointer(pulResponseLen));
-    command.Capture();
+    StartRecord record(kCmdLKMReceiverResponse);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(hKey));
+    record.AddDescriptor(NumberChild(ulOption));
+    record.AddDescriptor(NumberChild(hashMechanism, "hashMech="));
+    record.AddDescriptor(PointerChild(pChallenge));
+    AddBytes(record, pChallenge, ulChallengeLen);
+    record.AddDescriptor(PointerChild(pSharedData));
+    record.AddDescriptor(NumberChild(ulSharedDataLen));
+    record.AddDescriptor(PointerChild(pResponse));
+    record.AddDescriptor(PointerChild(pulResponseLen));
+    record.Capture();
 }
 
 void LKMReceiverResponseCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey, CK_ULONG ulOption,
                                CK_MECHANISM_TYPE hashMechanism, CK_BYTE_PTR pChallenge,
                                CK_ULONG ulChallengeLen, CK_BYTE_PTR pSharedData, CK_ULONG ulSharedDataLen,
                                CK_BYTE_PTR pResponse, CK_ULONG_PTR pulResponseLen) {
-    CommandDescriptor command(kCmdLKMReceiverResponse, kEnd, rv);
+    EndRecord record(kCmdLKMReceiverResponse, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Object(hKey));
-        command.AddDescriptor(Number(ulOption));
-        command.AddDescriptor(Number(hashMechanism, "hashMech="));
-        command.AddDescriptor(Pointer(pChallenge));
-        AddBytes(command, pChallenge, ulChallengeLen);
-        command.AddDescriptor(Pointer(pSharedData));
-        AddBytes(command, pSharedData, ulSharedDataLen);
-        AddBytes(command, pResponse, ValueAt(pulResponseLen));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(ObjectChild(hKey));
+        record.AddDescriptor(NumberChild(ulOption));
+        record.AddDescriptor(NumberChild(hashMechanism, "hashMech="));
+        record.AddDescriptor(PointerChild(pChallenge));
+        AddBytes(record, pChallenge, ulChallengeLen);
+        record.AddDescriptor(PointerChild(pSharedData));
+        AddBytes(record, pSharedData, ulSharedDataLen);
+        AddBytes(record, pResponse, ValueAt(pulResponseLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void LKMInitiatorCompleteCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pResponse, CK_ULONG ulResponseLen,
@@ -85,19 +87,19 @@ void LKMInitiatorCompleteCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pRespo
                                   CK_ATTRIBUTE_PTR pSecondTemplate, CK_ULONG ulSecondCount,
                                   CK_BYTE_PTR pConfirmation, CK_ULONG_PTR pulConfirmationLen,
                                   CK_OBJECT_HANDLE_PTR phFirstKey, CK_OBJECT_HANDLE_PTR phSecondKey) {
-    CommandDescriptor command(kCmdLKMInitiatorComplete, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pResponse));
-    AddBytes(command, pResponse, ulResponseLen);
-    command.AddDescriptor(Pointer(pFirstTemplate));
-    if (pFirstTemplate != nullptr) command.AddDescriptor(Template(pFirstTemplate, ulFirstCount));
-    command.AddDescriptor(Pointer(pSecondTemplate));
-    if (pSecondTemplate != nullptr) command.AddDescriptor(Template(pSecondTemplate, ulSecondCount));
-    command.AddDescriptor(Pointer(pConfirmation));
-    command.AddDescriptor(Pointer(pulConfirmationLen));
-    command.AddDescriptor(Pointer(phFirstKey));
-    command.AddDescriptor(Pointer(phSecondKey));
-    command.Capture();
+    StartRecord record(kCmdLKMInitiatorComplete);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pResponse));
+    AddBytes(record, pResponse, ulResponseLen);
+    record.AddDescriptor(PointerChild(pFirstTemplate));
+    if (pFirstTemplate != nullptr) record.AddDescriptor(TemplateChild(pFirstTemplate, ulFirstCount));
+    record.AddDescriptor(PointerChild(pSecondTemplate));
+    if (pSecondTemplate != nullptr) record.AddDescriptor(TemplateChild(pSecondTemplate, ulSecondCount));
+    record.AddDescriptor(PointerChild(pConfirmation));
+    record.AddDescriptor(PointerChild(pulConfirmationLen));
+    record.AddDescriptor(PointerChild(phFirstKey));
+    record.AddDescriptor(PointerChild(phSecondKey));
+    record.Capture();
 }
 
 void LKMInitiatorCompleteCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pResponse,
@@ -106,23 +108,23 @@ void LKMInitiatorCompleteCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PT
                                 CK_ULONG ulSecondCount, CK_BYTE_PTR pConfirmation,
                                 CK_ULONG_PTR pulConfirmationLen, CK_OBJECT_HANDLE_PTR phFirstKey,
                                 CK_OBJECT_HANDLE_PTR phSecondKey) {
-    CommandDescriptor command(kCmdLKMInitiatorComplete, kEnd, rv);
+    EndRecord record(kCmdLKMInitiatorComplete, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pResponse));
-        AddBytes(command, pResponse, ulResponseLen);
-        command.AddDescriptor(Pointer(pFirstTemplate));
-        if (pFirstTemplate != nullptr) command.AddDescriptor(Template(pFirstTemplate, ulFirstCount));
-        command.AddDescriptor(Pointer(pSecondTemplate));
-        if (pSecondTemplate != nullptr) command.AddDescriptor(Template(pSecondTemplate, ulSecondCount));
-        command.AddDescriptor(Pointer(pConfirmation));
-        AddBytes(command, pConfirmation, ValueAt(pulConfirmationLen));
-        command.AddDescriptor(Pointer(phFirstKey));
-        if (phFirstKey != nullptr) command.AddDescriptor(Object(ValueAt(phFirstKey)));
-        command.AddDescriptor(Pointer(phSecondKey));
-        if (phSecondKey != nullptr) command.AddDescriptor(Object(ValueAt(phSecondKey)));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pResponse));
+        AddBytes(record, pResponse, ulResponseLen);
+        record.AddDescriptor(PointerChild(pFirstTemplate));
+        if (pFirstTemplate != nullptr) record.AddDescriptor(TemplateChild(pFirstTemplate, ulFirstCount));
+        record.AddDescriptor(PointerChild(pSecondTemplate));
+        if (pSecondTemplate != nullptr) record.AddDescriptor(TemplateChild(pSecondTemplate, ulSecondCount));
+        record.AddDescriptor(PointerChild(pConfirmation));
+        AddBytes(record, pConfirmation, ValueAt(pulConfirmationLen));
+        record.AddDescriptor(PointerChild(phFirstKey));
+        if (phFirstKey != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phFirstKey)));
+        record.AddDescriptor(PointerChild(phSecondKey));
+        if (phSecondKey != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phSecondKey)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void LKMReceiverCompleteCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pConfirmation,
@@ -130,17 +132,17 @@ void LKMReceiverCompleteCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pConfir
                                  CK_ULONG ulFirstCount, CK_ATTRIBUTE_PTR pSecondTemplate,
                                  CK_ULONG ulSecondCount, CK_OBJECT_HANDLE_PTR phFirstKey,
                                  CK_OBJECT_HANDLE_PTR phSecondKey) {
-    CommandDescriptor command(kCmdLKMReceiverComplete, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pConfirmation));
-    AddBytes(command, pConfirmation, ulConfirmationLen);
-    command.AddDescriptor(Pointer(pFirstTemplate));
-    if (pFirstTemplate != nullptr) command.AddDescriptor(Template(pFirstTemplate, ulFirstCount));
-    command.AddDescriptor(Pointer(pSecondTemplate));
-    if (pSecondTemplate != nullptr) command.AddDescriptor(Template(pSecondTemplate, ulSecondCount));
-    command.AddDescriptor(Pointer(phFirstKey));
-    command.AddDescriptor(Pointer(phSecondKey));
-    command.Capture();
+    StartRecord record(kCmdLKMReceiverComplete);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pConfirmation));
+    AddBytes(record, pConfirmation, ulConfirmationLen);
+    record.AddDescriptor(PointerChild(pFirstTemplate));
+    if (pFirstTemplate != nullptr) record.AddDescriptor(TemplateChild(pFirstTemplate, ulFirstCount));
+    record.AddDescriptor(PointerChild(pSecondTemplate));
+    if (pSecondTemplate != nullptr) record.AddDescriptor(TemplateChild(pSecondTemplate, ulSecondCount));
+    record.AddDescriptor(PointerChild(phFirstKey));
+    record.AddDescriptor(PointerChild(phSecondKey));
+    record.Capture();
 }
 
 void LKMReceiverCompleteCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR pConfirmation,
@@ -148,18 +150,18 @@ void LKMReceiverCompleteCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR
                                CK_ULONG ulFirstCount, CK_ATTRIBUTE_PTR pSecondTemplate,
                                CK_ULONG ulSecondCount, CK_OBJECT_HANDLE_PTR phFirstKey,
                                CK_OBJECT_HANDLE_PTR phSecondKey) {
-    CommandDescriptor command(kCmdLKMReceiverComplete, kEnd, rv);
+    EndRecord record(kCmdLKMReceiverComplete, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pConfirmation));
-        AddBytes(command, pConfirmation, ulConfirmationLen);
-        command.AddDescriptor(Pointer(pFirstTemplate));
-        if (pFirstTemplate != nullptr) command.AddDescriptor(Template(pFirstTemplate, ulFirstCount));
-        command.AddDescriptor(Pointer(pSecondTemplate));
-        if (pSecondTemplate != nullptr) command.AddDescriptor(Template(pSecondTemplate, ulSecondCount));
-        if (phFirstKey != nullptr) command.AddDescriptor(Object(ValueAt(phFirstKey)));
-        command.AddDescriptor(Pointer(phSecondKey));
-        if (phSecondKey != nullptr) command.AddDescriptor(Object(ValueAt(phSecondKey)));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pConfirmation));
+        AddBytes(record, pConfirmation, ulConfirmationLen);
+        record.AddDescriptor(PointerChild(pFirstTemplate));
+        if (pFirstTemplate != nullptr) record.AddDescriptor(TemplateChild(pFirstTemplate, ulFirstCount));
+        record.AddDescriptor(PointerChild(pSecondTemplate));
+        if (pSecondTemplate != nullptr) record.AddDescriptor(TemplateChild(pSecondTemplate, ulSecondCount));
+        if (phFirstKey != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phFirstKey)));
+        record.AddDescriptor(PointerChild(phSecondKey));
+        if (phSecondKey != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phSecondKey)));
     }
-    command.Capture();
+    record.Capture();
 }

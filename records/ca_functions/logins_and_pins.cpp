@@ -5,6 +5,8 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void InitIndirectTokenCmdStart(CK_SESSION_HANDLE hSession) {
     CaptureSession(kCmdInitIndirectToken, hSession);
 }
@@ -13,11 +15,11 @@ void InitIndirectTokenCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdIn
 
 void InitIndirectPINCmdStart(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG,
                              CK_SESSION_HANDLE hPrimarySession) {
-    CommandDescriptor command(kCmdInitIndirectPIN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pin(pPin));
-    command.AddDescriptor(Session(hPrimarySession));
-    command.Capture();
+    StartRecord record(kCmdInitIndirectPIN);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PinChild(pPin));
+    record.AddDescriptor(SessionChild(hPrimarySession));
+    record.Capture();
 }
 
 void InitIndirectPINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG, CK_SESSION_HANDLE) {
@@ -34,14 +36,14 @@ void ResetPINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG) {
 
 void InitRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_ULONG usOptions,
                          CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen) {
-    CommandDescriptor command(kCmdInitRolePIN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(UserType(userType));
-    command.AddDescriptor(ShortNumber(usOptions));
-    command.AddDescriptor(Pointer(pPin));
-    command.AddDescriptor(Number(ulPinLen));
-    command.AddDescriptor(Pin(pPin));
-    command.Capture();
+    StartRecord record(kCmdInitRolePIN);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(UserTypeChild(userType));
+    record.AddDescriptor(ShortNumberChild(usOptions));
+    record.AddDescriptor(PointerChild(pPin));
+    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinChild(pPin));
+    record.Capture();
 }
 
 void InitRolePINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_USER_TYPE, CK_ULONG, CK_UTF8CHAR_PTR, CK_ULONG) {
@@ -50,15 +52,15 @@ void InitRolePINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_USER_TYPE, CK_ULONG, CK_U
 
 void InitSlotRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_USER_TYPE userType,
                              CK_ULONG usOptions, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen) {
-    CommandDescriptor command(kCmdInitSlotRolePIN, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(UserType(userType));
-    command.AddDescriptor(ShortNumber(usOptions));
-    command.AddDescriptor(Pointer(pPin));
-    command.AddDescriptor(Number(ulPinLen));
-    command.AddDescriptor(Pin(pPin));
-    command.Capture();
+    StartRecord record(kCmdInitSlotRolePIN);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(UserTypeChild(userType));
+    record.AddDescriptor(ShortNumberChild(usOptions));
+    record.AddDescriptor(PointerChild(pPin));
+    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinChild(pPin));
+    record.Capture();
 }
 
 void InitSlotRolePINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_USER_TYPE, CK_ULONG, CK_UTF8CHAR_PTR,
@@ -69,48 +71,48 @@ void InitSlotRolePINCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_USER_TYPE
 void CreateLoginChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_ULONG usOptions,
                                   CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_BYTE_PTR pChallenge,
                                   CK_ULONG_PTR pulChallengeLen) {
-    CommandDescriptor command(kCmdCreateLoginChallenge, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(UserType(userType));
-    command.AddDescriptor(ShortNumber(usOptions));
-    command.AddDescriptor(Number(ulPinLen));
-    command.AddDescriptor(Pin(pPin));
-    command.AddDescriptor(Number(AddressOf(pChallenge)));
-    command.AddDescriptor(Number(AddressOf(pulChallengeLen)));
-    command.Capture();
+    StartRecord record(kCmdCreateLoginChallenge);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(UserTypeChild(userType));
+    record.AddDescriptor(ShortNumberChild(usOptions));
+    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinChild(pPin));
+    record.AddDescriptor(NumberChild(AsNumber(pChallenge)));
+    record.AddDescriptor(NumberChild(AsNumber(pulChallengeLen)));
+    record.Capture();
 }
 
 void CreateLoginChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_USER_TYPE userType,
                                 CK_ULONG usOptions, CK_UTF8CHAR_PTR, CK_ULONG ulPinLen,
                                 CK_BYTE_PTR pChallenge, CK_ULONG_PTR pulChallengeLen) {
-    CommandDescriptor command(kCmdCreateLoginChallenge, kEnd, rv);
+    EndRecord record(kCmdCreateLoginChallenge, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(UserType(userType));
-        command.AddDescriptor(ShortNumber(usOptions));
-        command.AddDescriptor(Number(ulPinLen));
-        AddNumberAt(command, pulChallengeLen);
-        command.AddDescriptor(Pin(pChallenge));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(UserTypeChild(userType));
+        record.AddDescriptor(ShortNumberChild(usOptions));
+        record.AddDescriptor(NumberChild(ulPinLen));
+        AddNumberAt(record, pulChallengeLen);
+        record.AddDescriptor(PinChild(pChallenge));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void DeactivateCmdStart(CK_SLOT_ID slotID, CK_USER_TYPE userType) {
-    CommandDescriptor command(kCmdDeactivate, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(UserType(userType));
-    command.Capture();
+    StartRecord record(kCmdDeactivate);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(UserTypeChild(userType));
+    record.Capture();
 }
 
 void DeactivateCmdEnd(CK_RV rv, CK_SLOT_ID, CK_USER_TYPE) { CaptureResult(kCmdDeactivate, rv); }
 
 void IndirectLoginCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType,
                            CK_SESSION_HANDLE hPrimarySession) {
-    CommandDescriptor command(kCmdIndirectLogin, kStart, 0);
-    command.AddDescriptor(Number(hSession));
-    command.AddDescriptor(UserType(userType));
-    command.AddDescriptor(Number(hPrimarySession));
-    command.Capture();
+    StartRecord record(kCmdIndirectLogin);
+    record.AddDescriptor(NumberChild(hSession));
+    record.AddDescriptor(UserTypeChild(userType));
+    record.AddDescriptor(NumberChild(hPrimarySession));
+    record.Capture();
 }
 
 void IndirectLoginCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_USER_TYPE, CK_SESSION_HANDLE) {
@@ -118,10 +120,10 @@ void IndirectLoginCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_USER_TYPE, CK_SESSION_H
 }
 
 void SetPedIdCmdStart(CK_SLOT_ID slotID, CK_ULONG ulPedId) {
-    CommandDescriptor command(kCmdSetPedId, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(PedId(ulPedId));
-    command.Capture();
+    StartRecord record(kCmdSetPedId);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PedIdChild(ulPedId));
+    record.Capture();
 }
 
 void SetPedIdCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) { CaptureResult(kCmdSetPedId, rv); }
@@ -131,11 +133,11 @@ void GetPedIdCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulPedId) {
 }
 
 void GetPedIdCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulPedId) {
-    CommandDescriptor command(kCmdGetPedId, kEnd, rv);
+    EndRecord record(kCmdGetPedId, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulPedId));
-        if (pulPedId != nullptr) command.AddDescriptor(PedId(ValueAt(pulPedId)));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pulPedId));
+        if (pulPedId != nullptr) record.AddDescriptor(PedIdChild(ValueAt(pulPedId)));
     }
-    command.Capture();
+    record.Capture();
 }

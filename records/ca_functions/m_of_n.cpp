@@ -5,10 +5,12 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void SetMofNCmdStart(CK_BBOOL bEnable) {
-    CommandDescriptor command(kCmdSetMofN, kStart, 0);
-    command.AddDescriptor(Boolean(bEnable));
-    command.Capture();
+    StartRecord record(kCmdSetMofN);
+    record.AddDescriptor(BooleanChild(bEnable));
+    record.Capture();
 }
 
 void SetMofNCmdEnd(CK_RV rv, CK_BBOOL) { CaptureResult(kCmdSetMofN, rv); }
@@ -48,12 +50,12 @@ void DeactivateMofNCmdEnd(CK_RV rv, CK_SESSION_HANDLE) { CaptureResult(kCmdDeact
 void GetMofNStatusCmdStart(CK_SLOT_ID slotID, CA_M_OF_N_STATUS*) { CaptureSlot(kCmdGetMofNStatus, slotID); }
 
 void GetMofNStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CA_M_OF_N_STATUS* pStatus) {
-    CommandDescriptor command(kCmdGetMofNStatus, kEnd, rv);
+    EndRecord record(kCmdGetMofNStatus, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        if (pStatus != nullptr) command.AddDescriptor(MofNStatus(pStatus));
+        record.AddDescriptor(SlotChild(slotID));
+        if (pStatus != nullptr) record.AddDescriptor(MofNStatusChild(pStatus));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void DuplicateMofNCmdStart(CK_SESSION_HANDLE hSession) { CaptureSession(kCmdDuplicateMofN, hSession); }

@@ -5,138 +5,140 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void DestroyMultipleObjectsCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulCount,
                                     CK_OBJECT_HANDLE_PTR phObjects, CK_ULONG_PTR pulIndex) {
-    CommandDescriptor command(kCmdDestroyMultipleObjects, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulCount));
-    command.AddDescriptor(Pointer(phObjects));
-    if (phObjects != nullptr) command.AddDescriptor(HandleList(phObjects, ulCount));
-    command.AddDescriptor(Pointer(pulIndex));
-    command.Capture();
+    StartRecord record(kCmdDestroyMultipleObjects);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulCount));
+    record.AddDescriptor(PointerChild(phObjects));
+    if (phObjects != nullptr) record.AddDescriptor(HandleListChild(phObjects, ulCount));
+    record.AddDescriptor(PointerChild(pulIndex));
+    record.Capture();
 }
 
 void DestroyMultipleObjectsCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_OBJECT_HANDLE_PTR,
                                   CK_ULONG_PTR pulIndex) {
-    CommandDescriptor command(kCmdDestroyMultipleObjects, kEnd, rv);
+    EndRecord record(kCmdDestroyMultipleObjects, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulIndex));
-        AddNumberAt(command, pulIndex, "Index=");
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pulIndex));
+        AddNumberAt(record, pulIndex, "Index=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetTokenObjectUIDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject,
                                CK_BYTE_PTR pOuid, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdGetTokenObjectUID, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulObjectType, "Type="));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Pointer(pOuid));
-    command.Capture();
+    StartRecord record(kCmdGetTokenObjectUID);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulObjectType, "Type="));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(PointerChild(pOuid));
+    record.Capture();
 }
 
 void GetTokenObjectUIDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulObjectType, CK_OBJECT_HANDLE hObject,
                              CK_BYTE_PTR pOuid, CK_ULONG_PTR pulOuidLen) {
-    CommandDescriptor command(kCmdGetTokenObjectUID, kEnd, rv);
+    EndRecord record(kCmdGetTokenObjectUID, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulObjectType, "Type="));
-        command.AddDescriptor(Object(hObject));
-        command.AddDescriptor(Pointer(pOuid));
-        AddBytes(command, pOuid, ValueAt(pulOuidLen), "OUID=");
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulObjectType, "Type="));
+        record.AddDescriptor(ObjectChild(hObject));
+        record.AddDescriptor(PointerChild(pOuid));
+        AddBytes(record, pOuid, ValueAt(pulOuidLen), "OUID=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetTokenObjectHandleCmdStart(CK_SLOT_ID slotID, CK_BYTE_PTR pOuid, CK_ULONG ulOuidLen,
                                   CK_ULONG_PTR pulObjectType, CK_OBJECT_HANDLE_PTR phObject) {
-    CommandDescriptor command(kCmdGetTokenObjectHandle, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Pointer(pOuid));
-    AddBytes(command, pOuid, ulOuidLen, "OUID=");
-    command.AddDescriptor(Pointer(pulObjectType));
-    command.AddDescriptor(Pointer(phObject));
-    command.Capture();
+    StartRecord record(kCmdGetTokenObjectHandle);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(PointerChild(pOuid));
+    AddBytes(record, pOuid, ulOuidLen, "OUID=");
+    record.AddDescriptor(PointerChild(pulObjectType));
+    record.AddDescriptor(PointerChild(phObject));
+    record.Capture();
 }
 
 void GetTokenObjectHandleCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_BYTE_PTR pOuid, CK_ULONG ulOuidLen,
                                 CK_ULONG_PTR pulObjectType, CK_OBJECT_HANDLE_PTR phObject) {
-    CommandDescriptor command(kCmdGetTokenObjectHandle, kEnd, rv);
+    EndRecord record(kCmdGetTokenObjectHandle, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pOuid));
-        AddBytes(command, pOuid, ulOuidLen, "OUID=");
-        command.AddDescriptor(Pointer(pulObjectType));
-        command.AddDescriptor(Pointer(phObject));
-        AddNumberAt(command, pulObjectType, "Type=");
-        if (phObject != nullptr) command.AddDescriptor(Object(ValueAt(phObject)));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pOuid));
+        AddBytes(record, pOuid, ulOuidLen, "OUID=");
+        record.AddDescriptor(PointerChild(pulObjectType));
+        record.AddDescriptor(PointerChild(phObject));
+        AddNumberAt(record, pulObjectType, "Type=");
+        if (phObject != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phObject)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetObjectUIDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulObjectType,
                           CK_OBJECT_HANDLE hObject, CK_BYTE_PTR pOuid, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdGetObjectUID, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "Container="));
-    command.AddDescriptor(Number(ulObjectType, "ObjType="));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Pointer(pOuid));
-    command.Capture();
+    StartRecord record(kCmdGetObjectUID);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber, "Container="));
+    record.AddDescriptor(NumberChild(ulObjectType, "ObjType="));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(PointerChild(pOuid));
+    record.Capture();
 }
 
 void GetObjectUIDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulObjectType,
                         CK_OBJECT_HANDLE hObject, CK_BYTE_PTR pOuid, CK_ULONG_PTR pulOuidLen) {
-    CommandDescriptor command(kCmdGetObjectUID, kEnd, rv);
+    EndRecord record(kCmdGetObjectUID, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "Container="));
-        command.AddDescriptor(Number(ulObjectType, "ObjType="));
-        command.AddDescriptor(Object(hObject));
-        command.AddDescriptor(Pointer(pOuid));
-        AddBytes(command, pOuid, ValueAt(pulOuidLen));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerNumber, "Container="));
+        record.AddDescriptor(NumberChild(ulObjectType, "ObjType="));
+        record.AddDescriptor(ObjectChild(hObject));
+        record.AddDescriptor(PointerChild(pOuid));
+        AddBytes(record, pOuid, ValueAt(pulOuidLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetObjectHandleCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_BYTE_PTR pOuid,
                              CK_ULONG ulOuidLen, CK_ULONG_PTR pulObjectType, CK_OBJECT_HANDLE_PTR phObject) {
-    CommandDescriptor command(kCmdGetObjectHandle, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber, "Container="));
-    command.AddDescriptor(Pointer(pOuid));
-    AddBytes(command, pOuid, ulOuidLen);
-    command.AddDescriptor(Pointer(pulObjectType));
-    command.AddDescriptor(Pointer(phObject));
-    command.Capture();
+    StartRecord record(kCmdGetObjectHandle);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber, "Container="));
+    record.AddDescriptor(PointerChild(pOuid));
+    AddBytes(record, pOuid, ulOuidLen);
+    record.AddDescriptor(PointerChild(pulObjectType));
+    record.AddDescriptor(PointerChild(phObject));
+    record.Capture();
 }
 
 void GetObjectHandleCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_BYTE_PTR pOuid,
                            CK_ULONG ulOuidLen, CK_ULONG_PTR pulObjectType, CK_OBJECT_HANDLE_PTR phObject) {
-    CommandDescriptor command(kCmdGetObjectHandle, kEnd, rv);
+    EndRecord record(kCmdGetObjectHandle, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber, "Container="));
-        command.AddDescriptor(Pointer(pOuid));
-        AddBytes(command, pOuid, ulOuidLen);
-        command.AddDescriptor(Pointer(pulObjectType));
-        command.AddDescriptor(Pointer(phObject));
-        AddNumberAt(command, pulObjectType, "Type=");
-        if (phObject != nullptr) command.AddDescriptor(Object(ValueAt(phObject)));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerNumber, "Container="));
+        record.AddDescriptor(PointerChild(pOuid));
+        AddBytes(record, pOuid, ulOuidLen);
+        record.AddDescriptor(PointerChild(pulObjectType));
+        record.AddDescriptor(PointerChild(phObject));
+        AddNumberAt(record, pulObjectType, "Type=");
+        if (phObject != nullptr) record.AddDescriptor(ObjectChild(ValueAt(phObject)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void ModifyUsageCountCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ULONG ulCommandType,
                               CK_ULONG ulValue) {
-    CommandDescriptor command(kCmdModifyUsageCount, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Number(ulCommandType, "Type="));
-    command.AddDescriptor(Number(ulValue, "Value="));
-    command.Capture();
+    StartRecord record(kCmdModifyUsageCount);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(NumberChild(ulCommandType, "Type="));
+    record.AddDescriptor(NumberChild(ulValue, "Value="));
+    record.Capture();
 }
 
 void ModifyUsageCountCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ULONG, CK_ULONG) {

@@ -5,96 +5,98 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // Records of sets of policies or capabilities, and of one of them; of the whole device or of one container.
 
 void CaptureSetQuery(CommandType type, CK_SLOT_ID slot, const CK_ULONG* ids, const CK_ULONG* idCount,
                      const CK_ULONG* values, const CK_ULONG* valueCount) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    capsOrPolicyPtrsAdd(command, ids, idCount, values, valueCount);
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    capsOrPolicyPtrsAdd(record, ids, idCount, values, valueCount);
+    record.Capture();
 }
 
 void CaptureSet(CommandType type, CK_RV rv, CK_SLOT_ID slot, const CK_ULONG* ids, const CK_ULONG* idCount,
                 const CK_ULONG* values, const CK_ULONG* valueCount) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slot));
-        capsOrPolicyDescAdd(command, ids, idCount, values, valueCount);
+        record.AddDescriptor(SlotChild(slot));
+        capsOrPolicyDescAdd(record, ids, idCount, values, valueCount);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureContainerSetQuery(CommandType type, CK_SLOT_ID slot, CK_ULONG container, const CK_ULONG* ids,
                               const CK_ULONG* idCount, const CK_ULONG* values, const CK_ULONG* valueCount) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    command.AddDescriptor(Number(container, "part="));
-    capsOrPolicyPtrsAdd(command, ids, idCount, values, valueCount);
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    record.AddDescriptor(NumberChild(container, "part="));
+    capsOrPolicyPtrsAdd(record, ids, idCount, values, valueCount);
+    record.Capture();
 }
 
 void CaptureContainerSet(CommandType type, CK_RV rv, CK_SLOT_ID slot, CK_ULONG container, const CK_ULONG* ids,
                          const CK_ULONG* idCount, const CK_ULONG* values, const CK_ULONG* valueCount) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slot));
-        command.AddDescriptor(Number(container, "part="));
-        capsOrPolicyDescAdd(command, ids, idCount, values, valueCount);
+        record.AddDescriptor(SlotChild(slot));
+        record.AddDescriptor(NumberChild(container, "part="));
+        capsOrPolicyDescAdd(record, ids, idCount, values, valueCount);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureSettingQuery(CommandType type, CK_SLOT_ID slot, CK_ULONG id, const CK_ULONG* value) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    command.AddDescriptor(Number(id, "id="));
-    command.AddDescriptor(Pointer(value));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    record.AddDescriptor(NumberChild(id, "id="));
+    record.AddDescriptor(PointerChild(value));
+    record.Capture();
 }
 
 void CaptureSetting(CommandType type, CK_RV rv, CK_SLOT_ID slot, CK_ULONG id, const CK_ULONG* value) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slot));
-        command.AddDescriptor(Number(id, "id="));
-        command.AddDescriptor(Pointer(value));
-        AddNumberAt(command, value, "val=");
+        record.AddDescriptor(SlotChild(slot));
+        record.AddDescriptor(NumberChild(id, "id="));
+        record.AddDescriptor(PointerChild(value));
+        AddNumberAt(record, value, "val=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureContainerSettingQuery(CommandType type, CK_SLOT_ID slot, CK_ULONG container, CK_ULONG id,
                                   const CK_ULONG* value) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    command.AddDescriptor(Number(container, "part="));
-    command.AddDescriptor(Number(id, "id="));
-    command.AddDescriptor(Pointer(value));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    record.AddDescriptor(NumberChild(container, "part="));
+    record.AddDescriptor(NumberChild(id, "id="));
+    record.AddDescriptor(PointerChild(value));
+    record.Capture();
 }
 
 void CaptureContainerSetting(CommandType type, CK_RV rv, CK_SLOT_ID slot, CK_ULONG container, CK_ULONG id,
                              const CK_ULONG* value) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slot));
-        command.AddDescriptor(Number(container, "part="));
-        command.AddDescriptor(Number(id, "id="));
-        command.AddDescriptor(Pointer(value));
-        AddNumberAt(command, value, "val=");
+        record.AddDescriptor(SlotChild(slot));
+        record.AddDescriptor(NumberChild(container, "part="));
+        record.AddDescriptor(NumberChild(id, "id="));
+        record.AddDescriptor(PointerChild(value));
+        AddNumberAt(record, value, "val=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CaptureNewPolicies(CommandType type, CK_SESSION_HANDLE session, CK_ULONG count, const CK_ULONG* ids,
                         const CK_ULONG* values) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    capsOrPolicyArrayAdd(command, count, ids, values);
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    capsOrPolicyArrayAdd(record, count, ids, values);
+    record.Capture();
 }
 
 void CaptureNewPolicy(CommandType type, CK_SESSION_HANDLE session, CK_ULONG id, CK_ULONG value) {
@@ -124,15 +126,15 @@ void GetExtendedTPVCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv, CK_ULONG_PTR
 }
 
 void GetExtendedTPVCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTpv, CK_ULONG_PTR pulTpvExtension) {
-    CommandDescriptor command(kCmdGetExtendedTPV, kEnd, rv);
+    EndRecord record(kCmdGetExtendedTPV, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pulTpv));
-        AddNumberAt(command, pulTpv);
-        command.AddDescriptor(Pointer(pulTpvExtension));
-        AddNumberAt(command, pulTpvExtension);
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pulTpv));
+        AddNumberAt(record, pulTpv);
+        record.AddDescriptor(PointerChild(pulTpvExtension));
+        AddNumberAt(record, pulTpvExtension);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void SetTPVCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulTpv) {
@@ -153,38 +155,38 @@ void GetConfigurationElementDescriptionCmdStart(CK_SLOT_ID slotID, CK_ULONG ulCo
                                                 CK_ULONG ulCapability, CK_ULONG ulElementId,
                                                 CK_ULONG_PTR pulBitLength, CK_ULONG_PTR pulDestructive,
                                                 CK_ULONG_PTR pulRestricted, CK_CHAR_PTR pDescription) {
-    CommandDescriptor command(kCmdGetConfigurationElementDescription, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainer, "cnt="));
-    command.AddDescriptor(Number(ulCapability, "cap="));
-    command.AddDescriptor(Number(ulElementId, "id="));
-    command.AddDescriptor(Pointer(pulBitLength));
-    command.AddDescriptor(Pointer(pulDestructive));
-    command.AddDescriptor(Pointer(pulRestricted));
-    command.AddDescriptor(Pointer(pDescription));
-    command.Capture();
+    StartRecord record(kCmdGetConfigurationElementDescription);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainer, "cnt="));
+    record.AddDescriptor(NumberChild(ulCapability, "cap="));
+    record.AddDescriptor(NumberChild(ulElementId, "id="));
+    record.AddDescriptor(PointerChild(pulBitLength));
+    record.AddDescriptor(PointerChild(pulDestructive));
+    record.AddDescriptor(PointerChild(pulRestricted));
+    record.AddDescriptor(PointerChild(pDescription));
+    record.Capture();
 }
 
 void GetConfigurationElementDescriptionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainer,
                                               CK_ULONG ulCapability, CK_ULONG ulElementId,
                                               CK_ULONG_PTR pulBitLength, CK_ULONG_PTR pulDestructive,
                                               CK_ULONG_PTR pulRestricted, CK_CHAR_PTR pDescription) {
-    CommandDescriptor command(kCmdGetConfigurationElementDescription, kEnd, rv);
+    EndRecord record(kCmdGetConfigurationElementDescription, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainer, "cnt="));
-        command.AddDescriptor(Number(ulCapability, "cap="));
-        command.AddDescriptor(Number(ulElementId, "id="));
-        command.AddDescriptor(Pointer(pulBitLength));
-        command.AddDescriptor(Pointer(pulDestructive));
-        command.AddDescriptor(Pointer(pulRestricted));
-        command.AddDescriptor(Pointer(pDescription));
-        AddNumberAt(command, pulBitLength, "bitLen=");
-        AddNumberAt(command, pulDestructive, "dest=");
-        AddNumberAt(command, pulRestricted, "rest=");
-        AddBytes(command, pDescription, ckscribe::ReadableTextLength(pDescription));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainer, "cnt="));
+        record.AddDescriptor(NumberChild(ulCapability, "cap="));
+        record.AddDescriptor(NumberChild(ulElementId, "id="));
+        record.AddDescriptor(PointerChild(pulBitLength));
+        record.AddDescriptor(PointerChild(pulDestructive));
+        record.AddDescriptor(PointerChild(pulRestricted));
+        record.AddDescriptor(PointerChild(pDescription));
+        AddNumberAt(record, pulBitLength, "bitLen=");
+        AddNumberAt(record, pulDestructive, "dest=");
+        AddNumberAt(record, pulRestricted, "rest=");
+        AddBytes(record, pDescription, ReadableTextLength(pDescription));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetHSMCapabilitySetCmdStart(CK_SLOT_ID slotID, CK_ULONG_PTR pulIds, CK_ULONG_PTR pulIdCount,
@@ -308,11 +310,11 @@ void SetDestructiveHSMPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_U
 
 void SetContainerPolicyCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber, CK_ULONG ulId,
                                 CK_ULONG ulValue) {
-    CommandDescriptor command(kCmdSetContainerPolicy, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContainerNumber, "part="));
-    capsOrPolicyArrayAdd(command, 1, &ulId, &ulValue);
-    command.Capture();
+    StartRecord record(kCmdSetContainerPolicy);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulContainerNumber, "part="));
+    capsOrPolicyArrayAdd(record, 1, &ulId, &ulValue);
+    record.Capture();
 }
 
 void SetContainerPolicyCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG) {
@@ -321,11 +323,11 @@ void SetContainerPolicyCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, C
 
 void SetContainerPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerNumber, CK_ULONG ulCount,
                                   CK_ULONG_PTR pulIds, CK_ULONG_PTR pulValues) {
-    CommandDescriptor command(kCmdSetContainerPolicies, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContainerNumber, "part="));
-    capsOrPolicyArrayAdd(command, ulCount, pulIds, pulValues);
-    command.Capture();
+    StartRecord record(kCmdSetContainerPolicies);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulContainerNumber, "part="));
+    capsOrPolicyArrayAdd(record, ulCount, pulIds, pulValues);
+    record.Capture();
 }
 
 void SetContainerPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG, CK_ULONG, CK_ULONG_PTR, CK_ULONG_PTR) {
@@ -344,11 +346,11 @@ void GetTokenCapabilitiesCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulIds
 
 void SetTokenPoliciesCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_ULONG ulCount,
                               CK_ULONG_PTR pulIds, CK_ULONG_PTR pulValues) {
-    CommandDescriptor command(kCmdSetTokenPolicies, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Slot(slotID));
-    capsOrPolicyArrayAdd(command, ulCount, pulIds, pulValues);
-    command.Capture();
+    StartRecord record(kCmdSetTokenPolicies);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(SlotChild(slotID));
+    capsOrPolicyArrayAdd(record, ulCount, pulIds, pulValues);
+    record.Capture();
 }
 
 void SetTokenPoliciesCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_SLOT_ID, CK_ULONG, CK_ULONG_PTR, CK_ULONG_PTR) {

@@ -5,6 +5,8 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void InitializeRemotePEDVectorCmdStart(CK_SESSION_HANDLE hSession) {
     CaptureSession(kCmdInitializeRemotePEDVector, hSession);
 }
@@ -30,31 +32,31 @@ void GetRemotePEDVectorStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pu
 }
 
 void ConfigureRemotePEDCmdStart(CK_SLOT_ID slotID, CK_CHAR_PTR pHostName, CK_ULONG ulPort, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdConfigureRemotePED, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    AddBytes(command, pHostName, ckscribe::ReadableTextLength(pHostName));
-    command.AddDescriptor(Number(ulPort));
-    command.Capture();
+    StartRecord record(kCmdConfigureRemotePED);
+    record.AddDescriptor(SlotChild(slotID));
+    AddBytes(record, pHostName, ReadableTextLength(pHostName));
+    record.AddDescriptor(NumberChild(ulPort));
+    record.Capture();
 }
 
 void ConfigureRemotePEDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_CHAR_PTR pHostName, CK_ULONG ulPort,
                               CK_ULONG_PTR pulPedId) {
-    CommandDescriptor command(kCmdConfigureRemotePED, kEnd, rv);
+    EndRecord record(kCmdConfigureRemotePED, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        AddBytes(command, pHostName, ckscribe::ReadableTextLength(pHostName));
-        command.AddDescriptor(Number(ulPort));
-        command.AddDescriptor(Pointer(pulPedId));
-        AddNumberAt(command, pulPedId);
+        record.AddDescriptor(SlotChild(slotID));
+        AddBytes(record, pHostName, ReadableTextLength(pHostName));
+        record.AddDescriptor(NumberChild(ulPort));
+        record.AddDescriptor(PointerChild(pulPedId));
+        AddNumberAt(record, pulPedId);
     }
-    command.Capture();
+    record.Capture();
 }
 
 void DismantleRemotePEDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulPedId) {
-    CommandDescriptor command(kCmdDismantleRemotePED, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulPedId));
-    command.Capture();
+    StartRecord record(kCmdDismantleRemotePED);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulPedId));
+    record.Capture();
 }
 
 void DismantleRemotePEDCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG) { CaptureResult(kCmdDismantleRemotePED, rv); }

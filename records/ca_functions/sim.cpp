@@ -5,6 +5,8 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // What the vendor's forms of authorisation bring along.
@@ -25,64 +27,65 @@ void ForEachByteString(CK_ULONG count, CK_BYTE_PTR* strings, const CK_ULONG* len
 }
 
 // One mask for each secret.
-void AddSecrets(CommandDescriptor& command, CK_ULONG count, CK_BYTE_PTR* secrets, const CK_ULONG* lengths) {
+void AddSecrets(CommandDescriptor& record, CK_ULONG count, CK_BYTE_PTR* secrets, const CK_ULONG* lengths) {
     ForEachByteString(count, secrets, lengths,
-                      [&](const void* secret, CK_ULONG) { command.AddDescriptor(Pin(secret)); });
+                      [&](const void* secret, CK_ULONG) { record.AddDescriptor(PinChild(secret)); });
 }
 
 using Child = AbstractDescriptor* (*)(const void* bytes, CK_ULONG length, const char* label);
 
-void AddByteStrings(CommandDescriptor& command, CK_ULONG count, CK_BYTE_PTR* strings, const CK_ULONG* lengths,
+void AddByteStrings(CommandDescriptor& record, CK_ULONG count, CK_BYTE_PTR* strings, const CK_ULONG* lengths,
                     Child child, const char* label) {
     ForEachByteString(count, strings, lengths, [&](const void* string, CK_ULONG length) {
-        command.AddDescriptor(child(string, length, label));
+        record.AddDescriptor(child(string, length, label));
     });
 }
 
 void CaptureSessionAndMechanism(CommandType type, CK_SESSION_HANDLE session, const CK_MECHANISM* mechanism) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Number(session));
-    command.AddDescriptor(Pointer(mechanism));
-    if (mechanism != nullptr) command.AddDescriptor(Mechanism(mechanism));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(NumberChild(session));
+    record.AddDescriptor(PointerChild(mechanism));
+    if (mechanism != nullptr) record.AddDescriptor(MechanismChild(mechanism));
+    record.Capture();
 }
 
 }  // namespace
 
 void ExtractMaskedObjectCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject,
                                  CK_BYTE_PTR pMaskedObject, CK_ULONG_PTR pusMaskedObjectLen) {
-    CommandDescriptor command(kCmdExtractMaskedObject, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Object(hObject));
-    command.AddDescriptor(Pointer(pMaskedObject));
-    command.AddDescriptor(Pointer(pusMaskedObjectLen));
-    if (pusMaskedObjectLen != nullptr) command.AddDescriptor(ShortNumber(ValueAt(pusMaskedObjectLen)));
-    command.Capture();
+    StartRecord record(kCmdExtractMaskedObject);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(ObjectChild(hObject));
+    record.AddDescriptor(PointerChild(pMaskedObject));
+    record.AddDescriptor(PointerChild(pusMaskedObjectLen));
+    if (pusMaskedObjectLen != nullptr) record.AddDescriptor(ShortNumberChild(ValueAt(pusMaskedObjectLen)));
+    record.Capture();
 }
 
 void ExtractMaskedObjectCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject,
                                CK_BYTE_PTR pMaskedObject, CK_ULONG_PTR pusMaskedObjectLen) {
-    CommandDescriptor command(kCmdExtractMaskedObject, kEnd, rv);
+    EndRecord record(kCmdExtractMaskedObject, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Object(hObject));
-        command.AddDescriptor(Pointer(pMaskedObject));
-        command.AddDescriptor(Pointer(pusMaskedObjectLen));
-        if (pusMaskedObjectLen != nullptr) command.AddDescriptor(ShortNumber(ValueAt(pusMaskedObjectLen)));
-        AddBytes(command, pMaskedObject, ValueAt(pusMaskedObjectLen));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(ObjectChild(hObject));
+        record.AddDescriptor(PointerChild(pMaskedObject));
+        record.AddDescriptor(PointerChild(pusMaskedObjectLen));
+        if (pusMaskedObjectLen != nullptr)
+            record.AddDescriptor(ShortNumberChild(ValueAt(pusMaskedObjectLen)));
+        AddBytes(record, pMaskedObject, ValueAt(pusMaskedObjectLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void InsertMaskedObjectCmdStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR phObject,
                                 CK_BYTE_PTR pMaskedObject, CK_ULONG ulMaskedObjectLen) {
-    CommandDescriptor command(kCmdInsertMaskedObject, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(phObject));
-    command.AddDescriptor(Pointer(pMaskedObject));
-    command.AddDescriptor(Number(ulMaskedObjectLen));
-    AddBytes(command, pMaskedObject, ulMaskedObjectLen);
-    command.Capture();
+    StartRecord record(kCmdInsertMaskedObject);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(phObject));
+    record.AddDescriptor(PointerChild(pMaskedObject));
+    record.AddDescriptor(NumberChild(ulMaskedObjectLen));
+    AddBytes(record, pMaskedObject, ulMaskedObjectLen);
+    record.Capture();
 }
 
 void InsertMaskedObjectCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR phObject,
@@ -93,13 +96,13 @@ void InsertMaskedObjectCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_OBJECT_HA
 void MultisignValueCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pMaskedKey, CK_ULONG ulMaskedKeyLen,
                             CK_BYTE_PTR* ppInputs, CK_ULONG ulInputCount, CK_ULONG_PTR pulInputLens,
                             CK_BYTE_PTR, CK_ULONG_PTR) {
-    CommandDescriptor command(kCmdMultisignValue, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    AddBytes(command, pMaskedKey, ulMaskedKeyLen);
-    command.AddDescriptor(Pointer(ppInputs));
-    command.AddDescriptor(Number(ulInputCount, "inputCnt="));
-    AddByteStrings(command, ulInputCount, ppInputs, pulInputLens, Value, "in=");
-    command.Capture();
+    StartRecord record(kCmdMultisignValue);
+    record.AddDescriptor(SessionChild(hSession));
+    AddBytes(record, pMaskedKey, ulMaskedKeyLen);
+    record.AddDescriptor(PointerChild(ppInputs));
+    record.AddDescriptor(NumberChild(ulInputCount, "inputCnt="));
+    AddByteStrings(record, ulInputCount, ppInputs, pulInputLens, ValueChild, "in=");
+    record.Capture();
 }
 
 void MultisignValueCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR*, CK_ULONG,
@@ -111,97 +114,97 @@ void SIMExtractCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulHandleCount, CK_O
                         CK_ULONG ulAuthForm, CK_ULONG ulN, CK_ULONG ulM, CK_ULONG_PTR pulSecretLens,
                         CK_BYTE_PTR* ppSecrets, CK_BBOOL bDelete, CK_ULONG_PTR pulBlobLen,
                         CK_BYTE_PTR pBlob) {
-    CommandDescriptor command(kCmdSIMExtract, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(phObjects));
-    if (phObjects != nullptr) command.AddDescriptor(HandleList(phObjects, ulHandleCount));
-    command.AddDescriptor(Number(ulAuthForm, "authForm="));
+    StartRecord record(kCmdSIMExtract);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(phObjects));
+    if (phObjects != nullptr) record.AddDescriptor(HandleListChild(phObjects, ulHandleCount));
+    record.AddDescriptor(NumberChild(ulAuthForm, "authForm="));
     if (NamesShares(ulAuthForm)) {
-        command.AddDescriptor(Number(ulN, "N="));
-        command.AddDescriptor(Number(ulM, "M="));
+        record.AddDescriptor(NumberChild(ulN, "N="));
+        record.AddDescriptor(NumberChild(ulM, "M="));
     }
-    if (BringsSecrets(ulAuthForm)) AddSecrets(command, ulN, ppSecrets, pulSecretLens);
-    command.AddDescriptor(Boolean(bDelete, "delete="));
-    command.AddDescriptor(Pointer(pulBlobLen));
-    command.AddDescriptor(Pointer(pBlob));
-    command.Capture();
+    if (BringsSecrets(ulAuthForm)) AddSecrets(record, ulN, ppSecrets, pulSecretLens);
+    record.AddDescriptor(BooleanChild(bDelete, "delete="));
+    record.AddDescriptor(PointerChild(pulBlobLen));
+    record.AddDescriptor(PointerChild(pBlob));
+    record.Capture();
 }
 
 void SIMExtractCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_OBJECT_HANDLE_PTR, CK_ULONG,
                       CK_ULONG, CK_ULONG, CK_ULONG_PTR, CK_BYTE_PTR*, CK_BBOOL, CK_ULONG_PTR pulBlobLen,
                       CK_BYTE_PTR pBlob) {
-    CommandDescriptor command(kCmdSIMExtract, kEnd, rv);
+    EndRecord record(kCmdSIMExtract, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulBlobLen));
-        command.AddDescriptor(Pointer(pBlob));
-        AddBytes(command, pBlob, ValueAt(pulBlobLen));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pulBlobLen));
+        record.AddDescriptor(PointerChild(pBlob));
+        AddBytes(record, pBlob, ValueAt(pulBlobLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void SIMInsertCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulAuthForm, CK_ULONG ulSecretCount,
                        CK_ULONG_PTR pulSecretLens, CK_BYTE_PTR* ppSecrets, CK_ULONG ulBlobLen,
                        CK_BYTE_PTR pBlob, CK_ULONG_PTR pulHandleCount, CK_OBJECT_HANDLE_PTR phObjects) {
-    CommandDescriptor command(kCmdSIMInsert, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulAuthForm, "authForm="));
+    StartRecord record(kCmdSIMInsert);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulAuthForm, "authForm="));
     if (NamesSecrets(ulAuthForm)) {
-        command.AddDescriptor(Number(ulSecretCount, "secretCnt="));
-        AddSecrets(command, ulSecretCount, ppSecrets, pulSecretLens);
+        record.AddDescriptor(NumberChild(ulSecretCount, "secretCnt="));
+        AddSecrets(record, ulSecretCount, ppSecrets, pulSecretLens);
     }
-    command.AddDescriptor(Pointer(pBlob));
-    AddBytes(command, pBlob, ulBlobLen);
-    command.AddDescriptor(Pointer(pulHandleCount));
-    command.AddDescriptor(Pointer(phObjects));
-    command.Capture();
+    record.AddDescriptor(PointerChild(pBlob));
+    AddBytes(record, pBlob, ulBlobLen);
+    record.AddDescriptor(PointerChild(pulHandleCount));
+    record.AddDescriptor(PointerChild(phObjects));
+    record.Capture();
 }
 
 void SIMInsertCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_ULONG, CK_ULONG_PTR, CK_BYTE_PTR*,
                      CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR pulHandleCount, CK_OBJECT_HANDLE_PTR phObjects) {
-    CommandDescriptor command(kCmdSIMInsert, kEnd, rv);
+    EndRecord record(kCmdSIMInsert, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulHandleCount));
-        AddNumberAt(command, pulHandleCount, "hdlCount=");
-        command.AddDescriptor(Pointer(phObjects));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pulHandleCount));
+        AddNumberAt(record, pulHandleCount, "hdlCount=");
+        record.AddDescriptor(PointerChild(phObjects));
         if (phObjects != nullptr && pulHandleCount != nullptr)
-            command.AddDescriptor(HandleList(phObjects, ValueAt(pulHandleCount)));
+            record.AddDescriptor(HandleListChild(phObjects, ValueAt(pulHandleCount)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void SIMMultiSignCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulAuthForm, CK_ULONG ulSecretCount,
                           CK_ULONG_PTR pulSecretLens, CK_BYTE_PTR* ppSecrets, CK_ULONG ulBlobLen,
                           CK_BYTE_PTR pBlob, CK_ULONG ulInputCount, CK_ULONG_PTR pulInputLens,
                           CK_BYTE_PTR* ppInputs, CK_ULONG_PTR pulSignatureLens, CK_BYTE_PTR* ppSignatures) {
-    CommandDescriptor command(kCmdSIMMultiSign, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulAuthForm, "authForm="));
+    StartRecord record(kCmdSIMMultiSign);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulAuthForm, "authForm="));
     if (NamesSecrets(ulAuthForm)) {
-        command.AddDescriptor(Number(ulSecretCount, "secretCnt="));
-        AddSecrets(command, ulSecretCount, ppSecrets, pulSecretLens);
+        record.AddDescriptor(NumberChild(ulSecretCount, "secretCnt="));
+        AddSecrets(record, ulSecretCount, ppSecrets, pulSecretLens);
     }
-    command.AddDescriptor(Pointer(pBlob));
-    AddBytes(command, pBlob, ulBlobLen);
-    command.AddDescriptor(Number(ulInputCount, "inputCnt="));
-    AddByteStrings(command, ulInputCount, ppInputs, pulInputLens, Bytes, "in=");
-    command.AddDescriptor(Pointer(pulSignatureLens));
-    command.AddDescriptor(Pointer(ppSignatures));
-    command.Capture();
+    record.AddDescriptor(PointerChild(pBlob));
+    AddBytes(record, pBlob, ulBlobLen);
+    record.AddDescriptor(NumberChild(ulInputCount, "inputCnt="));
+    AddByteStrings(record, ulInputCount, ppInputs, pulInputLens, BytesChild, "in=");
+    record.AddDescriptor(PointerChild(pulSignatureLens));
+    record.AddDescriptor(PointerChild(ppSignatures));
+    record.Capture();
 }
 
 void SIMMultiSignCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG, CK_ULONG, CK_ULONG_PTR, CK_BYTE_PTR*,
                         CK_ULONG, CK_BYTE_PTR, CK_ULONG ulInputCount, CK_ULONG_PTR, CK_BYTE_PTR*,
                         CK_ULONG_PTR pulSignatureLens, CK_BYTE_PTR* ppSignatures) {
-    CommandDescriptor command(kCmdSIMMultiSign, kEnd, rv);
+    EndRecord record(kCmdSIMMultiSign, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pulSignatureLens));
-        command.AddDescriptor(Pointer(ppSignatures));
-        AddByteStrings(command, ulInputCount, ppSignatures, pulSignatureLens, Bytes, "sig=");
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pulSignatureLens));
+        record.AddDescriptor(PointerChild(ppSignatures));
+        AddByteStrings(record, ulInputCount, ppSignatures, pulSignatureLens, BytesChild, "sig=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void ExtractCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
@@ -209,13 +212,13 @@ void ExtractCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
 }
 
 void ExtractCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
-    CommandDescriptor command(kCmdExtract, kEnd, rv);
+    EndRecord record(kCmdExtract, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Pointer(pMechanism));
-        if (pMechanism != nullptr) command.AddDescriptor(Mechanism(pMechanism));
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(PointerChild(pMechanism));
+        if (pMechanism != nullptr) record.AddDescriptor(MechanismChild(pMechanism));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void InsertCmdStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {

@@ -5,6 +5,8 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 void FindAdminSlotForSlotCmdStart(CK_SLOT_ID slotID, CK_SLOT_ID_PTR pAdminSlotID,
                                   CK_SLOT_ID_PTR pOtherSlotID) {
     CaptureSlotAndPointers(kCmdFindAdminSlotForSlot, slotID, {pAdminSlotID, pOtherSlotID});
@@ -12,23 +14,23 @@ void FindAdminSlotForSlotCmdStart(CK_SLOT_ID slotID, CK_SLOT_ID_PTR pAdminSlotID
 
 void FindAdminSlotForSlotCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_SLOT_ID_PTR pAdminSlotID,
                                 CK_SLOT_ID_PTR pOtherSlotID) {
-    CommandDescriptor command(kCmdFindAdminSlotForSlot, kEnd, rv);
+    EndRecord record(kCmdFindAdminSlotForSlot, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Pointer(pAdminSlotID));
-        command.AddDescriptor(Pointer(pOtherSlotID));
-        if (pAdminSlotID != nullptr) command.AddDescriptor(Slot(ValueAt(pAdminSlotID)));
-        if (pOtherSlotID != nullptr) command.AddDescriptor(Slot(ValueAt(pOtherSlotID)));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(PointerChild(pAdminSlotID));
+        record.AddDescriptor(PointerChild(pOtherSlotID));
+        if (pAdminSlotID != nullptr) record.AddDescriptor(SlotChild(ValueAt(pAdminSlotID)));
+        if (pOtherSlotID != nullptr) record.AddDescriptor(SlotChild(ValueAt(pOtherSlotID)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void TokenInsertCmdStart(CK_SESSION_HANDLE hSession, CK_VOID_PTR pTokenHandle, CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdTokenInsert, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Pointer(pTokenHandle, "TknHndle="));
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    StartRecord record(kCmdTokenInsert);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(PointerChild(pTokenHandle, "TknHndle="));
+    record.AddDescriptor(SlotChild(slotID));
+    record.Capture();
 }
 
 void TokenInsertCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_VOID_PTR, CK_SLOT_ID) {
@@ -36,10 +38,10 @@ void TokenInsertCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_VOID_PTR, CK_SLOT_ID) {
 }
 
 void TokenInsertNoAuthCmdStart(CK_VOID_PTR pTokenHandle, CK_SLOT_ID slotID) {
-    CommandDescriptor command(kCmdTokenInsertNoAuth, kStart, 0);
-    command.AddDescriptor(Pointer(pTokenHandle, "TknHndle="));
-    command.AddDescriptor(Slot(slotID));
-    command.Capture();
+    StartRecord record(kCmdTokenInsertNoAuth);
+    record.AddDescriptor(PointerChild(pTokenHandle, "TknHndle="));
+    record.AddDescriptor(SlotChild(slotID));
+    record.Capture();
 }
 
 void TokenInsertNoAuthCmdEnd(CK_RV rv, CK_VOID_PTR, CK_SLOT_ID) { CaptureResult(kCmdTokenInsertNoAuth, rv); }
@@ -84,57 +86,57 @@ void GetTokenInsertionCountCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulC
 
 void GetTokenCertificatesCmdStart(CK_SLOT_ID slotID, CK_ULONG ulCertificateType, CK_BYTE_PTR pCertificates,
                                   CK_ULONG_PTR pulCertificatesLen) {
-    CommandDescriptor command(kCmdGetTokenCertificates, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulCertificateType));
-    command.AddDescriptor(Pointer(pCertificates));
-    command.AddDescriptor(Pointer(pulCertificatesLen));
-    AddNumberAt(command, pulCertificatesLen);
-    command.Capture();
+    StartRecord record(kCmdGetTokenCertificates);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulCertificateType));
+    record.AddDescriptor(PointerChild(pCertificates));
+    record.AddDescriptor(PointerChild(pulCertificatesLen));
+    AddNumberAt(record, pulCertificatesLen);
+    record.Capture();
 }
 
 void GetTokenCertificatesCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulCertificateType,
                                 CK_BYTE_PTR pCertificates, CK_ULONG_PTR pulCertificatesLen) {
-    CommandDescriptor command(kCmdGetTokenCertificates, kEnd, rv);
+    EndRecord record(kCmdGetTokenCertificates, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulCertificateType));
-        command.AddDescriptor(Pointer(pCertificates));
-        command.AddDescriptor(Pointer(pulCertificatesLen));
-        AddNumberAt(command, pulCertificatesLen);
-        AddBytes(command, pCertificates, ValueAt(pulCertificatesLen));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulCertificateType));
+        record.AddDescriptor(PointerChild(pCertificates));
+        record.AddDescriptor(PointerChild(pulCertificatesLen));
+        AddNumberAt(record, pulCertificatesLen);
+        AddBytes(record, pCertificates, ValueAt(pulCertificatesLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void ReadCommonStoreCmdStart(CK_ULONG ulIndex, CK_BYTE_PTR pData, CK_ULONG_PTR pulDataLen) {
-    CommandDescriptor command(kCmdReadCommonStore, kStart, 0);
-    command.AddDescriptor(Number(ulIndex));
-    command.AddDescriptor(Pointer(pData));
-    command.AddDescriptor(Pointer(pulDataLen));
-    AddNumberAt(command, pulDataLen);
-    command.Capture();
+    StartRecord record(kCmdReadCommonStore);
+    record.AddDescriptor(NumberChild(ulIndex));
+    record.AddDescriptor(PointerChild(pData));
+    record.AddDescriptor(PointerChild(pulDataLen));
+    AddNumberAt(record, pulDataLen);
+    record.Capture();
 }
 
 void ReadCommonStoreCmdEnd(CK_RV rv, CK_ULONG ulIndex, CK_BYTE_PTR pData, CK_ULONG_PTR pulDataLen) {
-    CommandDescriptor command(kCmdReadCommonStore, kEnd, rv);
+    EndRecord record(kCmdReadCommonStore, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Number(ulIndex));
-        command.AddDescriptor(Pointer(pData));
-        command.AddDescriptor(Pointer(pulDataLen));
-        AddNumberAt(command, pulDataLen);
-        AddBytes(command, pData, ValueAt(pulDataLen));
+        record.AddDescriptor(NumberChild(ulIndex));
+        record.AddDescriptor(PointerChild(pData));
+        record.AddDescriptor(PointerChild(pulDataLen));
+        AddNumberAt(record, pulDataLen);
+        AddBytes(record, pData, ValueAt(pulDataLen));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void WriteCommonStoreCmdStart(CK_ULONG ulIndex, CK_BYTE_PTR pData, CK_ULONG ulDataLen) {
-    CommandDescriptor command(kCmdWriteCommonStore, kStart, 0);
-    command.AddDescriptor(Number(ulIndex));
-    command.AddDescriptor(Pointer(pData));
-    AddBytes(command, pData, ulDataLen);
-    command.AddDescriptor(Number(ulDataLen));
-    command.Capture();
+    StartRecord record(kCmdWriteCommonStore);
+    record.AddDescriptor(NumberChild(ulIndex));
+    record.AddDescriptor(PointerChild(pData));
+    AddBytes(record, pData, ulDataLen);
+    record.AddDescriptor(NumberChild(ulDataLen));
+    record.Capture();
 }
 
 void WriteCommonStoreCmdEnd(CK_RV rv, CK_ULONG, CK_BYTE_PTR, CK_ULONG) {
@@ -151,54 +153,54 @@ void GetTunnelSlotNumberCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pulTunn
 
 void EnableUnauthTokenInsertionCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMaximum,
                                         CK_ULONG_PTR pulContext) {
-    CommandDescriptor command(kCmdEnableUnauthTokenInsertion, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulMaximum, "Max="));
-    command.AddDescriptor(Pointer(pulContext));
-    command.Capture();
+    StartRecord record(kCmdEnableUnauthTokenInsertion);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulMaximum, "Max="));
+    record.AddDescriptor(PointerChild(pulContext));
+    record.Capture();
 }
 
 void EnableUnauthTokenInsertionCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG ulMaximum,
                                       CK_ULONG_PTR pulContext) {
-    CommandDescriptor command(kCmdEnableUnauthTokenInsertion, kEnd, rv);
+    EndRecord record(kCmdEnableUnauthTokenInsertion, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Number(ulMaximum, "Max="));
-        command.AddDescriptor(Pointer(pulContext));
-        AddNumberAt(command, pulContext, "Ctxt=");
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(NumberChild(ulMaximum, "Max="));
+        record.AddDescriptor(PointerChild(pulContext));
+        AddNumberAt(record, pulContext, "Ctxt=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void GetUnauthTokenInsertionStatusCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContext,
                                            CK_ULONG_PTR pulMaximum, CK_ULONG_PTR pulCurrent) {
-    CommandDescriptor command(kCmdGetUnauthTokenInsertionStatus, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContext, "Ctxt="));
-    command.AddDescriptor(Pointer(pulMaximum));
-    command.AddDescriptor(Pointer(pulCurrent));
-    command.Capture();
+    StartRecord record(kCmdGetUnauthTokenInsertionStatus);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulContext, "Ctxt="));
+    record.AddDescriptor(PointerChild(pulMaximum));
+    record.AddDescriptor(PointerChild(pulCurrent));
+    record.Capture();
 }
 
 void GetUnauthTokenInsertionStatusCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG ulContext,
                                          CK_ULONG_PTR pulMaximum, CK_ULONG_PTR pulCurrent) {
-    CommandDescriptor command(kCmdGetUnauthTokenInsertionStatus, kEnd, rv);
+    EndRecord record(kCmdGetUnauthTokenInsertionStatus, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(hSession));
-        command.AddDescriptor(Number(ulContext, "Ctxt="));
-        command.AddDescriptor(Pointer(pulMaximum));
-        command.AddDescriptor(Pointer(pulCurrent));
-        AddNumberAt(command, pulMaximum, "Max=");
-        AddNumberAt(command, pulCurrent, "Cur=");
+        record.AddDescriptor(SessionChild(hSession));
+        record.AddDescriptor(NumberChild(ulContext, "Ctxt="));
+        record.AddDescriptor(PointerChild(pulMaximum));
+        record.AddDescriptor(PointerChild(pulCurrent));
+        AddNumberAt(record, pulMaximum, "Max=");
+        AddNumberAt(record, pulCurrent, "Cur=");
     }
-    command.Capture();
+    record.Capture();
 }
 
 void DisableUnauthTokenInsertionCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContext) {
-    CommandDescriptor command(kCmdDisableUnauthTokenInsertion, kStart, 0);
-    command.AddDescriptor(Session(hSession));
-    command.AddDescriptor(Number(ulContext, "Ctxt="));
-    command.Capture();
+    StartRecord record(kCmdDisableUnauthTokenInsertion);
+    record.AddDescriptor(SessionChild(hSession));
+    record.AddDescriptor(NumberChild(ulContext, "Ctxt="));
+    record.Capture();
 }
 
 void DisableUnauthTokenInsertionCmdEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ULONG) {

@@ -5,60 +5,62 @@
 #include "records/vendor_commands.h"
 #include "records/vendor_records.h"
 
+using namespace ckscribe;
+
 namespace {
 
 void CaptureApplicationOfContainer(CommandType type, CK_SLOT_ID slot, CK_ULONG container, CK_ULONG idHigh,
                                    CK_ULONG idLow) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Slot(slot));
-    command.AddDescriptor(Number(container, "Container Number"));
-    command.AddDescriptor(Number(idHigh));
-    command.AddDescriptor(Number(idLow));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SlotChild(slot));
+    record.AddDescriptor(NumberChild(container, "Container Number"));
+    record.AddDescriptor(NumberChild(idHigh));
+    record.AddDescriptor(NumberChild(idLow));
+    record.Capture();
 }
 
 void CaptureSessionSlotAndNumber(CommandType type, CK_SESSION_HANDLE session, CK_SLOT_ID slot,
                                  CK_ULONG number) {
-    CommandDescriptor command(type, kStart, 0);
-    command.AddDescriptor(Session(session));
-    command.AddDescriptor(Slot(slot));
-    command.AddDescriptor(Number(number));
-    command.Capture();
+    StartRecord record(type);
+    record.AddDescriptor(SessionChild(session));
+    record.AddDescriptor(SlotChild(slot));
+    record.AddDescriptor(NumberChild(number));
+    record.Capture();
 }
 
 void CaptureSlotOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const CK_SLOT_ID* slot) {
-    CommandDescriptor command(type, kEnd, rv);
+    EndRecord record(type, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Session(session));
-        command.AddDescriptor(Pointer(slot));
-        if (slot != nullptr) command.AddDescriptor(Slot(ValueAt(slot)));
+        record.AddDescriptor(SessionChild(session));
+        record.AddDescriptor(PointerChild(slot));
+        if (slot != nullptr) record.AddDescriptor(SlotChild(ValueAt(slot)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 }  // namespace
 
 void OpenSessionCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_FLAGS flags,
                          CK_VOID_PTR pApplication, CK_NOTIFY, CK_SESSION_HANDLE_PTR) {
-    CommandDescriptor command(kCmdOpenSession, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulContainerNumber));
-    command.AddDescriptor(Flags(flags));
-    command.AddDescriptor(Number(AddressOf(pApplication)));
-    command.Capture();
+    StartRecord record(kCmdOpenSession);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulContainerNumber));
+    record.AddDescriptor(FlagsChild(flags));
+    record.AddDescriptor(NumberChild(AsNumber(pApplication)));
+    record.Capture();
 }
 
 void OpenSessionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_FLAGS flags,
                        CK_VOID_PTR pApplication, CK_NOTIFY, CK_SESSION_HANDLE_PTR phSession) {
-    CommandDescriptor command(kCmdOpenSession, kEnd, rv);
+    EndRecord record(kCmdOpenSession, rv);
     if (ShowsOutputs(rv)) {
-        command.AddDescriptor(Slot(slotID));
-        command.AddDescriptor(Number(ulContainerNumber));
-        command.AddDescriptor(Flags(flags));
-        command.AddDescriptor(Number(AddressOf(pApplication)));
-        if (phSession != nullptr) command.AddDescriptor(Session(ValueAt(phSession)));
+        record.AddDescriptor(SlotChild(slotID));
+        record.AddDescriptor(NumberChild(ulContainerNumber));
+        record.AddDescriptor(FlagsChild(flags));
+        record.AddDescriptor(NumberChild(AsNumber(pApplication)));
+        if (phSession != nullptr) record.AddDescriptor(SessionChild(ValueAt(phSession)));
     }
-    command.Capture();
+    record.Capture();
 }
 
 void CloseApplicationIDForContainerCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_ULONG ulIdHigh,
@@ -72,11 +74,11 @@ void CloseApplicationIDForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_ULO
 }
 
 void OpenApplicationIDCmdStart(CK_SLOT_ID slotID, CK_ULONG ulIdHigh, CK_ULONG ulIdLow) {
-    CommandDescriptor command(kCmdOpenApplicationID, kStart, 0);
-    command.AddDescriptor(Slot(slotID));
-    command.AddDescriptor(Number(ulIdHigh));
-    command.AddDescriptor(Number(ulIdLow));
-    command.Capture();
+    StartRecord record(kCmdOpenApplicationID);
+    record.AddDescriptor(SlotChild(slotID));
+    record.AddDescriptor(NumberChild(ulIdHigh));
+    record.AddDescriptor(NumberChild(ulIdLow));
+    record.Capture();
 }
 
 void OpenApplicationIDCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_ULONG) {
@@ -94,10 +96,10 @@ void OpenApplicationIDForContainerCmdEnd(CK_RV rv, CK_SLOT_ID, CK_ULONG, CK_ULON
 }
 
 void SetApplicationIDCmdStart(CK_ULONG ulIdHigh, CK_ULONG ulIdLow) {
-    CommandDescriptor command(kCmdSetApplicationID, kStart, 0);
-    command.AddDescriptor(Number(ulIdHigh));
-    command.AddDescriptor(Number(ulIdLow));
-    command.Capture();
+    StartRecord record(kCmdSetApplicationID);
+    record.AddDescriptor(NumberChild(ulIdHigh));
+    record.AddDescriptor(NumberChild(ulIdLow));
+    record.Capture();
 }
 
 void SetApplicationIDCmdEnd(CK_RV rv, CK_ULONG, CK_ULONG) { CaptureResult(kCmdSetApplicationID, rv); }

@@ -11,7 +11,7 @@ CK_RV Refuse(Arguments...) {
 }  // namespace
 
 extern "C" {
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     CK_RV C_##Name Parameters { return Refuse Arguments; }
 #define CA_EVERY_ROW(Name) \
     CK_RV CA_##Name() { return kInterposed; }

@@ -40,9 +40,9 @@ __attribute__((destructor)) void TellUnloading() { TargetIsUnloaded(); }
 
 extern "C" {
 #define UNWRAP(...) __VA_ARGS__
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     CK_RV C_##Name Parameters { return Answer("C_" #Name, UNWRAP Arguments); }
-#define C_LIST_ROW(Name, Class, Parameters, Arguments)                                                 \
+#define C_LIST_ROW(Name, Type, Class, Level, Parameters, Arguments)                                    \
     CK_RV C_##Name Parameters {                                                                        \
         if (ppFunctionList != nullptr) *ppFunctionList = const_cast<CK_FUNCTION_LIST*>(&functionList); \
         return Answer("C_" #Name, UNWRAP Arguments);                                                   \

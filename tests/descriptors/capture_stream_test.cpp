@@ -9,6 +9,8 @@
 #include "tests/descriptors/record_test.h"
 #include "tests/logging_configuration_file.h"
 
+using namespace ckscribe;
+
 namespace {
 
 class CaptureStreamTest : public RecordTest {
@@ -41,7 +43,7 @@ protected:
 
 TEST_F(CaptureStreamTest, NothingIsCapturedWhileNoLogIsOpen) {
     EXPECT_FALSE(IsOpen());
-    CommandDescriptor(kLogout, kStart, 0).Capture();
+    CommandDescriptor(kLogout, kStartPhase, 0).Capture();
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(FileText(errors), "");
 }
@@ -50,11 +52,11 @@ TEST_F(CaptureStreamTest, ARecordIsInTheFileWhenCaptureReturns) {
     UseNewFormat();
     Open(log);
     EXPECT_TRUE(IsOpen());
-    CommandDescriptor command(kLogout, kStart, 0);
+    CommandDescriptor command(kLogout, kStartPhase, 0);
     command.AddDescriptor(new SessionHandleDescriptor(5));
     command.Capture();
     EXPECT_EQ(FileText(log), "\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }");
-    CommandDescriptor(kLogout, kEnd, 0).Capture();
+    CommandDescriptor(kLogout, kEndPhase, 0).Capture();
     EXPECT_EQ(FileText(log),
               "\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }"
               "\n10:15:30 01234-567:FINILogout CKR_OK12345clks {}");

@@ -8,6 +8,8 @@
 #include "descriptors/command_descriptor.h"
 #include "tests/descriptors/expected_command_names.h"
 
+using namespace ckscribe;
+
 namespace {
 
 std::string_view NameOfType(unsigned type) { return CommandDescriptor::GetCommandType(CommandType{type}); }

@@ -15,6 +15,8 @@
 #include "descriptors/value_descriptor.h"
 #include "tests/logging_configuration_file.h"
 
+using namespace ckscribe;
+
 namespace {
 
 bool isWatching = false;
@@ -125,7 +127,7 @@ TEST_F(DescriptorMemory, AShortTreeNeedsNothingOfTheHeap) {
     isOutOfMemory = true;
     for (int i = 0; i < 1000; ++i) {
         const TreeMemory memory;
-        CommandDescriptor command(kSign, kStart, 0);
+        CommandDescriptor command(kSign, kStartPhase, 0);
         for (unsigned child = 0; child < 9; ++child)
             command.AddDescriptor(new SessionHandleDescriptor(child));
         command.AddDescriptor(new ByteStringDescriptor("abc", 3));

@@ -20,9 +20,9 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) {"C_" #Name, #Parameters},
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) {"C_" #Name, #Parameters},
 #define CA_LIST_ROW(Name, Type) {"CA_" #Name, "(CK_FUNCTION_LIST_PTR_PTR ppFunctionList)"},
-#define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) {"CA_" #Name, #Parameters},
+#define CA_ROW(Name, Type, Class, Level, Parameters) {"CA_" #Name, #Parameters},
 #define CA_BARE_ROW(Name, ...) {"CA_" #Name, "()"},
 #include "functions/functions.def"
 };

@@ -20,18 +20,18 @@ struct Row {
 };
 
 const std::vector<Row> standardRows = {
-#define C_EVERY_ROW(Name, Class, ...) {"C_" #Name, Class},
+#define C_EVERY_ROW(Name, Type, Class, ...) {"C_" #Name, Class},
 #define C_UNBOUND_ROW(...)
 #include "functions/functions.def"
 };
 
 const std::vector<Row> unboundRows = {
-#define C_UNBOUND_ROW(Name, Class, ...) {"C_" #Name, Class},
+#define C_UNBOUND_ROW(Name, Type, Class, ...) {"C_" #Name, Class},
 #include "functions/functions.def"
 };
 
 const std::vector<Row> optionalRows = {
-#define C_OPTIONAL_ROW(Name, Class, ...) {"C_" #Name, Class},
+#define C_OPTIONAL_ROW(Name, Type, Class, ...) {"C_" #Name, Class},
 #include "functions/functions.def"
 };
 

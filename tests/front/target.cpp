@@ -8,7 +8,7 @@
 #define UNWRAP(...) __VA_ARGS__
 
 #pragma GCC visibility push(default)
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     VISIBLE CK_RV C_##Name Parameters { return AnswerOf("C_" #Name, UNWRAP Arguments); }
 #ifdef TARGET_COUNTERS
 #define COUNTER_ROW(Name, Parameters, Arguments) \

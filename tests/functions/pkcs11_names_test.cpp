@@ -10,6 +10,8 @@
 #include "functions/name_table.h"
 #include "tests/descriptors/expected_names.h"
 
+using namespace ckscribe;
+
 namespace {
 
 using Names = std::map<unsigned long, std::string>;

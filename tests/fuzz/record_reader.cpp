@@ -16,7 +16,7 @@ long Signed32Bits(CK_ULONG number) { return static_cast<std::int32_t>(static_cas
 
 // Where the names of results in records and those that are found by name differ; kept.
 constexpr CK_RV kNamelessInRecords[] = {0x80000040, 0x80000041};
-constexpr ReturnValueRow kNameInRecordsAlone = {"CKR_PARTITION_DISABLED", 0x80000020};
+constexpr ckscribe::ReturnValueRow kNameInRecordsAlone = {"CKR_PARTITION_DISABLED", 0x80000020};
 
 enum class Form { kNumeric, kSimple, kRich };
 
@@ -101,7 +101,7 @@ void RecordReader::ReadResult(CK_RV rv) {
     if (name == "CKR_UNKNOWN") {
         Take(" ");
         Require(TakeHex() == rv, "result");
-        for (const ReturnValueRow& row : CKR_LookupTable)
+        for (const ckscribe::ReturnValueRow& row : CKR_LookupTable)
             Require(row.value != rv || rv == kNamelessInRecords[0] || rv == kNamelessInRecords[1], row.name);
         return;
     }

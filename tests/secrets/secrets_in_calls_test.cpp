@@ -156,8 +156,8 @@ struct FunctionParameters {
     std::string parameters;  // "(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen)"
 };
 const std::vector<FunctionParameters> kParameters = {
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) {"C_" #Name, #Parameters},
-#define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) {"CA_" #Name, #Parameters},
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) {"C_" #Name, #Parameters},
+#define CA_ROW(Name, Type, Class, Level, Parameters) {"CA_" #Name, #Parameters},
 #include "functions/functions.def"
 };
 
@@ -182,10 +182,10 @@ protected:
     // Calls `visit` with the name and the type of each function that is exported.
     template <class Visit>
     static void ForEachFunction(const Visit& visit) {
-#define C_EVERY_ROW(Name, Class, Parameters, Arguments) \
+#define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     visit("C_" #Name, std::type_identity<CK_RV Parameters>());
 #define CA_LIST_ROW(Name, Type) visit("CA_" #Name, std::type_identity<CK_RV(CK_FUNCTION_LIST_PTR_PTR)>());
-#define CA_ROW(Name, Type, Class, Level, Parameters, Arguments) \
+#define CA_ROW(Name, Type, Class, Level, Parameters) \
     visit("CA_" #Name, std::type_identity<CK_RV Parameters>());
 #define CA_BARE_ROW(Name, ...) visit("CA_" #Name, std::type_identity<CK_RV()>());
 #include "functions/functions.def"
