@@ -31,6 +31,9 @@ public:
     // Back to all stubs. The target is unloaded, unless a call is still inside it.
     void Disconnect();
 
+    // From here to CallsInTarget::Leave of the result, a Disconnect does not unload the target.
+    CallsInTarget::Line& KeepTarget() { return callsInTarget.Enter(); }
+
     // "Not yet connected.", "Connected.", the last function that was missing, or the loader's words (at most
     // 249 characters). Valid until the next Connect or Disconnect.
     const char* Error() const { return message; }

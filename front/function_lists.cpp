@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "descriptors/record_lock.h"
+#include "front/overwritten_lists.h"
 #include "front/vendor_exports.h"
 #include "host/host_shield.h"
 #include "host/readable_memory.h"
@@ -33,7 +34,7 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
         own.version = (*result)->version;
         PutOwnEntryPoints(own);
         if (std::memcmp(*result, &own, sizeof own) == 0) return;
-        if (ckscribe::IsWritable(*result, sizeof own)) {
+        if (ckscribe::IsWritable(*result, sizeof own) && ckscribe::overwrittenLists.Remember(*result)) {
             PutOwnEntryPoints(**result);
         } else {
             // Whoever asked before may be reading it.

@@ -17,8 +17,12 @@
 
 #define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     extern "C" CK_RV C_##Name Parameters { return LOGGED(Name, Class, Arguments); }
-#define C_LIST_ROW(Name, Type, Class, Level, Parameters, Arguments)                  \
-    extern "C" CK_RV C_##Name Parameters {                                           \
-        return WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
+// The list is the target's memory: the target stays until the list has been overwritten.
+#define C_LIST_ROW(Name, Type, Class, Level, Parameters, Arguments)                            \
+    extern "C" CK_RV C_##Name Parameters {                                                     \
+        CallsInTarget::Line& line = bridge.KeepTarget();                                       \
+        const CK_RV rv = WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
+        CallsInTarget::Leave(line);                                                            \
+        return rv;                                                                             \
     }
 #include "functions/functions.def"

@@ -7,6 +7,7 @@
 #include "descriptors/descriptor_library.h"
 #include "descriptors/record_environment.h"
 #include "descriptors/record_lock.h"
+#include "front/overwritten_lists.h"
 #include "front/process_bridge.h"
 #include "host/host_shield.h"
 #include "util/cache_line.h"
@@ -94,6 +95,7 @@ struct EndNotice {
 __attribute__((destructor)) void Unload() {
     if (processEnds) return;
     AbstractDescriptor::CloseCaptureStream();
+    ckscribe::overwrittenLists.GiveBack();
     DestroyProcessConfiguration();
     DestroyProcessBridge();
     FreeRuntimeMemory();

@@ -17,6 +17,10 @@
 CK_RV CA_GetFunctionList(VENDOR_PARAMETERS) {
     if (w0 == 0) return CKR_DATA_INVALID;
     StartLibrary();
-    return WithOwnEntryPoints(bridge.CA_GetFunctionList(VENDOR_ARGUMENTS),
-                              reinterpret_cast<CK_TOLK_CA_FUNCTION_LIST**>(w0));
+    // The list is the target's memory: the target stays until the list has been overwritten.
+    CallsInTarget::Line& line = bridge.KeepTarget();
+    const CK_RV rv = WithOwnEntryPoints(bridge.CA_GetFunctionList(VENDOR_ARGUMENTS),
+                                        reinterpret_cast<CK_TOLK_CA_FUNCTION_LIST**>(w0));
+    CallsInTarget::Leave(line);
+    return rv;
 }
