@@ -58,7 +58,21 @@ __attribute__((constructor)) void Load() {
     pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
 }
 
+// Says whether the process ends. exit() calls the exit handlers of an object's destructor in the reverse
+// order of their registration, and lets the loader end the libraries when it meets the loader's own handler,
+// which is registered after the program's libraries are loaded and before the program starts. So the notice
+// of a library that was loaded by dlopen comes before Unload() if it is registered at loading; the notice of
+// a library that the program is linked with does if it is registered at the first use. dlclose calls both
+// after Unload().
+bool processEnds = false;
+struct EndNotice {
+    ~EndNotice() { processEnds = true; }
+} noticeSinceLoading;
+
+void RegisterNoticeSinceFirstUse() { static EndNotice noticeSinceFirstUse; }
+
 void InitCkLog() {
+    RegisterNoticeSinceFirstUse();
     const char* const path = configuration.CkLogLibraryFileName();
     pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
     bridge.Connect(path);
@@ -82,13 +96,6 @@ void FreeRuntimeMemory() {
     __gnu_cxx::__freeres();
 #endif
 }
-
-// Told when the process ends: exit() runs the destructors of static objects before the functions that belong
-// to a library's unloading; dlclose runs them after those.
-bool processEnds = false;
-struct EndNotice {
-    ~EndNotice() { processEnds = true; }
-} endNotice;
 
 // dlclose lets the target go and gives everything back. At the end of the process nothing is touched: other
 // threads may still be in calls, and exit handlers and destructors of the application may still make some.

@@ -184,4 +184,22 @@ TEST_F(ProcessEndDuringCalls, ByExitOfAnotherThread) {
     });
 }
 
+// ---- Of a program that is linked with the library ---------------------------------------------------------
+
+// The loader runs the library's destructors before the exit handlers that were registered before the program's
+// start, and threads call on meanwhile.
+TEST_F(ProcessEnd, LinkedProgramEnds_CallsOfItsThreadsStillReachTheTarget) {
+    for (int round = 0; round < 3; ++round) {
+        SearchAndRemove(LogPath());
+        const int status = StatusOf([] {
+            execl(LINKED_PROGRAM, LINKED_PROGRAM, nullptr);
+            _exit(127);
+        });
+        EXPECT_EQ(status, 0) << Ending(status);
+        const ParsedLog log = ParseLog(Log());
+        EXPECT_EQ(log.remainder, "");
+        EXPECT_GE(log.records.size(), 240U);
+    }
+}
+
 }  // namespace
