@@ -12,6 +12,7 @@
 
 std::atomic<TargetAnswer*> targetAnswer{nullptr};
 std::atomic<void (*)()> onTargetLoaded{nullptr};
+std::atomic<void (*)()> onTargetUnloaded{nullptr};
 
 CK_RV AnswerCall(const char* function, const TargetWord* arguments, std::size_t count) {
     TargetAnswer* const answer = targetAnswer.load(std::memory_order_acquire);
@@ -22,7 +23,9 @@ void TargetIsLoaded() {
     if (void (*const loaded)() = onTargetLoaded.load()) loaded();
 }
 
-void TargetIsUnloaded() {}
+void TargetIsUnloaded() {
+    if (void (*const unloaded)() = onTargetUnloaded.load()) unloaded();
+}
 
 Library::Library(const char* path) : handle(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
     if (handle == nullptr) {

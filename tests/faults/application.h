@@ -20,8 +20,9 @@
 using TargetAnswer = CK_RV(const char* function, const TargetWord* arguments, std::size_t count);
 extern std::atomic<TargetAnswer*> targetAnswer;
 
-// What the target does when it has been loaded; null for nothing.
+// What the target's constructor and destructor do; null for nothing.
 extern std::atomic<void (*)()> onTargetLoaded;
+extern std::atomic<void (*)()> onTargetUnloaded;
 
 // The library, as an application has it. Aborts the process when it cannot be loaded.
 class Library {

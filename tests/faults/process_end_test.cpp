@@ -186,8 +186,8 @@ TEST_F(ProcessEndDuringCalls, ByExitOfAnotherThread) {
 
 // ---- Of a program that is linked with the library ---------------------------------------------------------
 
-// The loader runs the library's destructors before the exit handlers that were registered before the program's
-// start, and threads call on meanwhile.
+// The loader runs the library's destructors before the exit handlers that were registered before the
+// program's start, and threads call on meanwhile.
 TEST_F(ProcessEnd, LinkedProgramEnds_CallsOfItsThreadsStillReachTheTarget) {
     for (int round = 0; round < 3; ++round) {
         SearchAndRemove(LogPath());
