@@ -15,7 +15,7 @@ bool IsNumber(const char* text, std::size_t longest) {
     return text[0] != '\0' && std::strlen(text) <= longest && Tolk_IsIntegerString(text, 0);
 }
 
-// Reads "slot:identifier", with a colon inside. False when that is malformed.
+// Reads "slot:identifier" and overwrites the colon, malformed or not. False when that is malformed.
 bool ParseSlotItem(char* item, char* colon, int* slot, int* id) {
     *colon = '\0';
     const char* slotText = Tolk_TrimWhiteSpaces(item);
@@ -98,7 +98,7 @@ int WendrafilConfiguration::ParsePedIdString(char* text, unsigned int slot, unsi
         if (colon != nullptr && slotId != nullptr) {
             int itemSlot = 0;
             int id = 0;
-            if (colon == item || colon[1] == '\0' || !ParseSlotItem(item, colon, &itemSlot, &id)) return 0;
+            if (!ParseSlotItem(item, colon, &itemSlot, &id)) return 0;
             if (static_cast<unsigned>(itemSlot) != slot) continue;
             *slotId = static_cast<unsigned short>(id);
             needsSlot = false;

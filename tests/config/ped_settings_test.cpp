@@ -157,7 +157,9 @@ TEST(ParsePedIdString, MalformedItemOfASlotFails) {
 TEST_F(PedSettingsTest, DefaultForASlotIsSoughtInWhatTheFirstSearchLeft) {
     EXPECT_EQ(1, OfSlot(2, "1:7, 5")) << "all that is left is the first item, up to its colon";
     EXPECT_EQ(1, OfSlot(1, "1:x, 5")) << "after a malformed item, too";
-    EXPECT_EQ(-1, OfSlot(1, "1:, 5")) << "whose colon stays when it is the last character";
+    EXPECT_EQ(1, OfSlot(1, "1:, 5")) << "also when the colon is its last character";
+    EXPECT_EQ(5, OfSlot(2, "5:"));
+    EXPECT_EQ(-1, OfSlot(1, ":5")) << "nothing is left before a colon that comes first";
     EXPECT_EQ(5, OfSlot(2, "5, x:y"));
     EXPECT_EQ(-1, OfSlot(2, ", 5"));
     EXPECT_EQ(0, OfSlot(2, "70000"));
