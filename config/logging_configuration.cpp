@@ -67,6 +67,12 @@ const char* CkLogConfig::LogFileName() { return TextOf("File", "log.txt", logFil
 
 const char* CkLogConfig::CkLogErrorFile() { return TextOf("Error", "logerror.txt", errorFileName); }
 
+int CkLogConfig::IsAnnouncing() const {
+    char text[kTextSize];
+    const bool isThere = GetConfigurationInfo(GetCkLogSectionName(), "Announce", text, sizeof text);
+    return isThere && WithoutBlanks(text) == "0" ? 0 : 1;
+}
+
 ckscribe::FileModeSetting CkLogConfig::FileMode() const {
     ckscribe::FileModeSetting setting;
     if (!GetConfigurationInfo(GetCkLogSectionName(), "FileMode", setting.value, sizeof setting.value))

@@ -60,6 +60,10 @@ public:
     // Key "Error", default "logerror.txt".
     const char* CkLogErrorFile();
 
+    // Key "Announce": 0 for a plain "0", with or without blanks around it. Then the library does not print on
+    // standard output which functions the target lacks. 1 for anything else and without the key.
+    int IsAnnouncing() const;
+
     // Key "FileMode": the permissions of files that the library creates, an octal number up to 0777.
     ckscribe::FileModeSetting FileMode() const;
 

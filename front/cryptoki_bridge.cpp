@@ -8,16 +8,21 @@
 
 #include "config/wendrafil_configuration.h"
 #include "front/dynamic_loading.h"
+#include "front/listed_functions.h"
+#include "functions/pkcs11_names.h"
 #include "host/own_image.h"
 
 int CryptokiBridge::bindLevel = 0;
 int CryptokiBridge::loadBalancingDisabled = 0;
+bool CryptokiBridge::isAnnouncing = true;
 void (*CryptokiBridge::startAgain)() = [] {};
 
 namespace {
 
 constexpr char kNotConnected[] = "Not yet connected.";
 constexpr char kConnected[] = "Connected.";
+constexpr char kNotLoaded[] = "Could not load target library";
+constexpr char kNoList[] = "Found no C_GetFunctionList in target library";
 constexpr int kSilentLevel = 2;
 
 // Asked of the image and not of its symbols: those of a target that depends on this library may be found
@@ -27,7 +32,21 @@ bool IsThisLibrary(void* handle) {
     return dlinfo(handle, RTLD_DI_LINKMAP, &image) == 0 && ckscribe::IsInOwnImage(image->l_ld);
 }
 
-unsigned IsSilent() { return CryptokiBridge::bindLevel == kSilentLevel ? 1 : 0; }
+unsigned IsSilent() {
+    return CryptokiBridge::bindLevel == kSilentLevel || !CryptokiBridge::isAnnouncing ? 1 : 0;
+}
+
+template <class Function>
+void* AddressOf(Function function) {
+    return reinterpret_cast<void*>(function);
+}
+
+// What the loader says, without the path with which it usually begins.
+const char* WithoutPath(const char* words, std::string_view path) {
+    const std::string_view text = words;
+    const bool begins = text.starts_with(path) && text.substr(path.size()).starts_with(": ");
+    return begins ? words + path.size() + 2 : words;
+}
 
 }  // namespace
 
@@ -66,7 +85,7 @@ void* CryptokiBridge::GetSymbolAddressSilent(void* handle, const char* name, uns
 
 int CryptokiBridge::Connect(const char* path) {
     Disconnect();
-    const bool isComplete = Load(path) && Bind();
+    const bool isComplete = Load(path) && Bind(path);
     changes.fetch_add(1, std::memory_order_seq_cst);
     // A bind level other than 0 means to run with whatever could be bound, be it nothing; kept.
     if (!isComplete && bindLevel == 0) return 0;
@@ -76,15 +95,19 @@ int CryptokiBridge::Connect(const char* path) {
 
 bool CryptokiBridge::Load(const char* path) {
     message = errorBuffer;
-    std::snprintf(errorBuffer, kErrorSize, "Could not find library.");
+    *failure = '\0';
     if (!LoadDynamicLibrary(path, &handle)) {
         handle = nullptr;
+        char words[kFailureSize];
         std::size_t length = 0;
-        RetrieveLastErrorString(errorBuffer, kErrorSize, &length);
+        RetrieveLastErrorString(words, sizeof words, &length);
+        std::snprintf(errorBuffer, kErrorSize, "%.*s", static_cast<int>(kErrorSize - 1), words);
+        ExplainFailure(kNotLoaded, path, words);
         return false;
     }
     if (IsThisLibrary(handle)) {
         std::snprintf(errorBuffer, kErrorSize, "%s: is this library itself", path);
+        ExplainFailure(kNotLoaded, path, "is this library itself");
         UnloadDynamicLibrary(handle);
         handle = nullptr;
         return false;
@@ -92,10 +115,42 @@ bool CryptokiBridge::Load(const char* path) {
     return true;
 }
 
-bool CryptokiBridge::Bind() {
+// The functions of the target's list, if the target exports C_GetFunctionList and no other standard function.
+// The list of any other target is not asked for.
+CK_FUNCTION_LIST CryptokiBridge::ListedFunctions(const char* path) {
+    void* const address = GetSymbolAddressSilent(handle, "C_GetFunctionList", 1);
+    if (address == nullptr) {
+        const char* const words = dlerror();
+        ExplainFailure(kNoList, path, words != nullptr ? words : "it is only found in this library");
+        return {};
+    }
+    if (ExportsOtherStandardFunctions()) return {};
+    CK_FUNCTION_LIST* list = nullptr;
+    const CK_RV rv = reinterpret_cast<CK_C_GetFunctionList>(address)(&list);
+    if (rv == CKR_OK && list != nullptr) return ckscribe::TargetsFunctions(*list);
+    const std::string_view result = GetErrorCode(rv);
+    char reason[100];
+    std::snprintf(reason, sizeof reason, "its C_GetFunctionList returned %.*s (0x%lx) and no list",
+                  static_cast<int>(result.size()), result.data(), rv);
+    ExplainFailure("Got no functions from target library", path, reason);
+    return {};
+}
+
+bool CryptokiBridge::ExportsOtherStandardFunctions() const {
+#define C_EVERY_ROW(Name, ...) \
+    if (GetSymbolAddressSilent(handle, "C_" #Name, 1) != nullptr) return true;
+#define C_LIST_ROW(...)
+#define C_UNBOUND_ROW(...)
+#include "functions/functions.def"
+    return false;
+}
+
+bool CryptokiBridge::Bind(const char* path) {
+    const CK_FUNCTION_LIST listed = ListedFunctions(path);
     bool isComplete = true;
-#define C_ROW(Name, ...) isComplete &= BindRequired(kC_##Name, "C_" #Name);
-#define C_OPTIONAL_ROW(Name, ...) BindOptional(kC_##Name, "C_" #Name, IsSilent());
+#define C_ROW(Name, ...) isComplete &= BindRequired(kC_##Name, "C_" #Name, AddressOf(listed.C_##Name));
+#define C_LIST_ROW(Name, ...) isComplete &= BindRequired(kC_##Name, "C_" #Name);
+#define C_OPTIONAL_ROW(Name, ...) BindOptional(kC_##Name, "C_" #Name, IsSilent(), AddressOf(listed.C_##Name));
 #define COUNTER_ROW(Name, ...) BindOptional(k##Name, #Name, 1);
 #define CA_EVERY_ROW(Name) isComplete &= BindRequired(kCA_##Name, "CA_" #Name);
 #include "functions/functions.def"
@@ -103,14 +158,21 @@ bool CryptokiBridge::Bind() {
     return isComplete;
 }
 
-bool CryptokiBridge::BindRequired(SlotIndex index, const char* name) {
-    if (SetFunctionPointer(&slots[index], GetSymbolAddressSilent(handle, name, IsSilent()))) return true;
+bool CryptokiBridge::BindRequired(SlotIndex index, const char* name, void* listed) {
+    void* const address = listed != nullptr ? listed : GetSymbolAddressSilent(handle, name, IsSilent());
+    if (SetFunctionPointer(&slots[index], address)) return true;
     message = name;
     return false;
 }
 
-void CryptokiBridge::BindOptional(SlotIndex index, const char* name, unsigned silent) {
-    SetFunctionPointer(&slots[index], GetSymbolAddressSilent(handle, name, silent));
+void CryptokiBridge::BindOptional(SlotIndex index, const char* name, unsigned silent, void* listed) {
+    void* const address = listed != nullptr ? listed : GetSymbolAddressSilent(handle, name, silent);
+    SetFunctionPointer(&slots[index], address);
+}
+
+void CryptokiBridge::ExplainFailure(const char* what, const char* path, const char* reason) {
+    if (path == nullptr) path = "";
+    std::snprintf(failure, sizeof failure, "%s %s: %s.", what, path, WithoutPath(reason, path));
 }
 
 void CryptokiBridge::Disconnect() {

@@ -38,6 +38,10 @@ public:
     // 249 characters). Valid until the next Connect or Disconnect.
     const char* Error() const { return message; }
 
+    // Why the target of the latest Connect cannot be used, as one line for a person: it was not loaded, or it
+    // hands out no list of functions. Empty when it can be used. Valid until the next Connect or Disconnect.
+    const char* Failure() const { return failure; }
+
     void InitializeStubs();
 
     // Answers 0x54 (CKR_FUNCTION_NOT_SUPPORTED) to any call, whatever its arguments.
@@ -60,6 +64,9 @@ public:
     // 0: a missing function is announced on standard output and makes Connect fail. 1: Connect always
     // succeeds. 2: so it does, and silently.
     static int bindLevel;
+
+    // Whether missing functions are announced at all, at bind levels 0 and 1.
+    static bool isAnnouncing;
 
     // What a call does that finds no function of a target bound: it may have begun before another thread
     // stopped the library, and starts it again. Nothing at first; set when the library is loaded, before
@@ -107,15 +114,20 @@ private:
     void* BoundAfterStart(SlotIndex index, CallsInTarget::Line*& line);
 
     bool Load(const char* path);
-    bool Bind();
-    bool BindRequired(SlotIndex index, const char* name);
-    void BindOptional(SlotIndex index, const char* name, unsigned silent);
+    bool Bind(const char* path);
+    bool BindRequired(SlotIndex index, const char* name, void* listed = nullptr);
+    void BindOptional(SlotIndex index, const char* name, unsigned silent, void* listed = nullptr);
+    CK_FUNCTION_LIST ListedFunctions(const char* path);
+    bool ExportsOtherStandardFunctions() const;
+    void ExplainFailure(const char* what, const char* path, const char* reason);
 
     static constexpr std::size_t kErrorSize = 250;
+    static constexpr std::size_t kFailureSize = 1000;
 
     void* handle = nullptr;
     const char* message;
     char errorBuffer[kErrorSize] = {};
+    char failure[kFailureSize] = {};
     Slot slots[kSlotCount];
     std::atomic<unsigned> changes{0};  // of all slots together: at each Disconnect and after each Connect
     CallsInTarget callsInTarget;

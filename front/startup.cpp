@@ -5,6 +5,7 @@
 #include "config/process_configuration.h"
 #include "descriptors/abstract_descriptor.h"
 #include "descriptors/descriptor_library.h"
+#include "descriptors/error_log.h"
 #include "descriptors/record_environment.h"
 #include "descriptors/record_lock.h"
 #include "front/overwritten_lists.h"
@@ -75,10 +76,13 @@ void InitCkLog() {
     RegisterNoticeSinceFirstUse();
     const char* const path = configuration.CkLogLibraryFileName();
     pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
+    CryptokiBridge::isAnnouncing = configuration.IsAnnouncing() != 0;
     bridge.Connect(path);
     configuration.GetLoggingMask();
     const ckscribe::OrmaLock lock(recordMutex.object);
     InitializeDescriptorLibrary();
+    // Only now is it known with which permissions the error file is created.
+    if (*bridge.Failure() != '\0') ReportErrorInLog(bridge.Failure());
 }
 
 void ExitCkLog() {

@@ -266,6 +266,86 @@ TEST_F(Binding, OfATargetThatNeedsThisLibraryTakesNoneOfItsFunctions) {
     Exported<void()>("CkLogSpecialFinalize")();
 }
 
+TEST_F(Binding, TargetExportsItsFunctions_ItsListIsNotAskedFor) {
+    UseTarget("scripted_target_without_self_test");
+    OutputOfStart();
+    EXPECT_EQ(0u, script.received.size());
+}
+
+TEST_F(Binding, TargetExportsOnlyItsList_FunctionsOfTheListAreForwarded) {
+    UseTarget("scripted_target_that_exports_its_list");
+    EXPECT_EQ("", OutputOfStart());
+    EXPECT_EQ(EverythingBut({}), Forwarded());
+    EXPECT_EQ("", Errors());
+}
+
+TEST_F(Binding, TargetExportsItsListAndOneFunction_OthersAreMissing) {
+    UseTarget("scripted_target_that_exports_its_list_and_logout");
+    const Names missing = Without(kBindingOrder, {"C_GetFunctionList", "C_Logout"});
+    EXPECT_EQ(Announced(missing), OutputOfStart());
+    EXPECT_EQ(EverythingBut(missing), Forwarded());
+}
+
+// The application holds the target, so that it keeps the list that this library has overwritten.
+TEST_F(Binding, TargetExportsOnlyItsListAndOutlivesAStop_ItsOwnFunctionsAreFoundAgain) {
+    UseTarget("scripted_target_that_exports_its_list");
+    void* const target = dlopen(TargetNamed("scripted_target_that_exports_its_list").c_str(), RTLD_NOW);
+    Load();
+    CK_FUNCTION_LIST* list = nullptr;
+    for (int starts = 0; starts < 3; ++starts) {
+        script.result = CKR_OK;
+        EXPECT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+        EXPECT_EQ(reinterpret_cast<void*>(api.C_Logout), reinterpret_cast<void*>(list->C_Logout));
+        EXPECT_EQ(EverythingBut({}), Forwarded());
+        script.result = CKR_OK;
+        Exported<void()>("CkLogSpecialFinalize")();
+    }
+    EXPECT_EQ("", OutputOfStart());
+    Exported<void()>("CkLogSpecialFinalize")();
+    dlclose(target);
+}
+
+// ---- Announcements
+// ------------------------------------------------------------------------------------
+
+TEST_F(Binding, AnnounceIsZero_MissingFunctionsAreNotAnnounced) {
+    UseTarget("scripted_target_without_functions");
+    for (const char* value : {"0", "0 "}) {
+        Set("Announce", value);
+        Restart();
+        EXPECT_EQ("", OutputOfStart()) << value;
+    }
+    EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("C_Sign", 0));
+}
+
+TEST_F(Binding, AnnounceIsAnythingElse_MissingFunctionsAreAnnounced) {
+    UseTarget("scripted_target_without_self_test");
+    for (const char* value : {"1", "", "no", "00", "-0", "0x0", "false"}) {
+        Set("Announce", value);
+        Restart();
+        EXPECT_EQ("Failed to load function 'CA_PerformSelfTest'.\n", OutputOfStart()) << value;
+    }
+}
+
+TEST_F(Binding, AnnounceIsTakenAway_NextStartAnnouncesAgain) {
+    UseTarget("scripted_target_without_self_test");
+    Set("Announce", "0");
+    EXPECT_EQ("", OutputOfStart());
+    Unset("Announce");
+    Restart();
+    EXPECT_EQ("Failed to load function 'CA_PerformSelfTest'.\n", OutputOfStart());
+}
+
+TEST_F(Binding, FirstCallMissesFunctions_ApplicationSeesNoErrorOfTheLoader) {
+    for (const char* target : {"scripted_target_without_functions", "scripted_target_without_self_test"}) {
+        UseTarget(target);
+        Restart();
+        dlerror();
+        OutputOfStart();
+        EXPECT_EQ(nullptr, dlerror()) << target;
+    }
+}
+
 // An application may have another library's functions of the same names in its global scope.
 TEST_F(Binding, IsNotInterposed) {
     void* const other = dlopen(TargetNamed("libinterposing_library").c_str(), RTLD_NOW | RTLD_GLOBAL);

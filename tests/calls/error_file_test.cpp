@@ -61,6 +61,102 @@ TEST_F(ErrorFile, IsNotMadeWithoutNeed) {
     EXPECT_FALSE(std::filesystem::exists(ErrorPath()));
 }
 
+// ---- Targets that cannot be used
+// ---------------------------------------------------------------------------------
+
+namespace {
+
+class ErrorFileOfUnusableTarget : public EveryFunction {
+protected:
+    void UseTarget(const std::string& path) { Set("LibUNIX64", path); }
+
+    void ExpectLineAboutTarget(const std::string& text) {
+        Load();
+        testing::internal::CaptureStdout();  // announcements are not this test's matter
+        EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("C_GetFunctionList", 0));
+        testing::internal::GetCapturedStdout();
+        CallWith("C_GetSlotList", 0);
+        EXPECT_EQ(Line(text), Errors());
+    }
+
+    static std::string Line(const std::string& text) { return "\n 26/11/15[10:15:30]:  " + text; }
+
+    const std::string kPath = directory.File("target.so");
+};
+
+}  // namespace
+
+TEST_F(ErrorFileOfUnusableTarget, TargetIsMissing_OneLineSaysPathAndReason) {
+    UseTarget(kPath);
+    ExpectLineAboutTarget("Could not load target library " + kPath +
+                          ": cannot open shared object file: No such file or directory.");
+}
+
+TEST_F(ErrorFileOfUnusableTarget, TargetIsNoLibrary_OneLineSaysPathAndReason) {
+    WriteFile(kPath, "This is no library, whatever its name says, and it is longer than a header.");
+    UseTarget(kPath);
+    ExpectLineAboutTarget("Could not load target library " + kPath + ": invalid ELF header.");
+}
+
+TEST_F(ErrorFileOfUnusableTarget, TargetIsOfAnotherMachine_OneLineSaysPathAndReason) {
+    std::string image = Contents(TargetNamed("scripted_target"));
+    image[4] = 1;  // the class of 32-bit images
+    WriteFile(kPath, image);
+    UseTarget(kPath);
+    ExpectLineAboutTarget("Could not load target library " + kPath + ": wrong ELF class: ELFCLASS32.");
+}
+
+TEST_F(ErrorFileOfUnusableTarget, TargetIsThisLibrary_OneLineSaysSo) {
+    UseTarget(kLibraryPath);
+    ExpectLineAboutTarget(std::string("Could not load target library ") + kLibraryPath +
+                          ": is this library itself.");
+}
+
+TEST_F(ErrorFileOfUnusableTarget, TargetLacksItsList_OneLineSaysPathAndReason) {
+    const std::string path = TargetNamed("scripted_target_without_list");
+    UseTarget(path);
+    ExpectLineAboutTarget("Found no C_GetFunctionList in target library " + path +
+                          ": undefined symbol: C_GetFunctionList.");
+}
+
+TEST_F(ErrorFileOfUnusableTarget, TargetRefusesTheListThatItLeavesItsFunctionsTo_OneLineSaysTheResult) {
+    const std::string path = TargetNamed("scripted_target_that_exports_its_list");
+    UseTarget(path);
+    script.result = CKR_FUNCTION_NOT_SUPPORTED;
+    ExpectLineAboutTarget("Got no functions from target library " + path +
+                          ": its C_GetFunctionList returned CKR_FUNCTION_NOT_SUPPORTED (0x54) and no list.");
+}
+
+TEST_F(ErrorFileOfUnusableTarget, LoggingIsDisabled_LineIsWrittenAllTheSame) {
+    Set("Enabled", "0");
+    UseTarget(kPath);
+    ExpectLineAboutTarget("Could not load target library " + kPath +
+                          ": cannot open shared object file: No such file or directory.");
+    EXPECT_FALSE(std::filesystem::exists(LogPath()));
+}
+
+TEST_F(ErrorFileOfUnusableTarget, LibraryStartsAgain_EachStartWritesOneLine) {
+    UseTarget(kPath);
+    Load();
+    const std::string line = Line("Could not load target library " + kPath +
+                                  ": cannot open shared object file: No such file or directory.");
+    CallWith("C_Logout", 0);
+    CallWith("C_Logout", 0);
+    Exported<void()>("CkLogSpecialFinalize")();
+    CallWith("C_Logout", 0);
+    EXPECT_EQ(line + line, Errors());
+}
+
+TEST_F(ErrorFileOfUnusableTarget, FileModeIsSet_ErrorFileHasThesePermissions) {
+    Set("FileMode", "0622");
+    UseTarget(kPath);
+    Load();
+    CallWith("C_Logout", 0);
+    struct stat status = {};
+    EXPECT_EQ(0, stat(ErrorPath().c_str(), &status));
+    EXPECT_EQ(0622u, status.st_mode & 07777);
+}
+
 // ---- Permissions of the files
 // ------------------------------------------------------------------------------------
 

@@ -270,6 +270,18 @@ TEST_F(LoggingConfigurationTest, LookingLeavesErrnoAlone) {
     EXPECT_EQ(errno, ERANGE);
 }
 
+TEST_F(LoggingConfigurationTest, AnnounceIsOffForAPlainZeroOnly) {
+    EXPECT_EQ(settings.IsAnnouncing(), 1);
+    for (const char* value : {"0", "0  ", "\t0\t"}) {
+        file.Write("Announce = " + std::string(value) + ";\n");
+        EXPECT_EQ(settings.IsAnnouncing(), 0) << value;
+    }
+    for (const char* value : {"", "1", "00", "no", "-0", "0x0", "0 0", "o"}) {
+        file.Write("Announce = " + std::string(value) + ";\n");
+        EXPECT_EQ(settings.IsAnnouncing(), 1) << value;
+    }
+}
+
 // ---- Permissions of new files
 // -------------------------------------------------------------------------------
 

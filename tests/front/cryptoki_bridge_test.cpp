@@ -8,11 +8,15 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
+#include "front/overwritten_lists.h"
 #include "front/process_bridge.h"
 #include "tests/front/expected_functions.h"
 #include "tests/front/target_answers.h"
 #include "tests/logging_configuration_file.h"
+
+using namespace std::literals;
 
 namespace {
 
@@ -72,6 +76,10 @@ void ExpectTargetWithout(CryptokiBridge& bridge, const std::string& missing) {
         EXPECT_EQ(rv, isMissing ? kNotSupported : answer) << name;
     });
 }
+
+// Lies in the same image as the bridge, as the exports of the library do.
+CK_RV OwnFunction() { return 0x777; }
+void* const kOwnFunction = reinterpret_cast<void*>(OwnFunction);
 
 bool IsLoaded(const char* path) {
     void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
@@ -258,12 +266,188 @@ TEST_F(CryptokiBridgeTest, SymbolsAreLookedUpSilentlyOrNot) {
     dlclose(handle);
 }
 
-TEST_F(CryptokiBridgeTest, TheLoaderIsLeftWithoutAnErrorOfOurs) {
+TEST_F(CryptokiBridgeTest, TargetLacksFunctionsOrIsMissing_LoaderHasNoErrorOfOursForTheApplication) {
     dlerror();
-    Connect(TARGET_WITHOUT_SEVERAL, 0);
-    EXPECT_EQ(dlerror(), nullptr);
+    for (const char* target : {TARGET_WITHOUT_SEVERAL, TARGET_WITHOUT_SELF_TEST, TARGET_THAT_CALLS_BACK,
+                               TARGET_THAT_EXPORTS_ITS_LIST, TARGET_WITHOUT_LIST, "/nowhere/at/all.so"}) {
+        Connect(target, 0);
+        EXPECT_EQ(dlerror(), nullptr) << target;
+    }
+}
+
+TEST_F(CryptokiBridgeTest, AnnouncingIsSwitchedOff_MissingFunctionsAreNotAnnouncedAndStillFail) {
+    CryptokiBridge::isAnnouncing = false;
+    EXPECT_EQ(Connect(TARGET_WITHOUT_SEVERAL, 0), "");
+    EXPECT_STREQ(bridge.Error(), "C_CancelFunction");
+    EXPECT_EQ(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1), "");
+    CryptokiBridge::isAnnouncing = true;
+    EXPECT_NE(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1), "");
+}
+
+// ---- Why a target cannot be used
+// ------------------------------------------------------------------------------
+
+TEST_F(CryptokiBridgeTest, TargetIsUsable_FailureIsEmpty) {
+    EXPECT_STREQ(bridge.Failure(), "");
+    for (const char* target : {"/nowhere/at/all.so", TARGET_COMPLETE, TARGET_WITHOUT_SEVERAL}) {
+        testing::internal::CaptureStdout();
+        bridge.Connect(target);
+        testing::internal::GetCapturedStdout();
+    }
+    EXPECT_STREQ(bridge.Failure(), "");
+}
+
+TEST_F(CryptokiBridgeTest, TargetIsMissing_FailureSaysItsPathOnceAndTheLoadersReason) {
     Connect("/nowhere/at/all.so", 0);
-    EXPECT_EQ(dlerror(), nullptr);
+    EXPECT_STREQ(bridge.Failure(),
+                 "Could not load target library /nowhere/at/all.so: "
+                 "cannot open shared object file: No such file or directory.");
+    Connect("no library of this name", 0);
+    EXPECT_STREQ(bridge.Failure(),
+                 "Could not load target library no library of this name: "
+                 "cannot open shared object file: No such file or directory.");
+    Connect(nullptr, 0);
+    EXPECT_STREQ(bridge.Failure(), "Could not load target library : Error during dlerror() call.");
+}
+
+TEST_F(CryptokiBridgeTest, TargetHasALongPath_FailureIsWholeWhereTheMessageIsCut) {
+    const std::string path = std::string("/").append(240, 'p').append("/").append(250, 'q');
+    Connect(path.c_str(), 0);
+    EXPECT_EQ(bridge.Failure(), "Could not load target library " + path +
+                                    ": cannot open shared object file: No such file or directory.");
+}
+
+TEST_F(CryptokiBridgeTest, TargetLacksItsList_FailureSaysItsPathAndTheLoadersReason) {
+    Connect(TARGET_WITHOUT_LIST, 0);
+    EXPECT_EQ(bridge.Failure(), "Found no C_GetFunctionList in target library " TARGET_WITHOUT_LIST
+                                ": undefined symbol: C_GetFunctionList."s);
+    ExpectTargetWithout(bridge,
+                        " C_GetFunctionStatus GetTotalOperations ResetTotalOperations C_GetFunctionList ");
+}
+
+// ---- A target that leaves its functions to its list
+// -----------------------------------------------------------
+
+class ListingTarget : public CryptokiBridgeTest {
+protected:
+    ListingTarget() : handle(dlopen(TARGET_THAT_EXPORTS_ITS_LIST, RTLD_NOW)) {
+        kept = List();
+        keptFunctions = *kept;
+    }
+    ~ListingTarget() override {
+        bridge.Disconnect();
+        Variable<CK_RV>("resultOfListing") = CKR_OK;
+        List() = kept;
+        *kept = keptFunctions;
+        dlclose(handle);
+    }
+
+    CK_FUNCTION_LIST*& List() { return Variable<CK_FUNCTION_LIST*>("listToHandOut"); }
+    void AnswerWith(CK_RV rv) { Variable<CK_RV>("resultOfListing") = rv; }
+
+    std::string Connect() { return CryptokiBridgeTest::Connect(TARGET_THAT_EXPORTS_ITS_LIST, 0); }
+
+    // What is announced when the list has all of the standard's functions but these.
+    static std::string Announced(const std::vector<std::string>& missing) {
+        std::string lines;
+        for (const std::string& name : missing) lines += Line(name);
+        lines += Line("CA_GetFunctionList");
+        for (const ExpectedVendorFunction& function : kExpectedVendorFunctions) lines += Line(function.name);
+        return lines;
+    }
+
+    void ExpectListedFunctionsWithout(const std::string& missing) {
+        ForEachFunction(bridge, [&](const std::string& name, CK_RV rv, CK_RV answer) {
+            const bool isListed = name.starts_with("C_") && name != "C_GetFunctionStatus" &&
+                                  missing.find(" " + name + " ") == missing.npos;
+            EXPECT_EQ(rv, isListed ? answer : kNotSupported) << name;
+        });
+    }
+
+private:
+    static std::string Line(const std::string& name) { return "Failed to load function '" + name + "'.\n"; }
+
+    template <class Type>
+    Type& Variable(const char* name) {
+        return *static_cast<Type*>(dlsym(handle, name));
+    }
+
+    void* const handle;
+    CK_FUNCTION_LIST* kept;
+    CK_FUNCTION_LIST keptFunctions;
+};
+
+TEST_F(ListingTarget, ListHasEveryFunction_AllButFunctionStatusAreForwarded) {
+    EXPECT_EQ(Connect(), Announced({}));
+    ExpectListedFunctionsWithout("");
+    EXPECT_STREQ(bridge.Failure(), "");
+}
+
+TEST_F(ListingTarget, ListLacksFunctions_TheseAreAnnouncedAndTheOthersForwarded) {
+    List()->C_Sign = nullptr;
+    List()->C_DigestEncryptUpdate = nullptr;
+    EXPECT_EQ(Connect(), Announced({"C_Sign", "C_DigestEncryptUpdate"}));
+    ExpectListedFunctionsWithout(" C_Sign C_DigestEncryptUpdate ");
+}
+
+TEST_F(ListingTarget, ListIsOverwrittenWithOurFunctions_BindingAgainFindsTheTargetsOwn) {
+    Connect();
+    CK_FUNCTION_LIST& list = *List();
+    EXPECT_TRUE(ckscribe::overwrittenLists.Remember(&list));
+#define C_EVERY_ROW(Name, ...) list.C_##Name = reinterpret_cast<CK_C_##Name>(kOwnFunction);
+#include "functions/functions.def"
+    EXPECT_EQ(Connect(), Announced({}));
+    ExpectListedFunctionsWithout("");
+    ckscribe::overwrittenLists.GiveBack();
+}
+
+TEST_F(ListingTarget, ListNamesOurFunctionsFromTheBeginning_TheyAreNotBound) {
+    List()->C_Logout = reinterpret_cast<CK_C_Logout>(kOwnFunction);
+    EXPECT_EQ(Connect(), Announced({"C_Logout"}));
+    ExpectListedFunctionsWithout(" C_Logout ");
+    EXPECT_TRUE(ckscribe::overwrittenLists.Remember(List()));
+    EXPECT_EQ(Connect(), Announced({"C_Logout"}));
+    ckscribe::overwrittenLists.GiveBack();
+}
+
+TEST_F(ListingTarget, AnotherListIsHandedOut_NothingOfTheEarlierOneIsBound) {
+    Connect();
+    CK_FUNCTION_LIST other = *List();
+    other.C_Logout = reinterpret_cast<CK_C_Logout>(kOwnFunction);
+    List() = &other;
+    EXPECT_EQ(Connect(), Announced({"C_Logout"}));
+    ExpectListedFunctionsWithout(" C_Logout ");
+}
+
+TEST_F(ListingTarget, AnotherTargetIsBoundNext_NothingOfTheListStays) {
+    Connect();
+    EXPECT_EQ(CryptokiBridgeTest::Connect(TARGET_WITHOUT_SELF_TEST, 0),
+              "Failed to load function 'CA_PerformSelfTest'.\n");
+    ExpectTargetWithout(bridge,
+                        " C_GetFunctionStatus GetTotalOperations ResetTotalOperations CA_PerformSelfTest ");
+}
+
+TEST_F(ListingTarget, ListIsRefused_FailureSaysTheResultAndNothingButTheListFunctionIsBound) {
+    AnswerWith(CKR_GENERAL_ERROR);
+    std::vector<std::string> missing;
+    for (const ExpectedFunction& function : kExpectedStandardFunctions) {
+        const std::string name = function.name;
+        if (name != "C_GetFunctionList" && name != "C_GetFunctionStatus") missing.push_back(name);
+    }
+    EXPECT_EQ(Connect(), Announced(missing));
+    EXPECT_EQ(bridge.Failure(), "Got no functions from target library " TARGET_THAT_EXPORTS_ITS_LIST
+                                ": its C_GetFunctionList returned CKR_GENERAL_ERROR (0x5) and no list."s);
+    CK_FUNCTION_LIST* list = nullptr;
+    EXPECT_EQ(bridge.C_GetFunctionList(&list), CKR_GENERAL_ERROR);
+    EXPECT_EQ(bridge.C_Logout(5), kNotSupported);
+}
+
+TEST_F(ListingTarget, AnswerIsOkWithoutAList_FailureSaysSo) {
+    List() = nullptr;
+    Connect();
+    EXPECT_EQ(bridge.Failure(), "Got no functions from target library " TARGET_THAT_EXPORTS_ITS_LIST
+                                ": its C_GetFunctionList returned CKR_OK (0x0) and no list."s);
+    EXPECT_EQ(bridge.C_Logout(5), kNotSupported);
 }
 
 // ---- A call inside the target
