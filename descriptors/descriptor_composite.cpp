@@ -1,12 +1,18 @@
 #include "descriptors/descriptor_composite.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstddef>
 #include <memory>
 
 namespace {
 
-constexpr unsigned kGrowth = 8;
+constexpr std::size_t kFirstRoom = 8;
 constexpr int kIndentOfChildren = 3;
+
+// How many children an array of `count` has room for. The array doubles each time that it is full: a list of
+// a million handles costs a million times what one handle costs.
+std::size_t RoomFor(std::size_t count) { return count == 0 ? 0 : std::max(kFirstRoom, std::bit_ceil(count)); }
 
 }  // namespace
 
@@ -18,21 +24,20 @@ DescriptorComposite::~DescriptorComposite() {
 void DescriptorComposite::AddDescriptor(AbstractDescriptor* child) {
     if (child == nullptr) return;
     std::unique_ptr<AbstractDescriptor> owned(child);
-    if (childCount % kGrowth == 0) Grow();
+    if (childCount == RoomFor(childCount)) Grow();
     children[childCount++] = owned.release();
 }
 
 void DescriptorComposite::Grow() {
-    const std::size_t room = std::size_t{childCount} + kGrowth;
+    const std::size_t room = RoomFor(std::size_t{childCount} + 1);
     auto** const grown = static_cast<AbstractDescriptor**>(TreeMemory::Take(room * sizeof *children));
-    std::fill_n(std::copy_n(children, childCount, grown), kGrowth, nullptr);
-    TreeMemory::GiveBack(children, childCount * sizeof *children);
+    std::copy_n(children, childCount, grown);
+    TreeMemory::GiveBack(children, RoomFor(childCount) * sizeof *children);
     children = grown;
 }
 
 void DescriptorComposite::ResetChildrenBuffer() {
-    const std::size_t room = (std::size_t{childCount} + kGrowth - 1) / kGrowth * kGrowth;
-    TreeMemory::GiveBack(children, room * sizeof *children);
+    TreeMemory::GiveBack(children, RoomFor(childCount) * sizeof *children);
     children = nullptr;
     childCount = 0;
 }

@@ -26,5 +26,5 @@ private:
     void Grow();
 
     unsigned childCount = 0;
-    AbstractDescriptor** children = nullptr;  // room for childCount rounded up to a multiple of 8
+    AbstractDescriptor** children = nullptr;  // doubles when it is full
 };

@@ -1,5 +1,7 @@
 // Records of PKCS#11 section "Object management functions".
 
+#include <algorithm>
+
 #include "records/record_children.h"
 #include "records/standard_records.h"
 
@@ -127,11 +129,12 @@ void FindObjectsStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR, CK_ULONG
     record.Capture();
 }
 
-void FindObjectsEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE_PTR phObject, CK_ULONG,
+// A target that refuses the call need not set the count. The list then ends where the caller's array ends.
+void FindObjectsEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE_PTR phObject, CK_ULONG ulMaxObjectCount,
                     CK_ULONG_PTR pulObjectCount) {
     if (!LevelSelects(kFindObjects)) return;
     EndRecord record(kFindObjects, rv);
-    record.AddDescriptor(HandleListChild(phObject, ValueAt(pulObjectCount)));
+    record.AddDescriptor(HandleListChild(phObject, std::min(ValueAt(pulObjectCount), ulMaxObjectCount)));
     record.AddDescriptor(ShortNumberChild(ValueAt(pulObjectCount)));
     record.Capture();
 }

@@ -27,6 +27,17 @@ void AddText(CommandDescriptor& record, const void* text, CK_ULONG length, const
     record.AddDescriptor(ValueChild(text, length, label));
 }
 
+void AddBytesOfUnshownLength(CommandDescriptor& record, const void* bytes, CK_ULONG length,
+                             const char* label) {
+    const bool isUnavailable =
+        length == CK_UNAVAILABLE_INFORMATION;  // printed as sixteen f, without a look at the bytes
+    AddBytes(record, bytes, isUnavailable ? length : std::min(length, kLongestOfUnshownLength), label);
+}
+
+CK_ULONG LengthOfText(const void* text) {
+    return std::min<CK_ULONG>(ReadableTextLength(text), kLongestOfUnshownLength);
+}
+
 }  // namespace ckscribe
 
 using namespace ckscribe;

@@ -18,6 +18,16 @@ void AddBytes(CommandDescriptor& record, const void* bytes, CK_ULONG length, con
 // A text is two children, the same bytes as a string and as a value.
 void AddText(CommandDescriptor& record, const void* text, CK_ULONG length, const char* label = nullptr);
 
+// The most that a record shows of something whose length it does not show. Such a length is a guess about the
+// vendor's prototype: where the guess is wrong, it is a left-over of the caller's, and may be any number.
+inline constexpr CK_ULONG kLongestOfUnshownLength = 4096;
+
+// AddBytes for a length that the record does not show.
+void AddBytesOfUnshownLength(CommandDescriptor& record, const void* bytes, CK_ULONG length,
+                             const char* label = nullptr);
+// The length of a text that ends at its terminator, at most kLongestOfUnshownLength. 0 for null.
+CK_ULONG LengthOfText(const void* text);
+
 }  // namespace ckscribe
 
 // Policies or capabilities that are set: their count, then each identifier with its value.

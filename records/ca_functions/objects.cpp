@@ -47,7 +47,7 @@ void GetTokenObjectUIDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulObjectType,
         record.AddDescriptor(NumberChild(ulObjectType, "Type="));
         record.AddDescriptor(ObjectChild(hObject));
         record.AddDescriptor(PointerChild(pOuid));
-        AddBytes(record, pOuid, ValueAt(pulOuidLen), "OUID=");
+        AddBytesOfUnshownLength(record, pOuid, ValueAt(pulOuidLen), "OUID=");
     }
     record.Capture();
 }
@@ -57,7 +57,7 @@ void GetTokenObjectHandleCmdStart(CK_SLOT_ID slotID, CK_BYTE_PTR pOuid, CK_ULONG
     StartRecord record(kCmdGetTokenObjectHandle);
     record.AddDescriptor(SlotChild(slotID));
     record.AddDescriptor(PointerChild(pOuid));
-    AddBytes(record, pOuid, ulOuidLen, "OUID=");
+    AddBytesOfUnshownLength(record, pOuid, ulOuidLen, "OUID=");
     record.AddDescriptor(PointerChild(pulObjectType));
     record.AddDescriptor(PointerChild(phObject));
     record.Capture();
@@ -69,7 +69,7 @@ void GetTokenObjectHandleCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_BYTE_PTR pOuid, 
     if (ShowsOutputs(rv)) {
         record.AddDescriptor(SlotChild(slotID));
         record.AddDescriptor(PointerChild(pOuid));
-        AddBytes(record, pOuid, ulOuidLen, "OUID=");
+        AddBytesOfUnshownLength(record, pOuid, ulOuidLen, "OUID=");
         record.AddDescriptor(PointerChild(pulObjectType));
         record.AddDescriptor(PointerChild(phObject));
         AddNumberAt(record, pulObjectType, "Type=");
@@ -98,7 +98,7 @@ void GetObjectUIDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumber,
         record.AddDescriptor(NumberChild(ulObjectType, "ObjType="));
         record.AddDescriptor(ObjectChild(hObject));
         record.AddDescriptor(PointerChild(pOuid));
-        AddBytes(record, pOuid, ValueAt(pulOuidLen));
+        AddBytesOfUnshownLength(record, pOuid, ValueAt(pulOuidLen));
     }
     record.Capture();
 }
@@ -109,7 +109,7 @@ void GetObjectHandleCmdStart(CK_SLOT_ID slotID, CK_ULONG ulContainerNumber, CK_B
     record.AddDescriptor(SlotChild(slotID));
     record.AddDescriptor(NumberChild(ulContainerNumber, "Container="));
     record.AddDescriptor(PointerChild(pOuid));
-    AddBytes(record, pOuid, ulOuidLen);
+    AddBytesOfUnshownLength(record, pOuid, ulOuidLen);
     record.AddDescriptor(PointerChild(pulObjectType));
     record.AddDescriptor(PointerChild(phObject));
     record.Capture();
@@ -122,7 +122,7 @@ void GetObjectHandleCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNumb
         record.AddDescriptor(SlotChild(slotID));
         record.AddDescriptor(NumberChild(ulContainerNumber, "Container="));
         record.AddDescriptor(PointerChild(pOuid));
-        AddBytes(record, pOuid, ulOuidLen);
+        AddBytesOfUnshownLength(record, pOuid, ulOuidLen);
         record.AddDescriptor(PointerChild(pulObjectType));
         record.AddDescriptor(PointerChild(phObject));
         AddNumberAt(record, pulObjectType, "Type=");

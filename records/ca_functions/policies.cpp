@@ -184,7 +184,7 @@ void GetConfigurationElementDescriptionCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_UL
         AddNumberAt(record, pulBitLength, "bitLen=");
         AddNumberAt(record, pulDestructive, "dest=");
         AddNumberAt(record, pulRestricted, "rest=");
-        AddBytes(record, pDescription, ReadableTextLength(pDescription));
+        AddBytes(record, pDescription, LengthOfText(pDescription));
     }
     record.Capture();
 }

@@ -447,6 +447,35 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
+TEST_F(RefusedArguments, CountThatNobodySetForObjectsShowsNoMoreThanTheArrayHolds) {
+    Results({{CKR_OPERATION_NOT_INITIALIZED, "CKR_OPERATION_NOT_INITIALIZED"}, {CKR_OK, "CKR_OK"}});
+
+    CK_OBJECT_HANDLE objects[] = {0x62, 0x63, 0x64, 0x65};  // the last two are the application's own
+    CK_ULONG count = ~CK_ULONG{0};
+    Call(api.C_FindObjects, 0x51, objects, 2, &count);
+    NewLog(R"(
+
+10:15:30 <id>:STRTFindObjects {Sesn=81 2 }
+10:15:30 <id>:FINIFindObjects <rv>12345clks {ObjHndLst={Obj=98 Obj=99 } -1 })");
+    OldLog(R"(
+Command(FindObjects, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+
+{
+   SessionHandle(0x51);
+   UShort(0x2);
+}
+Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
+ // 250 clock cycles
+{
+   ObjectHandleList
+   {
+      ObjectHandle(0x62);
+      ObjectHandle(0x63);
+   };
+   UShort(0xffffffff);
+})");
+}
+
 TEST_F(RefusedArguments, LengthsBeyondTheBuffers) {
     Results({{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}});
 

@@ -8,9 +8,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <numeric>
 #include <vector>
 
 #include "descriptors/command_descriptor.h"
+#include "descriptors/list_descriptors.h"
 #include "descriptors/scalar_descriptors.h"
 #include "descriptors/value_descriptor.h"
 #include "tests/logging_configuration_file.h"
@@ -62,15 +64,33 @@ protected:
     }
 };
 
-TEST_F(DescriptorMemory, AListGrowsByEight) {
+// The bytes that a list takes from the heap while it grows to this many handles. Growing copies what the list
+// holds, so they bound the time, too.
+std::size_t BytesTakenByHandles(std::size_t count) {
+    const std::vector<unsigned long> handles(count, 7);
+    sizes.clear();
+    isWatching = true;
+    {
+        const ObjectHandleListDescriptor list(handles.data(), count);
+        EXPECT_EQ(list.ChildCount(), count);
+    }
+    isWatching = false;
+    return std::accumulate(sizes.begin(), sizes.end(), std::size_t{0});
+}
+
+TEST_F(DescriptorMemory, ListOfChildrenDoublesWhenItIsFull) {
     std::vector<AbstractDescriptor*> children;
-    for (unsigned i = 0; i < 25; ++i) children.push_back(new SessionHandleDescriptor(i));
+    for (unsigned i = 0; i < 33; ++i) children.push_back(new SessionHandleDescriptor(i));
     DescriptorComposite composite;
     isWatching = true;
     for (AbstractDescriptor* const child : children) composite.AddDescriptor(child);
     isWatching = false;
     constexpr std::size_t kPointer = sizeof(AbstractDescriptor*);
-    EXPECT_EQ(sizes, (std::vector<std::size_t>{8 * kPointer, 16 * kPointer, 24 * kPointer, 32 * kPointer}));
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{8 * kPointer, 16 * kPointer, 32 * kPointer, 64 * kPointer}));
+}
+
+TEST_F(DescriptorMemory, FourTimesTheHandlesCostAtMostFiveTimesTheMemory) {
+    EXPECT_LE(BytesTakenByHandles(200000), 5 * BytesTakenByHandles(50000));
 }
 
 TEST_F(DescriptorMemory, AChildForWhichThereIsNoRoomIsGone) {

@@ -6,113 +6,88 @@
 
 namespace {
 
-struct BareFunction {
-    const char* name;
-    const char* shown;  // in its records
-};
-
-void PrintTo(const BareFunction& function, std::ostream* out) { *out << function.name; }
-
-constexpr BareFunction kBareFunctions[] = {
-    {"CA_WaitForSlotEvent", "WaitForSlotEvent"},
-    {"CA_RoleStateGet", "RoleStateGet"},
-    {"CA_CreateContainerLoginChallenge", "CreateContainerLoginChallenge"},
-    {"CA_OpenSessionWithAppID", "OpenSessionWithAppID"},
-    {"CA_CloseApplicationID", "CloseApplicationID"},
-    {"CA_GetSessionInfo", "GetSessionInfo"},
-    {"CA_OpenSecureToken", "OpenSecureToken"},
-    {"CA_CloseSecureToken", "CloseSecureToken"},
-    {"CA_ListSecureTokenInit", "ListSecureTokenInit"},
-    {"CA_ListSecureTokenUpdate", "ListSecureTokenUpdate"},
-    {"CA_GetSecureElementMeta", "GetSecureElementMeta"},
-    {"CA_InvokeServiceInit", "InvokeServiceInit"},
-    {"CA_InvokeService", "InvokeService"},
-    {"CA_InvokeServiceFinal", "InvokeServiceFinal"},
-    {"CA_InvokeServiceAsynch", "InvokeServiceAsynch"},
-    {"CA_InvokeServiceSinglePart", "InvokeServiceSinglePart"},
-    {"CA_GetHSMStats", "GetHSMStats"},
-    {"CA_GetClusterState", "GetClusterState"},
-    {"CA_LockClusteredSlot", "LockClusteredSlot"},
-    {"CA_UnlockClusteredSlot", "UnlockClusteredSlot"},
-    {"CA_STCRegister", "STCRegister"},
-    {"CA_STCDeregister", "STCDeregister"},
-    {"CA_STCGetPubKey", "STCGetPubKey"},
-    {"CA_STCGetClientsList", "STCGetClientsList"},
-    {"CA_STCGetClientInfo", "STCGetClientInfo"},
-    {"CA_STCGetPartPubKey", "STCGetPartPubKey"},
-    {"CA_STCGetAdminPubKey", "STCGetAdminPubKey"},
-    {"CA_STCSetCipherAlgorithm", "STCSetCipherAlgorithm"},
-    {"CA_STCGetCipherAlgorithm", "STCGetCipherAlgorithm"},
-    {"CA_STCClearCipherAlgorithm", "STCClearCipherAlgorithm"},
-    {"CA_STCSetDigestAlgorithm", "STCSetDigestAlgorithm"},
-    {"CA_STCGetDigestAlgorithm", "STCGetDigestAlgorithm"},
-    {"CA_STCClearDigestAlgorithm", "STCClearDigestAlgorithm"},
-    {"CA_STCSetKeyLifeTime", "STCSetKeyLifeTime"},
-    {"CA_STCGetKeyLifeTime", "STCGetKeyLifeTime"},
-    {"CA_STCSetKeyActivationTimeOut", "STCSetKeyActivationTimeOut"},
-    {"CA_STCGetKeyActivationTimeOut", "STCGetKeyActivationTimeOut"},
-    {"CA_STCSetMaxSessions", "STCSetMaxSessions"},
-    {"CA_STCGetMaxSessions", "STCGetMaxSessions"},
-    {"CA_STCSetSequenceWindowSize", "STCSetSequenceWindowSize"},
-    {"CA_STCGetSequenceWindowSize", "STCGetSequenceWindowSize"},
-    {"CA_STCIsEnabled", "STCIsEnabled"},
-    {"CA_STCGetState", "STCGetState"},
-    {"CA_STCGetCurrentKeyLife", "STCGetCurrentKeyLife"},
-    {"CA_GetSlotIdForPhysicalSlot", "GetSlotIdForPhysicalSlot"},
-    {"CA_GetSlotIdForContainer", "GetSlotIdForContainer"},
-    {"CA_STCGetChannelID", "STCGetChannelID"},
-    {"CA_STCGetCipherID", "STCGetCipherID"},
-    {"CA_STCGetDigestID", "STCGetDigestID"},
-    {"CA_STCGetCipherIDs", "STCGetCipherIDs"},
-    {"CA_STCGetCipherNameByID", "STCGetCipherNameByID"},
-    {"CA_STCGetDigestIDs", "STCGetDigestIDs"},
-    {"CA_STCGetDigestNameByID", "STCGetDigestNameByID"},
-    {"CA_GetServerInstanceBySlotID", "GetServerInstanceBySlotID"},
-    {"CA_GetSlotListFromServerInstance", "GetSlotListFromServerInstance"},
-    {"CA_PerformSelfTest", "PerformSelfTest"},
+constexpr const char* kBareFunctions[] = {
+    "CA_WaitForSlotEvent",
+    "CA_RoleStateGet",
+    "CA_CreateContainerLoginChallenge",
+    "CA_OpenSessionWithAppID",
+    "CA_CloseApplicationID",
+    "CA_GetSessionInfo",
+    "CA_OpenSecureToken",
+    "CA_CloseSecureToken",
+    "CA_ListSecureTokenInit",
+    "CA_ListSecureTokenUpdate",
+    "CA_GetSecureElementMeta",
+    "CA_InvokeServiceInit",
+    "CA_InvokeService",
+    "CA_InvokeServiceFinal",
+    "CA_InvokeServiceAsynch",
+    "CA_InvokeServiceSinglePart",
+    "CA_GetHSMStats",
+    "CA_GetClusterState",
+    "CA_LockClusteredSlot",
+    "CA_UnlockClusteredSlot",
+    "CA_STCRegister",
+    "CA_STCDeregister",
+    "CA_STCGetPubKey",
+    "CA_STCGetClientsList",
+    "CA_STCGetClientInfo",
+    "CA_STCGetPartPubKey",
+    "CA_STCGetAdminPubKey",
+    "CA_STCSetCipherAlgorithm",
+    "CA_STCGetCipherAlgorithm",
+    "CA_STCClearCipherAlgorithm",
+    "CA_STCSetDigestAlgorithm",
+    "CA_STCGetDigestAlgorithm",
+    "CA_STCClearDigestAlgorithm",
+    "CA_STCSetKeyLifeTime",
+    "CA_STCGetKeyLifeTime",
+    "CA_STCSetKeyActivationTimeOut",
+    "CA_STCGetKeyActivationTimeOut",
+    "CA_STCSetMaxSessions",
+    "CA_STCGetMaxSessions",
+    "CA_STCSetSequenceWindowSize",
+    "CA_STCGetSequenceWindowSize",
+    "CA_STCIsEnabled",
+    "CA_STCGetState",
+    "CA_STCGetCurrentKeyLife",
+    "CA_GetSlotIdForPhysicalSlot",
+    "CA_GetSlotIdForContainer",
+    "CA_STCGetChannelID",
+    "CA_STCGetCipherID",
+    "CA_STCGetDigestID",
+    "CA_STCGetCipherIDs",
+    "CA_STCGetCipherNameByID",
+    "CA_STCGetDigestIDs",
+    "CA_STCGetDigestNameByID",
+    "CA_GetServerInstanceBySlotID",
+    "CA_GetSlotListFromServerInstance",
+    "CA_PerformSelfTest",
 };
 
 class BareVendorRecords : public VendorCallTest,
-                          public testing::WithParamInterface<std::tuple<BareFunction, LogFormat>> {
+                          public testing::WithParamInterface<std::tuple<const char*, LogFormat>> {
 protected:
     BareVendorRecords() : VendorCallTest(std::get<LogFormat>(GetParam())) {}
-
-    static std::string Named(const std::string& text) {
-        return ReplaceAll(text, "<name>", std::get<BareFunction>(GetParam()).shown);
-    }
 };
 
 TEST_P(BareVendorRecords, ShowNothingButTheResult) {
     auto* const output = At<CK_ULONG>(0x12345100);
-    const std::string start[] = {Named(R"(
-
-10:15:30 <id>:STRT<name> {})"),
-                                 Named(R"(
-Command(<name>, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
-})")};
-    const std::string end[] = {Named(R"(
-10:15:30 <id>:FINI<name> <rv>12345clks {})"),
-                               Named(R"(
-Command(<name>, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})")};
+    const char* const name = std::get<const char*>(GetParam());
     Answer([=] { *output = 2001; });
 
-    Call(std::get<BareFunction>(GetParam()).name, 1001, output, 1002);
-    Starts(start[0], start[1]);
-    Ends(kEveryResult, end[0], end[1]);
+    Call(name, 1001, output, 1002);
+    Starts();
+    Ends(kEveryResult);
 
-    Call(std::get<BareFunction>(GetParam()).name, 0, nullptr, 0);
-    Starts(start[0], start[1]);
-    Ends(kSuccess, end[0], end[1]);
+    Call(name, 0, nullptr, 0);
+    Starts();
+    Ends(kSuccess);
 }
 
-std::string TestName(const testing::TestParamInfo<std::tuple<BareFunction, LogFormat>>& row) {
+std::string TestName(const testing::TestParamInfo<std::tuple<const char*, LogFormat>>& row) {
     const char* const format = std::get<LogFormat>(row.param) == LogFormat::kNew ? "_New" : "_Old";
-    return std::get<BareFunction>(row.param).name + std::string(format);
+    return std::get<const char*>(row.param) + std::string(format);
 }
 
 INSTANTIATE_TEST_SUITE_P(Log, BareVendorRecords,

@@ -2,22 +2,10 @@
 
 TEST_P(VendorRecords, CA_ManualKCV) {
     Call("CA_ManualKCV", hSession);
-    Starts(R"(
-
-10:15:30 <id>:STRTManualKCV {Sesn=81 })",
+    Starts("Sesn=81 ",
            R"(
-Command(ManualKCV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
-   SessionHandle(0x51);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINIManualKCV <rv>12345clks {})",
-         R"(
-Command(ManualKCV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   SessionHandle(0x51);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_SetLKCV) {
@@ -25,46 +13,22 @@ TEST_P(VendorRecords, CA_SetLKCV) {
     const CK_ULONG ulDomainLen = 10;
 
     Call("CA_SetLKCV", hSession, pDomain, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetLKCV {Sesn=81 Ptr=0x12345140 10 PIN="********" })",
+    Starts(R"(Sesn=81 Ptr=0x12345140 10 PIN="********" )",
            R"(
-Command(SetLKCV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
    ULong(0xa);
-   ByteString(SimpleText"********");
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetLKCV <rv>12345clks {})",
-         R"(
-Command(SetLKCV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"********");)");
+    Ends(kEveryResult);
 
     Call("CA_SetLKCV", hSession, nullptr, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetLKCV {Sesn=81 Ptr=0x0 10 PIN="<null>" })",
+    Starts(R"(Sesn=81 Ptr=0x0 10 PIN="<null>" )",
            R"(
-Command(SetLKCV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    ULong(0xa);
-   ByteString(SimpleText"<null>");
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetLKCV <rv>12345clks {})",
-         R"(
-Command(SetLKCV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"<null>");)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_SetKCV) {
@@ -72,46 +36,22 @@ TEST_P(VendorRecords, CA_SetKCV) {
     const CK_ULONG ulDomainLen = 10;
 
     Call("CA_SetKCV", hSession, pDomain, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetKCV {Sesn=81 Ptr=0x12345140 10 PIN="********" })",
+    Starts(R"(Sesn=81 Ptr=0x12345140 10 PIN="********" )",
            R"(
-Command(SetKCV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
    ULong(0xa);
-   ByteString(SimpleText"********");
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetKCV <rv>12345clks {})",
-         R"(
-Command(SetKCV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"********");)");
+    Ends(kEveryResult);
 
     Call("CA_SetKCV", hSession, nullptr, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetKCV {Sesn=81 Ptr=0x0 10 PIN="<null>" })",
+    Starts(R"(Sesn=81 Ptr=0x0 10 PIN="<null>" )",
            R"(
-Command(SetKCV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    ULong(0xa);
-   ByteString(SimpleText"<null>");
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetKCV <rv>12345clks {})",
-         R"(
-Command(SetKCV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"<null>");)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_SetRDK) {
@@ -119,46 +59,22 @@ TEST_P(VendorRecords, CA_SetRDK) {
     const CK_ULONG ulDomainLen = 10;
 
     Call("CA_SetRDK", hSession, pDomain, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetRDK {Sesn=81 Ptr=0x12345140 10 PIN="********" })",
+    Starts(R"(Sesn=81 Ptr=0x12345140 10 PIN="********" )",
            R"(
-Command(SetRDK, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
    ULong(0xa);
-   ByteString(SimpleText"********");
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetRDK <rv>12345clks {})",
-         R"(
-Command(SetRDK, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"********");)");
+    Ends(kEveryResult);
 
     Call("CA_SetRDK", hSession, nullptr, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetRDK {Sesn=81 Ptr=0x0 10 PIN="<null>" })",
+    Starts(R"(Sesn=81 Ptr=0x0 10 PIN="<null>" )",
            R"(
-Command(SetRDK, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    ULong(0xa);
-   ByteString(SimpleText"<null>");
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetRDK <rv>12345clks {})",
-         R"(
-Command(SetRDK, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"<null>");)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_SetCloningDomain) {
@@ -166,40 +82,16 @@ TEST_P(VendorRecords, CA_SetCloningDomain) {
     const CK_ULONG ulDomainLen = 10;
 
     Call("CA_SetCloningDomain", pDomain, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetCloningDomain {PIN="********" })",
+    Starts(R"(PIN="********" )",
            R"(
-Command(SetCloningDomain, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
-   ByteString(SimpleText"********");
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetCloningDomain <rv>12345clks {})",
-         R"(
-Command(SetCloningDomain, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"********");)");
+    Ends(kEveryResult);
 
     Call("CA_SetCloningDomain", nullptr, ulDomainLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetCloningDomain {PIN="<null>" })",
+    Starts(R"(PIN="<null>" )",
            R"(
-Command(SetCloningDomain, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
-   ByteString(SimpleText"<null>");
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetCloningDomain <rv>12345clks {})",
-         R"(
-Command(SetCloningDomain, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"<null>");)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_ClonePrivateKey) {
@@ -210,62 +102,34 @@ TEST_P(VendorRecords, CA_ClonePrivateKey) {
     Answer([=] { *phClone = 2001; });
 
     Call("CA_ClonePrivateKey", hTargetSession, hSourceSession, hObject, phClone);
-    Starts(R"(
-
-10:15:30 <id>:STRTClonePrivateKey {1001 1002 Obj=1003 Ptr=0x123451c0 })",
+    Starts("1001 1002 Obj=1003 Ptr=0x123451c0 ",
            R"(
-Command(ClonePrivateKey, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   ULong(0x3e9);
+   ULong(0x3ea);
+   ObjectHandle(0x3eb);
+   Pointer(0x123451c0);)");
+    Ends(kSuccessOrTooSmall, "1001 1002 Obj=1003 Ptr=0x123451c0 Obj=2001 ",
+         R"(
    ULong(0x3e9);
    ULong(0x3ea);
    ObjectHandle(0x3eb);
    Pointer(0x123451c0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIClonePrivateKey <rv>12345clks {1001 1002 Obj=1003 Ptr=0x123451c0 Obj=2001 })",
-         R"(
-Command(ClonePrivateKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   ULong(0x3e9);
-   ULong(0x3ea);
-   ObjectHandle(0x3eb);
-   Pointer(0x123451c0);
-   ObjectHandle(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIClonePrivateKey <rv>12345clks {})",
-         R"(
-Command(ClonePrivateKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ObjectHandle(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_ClonePrivateKey", hTargetSession, hSourceSession, hObject, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTClonePrivateKey {1001 1002 Obj=1003 Ptr=0x0 })",
+    Starts("1001 1002 Obj=1003 Ptr=0x0 ",
            R"(
-Command(ClonePrivateKey, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x3e9);
    ULong(0x3ea);
    ObjectHandle(0x3eb);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIClonePrivateKey <rv>12345clks {1001 1002 Obj=1003 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "1001 1002 Obj=1003 Ptr=0x0 ",
          R"(
-Command(ClonePrivateKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    ULong(0x3e9);
    ULong(0x3ea);
    ObjectHandle(0x3eb);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_CloneObject) {
@@ -277,66 +141,38 @@ TEST_P(VendorRecords, CA_CloneObject) {
     Answer([=] { *phClone = 2001; });
 
     Call("CA_CloneObject", hTargetSession, hSourceSession, ulObjectType, hObject, phClone);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneObject {1001 1002 Type=1003 Obj=1004 Ptr=0x12345200 })",
+    Starts("1001 1002 Type=1003 Obj=1004 Ptr=0x12345200 ",
            R"(
-Command(CloneObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x3e9);
    ULong(0x3ea);
    ULong(0x3eb);
    ObjectHandle(0x3ec);
-   Pointer(0x12345200);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneObject <rv>12345clks {1001 1002 Type=1003 1004 Ptr=0x12345200 2001 })",
+   Pointer(0x12345200);)");
+    Ends(kSuccessOrTooSmall, "1001 1002 Type=1003 1004 Ptr=0x12345200 2001 ",
          R"(
-Command(CloneObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    ULong(0x3e9);
    ULong(0x3ea);
    ULong(0x3eb);
    ULong(0x3ec);
    Pointer(0x12345200);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINICloneObject <rv>12345clks {})",
-         R"(
-Command(CloneObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_CloneObject", hTargetSession, hSourceSession, ulObjectType, hObject, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneObject {1001 1002 Type=1003 Obj=1004 Ptr=0x0 })",
+    Starts("1001 1002 Type=1003 Obj=1004 Ptr=0x0 ",
            R"(
-Command(CloneObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x3e9);
    ULong(0x3ea);
    ULong(0x3eb);
    ObjectHandle(0x3ec);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneObject <rv>12345clks {1001 1002 Type=1003 1004 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "1001 1002 Type=1003 1004 Ptr=0x0 ",
          R"(
-Command(CloneObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    ULong(0x3e9);
    ULong(0x3ea);
    ULong(0x3eb);
    ULong(0x3ec);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GenerateCloningKEV) {
@@ -349,87 +185,48 @@ TEST_P(VendorRecords, CA_GenerateCloningKEV) {
     });
 
     Call("CA_GenerateCloningKEV", hSession, pKev, pulKevLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTGenerateCloningKEV {Sesn=81 Ptr=0x12345140 Ptr=0x12345180 61 })",
+    Starts("Sesn=81 Ptr=0x12345140 Ptr=0x12345180 61 ",
            R"(
-Command(GenerateCloningKEV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
    Pointer(0x12345180);
-   ULong(0x3d);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 305418560 305418624 12 PIN="********" })",
+   ULong(0x3d);)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 305418560 305418624 12 PIN="********" )",
          R"(
-Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ULong(0x12345140);
    ULong(0x12345180);
    ULong(0xc);
-   ByteString(SimpleText"********");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {})",
-         R"(
-Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"********");)");
+    Ends(kOtherErrors);
 
     Call("CA_GenerateCloningKEV", hSession, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGenerateCloningKEV {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GenerateCloningKEV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 0 0 PIN="<null>" })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 0 0 PIN="<null>" )",
          R"(
-Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ULong(0x0);
    ULong(0x0);
-   ByteString(SimpleText"<null>");
-})");
+   ByteString(SimpleText"<null>");)");
 
     Call("CA_GenerateCloningKEV", hSession, nullptr, pulKevLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTGenerateCloningKEV {Sesn=81 Ptr=0x0 Ptr=0x12345180 61 })",
+    Starts("Sesn=81 Ptr=0x0 Ptr=0x12345180 61 ",
            R"(
-Command(GenerateCloningKEV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x12345180);
-   ULong(0x3d);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGenerateCloningKEV <rv>12345clks {Sesn=81 0 305418624 12 PIN="<null>" })",
+   ULong(0x3d);)");
+    Ends(kTooSmall, R"(Sesn=81 0 305418624 12 PIN="<null>" )",
          R"(
-Command(GenerateCloningKEV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ULong(0x0);
    ULong(0x12345180);
    ULong(0xc);
-   ByteString(SimpleText"<null>");
-})");
+   ByteString(SimpleText"<null>");)");
 }
 
 TEST_P(VendorRecords, CA_CloneAsTargetInit) {
@@ -447,13 +244,9 @@ TEST_P(VendorRecords, CA_CloneAsTargetInit) {
 
     Call("CA_CloneAsTargetInit", hSession, pSourceData, ulSourceDataLen, pKev, ulKevLen, CK_TRUE, pTargetData,
          pulTargetDataLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsTargetInit {Sesn=81 Ptr=0x12345140 "the source data" Ptr=0x123451c0 PIN="********" true Ptr=0x12345280 Ptr=0x123452c0 61 })",
-           R"(
-Command(CloneAsTargetInit, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345140 "the source data" Ptr=0x123451c0 PIN="********" true Ptr=0x12345280 Ptr=0x123452c0 61 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the source data");
@@ -462,64 +255,37 @@ Command(CloneAsTargetInit, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
    ByteBooleantrue;
    Pointer(0x12345280);
    Pointer(0x123452c0);
-   ULong(0x3d);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneAsTargetInit <rv>12345clks {Sesn=81 Ptr=0x12345280 Ptr=0x123452c0 "returned target data" })",
+   ULong(0x3d);)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 Ptr=0x12345280 Ptr=0x123452c0 "returned target data" )",
          R"(
-Command(CloneAsTargetInit, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345280);
    Pointer(0x123452c0);
-   ByteString(SimpleText"returned target data");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINICloneAsTargetInit <rv>12345clks {})",
-         R"(
-Command(CloneAsTargetInit, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned target data");)");
+    Ends(kOtherErrors);
 
     Call("CA_CloneAsTargetInit", hSession, nullptr, ulSourceDataLen, nullptr, ulKevLen, CK_FALSE, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsTargetInit {Sesn=81 Ptr=0x0 Ptr=0x0 PIN="<null>" false Ptr=0x0 Ptr=0x0 })",
+    Starts(R"(Sesn=81 Ptr=0x0 Ptr=0x0 PIN="<null>" false Ptr=0x0 Ptr=0x0 )",
            R"(
-Command(CloneAsTargetInit, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
    ByteString(SimpleText"<null>");
    ByteBooleanfalse;
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneAsTargetInit <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(CloneAsTargetInit, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_CloneAsTargetInit", hSession, pSourceData, ulSourceDataLen, pKev, ulKevLen, CK_TRUE, nullptr,
          pulTargetDataLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsTargetInit {Sesn=81 Ptr=0x12345140 "the source data" Ptr=0x123451c0 PIN="********" true Ptr=0x0 Ptr=0x123452c0 61 })",
-           R"(
-Command(CloneAsTargetInit, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345140 "the source data" Ptr=0x123451c0 PIN="********" true Ptr=0x0 Ptr=0x123452c0 61 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the source data");
@@ -528,18 +294,12 @@ Command(CloneAsTargetInit, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
    ByteBooleantrue;
    Pointer(0x0);
    Pointer(0x123452c0);
-   ULong(0x3d);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINICloneAsTargetInit <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x123452c0 })",
+   ULong(0x3d);)");
+    Ends(kTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x123452c0 ",
          R"(
-Command(CloneAsTargetInit, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x123452c0);
-})");
+   Pointer(0x123452c0);)");
 }
 
 TEST_P(VendorRecords, CA_CloneAsSource) {
@@ -557,13 +317,9 @@ TEST_P(VendorRecords, CA_CloneAsSource) {
 
     Call("CA_CloneAsSource", hSession, ulObjectType, hObject, pTargetData, ulTargetDataLen, CK_TRUE, pClone,
          pulCloneLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsSource {Sesn=81 Type=1001 Obj=1002 Ptr=0x123451c0 "the target data" true Ptr=0x12345280 Ptr=0x123452c0 61 })",
-           R"(
-Command(CloneAsSource, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Type=1001 Obj=1002 Ptr=0x123451c0 "the target data" true Ptr=0x12345280 Ptr=0x123452c0 61 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x3e9);
    ObjectHandle(0x3ea);
@@ -572,64 +328,36 @@ Command(CloneAsSource, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteBooleantrue;
    Pointer(0x12345280);
    Pointer(0x123452c0);
-   ULong(0x3d);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneAsSource <rv>12345clks {Sesn=81 Ptr=0x12345280 Ptr=0x123452c0 "returned clone" })",
+   ULong(0x3d);)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 Ptr=0x12345280 Ptr=0x123452c0 "returned clone" )",
          R"(
-Command(CloneAsSource, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345280);
    Pointer(0x123452c0);
-   ByteString(SimpleText"returned clone");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINICloneAsSource <rv>12345clks {})",
-         R"(
-Command(CloneAsSource, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned clone");)");
+    Ends(kOtherErrors);
 
     Call("CA_CloneAsSource", hSession, ulObjectType, hObject, nullptr, ulTargetDataLen, CK_FALSE, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsSource {Sesn=81 Type=1001 Obj=1002 Ptr=0x0 false Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 Type=1001 Obj=1002 Ptr=0x0 false Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(CloneAsSource, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
    ObjectHandle(0x3ea);
    Pointer(0x0);
    ByteBooleanfalse;
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneAsSource <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(CloneAsSource, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_CloneAsSource", hSession, ulObjectType, hObject, pTargetData, ulTargetDataLen, CK_TRUE, nullptr,
          pulCloneLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsSource {Sesn=81 Type=1001 Obj=1002 Ptr=0x123451c0 "the target data" true Ptr=0x0 Ptr=0x123452c0 61 })",
+    Starts(R"(Sesn=81 Type=1001 Obj=1002 Ptr=0x123451c0 "the target data" true Ptr=0x0 Ptr=0x123452c0 61 )",
            R"(
-Command(CloneAsSource, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
    ObjectHandle(0x3ea);
@@ -638,18 +366,12 @@ Command(CloneAsSource, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteBooleantrue;
    Pointer(0x0);
    Pointer(0x123452c0);
-   ULong(0x3d);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINICloneAsSource <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x123452c0 })",
+   ULong(0x3d);)");
+    Ends(kTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x123452c0 ",
          R"(
-Command(CloneAsSource, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x123452c0);
-})");
+   Pointer(0x123452c0);)");
 }
 
 TEST_P(VendorRecords, CA_CloneAsTarget) {
@@ -664,13 +386,9 @@ TEST_P(VendorRecords, CA_CloneAsTarget) {
 
     Call("CA_CloneAsTarget", hSession, pKev, ulKevLen, pClone, ulCloneLen, ulObjectType, hObject, CK_TRUE,
          phClone);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsTarget {Sesn=81 Ptr=0x12345140 PIN="********" Ptr=0x123451c0 "the clone" Type=1001 Obj=1002 true Ptr=0x12345300 })",
-           R"(
-Command(CloneAsTarget, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345140 PIN="********" Ptr=0x123451c0 "the clone" Type=1001 Obj=1002 true Ptr=0x12345300 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"********");
@@ -679,35 +397,18 @@ Command(CloneAsTarget, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ULong(0x3e9);
    ObjectHandle(0x3ea);
    ByteBooleantrue;
-   Pointer(0x12345300);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneAsTarget <rv>12345clks {Sesn=81 Ptr=0x12345300 Obj=2001 })",
+   Pointer(0x12345300);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x12345300 Obj=2001 ",
          R"(
-Command(CloneAsTarget, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345300);
-   ObjectHandle(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINICloneAsTarget <rv>12345clks {})",
-         R"(
-Command(CloneAsTarget, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ObjectHandle(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_CloneAsTarget", hSession, nullptr, ulKevLen, nullptr, ulCloneLen, ulObjectType, hObject,
          CK_FALSE, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAsTarget {Sesn=81 Ptr=0x0 PIN="<null>" Ptr=0x0 Type=1001 Obj=1002 false Ptr=0x0 })",
+    Starts(R"(Sesn=81 Ptr=0x0 PIN="<null>" Ptr=0x0 Type=1001 Obj=1002 false Ptr=0x0 )",
            R"(
-Command(CloneAsTarget, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    ByteString(SimpleText"<null>");
@@ -715,59 +416,29 @@ Command(CloneAsTarget, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ULong(0x3e9);
    ObjectHandle(0x3ea);
    ByteBooleanfalse;
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINICloneAsTarget <rv>12345clks {Sesn=81 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 ",
          R"(
-Command(CloneAsTarget, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_CloneObjectToAllSessions) {
     const CK_OBJECT_HANDLE hObject = 1001;
 
     Call("CA_CloneObjectToAllSessions", hSession, hObject);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneObjectToAllSessions {Sesn=81 Obj=1001 })",
+    Starts("Sesn=81 Obj=1001 ",
            R"(
-Command(CloneObjectToAllSessions, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
-   ObjectHandle(0x3e9);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINICloneObjectToAllSessions <rv>12345clks {})",
-         R"(
-Command(CloneObjectToAllSessions, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ObjectHandle(0x3e9);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_CloneAllObjectsToSession) {
     Call("CA_CloneAllObjectsToSession", hSession, slotID);
-    Starts(R"(
-
-10:15:30 <id>:STRTCloneAllObjectsToSession {Sesn=81 Slot=7 })",
+    Starts("Sesn=81 Slot=7 ",
            R"(
-Command(CloneAllObjectsToSession, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
-   SlotID(0x7);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINICloneAllObjectsToSession <rv>12345clks {})",
-         R"(
-Command(CloneAllObjectsToSession, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   SlotID(0x7);)");
+    Ends(kEveryResult);
 }

@@ -27,13 +27,9 @@ TEST_P(VendorRecords, CA_EncodeECPrimeParams) {
 
     Call("CA_EncodeECPrimeParams", pECParams, pulECParamsLen, pPrime, ulPrimeLen, pA, ulALen, pB, ulBLen,
          pSeed, ulSeedLen, pX, ulXLen, pY, ulYLen, pOrder, ulOrderLen, pCofactor, ulCofactorLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECPrimeParams {Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 Ptr=0x12345180 prime len=9 prime="the prime" Ptr=0x12345200 a len=5 a="the a" Ptr=0x12345280 b len=5 b="the b" Ptr=0x12345300 seed len=8 seed="the seed" Ptr=0x12345380 x len=5 x="the x" Ptr=0x12345400 y len=5 y="the y" Ptr=0x12345480 order len=9 order="the order" Ptr=0x12345500 cofactor len=12 cofactor="the cofactor" })",
-           R"(
-Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 Ptr=0x12345180 prime len=9 prime="the prime" Ptr=0x12345200 a len=5 a="the a" Ptr=0x12345280 b len=5 b="the b" Ptr=0x12345300 seed len=8 seed="the seed" Ptr=0x12345380 x len=5 x="the x" Ptr=0x12345400 y len=5 y="the y" Ptr=0x12345480 order len=9 order="the order" Ptr=0x12345500 cofactor len=12 cofactor="the cofactor" )",
+        R"(
    Pointer(0x12345100);
    Pointer(0x12345140);
    ULong(0x3d);
@@ -60,36 +56,22 @@ Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    ByteString(SimpleText"the order");
    Pointer(0x12345500);
    ULong(0xc);
-   ByteString(SimpleText"the cofactor");
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIEncodeECPrimeParams <rv>12345clks {Ptr=0x12345100 Ptr=0x12345140 EC Params len=17 EC Params="returned ecparams" })",
+   ByteString(SimpleText"the cofactor");)");
+    Ends(kSuccessOrTooSmall,
+         R"(Ptr=0x12345100 Ptr=0x12345140 EC Params len=17 EC Params="returned ecparams" )",
          R"(
-Command(EncodeECPrimeParams, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x12345100);
    Pointer(0x12345140);
    ULong(0x11);
-   ByteString(SimpleText"returned ecparams");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIEncodeECPrimeParams <rv>12345clks {})",
-         R"(
-Command(EncodeECPrimeParams, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned ecparams");)");
+    Ends(kOtherErrors);
 
     Call("CA_EncodeECPrimeParams", nullptr, nullptr, nullptr, ulPrimeLen, nullptr, ulALen, nullptr, ulBLen,
          nullptr, ulSeedLen, nullptr, ulXLen, nullptr, ulYLen, nullptr, ulOrderLen, nullptr, ulCofactorLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECPrimeParams {Ptr=0x0 Ptr=0x0 Ptr=0x0 prime len=9 Ptr=0x0 a len=5 Ptr=0x0 b len=5 Ptr=0x0 seed len=8 Ptr=0x0 x len=5 Ptr=0x0 y len=5 Ptr=0x0 order len=9 Ptr=0x0 cofactor len=12 })",
-           R"(
-Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        "Ptr=0x0 Ptr=0x0 Ptr=0x0 prime len=9 Ptr=0x0 a len=5 Ptr=0x0 b len=5 Ptr=0x0 seed len=8 Ptr=0x0 x "
+        "len=5 Ptr=0x0 y len=5 Ptr=0x0 order len=9 Ptr=0x0 cofactor len=12 ",
+        R"(
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
@@ -107,27 +89,17 @@ Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    Pointer(0x0);
    ULong(0x9);
    Pointer(0x0);
-   ULong(0xc);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIEncodeECPrimeParams <rv>12345clks {Ptr=0x0 Ptr=0x0 })",
+   ULong(0xc);)");
+    Ends(kSuccessOrTooSmall, "Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(EncodeECPrimeParams, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_EncodeECPrimeParams", nullptr, pulECParamsLen, pPrime, ulPrimeLen, pA, ulALen, pB, ulBLen, pSeed,
          ulSeedLen, pX, ulXLen, pY, ulYLen, pOrder, ulOrderLen, pCofactor, ulCofactorLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECPrimeParams {Ptr=0x0 Ptr=0x12345140 EC Params len=61 Ptr=0x12345180 prime len=9 prime="the prime" Ptr=0x12345200 a len=5 a="the a" Ptr=0x12345280 b len=5 b="the b" Ptr=0x12345300 seed len=8 seed="the seed" Ptr=0x12345380 x len=5 x="the x" Ptr=0x12345400 y len=5 y="the y" Ptr=0x12345480 order len=9 order="the order" Ptr=0x12345500 cofactor len=12 cofactor="the cofactor" })",
-           R"(
-Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Ptr=0x0 Ptr=0x12345140 EC Params len=61 Ptr=0x12345180 prime len=9 prime="the prime" Ptr=0x12345200 a len=5 a="the a" Ptr=0x12345280 b len=5 b="the b" Ptr=0x12345300 seed len=8 seed="the seed" Ptr=0x12345380 x len=5 x="the x" Ptr=0x12345400 y len=5 y="the y" Ptr=0x12345480 order len=9 order="the order" Ptr=0x12345500 cofactor len=12 cofactor="the cofactor" )",
+        R"(
    Pointer(0x0);
    Pointer(0x12345140);
    ULong(0x3d);
@@ -154,18 +126,12 @@ Command(EncodeECPrimeParams, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    ByteString(SimpleText"the order");
    Pointer(0x12345500);
    ULong(0xc);
-   ByteString(SimpleText"the cofactor");
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIEncodeECPrimeParams <rv>12345clks {Ptr=0x0 Ptr=0x12345140 EC Params len=17 })",
+   ByteString(SimpleText"the cofactor");)");
+    Ends(kTooSmall, "Ptr=0x0 Ptr=0x12345140 EC Params len=17 ",
          R"(
-Command(EncodeECPrimeParams, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x0);
    Pointer(0x12345140);
-   ULong(0x11);
-})");
+   ULong(0x11);)");
 }
 
 TEST_P(VendorRecords, CA_EncodeECChar2Params) {
@@ -197,13 +163,9 @@ TEST_P(VendorRecords, CA_EncodeECChar2Params) {
 
     Call("CA_EncodeECChar2Params", pECParams, pulECParamsLen, ulM, ulK1, ulK2, ulK3, pA, ulALen, pB, ulBLen,
          pSeed, ulSeedLen, pX, ulXLen, pY, ulYLen, pOrder, ulOrderLen, pCofactor, ulCofactorLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECChar2Params {Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 m len=1001 k1 len=1002 k2 len=1003 k3 len=1004 Ptr=0x12345280 a len=5 a="the a" Ptr=0x12345300 b len=5 b="the b" Ptr=0x12345380 seed len=8 seed="the seed" Ptr=0x12345400 x len=5 x="the x" Ptr=0x12345480 y len=5 y="the y" Ptr=0x12345500 order len=9 order="the order" Ptr=0x12345580 cofactor len=12 cofactor="the cofactor" })",
-           R"(
-Command(EncodeECChar2Params, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 m len=1001 k1 len=1002 k2 len=1003 k3 len=1004 Ptr=0x12345280 a len=5 a="the a" Ptr=0x12345300 b len=5 b="the b" Ptr=0x12345380 seed len=8 seed="the seed" Ptr=0x12345400 x len=5 x="the x" Ptr=0x12345480 y len=5 y="the y" Ptr=0x12345500 order len=9 order="the order" Ptr=0x12345580 cofactor len=12 cofactor="the cofactor" )",
+        R"(
    Pointer(0x12345100);
    Pointer(0x12345140);
    ULong(0x3d);
@@ -231,36 +193,22 @@ Command(EncodeECChar2Params, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    ByteString(SimpleText"the order");
    Pointer(0x12345580);
    ULong(0xc);
-   ByteString(SimpleText"the cofactor");
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIEncodeECChar2Params <rv>12345clks {Ptr=0x12345100 Ptr=0x12345140 EC Params len=17 EC Params="returned ecparams" })",
+   ByteString(SimpleText"the cofactor");)");
+    Ends(kSuccessOrTooSmall,
+         R"(Ptr=0x12345100 Ptr=0x12345140 EC Params len=17 EC Params="returned ecparams" )",
          R"(
-Command(EncodeECChar2Params, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x12345100);
    Pointer(0x12345140);
    ULong(0x11);
-   ByteString(SimpleText"returned ecparams");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIEncodeECChar2Params <rv>12345clks {})",
-         R"(
-Command(EncodeECChar2Params, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned ecparams");)");
+    Ends(kOtherErrors);
 
     Call("CA_EncodeECChar2Params", nullptr, nullptr, ulM, ulK1, ulK2, ulK3, nullptr, ulALen, nullptr, ulBLen,
          nullptr, ulSeedLen, nullptr, ulXLen, nullptr, ulYLen, nullptr, ulOrderLen, nullptr, ulCofactorLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECChar2Params {Ptr=0x0 Ptr=0x0 m len=1001 k1 len=1002 k2 len=1003 k3 len=1004 Ptr=0x0 a len=5 Ptr=0x0 b len=5 Ptr=0x0 seed len=8 Ptr=0x0 x len=5 Ptr=0x0 y len=5 Ptr=0x0 order len=9 Ptr=0x0 cofactor len=12 })",
-           R"(
-Command(EncodeECChar2Params, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        "Ptr=0x0 Ptr=0x0 m len=1001 k1 len=1002 k2 len=1003 k3 len=1004 Ptr=0x0 a len=5 Ptr=0x0 b len=5 "
+        "Ptr=0x0 seed len=8 Ptr=0x0 x len=5 Ptr=0x0 y len=5 Ptr=0x0 order len=9 Ptr=0x0 cofactor len=12 ",
+        R"(
    Pointer(0x0);
    Pointer(0x0);
    ULong(0x3e9);
@@ -280,27 +228,17 @@ Command(EncodeECChar2Params, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    Pointer(0x0);
    ULong(0x9);
    Pointer(0x0);
-   ULong(0xc);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIEncodeECChar2Params <rv>12345clks {Ptr=0x0 Ptr=0x0 })",
+   ULong(0xc);)");
+    Ends(kSuccessOrTooSmall, "Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(EncodeECChar2Params, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_EncodeECChar2Params", nullptr, pulECParamsLen, ulM, ulK1, ulK2, ulK3, pA, ulALen, pB, ulBLen,
          pSeed, ulSeedLen, pX, ulXLen, pY, ulYLen, pOrder, ulOrderLen, pCofactor, ulCofactorLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECChar2Params {Ptr=0x0 Ptr=0x12345140 EC Params len=61 m len=1001 k1 len=1002 k2 len=1003 k3 len=1004 Ptr=0x12345280 a len=5 a="the a" Ptr=0x12345300 b len=5 b="the b" Ptr=0x12345380 seed len=8 seed="the seed" Ptr=0x12345400 x len=5 x="the x" Ptr=0x12345480 y len=5 y="the y" Ptr=0x12345500 order len=9 order="the order" Ptr=0x12345580 cofactor len=12 cofactor="the cofactor" })",
-           R"(
-Command(EncodeECChar2Params, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Ptr=0x0 Ptr=0x12345140 EC Params len=61 m len=1001 k1 len=1002 k2 len=1003 k3 len=1004 Ptr=0x12345280 a len=5 a="the a" Ptr=0x12345300 b len=5 b="the b" Ptr=0x12345380 seed len=8 seed="the seed" Ptr=0x12345400 x len=5 x="the x" Ptr=0x12345480 y len=5 y="the y" Ptr=0x12345500 order len=9 order="the order" Ptr=0x12345580 cofactor len=12 cofactor="the cofactor" )",
+        R"(
    Pointer(0x0);
    Pointer(0x12345140);
    ULong(0x3d);
@@ -328,18 +266,12 @@ Command(EncodeECChar2Params, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    ByteString(SimpleText"the order");
    Pointer(0x12345580);
    ULong(0xc);
-   ByteString(SimpleText"the cofactor");
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIEncodeECChar2Params <rv>12345clks {Ptr=0x0 Ptr=0x12345140 EC Params len=17 })",
+   ByteString(SimpleText"the cofactor");)");
+    Ends(kTooSmall, "Ptr=0x0 Ptr=0x12345140 EC Params len=17 ",
          R"(
-Command(EncodeECChar2Params, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x0);
    Pointer(0x12345140);
-   ULong(0x11);
-})");
+   ULong(0x11);)");
 }
 
 TEST_P(VendorRecords, CA_EncodeECParamsFromFile) {
@@ -353,79 +285,42 @@ TEST_P(VendorRecords, CA_EncodeECParamsFromFile) {
     });
 
     Call("CA_EncodeECParamsFromFile", pECParams, pulECParamsLen, pFileName);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECParamsFromFile {Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 params file=(13,"the file name") "the file name" })",
-           R"(
-Command(EncodeECParamsFromFile, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Ptr=0x12345100 Ptr=0x12345140 EC Params len=61 params file=(13,"the file name") "the file name" )",
+        R"(
    Pointer(0x12345100);
    Pointer(0x12345140);
    ULong(0x3d);
-   ByteString(13,"the file name");Value(SimpleText"the file name");
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIEncodeECParamsFromFile <rv>12345clks {Ptr=0x12345100 Ptr=0x12345140 EC Params len=17 EC Params="returned ecparams" })",
+   ByteString(13,"the file name");Value(SimpleText"the file name");)");
+    Ends(kSuccessOrTooSmall,
+         R"(Ptr=0x12345100 Ptr=0x12345140 EC Params len=17 EC Params="returned ecparams" )",
          R"(
-Command(EncodeECParamsFromFile, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x12345100);
    Pointer(0x12345140);
    ULong(0x11);
-   ByteString(SimpleText"returned ecparams");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIEncodeECParamsFromFile <rv>12345clks {})",
-         R"(
-Command(EncodeECParamsFromFile, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned ecparams");)");
+    Ends(kOtherErrors);
 
     Call("CA_EncodeECParamsFromFile", nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECParamsFromFile {Ptr=0x0 Ptr=0x0 })",
+    Starts("Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(EncodeECParamsFromFile, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIEncodeECParamsFromFile <rv>12345clks {Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(EncodeECParamsFromFile, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_EncodeECParamsFromFile", nullptr, pulECParamsLen, pFileName);
-    Starts(R"(
-
-10:15:30 <id>:STRTEncodeECParamsFromFile {Ptr=0x0 Ptr=0x12345140 EC Params len=61 params file=(13,"the file name") "the file name" })",
+    Starts(R"(Ptr=0x0 Ptr=0x12345140 EC Params len=61 params file=(13,"the file name") "the file name" )",
            R"(
-Command(EncodeECParamsFromFile, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    Pointer(0x0);
    Pointer(0x12345140);
    ULong(0x3d);
-   ByteString(13,"the file name");Value(SimpleText"the file name");
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIEncodeECParamsFromFile <rv>12345clks {Ptr=0x0 Ptr=0x12345140 EC Params len=17 })",
+   ByteString(13,"the file name");Value(SimpleText"the file name");)");
+    Ends(kTooSmall, "Ptr=0x0 Ptr=0x12345140 EC Params len=17 ",
          R"(
-Command(EncodeECParamsFromFile, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    Pointer(0x0);
    Pointer(0x12345140);
-   ULong(0x11);
-})");
+   ULong(0x11);)");
 }

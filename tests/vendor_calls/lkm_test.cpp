@@ -18,13 +18,9 @@ TEST_P(VendorRecords, CA_LKMInitiatorChallenge) {
 
     Call("CA_LKMInitiatorChallenge", hSession, hKey, ulOption, hashMechanism, pPeerKey, ulPeerKeyLen,
          pSharedData, ulSharedDataLen, pChallenge, pulChallengeLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMInitiatorChallenge {Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x12345300 Ptr=0x12345340 })",
-           R"(
-Command(LKMInitiatorChallenge, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x12345300 Ptr=0x12345340 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -34,14 +30,11 @@ Command(LKMInitiatorChallenge, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15
    Pointer(0x12345280);
    ByteString(SimpleText"the shared data");
    Pointer(0x12345300);
-   Pointer(0x12345340);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorChallenge <rv>12345clks {Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x12345300 Ptr=0x12345340 "returned challenge" })",
-         R"(
-Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345340);)");
+    Ends(
+        kSuccessOrTooSmall,
+        R"(Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x12345300 Ptr=0x12345340 "returned challenge" )",
+        R"(
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    ULong(0x3ea);
@@ -52,25 +45,13 @@ Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 1
    ByteString(SimpleText"the shared data");
    Pointer(0x12345300);
    Pointer(0x12345340);
-   ByteString(SimpleText"returned challenge");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINILKMInitiatorChallenge <rv>12345clks {})",
-         R"(
-Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned challenge");)");
+    Ends(kOtherErrors);
 
     Call("CA_LKMInitiatorChallenge", hSession, hKey, ulOption, hashMechanism, nullptr, ulPeerKeyLen, nullptr,
          ulSharedDataLen, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMInitiatorChallenge {Sesn=81 1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(LKMInitiatorChallenge, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -78,14 +59,9 @@ Command(LKMInitiatorChallenge, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorChallenge <rv>12345clks {Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    ULong(0x3ea);
@@ -93,18 +69,13 @@ Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 1
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_LKMInitiatorChallenge", hSession, hKey, ulOption, hashMechanism, pPeerKey, ulPeerKeyLen,
          pSharedData, ulSharedDataLen, nullptr, pulChallengeLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMInitiatorChallenge {Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x0 Ptr=0x12345340 })",
-           R"(
-Command(LKMInitiatorChallenge, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x0 Ptr=0x12345340 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -114,14 +85,11 @@ Command(LKMInitiatorChallenge, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15
    Pointer(0x12345280);
    ByteString(SimpleText"the shared data");
    Pointer(0x0);
-   Pointer(0x12345340);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorChallenge <rv>12345clks {Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x0 Ptr=0x12345340 })",
-         R"(
-Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345340);)");
+    Ends(
+        kTooSmall,
+        R"(Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the peer key" Ptr=0x12345280 "the shared data" Ptr=0x0 Ptr=0x12345340 )",
+        R"(
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    ULong(0x3ea);
@@ -131,8 +99,7 @@ Command(LKMInitiatorChallenge, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 1
    Pointer(0x12345280);
    ByteString(SimpleText"the shared data");
    Pointer(0x0);
-   Pointer(0x12345340);
-})");
+   Pointer(0x12345340);)");
 }
 
 TEST_P(VendorRecords, CA_LKMReceiverResponse) {
@@ -153,13 +120,9 @@ TEST_P(VendorRecords, CA_LKMReceiverResponse) {
 
     Call("CA_LKMReceiverResponse", hSession, hKey, ulOption, hashMechanism, pChallenge, ulChallengeLen,
          pSharedData, ulSharedDataLen, pResponse, pulResponseLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMReceiverResponse {Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 15 Ptr=0x12345300 Ptr=0x12345340 })",
-           R"(
-Command(LKMReceiverResponse, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 15 Ptr=0x12345300 Ptr=0x12345340 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -169,14 +132,11 @@ Command(LKMReceiverResponse, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    Pointer(0x12345280);
    ULong(0xf);
    Pointer(0x12345300);
-   Pointer(0x12345340);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverResponse <rv>12345clks {Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 "the shared data" "returned response" })",
-         R"(
-Command(LKMReceiverResponse, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345340);)");
+    Ends(
+        kSuccessOrTooSmall,
+        R"(Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 "the shared data" "returned response" )",
+        R"(
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    ULong(0x3ea);
@@ -185,25 +145,13 @@ Command(LKMReceiverResponse, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
    ByteString(SimpleText"the challenge");
    Pointer(0x12345280);
    ByteString(SimpleText"the shared data");
-   ByteString(SimpleText"returned response");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINILKMReceiverResponse <rv>12345clks {})",
-         R"(
-Command(LKMReceiverResponse, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned response");)");
+    Ends(kOtherErrors);
 
     Call("CA_LKMReceiverResponse", hSession, hKey, ulOption, hashMechanism, nullptr, ulChallengeLen, nullptr,
          ulSharedDataLen, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMReceiverResponse {Sesn=81 1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 15 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 15 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(LKMReceiverResponse, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -212,31 +160,21 @@ Command(LKMReceiverResponse, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    Pointer(0x0);
    ULong(0xf);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverResponse <rv>12345clks {Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(LKMReceiverResponse, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    ULong(0x3ea);
    ULong(0x3eb);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_LKMReceiverResponse", hSession, hKey, ulOption, hashMechanism, pChallenge, ulChallengeLen,
          pSharedData, ulSharedDataLen, nullptr, pulResponseLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMReceiverResponse {Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 15 Ptr=0x0 Ptr=0x12345340 })",
-           R"(
-Command(LKMReceiverResponse, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 15 Ptr=0x0 Ptr=0x12345340 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -246,14 +184,11 @@ Command(LKMReceiverResponse, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    Pointer(0x12345280);
    ULong(0xf);
    Pointer(0x0);
-   Pointer(0x12345340);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverResponse <rv>12345clks {Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 "the shared data" })",
-         R"(
-Command(LKMReceiverResponse, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345340);)");
+    Ends(
+        kTooSmall,
+        R"(Sesn=81 Obj=1001 1002 hashMech=1003 Ptr=0x12345200 "the challenge" Ptr=0x12345280 "the shared data" )",
+        R"(
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    ULong(0x3ea);
@@ -261,8 +196,7 @@ Command(LKMReceiverResponse, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
    Pointer(0x12345200);
    ByteString(SimpleText"the challenge");
    Pointer(0x12345280);
-   ByteString(SimpleText"the shared data");
-})");
+   ByteString(SimpleText"the shared data");)");
 }
 
 TEST_P(VendorRecords, CA_LKMInitiatorComplete) {
@@ -290,13 +224,9 @@ TEST_P(VendorRecords, CA_LKMInitiatorComplete) {
 
     Call("CA_LKMInitiatorComplete", hSession, pResponse, ulResponseLen, pFirstTemplate, ulFirstCount,
          pSecondTemplate, ulSecondCount, pConfirmation, pulConfirmationLen, phFirstKey, phSecondKey);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 })",
-           R"(
-Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the response");
@@ -314,14 +244,11 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    Pointer(0x123452c0);
    Pointer(0x12345300);
    Pointer(0x12345340);
-   Pointer(0x12345380);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 "returned confirmation" Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 })",
-         R"(
-Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345380);)");
+    Ends(
+        kSuccessOrTooSmall,
+        R"(Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 "returned confirmation" Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the response");
@@ -341,25 +268,13 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
    Pointer(0x12345340);
    ObjectHandle(0x7d1);
    Pointer(0x12345380);
-   ObjectHandle(0x7d2);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {})",
-         R"(
-Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ObjectHandle(0x7d2);)");
+    Ends(kOtherErrors);
 
     Call("CA_LKMInitiatorComplete", hSession, nullptr, ulResponseLen, nullptr, ulFirstCount, nullptr,
          ulSecondCount, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
@@ -367,32 +282,22 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_LKMInitiatorComplete", hSession, pResponse, ulResponseLen, pFirstTemplate, ulFirstCount,
          pSecondTemplate, ulSecondCount, nullptr, pulConfirmationLen, phFirstKey, phSecondKey);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMInitiatorComplete {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 })",
-           R"(
-Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x0 Ptr=0x12345300 Ptr=0x12345340 Ptr=0x12345380 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the response");
@@ -410,14 +315,11 @@ Command(LKMInitiatorComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:
    Pointer(0x0);
    Pointer(0x12345300);
    Pointer(0x12345340);
-   Pointer(0x12345380);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINILKMInitiatorComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x0 Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 })",
-         R"(
-Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345380);)");
+    Ends(
+        kTooSmall,
+        R"(Sesn=81 Ptr=0x12345140 "the response" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x0 Ptr=0x12345340 Obj=2001 Ptr=0x12345380 Obj=2002 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the response");
@@ -436,8 +338,7 @@ Command(LKMInitiatorComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
    Pointer(0x12345340);
    ObjectHandle(0x7d1);
    Pointer(0x12345380);
-   ObjectHandle(0x7d2);
-})");
+   ObjectHandle(0x7d2);)");
 }
 
 TEST_P(VendorRecords, CA_LKMReceiverComplete) {
@@ -460,13 +361,9 @@ TEST_P(VendorRecords, CA_LKMReceiverComplete) {
 
     Call("CA_LKMReceiverComplete", hSession, pConfirmation, ulConfirmationLen, pFirstTemplate, ulFirstCount,
          pSecondTemplate, ulSecondCount, phFirstKey, phSecondKey);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMReceiverComplete {Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 Ptr=0x12345300 })",
-           R"(
-Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Ptr=0x123452c0 Ptr=0x12345300 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the confirmation");
@@ -482,14 +379,11 @@ Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:3
       Attribute(CKA_LABEL,Value(SimpleText"second label"));
    };
    Pointer(0x123452c0);
-   Pointer(0x12345300);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Obj=2001 Ptr=0x12345300 Obj=2002 })",
-         R"(
-Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x12345300);)");
+    Ends(
+        kSuccessOrTooSmall,
+        R"(Sesn=81 Ptr=0x12345140 "the confirmation" Ptr=0x123451c0 AttrList={CKA_LABEL="first label" CKA_ID="ID of the first" } Ptr=0x12345240 AttrList={CKA_LABEL="second label" } Obj=2001 Ptr=0x12345300 Obj=2002 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345140);
    ByteString(SimpleText"the confirmation");
@@ -506,42 +400,24 @@ Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
    };
    ObjectHandle(0x7d1);
    Pointer(0x12345300);
-   ObjectHandle(0x7d2);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {})",
-         R"(
-Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ObjectHandle(0x7d2);)");
+    Ends(kOtherErrors);
 
     Call("CA_LKMReceiverComplete", hSession, nullptr, ulConfirmationLen, nullptr, ulFirstCount, nullptr,
          ulSecondCount, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTLKMReceiverComplete {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(LKMReceiverComplete, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINILKMReceiverComplete <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(LKMReceiverComplete, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }

@@ -5,54 +5,26 @@ TEST_P(VendorRecords, CA_GetFPV) {
     Answer([=] { *pulFpv = 2001; });
 
     Call("CA_GetFPV", slotID, pulFpv);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetFPV {Slot=7 Ptr=0x12345140 })",
+    Starts("Slot=7 Ptr=0x12345140 ",
            R"(
-Command(GetFPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   SlotID(0x7);
+   Pointer(0x12345140);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x12345140 2001 ",
+         R"(
    SlotID(0x7);
    Pointer(0x12345140);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetFPV <rv>12345clks {Slot=7 Ptr=0x12345140 2001 })",
-         R"(
-Command(GetFPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SlotID(0x7);
-   Pointer(0x12345140);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetFPV <rv>12345clks {})",
-         R"(
-Command(GetFPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetFPV", slotID, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetFPV {Slot=7 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 ",
            R"(
-Command(GetFPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetFPV <rv>12345clks {Slot=7 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 ",
          R"(
-Command(GetFPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetTPV) {
@@ -60,54 +32,26 @@ TEST_P(VendorRecords, CA_GetTPV) {
     Answer([=] { *pulTpv = 2001; });
 
     Call("CA_GetTPV", slotID, pulTpv);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTPV {Slot=7 Ptr=0x12345140 })",
+    Starts("Slot=7 Ptr=0x12345140 ",
            R"(
-Command(GetTPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   SlotID(0x7);
+   Pointer(0x12345140);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x12345140 2001 ",
+         R"(
    SlotID(0x7);
    Pointer(0x12345140);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetTPV <rv>12345clks {Slot=7 Ptr=0x12345140 2001 })",
-         R"(
-Command(GetTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SlotID(0x7);
-   Pointer(0x12345140);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetTPV <rv>12345clks {})",
-         R"(
-Command(GetTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetTPV", slotID, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTPV {Slot=7 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 ",
            R"(
-Command(GetTPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetTPV <rv>12345clks {Slot=7 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 ",
          R"(
-Command(GetTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetExtendedTPV) {
@@ -119,59 +63,31 @@ TEST_P(VendorRecords, CA_GetExtendedTPV) {
     });
 
     Call("CA_GetExtendedTPV", slotID, pulTpv, pulTpvExtension);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetExtendedTPV {Slot=7 Ptr=0x12345140 Ptr=0x12345180 })",
+    Starts("Slot=7 Ptr=0x12345140 Ptr=0x12345180 ",
            R"(
-Command(GetExtendedTPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x12345140);
-   Pointer(0x12345180);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetExtendedTPV <rv>12345clks {Slot=7 Ptr=0x12345140 2001 Ptr=0x12345180 2002 })",
+   Pointer(0x12345180);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x12345140 2001 Ptr=0x12345180 2002 ",
          R"(
-Command(GetExtendedTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x12345140);
    ULong(0x7d1);
    Pointer(0x12345180);
-   ULong(0x7d2);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetExtendedTPV <rv>12345clks {})",
-         R"(
-Command(GetExtendedTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d2);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetExtendedTPV", slotID, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetExtendedTPV {Slot=7 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetExtendedTPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetExtendedTPV <rv>12345clks {Slot=7 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetExtendedTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetConfigurationElementDescription) {
@@ -191,13 +107,8 @@ TEST_P(VendorRecords, CA_GetConfigurationElementDescription) {
 
     Call("CA_GetConfigurationElementDescription", slotID, ulContainer, ulCapability, ulElementId,
          pulBitLength, pulDestructive, pulRestricted, pDescription);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetConfigurationElementDescription {Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x12345200 Ptr=0x12345240 Ptr=0x12345280 Ptr=0x123452c0 })",
+    Starts("Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x12345200 Ptr=0x12345240 Ptr=0x12345280 Ptr=0x123452c0 ",
            R"(
-Command(GetConfigurationElementDescription, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -205,14 +116,11 @@ Command(GetConfigurationElementDescription, None, Start) PID:  <pid>  Time:  Sun
    Pointer(0x12345200);
    Pointer(0x12345240);
    Pointer(0x12345280);
-   Pointer(0x123452c0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetConfigurationElementDescription <rv>12345clks {Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x12345200 Ptr=0x12345240 Ptr=0x12345280 Ptr=0x123452c0 bitLen=2001 dest=2002 rest=2003 "returned description" })",
-         R"(
-Command(GetConfigurationElementDescription, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   Pointer(0x123452c0);)");
+    Ends(
+        kSuccessOrTooSmall,
+        R"(Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x12345200 Ptr=0x12345240 Ptr=0x12345280 Ptr=0x123452c0 bitLen=2001 dest=2002 rest=2003 "returned description" )",
+        R"(
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -224,25 +132,13 @@ Command(GetConfigurationElementDescription, None, End, <rv>) PID:  <pid>  Time: 
    ULong(0x7d1);
    ULong(0x7d2);
    ULong(0x7d3);
-   ByteString(SimpleText"returned description");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetConfigurationElementDescription <rv>12345clks {})",
-         R"(
-Command(GetConfigurationElementDescription, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned description");)");
+    Ends(kOtherErrors);
 
     Call("CA_GetConfigurationElementDescription", slotID, ulContainer, ulCapability, ulElementId, nullptr,
          nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetConfigurationElementDescription {Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetConfigurationElementDescription, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -250,14 +146,9 @@ Command(GetConfigurationElementDescription, None, Start) PID:  <pid>  Time:  Sun
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetConfigurationElementDescription <rv>12345clks {Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 cnt=1001 cap=1002 id=1003 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetConfigurationElementDescription, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
@@ -265,8 +156,7 @@ Command(GetConfigurationElementDescription, None, End, <rv>) PID:  <pid>  Time: 
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetHSMCapabilitySet) {
@@ -286,27 +176,19 @@ TEST_P(VendorRecords, CA_GetHSMCapabilitySet) {
     });
 
     Call("CA_GetHSMCapabilitySet", slotID, pulIds, pulIdCount, pulValues, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMCapabilitySet {Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetHSMCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x12345140);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x123451c0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySet <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 })",
-         R"(
-Command(GetHSMCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   ULong(0x7);)");
+    Ends(
+        kSuccessOrTooSmall,
+        "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 ",
+        R"(
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
@@ -316,69 +198,40 @@ Command(GetHSMCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:
    ULong(0x7db);
    ULong(0x7d2);
    ULong(0x7dc);
-   ULong(0x7dd);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySet <rv>12345clks {})",
-         R"(
-Command(GetHSMCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetHSMCapabilitySet", slotID, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMCapabilitySet {Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetHSMCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySet <rv>12345clks {Slot=7 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetHSMCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_GetHSMCapabilitySet", slotID, nullptr, pulIdCount, nullptr, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMCapabilitySet {Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetHSMCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySet <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 })",
+   ULong(0x7);)");
+    Ends(kTooSmall, "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 ",
          R"(
-Command(GetHSMCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
    Pointer(0x12345200);
-   ULong(0x3);
-})");
+   ULong(0x3);)");
 }
 
 TEST_P(VendorRecords, CA_GetHSMCapabilitySetting) {
@@ -387,58 +240,30 @@ TEST_P(VendorRecords, CA_GetHSMCapabilitySetting) {
     Answer([=] { *pulValue = 2001; });
 
     Call("CA_GetHSMCapabilitySetting", slotID, ulId, pulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMCapabilitySetting {Slot=7 id=1001 Ptr=0x12345180 })",
+    Starts("Slot=7 id=1001 Ptr=0x12345180 ",
            R"(
-Command(GetHSMCapabilitySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345180);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 id=1001 Ptr=0x12345180 val=2001 ",
+         R"(
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x12345180);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySetting <rv>12345clks {Slot=7 id=1001 Ptr=0x12345180 val=2001 })",
-         R"(
-Command(GetHSMCapabilitySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SlotID(0x7);
-   ULong(0x3e9);
-   Pointer(0x12345180);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySetting <rv>12345clks {})",
-         R"(
-Command(GetHSMCapabilitySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetHSMCapabilitySetting", slotID, ulId, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMCapabilitySetting {Slot=7 id=1001 Ptr=0x0 })",
+    Starts("Slot=7 id=1001 Ptr=0x0 ",
            R"(
-Command(GetHSMCapabilitySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMCapabilitySetting <rv>12345clks {Slot=7 id=1001 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 id=1001 Ptr=0x0 ",
          R"(
-Command(GetHSMCapabilitySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetHSMPolicySet) {
@@ -458,27 +283,19 @@ TEST_P(VendorRecords, CA_GetHSMPolicySet) {
     });
 
     Call("CA_GetHSMPolicySet", slotID, pulIds, pulIdCount, pulValues, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMPolicySet {Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetHSMPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x12345140);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x123451c0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMPolicySet <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 })",
-         R"(
-Command(GetHSMPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   ULong(0x7);)");
+    Ends(
+        kSuccessOrTooSmall,
+        "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 ",
+        R"(
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
@@ -488,69 +305,40 @@ Command(GetHSMPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    ULong(0x7db);
    ULong(0x7d2);
    ULong(0x7dc);
-   ULong(0x7dd);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetHSMPolicySet <rv>12345clks {})",
-         R"(
-Command(GetHSMPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetHSMPolicySet", slotID, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMPolicySet {Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetHSMPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMPolicySet <rv>12345clks {Slot=7 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetHSMPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_GetHSMPolicySet", slotID, nullptr, pulIdCount, nullptr, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMPolicySet {Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetHSMPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGetHSMPolicySet <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 })",
+   ULong(0x7);)");
+    Ends(kTooSmall, "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 ",
          R"(
-Command(GetHSMPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
    Pointer(0x12345200);
-   ULong(0x3);
-})");
+   ULong(0x3);)");
 }
 
 TEST_P(VendorRecords, CA_GetHSMPolicySetting) {
@@ -559,58 +347,30 @@ TEST_P(VendorRecords, CA_GetHSMPolicySetting) {
     Answer([=] { *pulValue = 2001; });
 
     Call("CA_GetHSMPolicySetting", slotID, ulId, pulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMPolicySetting {Slot=7 id=1001 Ptr=0x12345180 })",
+    Starts("Slot=7 id=1001 Ptr=0x12345180 ",
            R"(
-Command(GetHSMPolicySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   SlotID(0x7);
+   ULong(0x3e9);
+   Pointer(0x12345180);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 id=1001 Ptr=0x12345180 val=2001 ",
+         R"(
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x12345180);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMPolicySetting <rv>12345clks {Slot=7 id=1001 Ptr=0x12345180 val=2001 })",
-         R"(
-Command(GetHSMPolicySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SlotID(0x7);
-   ULong(0x3e9);
-   Pointer(0x12345180);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetHSMPolicySetting <rv>12345clks {})",
-         R"(
-Command(GetHSMPolicySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetHSMPolicySetting", slotID, ulId, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetHSMPolicySetting {Slot=7 id=1001 Ptr=0x0 })",
+    Starts("Slot=7 id=1001 Ptr=0x0 ",
            R"(
-Command(GetHSMPolicySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetHSMPolicySetting <rv>12345clks {Slot=7 id=1001 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 id=1001 Ptr=0x0 ",
          R"(
-Command(GetHSMPolicySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetContainerCapabilitySet) {
@@ -632,13 +392,8 @@ TEST_P(VendorRecords, CA_GetContainerCapabilitySet) {
 
     Call("CA_GetContainerCapabilitySet", slotID, ulContainerNumber, pulIds, pulIdCount, pulValues,
          pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerCapabilitySet {Slot=7 part=1001 Ptr=0x12345180 Ptr=0x123451c0 idSize=6 Ptr=0x12345200 Ptr=0x12345240 valSize=7 })",
+    Starts("Slot=7 part=1001 Ptr=0x12345180 Ptr=0x123451c0 idSize=6 Ptr=0x12345200 Ptr=0x12345240 valSize=7 ",
            R"(
-Command(GetContainerCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x12345180);
@@ -646,14 +401,11 @@ Command(GetContainerCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 1
    ULong(0x6);
    Pointer(0x12345200);
    Pointer(0x12345240);
-   ULong(0x7);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySet <rv>12345clks {Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 })",
+   ULong(0x7);)");
+    Ends(kSuccessOrTooSmall,
+         "Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 id=2001 val=2011 id=2002 "
+         "val=2012 val=2013 ",
          R"(
-Command(GetContainerCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x123451c0);
@@ -664,52 +416,29 @@ Command(GetContainerCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 
    ULong(0x7db);
    ULong(0x7d2);
    ULong(0x7dc);
-   ULong(0x7dd);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySet <rv>12345clks {})",
-         R"(
-Command(GetContainerCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetContainerCapabilitySet", slotID, ulContainerNumber, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerCapabilitySet {Slot=7 part=1001 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 part=1001 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetContainerCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySet <rv>12345clks {Slot=7 part=1001 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 part=1001 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetContainerCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_GetContainerCapabilitySet", slotID, ulContainerNumber, nullptr, pulIdCount, nullptr,
          pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerCapabilitySet {Slot=7 part=1001 Ptr=0x0 Ptr=0x123451c0 idSize=6 Ptr=0x0 Ptr=0x12345240 valSize=7 })",
+    Starts("Slot=7 part=1001 Ptr=0x0 Ptr=0x123451c0 idSize=6 Ptr=0x0 Ptr=0x12345240 valSize=7 ",
            R"(
-Command(GetContainerCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x0);
@@ -717,21 +446,15 @@ Command(GetContainerCapabilitySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 1
    ULong(0x6);
    Pointer(0x0);
    Pointer(0x12345240);
-   ULong(0x7);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySet <rv>12345clks {Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 })",
+   ULong(0x7);)");
+    Ends(kTooSmall, "Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 ",
          R"(
-Command(GetContainerCapabilitySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x123451c0);
    ULong(0x2);
    Pointer(0x12345240);
-   ULong(0x3);
-})");
+   ULong(0x3);)");
 }
 
 TEST_P(VendorRecords, CA_GetContainerCapabilitySetting) {
@@ -741,62 +464,34 @@ TEST_P(VendorRecords, CA_GetContainerCapabilitySetting) {
     Answer([=] { *pulValue = 2001; });
 
     Call("CA_GetContainerCapabilitySetting", slotID, ulContainerNumber, ulId, pulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerCapabilitySetting {Slot=7 part=1001 id=1002 Ptr=0x123451c0 })",
+    Starts("Slot=7 part=1001 id=1002 Ptr=0x123451c0 ",
            R"(
-Command(GetContainerCapabilitySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   Pointer(0x123451c0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 part=1001 id=1002 Ptr=0x123451c0 val=2001 ",
+         R"(
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
    Pointer(0x123451c0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySetting <rv>12345clks {Slot=7 part=1001 id=1002 Ptr=0x123451c0 val=2001 })",
-         R"(
-Command(GetContainerCapabilitySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SlotID(0x7);
-   ULong(0x3e9);
-   ULong(0x3ea);
-   Pointer(0x123451c0);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySetting <rv>12345clks {})",
-         R"(
-Command(GetContainerCapabilitySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetContainerCapabilitySetting", slotID, ulContainerNumber, ulId, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerCapabilitySetting {Slot=7 part=1001 id=1002 Ptr=0x0 })",
+    Starts("Slot=7 part=1001 id=1002 Ptr=0x0 ",
            R"(
-Command(GetContainerCapabilitySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerCapabilitySetting <rv>12345clks {Slot=7 part=1001 id=1002 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 part=1001 id=1002 Ptr=0x0 ",
          R"(
-Command(GetContainerCapabilitySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_GetContainerPolicySet) {
@@ -817,13 +512,8 @@ TEST_P(VendorRecords, CA_GetContainerPolicySet) {
     });
 
     Call("CA_GetContainerPolicySet", slotID, ulContainerNumber, pulIds, pulIdCount, pulValues, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerPolicySet {Slot=7 part=1001 Ptr=0x12345180 Ptr=0x123451c0 idSize=6 Ptr=0x12345200 Ptr=0x12345240 valSize=7 })",
+    Starts("Slot=7 part=1001 Ptr=0x12345180 Ptr=0x123451c0 idSize=6 Ptr=0x12345200 Ptr=0x12345240 valSize=7 ",
            R"(
-Command(GetContainerPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x12345180);
@@ -831,14 +521,11 @@ Command(GetContainerPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15
    ULong(0x6);
    Pointer(0x12345200);
    Pointer(0x12345240);
-   ULong(0x7);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerPolicySet <rv>12345clks {Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 })",
+   ULong(0x7);)");
+    Ends(kSuccessOrTooSmall,
+         "Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 id=2001 val=2011 id=2002 "
+         "val=2012 val=2013 ",
          R"(
-Command(GetContainerPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x123451c0);
@@ -849,51 +536,28 @@ Command(GetContainerPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 1
    ULong(0x7db);
    ULong(0x7d2);
    ULong(0x7dc);
-   ULong(0x7dd);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetContainerPolicySet <rv>12345clks {})",
-         R"(
-Command(GetContainerPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetContainerPolicySet", slotID, ulContainerNumber, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerPolicySet {Slot=7 part=1001 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 part=1001 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetContainerPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerPolicySet <rv>12345clks {Slot=7 part=1001 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 part=1001 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetContainerPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_GetContainerPolicySet", slotID, ulContainerNumber, nullptr, pulIdCount, nullptr, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerPolicySet {Slot=7 part=1001 Ptr=0x0 Ptr=0x123451c0 idSize=6 Ptr=0x0 Ptr=0x12345240 valSize=7 })",
+    Starts("Slot=7 part=1001 Ptr=0x0 Ptr=0x123451c0 idSize=6 Ptr=0x0 Ptr=0x12345240 valSize=7 ",
            R"(
-Command(GetContainerPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x0);
@@ -901,21 +565,15 @@ Command(GetContainerPolicySet, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15
    ULong(0x6);
    Pointer(0x0);
    Pointer(0x12345240);
-   ULong(0x7);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGetContainerPolicySet <rv>12345clks {Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 })",
+   ULong(0x7);)");
+    Ends(kTooSmall, "Slot=7 part=1001 Ptr=0x123451c0 idSize=2 Ptr=0x12345240 valSize=3 ",
          R"(
-Command(GetContainerPolicySet, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    Pointer(0x123451c0);
    ULong(0x2);
    Pointer(0x12345240);
-   ULong(0x3);
-})");
+   ULong(0x3);)");
 }
 
 TEST_P(VendorRecords, CA_GetContainerPolicySetting) {
@@ -925,85 +583,45 @@ TEST_P(VendorRecords, CA_GetContainerPolicySetting) {
     Answer([=] { *pulValue = 2001; });
 
     Call("CA_GetContainerPolicySetting", slotID, ulContainerNumber, ulId, pulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerPolicySetting {Slot=7 part=1001 id=1002 Ptr=0x123451c0 })",
+    Starts("Slot=7 part=1001 id=1002 Ptr=0x123451c0 ",
            R"(
-Command(GetContainerPolicySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+   SlotID(0x7);
+   ULong(0x3e9);
+   ULong(0x3ea);
+   Pointer(0x123451c0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 part=1001 id=1002 Ptr=0x123451c0 val=2001 ",
+         R"(
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
    Pointer(0x123451c0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerPolicySetting <rv>12345clks {Slot=7 part=1001 id=1002 Ptr=0x123451c0 val=2001 })",
-         R"(
-Command(GetContainerPolicySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-   SlotID(0x7);
-   ULong(0x3e9);
-   ULong(0x3ea);
-   Pointer(0x123451c0);
-   ULong(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetContainerPolicySetting <rv>12345clks {})",
-         R"(
-Command(GetContainerPolicySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetContainerPolicySetting", slotID, ulContainerNumber, ulId, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetContainerPolicySetting {Slot=7 part=1001 id=1002 Ptr=0x0 })",
+    Starts("Slot=7 part=1001 id=1002 Ptr=0x0 ",
            R"(
-Command(GetContainerPolicySetting, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetContainerPolicySetting <rv>12345clks {Slot=7 part=1001 id=1002 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 part=1001 id=1002 Ptr=0x0 ",
          R"(
-Command(GetContainerPolicySetting, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    ULong(0x3e9);
    ULong(0x3ea);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_SetTPV) {
     const CK_ULONG ulTpv = 1001;
 
     Call("CA_SetTPV", hSession, ulTpv);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetTPV {Sesn=81 1001 })",
+    Starts("Sesn=81 1001 ",
            R"(
-Command(SetTPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
-   ULong(0x3e9);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetTPV <rv>12345clks {})",
-         R"(
-Command(SetTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x3e9);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_SetExtendedTPV) {
@@ -1011,24 +629,12 @@ TEST_P(VendorRecords, CA_SetExtendedTPV) {
     const CK_ULONG ulTpvExtension = 1002;
 
     Call("CA_SetExtendedTPV", hSession, ulTpv, ulTpvExtension);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetExtendedTPV {Sesn=81 1001 1002 })",
+    Starts("Sesn=81 1001 1002 ",
            R"(
-Command(SetExtendedTPV, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
-   ULong(0x3ea);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetExtendedTPV <rv>12345clks {})",
-         R"(
-Command(SetExtendedTPV, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x3ea);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_SetHSMPolicy) {
@@ -1036,25 +642,13 @@ TEST_P(VendorRecords, CA_SetHSMPolicy) {
     const CK_ULONG ulValue = 1002;
 
     Call("CA_SetHSMPolicy", hSession, ulId, ulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetHSMPolicy {Sesn=81 cnt=1 id=1001 val=1002 })",
+    Starts("Sesn=81 cnt=1 id=1001 val=1002 ",
            R"(
-Command(SetHSMPolicy, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3e9);
-   ULong(0x3ea);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetHSMPolicy <rv>12345clks {})",
-         R"(
-Command(SetHSMPolicy, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x3ea);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_SetHSMPolicies) {
@@ -1065,46 +659,22 @@ TEST_P(VendorRecords, CA_SetHSMPolicies) {
     PutAll(pulValues, {2011, 2012, 2013});
 
     Call("CA_SetHSMPolicies", hSession, ulCount, pulIds, pulValues);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetHSMPolicies {Sesn=81 cnt=2 id=2001 val=2011 id=2002 val=2012 })",
+    Starts("Sesn=81 cnt=2 id=2001 val=2011 id=2002 val=2012 ",
            R"(
-Command(SetHSMPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x2);
    ULong(0x7d1);
    ULong(0x7db);
    ULong(0x7d2);
-   ULong(0x7dc);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetHSMPolicies <rv>12345clks {})",
-         R"(
-Command(SetHSMPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dc);)");
+    Ends(kEveryResult);
 
     Call("CA_SetHSMPolicies", hSession, ulCount, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetHSMPolicies {Sesn=81 cnt=2 })",
+    Starts("Sesn=81 cnt=2 ",
            R"(
-Command(SetHSMPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
-   ULong(0x2);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetHSMPolicies <rv>12345clks {})",
-         R"(
-Command(SetHSMPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x2);)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_SetDestructiveHSMPolicy) {
@@ -1112,25 +682,13 @@ TEST_P(VendorRecords, CA_SetDestructiveHSMPolicy) {
     const CK_ULONG ulValue = 1002;
 
     Call("CA_SetDestructiveHSMPolicy", hSession, ulId, ulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetDestructiveHSMPolicy {Sesn=81 cnt=1 id=1001 val=1002 })",
+    Starts("Sesn=81 cnt=1 id=1001 val=1002 ",
            R"(
-Command(SetDestructiveHSMPolicy, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3e9);
-   ULong(0x3ea);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetDestructiveHSMPolicy <rv>12345clks {})",
-         R"(
-Command(SetDestructiveHSMPolicy, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x3ea);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_SetDestructiveHSMPolicies) {
@@ -1141,46 +699,22 @@ TEST_P(VendorRecords, CA_SetDestructiveHSMPolicies) {
     PutAll(pulValues, {2011, 2012, 2013});
 
     Call("CA_SetDestructiveHSMPolicies", hSession, ulCount, pulIds, pulValues);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetDestructiveHSMPolicies {Sesn=81 cnt=2 id=2001 val=2011 id=2002 val=2012 })",
+    Starts("Sesn=81 cnt=2 id=2001 val=2011 id=2002 val=2012 ",
            R"(
-Command(SetDestructiveHSMPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x2);
    ULong(0x7d1);
    ULong(0x7db);
    ULong(0x7d2);
-   ULong(0x7dc);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetDestructiveHSMPolicies <rv>12345clks {})",
-         R"(
-Command(SetDestructiveHSMPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dc);)");
+    Ends(kEveryResult);
 
     Call("CA_SetDestructiveHSMPolicies", hSession, ulCount, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetDestructiveHSMPolicies {Sesn=81 cnt=2 })",
+    Starts("Sesn=81 cnt=2 ",
            R"(
-Command(SetDestructiveHSMPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
-   ULong(0x2);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetDestructiveHSMPolicies <rv>12345clks {})",
-         R"(
-Command(SetDestructiveHSMPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x2);)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_SetContainerPolicy) {
@@ -1189,26 +723,14 @@ TEST_P(VendorRecords, CA_SetContainerPolicy) {
     const CK_ULONG ulValue = 1003;
 
     Call("CA_SetContainerPolicy", hSession, ulContainerNumber, ulId, ulValue);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetContainerPolicy {Sesn=81 part=1001 cnt=1 id=1002 val=1003 })",
+    Starts("Sesn=81 part=1001 cnt=1 id=1002 val=1003 ",
            R"(
-Command(SetContainerPolicy, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x1);
    ULong(0x3ea);
-   ULong(0x3eb);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetContainerPolicy <rv>12345clks {})",
-         R"(
-Command(SetContainerPolicy, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x3eb);)");
+    Ends(kEveryResult);
 }
 
 TEST_P(VendorRecords, CA_SetContainerPolicies) {
@@ -1220,48 +742,24 @@ TEST_P(VendorRecords, CA_SetContainerPolicies) {
     PutAll(pulValues, {2011, 2012, 2013});
 
     Call("CA_SetContainerPolicies", hSession, ulContainerNumber, ulCount, pulIds, pulValues);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetContainerPolicies {Sesn=81 part=1001 cnt=2 id=2001 val=2011 id=2002 val=2012 })",
+    Starts("Sesn=81 part=1001 cnt=2 id=2001 val=2011 id=2002 val=2012 ",
            R"(
-Command(SetContainerPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
    ULong(0x2);
    ULong(0x7d1);
    ULong(0x7db);
    ULong(0x7d2);
-   ULong(0x7dc);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetContainerPolicies <rv>12345clks {})",
-         R"(
-Command(SetContainerPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dc);)");
+    Ends(kEveryResult);
 
     Call("CA_SetContainerPolicies", hSession, ulContainerNumber, ulCount, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetContainerPolicies {Sesn=81 part=1001 cnt=2 })",
+    Starts("Sesn=81 part=1001 cnt=2 ",
            R"(
-Command(SetContainerPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x3e9);
-   ULong(0x2);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetContainerPolicies <rv>12345clks {})",
-         R"(
-Command(SetContainerPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x2);)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_GetTokenCapabilities) {
@@ -1281,27 +779,19 @@ TEST_P(VendorRecords, CA_GetTokenCapabilities) {
     });
 
     Call("CA_GetTokenCapabilities", slotID, pulIds, pulIdCount, pulValues, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTokenCapabilities {Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetTokenCapabilities, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x12345140);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x123451c0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetTokenCapabilities <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 })",
-         R"(
-Command(GetTokenCapabilities, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   ULong(0x7);)");
+    Ends(
+        kSuccessOrTooSmall,
+        "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 ",
+        R"(
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
@@ -1311,69 +801,40 @@ Command(GetTokenCapabilities, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10
    ULong(0x7db);
    ULong(0x7d2);
    ULong(0x7dc);
-   ULong(0x7dd);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetTokenCapabilities <rv>12345clks {})",
-         R"(
-Command(GetTokenCapabilities, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetTokenCapabilities", slotID, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTokenCapabilities {Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetTokenCapabilities, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetTokenCapabilities <rv>12345clks {Slot=7 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetTokenCapabilities, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_GetTokenCapabilities", slotID, nullptr, pulIdCount, nullptr, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTokenCapabilities {Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetTokenCapabilities, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGetTokenCapabilities <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 })",
+   ULong(0x7);)");
+    Ends(kTooSmall, "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 ",
          R"(
-Command(GetTokenCapabilities, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
    Pointer(0x12345200);
-   ULong(0x3);
-})");
+   ULong(0x3);)");
 }
 
 TEST_P(VendorRecords, CA_SetTokenPolicies) {
@@ -1384,13 +845,8 @@ TEST_P(VendorRecords, CA_SetTokenPolicies) {
     PutAll(pulValues, {2011, 2012, 2013});
 
     Call("CA_SetTokenPolicies", hSession, slotID, ulCount, pulIds, pulValues);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetTokenPolicies {Sesn=81 Slot=7 cnt=3 id=2001 val=2011 id=2002 val=2012 id=2003 val=2013 })",
+    Starts("Sesn=81 Slot=7 cnt=3 id=2001 val=2011 id=2002 val=2012 id=2003 val=2013 ",
            R"(
-Command(SetTokenPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    SlotID(0x7);
    ULong(0x3);
@@ -1399,35 +855,16 @@ Command(SetTokenPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
    ULong(0x7d2);
    ULong(0x7dc);
    ULong(0x7d3);
-   ULong(0x7dd);
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINISetTokenPolicies <rv>12345clks {})",
-         R"(
-Command(SetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kEveryResult);
 
     Call("CA_SetTokenPolicies", hSession, slotID, ulCount, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSetTokenPolicies {Sesn=81 Slot=7 cnt=3 })",
+    Starts("Sesn=81 Slot=7 cnt=3 ",
            R"(
-Command(SetTokenPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    SlotID(0x7);
-   ULong(0x3);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISetTokenPolicies <rv>12345clks {})",
-         R"(
-Command(SetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x3);)");
+    Ends(kSuccess);
 }
 
 TEST_P(VendorRecords, CA_GetTokenPolicies) {
@@ -1447,27 +884,19 @@ TEST_P(VendorRecords, CA_GetTokenPolicies) {
     });
 
     Call("CA_GetTokenPolicies", slotID, pulIds, pulIdCount, pulValues, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTokenPolicies {Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=6 Ptr=0x123451c0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetTokenPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x12345140);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x123451c0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetTokenPolicies <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 })",
-         R"(
-Command(GetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
+   ULong(0x7);)");
+    Ends(
+        kSuccessOrTooSmall,
+        "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 id=2001 val=2011 id=2002 val=2012 val=2013 ",
+        R"(
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
@@ -1477,67 +906,38 @@ Command(GetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
    ULong(0x7db);
    ULong(0x7d2);
    ULong(0x7dc);
-   ULong(0x7dd);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIGetTokenPolicies <rv>12345clks {})",
-         R"(
-Command(GetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ULong(0x7dd);)");
+    Ends(kOtherErrors);
 
     Call("CA_GetTokenPolicies", slotID, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTokenPolicies {Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(GetTokenPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIGetTokenPolicies <rv>12345clks {Slot=7 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(GetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_GetTokenPolicies", slotID, nullptr, pulIdCount, nullptr, pulValueCount);
-    Starts(R"(
-
-10:15:30 <id>:STRTGetTokenPolicies {Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 })",
+    Starts("Slot=7 Ptr=0x0 Ptr=0x12345180 idSize=6 Ptr=0x0 Ptr=0x12345200 valSize=7 ",
            R"(
-Command(GetTokenPolicies, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SlotID(0x7);
    Pointer(0x0);
    Pointer(0x12345180);
    ULong(0x6);
    Pointer(0x0);
    Pointer(0x12345200);
-   ULong(0x7);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIGetTokenPolicies <rv>12345clks {Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 })",
+   ULong(0x7);)");
+    Ends(kTooSmall, "Slot=7 Ptr=0x12345180 idSize=2 Ptr=0x12345200 valSize=3 ",
          R"(
-Command(GetTokenPolicies, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SlotID(0x7);
    Pointer(0x12345180);
    ULong(0x2);
    Pointer(0x12345200);
-   ULong(0x3);
-})");
+   ULong(0x3);)");
 }

@@ -31,95 +31,62 @@ protected:
         const CK_ULONG ulM = 2;
         Call("CA_SIMExtract", hSession, 0, nullptr, ulAuthForm, ulSecretCount, ulM, secretLens, secrets,
              CK_TRUE, nullptr, nullptr);
-        Starts(ReplaceAll(R"(
-
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x0 <authorisation> delete=true Ptr=0x0 Ptr=0x0 })",
-                          "<authorisation>", shown.inNewFormat),
+        Starts(ReplaceAll("Sesn=81 Ptr=0x0 <authorisation> delete=true Ptr=0x0 Ptr=0x0 ", "<authorisation>",
+                          shown.inNewFormat),
                ReplaceAll(R"(
-Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
 <authorisation>
    ByteBooleantrue;
    Pointer(0x0);
-   Pointer(0x0);
-})",
+   Pointer(0x0);)",
                           "<authorisation>", shown.inOldFormat));
-        Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMExtract <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+        Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
              R"(
-Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
     }
 
     void Insertion(CK_ULONG ulAuthForm, const Authorisation& shown) {
         SCOPED_TRACE(ulAuthForm);
         Call("CA_SIMInsert", hSession, ulAuthForm, ulSecretCount, secretLens, secrets, 0, nullptr, nullptr,
              nullptr);
-        Starts(ReplaceAll(R"(
-
-10:15:30 <id>:STRTSIMInsert {Sesn=81 <authorisation> Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
-                          "<authorisation>", shown.inNewFormat),
+        Starts(ReplaceAll("Sesn=81 <authorisation> Ptr=0x0 Ptr=0x0 Ptr=0x0 ", "<authorisation>",
+                          shown.inNewFormat),
                ReplaceAll(R"(
-Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
 <authorisation>
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})",
+   Pointer(0x0);)",
                           "<authorisation>", shown.inOldFormat));
-        Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+        Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
              R"(
-Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
     }
 
     void Signing(CK_ULONG ulAuthForm, const Authorisation& shown) {
         SCOPED_TRACE(ulAuthForm);
         Call("CA_SIMMultiSign", hSession, ulAuthForm, ulSecretCount, secretLens, secrets, 0, nullptr, 0,
              nullptr, nullptr, nullptr, nullptr);
-        Starts(ReplaceAll(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 <authorisation> Ptr=0x0 inputCnt=0 Ptr=0x0 Ptr=0x0 })",
-                          "<authorisation>", shown.inNewFormat),
+        Starts(ReplaceAll("Sesn=81 <authorisation> Ptr=0x0 inputCnt=0 Ptr=0x0 Ptr=0x0 ", "<authorisation>",
+                          shown.inNewFormat),
                ReplaceAll(R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
 <authorisation>
    Pointer(0x0);
    ULong(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})",
+   Pointer(0x0);)",
                           "<authorisation>", shown.inOldFormat));
-        Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+        Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
              R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
     }
 };
 
@@ -296,13 +263,9 @@ TEST_P(SimRecords, NoSecretWhenTheFirstHasNoAddress) {
 TEST_P(SimRecords, EveryInputIsShown) {
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x0 Ptr=0x0 })",
-           R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x0 Ptr=0x0 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
@@ -311,30 +274,19 @@ Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"the second input");
    ByteString(SimpleText"third");
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(SimRecords, InputsEndAtTheirCount) {
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 2, inputLens, inputs, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=2 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 })",
+    Starts(R"(Sesn=81 authForm=0 Ptr=0x0 inputCnt=2 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 )",
            R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
@@ -342,62 +294,40 @@ Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"first input");
    ByteString(SimpleText"the second input");
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(SimRecords, InputsEndAtTheFirstWithoutALength) {
     inputLens[1] = 0;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" Ptr=0x0 Ptr=0x0 })",
+    Starts(R"(Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" Ptr=0x0 Ptr=0x0 )",
            R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
    ULong(0x3);
    ByteString(SimpleText"first input");
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(SimRecords, InputsEndAtTheFirstWithoutAnAddress) {
     inputs[2] = nullptr;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 })",
+    Starts(R"(Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 )",
            R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
@@ -405,78 +335,50 @@ Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"first input");
    ByteString(SimpleText"the second input");
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(SimRecords, NoInputWhenTheFirstHasNoLength) {
     inputLens[0] = 0;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
    ULong(0x3);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(SimRecords, NoInputWhenTheFirstHasNoAddress) {
     inputs[0] = nullptr;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
    ULong(0x3);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 // The target returns three signatures, of which the second is empty.
@@ -498,13 +400,9 @@ TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutALengthOrAnAddress) {
 
         Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs,
              signatureLens, signatures);
-        Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x12345200 Ptr=0x12345240 })",
-               R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+        Starts(
+            R"(Sesn=81 authForm=0 Ptr=0x0 inputCnt=3 in="first input" in="the second input" in="third" Ptr=0x12345200 Ptr=0x12345240 )",
+            R"(
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
@@ -513,26 +411,14 @@ Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"the second input");
    ByteString(SimpleText"third");
    Pointer(0x12345200);
-   Pointer(0x12345240);
-})");
-        Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x12345200 Ptr=0x12345240 sig="first signature" })",
+   Pointer(0x12345240);)");
+        Ends(kSuccessOrTooSmall, R"(Sesn=81 Ptr=0x12345200 Ptr=0x12345240 sig="first signature" )",
              R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345200);
    Pointer(0x12345240);
-   ByteString(SimpleText"first signature");
-})");
-        Ends(kOtherErrors, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {})",
-             R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"first signature");)");
+        Ends(kOtherErrors);
     }
 }
 
@@ -541,36 +427,19 @@ TEST_P(SimRecords, InputsOfAMultisignedValueEndAtTheFirstWithoutALengthOrAnAddre
     auto* const shownLens = At<CK_ULONG>(0x12345340);
     PutAll(shownInputs,
            {TextAt(0x12345b00, "an input"), TextAt(0x12345b40, "another"), TextAt(0x12345b80, "a third")});
-    const std::string newRecord = R"(
-
-10:15:30 <id>:STRTMultisignValue {Sesn=81 Ptr=0x12345300 inputCnt=3 "an input" })";
+    const std::string newRecord = R"(Sesn=81 Ptr=0x12345300 inputCnt=3 "an input" )";
     const std::string oldRecord = R"(
-Command(MultisignValue, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x12345300);
-   ULong(0x3);Value(SimpleText"an input");
-})";
+   ULong(0x3);Value(SimpleText"an input");)";
     const auto expectOneInput = [&] {
         Call("CA_MultisignValue", hSession, nullptr, 0, shownInputs, 3, shownLens, nullptr, nullptr);
         Starts(newRecord, oldRecord);
-        Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIMultisignValue <rv>12345clks {Sesn=81 Ptr=0x0 })",
+        Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 ",
              R"(
-Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
-   Pointer(0x0);
-})");
-        Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIMultisignValue <rv>12345clks {})",
-             R"(
-Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   Pointer(0x0);)");
+        Ends(kOtherErrors);
     };
     PutAll(shownLens, {8, 0, 7});
     expectOneInput();
@@ -584,29 +453,18 @@ TEST_P(SimRecords, HandlesWithoutTheirCountAreNotShown) {
     Answer([=] { PutAll(phObjects, {2001, 2002}); });
 
     Call("CA_SIMInsert", hSession, 0, 0, nullptr, nullptr, 0, nullptr, nullptr, phObjects);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=0 Ptr=0x0 Ptr=0x0 Ptr=0x12345200 })",
+    Starts("Sesn=81 authForm=0 Ptr=0x0 Ptr=0x0 Ptr=0x12345200 ",
            R"(
-Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x0);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x12345200);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x12345200 })",
+   Pointer(0x12345200);)");
+    Ends(kSuccess, "Sesn=81 Ptr=0x0 Ptr=0x12345200 ",
          R"(
-Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x12345200);
-})");
+   Pointer(0x12345200);)");
 }
 
 INSTANTIATE_TEST_SUITE_P(Log, SimRecords, testing::Values(LogFormat::kNew, LogFormat::kOld), FormatName);

@@ -11,91 +11,52 @@ TEST_P(VendorRecords, CA_ExtractMaskedObject) {
     });
 
     Call("CA_ExtractMaskedObject", hSession, hObject, pMaskedObject, pusMaskedObjectLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTExtractMaskedObject {Sesn=81 Obj=1001 Ptr=0x12345180 Ptr=0x123451c0 61 })",
+    Starts("Sesn=81 Obj=1001 Ptr=0x12345180 Ptr=0x123451c0 61 ",
            R"(
-Command(ExtractMaskedObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    Pointer(0x12345180);
    Pointer(0x123451c0);
-   UShort(0x3d);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIExtractMaskedObject <rv>12345clks {Sesn=81 Obj=1001 Ptr=0x12345180 Ptr=0x123451c0 22 "returned masked object" })",
+   UShort(0x3d);)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 Obj=1001 Ptr=0x12345180 Ptr=0x123451c0 22 "returned masked object" )",
          R"(
-Command(ExtractMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    Pointer(0x12345180);
    Pointer(0x123451c0);
    UShort(0x16);
-   ByteString(SimpleText"returned masked object");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIExtractMaskedObject <rv>12345clks {})",
-         R"(
-Command(ExtractMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned masked object");)");
+    Ends(kOtherErrors);
 
     Call("CA_ExtractMaskedObject", hSession, hObject, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTExtractMaskedObject {Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(ExtractMaskedObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIExtractMaskedObject <rv>12345clks {Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(ExtractMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_ExtractMaskedObject", hSession, hObject, nullptr, pusMaskedObjectLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTExtractMaskedObject {Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x123451c0 61 })",
+    Starts("Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x123451c0 61 ",
            R"(
-Command(ExtractMaskedObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    Pointer(0x0);
    Pointer(0x123451c0);
-   UShort(0x3d);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIExtractMaskedObject <rv>12345clks {Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x123451c0 22 })",
+   UShort(0x3d);)");
+    Ends(kTooSmall, "Sesn=81 Obj=1001 Ptr=0x0 Ptr=0x123451c0 22 ",
          R"(
-Command(ExtractMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    ObjectHandle(0x3e9);
    Pointer(0x0);
    Pointer(0x123451c0);
-   UShort(0x16);
-})");
+   UShort(0x16);)");
 }
 
 TEST_P(VendorRecords, CA_InsertMaskedObject) {
@@ -105,59 +66,31 @@ TEST_P(VendorRecords, CA_InsertMaskedObject) {
     Answer([=] { *phObject = 2001; });
 
     Call("CA_InsertMaskedObject", hSession, phObject, pMaskedObject, ulMaskedObjectLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTInsertMaskedObject {Sesn=81 Ptr=0x12345140 Ptr=0x12345180 17 "the masked object" })",
+    Starts(R"(Sesn=81 Ptr=0x12345140 Ptr=0x12345180 17 "the masked object" )",
            R"(
-Command(InsertMaskedObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
    Pointer(0x12345180);
    ULong(0x11);
-   ByteString(SimpleText"the masked object");
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIInsertMaskedObject <rv>12345clks {Sesn=81 Ptr=0x12345140 Obj=2001 })",
+   ByteString(SimpleText"the masked object");)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x12345140 Obj=2001 ",
          R"(
-Command(InsertMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
-   ObjectHandle(0x7d1);
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIInsertMaskedObject <rv>12345clks {})",
-         R"(
-Command(InsertMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ObjectHandle(0x7d1);)");
+    Ends(kOtherErrors);
 
     Call("CA_InsertMaskedObject", hSession, nullptr, nullptr, ulMaskedObjectLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTInsertMaskedObject {Sesn=81 Ptr=0x0 Ptr=0x0 17 })",
+    Starts("Sesn=81 Ptr=0x0 Ptr=0x0 17 ",
            R"(
-Command(InsertMaskedObject, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    Pointer(0x0);
-   ULong(0x11);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIInsertMaskedObject <rv>12345clks {Sesn=81 Ptr=0x0 })",
+   ULong(0x11);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 ",
          R"(
-Command(InsertMaskedObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_MultisignValue) {
@@ -179,84 +112,45 @@ TEST_P(VendorRecords, CA_MultisignValue) {
 
     Call("CA_MultisignValue", hSession, pMaskedKey, ulMaskedKeyLen, ppInputs, ulInputCount, pulInputLens,
          pSignature, pulSignatureLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTMultisignValue {Sesn=81 "the masked key" Ptr=0x123451c0 inputCnt=2 "first input" "the second input" })",
+    Starts(R"(Sesn=81 "the masked key" Ptr=0x123451c0 inputCnt=2 "first input" "the second input" )",
            R"(
-Command(MultisignValue, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ByteString(SimpleText"the masked key");
    Pointer(0x123451c0);
-   ULong(0x2);Value(SimpleText"first input");Value(SimpleText"the second input");
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIMultisignValue <rv>12345clks {Sesn=81 Ptr=0x12345280 18 "returned signature" })",
+   ULong(0x2);Value(SimpleText"first input");Value(SimpleText"the second input");)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 Ptr=0x12345280 18 "returned signature" )",
          R"(
-Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345280);
    ULong(0x12);
-   ByteString(SimpleText"returned signature");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIMultisignValue <rv>12345clks {})",
-         R"(
-Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned signature");)");
+    Ends(kOtherErrors);
 
     Call("CA_MultisignValue", hSession, nullptr, ulMaskedKeyLen, nullptr, ulInputCount, nullptr, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTMultisignValue {Sesn=81 Ptr=0x0 inputCnt=2 })",
+    Starts("Sesn=81 Ptr=0x0 inputCnt=2 ",
            R"(
-Command(MultisignValue, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   ULong(0x2);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIMultisignValue <rv>12345clks {Sesn=81 Ptr=0x0 })",
+   ULong(0x2);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 ",
          R"(
-Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_MultisignValue", hSession, pMaskedKey, ulMaskedKeyLen, ppInputs, ulInputCount, pulInputLens,
          nullptr, pulSignatureLen);
-    Starts(R"(
-
-10:15:30 <id>:STRTMultisignValue {Sesn=81 "the masked key" Ptr=0x123451c0 inputCnt=2 "first input" "the second input" })",
+    Starts(R"(Sesn=81 "the masked key" Ptr=0x123451c0 inputCnt=2 "first input" "the second input" )",
            R"(
-Command(MultisignValue, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ByteString(SimpleText"the masked key");
    Pointer(0x123451c0);
-   ULong(0x2);Value(SimpleText"first input");Value(SimpleText"the second input");
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINIMultisignValue <rv>12345clks {Sesn=81 Ptr=0x0 18 })",
+   ULong(0x2);Value(SimpleText"first input");Value(SimpleText"the second input");)");
+    Ends(kTooSmall, "Sesn=81 Ptr=0x0 18 ",
          R"(
-Command(MultisignValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   ULong(0x12);
-})");
+   ULong(0x12);)");
 }
 
 TEST_P(VendorRecords, CA_SIMExtract) {
@@ -281,13 +175,9 @@ TEST_P(VendorRecords, CA_SIMExtract) {
 
     Call("CA_SIMExtract", hSession, ulHandleCount, phObjects, ulAuthForm, ulN, ulM, pulSecretLens, ppSecrets,
          CK_TRUE, pulBlobLen, pBlob);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=3 M=1004 PIN="********" PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x12345380 })",
-           R"(
-Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=3 M=1004 PIN="********" PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x12345380 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345180);
    ObjectHandleList
@@ -303,36 +193,19 @@ Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"********");
    ByteBooleantrue;
    Pointer(0x12345340);
-   Pointer(0x12345380);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMExtract <rv>12345clks {Sesn=81 Ptr=0x12345340 Ptr=0x12345380 "returned blob" })",
+   Pointer(0x12345380);)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 Ptr=0x12345340 Ptr=0x12345380 "returned blob" )",
          R"(
-Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345340);
    Pointer(0x12345380);
-   ByteString(SimpleText"returned blob");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINISIMExtract <rv>12345clks {})",
-         R"(
-Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"returned blob");)");
+    Ends(kOtherErrors);
 
     Call("CA_SIMExtract", hSession, ulHandleCount, nullptr, ulAuthForm, ulN, ulM, nullptr, nullptr, CK_FALSE,
          nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x0 authForm=1 N=3 M=1004 delete=false Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 Ptr=0x0 authForm=1 N=3 M=1004 delete=false Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    Pointer(0x0);
    ULong(0x1);
@@ -340,28 +213,18 @@ Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ULong(0x3ec);
    ByteBooleanfalse;
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMExtract <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_SIMExtract", hSession, ulHandleCount, phObjects, ulAuthForm, ulN, ulM, pulSecretLens, ppSecrets,
          CK_TRUE, pulBlobLen, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMExtract {Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=3 M=1004 PIN="********" PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x0 })",
-           R"(
-Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 Ptr=0x12345180 ObjHndLst={Obj=2001 Obj=2002 } authForm=1 N=3 M=1004 PIN="********" PIN="********" PIN="********" delete=true Ptr=0x12345340 Ptr=0x0 )",
+        R"(
    SessionHandle(0x51);
    Pointer(0x12345180);
    ObjectHandleList
@@ -377,18 +240,12 @@ Command(SIMExtract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"********");
    ByteBooleantrue;
    Pointer(0x12345340);
-   Pointer(0x0);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINISIMExtract <rv>12345clks {Sesn=81 Ptr=0x12345340 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kTooSmall, "Sesn=81 Ptr=0x12345340 Ptr=0x0 ",
          R"(
-Command(SIMExtract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345340);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_SIMInsert) {
@@ -410,13 +267,9 @@ TEST_P(VendorRecords, CA_SIMInsert) {
 
     Call("CA_SIMInsert", hSession, ulAuthForm, ulSecretCount, pulSecretLens, ppSecrets, ulBlobLen, pBlob,
          pulHandleCount, phObjects);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x12345300 })",
-           R"(
-Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x12345300 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3);
@@ -426,14 +279,10 @@ Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    Pointer(0x12345280);
    ByteString(SimpleText"the blob");
    Pointer(0x123452c0);
-   Pointer(0x12345300);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x123452c0 hdlCount=2 Ptr=0x12345300 ObjHndLst={Obj=2001 Obj=2002 } })",
+   Pointer(0x12345300);)");
+    Ends(kSuccessOrTooSmall,
+         "Sesn=81 Ptr=0x123452c0 hdlCount=2 Ptr=0x12345300 ObjHndLst={Obj=2001 Obj=2002 } ",
          R"(
-Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x123452c0);
    ULong(0x2);
@@ -442,52 +291,30 @@ Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    {
       ObjectHandle(0x7d1);
       ObjectHandle(0x7d2);
-   };
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINISIMInsert <rv>12345clks {})",
-         R"(
-Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   };)");
+    Ends(kOtherErrors);
 
     Call("CA_SIMInsert", hSession, ulAuthForm, ulSecretCount, nullptr, nullptr, ulBlobLen, nullptr, nullptr,
          nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=3 Ptr=0x0 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 authForm=1 secretCnt=3 Ptr=0x0 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3);
    Pointer(0x0);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 
     Call("CA_SIMInsert", hSession, ulAuthForm, ulSecretCount, pulSecretLens, ppSecrets, ulBlobLen, pBlob,
          pulHandleCount, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMInsert {Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x0 })",
-           R"(
-Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" Ptr=0x123452c0 Ptr=0x0 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3);
@@ -497,19 +324,13 @@ Command(SIMInsert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    Pointer(0x12345280);
    ByteString(SimpleText"the blob");
    Pointer(0x123452c0);
-   Pointer(0x0);
-})");
-    Ends(kTooSmall, R"(
-10:15:30 <id>:FINISIMInsert <rv>12345clks {Sesn=81 Ptr=0x123452c0 hdlCount=2 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kTooSmall, "Sesn=81 Ptr=0x123452c0 hdlCount=2 Ptr=0x0 ",
          R"(
-Command(SIMInsert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x123452c0);
    ULong(0x2);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_SIMMultiSign) {
@@ -540,13 +361,9 @@ TEST_P(VendorRecords, CA_SIMMultiSign) {
 
     Call("CA_SIMMultiSign", hSession, ulAuthForm, ulSecretCount, pulSecretLens, ppSecrets, ulBlobLen, pBlob,
          ulInputCount, pulInputLens, ppInputs, pulSignatureLens, ppSignatures);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" inputCnt=2 in="first input" in="the second input" Ptr=0x12345380 Ptr=0x123453c0 })",
-           R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
+    Starts(
+        R"(Sesn=81 authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********" Ptr=0x12345280 "the blob" inputCnt=2 in="first input" in="the second input" Ptr=0x12345380 Ptr=0x123453c0 )",
+        R"(
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3);
@@ -559,55 +376,33 @@ Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(SimpleText"first input");
    ByteString(SimpleText"the second input");
    Pointer(0x12345380);
-   Pointer(0x123453c0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x12345380 Ptr=0x123453c0 sig="first signature" sig="the second signature" })",
+   Pointer(0x123453c0);)");
+    Ends(kSuccessOrTooSmall,
+         R"(Sesn=81 Ptr=0x12345380 Ptr=0x123453c0 sig="first signature" sig="the second signature" )",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345380);
    Pointer(0x123453c0);
    ByteString(SimpleText"first signature");
-   ByteString(SimpleText"the second signature");
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {})",
-         R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   ByteString(SimpleText"the second signature");)");
+    Ends(kOtherErrors);
 
     Call("CA_SIMMultiSign", hSession, ulAuthForm, ulSecretCount, nullptr, nullptr, ulBlobLen, nullptr,
          ulInputCount, nullptr, nullptr, nullptr, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTSIMMultiSign {Sesn=81 authForm=1 secretCnt=3 Ptr=0x0 inputCnt=2 Ptr=0x0 Ptr=0x0 })",
+    Starts("Sesn=81 authForm=1 secretCnt=3 Ptr=0x0 inputCnt=2 Ptr=0x0 Ptr=0x0 ",
            R"(
-Command(SIMMultiSign, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    SessionHandle(0x51);
    ULong(0x1);
    ULong(0x3);
    Pointer(0x0);
    ULong(0x2);
    Pointer(0x0);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINISIMMultiSign <rv>12345clks {Sesn=81 Ptr=0x0 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 Ptr=0x0 ",
          R"(
-Command(SIMMultiSign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x0);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_Extract) {
@@ -618,55 +413,27 @@ TEST_P(VendorRecords, CA_Extract) {
     Answer([=] { *pMechanism = {CKM_AES_CBC_PAD, comingOut, 17}; });
 
     Call("CA_Extract", hSession, pMechanism);
-    Starts(R"(
-
-10:15:30 <id>:STRTExtract {81 Ptr=0x12345140 Mech=(CKM_AES_CBC,"vector going in") })",
+    Starts(R"(81 Ptr=0x12345140 Mech=(CKM_AES_CBC,"vector going in") )",
            R"(
-Command(Extract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x51);
    Pointer(0x12345140);
-   MechanismCKM_AES_CBC,Value(SimpleText"vector going in"));
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIExtract <rv>12345clks {Sesn=81 Ptr=0x12345140 Mech=(CKM_AES_CBC_PAD,"vector coming out") })",
+   MechanismCKM_AES_CBC,Value(SimpleText"vector going in"));)");
+    Ends(kSuccessOrTooSmall, R"(Sesn=81 Ptr=0x12345140 Mech=(CKM_AES_CBC_PAD,"vector coming out") )",
          R"(
-Command(Extract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
    Pointer(0x12345140);
-   MechanismCKM_AES_CBC_PAD,Value(SimpleText"vector coming out"));
-})");
-    Ends(kOtherErrors, R"(
-10:15:30 <id>:FINIExtract <rv>12345clks {})",
-         R"(
-Command(Extract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   MechanismCKM_AES_CBC_PAD,Value(SimpleText"vector coming out"));)");
+    Ends(kOtherErrors);
 
     Call("CA_Extract", hSession, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTExtract {81 Ptr=0x0 })",
+    Starts("81 Ptr=0x0 ",
            R"(
-Command(Extract, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x51);
-   Pointer(0x0);
-})");
-    Ends(kSuccessOrTooSmall, R"(
-10:15:30 <id>:FINIExtract <rv>12345clks {Sesn=81 Ptr=0x0 })",
+   Pointer(0x0);)");
+    Ends(kSuccessOrTooSmall, "Sesn=81 Ptr=0x0 ",
          R"(
-Command(Extract, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
    SessionHandle(0x51);
-   Pointer(0x0);
-})");
+   Pointer(0x0);)");
 }
 
 TEST_P(VendorRecords, CA_Insert) {
@@ -677,41 +444,17 @@ TEST_P(VendorRecords, CA_Insert) {
     Answer([=] { *pMechanism = {CKM_AES_CBC_PAD, comingOut, 17}; });
 
     Call("CA_Insert", hSession, pMechanism);
-    Starts(R"(
-
-10:15:30 <id>:STRTInsert {81 Ptr=0x12345140 Mech=(CKM_AES_CBC,"vector going in") })",
+    Starts(R"(81 Ptr=0x12345140 Mech=(CKM_AES_CBC,"vector going in") )",
            R"(
-Command(Insert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x51);
    Pointer(0x12345140);
-   MechanismCKM_AES_CBC,Value(SimpleText"vector going in"));
-})");
-    Ends(kEveryResult, R"(
-10:15:30 <id>:FINIInsert <rv>12345clks {})",
-         R"(
-Command(Insert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   MechanismCKM_AES_CBC,Value(SimpleText"vector going in"));)");
+    Ends(kEveryResult);
 
     Call("CA_Insert", hSession, nullptr);
-    Starts(R"(
-
-10:15:30 <id>:STRTInsert {81 Ptr=0x0 })",
+    Starts("81 Ptr=0x0 ",
            R"(
-Command(Insert, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
-
-{
    ULong(0x51);
-   Pointer(0x0);
-})");
-    Ends(kSuccess, R"(
-10:15:30 <id>:FINIInsert <rv>12345clks {})",
-         R"(
-Command(Insert, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
- // 250 clock cycles
-{
-})");
+   Pointer(0x0);)");
+    Ends(kSuccess);
 }

@@ -33,26 +33,41 @@ CK_BYTE* VendorCallTest::TextAt(std::uintptr_t address, std::string_view text) {
 }
 
 void VendorCallTest::Starts(const std::string& inNewFormat, const std::string& inOldFormat) {
-    startRecord = format == LogFormat::kNew ? inNewFormat : inOldFormat;
+    startChildren = format == LogFormat::kNew ? inNewFormat : inOldFormat;
 }
 
 void VendorCallTest::Ends(const Results& results, const std::string& inNewFormat,
                           const std::string& inOldFormat) {
-    for (const Result& result : results) {
-        const std::string error = "***" + std::string(result.name) + "***";
-        const bool hasAsterisks = format == LogFormat::kNew && result.value != CKR_OK;
-        const std::string& endRecord = format == LogFormat::kNew ? inNewFormat : inOldFormat;
-        ExpectRecords(result, ReplaceAll(endRecord, "<rv>", hasAsterisks ? error : result.name));
-    }
+    for (const Result& result : results)
+        ExpectRecords(result, format == LogFormat::kNew ? inNewFormat : inOldFormat);
 }
 
-void VendorCallTest::ExpectRecords(const Result& result, const std::string& endRecord) {
+std::string VendorCallTest::StartRecordWith(const std::string& children) const {
+    const std::string name = function.substr(3);
+    if (format == LogFormat::kNew) return "\n\n10:15:30 <id>:STRT" + name + " {" + children + "}";
+    return "\nCommand(" + name + ", None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026\n" +  //
+           "\n{" + children + "\n}";
+}
+
+std::string VendorCallTest::EndRecordWith(const Result& result, const std::string& children) const {
+    const std::string name = function.substr(3);
+    const std::string rv = result.name;
+    if (format == LogFormat::kNew) {
+        const std::string shown = result.value == CKR_OK ? rv : "***" + rv + "***";
+        return "\n10:15:30 <id>:FINI" + name + " " + shown + "12345clks {" + children + "}";
+    }
+    return "\nCommand(" + name + ", None, End, " + rv +
+           ") PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026\n // 250 clock cycles" +  //
+           "\n{" + children + "\n}";
+}
+
+void VendorCallTest::ExpectRecords(const Result& result, const std::string& endChildren) {
     SCOPED_TRACE(result.name);
     Restart();
     before();
     script.result = result.value;
     EXPECT_EQ(result.value, MakeCall());
-    EXPECT_EQ(WithIds(startRecord + endRecord), Log());
+    EXPECT_EQ(WithIds(StartRecordWith(startChildren) + EndRecordWith(result, endChildren)), Log());
     ExpectCallInTarget();
     seenResults.insert(result.value);
 }

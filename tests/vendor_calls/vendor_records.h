@@ -1,27 +1,28 @@
-// One function of the vendor and its records, stated as whole texts in both formats.
+// One function of the vendor and its records, stated as their children in both formats.
 //
 //     TEST_P(VendorRecords, CA_GetTSV) {
 //         auto* const pulTsv = At<CK_ULONG>(0x12345140);
 //         Answer([=] { *pulTsv = 2001; });
 //
 //         Call("CA_GetTSV", slotID, pulTsv);
-//         Starts(new format, old format);
-//         Ends(kSuccessOrTooSmall, new format, old format);
-//         Ends(kOtherErrors, new format, old format);
-//
-//         Call("CA_GetTSV", slotID, nullptr);
-//         Starts(...);
-//         Ends(kSuccessOrTooSmall, ...);
+//         Starts("Slot=7 Ptr=0x12345140 ", R"(
+//        SlotID(0x7);
+//        Pointer(0x12345140);)");
+//         Ends(kSuccessOrTooSmall, "Slot=7 Ptr=0x12345140 2001 ", R"(...)");
+//         Ends(kOtherErrors);
 //     }
 //
-// Each test runs once for each format. Ends makes the call once for each of the results: the target gets the
-// words of Call, does what Answer says and returns that result, the application gets the result, and the log
-// is exactly the start record of Starts and this end record. In the texts "<rv>" stands for the result as its
-// format shows it, "<id>" and "<pid>" are LibraryTest::WithIds'.
+// A text is everything between the braces of a record. Without texts, a record has no children. The fixture
+// adds the rest of the record: its head and the braces. Tests of whole records, heads included, are in
+// tests/calls.
 //
-// The one test that has the function's own name is its case, and must go through success, a buffer that is
-// too small, and another error; every_vendor_function_has_a_case_test.cpp asks for a case for each function.
-// Tests of particular arguments have names of other kinds.
+// Each test runs once for each format. Ends makes the call once for each of the results: the target gets the
+// words of Call, does what Answer says and returns that result. The application gets the result, and the log
+// is exactly the start record of Starts and this end record.
+//
+// A function's case is the one test that has the function's name. It must go through success, a buffer that
+// is too small, and another error. every_vendor_function_has_a_case_test.cpp demands a case for each
+// function.
 #pragma once
 
 #include <array>
@@ -91,8 +92,11 @@ protected:
         function = name;
         words = {WordOf(arguments)...};
     }
-    void Starts(const std::string& inNewFormat, const std::string& inOldFormat);
-    void Ends(const Results& results, const std::string& inNewFormat, const std::string& inOldFormat);
+    // The children of the start record in each format.
+    void Starts(const std::string& inNewFormat = "", const std::string& inOldFormat = "");
+    // Makes the call. The children of the end record in each format.
+    void Ends(const Results& results, const std::string& inNewFormat = "",
+              const std::string& inOldFormat = "");
 
     // A case states what happens after each kind of result.
     void TearDown() override;
@@ -108,8 +112,10 @@ private:
     }
 
     std::string CaseName() const;
+    std::string StartRecordWith(const std::string& children) const;
+    std::string EndRecordWith(const Result& result, const std::string& children) const;
     CK_RV MakeCall();
-    void ExpectRecords(const Result& result, const std::string& endRecord);
+    void ExpectRecords(const Result& result, const std::string& endChildren);
     void ExpectCallInTarget() const;
 
     const LogFormat format;
@@ -117,7 +123,7 @@ private:
     std::function<void()> before = [] {};
     std::string function;
     std::vector<TargetWord> words;
-    std::string startRecord;
+    std::string startChildren;
     std::set<CK_RV> seenResults;
 };
 
