@@ -1,0 +1,113 @@
+// One call of a PKCS#11 function, put together from the records that a log has of it: its start, its end, or
+// both.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "reader/moment.h"
+#include "reader/recorded_functions.h"
+#include "reader/value.h"
+
+namespace ckscribe {
+
+enum class LogFormat : std::uint8_t { kNewText, kOldText, kEvents };
+
+// Where a record begins. `file` counts the files that a reader was given, from 0; `line` counts from 1, and 0
+// is no place.
+struct Place {
+    std::uint32_t file = 0;
+    std::uint64_t line = 0;
+};
+
+// What calls are most often selected by: the first input of each kind, else the first output.
+struct CallFields {
+    std::optional<std::uint64_t> slot;
+    std::optional<std::uint64_t> session;
+    std::optional<std::uint64_t> object;
+    std::optional<std::uint64_t> user;
+    std::string_view mechanism;                    // its name; empty when the call has none
+    std::optional<std::uint64_t> mechanismNumber;  // events only
+};
+
+// Views stay valid while the sink has the call (see CallSink); KeptCall keeps a call longer.
+struct Call {
+    FunctionIndex function{};
+    LogFormat format = LogFormat::kEvents;
+    bool hasStart = false;
+    bool hasEnd = false;
+
+    std::uint32_t process = 0;
+    std::optional<std::int64_t> thread;  // absent in the old format
+    std::string_view run;                // events: the load of the library that made the call; else empty
+    std::uint64_t number = 0;            // events: the call's number in its run, from 1; else 0
+
+    Moment start;
+    Moment end;
+    std::optional<std::uint64_t> nanoseconds;  // how long the target took; events that ended only
+
+    // Of a call that ended. A text log has no number for a name that this library does not know.
+    std::optional<std::uint64_t> rv;
+    std::string_view result;  // "CKR_OK"; "CKR_UNKNOWN" for a number without a name
+
+    CallFields fields;
+
+    Place startPlace;
+    Place endPlace;
+
+    // The record as it stands in the log: of text from the brace on, of an event the whole line.
+    std::string_view startText;
+    std::string_view endText;
+
+    std::string_view Function() const { return FunctionName(function); }
+    bool IsUnfinished() const { return !hasEnd; }
+    bool IsError() const { return hasEnd && result != "CKR_OK"; }
+    Moment Time() const { return start.IsThere() ? start : end; }
+    Place FirstPlace() const { return hasStart ? startPlace : endPlace; }
+
+    // The inputs and the outputs in the order of the records. They are read from the text at each call of
+    // these.
+    std::vector<Value> In() const;
+    std::vector<Value> Out() const;
+};
+
+// A call with the memory that its views need.
+class KeptCall {
+public:
+    KeptCall() = default;
+    explicit KeptCall(const Call& call);
+    KeptCall(const KeptCall& other) : KeptCall(other.call) {}
+    KeptCall& operator=(const KeptCall& other);
+
+    const Call& Get() const { return call; }
+
+private:
+    void Keep();
+
+    Call call;
+    std::string startText;
+    std::string endText;
+    std::string run;
+    std::string mechanism;
+};
+
+// Lines of a log that no record could be read from, with nothing readable between them.
+struct UnreadableStretch {
+    Place place;
+    std::uint64_t lines = 0;
+    std::string_view beginning;  // of its first line, at most 200 bytes
+};
+
+// Takes what a reader finds, in the order of the log. A call comes with its end; calls without an end come
+// when the log is finished.
+class CallSink {
+public:
+    virtual ~CallSink() = default;
+    virtual void OnCall(const Call& call) = 0;
+    virtual void OnUnreadable(const UnreadableStretch&) {}
+};
+
+}  // namespace ckscribe

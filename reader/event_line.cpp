@@ -1,0 +1,335 @@
+#include "reader/event_line.h"
+
+#include <simdjson.h>
+
+#include <charconv>
+
+#include "reader/known_names.h"
+#include "reader/result_names.h"
+
+namespace ckscribe {
+
+static_assert(kEventPadding >= simdjson::SIMDJSON_PADDING);
+
+struct EventLineReader::Parser {
+    simdjson::ondemand::parser json;
+    // The run of the line before: most lines have the same.
+    std::string lastRun;
+    std::uint32_t lastRunNumber = 0;
+
+    std::uint32_t NumberOfRun(std::string_view run) {
+        if (run != lastRun) {
+            lastRun = run;
+            lastRunNumber = RunNames().NumberOf(run);
+        }
+        return lastRunNumber;
+    }
+};
+
+KnownNames& RunNames() {
+    static KnownNames names;
+    return names;
+}
+
+namespace {
+
+using simdjson::ondemand::json_type;
+
+// A string as it stands in the line, without its quotes. Names, times and runs hold nothing that is escaped.
+std::string_view PlainString(simdjson::ondemand::value& value) {
+    std::string_view token = value.raw_json_token();
+    while (token.ends_with(' ')) token.remove_suffix(1);
+    if (token.size() < 2 || token.front() != '"' || token.back() != '"') return {};
+    token = token.substr(1, token.size() - 2);
+    return token.find('\\') == token.npos ? token : std::string_view();
+}
+
+bool TakeDigits(std::string_view& text, std::size_t count, std::int64_t& number) {
+    if (text.size() < count) return false;
+    number = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (text[i] < '0' || text[i] > '9') return false;
+        number = number * 10 + (text[i] - '0');
+    }
+    text.remove_prefix(count);
+    return true;
+}
+
+bool Take(std::string_view& text, char character) {
+    if (!text.starts_with(character)) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+// "2026-11-21T12:33:45.123456789Z"
+bool ReadTime(std::string_view text, Moment& moment) {
+    std::int64_t year, month, day, hour, minute, second;
+    if (!TakeDigits(text, 4, year) || !Take(text, '-') || !TakeDigits(text, 2, month) || !Take(text, '-') ||
+        !TakeDigits(text, 2, day) || !Take(text, 'T') || !TakeDigits(text, 2, hour) || !Take(text, ':') ||
+        !TakeDigits(text, 2, minute) || !Take(text, ':') || !TakeDigits(text, 2, second))
+        return false;
+    if (month < 1 || month > 12 || day < 1 || day > 31 || hour > 23 || minute > 59 || second > 60)
+        return false;
+    std::int64_t nanoseconds = 0;
+    if (Take(text, '.')) {
+        const std::size_t digits = text.find('Z');
+        if (digits == text.npos || digits == 0 || digits > 9 || !TakeDigits(text, digits, nanoseconds))
+            return false;
+        for (std::size_t i = digits; i < 9; ++i) nanoseconds *= 10;
+    }
+    if (text != "Z") return false;
+    const std::int64_t days = DaysSince1970(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
+    const std::int64_t seconds = ((days * 24 + hour) * 60 + minute) * 60 + second;
+    moment = {seconds * kNanosecondsPerSecond + nanoseconds, TimeScale::kUtc};
+    return true;
+}
+
+// A JSON number, or a string of decimal digits above 2^53.
+bool ReadNumber(simdjson::ondemand::value& value, std::uint64_t& number) {
+    if (value.get_uint64().get(number) == simdjson::SUCCESS) return true;
+    return value.get_uint64_in_string().get(number) == simdjson::SUCCESS;
+}
+
+bool ReadOptional(simdjson::ondemand::value& value, std::optional<std::uint64_t>& number) {
+    std::uint64_t read = 0;
+    if (!ReadNumber(value, read)) return false;
+    number = read;
+    return true;
+}
+
+// What an event cannot do without.
+enum Needed : unsigned {
+    kEvent = 1,
+    kTime = 2,
+    kRun = 4,
+    kCall = 8,
+    kFunction = 16,
+    kProcess = 32,
+    kAll = 63
+};
+
+bool IsKey(std::string_view key, std::string_view name) { return key == name; }
+
+}  // namespace
+
+EventLineReader::EventLineReader() : parser(std::make_unique<Parser>()) {}
+EventLineReader::~EventLineReader() = default;
+
+bool EventLineReader::Read(std::string_view line, Record& record) {
+    record = Record{};
+    record.text = line;
+    simdjson::ondemand::document document;
+    if (parser->json.iterate(line.data(), line.size(), line.size() + kEventPadding).get(document) !=
+        simdjson::SUCCESS)
+        return false;
+    simdjson::ondemand::object object;
+    if (document.get_object().get(object) != simdjson::SUCCESS) return false;
+
+    unsigned found = 0;
+    for (auto read : object) {
+        simdjson::ondemand::field field;
+        if (std::move(read).get(field) != simdjson::SUCCESS) return false;
+        const char* const start = field.key().raw();
+        std::size_t length = 0;
+        while (start[length] != '"' && length < 32) ++length;
+        const std::string_view key(start, length);
+        simdjson::ondemand::value value = field.value();
+        std::uint64_t number = 0;
+        if (IsKey(key, "event")) {
+            const std::string_view event = PlainString(value);
+            if (event != "start" && event != "end") return false;
+            record.isStart = event == "start";
+            found |= kEvent;
+        } else if (IsKey(key, "time")) {
+            if (!ReadTime(PlainString(value), record.time)) return false;
+            found |= kTime;
+        } else if (IsKey(key, "ns")) {
+            if (!ReadNumber(value, record.nanoseconds)) return false;
+            record.hasNanoseconds = true;
+        } else if (IsKey(key, "run")) {
+            const std::string_view run = PlainString(value);
+            if (run.empty()) return false;
+            record.run = parser->NumberOfRun(run);
+            found |= kRun;
+        } else if (IsKey(key, "pid")) {
+            if (!ReadNumber(value, number)) return false;
+            record.process = static_cast<std::uint32_t>(number);
+            found |= kProcess;
+        } else if (IsKey(key, "tid")) {
+            if (!ReadNumber(value, number)) return false;
+            record.thread = static_cast<std::int64_t>(number);
+            record.hasThread = true;
+        } else if (IsKey(key, "call")) {
+            if (!ReadNumber(value, record.number)) return false;
+            found |= kCall;
+        } else if (IsKey(key, "function")) {
+            const std::string_view name = PlainString(value);
+            if (name.empty()) return false;
+            record.function = FunctionOfName(name);
+            found |= kFunction;
+        } else if (IsKey(key, "rv")) {
+            if (!ReadNumber(value, record.rv)) return false;
+            record.hasRv = true;
+        } else if (IsKey(key, "result")) {
+            const std::string_view name = PlainString(value);
+            if (name.empty()) return false;
+            record.result = LastingResultName(name);
+        } else if (IsKey(key, "session")) {
+            if (!ReadOptional(value, record.fields.session)) return false;
+        } else if (IsKey(key, "slot")) {
+            if (!ReadOptional(value, record.fields.slot)) return false;
+        } else if (IsKey(key, "object")) {
+            if (!ReadOptional(value, record.fields.object)) return false;
+        } else if (IsKey(key, "user")) {
+            if (!ReadOptional(value, record.fields.user)) return false;
+        } else if (IsKey(key, "mechanism")) {
+            record.fields.mechanism = PlainString(value);
+        } else if (IsKey(key, "mechanism_number")) {
+            if (!ReadOptional(value, record.fields.mechanismNumber)) return false;
+        }
+    }
+    // Nothing may stand behind the object.
+    if (found != kAll || document.current_location().error() != simdjson::OUT_OF_BOUNDS) return false;
+    // An end without a result tells nothing.
+    return record.isStart || !record.result.empty();
+}
+
+// ---- Children
+// ----------------------------------------------------------------------------------------------
+
+namespace {
+
+using simdjson::dom::element;
+using simdjson::dom::element_type;
+
+Value ValueOf(const element& json);
+
+void AddChildren(Value& value, const element& list) {
+    simdjson::dom::array array;
+    value.isGroup = true;
+    if (list.get(array) != simdjson::SUCCESS) return;
+    for (const element child : array) value.children.push_back(ValueOf(child));
+}
+
+void SetBytes(Value& value, std::string_view text) {
+    value.bytes = std::string(text.substr(0, kLargestKeptValue));
+    if (!value.size) value.size = text.size();
+}
+
+int HexDigit(char digit) {
+    if (digit >= '0' && digit <= '9') return digit - '0';
+    if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
+    if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
+    return 0;
+}
+
+std::string BytesOfHex(std::string_view hex) {
+    std::string bytes;
+    bytes.reserve(hex.size() / 2);
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+        bytes += static_cast<char>(HexDigit(hex[i]) << 4 | HexDigit(hex[i + 1]));
+    return bytes;
+}
+
+// A number, a boolean or a text, whatever stands there.
+void SetPlain(Value& value, const element& json) {
+    switch (json.type()) {
+        case element_type::BOOL:
+            value.boolean = bool(json);
+            return;
+        case element_type::UINT64:
+            value.number = std::uint64_t(json);
+            return;
+        case element_type::INT64:
+            value.number = static_cast<std::uint64_t>(std::int64_t(json));
+            return;
+        case element_type::STRING: {
+            const std::string_view text = json;
+            std::uint64_t number = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+            if (error == std::errc() && end == text.data() + text.size()) {
+                value.number = number;
+            } else {
+                SetBytes(value, text);
+                value.isText = true;
+            }
+            return;
+        }
+        default:
+            return;
+    }
+}
+
+// Members that a child of any kind has; whatever else it has is a value of its own, named as the member is.
+Value ValueOf(const element& json) {
+    Value value;
+    simdjson::dom::object object;
+    if (json.get(object) != simdjson::SUCCESS) {
+        SetPlain(value, json);
+        return value;
+    }
+    // The number of an attribute or a mechanism is its type's.
+    const bool hasTypeNumber = object["number"].error() == simdjson::SUCCESS;
+    for (const auto& [key, member] : object) {
+        std::string_view text;
+        const bool isString = member.get(text) == simdjson::SUCCESS;
+        if (key == "kind" && isString) {
+            value.kind = text;
+        } else if (key == "name" && isString) {
+            value.name = text;
+        } else if (key == "type" && isString) {
+            value.type = text;
+        } else if (key == "size") {
+            Value size;
+            SetPlain(size, member);
+            value.size = size.number;
+        } else if (key == "hex" && isString) {
+            SetBytes(value, "");
+            const std::string bytes = BytesOfHex(text.substr(0, 2 * kLargestKeptValue));
+            value.bytes = bytes;
+            if (value.size == 0) value.size = text.size() / 2;
+        } else if (key == "text" && isString) {
+            SetBytes(value, text);
+            value.isText = true;
+        } else if (key == "unavailable") {
+            value.isUnavailable = true;
+        } else if (key == "number") {
+            SetPlain(value, member);
+        } else if (key == "value") {
+            Value plain;
+            SetPlain(plain, member);
+            if (plain.boolean) {
+                value.boolean = plain.boolean;
+            } else if (plain.number && !hasTypeNumber) {
+                value.number = plain.number;
+            } else {
+                plain.name = "value";
+                value.children.push_back(plain);
+            }
+        } else if (key == "children" || key == "values" || key == "attributes") {
+            AddChildren(value, member);
+        } else {
+            Value other = ValueOf(member);
+            if (member.type() == element_type::ARRAY) AddChildren(other, member);
+            other.name = key;
+            value.children.push_back(other);
+        }
+    }
+    return value;
+}
+
+}  // namespace
+
+std::vector<Value> ChildrenOfEvent(std::string_view line, std::string_view member) {
+    simdjson::dom::parser parser;
+    simdjson::dom::array children;
+    element document;
+    std::vector<Value> values;
+    if (parser.parse(line.data(), line.size()).get(document) != simdjson::SUCCESS ||
+        document[member].get(children) != simdjson::SUCCESS)
+        return values;
+    for (const element child : children) values.push_back(ValueOf(child));
+    return values;
+}
+
+}  // namespace ckscribe

@@ -1,0 +1,47 @@
+// Names that many records repeat, each kept once for the life of the process: views of them stay valid.
+//
+// Any thread may add and ask at any time.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace ckscribe {
+
+class KnownNames {
+public:
+    // What a damaged log may add before further names become one.
+    static constexpr std::size_t kMost = 100'000;
+
+    // The number of a name, from 1; 0 when there are too many.
+    std::uint32_t NumberOf(std::string_view name) {
+        const std::lock_guard lock(mutex);
+        if (const auto found = numbers.find(name); found != numbers.end()) return found->second;
+        if (names.size() == kMost) return 0;
+        const auto number = static_cast<std::uint32_t>(names.size() + 1);
+        numbers.emplace(names.emplace_back(name), number);
+        return number;
+    }
+
+    // The name of a number that NumberOf gave; empty for 0.
+    std::string_view NameOf(std::uint32_t number) const {
+        if (number == 0) return {};
+        const std::lock_guard lock(mutex);
+        return names[number - 1];
+    }
+
+private:
+    mutable std::mutex mutex;
+    std::deque<std::string> names;
+    std::unordered_map<std::string_view, std::uint32_t> numbers;
+};
+
+// The runs of events.
+KnownNames& RunNames();
+
+}  // namespace ckscribe

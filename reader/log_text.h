@@ -1,0 +1,52 @@
+// The bytes of a log that were read and that no record was made of yet. Of a very long line it keeps the
+// beginning and the end, and how much was between them: in a text record kElisionMark tells it, in an event
+// the size that stands beside the bytes.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "reader/event_line.h"
+#include "reader/record_children.h"
+
+namespace ckscribe {
+
+class LogText {
+public:
+    // Of a longer line the middle is left out.
+    static constexpr std::size_t kLongestLine = 3 << 20;
+    // How much of its end is kept, at least.
+    static constexpr std::size_t kKeptEnd = 64 << 10;
+    // No record of several lines is longer.
+    static constexpr std::size_t kLongestRecord = 8 << 20;
+
+    void Add(std::string_view bytes);
+
+    // Everything but a long line that has no end yet. kEventPadding bytes behind it are readable.
+    std::string_view View();
+
+    // Takes that many bytes off the front of the view.
+    void Drop(std::size_t count) { begin += count; }
+
+    // The text ends here, also that of a long line.
+    void End();
+
+    bool IsTooLong() const { return bytes.size() - begin > kLongestRecord; }
+
+private:
+    void AddToLongLine(std::string_view more);
+    void EndLongLine();
+    void Pad();
+
+    std::string bytes;
+    std::size_t begin = 0;
+
+    // Of a long line: what follows its beginning, which is at the end of `bytes`.
+    bool isLong = false;
+    bool isEvent = false;
+    std::string lineEnd;
+    std::uint64_t leftOut = 0;
+};
+
+}  // namespace ckscribe

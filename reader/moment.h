@@ -1,0 +1,42 @@
+// A moment as a log tells it. Events have nanoseconds in UTC; text logs have local seconds, the old format
+// with the date and the new one without.
+#pragma once
+
+#include <cstdint>
+
+namespace ckscribe {
+
+inline constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+inline constexpr std::int64_t kSecondsPerDay = 86'400;
+
+enum class TimeScale : std::uint8_t {
+    kNone,   // there is no time
+    kUtc,    // nanoseconds since 1970 began in UTC
+    kLocal,  // nanoseconds since 1970 began, on the calendar of the machine that wrote the log; whole seconds
+    kDayOfLog,  // as kLocal, counted from midnight of the log's first day, whose date is not known (yet)
+};
+
+struct Moment {
+    std::int64_t nanoseconds = 0;
+    TimeScale scale = TimeScale::kNone;
+
+    bool IsThere() const { return scale != TimeScale::kNone; }
+    bool IsDateKnown() const { return scale == TimeScale::kUtc || scale == TimeScale::kLocal; }
+    // Whether the log has parts of a second.
+    bool IsPrecise() const { return scale == TimeScale::kUtc; }
+
+    friend bool operator==(const Moment&, const Moment&) = default;
+};
+
+// The days from 1970-01-01 to a date of the Gregorian calendar (month and day from 1).
+constexpr std::int64_t DaysSince1970(std::int64_t year, unsigned month, unsigned day) {
+    // Years begin in March here, so that the leap day is the last one.
+    year -= month <= 2 ? 1 : 0;
+    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
+    const std::int64_t yearOfEra = year - era * 400;
+    const std::int64_t dayOfYear = (153 * (std::int64_t{month} + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * 146'097 + dayOfEra - 719'468;
+}
+
+}  // namespace ckscribe

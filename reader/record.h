@@ -1,0 +1,38 @@
+// One record of a log, text or event, taken apart as far as all readers need it.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "reader/call.h"
+#include "reader/recorded_functions.h"
+
+namespace ckscribe {
+
+// Views point into the text that the record was read from, or last as long as the process.
+struct Record {
+    LogFormat format = LogFormat::kEvents;
+    bool isStart = false;
+    // False for an end record that several functions print alike; `function` is then the standard's.
+    bool isFunctionCertain = true;
+    // Other functions print the same name.
+    bool mayBeAnother = false;
+    bool hasThread = false;
+    bool hasRv = false;
+    bool hasNanoseconds = false;
+    FunctionIndex function{};
+    const PrintedFunction* printed = nullptr;  // of text
+    std::uint32_t process = 0;
+    std::uint32_t run = 0;  // see RunNames; 0 for text
+    std::int64_t thread = 0;
+    std::uint64_t number = 0;
+    Moment time;
+    std::uint64_t nanoseconds = 0;
+    std::uint64_t rv = 0;
+    std::string_view result;
+    CallFields fields;
+    std::uint64_t line = 0;
+    std::string_view text;  // see Call::startText
+};
+
+}  // namespace ckscribe

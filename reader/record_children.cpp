@@ -1,0 +1,743 @@
+#include "reader/record_children.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <string>
+
+namespace ckscribe {
+
+namespace {
+
+enum class Shape : std::uint8_t {
+    kNumber,   // in the format's own way: hexadecimal in the old one, decimal in the new one
+    kHex,      // the low 32 bits
+    kDecimal,  // all 64 bits
+    kShort,    // the low 32 bits: hexadecimal in the old format, signed decimal in the new one
+    kBoolean,
+    kBytes,
+    kValue,      // bytes without a line of their own
+    kText,       // bytes with their length
+    kMechanism,  // a type and the bytes of its parameter
+    kAttribute,  // a type and, for some lists, the bytes of its value
+    kKeySizes,   // smallest, largest, flags
+    kSession,    // slot, state, flags, error
+    kSerial,     // a serial number in place of a label, and no bytes
+    kPolicies,   // pairs of "id=" and "val="
+    kGroup,
+    kAny,
+};
+
+struct Kind {
+    std::string_view word;  // in record_children.def
+    Shape shape;
+    std::string_view newLabel;
+    bool hasOwnLabel;  // the new format prints the child's name
+    std::string_view oldLabel;
+    FieldKind field = FieldKind::kNone;
+    std::string_view kind = {};  // where a value's kind is not the old label
+};
+
+constexpr Kind kKinds[] = {
+    {"session", Shape::kNumber, "Sesn=", false, "SessionHandle", FieldKind::kSession},
+    {"slot", Shape::kNumber, "Slot=", false, "SlotID", FieldKind::kSlot},
+    {"object", Shape::kNumber, "Obj=", false, "ObjectHandle", FieldKind::kObject},
+    {"flags", Shape::kNumber, "Flgs=", false, "Flags"},
+    {"ulong", Shape::kNumber, "", true, "ULong"},
+    {"hex", Shape::kHex, "", true, "ULong"},
+    {"dec", Shape::kDecimal, "", true, "ULong"},
+    {"ptr", Shape::kHex, "Ptr=", false, "Pointer"},
+    {"ushort", Shape::kShort, "", true, "UShort"},
+    {"pedid", Shape::kShort, "", true, "UShort"},
+    {"user", Shape::kShort, "User=", false, "UserType", FieldKind::kUser},
+    {"mechtype", Shape::kShort, "", true, "MechanismType"},
+    {"bool", Shape::kBoolean, "", true, "ByteBoolean"},
+    {"bytes", Shape::kBytes, "", true, "ByteString"},
+    {"pin", Shape::kBytes, "", true, "ByteString", FieldKind::kNone, "PIN"},
+    {"value", Shape::kValue, "", false, "Value"},
+    {"string", Shape::kText, "", true, "ByteString"},
+    {"mech", Shape::kMechanism, "Mech=", false, "Mechanism", FieldKind::kMechanism},
+    {"attribute", Shape::kAttribute, "", false, "Attribute"},
+    {"template", Shape::kGroup, "AttrList=", false, "AttributeList"},
+    {"names", Shape::kGroup, "AttrList=", false, "AttributeList"},
+    {"slots", Shape::kGroup, "SlotLst=", false, "SlotIDList"},
+    {"mechtypes", Shape::kGroup, "MechTypeLst=", false, "MechTypeList"},
+    {"handles", Shape::kGroup, "ObjHndLst=", false, "ObjectHandleList"},
+    {"info", Shape::kGroup, "Info=", false, "Info"},
+    {"slotinfo", Shape::kGroup, "SlotInfo=", false, "SlotInfo"},
+    {"tokeninfo", Shape::kGroup, "TokenInfo=", false, "TokenInfo"},
+    {"sessioninfo", Shape::kSession, "SesInfo=", false, "SessionInfo"},
+    {"mechinfo", Shape::kKeySizes, "MechInfo=", false, "MechanismInfo"},
+    {"mofn", Shape::kGroup, "MofNStatus=", false, "MofNStatusInfo"},
+    {"ha", Shape::kGroup, "HAStatus", false, "HAStatus"},
+    {"member", Shape::kGroup, "HAMember", false, "HAMember"},
+    {"serial", Shape::kSerial, "", true, "ByteString"},
+    {"policies", Shape::kPolicies, "", true, "ULong"},
+    {"any", Shape::kAny, "", false, ""},
+    // Parts of what has no line of its own.
+    {"part", Shape::kNumber, "", false, "", FieldKind::kNone, ""},
+    {"parameter", Shape::kBytes, "", false, "", FieldKind::kNone, "ByteString"},
+};
+
+constexpr std::uint8_t KindOf(std::string_view word) {
+    for (std::uint8_t i = 0; i < std::size(kKinds); ++i) {
+        if (kKinds[i].word == word) return i;
+    }
+    throw "no such kind";
+}
+
+}  // namespace
+
+struct ChildrenReader::Element {
+    std::uint8_t kind = 0;
+    bool isOptional = false;
+    bool isRepeated = false;
+    std::string_view label = {};  // as the new format prints it; the value's name without its '='
+    std::string_view name = {};   // of the value, where no label is printed
+};
+
+namespace {
+
+using Element = ChildrenReader::Element;
+
+constexpr Element Member(std::string_view kind, std::string_view name) {
+    return {KindOf(kind), false, false, "", name};
+}
+
+constexpr Element kAttributes[] = {{KindOf("attribute"), false, true}};
+constexpr Element kSlots[] = {{KindOf("slot"), false, true}};
+constexpr Element kMechanismTypes[] = {{KindOf("mechtype"), false, true}};
+constexpr Element kHandles[] = {{KindOf("object"), false, true}};
+constexpr Element kInfo[] = {Member("bytes", "cryptokiVersion"), Member("bytes", "manufacturerID"),
+                             Member("flags", "flags")};
+constexpr Element kSlotInfo[] = {Member("bytes", "slotDescription"), Member("bytes", "manufacturerID"),
+                                 Member("flags", "flags")};
+constexpr Element kTokenInfo[] = {Member("bytes", "label"),
+                                  Member("bytes", "manufacturerID"),
+                                  Member("bytes", "model"),
+                                  Member("bytes", "serialNumber"),
+                                  Member("flags", "flags"),
+                                  Member("ushort", "ulMaxSessionCount"),
+                                  Member("ushort", "ulSessionCount"),
+                                  Member("ushort", "ulMaxRwSessionCount"),
+                                  Member("ushort", "ulRwSessionCount"),
+                                  Member("ushort", "ulMaxPinLen"),
+                                  Member("ushort", "ulMinPinLen"),
+                                  Member("ulong", "ulTotalPublicMemory"),
+                                  Member("ulong", "ulFreePublicMemory"),
+                                  Member("ulong", "ulTotalPrivateMemory"),
+                                  Member("ulong", "ulFreePrivateMemory")};
+constexpr Element kMofN[] = {Member("ulong", ""), Member("ulong", ""), Member("ulong", ""),
+                             Member("ulong", ""), Member("ulong", "")};
+constexpr Element kMember[] = {{KindOf("serial")}, Member("ushort", "memberStatus")};
+constexpr Element kHaStatus[] = {
+    {KindOf("serial")}, {KindOf("member"), false, true}, Member("ushort", "listSize")};
+constexpr Element kAnything[] = {{KindOf("any"), false, true}};
+
+std::span<const Element> MembersOf(std::uint8_t kind) {
+    static const std::map<std::uint8_t, std::span<const Element>> members = {
+        {KindOf("template"), kAttributes}, {KindOf("names"), kAttributes},
+        {KindOf("slots"), kSlots},         {KindOf("mechtypes"), kMechanismTypes},
+        {KindOf("handles"), kHandles},     {KindOf("info"), kInfo},
+        {KindOf("slotinfo"), kSlotInfo},   {KindOf("tokeninfo"), kTokenInfo},
+        {KindOf("mofn"), kMofN},           {KindOf("ha"), kHaStatus},
+        {KindOf("member"), kMember}};
+    return members.at(kind);
+}
+
+// "?bytes 'OUID='"
+Element ElementOf(std::string_view row) {
+    Element element;
+    element.isOptional = row.starts_with('?');
+    element.isRepeated = row.starts_with('*');
+    if (element.isOptional || element.isRepeated) row.remove_prefix(1);
+    const std::size_t quote = row.find('\'');
+    if (quote != row.npos) element.label = row.substr(quote + 1, row.size() - quote - 2);
+    element.kind = KindOf(row.substr(0, row.find(' ')));
+    return element;
+}
+
+std::vector<Element> ElementsOf(std::string_view row) {
+    std::vector<Element> elements;
+    while (!row.empty()) {
+        const std::size_t end = std::min(row.find("; "), row.size());
+        elements.push_back(ElementOf(row.substr(0, end)));
+        row.remove_prefix(std::min(end + 2, row.size()));
+    }
+    return elements;
+}
+
+struct Lists {
+    std::vector<Element> start;
+    std::vector<Element> end;
+};
+
+const Lists& ListsOf(FunctionIndex function) {
+    static const std::vector<Lists> all = [] {
+        std::vector<Lists> lists;
+        const auto set = [&lists](std::string_view name, std::string_view start, std::string_view end) {
+            const std::size_t index = IndexOf(FunctionOfName(name));
+            if (index >= lists.size()) lists.resize(index + 1);
+            lists[index] = {ElementsOf(start), ElementsOf(end)};
+        };
+#define CHILDREN(Function, Start, End) set(#Function, Start, End);
+#include "reader/record_children.def"
+        // Two functions whose records do not say which of them they are about.
+        set(kUnknownType, "session", "");
+        return lists;
+    }();
+    static const Lists none;
+    return IndexOf(function) < all.size() ? all[IndexOf(function)] : none;
+}
+
+std::string_view NameOfLabel(std::string_view label) {
+    return label.ends_with('=') ? label.substr(0, label.size() - 1) : label;
+}
+
+bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+bool IsOfName(char character) {
+    return IsDigit(character) || (character >= 'A' && character <= 'Z') ||
+           (character >= 'a' && character <= 'z') || character == '_';
+}
+
+// How much is searched and tried again before a record counts as unreadable, beside its own length.
+constexpr std::size_t kBudget = 1 << 22;
+// No child that tells its own length is longer.
+constexpr std::uint64_t kLongestText = 4 << 20;
+
+}  // namespace
+
+ChildrenEnd ChildrenReader::Read(std::string_view whole, FunctionIndex function, ChildrenFormat howRead,
+                                 bool isWhole) {
+    text = whole;
+    format = howRead;
+    isAllThere = isWhole;
+    const Lists& lists = ListsOf(function);
+    const std::vector<Element>& elements = howRead.isStart ? lists.start : lists.end;
+    return Run(elements.data(), elements.size());
+}
+
+ChildrenEnd ChildrenReader::ReadAnything(std::string_view whole, ChildrenFormat howRead, bool isWhole) {
+    text = whole;
+    format = howRead;
+    isAllThere = isWhole;
+    return Run(kAnything, std::size(kAnything));
+}
+
+ChildrenEnd ChildrenReader::Run(const Element* elements, std::size_t count) {
+    ranOut = false;
+    budget = kBudget + 64 * text.size();
+    choices.clear();
+    tokens.clear();
+    state.depth = 0;
+    state.position = 0;
+    state.levels[0] = {elements, static_cast<std::uint32_t>(count), 0};
+    bool holds = (format.isNew || Take("\n")) && Take("{");
+    std::size_t searchFrom = 0;
+    while (true) {
+        if (holds) {
+            const Level& level = state.levels[state.depth];
+            if (level.next < level.count) {
+                holds = Step(searchFrom);
+                searchFrom = 0;
+                continue;
+            }
+            holds = TakeLine(state.depth) && Take("}");
+            if (holds && state.depth == 0) {
+                // Only a line's end makes sure that the brace is not one of a text.
+                if (state.position == text.size()) {
+                    if (isAllThere) return {ChildrenOutcome::kRead, state.position};
+                    ranOut = true;
+                } else if (text[state.position] == '\n') {
+                    return {ChildrenOutcome::kRead, state.position};
+                }
+                holds = false;
+            } else if (holds) {
+                --state.depth;
+                holds = Take(format.isNew ? " " : ";");
+                continue;
+            }
+        }
+        if (choices.empty() || budget == 0) break;
+        const Choice& choice = choices.back();
+        state = choice.state;
+        searchFrom = choice.searchFrom;
+        tokens.resize(choice.tokenCount);
+        choices.pop_back();
+        holds = true;
+        --budget;
+        if (searchFrom == 0) ++state.levels[state.depth].next;
+    }
+    return {ranOut && !isAllThere ? ChildrenOutcome::kNeedsMore : ChildrenOutcome::kUnreadable, 0};
+}
+
+// Reads the next child of the innermost group.
+bool ChildrenReader::Step(std::size_t searchFrom) {
+    Level& level = state.levels[state.depth];
+    const Element& element = level.elements[level.next];
+    const State before = state;
+    const std::size_t tokensBefore = tokens.size();
+    const bool mayBeAbsent = element.isOptional || element.isRepeated;
+    // In a list what stands there decides whether it goes on; elsewhere both are tried.
+    const bool isList = element.isRepeated && state.depth != 0;
+    if (mayBeAbsent && !isList && searchFrom == 0) choices.push_back({state, tokensBefore, 0});
+    if (!element.isRepeated && kKinds[element.kind].shape != Shape::kPolicies) ++level.next;
+    laterEnd = 0;
+    if (!ReadElement(element, searchFrom)) {
+        if (!isList || searchFrom != 0) return false;
+        state = before;
+        tokens.resize(tokensBefore);
+        ++state.levels[state.depth].next;
+        return true;
+    }
+    if (laterEnd != 0) choices.push_back({before, tokensBefore, laterEnd});
+    return true;
+}
+
+bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom) {
+    const Kind& kind = kKinds[element.kind];
+    if (kind.shape == Shape::kAny) return ReadAny(searchFrom);
+    if (kind.shape == Shape::kAttribute) return ReadAttribute(element, searchFrom);
+    if (kind.shape == Shape::kPolicies) {
+        // As many as there are; then the next element.
+        static constexpr Element kId = {KindOf("ulong"), false, false, "id="};
+        static constexpr Element kValue = {KindOf("ulong"), false, false, "val="};
+        const State before = state;
+        if (ReadElement(kId, 0)) return true;
+        state = before;
+        if (ReadElement(kValue, 0)) return true;
+        state = before;
+        ++state.levels[state.depth].next;
+        return true;
+    }
+
+    if (kind.shape != Shape::kValue && !TakeLine(state.depth + 1)) return false;
+    ChildToken token;
+    token.kind = element.kind;
+    token.depth = static_cast<std::uint8_t>(state.depth);
+    token.name = element.name.empty() ? NameOfLabel(element.label) : element.name;
+    if (format.isNew) {
+        if (!Take(kind.newLabel) || (kind.hasOwnLabel && !Take(element.label))) return false;
+    } else if (!Take(kind.oldLabel)) {
+        return false;
+    }
+    switch (kind.shape) {
+        case Shape::kNumber:
+        case Shape::kHex:
+        case Shape::kDecimal: {
+            bool isHex = false;
+            if (!format.isNew && !Take("(")) return false;
+            if (!TakeNumber(token.number, isHex)) return false;
+            if (!format.isNew && !Take(")")) return false;
+            token.isCut = isHex;
+            return Finish(token);
+        }
+        case Shape::kShort: {
+            if (!format.isNew && !Take("(")) return false;
+            bool isHex = false;
+            if (format.isNew ? !TakeSigned32(token.number) : !TakeNumber(token.number, isHex)) return false;
+            if (!format.isNew && !Take(")")) return false;
+            token.isCut = true;
+            return Finish(token);
+        }
+        case Shape::kBoolean:
+            token.number = Take("true") ? 1 : 0;
+            if (token.number == 0 && !Take("false")) return false;
+            return Finish(token);
+        case Shape::kBytes:
+        case Shape::kValue:
+            return ReadBytes(token, format.isNew ? "\" " : "\");", searchFrom);
+        case Shape::kText: {
+            std::uint64_t length = 0;
+            bool isHex = false;
+            if (!Take("(") || !TakeNumber(length, isHex) || !Take(",\"") || length > kLongestText)
+                return false;
+            if (length > text.size() - state.position) {
+                ranOut = true;
+                return false;
+            }
+            token.form = 'T';
+            token.text = text.substr(state.position, length);
+            state.position += length;
+            return Take("\")") && Finish(token);
+        }
+        case Shape::kMechanism: {
+            if (format.isNew && !Take("(")) return false;
+            const std::size_t comma = text.find_first_of(",\n\"", state.position);
+            if (comma == text.npos) ranOut = true;
+            if (comma == text.npos || text[comma] != ',') return false;
+            token.type = text.substr(state.position, comma - state.position);
+            state.position = comma + 1;
+            if (!format.isNew && !Take("Value")) return false;
+            return ReadBytes(token, format.isNew ? "\") " : "\"));", searchFrom);
+        }
+        case Shape::kKeySizes:
+        case Shape::kSession: {
+            static constexpr std::string_view kSizes[] = {"ulMinKeySize", "ulMaxKeySize", "flags"};
+            static constexpr std::string_view kInfoOfSession[] = {"slotID", "state", "flags",
+                                                                  "ulDeviceError"};
+            const bool isSession = kind.shape == Shape::kSession;
+            const std::span<const std::string_view> names =
+                isSession ? std::span<const std::string_view>(kInfoOfSession) : kSizes;
+            tokens.push_back(token);
+            if (!Take("(")) return false;
+            for (std::size_t i = 0; i < names.size(); ++i) {
+                ChildToken part;
+                part.kind = KindOf("part");
+                part.depth = static_cast<std::uint8_t>(state.depth + 1);
+                part.name = names[i];
+                if (i != 0 && !Take(",")) return false;
+                bool isHex = false;
+                if (isSession && format.isNew && i < 2) {
+                    if (!TakeSigned32(part.number)) return false;
+                    isHex = true;
+                } else if (!TakeNumber(part.number, isHex)) {
+                    return false;
+                }
+                part.isCut = isHex;
+                tokens.push_back(part);
+            }
+            return Take(")") && Take(format.isNew ? " " : ";");
+        }
+        case Shape::kSerial: {
+            // In the new format the serial is the label, of at most 32 bytes of any kind; in the old one it
+            // is not there.
+            if (!format.isNew) return Take("(SimpleText\"<null>\")") && Finish(token);
+            constexpr std::string_view kNothing = "\"<null>\"";
+            const std::size_t end = text.substr(state.position, 32 + kNothing.size()).find(kNothing);
+            if (end == text.npos) {
+                if (text.size() - state.position < 32 + kNothing.size()) ranOut = true;
+                return false;
+            }
+            token.name = text.substr(state.position, end);
+            state.position += end + kNothing.size();
+            return Finish(token);
+        }
+        case Shape::kGroup: {
+            tokens.push_back(token);
+            const std::span<const Element> members = MembersOf(element.kind);
+            return Open(members.data(), members.size());
+        }
+        case Shape::kAttribute:
+        case Shape::kPolicies:
+        case Shape::kAny:
+            break;
+    }
+    return false;
+}
+
+// "CKA_LABEL=", and its value; a list of names has no values.
+bool ChildrenReader::ReadAttribute(const Element& element, std::size_t searchFrom) {
+    if (!TakeLine(state.depth + 1)) return false;
+    if (!format.isNew && !Take("Attribute(")) return false;
+    ChildToken token;
+    token.kind = element.kind;
+    token.depth = static_cast<std::uint8_t>(state.depth);
+    std::size_t end = state.position;
+    while (end < text.size() && IsOfName(text[end])) ++end;
+    if (end == text.size()) ranOut = true;
+    if (end == state.position) return false;
+    token.type = text.substr(state.position, end - state.position);
+    state.position = end;
+    if (format.isNew) {
+        if (Take("=")) return ReadBytes(token, "\" ", searchFrom);
+    } else {
+        if (Take(",Value")) return ReadBytes(token, "\"));", searchFrom);
+        if (!Take(")")) return false;
+    }
+    token.form = '-';
+    return Finish(token);
+}
+
+// Bytes up to the first `closing`, or to the first one behind `searchFrom`, and the separator. Leaves the
+// choice of a later end.
+bool ChildrenReader::ReadBytes(ChildToken& token, std::string_view closing, std::size_t searchFrom) {
+    if (!format.isNew) {
+        if (!Take("(")) return false;
+        token.form = Take("Numeric") ? 'N' : Take("SimpleText") ? 'S' : Take("RichText") ? 'R' : '-';
+        if (token.form == '-') return false;
+    }
+    if (!Take("\"")) return false;
+    const std::size_t begin = state.position;
+    std::size_t quote = std::max(begin, searchFrom);
+    while (true) {
+        const std::size_t found = text.find('"', quote);
+        const std::size_t line = text.substr(quote, found == text.npos ? found : found - quote).find('\n');
+        const std::size_t searched = (found == text.npos ? text.size() : found) - quote;
+        budget -= std::min(budget, searched / 16);
+        if (line != text.npos) return false;
+        if (found == text.npos) {
+            ranOut = true;
+            return false;
+        }
+        if (text.size() - found < closing.size()) ranOut = true;
+        if (text.substr(found).starts_with(closing)) {
+            quote = found;
+            break;
+        }
+        quote = found + 1;
+    }
+    token.text = text.substr(begin, quote - begin);
+    laterEnd = quote + 1;
+    state.position = quote + closing.size();
+    tokens.push_back(token);
+    return true;
+}
+
+// A child of a record that is in no list: what it looks like.
+bool ChildrenReader::ReadAny(std::size_t searchFrom) {
+    Element element;
+    std::size_t longest = 0;
+    const std::string_view rest = text.substr(state.position);
+    const std::string_view line =
+        format.isNew ? rest : rest.substr(std::min(rest.find_first_not_of("\n "), rest.size()));
+    for (std::uint8_t i = 0; i < std::size(kKinds); ++i) {
+        const std::string_view label = format.isNew ? kKinds[i].newLabel : kKinds[i].oldLabel;
+        if (label.size() <= longest || !line.starts_with(label)) continue;
+        longest = label.size();
+        element.kind = i;
+    }
+    if (longest != 0) {
+        // What is printed as a ByteString may be a text with its length.
+        if (kKinds[element.kind].shape == Shape::kBytes && line.substr(longest, 1) == "(" &&
+            IsDigit(line.substr(longest + 1, 1).empty() ? ' ' : line[longest + 1]))
+            element.kind = KindOf("string");
+        return ReadElement(element, searchFrom);
+    }
+    if (!format.isNew) {
+        ranOut |= line.size() < 32;
+        return false;
+    }
+    // A label, up to its '=' or up to what a value begins with, and the value.
+    const std::size_t stop = std::min(rest.find_first_of("\"\n{}("), rest.size());
+    std::size_t end = rest.substr(0, std::min<std::size_t>(stop, 40)).find('=');
+    end = end == rest.npos ? std::min(rest.find_first_of("0123456789-\"{}(\n"), stop) : end + 1;
+    if (end == rest.size()) {
+        ranOut = true;
+        return false;
+    }
+    element.label = rest.substr(0, end);
+    const char first = rest[end];
+    element.kind = first == '"'                         ? KindOf("bytes")
+                   : first == '('                       ? KindOf("string")
+                   : first == 't' || first == 'f'       ? KindOf("bool")
+                   : first == '-'                       ? KindOf("ushort")
+                   : rest.substr(end).starts_with("0x") ? KindOf("hex")
+                                                        : KindOf("dec");
+    return ReadElement(element, searchFrom);
+}
+
+bool ChildrenReader::Open(const Element* elements, std::size_t count) {
+    if (!TakeLine(state.depth + 1) || !Take("{")) return false;
+    constexpr unsigned kDeepest = std::size(State{}.levels) - 1;
+    if (state.depth == kDeepest) return false;
+    ++state.depth;
+    // A structure that the library could not read has no members.
+    const std::size_t before = state.position;
+    const bool isEmpty = TakeLine(state.depth) && Take("}");
+    state.position = before;
+    state.levels[state.depth] = {elements, isEmpty ? 0 : static_cast<std::uint32_t>(count), 0};
+    return true;
+}
+
+bool ChildrenReader::Take(std::string_view literal) {
+    const std::size_t left = text.size() - state.position;
+    if (left < literal.size()) {
+        if (literal.starts_with(text.substr(state.position))) ranOut = true;
+        return false;
+    }
+    if (text.compare(state.position, literal.size(), literal) != 0) return false;
+    state.position += literal.size();
+    return true;
+}
+
+// In the old format each child and each brace has a line of its own.
+bool ChildrenReader::TakeLine(unsigned indent) {
+    static constexpr std::string_view kLine = "\n               ";
+    return format.isNew || Take(kLine.substr(0, 1 + 3 * indent));
+}
+
+bool ChildrenReader::TakeNumber(std::uint64_t& number, bool& isHex) {
+    isHex = Take("0x");
+    const char* const begin = text.data() + state.position;
+    const char* const end = text.data() + text.size();
+    const auto [behind, error] = std::from_chars(begin, end, number, isHex ? 16 : 10);
+    if (behind == end) ranOut = true;
+    state.position += static_cast<std::size_t>(behind - begin);
+    return error == std::errc();
+}
+
+// The low 32 bits, printed as a signed number.
+bool ChildrenReader::TakeSigned32(std::uint64_t& number) {
+    const bool isNegative = Take("-");
+    bool isHex = false;
+    if (!TakeNumber(number, isHex)) return false;
+    if (isNegative) number = static_cast<std::uint32_t>(-static_cast<std::int64_t>(number));
+    return true;
+}
+
+bool ChildrenReader::Finish(ChildToken& token) {
+    tokens.push_back(token);
+    return Take(format.isNew ? " " : ";");
+}
+
+// ---- Values
+// ------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr std::string_view kEscapes = "0123456789abcdefghijklmnopqrstuvwxyz";
+constexpr unsigned char kFirstPrintable = 32;
+constexpr unsigned char kLastPrintable = 126;
+
+// How the log writes these bytes: N(umeric), S(imple text), R(ich text).
+char FormOf(std::string_view bytes) {
+    std::size_t controls = 0;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        if (value > kLastPrintable) return 'N';
+        if (value < kFirstPrintable) ++controls;
+    }
+    if (controls == 0) return 'S';
+    return bytes.size() - controls > controls ? 'R' : 'N';
+}
+
+int DigitOf(char digit) {
+    if (IsDigit(digit)) return digit - '0';
+    return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
+}
+
+// False when these are no pairs of digits.
+bool BytesOfDigits(std::string_view digits, std::string& bytes) {
+    bytes.clear();
+    if (digits.size() % 2 != 0) return false;
+    bytes.reserve(digits.size() / 2);
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        const int high = DigitOf(digits[i]);
+        const int low = DigitOf(digits[i + 1]);
+        if (high < 0 || low < 0) return false;
+        bytes += static_cast<char>(high << 4 | low);
+    }
+    return true;
+}
+
+// A backslash begins an escape, a double quote is doubled. False when that does not hold.
+bool BytesOfRichText(std::string_view rich, std::string& bytes) {
+    bytes.clear();
+    for (std::size_t i = 0; i < rich.size(); ++i) {
+        const char first = rich[i];
+        const char second = i + 1 < rich.size() ? rich[i + 1] : '\0';
+        if (first == '"' && second != '"') return false;
+        if (first == '\\' && second != '\\') {
+            const std::size_t control = kEscapes.find(second);
+            if (second == '\0' || control >= kFirstPrintable) return false;
+            bytes += static_cast<char>(control);
+        } else {
+            bytes += first;
+        }
+        if (first == '\\' || first == '"') ++i;
+    }
+    return true;
+}
+
+// Bytes as the text shows them. Where the text does not say its form, the one counts in which the log would
+// have written what comes out.
+void SetBytes(Value& value, char form, std::string_view text) {
+    value.size = 0;
+    value.bytes = std::string();
+    if (form != 'T' && text == "<null>") return;
+    std::uint64_t leftOut = 0;
+    if (const std::size_t mark = form == 'T' ? text.npos : text.find(kElisionMark); mark != text.npos) {
+        const std::size_t end = std::min(text.find(kElisionMark, mark + 1), text.size());
+        std::from_chars(text.data() + mark + 1, text.data() + end, leftOut);
+        leftOut += text.size() - std::min(text.size(), end + 1);
+        text = text.substr(0, mark);
+        // The form is told from whole bytes.
+        if (text.size() % 2 != 0 && form != 'S' && form != 'R') {
+            text.remove_suffix(1);
+            ++leftOut;
+        }
+    }
+    std::string bytes;
+    bool isNumeric = false;
+    if (form == 'N' || form == '?') {
+        isNumeric = BytesOfDigits(text, bytes) && (form == 'N' || FormOf(bytes) == 'N');
+    }
+    bool isRich = false;
+    if (!isNumeric && (form == 'R' || form == '?'))
+        isRich = BytesOfRichText(text, bytes) && (form == 'R' || FormOf(bytes) == 'R');
+    if (!isNumeric && !isRich) bytes = text;
+    value.isText = !isNumeric;
+    value.size = bytes.size() + (isNumeric ? leftOut / 2 : leftOut);
+    if (bytes.size() > kLargestKeptValue) bytes.resize(kLargestKeptValue);
+    value.bytes = std::move(bytes);
+}
+
+Value ValueOf(const ChildToken& token) {
+    const Kind& kind = kKinds[token.kind];
+    Value value;
+    value.kind = kind.kind.empty() ? kind.oldLabel : kind.kind;
+    value.name = token.name;
+    value.type = token.type;
+    switch (kind.shape) {
+        case Shape::kNumber:
+        case Shape::kHex:
+        case Shape::kDecimal:
+        case Shape::kShort:
+            value.number = token.number;
+            value.isCut = token.isCut;
+            break;
+        case Shape::kBoolean:
+            value.boolean = token.number != 0;
+            break;
+        case Shape::kBytes:
+        case Shape::kValue:
+        case Shape::kText:
+            if (value.kind != "PIN") SetBytes(value, token.form, token.text);
+            break;
+        case Shape::kAttribute:
+            if (token.form != '-') SetBytes(value, token.form, token.text);
+            break;
+        case Shape::kMechanism: {
+            Value parameter;
+            parameter.kind = "ByteString";
+            parameter.name = "parameter";
+            SetBytes(parameter, token.form, token.text);
+            value.children.push_back(parameter);
+            break;
+        }
+        case Shape::kKeySizes:
+        case Shape::kSession:
+        case Shape::kGroup:
+            value.isGroup = true;
+            break;
+        case Shape::kSerial:
+        case Shape::kPolicies:
+        case Shape::kAny:
+            break;
+    }
+    return value;
+}
+
+// The values of one depth from `*next` on.
+std::vector<Value> ValuesFrom(const std::vector<ChildToken>& tokens, std::size_t& next, unsigned depth) {
+    std::vector<Value> values;
+    while (next < tokens.size() && tokens[next].depth >= depth) {
+        values.push_back(ValueOf(tokens[next++]));
+        if (next < tokens.size() && tokens[next].depth > depth)
+            values.back().children = ValuesFrom(tokens, next, depth + 1);
+    }
+    return values;
+}
+
+}  // namespace
+
+std::vector<Value> ValuesOf(const std::vector<ChildToken>& tokens) {
+    std::size_t next = 0;
+    return ValuesFrom(tokens, next, 0);
+}
+
+FieldKind FieldOf(const ChildToken& token) { return kKinds[token.kind].field; }
+
+}  // namespace ckscribe

@@ -1,0 +1,112 @@
+// Reads the children of a text record: what stands between its braces. The list of children of the record's
+// function decides where the text can be read in two ways, for bytes that are a text are not escaped.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "reader/recorded_functions.h"
+#include "reader/value.h"
+
+namespace ckscribe {
+
+// In the text of a record, `kElisionMark number kElisionMark` stands for that many bytes that were left out
+// of a very long line.
+inline constexpr char kElisionMark = '\x01';
+
+struct ChildrenFormat {
+    bool isNew = true;
+    bool isStart = true;
+};
+
+// One child as it stands in the text; those of a group follow it with a greater depth.
+struct ChildToken {
+    std::uint8_t kind = 0;  // index of kKinds in record_children.cpp
+    std::uint8_t depth = 0;
+    bool isCut = false;  // the text has room for the low 32 bits only
+    char form = '?';  // of bytes: N(umeric), S(imple), R(ich), ? where the text does not say, T as they are
+    std::string_view name;  // label
+    std::string_view type;  // name of a mechanism or an attribute
+    std::string_view text;  // bytes as written, without quotes
+    std::uint64_t number = 0;
+};
+
+enum class ChildrenOutcome { kRead, kUnreadable, kNeedsMore };
+
+struct ChildrenEnd {
+    ChildrenOutcome outcome = ChildrenOutcome::kUnreadable;
+    std::size_t end = 0;  // behind the closing brace
+};
+
+// Used by one thread at a time; keeps its memory from record to record.
+class ChildrenReader {
+public:
+    // Reads from the opening brace on (in the old format: from the line end in front of it). A record ends
+    // with the line of its closing brace, or with `text` if `isAllThere`. When nothing is read but more text
+    // might help, says so.
+    ChildrenEnd Read(std::string_view text, FunctionIndex function, ChildrenFormat format, bool isAllThere);
+
+    // The same for a record whose children are in no list.
+    ChildrenEnd ReadAnything(std::string_view text, ChildrenFormat format, bool isAllThere);
+
+    // Of the last record that was read.
+    const std::vector<ChildToken>& Tokens() const { return tokens; }
+
+    struct Element;
+
+private:
+    struct Level {
+        const Element* elements = nullptr;
+        std::uint32_t count = 0;
+        std::uint32_t next = 0;
+    };
+    struct State {
+        Level levels[4];
+        unsigned depth = 0;
+        std::size_t position = 0;
+    };
+    // A place where something else could have been read: bytes that end at a later quote, or a child that is
+    // not there.
+    struct Choice {
+        State state;
+        std::size_t tokenCount = 0;
+        std::size_t searchFrom = 0;  // 0: the child is left out
+    };
+
+    ChildrenEnd Run(const Element* elements, std::size_t count);
+    bool Step(std::size_t searchFrom);
+    bool ReadElement(const Element& element, std::size_t searchFrom);
+    bool ReadBytes(ChildToken& token, std::string_view closing, std::size_t searchFrom);
+    bool ReadAttribute(const Element& element, std::size_t searchFrom);
+    bool ReadAny(std::size_t searchFrom);
+    bool Open(const Element* elements, std::size_t count);
+    bool Take(std::string_view literal);
+    bool TakeLine(unsigned indent);
+    bool TakeNumber(std::uint64_t& number, bool& isHex);
+    bool TakeSigned32(std::uint64_t& number);
+    bool Finish(ChildToken& token);
+
+    std::string_view text;
+    ChildrenFormat format;
+    bool isAllThere = false;
+    // More text might have helped.
+    bool ranOut = false;
+    // Of the bytes that were read last: where another end of them is looked for; 0 when there were no bytes.
+    std::size_t laterEnd = 0;
+    std::size_t budget = 0;
+    State state;
+    std::vector<Choice> choices;
+    std::vector<ChildToken> tokens;
+};
+
+// The values of tokens.
+std::vector<Value> ValuesOf(const std::vector<ChildToken>& tokens);
+
+// What the kind of a token is for CallFields.
+enum class FieldKind { kNone, kSlot, kSession, kObject, kUser, kMechanism };
+FieldKind FieldOf(const ChildToken& token);
+
+}  // namespace ckscribe
