@@ -220,7 +220,8 @@ private:
 
     void AddList(const char* newLabel, const char* oldLabel, const char* element) {
         ExpectedChild list = Group(newLabel, oldLabel);
-        const std::size_t count = memory.ReadableCount(Operand(0), Operand(1), sizeof(CK_ULONG));
+        const CK_ULONG claimed = operands.size() > 2 ? std::min(Operand(1), Operand(2)) : Operand(1);
+        const std::size_t count = memory.ReadableCount(Operand(0), claimed, sizeof(CK_ULONG));
         for (std::size_t i = 0; i < count; ++i)
             list.children.push_back(Number(element, WordAt(Operand(0), i)));
         Add(list);
