@@ -107,11 +107,12 @@ bool AppendFile::OpenFor(const char* path, int access, NewFilePermissions permis
 }
 
 bool AppendFile::OpenPath(const char* path) {
-    descriptor = OpenToAppend(path, openAccess, newFilePermissions);
-    if (descriptor < 0) return false;
-    descriptor = MoveOutOfTheWay(descriptor);
+    const int opened = OpenToAppend(path, openAccess, newFilePermissions);
+    if (opened < 0) return false;
+    descriptor = MoveOutOfTheWay(opened);
     struct stat status = {};
     isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    hadName = isRegular && status.st_nlink != 0;
     device = status.st_dev;
     inode = status.st_ino;
     LookAtLimit();
@@ -142,9 +143,13 @@ void AppendFile::Close() {
     *openPath = '\0';
 }
 
+bool AppendFile::IsOurs(const struct stat& status) const {
+    return status.st_dev == device && status.st_ino == inode;
+}
+
 bool AppendFile::IsStillOurs() const {
     struct stat status;
-    return fstat(descriptor, &status) == 0 && status.st_dev == device && status.st_ino == inode;
+    return fstat(descriptor, &status) == 0 && IsOurs(status);
 }
 
 bool AppendFile::IsInspectionDue() {
@@ -153,9 +158,20 @@ bool AppendFile::IsInspectionDue() {
 
 void AppendFile::Inspect() {
     LookAtLimit();
-    if (descriptor >= 0 && IsStillOurs()) return;
-    descriptor = -1;
-    if (*openPath != '\0') OpenPath(openPath);
+    struct stat status;
+    if (descriptor < 0 || fstat(descriptor, &status) != 0 || !IsOurs(status)) {
+        descriptor = -1;
+        if (*openPath != '\0') OpenPath(openPath);
+    } else if (hadName && status.st_nlink == 0) {
+        ReplaceDeletedFile();
+    }
+}
+
+// Somebody removed the file, perhaps because a new one has its name by now. Nobody can read what is appended
+// to a file without a name; while there is no other, it is appended there all the same.
+void AppendFile::ReplaceDeletedFile() {
+    const int deleted = descriptor;
+    if (*openPath != '\0' && OpenPath(openPath)) CloseUncancelled(deleted);
 }
 
 void AppendFile::LookAtLimit() {

@@ -1,18 +1,26 @@
-// A file that is only ever appended to, by any number of processes at once, from inside somebody else's
-// process.
+// A file to which text is only ever appended, by any number of processes at once, from inside the process of
+// a host.
 //
-// What the host must not notice: no signal reaches it through a write of ours (SIGPIPE, SIGXFSZ), no
-// descriptor number that it would get itself is taken, nothing is inherited by programs that it executes, and
-// nothing here waits long for another process (a FIFO without a reader is opened all the same; what a full
-// one does not take is dropped, unless it has taken a part: then the rest waits up to a tenth of a second). A
-// host that closes all descriptors, as daemons do, and gets the number again for something of its own finds
-// nothing written there, and the file is opened again, whatever directory the host is in by then; when it
-// cannot be opened, again and again.
+// The host must not notice it:
+//  - No signal of a write (SIGPIPE, SIGXFSZ) reaches the host.
+//  - The descriptor has a number that the host would not get itself, and programs that the host executes do
+//  not
+//    inherit it.
+//  - Nothing here waits long for another process. A FIFO without a reader can be opened. A full FIFO loses
+//  the
+//    text, unless it has taken a part; then the rest waits for room, a tenth of a second at most.
+//  - A host may close all descriptors, as daemons do, and get the number again for a file of its own. Nothing
+//  is
+//    written there, and the log is opened again, from whatever directory the host is in by then. If it cannot
+//    be opened, it is tried again and again.
+//  - A log that somebody deletes is opened again at its path. A log that is renamed is written on.
+// A descriptor is looked at every few milliseconds; a change before that is noticed late.
 //
 // One thread at a time.
 #pragma once
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cstddef>
@@ -52,9 +60,11 @@ private:
     bool OpenFor(const char* path, int access, NewFilePermissions permissions);
     bool OpenPath(const char* path);
     void RememberPath(const char* path);
+    bool IsOurs(const struct stat& status) const;
     bool IsStillOurs() const;
     bool IsInspectionDue();
     void Inspect();
+    void ReplaceDeletedFile();
     void LookAtLimit();
 
     static constexpr std::size_t kLongestPath = 1000;
@@ -63,6 +73,7 @@ private:
     dev_t device = 0;
     ino_t inode = 0;
     bool isRegular = false;
+    bool hadName = false;  // when it was opened: it was no file that had been deleted before
     bool mayRaiseSignal = true;
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in milliseconds of the coarse clock

@@ -215,6 +215,9 @@ TEST_F(AppendFileTest, ADescriptorThatTheHostClosedIsOpenedAgain) {
     EXPECT_EQ(Contents(path), "one two three");
 }
 
+// The descriptor's number in a process that has no such number in use.
+constexpr int kFirstNumber = 900;
+
 // The coarse clock moves on within this time.
 void WaitForAnInspection() { usleep(20'000); }
 
@@ -293,6 +296,87 @@ TEST_F(AppendFileTest, WhatCannotBeOpenedAgainIsTriedAgain) {
     EXPECT_TRUE(file.IsOpen());
     EXPECT_EQ(Contents(path), "one two");
 }
+
+TEST_F(AppendFileTest, DeletedFile_IsCreatedAgainAtItsPath) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    const int number = DescriptorOf(path);
+    unlink(path.c_str());
+    WaitForAnInspection();
+    file.Append("two ");
+    file.Append("three");
+    EXPECT_EQ(Contents(path), "two three");
+    EXPECT_EQ(fcntl(number, F_GETFD), -1) << "the deleted file is still open";
+}
+
+TEST_F(AppendFileTest, DeletedFileWithASuccessor_SuccessorIsAppendedTo) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    unlink(path.c_str());
+    Write(path, "successor: ");
+    WaitForAnInspection();
+    file.Append("two");
+    EXPECT_EQ(Contents(path), "successor: two");
+}
+
+TEST_F(AppendFileTest, DeletedFile_IsCreatedAgainAfterSixtyFourAppends) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    unlink(path.c_str());
+    for (int i = 0; i < 65; ++i) file.Append("x");
+    EXPECT_NE(Contents(path), "");
+}
+
+TEST_F(AppendFileTest, RenamedFile_IsAppendedToUnderItsNewName) {
+    const std::string renamed = directory.File("renamed");
+    ASSERT_TRUE(file.Open(path.c_str()));
+    file.Append("one ");
+    std::filesystem::rename(path, renamed);
+    Write(path, "another file");
+    WaitForAnInspection();
+    file.Append("two");
+    EXPECT_EQ(Contents(renamed), "one two");
+    EXPECT_EQ(Contents(path), "another file");
+}
+
+TEST_F(AppendFileTest, FileWithOneOfTwoNamesDeleted_IsAppendedTo) {
+    const std::string second = directory.File("second");
+    ASSERT_TRUE(file.Open(path.c_str()));
+    std::filesystem::create_hard_link(path, second);
+    unlink(path.c_str());
+    WaitForAnInspection();
+    file.Append("x");
+    EXPECT_EQ(Contents(second), "x");
+    EXPECT_NE(access(path.c_str(), F_OK), 0);
+}
+
+TEST_F(AppendFileTest, DeletedFileThatCannotBeCreatedAgain_IsTriedAgain) {
+    ASSERT_TRUE(file.Open(path.c_str()));
+    unlink(path.c_str());
+    ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+    WaitForAnInspection();
+    file.Append("lost");
+    EXPECT_TRUE(file.IsOpen());
+    ASSERT_EQ(rmdir(path.c_str()), 0);
+    WaitForAnInspection();
+    file.Append("kept");
+    EXPECT_EQ(Contents(path), "kept");
+}
+
+#ifdef __linux__
+TEST_F(AppendFileTest, FileThatNeverHadAName_IsAppendedTo) {
+    const int nameless = open(path.c_str(), O_RDWR | O_CREAT, 0600);
+    unlink(path.c_str());
+    const std::string sameFile = "/proc/self/fd/" + std::to_string(nameless);
+    ASSERT_TRUE(file.Open(sameFile.c_str()));
+    ASSERT_NE(fcntl(kFirstNumber, F_GETFD), -1);
+    for (int i = 0; i < 65; ++i) file.Append("x");
+    EXPECT_NE(fcntl(kFirstNumber, F_GETFD), -1) << "it was opened again";
+    struct stat status;
+    ASSERT_EQ(fstat(nameless, &status), 0);
+    EXPECT_EQ(status.st_size, 65);
+    close(nameless);
+}
+#endif
 
 TEST_F(AppendFileTest, ClosedOnPurposeWhileItIsLostItStaysClosed) {
     ASSERT_TRUE(file.Open(path.c_str()));
