@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kTextSize = CkLogConfig::kLongestWord + 1;
 
+constexpr char kMaskKey[] = "LoggingMask";
+
 // Blanks before a ";" belong to the value; a person does not see them.
 std::string_view WithoutBlanks(std::string_view text) {
     constexpr char kBlanks[] = " \t";
@@ -40,7 +42,13 @@ const char* CkLogConfig::CkLogLibraryFileName() {
 
 unsigned CkLogConfig::GetLoggingMask() {
     char names[kTextSize];
-    if (!GetConfigurationInfo(GetCkLogSectionName(), "LoggingMask", names, sizeof names)) {
+    const bool isFound = GetConfigurationInfo(GetCkLogSectionName(), kMaskKey, names, sizeof names) != 0;
+    return KeepMask(isFound ? names : nullptr);
+}
+
+unsigned CkLogConfig::KeepMask(const char* names) {
+    isMaskRead.store(true, std::memory_order_relaxed);
+    if (names == nullptr) {
         loggingMask.store(ALL_FUNC, std::memory_order_relaxed);
         return 0;
     }
@@ -50,7 +58,15 @@ unsigned CkLogConfig::GetLoggingMask() {
 }
 
 void CkLogConfig::RefreshLoggingMask() {
-    ckscribe::BehindHostShield([this] { GetLoggingMask(); });
+    ckscribe::BehindHostShield([this] {
+        if (GetLibraryType() != 0 || !isMaskRead.load(std::memory_order_relaxed)) {
+            GetLoggingMask();
+            return;
+        }
+        char names[kTextSize];
+        const Found found = LookUp(GetCkLogSectionName(), kMaskKey, names, sizeof names);
+        if (found != Found::kNoText) KeepMask(found == Found::kEntry ? names : nullptr);
+    });
 }
 
 int CkLogConfig::LoggingLevel() {

@@ -37,7 +37,9 @@ public:
     // ignored, and so are names after the twelfth.
     unsigned GetLoggingMask();
 
-    // 1 when calls of this class are to be logged now, else 0. Each 500th query looks at the file first.
+    // 1 when calls of this class are to be logged now, else 0. Each 500th query reads the mask anew first. If
+    // the file cannot be opened or read then, the mask that was read last stays: a daemon that has given up
+    // its rights, or changed its root, must not log more than its configuration allows.
     int DoWeLogThis(int classBit) {
         const unsigned query = reqToCheckConfigFile.load(std::memory_order_relaxed);
         reqToCheckConfigFile.store(query + 1, std::memory_order_relaxed);
@@ -75,6 +77,10 @@ private:
     static constexpr unsigned kQueriesPerLook = 500;
 
     void RefreshLoggingMask();
+    // Keeps the mask of these names, or every class for null, as GetLoggingMask does.
+    unsigned KeepMask(const char* names);
     int NumberOf(const char* key) const;
     const char* TextOf(const char* key, const char* missing, char* buffer) const;
+
+    std::atomic<bool> isMaskRead{false};
 };

@@ -101,12 +101,19 @@ int WendrafilConfiguration::DumpFile(FILE* stream) const {
 int WendrafilConfiguration::GetConfigurationEntry(const char* section, const char* key, char* value,
                                                   int valueSize) const {
     if (section == nullptr || key == nullptr || value == nullptr) return 0;
+    return LookUp(section, key, value, valueSize) == Found::kEntry ? 1 : 0;
+}
+
+WendrafilConfiguration::Found WendrafilConfiguration::LookUp(const char* section, const char* key,
+                                                             char* value, int valueSize) const {
     FileText file;
-    if (!file.Read(GetConfFileName())) return 0;
+    if (!file.Read(GetConfFileName())) return Found::kNoText;
+    const bool isReadInVain = !file.isWhole && file.text[0] == '\0';
+    if (isReadInVain) return Found::kNoText;
     const char* found = FindEntryValue(file.text.get(), section, key);
-    if (found == nullptr) return 0;
+    if (found == nullptr) return Found::kNoEntry;
     CopyCut(found, value, static_cast<unsigned>(valueSize));
-    return 1;
+    return Found::kEntry;
 }
 
 int WendrafilConfiguration::GetConfigurationInfo(const char* section, const char* key, char* value,

@@ -501,6 +501,13 @@ public:
                                 unsigned short* defaultId);
 
 protected:
+    // What a look into the file gives. kNoText: the file cannot be opened, or not a single byte of it can be
+    // read.
+    enum class Found { kNoText, kNoEntry, kEntry };
+
+    // Looks into the file as GetConfigurationEntry does, for arguments that are not null.
+    Found LookUp(const char* section, const char* key, char* value, int valueSize) const;
+
     static constexpr int kResultSize = 500;
 
     // For the derived logging class: its cached logging mask, which this class sets to 0 and never reads.

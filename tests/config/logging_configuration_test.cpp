@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "tests/logging_configuration_file.h"
@@ -125,6 +126,57 @@ TEST_F(LoggingConfigurationTest, LevelsAreExactWords) {
         file.Write("LoggingLevel = " + std::string(value.word) + ";\n");
         EXPECT_EQ(settings.LoggingLevel(), value.level) << value.word;
     }
+}
+
+// ---- The mask, when the file cannot be read
+// ------------------------------------------------------------------
+
+class MaskOfUnreadableFile : public LoggingConfigurationTest {
+protected:
+    // Asks until the file has been looked at.
+    int IsLoggedAfterALook(FunctionClass functionClass) {
+        Settings::reqToCheckConfigFile.store(500);
+        return settings.DoWeLogThis(functionClass);
+    }
+
+    void RemoveFile() const { std::filesystem::remove(file.directory.File("Wendrafil.conf")); }
+};
+
+TEST_F(MaskOfUnreadableFile, FileVanishesAfterTheMaskWasRead_MaskStays) {
+    EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
+    RemoveFile();
+    EXPECT_EQ(IsLoggedAfterALook(SESSION_FUNC), 1);
+    EXPECT_EQ(IsLoggedAfterALook(GEN_FUNC), 0);
+}
+
+TEST_F(MaskOfUnreadableFile, FileComesBack_ItsMaskCounts) {
+    EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
+    RemoveFile();
+    EXPECT_EQ(IsLoggedAfterALook(GEN_FUNC), 0);
+    file.Write("LoggingMask = GEN_FUNC;\n");
+    EXPECT_EQ(IsLoggedAfterALook(SESSION_FUNC), 0);
+    EXPECT_EQ(IsLoggedAfterALook(GEN_FUNC), 1);
+    file.Write("");
+    EXPECT_EQ(IsLoggedAfterALook(DIGEST_FUNC), 1) << "the file is there and lacks the key";
+}
+
+TEST_F(MaskOfUnreadableFile, NoMaskReadBefore_EveryClassIsLogged) {
+    RemoveFile();
+    EXPECT_EQ(IsLoggedAfterALook(DIGEST_FUNC), 1);
+}
+
+TEST_F(MaskOfUnreadableFile, GetLoggingMask_MeansEveryClass) {
+    EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
+    RemoveFile();
+    EXPECT_EQ(settings.GetLoggingMask(), 0U);
+    EXPECT_EQ(settings.DoWeLogThis(DIGEST_FUNC), 1);
+}
+
+TEST_F(MaskOfUnreadableFile, OtherKindOfStore_EveryClassIsLogged) {
+    EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
+    CkLogConfig::SetLibraryType(1);
+    EXPECT_EQ(IsLoggedAfterALook(DIGEST_FUNC), 1);
+    CkLogConfig::SetLibraryType(0);
 }
 
 // ---- The mask
