@@ -3,6 +3,10 @@
 namespace ckscribe {
 
 // The help lists them in this order.
-void AddSubcommands(CLI::App& app, int& status) { AddRunCommand(app, status); }
+void AddSubcommands(CLI::App& app, int& status) {
+    AddRunCommand(app, status);
+    AddCheckCommand(app, status);
+    AddConfCommand(app, status);
+}
 
 }  // namespace ckscribe

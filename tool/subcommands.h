@@ -9,6 +9,8 @@ namespace ckscribe {
 // Each of these adds a sub-command: its options, a footer with an example, and a callback that does the work
 // and stores the exit status (tool/exit_status.h). `status` outlives the parsing.
 void AddRunCommand(CLI::App& app, int& status);
+void AddCheckCommand(CLI::App& app, int& status);
+void AddConfCommand(CLI::App& app, int& status);
 
 // Adds them all.
 void AddSubcommands(CLI::App& app, int& status);

@@ -1,0 +1,18 @@
+// Which configuration file the library reads.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "tool/findings.h"
+
+namespace ckscribe {
+
+// The path of the file that was named on the command line, as file or as folder, or else of the one that the
+// library finds. With `findings`, tells which it is and why.
+std::string ConfigurationPath(const std::string& named, Findings* findings = nullptr);
+
+// The file's text, read as the library reads it. Nothing, and a finding that says why, when nothing comes.
+std::optional<std::string> ReadConfiguration(const std::string& path, Findings& findings);
+
+}  // namespace ckscribe

@@ -1,0 +1,48 @@
+// What `ckscribe check` has found out, in the order in which it was found.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tool/terminal.h"
+
+namespace ckscribe {
+
+enum class Level {
+    kOk,     // as it should be
+    kNote,   // not wrong, but perhaps not what was meant
+    kWrong,  // something does not work, or does not do what was meant
+};
+
+struct Finding {
+    Level level;
+    std::string about;   // a key of the configuration, or a name such as "configuration"
+    int line;            // of the configuration file, from 1; 0 for none
+    std::string what;    // the fact, and what follows from it
+    std::string remedy;  // what to do; empty when there is nothing to do
+};
+
+class Findings {
+public:
+    void Add(Level level, std::string_view about, int line, std::string what, std::string remedy = "");
+
+    bool HasWrong() const { return Count(Level::kWrong) != 0; }
+    std::size_t Count(Level level) const;
+    const std::vector<Finding>& All() const { return findings_; }
+
+    // For people: two to a finding, what is and what to do; the last line counts them.
+    std::string Text(const Palette& palette) const;
+
+    // For programs: {"findings":[{"level":"wrong","about":"Enabled","line":4,"what":"...","do":"..."}]} and a
+    // line feed. A finding without a line has no "line". Bytes that are not UTF-8 become U+FFFD.
+    std::string Json() const;
+
+private:
+    std::vector<Finding> findings_;
+};
+
+// A text from outside for one line of a message: in double quotes, control characters as "\x09".
+std::string Quoted(std::string_view text);
+
+}  // namespace ckscribe

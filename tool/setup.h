@@ -1,0 +1,52 @@
+// A set-up that `ckscribe check` looks at: one configuration file, and what the library makes of it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "config/logging_configuration.h"
+#include "tool/configuration_text.h"
+#include "tool/findings.h"
+#include "tool/logging_keys.h"
+
+namespace ckscribe {
+
+// The library's own view of section "CkLog2", of a file that the caller names. A file that is not there is a
+// configuration in which every key has its default.
+class ConfigurationAt : public CkLogConfig {
+public:
+    explicit ConfigurationAt(std::string path) : path_(std::move(path)) {}
+    const char* GetConfFileName() const override { return path_.c_str(); }
+
+private:
+    std::string path_;
+};
+
+class Setup {
+public:
+    Setup(const std::string& path, std::string_view text) : settings(path), text(text) {}
+
+    ConfigurationAt settings;
+    const ConfigurationText text;
+
+    // The key's value as it stands in the file, or nothing when the library finds no such key.
+    std::optional<std::string> Value(std::string_view key) const {
+        const auto entry = text.FindEntry(CkLogConfig::GetCkLogSectionName(), std::string(key));
+        if (!entry) return std::nullopt;
+        return std::string(text.ValueOf(*entry));
+    }
+
+    // The line of the key that counts, or 0.
+    int Line(std::string_view key) const {
+        const auto entry = text.FindEntry(CkLogConfig::GetCkLogSectionName(), std::string(key));
+        return entry ? text.LineOf(entry->key) : 0;
+    }
+
+    // The library writes a log.
+    bool IsLogging() { return settings.IsLoggingEnabledMordavek() != 0; }
+
+    // The library writes events.
+    bool HasEvents() const { return !Value("Events").value_or("").empty(); }
+};
+
+}  // namespace ckscribe

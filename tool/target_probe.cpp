@@ -1,0 +1,229 @@
+#include "tool/target_probe.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <fmt/core.h>
+#include <link.h>
+#include <p11-kit/pkcs11.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+namespace ckscribe {
+
+namespace {
+
+using Json = nlohmann::json;
+using Clock = std::chrono::steady_clock;
+
+// --- In the child
+
+// What tells this library from every other.
+constexpr char kOwnFunction[] = "CkLogSpecialInitialize";
+
+constexpr const char* kStandardNames[] = {
+#define C_EVERY_ROW(Name, ...) "C_" #Name,
+#define C_UNBOUND_ROW(...)
+#include "functions/functions.def"
+};
+
+constexpr const char* kOptionalNames[] = {
+#define C_OPTIONAL_ROW(Name, ...) "C_" #Name,
+#include "functions/functions.def"
+};
+
+constexpr const char* kVendorNames[] = {
+#define CA_EVERY_ROW(Name) "CA_" #Name,
+#include "functions/functions.def"
+};
+
+// Text of fixed length, filled up with blanks, as PKCS#11 has it.
+std::string Padded(const CK_UTF8CHAR* text, std::size_t size) {
+    std::string padded(reinterpret_cast<const char*>(text), size);
+    padded = padded.substr(0, padded.find('\0'));
+    padded.erase(padded.find_last_not_of(' ') + 1);
+    return padded;
+}
+
+std::string DescribeInfo(const CK_INFO& info) {
+    return fmt::format(
+        "{}, {}, version {}.{}, Cryptoki {}.{}", Padded(info.manufacturerID, sizeof info.manufacturerID),
+        Padded(info.libraryDescription, sizeof info.libraryDescription), info.libraryVersion.major,
+        info.libraryVersion.minor, info.cryptokiVersion.major, info.cryptokiVersion.minor);
+}
+
+template <class Function>
+Function Find(void* target, const char* name) {
+    return reinterpret_cast<Function>(dlsym(target, name));
+}
+
+CK_FUNCTION_LIST* FunctionListOf(void* target) {
+    CK_FUNCTION_LIST* list = nullptr;
+    const auto get = Find<CK_C_GetFunctionList>(target, "C_GetFunctionList");
+    return get != nullptr && get(&list) == CKR_OK ? list : nullptr;
+}
+
+void AskTarget(void* target, bool initialize, Json& answer) {
+    const CK_FUNCTION_LIST* const list = answer["listOnly"] == true ? FunctionListOf(target) : nullptr;
+    const auto start = list != nullptr ? list->C_Initialize : Find<CK_C_Initialize>(target, "C_Initialize");
+    const auto info = list != nullptr ? list->C_GetInfo : Find<CK_C_GetInfo>(target, "C_GetInfo");
+    const auto stop = list != nullptr ? list->C_Finalize : Find<CK_C_Finalize>(target, "C_Finalize");
+    if (initialize && start != nullptr) answer["initialize"] = start(nullptr);
+    if (info != nullptr) {
+        CK_INFO said = {};
+        const CK_RV result = info(&said);
+        answer["infoResult"] = result;
+        if (result == CKR_OK) answer["info"] = DescribeInfo(said);
+    }
+    if (initialize && stop != nullptr && answer["initialize"] == CKR_OK) stop(nullptr);
+}
+
+void LookUpFunctions(void* target, Json& answer) {
+    Json standard = Json::array();
+    for (const char* name : kStandardNames) {
+        const bool isOptional = std::ranges::any_of(
+            kOptionalNames, [name](const char* optional) { return std::strcmp(name, optional) == 0; });
+        if (dlsym(target, name) == nullptr && !isOptional) standard.push_back(name);
+    }
+    Json vendor = Json::array();
+    for (const char* name : kVendorNames) {
+        if (dlsym(target, name) == nullptr) vendor.push_back(name);
+    }
+    bool hasOther = false;
+    for (const char* name : kStandardNames)
+        hasOther |= std::strcmp(name, "C_GetFunctionList") != 0 && dlsym(target, name) != nullptr;
+    const bool hasList = dlsym(target, "C_GetFunctionList") != nullptr;
+    answer["standard"] = standard;
+    answer["vendor"] = vendor;
+    answer["hasList"] = hasList;
+    answer["listOnly"] = hasList && !hasOther;
+}
+
+// Whether this library's own function is the target's or that of another library below it.
+void LookForCkscribe(void* target, Json& answer) {
+    void* const own = dlsym(target, kOwnFunction);
+    if (own == nullptr) return;
+    Dl_info holder = {};
+    link_map* image = nullptr;
+    const bool isItself = dladdr(own, &holder) != 0 && dlinfo(target, RTLD_DI_LINKMAP, &image) == 0 &&
+                          reinterpret_cast<std::uintptr_t>(holder.dli_fbase) == image->l_addr;
+    answer[isItself ? "isCkscribe" : "needsCkscribe"] = true;
+}
+
+Json Examine(const char* path, bool initialize) {
+    Json answer;
+    void* const target = dlopen(path, RTLD_NOW);
+    answer["loaded"] = target != nullptr;
+    if (target == nullptr) {
+        const char* const reason = dlerror();
+        answer["error"] = reason != nullptr ? reason : "the loader says nothing";
+        return answer;
+    }
+    LookForCkscribe(target, answer);
+    LookUpFunctions(target, answer);
+    // A call of this library would start it, and it would make its files.
+    if (!answer.contains("isCkscribe") && !answer.contains("needsCkscribe"))
+        AskTarget(target, initialize, answer);
+    return answer;
+}
+
+void CloseStandardStreams() {
+    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (int stream = 0; stream <= 2; ++stream) dup2(nothing, stream);
+}
+
+[[noreturn]] void RunChild(int answerTo, const char* path, bool initialize, int seconds) {
+    setpgid(0, 0);
+    // Should the parent be killed meanwhile.
+    alarm(static_cast<unsigned>(seconds) + 1);
+    CloseStandardStreams();
+    const std::string answer =
+        Examine(path, initialize).dump(-1, ' ', true, Json::error_handler_t::replace) + "\n";
+    for (std::size_t written = 0; written < answer.size();) {
+        const ssize_t count = write(answerTo, answer.data() + written, answer.size() - written);
+        if (count <= 0) break;
+        written += static_cast<std::size_t>(count);
+    }
+    // Without the target's destructors: it was asked to load, not to end well.
+    _exit(0);
+}
+
+// --- In the parent
+
+// One line from the pipe; shorter when the child ends or the time is over.
+std::string ReadAnswer(int from, Clock::time_point deadline) {
+    std::string answer;
+    while (!answer.ends_with('\n')) {
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        pollfd waiting = {from, POLLIN, 0};
+        const int ready = left > 0 ? poll(&waiting, 1, static_cast<int>(left)) : 0;
+        if (ready < 0 && errno == EINTR) continue;
+        if (ready <= 0) break;
+        char piece[4096];
+        const ssize_t count = read(from, piece, sizeof piece);
+        if (count <= 0) break;
+        answer.append(piece, static_cast<std::size_t>(count));
+    }
+    return answer;
+}
+
+ProbedTarget FromAnswer(const Json& answer) {
+    ProbedTarget target;
+    target.isLoaded = answer.value("loaded", false);
+    target.loaderError = answer.value("error", "");
+    target.isCkscribe = answer.value("isCkscribe", false);
+    target.needsCkscribe = answer.value("needsCkscribe", false);
+    target.missingStandard = answer.value("standard", std::vector<std::string>());
+    target.missingVendor = answer.value("vendor", std::vector<std::string>());
+    target.hasFunctionList = answer.value("hasList", false);
+    target.isListOnly = answer.value("listOnly", false);
+    if (answer.contains("initialize")) target.initializeResult = answer["initialize"].get<unsigned long>();
+    if (answer.contains("infoResult")) target.infoResult = answer["infoResult"].get<unsigned long>();
+    target.info = answer.value("info", "");
+    return target;
+}
+
+std::string DescribeEnding(int status, bool isLate, int seconds) {
+    if (isLate) return fmt::format("does not come to an end within {} s", seconds);
+    if (WIFSIGNALED(status))
+        return fmt::format("ends the process with signal {} ({})", WTERMSIG(status),
+                           strsignal(WTERMSIG(status)));
+    return fmt::format("ends the process with status {}", WEXITSTATUS(status));
+}
+
+}  // namespace
+
+ProbeResult ProbeTarget(const std::string& path, bool initialize, int seconds) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0)
+        return {std::nullopt, fmt::format("cannot be tried: {}", std::strerror(errno))};
+    const Clock::time_point deadline = Clock::now() + std::chrono::seconds(seconds);
+    const pid_t child = fork();
+    if (child == 0) RunChild(ends[1], path.c_str(), initialize, seconds);
+    close(ends[1]);
+    if (child < 0) {
+        close(ends[0]);
+        return {std::nullopt, fmt::format("cannot be tried: {}", std::strerror(errno))};
+    }
+    setpgid(child, child);
+    const std::string answer = ReadAnswer(ends[0], deadline);
+    const bool isLate = Clock::now() >= deadline;
+    close(ends[0]);
+    // The child ends by itself when it has answered or lost its answer; what it started, and a child that is
+    // late, does not.
+    if (!answer.ends_with('\n') && isLate) kill(-child, SIGKILL);
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
+    kill(-child, SIGKILL);
+    if (!answer.ends_with('\n')) return {std::nullopt, DescribeEnding(status, isLate, seconds)};
+    return {FromAnswer(Json::parse(answer)), ""};
+}
+
+}  // namespace ckscribe
