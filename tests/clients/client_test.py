@@ -23,6 +23,7 @@ from call_log import records_of_new_log, records_of_old_log
 
 LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:])
 HERE = pathlib.Path(__file__).resolve().parent
+EXPECTED_FUNCTIONS = HERE.parent / "expected_functions.def"
 
 # Four bytes of any of them are recognised wherever they turn up; see tests/secrets/planted_secret.h.
 SO_PIN = "Q~J^X@Z!V~K^W@J~"
@@ -34,7 +35,8 @@ TOKEN = "clients"
 # SoftHSM has none of the vendor's functions, and the library announces each of them, in the order in which it looks
 # them up.
 ANNOUNCEMENTS = "".join(
-    f"Failed to load function '{name}'.\n" for name in (HERE / "announced_functions.txt").read_text().split()
+    f"Failed to load function '{name}'.\n"
+    for name in re.findall(r"^FUNCTION\((CA_\w+), .*\bkRequired\b", EXPECTED_FUNCTIONS.read_text(), re.MULTILINE)
 ).encode()
 
 
