@@ -214,7 +214,7 @@ void TellMask(Setup& setup, Findings& findings) {
             isLevelSet
                 ? ", the level " + std::string(LoggingLevelWords()[static_cast<std::size_t>(level) - 1]) + ","
                 : "",
-            LoggedFunctionCount(mask, level), FunctionCount()));
+            LoggedFunctionCount(mask, level), ExportedFunctionCount()));
 }
 
 void TellLevel(Setup& setup, Findings& findings) {

@@ -26,7 +26,7 @@ constexpr Function kFunctions[] = {
 
 }  // namespace
 
-int FunctionCount() { return static_cast<int>(std::size(kFunctions)); }
+int ExportedFunctionCount() { return static_cast<int>(std::size(kFunctions)); }
 
 int LoggedFunctionCount(unsigned mask, int level) {
     return static_cast<int>(std::ranges::count_if(kFunctions, [=](const Function& function) {

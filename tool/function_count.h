@@ -4,7 +4,7 @@
 namespace ckscribe {
 
 // Of all that the library exports.
-int FunctionCount();
+int ExportedFunctionCount();
 
 // Of those, the ones whose class is in the mask and whose level is at most `level`, 1 to 4.
 int LoggedFunctionCount(unsigned mask, int level);

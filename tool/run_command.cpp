@@ -1,20 +1,66 @@
+#include <fmt/core.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+#include "config/logging_words.h"
 #include "tool/arguments.h"
-#include "tool/exit_status.h"
-#include "tool/messages.h"
+#include "tool/run/run_options.h"
 #include "tool/subcommands.h"
 
 namespace ckscribe {
 
 namespace {
 
-constexpr char kExample[] =
-    "Example:\n"
-    "  ckscribe run -- pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so -L\n";
+constexpr char kExamples[] =
+    "Examples:\n"
+    "  ckscribe run -- pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so -L\n"
+    "  ckscribe run -c -o calls.txt -- java -jar signer.jar\n"
+    "  ckscribe run -e session,sign_verify -m /usr/lib/softhsm/libsofthsm2.so -- ./server\n";
+
+const std::map<std::string, RunFormat> kFormats{{"calls", RunFormat::kCalls},
+                                                {"text", RunFormat::kText},
+                                                {"old", RunFormat::kOld},
+                                                {"events", RunFormat::kEvents}};
 
 class Help : public CLI::Formatter {
     std::string make_usage(const CLI::App*, std::string) const override {
         return "Usage: ckscribe run [OPTIONS] [--] COMMAND [ARGUMENT...]\n";
     }
+};
+
+// "session" and "SESSION_FUNC" are the class SESSION_FUNC. Empty for no class.
+std::string ClassNamed(std::string word) {
+    std::ranges::transform(word, word.begin(),
+                           [](unsigned char each) { return static_cast<char>(std::toupper(each)); });
+    for (const LoggingClass& each : LoggingClasses())
+        if (word == each.name || word + "_FUNC" == each.name) return std::string(each.name);
+    return "";
+}
+
+// The value of "LoggingMask" for words between commas.
+std::string MaskOf(const std::string& words) {
+    std::vector<std::string> names;
+    for (const std::string& word : CLI::detail::split(words, ',')) {
+        names.push_back(ClassNamed(word));
+        if (!names.back().empty()) continue;
+        std::vector<std::string> known;
+        for (const LoggingClass& each : LoggingClasses()) known.emplace_back(each.name);
+        throw CLI::ValidationError("-e", fmt::format("\"{}\" is no class of functions. These are: {}.", word,
+                                                     fmt::join(known, ", ")));
+    }
+    std::ranges::sort(names);
+    names.erase(std::ranges::unique(names).begin(), names.end());
+    return fmt::format("{}", fmt::join(names, "|"));
+}
+
+struct Parsed {
+    RunOptions options;
+    std::string classes;
+    bool hasTableOnly = false;
+    bool hasBoth = false;
 };
 
 }  // namespace
@@ -23,11 +69,36 @@ void AddRunCommand(CLI::App& app, int& status) {
     CLI::App* const run = app.add_subcommand("run", "Log the PKCS#11 calls of a command");
     run->prefix_command();
     run->formatter(std::make_shared<Help>());
-    run->footer(kExample);
-    run->callback([run, &status] {
-        if (CommandToRun(*run).empty()) throw CLI::RequiredError("A command to run");
-        Say("This version cannot run a command yet.");
-        status = kRunFailed;
+    run->footer(kExamples);
+
+    const auto parsed = std::make_shared<Parsed>();
+    RunOptions& options = parsed->options;
+    run->add_option("-m,--module", options.module,
+                    "Log this module; without it, the one that an argument names or that is loaded first")
+        ->type_name("PATH");
+    run->add_option("-o,--output", options.output, "Write there instead of to standard error")
+        ->type_name("FILE");
+    run->add_option("--format", options.format, "calls (a line each), text or old (the log), or events")
+        ->type_name("FORMAT")
+        ->transform(CLI::Transformer(kFormats).description(""));
+    run->add_option("-e,--classes", parsed->classes,
+                    "Log these classes of functions only, with commas between them")
+        ->type_name("CLASS[,CLASS]");
+    run->add_flag("-c,--summary-only", parsed->hasTableOnly,
+                  "Print a table of the functions at the end, and no calls");
+    run->add_flag("-C,--summary", parsed->hasBoth, "Print the calls, and the table at the end");
+    run->add_flag("--data", options.showsData, "Show data; without this it is hidden in every format");
+    run->add_option("--keep", options.keptDirectory, "Keep the configuration and the raw logs there")
+        ->type_name("DIR");
+
+    run->callback([run, parsed, &status] {
+        RunOptions& options = parsed->options;
+        options.command = CommandToRun(*run);
+        if (options.command.empty()) throw CLI::RequiredError("A command to run");
+        if (!parsed->classes.empty()) options.mask = MaskOf(parsed->classes);
+        options.hasTable = parsed->hasTableOnly || parsed->hasBoth;
+        options.hasLog = !parsed->hasTableOnly || parsed->hasBoth;
+        status = Run(options);
     });
 }
 

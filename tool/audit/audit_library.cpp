@@ -1,0 +1,317 @@
+// The audit library of `ckscribe run`: the dynamic loader asks it, in every process of the command, which
+// file to load for a name. For the PKCS#11 module of the process it answers libckscribe.so, and when
+// libckscribe.so then asks for its target, it answers the module. See rtld-audit(7).
+//
+// It has no C library, keeps no descriptor, starts no thread and changes nothing that the process can see but
+// kConfigurationVariable. Whatever it cannot find out, it leaves as it is without it. The loader calls it
+// with its lock held, so that no two threads are in it at once.
+
+#include <link.h>
+#include <stdint.h>
+
+#include "tool/audit/elf_symbols.h"
+#include "tool/audit/names.h"
+#include "tool/audit/system_call.h"
+
+using namespace ckscribe;
+
+// The compiler may call this for what it finds too long to write out.
+extern "C" void* memcpy(void* to, const void* from, size_t size) {
+    auto* const written = static_cast<volatile char*>(to);
+    const auto* const read = static_cast<const char*>(from);
+    for (size_t i = 0; i < size; ++i) written[i] = read[i];
+    return to;
+}
+extern "C" void* memset(void* to, int value, size_t size) {
+    auto* const written = static_cast<volatile char*>(to);
+    for (size_t i = 0; i < size; ++i) written[i] = static_cast<char>(value);
+    return to;
+}
+
+namespace {
+
+constexpr size_t kLongestPath = 4096;
+
+// A text with an end that is always there. What does not fit makes it empty: half a path is a wrong path.
+class Text {
+public:
+    const char* Get() const { return characters_; }
+    bool IsEmpty() const { return length_ == 0; }
+    size_t Length() const { return length_; }
+    void Clear() { characters_[length_ = 0] = '\0'; }
+
+    Text& Add(const char* text, size_t length) {
+        if (length >= sizeof characters_ - length_) {
+            Clear();
+            return *this;
+        }
+        for (size_t i = 0; i < length; ++i) characters_[length_ + i] = text[i];
+        characters_[length_ += length] = '\0';
+        return *this;
+    }
+    Text& Add(const char* text) {
+        size_t length = 0;
+        while (text[length] != '\0') ++length;
+        return Add(text, length);
+    }
+    Text& AddNumber(long number) {
+        char digits[24];
+        size_t begin = sizeof digits;
+        do digits[--begin] = static_cast<char>('0' + number % 10);
+        while ((number /= 10) > 0);
+        return Add(digits + begin, sizeof digits - begin);
+    }
+
+private:
+    char characters_[kLongestPath] = {};
+    size_t length_ = 0;
+};
+
+// The part of `text` behind `beginning`, or null when it begins in another way.
+const char* Behind(const char* beginning, const char* text) {
+    for (; *beginning != '\0'; ++beginning, ++text)
+        if (*beginning != *text) return nullptr;
+    return text;
+}
+
+const char* FileName(const char* path) {
+    const char* name = path;
+    for (; *path != '\0'; ++path)
+        if (*path == '/') name = path + 1;
+    return name;
+}
+
+bool HasSlash(const char* path) { return FileName(path) != path; }
+
+// A file that has been seen, under whatever name it comes.
+struct SeenFile {
+    bool isKnown = false;
+    dev_t device = 0;
+    ino_t inode = 0;
+
+    bool Remember(const char* path) {
+        struct stat status;
+        isKnown = StatusOf(path, status);
+        if (isKnown) device = status.st_dev, inode = status.st_ino;
+        return isKnown;
+    }
+    bool Is(const char* path) const {
+        struct stat status;
+        return isKnown && StatusOf(path, status) && status.st_dev == device && status.st_ino == inode;
+    }
+};
+
+enum class Choice { kNothing, kFile, kName, kFirst };
+
+Text place;                // the private directory of the run; empty: do nothing
+Text configurationEntry;   // what the process is to have in its environment
+bool isAtRunTime = false;  // all that the program was linked with is loaded
+bool isInert = false;      // the private configuration is out of reach, so that nothing may be changed
+
+bool areSettingsRead = false;
+Text library;     // libckscribe.so
+Text wanted;      // the file or the name that Choice means
+Text ownTarget;   // of an application that loads libckscribe.so itself
+Text targetLink;  // what the private configuration names
+Choice choice = Choice::kNothing;
+
+Text module;  // the module of this process, once it is chosen
+SeenFile moduleFile;
+bool isTraceNoticed = false;
+
+// The name that the loader is looking for is one of a library that the asking object was linked with.
+bool isNeededName = false;
+
+void Notice(char kind, const char* text) {
+    static Text notice;
+    notice.Clear();
+    notice.Add(&kind, 1).AddNumber(ProcessNumber()).Add(" ").Add(text).Add("", 1);
+    static Text path;
+    path.Clear();
+    path.Add(place.Get()).Add(kNoticesFile);
+    const int descriptor = OpenFile(path.Get(), O_WRONLY | O_APPEND);
+    if (descriptor < 0) return;
+    if (!notice.IsEmpty()) WriteFile(descriptor, notice.Get(), notice.Length());
+    CloseFile(descriptor);
+}
+
+void TakeSetting(const char* line, size_t length) {
+    static Text setting;
+    setting.Clear();
+    setting.Add(line, length);
+    const auto take = [](const char* name, Text& value) {
+        const char* const text = Behind(name, setting.Get());
+        if (text != nullptr) value.Add(text);
+        return text != nullptr;
+    };
+    take(kLibrarySetting, library);
+    take(kOwnTargetSetting, ownTarget);
+    if (take(kModuleSetting, wanted)) choice = Choice::kFile;
+    if (take(kNameSetting, wanted)) choice = Choice::kName;
+    if (Behind(kFirstSetting, setting.Get()) != nullptr) choice = Choice::kFirst;
+}
+
+// They are read when a process loads its first object at run time, which most processes never do.
+void ReadSettings() {
+    if (areSettingsRead) return;
+    areSettingsRead = true;
+    static char text[4 * kLongestPath];
+    static Text path;
+    path.Add(place.Get()).Add(kSettingsFile);
+    const int descriptor = OpenFile(path.Get(), O_RDONLY);
+    if (descriptor < 0) return;
+    long size = ReadFile(descriptor, text, sizeof text);
+    CloseFile(descriptor);
+    const char* line = text;
+    for (const char* next = text; next < text + size; ++next) {
+        if (*next != '\n') continue;
+        TakeSetting(line, static_cast<size_t>(next - line));
+        line = next + 1;
+    }
+    targetLink.Add(place.Get()).Add(kTargetLink);
+}
+
+ModuleKind KindOfFile(const char* path) {
+    const int descriptor = OpenFile(path, O_RDONLY | O_NONBLOCK);
+    if (descriptor < 0) return ModuleKind::kNone;
+    ModuleKind kind = ModuleKind::kNone;
+    struct stat status;
+    if (StatusOf(descriptor, status) && S_ISREG(status.st_mode) && status.st_size > 0) {
+        const auto size = static_cast<size_t>(status.st_size);
+        if (const void* const bytes = MapFile(descriptor, size)) {
+            const FileImage image(bytes, size);
+            if (image.IsLoadable()) kind = KindOfModule(ElfSymbols(image));
+            UnmapFile(bytes, size);
+        }
+    }
+    CloseFile(descriptor);
+    return kind;
+}
+
+ModuleKind KindOfLoaded(const link_map* object) {
+    const LoadedImage image(object);
+    return KindOfModule(ElfSymbols(image));
+}
+
+void Choose(const char* path) {
+    if (moduleFile.Remember(path)) module.Add(path);
+}
+
+// An application that loads libckscribe.so itself gets the target that its own configuration names.
+void ChooseOwnTarget() {
+    if (module.IsEmpty() && !ownTarget.IsEmpty()) Choose(ownTarget.Get());
+}
+
+// Chooses the module of this process if this file is it.
+void ConsiderFile(const char* path) {
+    switch (choice) {
+        case Choice::kNothing:
+            return;
+        case Choice::kFile: {
+            SeenFile file;
+            file.Remember(wanted.Get());
+            if (file.Is(path) && KindOfFile(path) != ModuleKind::kOurs) Choose(path);
+            return;
+        }
+        case Choice::kName:
+        case Choice::kFirst:
+            if (choice == Choice::kName && !AreEqual(FileName(path), wanted.Get())) return;
+            const ModuleKind kind = KindOfFile(path);
+            if (kind == ModuleKind::kModule ||
+                (choice == Choice::kName && kind == ModuleKind::kOtherInterface))
+                Choose(path);
+            if (kind == ModuleKind::kOurs) ChooseOwnTarget();
+            return;
+    }
+}
+
+// libckscribe.so loads nothing but its target, whatever its configuration calls it.
+bool IsTargetOfOurs(const char* name, const link_map* requester) {
+    return AreEqual(name, targetLink.Get()) || KindOfLoaded(requester) == ModuleKind::kOurs;
+}
+
+// The file to load for a name or a path that could be the module.
+const char* FileFor(const char* path) {
+    if (module.IsEmpty()) ConsiderFile(path);
+    return moduleFile.Is(path) ? library.Get() : path;
+}
+
+const char* Search(const char* name, const link_map* requester, unsigned stage) {
+    if ((stage & LA_SER_ORIG) != 0) {
+        isNeededName = ElfSymbols(LoadedImage(requester)).Need(name);
+        if (isNeededName) return name;
+        if (IsTargetOfOurs(name, requester)) {
+            ChooseOwnTarget();
+            return module.IsEmpty() ? name : module.Get();
+        }
+        // A name without a slash is looked for in several places; these come one by one.
+        if (!HasSlash(name)) return name;
+    }
+    return isNeededName ? name : FileFor(name);
+}
+
+void NoticeModule(const link_map* object) {
+    const ModuleKind kind = KindOfLoaded(object);
+    if (kind == ModuleKind::kOurs && !isTraceNoticed && !module.IsEmpty()) {
+        isTraceNoticed = true;
+        Notice(kTracedNotice, module.Get());
+    }
+    if (kind == ModuleKind::kOtherInterface && !moduleFile.Is(object->l_name))
+        Notice(kOtherInterfaceNotice, object->l_name);
+    if (kind != ModuleKind::kModule || moduleFile.Is(object->l_name)) return;
+    Notice(isAtRunTime && !isNeededName ? kUntouchedNotice : kLinkedNotice, object->l_name);
+}
+
+// The private configuration counts, whatever the command has set: the variable's place in the environment is
+// there.
+void TakeConfiguration(char** variable) {
+    const char* const value = *variable + sizeof kConfigurationVariable;
+    if (AreEqual(value, place.Get())) return;
+    Notice(kConfigurationNotice, value);
+    *variable = const_cast<char*>(configurationEntry.Get());
+}
+
+__attribute__((constructor)) void Begin(int, char**, char** environment) {
+    static Text variable;
+    variable.Add(kRunVariable).Add("=");
+    for (char** each = environment; *each != nullptr; ++each)
+        if (const char* const value = Behind(variable.Get(), *each)) place.Add(value);
+    if (place.IsEmpty()) return;
+
+    variable.Clear();
+    variable.Add(kConfigurationVariable).Add("=");
+    configurationEntry.Add(variable.Get()).Add(place.Get());
+    isInert = true;
+    for (char** each = environment; *each != nullptr; ++each) {
+        if (Behind(variable.Get(), *each) == nullptr) continue;
+        isInert = false;
+        TakeConfiguration(each);
+    }
+    if (isInert) Notice(kLostNotice, "");
+}
+
+}  // namespace
+
+// Declining is final, and leaves the process as if there were no audit library.
+extern "C" __attribute__((visibility("default"))) unsigned la_version(unsigned version) {
+    return place.IsEmpty() || isInert ? 0 : version;
+}
+
+extern "C" __attribute__((visibility("default"))) void la_preinit(uintptr_t*) { isAtRunTime = true; }
+
+// No symbol bindings are asked for, so that calls between objects cost what they cost without an audit
+// library.
+extern "C" __attribute__((visibility("default"))) unsigned la_objopen(link_map* object, Lmid_t, uintptr_t*) {
+    NoticeModule(object);
+    return 0;
+}
+
+extern "C" __attribute__((visibility("default"))) char* la_objsearch(const char* name, uintptr_t* cookie,
+                                                                     unsigned stage) {
+    const char* found = name;
+    if (isAtRunTime) {
+        ReadSettings();
+        if (!library.IsEmpty()) found = Search(name, reinterpret_cast<const link_map*>(*cookie), stage);
+    }
+    return const_cast<char*>(found);
+}

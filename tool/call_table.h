@@ -1,0 +1,34 @@
+// The table of functions that `ckscribe run -c` prints: how often each was called, how often it failed, how
+// long it took.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "reader/call.h"
+#include "reader/latency_histogram.h"
+
+namespace ckscribe {
+
+class CallTable {
+public:
+    // A call with or without an end.
+    void Add(const Call& call);
+
+    // The table: a head line, a line for each function, those that took longest in all first, and a line with
+    // the total. Times are in seconds. Every line ends with a line feed.
+    std::string Text() const;
+
+private:
+    struct Row {
+        std::uint64_t calls = 0;
+        std::uint64_t errors = 0;  // ended with anything but CKR_OK
+        LatencyHistogram times;
+    };
+    static std::string Line(const std::string& name, std::size_t width, const Row& row);
+
+    std::map<std::string, Row, std::less<>> rows_;
+};
+
+}  // namespace ckscribe

@@ -1,0 +1,34 @@
+// What the audit libraries of the command's processes say of the modules that these load.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tool/run/followed_file.h"
+#include "tool/run/private_directory.h"
+
+namespace ckscribe {
+
+// Collects the notices. Each path is there once, however many processes load it.
+class Notices {
+public:
+    explicit Notices(const PrivateDirectory& directory);
+
+    // Reads what is new.
+    void Read();
+
+    std::vector<std::string> traced;           // modules that are logged
+    std::vector<std::string> untouched;        // modules that were loaded at run time and are not logged
+    std::vector<std::string> linked;           // modules that came with what is linked with them
+    std::vector<std::string> otherInterfaces;  // modules that are left for their interfaces besides PKCS#11's
+    std::vector<std::string> configurations;   // directories that processes had in kConfigurationVariable
+    int lost = 0;                              // processes that came without kConfigurationVariable
+
+private:
+    void Take(std::string_view notice);
+
+    FollowedFile file_;
+};
+
+}  // namespace ckscribe

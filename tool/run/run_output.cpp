@@ -1,0 +1,144 @@
+#include "tool/run/run_output.h"
+
+#include <fcntl.h>
+#include <fmt/core.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+
+#include "tool/run/run_failure.h"
+
+namespace ckscribe {
+
+namespace {
+
+constexpr mode_t kEverybody = 0666;
+constexpr mode_t kOnlyUser = 0600;
+
+int OpenOutput(const RunOptions& options) {
+    if (options.output.empty()) return STDERR_FILENO;
+    // Data is for the user only.
+    const mode_t mode = options.showsData ? kOnlyUser : kEverybody;
+    const int descriptor = open(options.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+    if (descriptor < 0)
+        throw RunFailure(fmt::format("{} cannot be written: {}.", options.output, std::strerror(errno)));
+    return descriptor;
+}
+
+bool IsLog(RunFormat format) { return format == RunFormat::kText || format == RunFormat::kOld; }
+
+std::string AgeText(const Moment& start) {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    const std::int64_t age = now.tv_sec * kNanosecondsPerSecond + now.tv_nsec - start.nanoseconds;
+    return SecondsText(static_cast<std::uint64_t>(age > 0 ? age : 0));
+}
+
+std::string CallsText(const std::vector<KeptCall>& calls) {
+    std::string text;
+    for (const KeptCall& each : calls)
+        text += fmt::format("{}{} (thread {})", text.empty() ? "" : ", ", each.Get().Function(),
+                            each.Get().thread.value_or(each.Get().process));
+    return text;
+}
+
+}  // namespace
+
+RunOutput::RunOutput(const RunOptions& options, const PrivateDirectory& directory)
+    : options_(options),
+      descriptor_(OpenOutput(options)),
+      style_{Palette::For(descriptor_), false},
+      events_(directory.File(kEventsFile), options.keptDirectory.empty()),
+      log_(directory.File(kLogFile), options.keptDirectory.empty()),
+      reader_(*this) {}
+
+RunOutput::~RunOutput() {
+    if (descriptor_ != STDERR_FILENO) close(descriptor_);
+}
+
+bool RunOutput::Print() {
+    bool isNew = false;
+    for (std::string_view text; !(text = log_.Read()).empty(); isNew = true)
+        if (IsLog(options_.format) && options_.hasLog) Write(text);
+    for (std::string_view text; !(text = events_.Read()).empty(); isNew = true) {
+        if (options_.format == RunFormat::kEvents && options_.hasLog) Write(text);
+        reader_.Feed(text);
+        Write(lines_);
+        lines_.clear();
+    }
+    return isNew;
+}
+
+void RunOutput::OnCall(const Call& call) {
+    ++calls_;
+    if (options_.hasTable) table_.Add(call);
+    if (isFinishing_) {
+        unfinished_.emplace_back(call);
+        return;
+    }
+    if (options_.format != RunFormat::kCalls || !options_.hasLog) return;
+    lines_ += CallLine(call, style_);
+    lines_ += '\n';
+}
+
+void RunOutput::Finish(const SupervisedCommand& command) {
+    while (Print()) {
+    }
+    isFinishing_ = true;
+    reader_.Finish();
+    SayCrash(command, unfinished_);
+    SayUnfinished(unfinished_);
+    if (options_.hasTable) Write(table_.Text());
+}
+
+void RunOutput::SayCrash(const SupervisedCommand& command, const std::vector<KeptCall>& unfinished) {
+    if (!command.HasEnded() || !WIFSIGNALED(command.WaitStatus())) return;
+    const int signal = WTERMSIG(command.WaitStatus());
+    std::vector<KeptCall> open;
+    for (const KeptCall& each : unfinished)
+        if (static_cast<pid_t>(each.Get().process) == command.Process()) open.push_back(each);
+    Say(fmt::format("The command was ended by SIG{} ({}) {}.", sigabbrev_np(signal), strsignal(signal),
+                    open.empty() ? "outside of PKCS#11 calls" : "in " + CallsText(open)));
+}
+
+void RunOutput::SayUnfinished(const std::vector<KeptCall>& unfinished) {
+    if (unfinished.empty()) return;
+    Say(unfinished.size() == 1 ? "1 call never returned:"
+                               : fmt::format("{} calls never returned:", unfinished.size()));
+    std::string lines;
+    for (const KeptCall& each : unfinished)
+        lines += fmt::format("{} (thread {}, since {} s)\n", CallLine(each.Get(), style_),
+                             each.Get().thread.value_or(each.Get().process), AgeText(each.Get().start));
+    Write(lines);
+}
+
+void RunOutput::Say(std::string_view text) {
+    const std::string line = fmt::format("ckscribe: {}\n", text);
+    const bool isForPeople = options_.format == RunFormat::kCalls || !options_.hasLog;
+    if (isForPeople)
+        Write(line);
+    else
+        fmt::print(stderr, "{}", line);
+}
+
+// Also to what others have set to return at once. What cannot be written is lost; the command goes on.
+void RunOutput::Write(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = write(descriptor_, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
+            pollfd ready{descriptor_, POLLOUT, 0};
+            poll(&ready, 1, -1);
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+}  // namespace ckscribe

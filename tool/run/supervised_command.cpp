@@ -1,0 +1,117 @@
+#include "tool/run/supervised_command.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#if defined(__FreeBSD__)
+#include <sys/procctl.h>
+#else
+#include <sys/prctl.h>
+#endif
+
+#include <cerrno>
+#include <ctime>
+
+#include "tool/exit_status.h"
+
+extern char** environ;
+
+namespace ckscribe {
+
+namespace {
+
+std::vector<char*> Pointers(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (const std::string& each : texts) pointers.push_back(const_cast<char*>(each.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+// Processes whose parents end become children of this one, so that they can be waited for.
+void AdoptOrphans() {
+#if defined(__FreeBSD__)
+    procctl(P_PID, getpid(), PROC_REAP_ACQUIRE, nullptr);
+#else
+    prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
+#endif
+}
+
+}  // namespace
+
+SupervisedCommand::SupervisedCommand() {
+    sigemptyset(&awaited_);
+    for (const int each : {SIGCHLD, SIGINT, SIGQUIT, SIGTERM, SIGHUP}) sigaddset(&awaited_, each);
+    sigprocmask(SIG_BLOCK, &awaited_, &formerMask_);
+    // Where SIGCHLD is ignored, children leave no status behind.
+    struct sigaction action = {};
+    action.sa_handler = SIG_DFL;
+    sigaction(SIGCHLD, &action, &formerChildAction_);
+}
+
+SupervisedCommand::~SupervisedCommand() {
+    sigaction(SIGCHLD, &formerChildAction_, nullptr);
+    sigprocmask(SIG_SETMASK, &formerMask_, nullptr);
+}
+
+int SupervisedCommand::Start(const std::vector<std::string>& command,
+                             const std::vector<std::string>& environment) {
+    AdoptOrphans();
+    int errorPipe[2];
+    if (pipe2(errorPipe, O_CLOEXEC) != 0) return errno;
+    const std::vector<char*> arguments = Pointers(command);
+    std::vector<char*> variables = Pointers(environment);
+    process_ = fork();
+    if (process_ == 0) {
+        sigaction(SIGCHLD, &formerChildAction_, nullptr);
+        sigprocmask(SIG_SETMASK, &formerMask_, nullptr);
+        environ = variables.data();
+        execvp(arguments[0], arguments.data());
+        const int error = errno;
+        if (write(errorPipe[1], &error, sizeof error) < 0) _exit(kRunFailed);
+        _exit(kRunFailed);
+    }
+    int error = process_ < 0 ? errno : 0;
+    close(errorPipe[1]);
+    // The pipe closes when the command begins.
+    if (process_ > 0 && read(errorPipe[0], &error, sizeof error) == sizeof error)
+        waitpid(process_, nullptr, 0);
+    close(errorPipe[0]);
+    return error;
+}
+
+bool SupervisedCommand::Wait(long milliseconds) {
+    const timespec limit{milliseconds / 1000, milliseconds % 1000 * 1'000'000};
+    siginfo_t signal;
+    if (sigtimedwait(&awaited_, &signal, &limit) > 0) TakeSignal(signal);
+    return !isAllEnded_ && !(hasEnded_ && isInterrupted_);
+}
+
+void SupervisedCommand::TakeSignal(const siginfo_t& signal) {
+    if (signal.si_signo == SIGCHLD) {
+        Reap();
+        return;
+    }
+    // A terminal sends its signals to the command, too. What one process sends is meant for the command.
+    isInterrupted_ = true;
+    if (signal.si_code <= 0 && !hasEnded_) kill(process_, signal.si_signo);
+}
+
+void SupervisedCommand::Reap() {
+    for (;;) {
+        int status = 0;
+        const pid_t ended = waitpid(-1, &status, WNOHANG);
+        if (ended == process_) {
+            hasEnded_ = true;
+            waitStatus_ = status;
+            isInterrupted_ = false;
+        }
+        if (ended < 0 && errno == ECHILD) isAllEnded_ = true;
+        if (ended <= 0) return;
+    }
+}
+
+int SupervisedCommand::ExitStatus() const {
+    return WIFSIGNALED(waitStatus_) ? kEndedBySignal + WTERMSIG(waitStatus_) : WEXITSTATUS(waitStatus_);
+}
+
+}  // namespace ckscribe
