@@ -14,7 +14,8 @@
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
 
-#ifdef __GLIBCXX__
+#if defined(__GLIBCXX__) && defined(CKSCRIBE_OWN_RUNTIME)
+#define CKSCRIBE_FREES_RUNTIME_MEMORY
 namespace __gnu_cxx {
 void __freeres();
 }
@@ -93,10 +94,11 @@ void ExitCkLog() {
     bridge.Disconnect();
 }
 
-// The C++ runtime that is linked into this library sets memory aside for exceptions when it is loaded, and
-// only tools that look for leaks make it give that back; without this every dlopen would lose it.
+// The C++ runtime sets memory aside for exceptions when it is loaded, and gives it back only to tools that
+// look for leaks. A runtime that is linked into this library goes with it; without this call every dlopen
+// would lose that memory. A shared runtime belongs to the application.
 void FreeRuntimeMemory() {
-#ifdef __GLIBCXX__
+#ifdef CKSCRIBE_FREES_RUNTIME_MEMORY
     __gnu_cxx::__freeres();
 #endif
 }

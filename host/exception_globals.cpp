@@ -1,9 +1,10 @@
-// Where the C++ runtime that is linked into this library keeps what a thread has thrown and caught.
+// The place where the C++ runtime keeps what a thread has thrown and caught. For a library with a C++ runtime
+// of its own only.
 //
-// The runtime's own place is allocated when a thread throws for the first time; the system's loader does
-// that, and ends the process when there is no memory. But want of memory is the very thing that is thrown
-// here. This place is part of every thread from its beginning, at the cost of 16 of the bytes that the
-// system's loader keeps ready for libraries that are loaded late.
+// The runtime's own place is allocated when a thread throws for the first time. The system's loader does
+// that, and ends the process if there is no memory. But want of memory is the very thing that is thrown here.
+// This place is part of every thread from its beginning. It costs 16 of the bytes that the system's loader
+// keeps ready for libraries that are loaded late.
 //
 // Other runtimes (FreeBSD's) keep more than this and do not let it be replaced.
 

@@ -102,6 +102,23 @@ TEST_F(Reloading, LeavesNothingBehind) {
     ExpectWholeRecords(2 * kRounds);
 }
 
+// The runtime's memory for exceptions, which is larger than all that one load changes, is the application's
+// then.
+TEST_F(Reloading, LibrarySharesTheRuntimeOfTheApplication_DlcloseLeavesTheMemoryOfTheRuntime) {
+    EXPECT_TRUE(Survives([] {
+        constexpr std::size_t kLessThanItsMemory = 50'000;
+        const std::size_t before = MemoryInUse().allocated;
+        for (CK_ULONG round = 0; round < 3; ++round) {
+            Library library(LIBRARY_WITH_SHARED_RUNTIME);
+            EXPECT_EQ(library->C_Logout(round), CKR_OK);
+            library.Close();
+            ASSERT_FALSE(IsLoaded(LIBRARY_WITH_SHARED_RUNTIME));
+        }
+        EXPECT_GE(MemoryInUse().allocated + kLessThanItsMemory, before);
+    }));
+    ExpectWholeRecords(6);
+}
+
 TEST_F(Reloading, IsPossibleWithoutACall) {
     EXPECT_TRUE(Survives([] {
         for (int round = 0; round < kRounds; ++round) {
