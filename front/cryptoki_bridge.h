@@ -79,8 +79,10 @@ public:
     CK_RV C_##Name Parameters { return Forward<CK_RV(*) Parameters>(kC_##Name, UNWRAP Arguments); }
 #define COUNTER_ROW(Name, Parameters, Arguments) \
     CK_RV Name Parameters { return Forward<CK_RV(*) Parameters>(k##Name, UNWRAP Arguments); }
-#define CA_EVERY_ROW(Name) \
-    CK_RV CA_##Name(VENDOR_PARAMETERS) { return Forward<VendorFunction>(kCA_##Name, VENDOR_ARGUMENTS); }
+#define CA_EVERY_ROW(Name)                                                      \
+    CK_RV CA_##Name(VENDOR_PARAMETERS) {                                        \
+        return Forward<ckscribe::VendorFunction>(kCA_##Name, VENDOR_ARGUMENTS); \
+    }
 #include "functions/functions.def"
 #undef UNWRAP
 

@@ -11,13 +11,18 @@
 
 namespace {
 
+// Whoever calls it may give more words than an export declares.
+ckscribe::VendorFunction AsVendorFunction(ckscribe::VendorExport* function) {
+    return reinterpret_cast<ckscribe::VendorFunction>(reinterpret_cast<void*>(function));
+}
+
 void PutOwnEntryPoints(CK_FUNCTION_LIST& list) {
 #define C_EVERY_ROW(Name, ...) list.C_##Name = C_##Name;
 #include "functions/functions.def"
 }
 
 void PutOwnEntryPoints(CK_TOLK_CA_FUNCTION_LIST& list) {
-#define CA_EVERY_ROW(Name) list.CA_##Name = CA_##Name;
+#define CA_EVERY_ROW(Name) list.CA_##Name = AsVendorFunction(CA_##Name);
 #include "functions/functions.def"
 }
 

@@ -9,7 +9,7 @@
 // The vendor's list: its version and one pointer for each function, in the order of the vendor's header.
 struct CK_TOLK_CA_FUNCTION_LIST {
     CK_VERSION version;
-#define CA_EVERY_ROW(Name) VendorFunction CA_##Name;
+#define CA_EVERY_ROW(Name) ckscribe::VendorFunction CA_##Name;
 #include "functions/functions.def"
 };
 

@@ -1,4 +1,5 @@
-// A call of a function of the vendor: words in, words out, typed for the builders alone.
+// A call of a function of the vendor. Its arguments are forwarded as machine words; only the builders of
+// records see them typed.
 #pragma once
 
 #include <type_traits>
@@ -9,15 +10,27 @@
 #include "front/logged_call.h"
 #include "front/vendor_words.h"
 
-// A boolean is the lowest byte of its word; what stands above it is nobody's.
+namespace ckscribe {
+
+using VendorMethod = CK_RV (CryptokiBridge::*)(VENDOR_PARAMETERS);
+
+template <std::size_t... i>
+CK_RV ForwardedWords(VendorMethod method, const VendorWords& words, std::index_sequence<i...>) {
+    return (bridge.*method)(words[i]...);
+}
+inline CK_RV ForwardedWords(VendorMethod method, const VendorWords& words) {
+    return ForwardedWords(method, words, std::make_index_sequence<kVendorWords>());
+}
+
+// Only the lowest byte of a CK_BBOOL's word is defined. The others are cleared.
 template <class Parameter>
-constexpr Word WithoutJunk(Word word) {
+constexpr VendorWord WithoutJunk(VendorWord word) {
     if constexpr (std::is_same_v<Parameter, CK_BBOOL>) return static_cast<CK_BBOOL>(word);
     return word;
 }
 
 template <class Parameter>
-Parameter Typed(Word word) {
+Parameter Typed(VendorWord word) {
     if constexpr (std::is_pointer_v<Parameter>) {
         return reinterpret_cast<Parameter>(word);
     } else {
@@ -32,22 +45,20 @@ struct VendorCall;
 template <class... Parameters>
 struct VendorCall<void(Parameters...)> {
     static_assert(sizeof...(Parameters) <= kVendorWords);
-    using Method = CK_RV (CryptokiBridge::*)(VENDOR_PARAMETERS);
 
     // Whether the call is logged is decided once: it has both records or none.
-    static CK_RV Logged(const FuncEntry& entry, Method method, VendorWords words) {
+    static CK_RV Logged(const FuncEntry& entry, VendorMethod method, VendorWords words) {
         StartLibrary();
         RemoveJunk(words, Indices());
-        if (!IsLogged(entry)) return Forward(method, words, AllWords());
+        if (!IsLogged(entry)) return ForwardedWords(method, words);
         MakeRecord([&] { Start(entry, words, Indices()); });
-        const CK_RV rv = Forward(method, words, AllWords());
+        const CK_RV rv = ForwardedWords(method, words);
         MakeRecord([&] { End(entry, rv, words, Indices()); });
         return rv;
     }
 
 private:
     using Indices = std::index_sequence_for<Parameters...>;
-    using AllWords = std::make_index_sequence<kVendorWords>;
 
     static bool IsLogged(const FuncEntry& entry) {
         return configuration.DoWeLogThis(entry.classBit) &&
@@ -60,11 +71,6 @@ private:
     }
 
     template <std::size_t... i>
-    static CK_RV Forward(Method method, const VendorWords& words, std::index_sequence<i...>) {
-        return (bridge.*method)(words[i]...);
-    }
-
-    template <std::size_t... i>
     static void Start(const FuncEntry& entry, const VendorWords& words, std::index_sequence<i...>) {
         reinterpret_cast<void (*)(Parameters...)>(entry.start)(Typed<Parameters>(words[i])...);
     }
@@ -74,3 +80,5 @@ private:
         reinterpret_cast<void (*)(CK_RV, Parameters...)>(entry.end)(rv, Typed<Parameters>(words[i])...);
     }
 };
+
+}  // namespace ckscribe

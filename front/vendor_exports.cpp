@@ -4,22 +4,23 @@
 #include "front/vendor_call.h"
 #include "records/vendor_records.h"
 
-#define CA_ROW(Name, Type, ...)                                                                        \
-    CK_RV CA_##Name(VENDOR_PARAMETERS) {                                                               \
-        return VendorCall<decltype(Name##CmdStart)>::Logged(EntryOf(Type), &CryptokiBridge::CA_##Name, \
-                                                            {VENDOR_ARGUMENTS});                       \
+#define CA_ROW(Name, Type, ...)                                                                   \
+    CK_RV CA_##Name(VENDOR_REGISTERS) {                                                           \
+        return ckscribe::VendorCall<decltype(Name##CmdStart)>::Logged(                            \
+            EntryOf(Type), &CryptokiBridge::CA_##Name, ckscribe::ReceivedWords(VENDOR_RECEIVED)); \
     }
 #define CA_BARE_ROW CA_ROW
 #include "functions/functions.def"
 
 // Never logged. A null argument is answered before anything is started, with the code of CKR_DATA_INVALID and
 // not of CKR_ARGUMENTS_BAD; kept.
-CK_RV CA_GetFunctionList(VENDOR_PARAMETERS) {
+CK_RV CA_GetFunctionList(VENDOR_REGISTERS) {
     if (w0 == 0) return CKR_DATA_INVALID;
     StartLibrary();
     // The list is the target's memory: the target stays until the list has been overwritten.
     CallsInTarget::Line& line = bridge.KeepTarget();
-    const CK_RV rv = WithOwnEntryPoints(bridge.CA_GetFunctionList(VENDOR_ARGUMENTS),
+    const CK_RV rv = WithOwnEntryPoints(ckscribe::ForwardedWords(&CryptokiBridge::CA_GetFunctionList,
+                                                                 ckscribe::ReceivedWords(VENDOR_RECEIVED)),
                                         reinterpret_cast<CK_TOLK_CA_FUNCTION_LIST**>(w0));
     CallsInTarget::Leave(line);
     return rv;

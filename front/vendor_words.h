@@ -2,15 +2,16 @@
 //
 // A target's own prototype may be longer than what a record shows of it. Every vendor function is therefore
 // taken and handed on as a row of machine words, as many as the longest record needs, which is more than
-// sixteen. That is sound on x86-64 as Linux and FreeBSD use it (System V ABI):
+// sixteen. That is sound where an argument that is an integer or a pointer, as all of these functions' are,
+// is one word whatever its type (System V ABI on x86-64, and on 64-bit ARM outside of macOS):
 //
-//  - An argument that is an integer or a pointer, as all of these functions' are, is one word whatever its
-//    type. The first six come in registers, the others in order on the stack above the return address.
-//  - The caller removes what it pushed, and a function never looks at words that it has no parameter for. So
-//    neither end notices how many words the other one has in mind.
+//  - The first words come in registers, the others in order on the stack, where the caller removes them.
+//  - A function never looks at words that it has no parameter for. So neither end notices how many words the
+//    other one has in mind.
 //  - Words that a caller did not give are whatever is there: left-overs in registers, and the variables of
-//    the functions that the thread is inside of, which are always there. They are read and handed on, and
-//    never written; hence the const.
+//  the
+//    functions that the thread is inside of. They are read and handed on, and never written.
+//  - The stack of a coroutine may end right above its outermost function. Words that are not there are 0.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -18,17 +19,60 @@
 #include <array>
 #include <cstddef>
 
-using Word = CK_ULONG;
+#include "host/stack_words.h"
+
+namespace ckscribe {
+
+using VendorWord = CK_ULONG;
 
 inline constexpr std::size_t kVendorWords = 20;
-using VendorWords = std::array<Word, kVendorWords>;
+using VendorWords = std::array<VendorWord, kVendorWords>;
 
-#define VENDOR_PARAMETERS                                                                                    \
-    const Word w0, const Word w1, const Word w2, const Word w3, const Word w4, const Word w5, const Word w6, \
-        const Word w7, const Word w8, const Word w9, const Word w10, const Word w11, const Word w12,         \
-        const Word w13, const Word w14, const Word w15, const Word w16, const Word w17, const Word w18,      \
-        const Word w19
+}  // namespace ckscribe
+
+// What a function of the vendor is called with.
+#define VENDOR_PARAMETERS                                                                               \
+    const ckscribe::VendorWord w0, const ckscribe::VendorWord w1, const ckscribe::VendorWord w2,        \
+        const ckscribe::VendorWord w3, const ckscribe::VendorWord w4, const ckscribe::VendorWord w5,    \
+        const ckscribe::VendorWord w6, const ckscribe::VendorWord w7, const ckscribe::VendorWord w8,    \
+        const ckscribe::VendorWord w9, const ckscribe::VendorWord w10, const ckscribe::VendorWord w11,  \
+        const ckscribe::VendorWord w12, const ckscribe::VendorWord w13, const ckscribe::VendorWord w14, \
+        const ckscribe::VendorWord w15, const ckscribe::VendorWord w16, const ckscribe::VendorWord w17, \
+        const ckscribe::VendorWord w18, const ckscribe::VendorWord w19
 #define VENDOR_ARGUMENTS \
     w0, w1, w2, w3, w4, w5, w6, w7, w8, w9, w10, w11, w12, w13, w14, w15, w16, w17, w18, w19
 
+// What an exported function of the vendor declares: the words that come in registers. It asks for the others
+// with ReceivedWords(VENDOR_RECEIVED) and no other way, because a declared parameter is read unconditionally.
+#if defined(__x86_64__)
+#define VENDOR_REGISTERS                                                                         \
+    const ckscribe::VendorWord w0, const ckscribe::VendorWord w1, const ckscribe::VendorWord w2, \
+        const ckscribe::VendorWord w3, const ckscribe::VendorWord w4, const ckscribe::VendorWord w5
+#define VENDOR_REGISTER_WORDS w0, w1, w2, w3, w4, w5
+#elif defined(__aarch64__) && !defined(__clang__)
+#define VENDOR_REGISTERS                                                                             \
+    const ckscribe::VendorWord w0, const ckscribe::VendorWord w1, const ckscribe::VendorWord w2,     \
+        const ckscribe::VendorWord w3, const ckscribe::VendorWord w4, const ckscribe::VendorWord w5, \
+        const ckscribe::VendorWord w6, const ckscribe::VendorWord w7
+#define VENDOR_REGISTER_WORDS w0, w1, w2, w3, w4, w5, w6, w7
+#else
+#error "vendor functions: which words come in registers, and where the others begin, is not known here"
+#endif
+#define VENDOR_RECEIVED __builtin_dwarf_cfa(), VENDOR_REGISTER_WORDS
+
+namespace ckscribe {
+
 using VendorFunction = CK_RV (*)(VENDOR_PARAMETERS);
+using VendorExport = CK_RV(VENDOR_REGISTERS);
+
+// All words of a call. `stack` is where the words on the stack begin.
+template <class... Registers>
+VendorWords ReceivedWords(const void* stack, Registers... registers) {
+    VendorWords words = {registers...};
+    constexpr std::size_t kInRegisters = sizeof...(registers);
+    CopyStackWords(static_cast<const VendorWord*>(stack), words.data() + kInRegisters,
+                   kVendorWords - kInRegisters);
+    return words;
+}
+
+}  // namespace ckscribe

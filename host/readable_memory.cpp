@@ -14,8 +14,6 @@
 
 namespace ckscribe {
 
-namespace {
-
 // Both systems' kernels copy a new signal mask in before they look at what is to be done with it. Asked to do
 // something that does not exist they change nothing, and answer EFAULT for an address that cannot be read and
 // EINVAL for one that can. The system call is made directly: the C library may look at its arguments first.
@@ -32,6 +30,8 @@ bool KernelCanRead(std::uintptr_t address) {
 #endif
     return result == 0 || errno != EFAULT;
 }
+
+namespace {
 
 // Pages that were found readable. Asking the kernel for every argument in every record would cost as much as
 // writing the record; but an application may unmap a page and name it all the same in a later call.

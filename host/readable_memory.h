@@ -8,8 +8,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace ckscribe {
+
+// Whether the kernel can read at `address`. Asks it each time. Any thread may call it; errno may change.
+bool KernelCanRead(std::uintptr_t address);
 
 // How many bytes from `address` on can be read, at most `length`. 0 for a null pointer.
 std::size_t ReadableLength(const void* address, std::size_t length);

@@ -147,7 +147,7 @@ const Caller kCallers[] = {
     },
 #define CA_EVERY_ROW(Name)                                                       \
     [](void* function, const CallWords& words) {                                 \
-        return CallWithWords(reinterpret_cast<VendorFunction>(function), words); \
+        return CallWithWords(reinterpret_cast<ckscribe::VendorFunction>(function), words); \
     },
 #include "functions/functions.def"
 };

@@ -1,0 +1,148 @@
+// An application whose coroutines have stacks of their own: a stack may end right above its outermost
+// function, where memory begins that nobody may touch.
+
+#include <sys/mman.h>
+#include <ucontext.h>
+
+#include "tests/faults/application.h"
+#include "tests/faults/arguments_of_functions.h"
+#include "tests/faults/log_records.h"
+
+namespace {
+
+using SixWords = CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord);
+
+constexpr std::size_t kPage = 4096;
+constexpr std::size_t kSize = CKSCRIBE_IS_SANITIZED ? 512 * kPage : 64 * kPage;
+
+ucontext_t application;
+ucontext_t coroutine;
+SixWords* function = nullptr;
+CK_RV result = 0;
+
+// The outermost function of the coroutine.
+void Call() { result = function(0, 0, 0, 0, 0, 0); }
+
+// A stack between two pages that nobody may touch.
+class Stack {
+public:
+    Stack() : memory(static_cast<char*>(mmap(nullptr, kSize + 2 * kPage, PROT_NONE, kFlags, -1, 0))) {
+        mprotect(memory + kPage, kSize, PROT_READ | PROT_WRITE);
+    }
+    ~Stack() { munmap(memory, kSize + 2 * kPage); }
+    Stack(const Stack&) = delete;
+    Stack& operator=(const Stack&) = delete;
+
+    // Calls `called` from a coroutine, and gives its result. `unused` bytes at the end of the stack stay
+    // free.
+    CK_RV RunCall(SixWords* called, std::size_t unused) {
+        function = called;
+        result = 0x4711;
+        getcontext(&coroutine);
+        coroutine.uc_stack.ss_sp = memory + kPage;
+        coroutine.uc_stack.ss_size = kSize - unused;
+        coroutine.uc_link = &application;
+        makecontext(&coroutine, Call, 0);
+        swapcontext(&application, &coroutine);
+        return result;
+    }
+
+private:
+    static constexpr int kFlags = MAP_PRIVATE | MAP_ANONYMOUS;
+    char* memory;
+};
+
+class Coroutine : public FaultsTest {
+protected:
+    static std::vector<std::string> VendorFunctions() {
+        std::vector<std::string> names;
+        for (const FunctionArguments& each : ArgumentsOfFunctions()) {
+            if (each.function.starts_with("CA_") && each.function != "CA_GetFunctionList")
+                names.push_back(each.function);
+        }
+        return names;
+    }
+};
+
+CK_RV AnswerWithNumber(const char*, const TargetWord*, std::size_t) { return 0x1234; }
+
+TEST_F(Coroutine, StackEndsAboveTheCaller_EveryVendorFunctionReachesTheTarget) {
+    const std::vector<std::string> functions = VendorFunctions();
+    EXPECT_TRUE(Survives([&] {
+        Library library;
+        library.Exported<void()>("CkLogSpecialInitialize")();
+        targetAnswer = AnswerWithNumber;
+        Stack stack;
+        for (const std::string& name : functions) {
+            EXPECT_EQ(stack.RunCall(library.Exported<SixWords>(name.c_str()), 0), 0x1234U) << name;
+        }
+    }));
+    const ParsedLog log = ParseLog(Log());
+    EXPECT_EQ(log.remainder, "");
+    EXPECT_EQ(log.records.size(), 2 * functions.size());
+    EXPECT_EQ(functions.size(), 226U);
+}
+
+// The words that the target gets are those on the stack, as far as the stack goes, and 0 behind its end.
+TEST_F(Coroutine, StackEndsWithinTheWords_ThoseAboveItsEndAreZero) {
+    static std::vector<TargetWord> words;
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        library.Exported<void()>("CkLogSpecialInitialize")();
+        targetAnswer = [](const char*, const TargetWord* arguments, std::size_t) {
+            words.assign(arguments, arguments + 20);
+            return CK_RV{5};
+        };
+        Stack stack;
+        EXPECT_EQ(stack.RunCall(library.Exported<SixWords>("CA_PerformSelfTest"), 0), 5U);
+        ASSERT_EQ(words.size(), 20U);
+        EXPECT_EQ(words[19], 0U);
+        EXPECT_EQ(words[18], 0U);
+    }));
+}
+
+TEST_F(Coroutine, StackEndsAboveTheCaller_VendorListIsHandedOut) {
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        Stack stack;
+        static void* list = nullptr;
+        static SixWords* getList = library.Exported<SixWords>("CA_GetFunctionList");
+        const auto ask = [](TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord) {
+            return getList(reinterpret_cast<TargetWord>(&list), 0, 0, 0, 0, 0);
+        };
+        EXPECT_EQ(stack.RunCall(ask, 0), CKR_OK);
+        EXPECT_NE(list, nullptr);
+    }));
+}
+
+// The page behind may be there, too: then the caller's words are the target's.
+TEST_F(Coroutine, WordsGoOnToAReadablePage_TargetGetsThemAll) {
+    using EveryWord =
+        CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
+              TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
+              TargetWord, TargetWord, TargetWord, TargetWord);
+    static std::vector<TargetWord> words;
+    static EveryWord* everyWord = nullptr;
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        everyWord = library.Exported<EveryWord>("CA_PerformSelfTest");
+        targetAnswer = [](const char*, const TargetWord* arguments, std::size_t) {
+            words.assign(arguments, arguments + 20);
+            return CK_RV{6};
+        };
+        const auto call = [](TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord) {
+            return everyWord(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20);
+        };
+        Stack stack;
+        // Somewhere in here the words lie on two pages.
+        for (std::size_t unused = 0; unused < 2 * kPage; unused += 16) {
+            words.clear();
+            EXPECT_EQ(stack.RunCall(call, unused), 6U);
+            ASSERT_EQ(words, (std::vector<TargetWord>{1,  2,  3,  4,  5,  6,  7,  8,  9,  10,
+                                                      11, 12, 13, 14, 15, 16, 17, 18, 19, 20}))
+                << unused;
+        }
+    }));
+}
+
+}  // namespace
