@@ -145,8 +145,8 @@ const Caller kCallers[] = {
     [](void* function, const CallWords& words) {                                      \
         return CallWithWords(reinterpret_cast<decltype(&C_##Name)>(function), words); \
     },
-#define CA_EVERY_ROW(Name)                                                       \
-    [](void* function, const CallWords& words) {                                 \
+#define CA_EVERY_ROW(Name)                                                                 \
+    [](void* function, const CallWords& words) {                                           \
         return CallWithWords(reinterpret_cast<ckscribe::VendorFunction>(function), words); \
     },
 #include "functions/functions.def"
