@@ -81,7 +81,15 @@ int CkLogConfig::IsLoggingEnabledMordavek() { return NumberOf("Enabled"); }
 
 const char* CkLogConfig::LogFileName() { return TextOf("File", "log.txt", logFileName); }
 
-const char* CkLogConfig::CkLogErrorFile() { return TextOf("Error", "logerror.txt", errorFileName); }
+const char* CkLogConfig::CkLogErrorFile() {
+    char path[kResultSize];
+    const bool isFile = GetLibraryType() == 0;
+    const Found found = isFile ? LookUp(GetCkLogSectionName(), "Error", path, sizeof path) : Found::kNoEntry;
+    if (found == Found::kNoText && isErrorFileRead) return errorFileName;
+    isErrorFileRead = isErrorFileRead || found != Found::kNoText;
+    std::snprintf(errorFileName, kResultSize, "%s", found == Found::kEntry ? path : "logerror.txt");
+    return errorFileName;
+}
 
 int CkLogConfig::IsAnnouncing() const {
     char text[kTextSize];

@@ -59,7 +59,8 @@ public:
     // Key "File", default "log.txt".
     const char* LogFileName();
 
-    // Key "Error", default "logerror.txt".
+    // Key "Error", default "logerror.txt". When the configuration file cannot be read, the path that was read
+    // last counts.
     const char* CkLogErrorFile();
 
     // Key "Announce": 0 for a plain "0", with or without blanks around it. Then the library does not print on
@@ -83,4 +84,5 @@ private:
     const char* TextOf(const char* key, const char* missing, char* buffer) const;
 
     std::atomic<bool> isMaskRead{false};
+    bool isErrorFileRead = false;
 };

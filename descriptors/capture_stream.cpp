@@ -4,12 +4,15 @@
 
 #include "descriptors/abstract_descriptor.h"
 #include "descriptors/error_log.h"
+#include "descriptors/loss_report.h"
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
 
 namespace {
 
 alignas(kCacheLine) Undestroyed<ckscribe::AppendFile> captureStream;
+
+ckscribe::LossReport lossReport;
 
 }  // namespace
 
@@ -21,6 +24,7 @@ void AbstractDescriptor::Capture() const {
     RecordText record;
     PrintDescription(record, 0, nullptr);
     fpCaptureStream.Append(record.Text());
+    lossReport.After(fpCaptureStream, "capture file");
 }
 
 void AbstractDescriptor::InitializeClass() {

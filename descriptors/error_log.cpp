@@ -21,7 +21,7 @@ void ReportErrorInLog(const char* text) {
     if (std::strftime(stamp, sizeof stamp, "%y/%m/%d[%H:%M:%S]: ", &local) == 0) *stamp = '\0';
 
     // The line begins with its new line, has none at its end, and two blanks stand behind the stamp; kept.
-    char line[sizeof stamp + 1000];
+    char line[sizeof stamp + 1300];
     const int length = std::snprintf(line, sizeof line, "\n %s %s", stamp, text);
     if (length < 0) return;
     const std::size_t printed = static_cast<std::size_t>(length);

@@ -82,6 +82,8 @@ void InitCkLog() {
     configuration.GetLoggingMask();
     const ckscribe::OrmaLock lock(recordMutex.object);
     InitializeDescriptorLibrary();
+    configuration
+        .CkLogErrorFile();  // remembered for an application that may not read the configuration later
     // Only now is it known with which permissions the error file is created.
     if (*bridge.Failure() != '\0') ReportErrorInLog(bridge.Failure());
 }

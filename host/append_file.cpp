@@ -140,6 +140,7 @@ void AppendFile::RememberPath(const char* path) {
 void AppendFile::Close() {
     if (descriptor >= 0 && IsStillOurs()) CloseUncancelled(descriptor);
     descriptor = -1;
+    whyLost = 0;
     *openPath = '\0';
 }
 
@@ -161,7 +162,7 @@ void AppendFile::Inspect() {
     struct stat status;
     if (descriptor < 0 || fstat(descriptor, &status) != 0 || !IsOurs(status)) {
         descriptor = -1;
-        if (*openPath != '\0') OpenPath(openPath);
+        Reopen();
     } else if (hadName && status.st_nlink == 0) {
         ReplaceDeletedFile();
     }
@@ -171,7 +172,14 @@ void AppendFile::Inspect() {
 // to a file without a name; while there is no other, it is appended there all the same.
 void AppendFile::ReplaceDeletedFile() {
     const int deleted = descriptor;
-    if (*openPath != '\0' && OpenPath(openPath)) CloseUncancelled(deleted);
+    if (Reopen()) CloseUncancelled(deleted);
+}
+
+bool AppendFile::Reopen() {
+    errno = ENOENT;  // for a path that is not known
+    const bool isOpened = *openPath != '\0' && OpenPath(openPath);
+    whyLost = isOpened ? 0 : errno;
+    return isOpened;
 }
 
 void AppendFile::LookAtLimit() {

@@ -52,6 +52,17 @@ public:
     void Close();
     bool IsOpen() const { return descriptor >= 0; }
 
+    // 0 while what is appended gets into the file, as far as the latest look at the descriptor shows. If the
+    // host closed the descriptor or somebody deleted the file, and it could not be opened again: the errno
+    // that says why.
+    int WhyLost() const { return whyLost; }
+
+    static constexpr std::size_t kLongestPath = 1000;
+
+    // The absolute path at which the file is opened again. Empty if it is longer than kLongestPath or not
+    // known.
+    const char* Path() const { return openPath; }
+
     // Appends the whole text with one write where the system takes it in one; a short write is completed, an
     // interrupted one repeated, any other failure given up silently. Does nothing when no file is open.
     void Append(std::string_view text);
@@ -64,10 +75,9 @@ private:
     bool IsStillOurs() const;
     bool IsInspectionDue();
     void Inspect();
+    bool Reopen();
     void ReplaceDeletedFile();
     void LookAtLimit();
-
-    static constexpr std::size_t kLongestPath = 1000;
 
     int descriptor = -1;  // also when the host closed it and it could not be opened again yet
     dev_t device = 0;
@@ -75,6 +85,7 @@ private:
     bool isRegular = false;
     bool hadName = false;  // when it was opened: it was no file that had been deleted before
     bool mayRaiseSignal = true;
+    int whyLost = 0;
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in milliseconds of the coarse clock
     int openAccess = 0;

@@ -322,6 +322,22 @@ TEST_F(LoggingConfigurationTest, LookingLeavesErrnoAlone) {
     EXPECT_EQ(errno, ERANGE);
 }
 
+TEST_F(LoggingConfigurationTest, ConfigurationIsGone_ErrorFileIsTheOneThatWasReadLast) {
+    const std::string path = file.directory.File("Wendrafil.conf");
+    std::remove(path.c_str());
+    EXPECT_STREQ(settings.CkLogErrorFile(), "logerror.txt");
+    file.Write("Error = /var/log/errors;\n");
+    EXPECT_STREQ(settings.CkLogErrorFile(), "/var/log/errors");
+    std::remove(path.c_str());
+    EXPECT_STREQ(settings.CkLogErrorFile(), "/var/log/errors");
+    file.Write("Error = ;\n");
+    EXPECT_STREQ(settings.CkLogErrorFile(), "");
+    std::remove(path.c_str());
+    EXPECT_STREQ(settings.CkLogErrorFile(), "");
+    file.Write("");
+    EXPECT_STREQ(settings.CkLogErrorFile(), "logerror.txt");
+}
+
 TEST_F(LoggingConfigurationTest, AnnounceIsOffForAPlainZeroOnly) {
     EXPECT_EQ(settings.IsAnnouncing(), 1);
     for (const char* value : {"0", "0  ", "\t0\t"}) {

@@ -5,6 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstring>
+
 #include "tests/faults/application.h"
 #include "tests/faults/log_records.h"
 #include "tests/faults/undisturbed_calls.h"
@@ -155,6 +158,99 @@ TEST_F(DescriptorClosedByApplication, CannotBeOpenedAgain) {
         ExpectThatItIsOpen(descriptor);
     }));
     EXPECT_EQ(Contents(OwnPath()), "own text\n");
+}
+
+// ---- A log that is lost
+// ---------------------------------------------------------------------------------------------------
+
+class LostLog : public DescriptorClosedByApplication {
+protected:
+    // Closes everything while there is no way to open the log.
+    void LoseLog() const {
+        std::filesystem::rename(LogPath(), LogPath() + ".old");
+        std::filesystem::create_directory(LogPath());
+        CloseEverything();
+        LetTheClockMove();
+    }
+    void FindLog() const {
+        std::filesystem::remove(LogPath());
+        LetTheClockMove();
+    }
+
+    // Expects lines with this text, and nothing else, in the error file.
+    void ExpectReports(std::size_t count, const std::string& reason) const {
+        const std::string line =
+            "Lost capture file " + LogPath() + " and could not open it again: " + reason + ".";
+        std::string errors = Errors();
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string stamp = "\n 26/11/22[01:23:45]:  ";
+            ASSERT_EQ(errors.substr(std::min(stamp.size(), errors.size()), line.size()), line);
+            errors.erase(0, stamp.size() + line.size());
+        }
+        EXPECT_EQ(errors, "");
+    }
+};
+
+TEST_F(LostLog, LogCannotBeOpenedAgain_OneLineInTheErrorFileSaysWhy) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        LoseLog();
+        ExpectCallsGoOn(library);
+    }));
+    ExpectReports(1, "Is a directory");
+}
+
+TEST_F(LostLog, LogIsFoundAndLostAgain_EachLossIsReportedOnce) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        for (int losses = 0; losses < 2; ++losses) {
+            library->C_Logout(1);
+            LoseLog();
+            for (int i = 0; i < 200; ++i) library->C_Logout(2);
+            FindLog();
+        }
+        library->C_Logout(1);
+    }));
+    ExpectReports(2, "Is a directory");
+    EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1}));
+}
+
+TEST_F(LostLog, LogIsDeletedWithItsDirectory_OneLineInTheErrorFileSaysSo) {
+    const std::string logs = directory.File("logs");
+    std::filesystem::create_directory(logs);
+    Set("File", logs + "/calls.log");
+    EXPECT_TRUE(Survives([&] {
+        Library library;
+        library->C_Logout(1);
+        std::filesystem::remove_all(logs);
+        LetTheClockMove();
+        ExpectCallsGoOn(library);
+    }));
+    EXPECT_EQ(
+        Errors().substr(std::strlen("\n 26/11/22[01:23:45]:  ")),
+        "Lost capture file " + logs + "/calls.log and could not open it again: No such file or directory.");
+}
+
+// A daemon that root started: it closes what it inherited and gives up the right to open log and
+// configuration.
+TEST_F(LostLog, LogAndConfigurationMayNotBeReadAnyMore_ErrorFileOfTheStartHasTheLine) {
+    WriteConfigurationFile(ConfigurationText());
+    std::filesystem::permissions(directory.Path(), std::filesystem::perms(0711));
+    const std::string errors = directory.File("errors.log");
+    close(open(errors.c_str(), O_CREAT | O_WRONLY, 0666));
+    chmod(errors.c_str(), 0666);
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        chmod(LogPath().c_str(), 0);
+        chmod(ConfigurationPath().c_str(), 0);
+        GiveUpRightsOfRoot();
+        CloseEverything();
+        LetTheClockMove();
+        ExpectCallsGoOn(library);
+    }));
+    ExpectReports(1, "Permission denied");
 }
 
 }  // namespace

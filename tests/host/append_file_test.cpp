@@ -106,6 +106,70 @@ TEST_F(AppendFileTest, PermissionsGiven_FileHasThemAlsoWhenItIsOpenedAgain) {
     umask(before);
 }
 
+// ---- A file that is lost
+// -----------------------------------------------------------------------------------
+
+class LostFile : public AppendFileTest {
+protected:
+    LostFile() {
+        EXPECT_TRUE(file.Open(path.c_str()));
+        file.Append("before");
+    }
+    // Nobody, not even root, can open the log at its path.
+    void PutDirectoryInItsPlace() const {
+        std::filesystem::remove(path);
+        std::filesystem::create_directory(path);
+    }
+    void AppendUntilItIsLookedAt() {
+        for (int i = 0; i < 64; ++i) file.Append("x");
+    }
+};
+
+TEST_F(LostFile, NothingHappened_IsNotLost) {
+    AppendUntilItIsLookedAt();
+    EXPECT_EQ(file.WhyLost(), 0);
+    EXPECT_EQ(file.Path(), path);
+}
+
+TEST_F(LostFile, DescriptorIsClosedAndFileCannotBeOpened_SaysWhyUntilItCan) {
+    close(DescriptorOf(path));
+    PutDirectoryInItsPlace();
+    AppendUntilItIsLookedAt();
+    EXPECT_EQ(file.WhyLost(), EISDIR);
+    EXPECT_FALSE(file.IsOpen());
+    std::filesystem::remove(path);
+    AppendUntilItIsLookedAt();
+    EXPECT_EQ(file.WhyLost(), 0);
+    EXPECT_TRUE(file.IsOpen());
+}
+
+TEST_F(LostFile, FileIsDeletedAndCannotBeCreated_SaysWhyUntilItCan) {
+    PutDirectoryInItsPlace();
+    AppendUntilItIsLookedAt();
+    EXPECT_EQ(file.WhyLost(), EISDIR);
+    std::filesystem::remove(path);
+    AppendUntilItIsLookedAt();
+    EXPECT_EQ(file.WhyLost(), 0);
+    EXPECT_NE(Contents(path), "");
+}
+
+TEST_F(LostFile, FileIsClosed_IsNotLostAnyMore) {
+    PutDirectoryInItsPlace();
+    AppendUntilItIsLookedAt();
+    file.Close();
+    EXPECT_EQ(file.WhyLost(), 0);
+    EXPECT_STREQ(file.Path(), "");
+}
+
+TEST_F(LostFile, PathIsTooLongToBeRemembered_DescriptorIsClosed_SaysThatThereIsNone) {
+    const std::string detour = directory.Path() + std::string(600, '/') + std::string(600, '/') + "log";
+    ASSERT_TRUE(file.Open(detour.c_str()));
+    EXPECT_STREQ(file.Path(), "");
+    close(DescriptorOf(path));
+    AppendUntilItIsLookedAt();
+    EXPECT_EQ(file.WhyLost(), ENOENT);
+}
+
 TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
     EXPECT_FALSE(file.IsOpen());
     file.Append("lost");

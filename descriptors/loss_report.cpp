@@ -1,0 +1,43 @@
+#include "descriptors/loss_report.h"
+
+#include <locale.h>
+#include <string.h>
+
+#include <cstdio>
+
+#include "descriptors/error_log.h"
+
+namespace ckscribe {
+
+namespace {
+
+// What the system says of an errno, in English: the host's language is not asked, since that may read files.
+class SystemsWords {
+public:
+    explicit SystemsWords(int error)
+        : english(newlocale(LC_ALL_MASK, "C", nullptr)),
+          text(english != nullptr ? strerror_l(error, english) : "no reason known") {}
+    ~SystemsWords() {
+        if (english != nullptr) freelocale(english);
+    }
+    SystemsWords(const SystemsWords&) = delete;
+    SystemsWords& operator=(const SystemsWords&) = delete;
+
+    const char* Text() const { return text; }
+
+private:
+    const locale_t english;
+    const char* const text;
+};
+
+}  // namespace
+
+void LossReport::Report(const AppendFile& file, const char* kind) {
+    const SystemsWords reason(file.WhyLost());
+    char text[AppendFile::kLongestPath + 200];
+    std::snprintf(text, sizeof text, "Lost %s %s and could not open it again: %s.", kind, file.Path(),
+                  reason.Text());
+    ReportErrorInLog(text);
+}
+
+}  // namespace ckscribe
