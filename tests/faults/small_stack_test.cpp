@@ -106,6 +106,25 @@ TEST_P(SmallStack, IsEnoughForTheFirstCallOfAProcess) {
     EXPECT_EQ(ParseLog(Log()).records.size(), 6U);
 }
 
+TEST_P(SmallStack, LogIsLostInTheCall_SmallestStackIsEnoughForTheLineInTheErrorFile) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        std::filesystem::rename(LogPath(), LogPath() + ".old");
+        std::filesystem::create_directory(LogPath());
+        for (int descriptor = 3; descriptor < 2000; ++descriptor) close(descriptor);
+        usleep(20'000);  // the log's descriptor is looked at again by then
+        Stack stack(kSmallestStack);
+        stack.Run(
+            [](void* api) -> void* {
+                (*static_cast<Library*>(api))->C_Logout(2);
+                return nullptr;
+            },
+            &library);
+    }));
+    EXPECT_NE(Errors().find("Lost capture file "), std::string::npos);
+}
+
 INSTANTIATE_TEST_SUITE_P(, SmallStack, testing::Values("0", "1"),
                          [](const testing::TestParamInfo<const char*>& info) {
                              return *info.param == '1' ? "InTheNewFormat" : "InTheOldFormat";
