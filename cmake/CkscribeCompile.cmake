@@ -13,7 +13,7 @@ function(ckscribe_compile target)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ckscribe>)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${CKSCRIBE_WERROR}>:-Werror>)
   if(CKSCRIBE_FUZZ)
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
   endif()

@@ -1,0 +1,61 @@
+# How the test programs are built: ckscribe_test(NAME ...) makes one, ckscribe_test_sources(NAME ...) compiles sources
+# that several of them share.
+#
+# Compiling the tests costs far more than compiling the library. Therefore they are compiled without optimization in
+# every configuration, share one precompiled header, and share the objects of their common sources. The library keeps
+# the flags of its configuration.
+
+set(CKSCRIBE_TEST_OPTIMIZATION "-O0" CACHE STRING "Optimization of the tests; it stands behind the configuration's own")
+
+# ckscribe_compile_test_library(TARGET): compiles what a test program loads. Everything that it defines is exported.
+function(ckscribe_compile_test_library target)
+  ckscribe_compile(${target})
+  set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET default)
+  target_compile_options(${target} PRIVATE ${CKSCRIBE_TEST_OPTIMIZATION})
+  target_include_directories(${target} SYSTEM PRIVATE ${PKCS11_INCLUDE_DIR})
+endfunction()
+
+# ckscribe_test_module(NAME SOURCES...): such a library.
+function(ckscribe_test_module name)
+  add_library(${name} MODULE ${ARGN})
+  ckscribe_compile_test_library(${name})
+endfunction()
+
+# ckscribe_compile_test(TARGET): compiles what goes into test programs. All of it is compiled alike, as the shared
+# precompiled header requires: position independent as programs are, and not as libraries are.
+function(ckscribe_compile_test target)
+  ckscribe_compile(${target})
+  set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  target_compile_options(${target} PRIVATE -fPIE)
+  if(NOT CKSCRIBE_FUZZ)
+    target_compile_options(${target} PRIVATE ${CKSCRIBE_TEST_OPTIMIZATION})
+  endif()
+  target_include_directories(${target} SYSTEM PRIVATE ${PKCS11_INCLUDE_DIR})
+endfunction()
+
+# What is linked into every test program, and owns the precompiled header of all.
+add_library(ckscribe_test_common OBJECT ${PROJECT_SOURCE_DIR}/tests/sanitizer_options.cpp)
+ckscribe_compile_test(ckscribe_test_common)
+target_link_libraries(ckscribe_test_common PUBLIC GTest::gtest GTest::gtest_main Threads::Threads ${CMAKE_DL_LIBS})
+target_precompile_headers(ckscribe_test_common PRIVATE ${PROJECT_SOURCE_DIR}/tests/precompiled.h)
+
+# ckscribe_test_sources(NAME SOURCES... [DEFINITIONS...]): sources that are compiled once, for all test programs that
+# name NAME among their libraries. DEFINITIONS hold for those programs' own sources, too.
+function(ckscribe_test_sources name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEFINITIONS" ${ARGN})
+  add_library(${name} OBJECT ${arg_SOURCES})
+  ckscribe_compile_test(${name})
+  target_link_libraries(${name} PUBLIC GTest::gtest Threads::Threads ${CMAKE_DL_LIBS})
+  target_compile_definitions(${name} PUBLIC ${arg_DEFINITIONS})
+  target_precompile_headers(${name} REUSE_FROM ckscribe_test_common)
+endfunction()
+
+# ckscribe_test(NAME SOURCES... LIBS libraries...): one test program, every test of it known to CTest by name.
+function(ckscribe_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  ckscribe_compile_test(${name})
+  target_link_libraries(${name} PRIVATE ${arg_LIBS} ckscribe_test_common)
+  target_precompile_headers(${name} REUSE_FROM ckscribe_test_common)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 FAIL_REGULAR_EXPRESSION "${part_of_secret}")
+endfunction()
