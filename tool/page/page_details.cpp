@@ -1,0 +1,255 @@
+#include "tool/page/page_details.h"
+
+#include <algorithm>
+#include <ctime>
+#include <nlohmann/json.hpp>
+#include <tuple>
+
+#include "tool/call_line.h"
+#include "tool/result_explanations.h"
+
+namespace ckscribe {
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr std::int64_t kPreciseWidth = 10'000'000;  // 10 ms
+constexpr std::int64_t kCoarseWidth = kNanosecondsPerSecond;
+
+// The records of a call beyond this are shown as their beginning.
+constexpr std::size_t kLongestRecord = 4000;
+
+// The page draws fewer bars than a histogram has buckets: 8 for each power of two.
+constexpr unsigned kBucketsInBar = 1U << (kLatencyBucketBits - 3);
+
+std::int64_t FloorOf(std::int64_t number, std::int64_t divisor) {
+    return number / divisor - (number % divisor < 0 ? 1 : 0);
+}
+
+constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
+
+double Milliseconds(std::int64_t nanoseconds) {
+    return static_cast<double>(nanoseconds) / kNanosecondsPerMillisecond;
+}
+
+bool IsBefore(const Place& a, const Place& b) { return std::tie(a.file, a.line) < std::tie(b.file, b.line); }
+
+std::string ThreadName(const Call& call) {
+    std::string name = std::to_string(call.process);
+    if (call.thread) name += " / " + std::to_string(*call.thread);
+    return name;
+}
+
+std::string PlaceText(const Place& place, const std::vector<std::string>& files) {
+    const std::string file = place.file < files.size() ? files[place.file] : std::string();
+    return file + ":" + std::to_string(place.line);
+}
+
+// What the log itself says of the call.
+std::string RecordsText(const Call& call) {
+    std::string text;
+    for (const std::string_view record : {call.startText, call.endText}) {
+        if (record.empty()) continue;
+        if (!text.empty()) text += '\n';
+        text += record.substr(0, kLongestRecord);
+        if (record.size() > kLongestRecord) text += "…";
+    }
+    return text;
+}
+
+std::string LineText(const Call& call) {
+    std::string text(call.Function());
+    text += '(' + ValuesText(call.In()) + ") = " + ResultText(call);
+    const std::string out = ValuesText(call.Out());
+    if (!out.empty()) text += " {" + out + '}';
+    return text;
+}
+
+ordered_json BarsOf(const LatencyHistogram& histogram) {
+    ordered_json bars = ordered_json::array();
+    const std::vector<std::uint64_t>& buckets = histogram.Buckets();
+    for (std::size_t begin = 0; begin < buckets.size(); begin += kBucketsInBar) {
+        std::uint64_t count = 0;
+        for (std::size_t i = begin; i < std::min(begin + kBucketsInBar, buckets.size()); ++i)
+            count += buckets[i];
+        if (count == 0 && bars.empty()) continue;
+        bars.push_back({LatencyBucketBegin(static_cast<std::uint32_t>(begin)), count});
+    }
+    return bars;
+}
+
+// The number of a text in a list that grows with each new one.
+std::size_t NumberOf(const std::string& text, std::map<std::string, std::size_t>& numbers,
+                     ordered_json& list) {
+    const auto [place, isNew] = numbers.emplace(text, list.size());
+    if (isNew) list.push_back(text);
+    return place->second;
+}
+
+}  // namespace
+
+void CallsOverTime::Add(std::int64_t nanoseconds, bool isPrecise, bool isError) {
+    if (width == 0) width = isPrecise ? kPreciseWidth : kCoarseWidth;
+    Bin& bin = bins[FloorOf(nanoseconds, width)];
+    ++bin.calls;
+    if (isError) ++bin.errors;
+    while (bins.rbegin()->first - bins.begin()->first >= kMostBins) Widen();
+}
+
+void CallsOverTime::Widen() {
+    width *= 2;
+    std::map<std::int64_t, Bin> wider;
+    for (const auto& [index, bin] : bins) {
+        Bin& sum = wider[FloorOf(index, 2)];
+        sum.calls += bin.calls;
+        sum.errors += bin.errors;
+    }
+    bins = std::move(wider);
+}
+
+void FirstAndLastCalls::Add(const Call& call) {
+    if (first.size() < kMost) {
+        first.emplace_back(call);
+        return;
+    }
+    if (last.size() == kMost) last.pop_front();
+    last.emplace_back(call);
+}
+
+void PageDetails::Take(const Call& call) {
+    ++callCount;
+    const Moment time = call.Time();
+    if (time.IsThere()) {
+        const std::int64_t calendar = OnCalendar(time);
+        firstTime = std::min(firstTime.value_or(calendar), calendar);
+        lastTime = std::max(lastTime.value_or(calendar), calendar);
+        isPrecise = isPrecise || time.IsPrecise();
+        isDated = isDated && time.IsDateKnown();
+        overTime.Add(calendar, time.IsPrecise(), call.IsError());
+    }
+    if (call.nanoseconds) {
+        latency[call.Function()].Add(*call.nanoseconds);
+        KeepIfSlow(call);
+    }
+    byFunction[call.Function()].Add(call);
+    if (call.IsError()) byError[{call.Function(), std::string(call.result)}].Add(call);
+    if (call.IsUnfinished()) {
+        ++unfinishedCount;
+        if (unfinished.size() < kMostUnfinished) unfinished.emplace_back(call);
+    }
+}
+
+void PageDetails::KeepIfSlow(const Call& call) {
+    if (slow.size() == kMostSlow) {
+        if (*call.nanoseconds <= slow.front().nanoseconds) return;
+        std::pop_heap(slow.begin(), slow.end());
+        slow.pop_back();
+    }
+    slow.push_back({*call.nanoseconds, KeptCall(call)});
+    std::push_heap(slow.begin(), slow.end());
+}
+
+// Nanoseconds since 1970 began, on the calendar that the page shows.
+std::int64_t PageDetails::OnCalendar(const Moment& time) const {
+    if (time.scale != TimeScale::kUtc || isUtc) return time.nanoseconds;
+    const std::time_t seconds = FloorOf(time.nanoseconds, kNanosecondsPerSecond);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    return time.nanoseconds + local.tm_gmtoff * kNanosecondsPerSecond;
+}
+
+// Each of them once, in the order of the log.
+std::vector<const Call*> PageDetails::KeptCalls() const {
+    std::vector<const Call*> calls;
+    const auto keep = [&calls](const KeptCall& call) { calls.push_back(&call.Get()); };
+    for (const SlowCall& call : slow) keep(call.call);
+    for (const auto& [function, kept] : byFunction) kept.ForEach(keep);
+    for (const auto& [error, kept] : byError) kept.ForEach(keep);
+    for (const KeptCall& call : unfinished) keep(call);
+    std::sort(calls.begin(), calls.end(),
+              [](const Call* a, const Call* b) { return IsBefore(a->FirstPlace(), b->FirstPlace()); });
+    const auto isSame = [](const Call* a, const Call* b) {
+        return !IsBefore(a->FirstPlace(), b->FirstPlace()) && !IsBefore(b->FirstPlace(), a->FirstPlace());
+    };
+    calls.erase(std::unique(calls.begin(), calls.end(), isSame), calls.end());
+    return calls;
+}
+
+std::string PageDetails::Json(const std::vector<std::string>& files) const {
+    ordered_json details;
+    details["precise"] = isPrecise;
+    details["dated"] = isDated;
+    details["utc"] = isUtc;
+    details["files"] = files;
+    // Times are milliseconds since this one: a number of JSON has no room for the nanoseconds of a date.
+    const std::int64_t base = FloorOf(firstTime.value_or(0), kNanosecondsPerMillisecond);
+    const auto sinceBase = [base](std::int64_t time) {
+        return Milliseconds(time - base * kNanosecondsPerMillisecond);
+    };
+    details["base"] = base;  // in milliseconds since 1970 began, on the calendar of the page
+    details["first"] = firstTime ? ordered_json(sinceBase(*firstTime)) : ordered_json();
+    details["last"] = lastTime ? ordered_json(sinceBase(*lastTime)) : ordered_json();
+
+    ordered_json& bins = details["bins"];
+    bins["from"] = overTime.Bins().empty() ? 0 : sinceBase(overTime.Bins().begin()->first * overTime.Width());
+    bins["width"] = Milliseconds(overTime.Width());
+    bins["calls"] = ordered_json::array();
+    bins["errors"] = ordered_json::array();
+    for (const auto& [index, bin] : overTime.Bins()) {
+        const auto place = static_cast<std::size_t>(index - overTime.Bins().begin()->first);
+        for (std::size_t empty = bins["calls"].size(); empty < place; ++empty) {
+            bins["calls"].push_back(0);
+            bins["errors"].push_back(0);
+        }
+        bins["calls"].push_back(bin.calls);
+        bins["errors"].push_back(bin.errors);
+    }
+
+    details["latency"] = ordered_json::object();
+    for (const auto& [function, histogram] : latency)
+        details["latency"][std::string(function)] = BarsOf(histogram);
+
+    details["explanations"] = ordered_json::object();
+    for (const auto& [error, kept] : byError) {
+        const ResultExplanation* const explanation = ExplanationOf(error.second);
+        if (explanation == nullptr) continue;
+        details["explanations"][error.second] =
+            std::string(explanation->meaning) + " " + std::string(explanation->cause);
+    }
+
+    details["functions"] = ordered_json::array();
+    details["threads"] = ordered_json::array();
+    details["calls"] = ordered_json::array();
+    std::map<std::string, std::size_t> functions;
+    std::map<std::string, std::size_t> threads;
+    std::size_t size = 0;
+    std::size_t shown = 0;
+    for (const Call* const call : KeptCalls()) {
+        ordered_json row;
+        row["function"] = NumberOf(std::string(call->Function()), functions, details["functions"]);
+        row["thread"] = NumberOf(ThreadName(*call), threads, details["threads"]);
+        row["start"] =
+            call->Time().IsThere() ? ordered_json(sinceBase(OnCalendar(call->Time()))) : ordered_json();
+        row["ns"] = call->nanoseconds ? ordered_json(*call->nanoseconds) : ordered_json();
+        row["result"] = call->hasEnd ? ordered_json(std::string(call->result)) : ordered_json();
+        row["text"] = LineText(*call);
+        row["records"] = RecordsText(*call);
+        row["place"] = PlaceText(call->FirstPlace(), files);
+        size += row.dump(-1, ' ', false, ordered_json::error_handler_t::replace).size();
+        if (size > kLargestJson) break;
+        details["calls"].push_back(std::move(row));
+        ++shown;
+    }
+    details["left_out"] =
+        shown == callCount
+            ? "The page holds all " + std::to_string(callCount) + " calls."
+            : "The page holds " + std::to_string(shown) + " of " + std::to_string(callCount) +
+                  " calls: the " + std::to_string(kMostSlow) + " slowest, the first and the last " +
+                  std::to_string(FirstAndLastCalls::kMost) + " of each function and of each error, and " +
+                  std::to_string(std::min<std::uint64_t>(unfinishedCount, kMostUnfinished)) + " of " +
+                  std::to_string(unfinishedCount) +
+                  " without an end. The figures and the charts of functions and errors count all calls.";
+    return details.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+}  // namespace ckscribe

@@ -1,0 +1,13 @@
+// The files of tool/page/ and the chart library of the distribution, embedded at build time.
+#pragma once
+
+#include <string_view>
+
+namespace ckscribe::page_parts {
+
+extern const std::string_view kFrame;   // report.html, with places like @STYLE@
+extern const std::string_view kStyle;   // report.css
+extern const std::string_view kScript;  // report.js
+extern const std::string_view kCharts;  // the chart library; empty when the build did not find it
+
+}  // namespace ckscribe::page_parts

@@ -1,0 +1,49 @@
+#include "tool/page/report_page.h"
+
+#include <utility>
+
+#include "tool/page/page_parts.h"
+
+namespace ckscribe {
+namespace {
+
+// JSON in a script element: "</script" and "<!--" would end or change it. In JSON a less-than sign stands in
+// strings only, where it may be written as an escape.
+std::string WithoutMarkup(std::string_view json) {
+    std::string text;
+    text.reserve(json.size() + json.size() / 16);
+    for (const char character : json) {
+        if (character == '<') {
+            text += "\\u003c";
+        } else {
+            text += character;
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+bool CanMakeReportPage() { return !page_parts::kCharts.empty(); }
+
+std::string ReportPage(std::string_view report, std::string_view details) {
+    if (!CanMakeReportPage()) return {};
+    const std::pair<std::string_view, std::string> parts[] = {
+        {"@STYLE@", std::string(page_parts::kStyle)},   {"@REPORT@", WithoutMarkup(report)},
+        {"@DETAILS@", WithoutMarkup(details)},          {"@CHART@", std::string(page_parts::kCharts)},
+        {"@SCRIPT@", std::string(page_parts::kScript)},
+    };
+    // The places stand in the frame in this order, and what is put into one of them is not searched again.
+    std::string page;
+    std::string_view frame = page_parts::kFrame;
+    for (const auto& [place, part] : parts) {
+        const std::size_t begin = frame.find(place);
+        page += frame.substr(0, begin);
+        page += part;
+        frame.remove_prefix(begin + place.size());
+    }
+    page += frame;
+    return page;
+}
+
+}  // namespace ckscribe
