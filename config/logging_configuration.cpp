@@ -108,6 +108,15 @@ ckscribe::FileModeSetting CkLogConfig::FileMode() const {
     return setting;
 }
 
+const char* CkLogConfig::EventsFileName() { return TextOf("Events", "", eventsFileName); }
+
+ckscribe::DataSetting CkLogConfig::HideData() const {
+    char value[kTextSize];
+    if (!GetConfigurationInfo(GetCkLogSectionName(), "HideData", value, sizeof value))
+        return ckscribe::DataSetting::kShownInLog;
+    return WithoutBlanks(value) == "0" ? ckscribe::DataSetting::kShown : ckscribe::DataSetting::kHidden;
+}
+
 int CkLogConfig::SetLoggingMask(const char* value) {
     const bool everything = value != nullptr && std::strcmp(value, "ALL_FUNC") == 0;
     return SetConfigurationInfo(GetCkLogSectionName(), "LoggingMask", everything ? "ALL_FUNC" : "") ? 1 : 0;

@@ -16,6 +16,13 @@ struct FileModeSetting {
     char value[200] = {};            // empty without the key
 };
 
+// Where the data of calls stand: what goes in and out, and what objects hold.
+enum class DataSetting {
+    kShownInLog,  // without the key: in the text log, and not in events
+    kShown,       // "0": in both
+    kHidden,      // any other value: in neither. A key that protects fails to the safe side.
+};
+
 }  // namespace ckscribe
 
 // Application threads ask DoWeLogThis at any time and without a lock: mask and counter are relaxed atomics, a
@@ -70,6 +77,13 @@ public:
     // Key "FileMode": the permissions of files that the library creates, an octal number up to 0777.
     ckscribe::FileModeSetting FileMode() const;
 
+    // Key "Events": the path of the events file, "%p" in it for the process number and "%%" for a percent
+    // sign. Empty without the key: there is none then.
+    const char* EventsFileName();
+
+    // Key "HideData": what a plain 0, any other value, and no key at all say.
+    ckscribe::DataSetting HideData() const;
+
     // Writes key "LoggingMask": "ALL_FUNC" for exactly that text and nothing for any other; kept. 1 for
     // success.
     int SetLoggingMask(const char* value);
@@ -85,4 +99,5 @@ private:
 
     std::atomic<bool> isMaskRead{false};
     bool isErrorFileRead = false;
+    char eventsFileName[kResultSize] = {};
 };

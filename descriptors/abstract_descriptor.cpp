@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "util/cache_line.h"
+#include "util/json_writer.h"
 
 alignas(kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
 
@@ -35,6 +36,38 @@ std::string_view AbstractDescriptor::GetDescriptorType() const {
     const std::string_view label = NewFormatLabel(Type());
     return !label.empty() ? label : std::string_view(name, nameLength);
 }
+
+void AbstractDescriptor::WriteEvent(ckscribe::JsonWriter& json) const {
+    json.BeginObject();
+    json.Key("kind");
+    json.Constant(EventKind());
+    const std::string_view ownName = EventName();
+    if (!ownName.empty()) {
+        json.Key("name");
+        json.Text(ownName);
+    }
+    WriteEventMembers(json);
+    json.EndObject();
+}
+
+void AbstractDescriptor::WriteEventMembers(ckscribe::JsonWriter&) const {}
+
+void AbstractDescriptor::WriteEventValue(ckscribe::JsonWriter& json) const {
+    json.BeginObject();
+    WriteEventMembers(json);
+    json.EndObject();
+}
+
+std::string_view AbstractDescriptor::EventName() const {
+    if (!NewFormatLabel(Type()).empty()) return {};
+    std::string_view ownName(name, nameLength);
+    if (ownName.ends_with('=')) ownName.remove_suffix(1);
+    return ownName;
+}
+
+void AbstractDescriptor::TellSubject(ckscribe::CallSubject&) const {}
+
+void AbstractDescriptor::CaptureEvent(ckscribe::CallEvent&) const {}
 
 void AbstractDescriptor::PrintDescription(std::FILE* stream, int indent, const char* suffix) const {
     RecordText out(stream);

@@ -17,6 +17,12 @@
 #include "descriptors/tree_memory.h"
 #include "host/append_file.h"
 
+namespace ckscribe {
+class JsonWriter;
+struct CallEvent;
+struct CallSubject;
+}  // namespace ckscribe
+
 class AbstractDescriptor {
 public:
     static constexpr std::size_t kNameLength = 32;
@@ -42,12 +48,28 @@ public:
     // The label in front of the value.
     virtual std::string_view GetDescriptorType() const;
 
+    // The third face of a descriptor, for events: an object of JSON.
+    void WriteEvent(ckscribe::JsonWriter& json) const;
+    // The members of that object after its "kind" and "name".
+    virtual void WriteEventMembers(ckscribe::JsonWriter& json) const;
+    // The value as an element of a list, or as a member of a structure that gives it a name.
+    virtual void WriteEventValue(ckscribe::JsonWriter& json) const;
+    // The descriptor's kind in events; its label in the old format unless it has another one.
+    virtual std::string_view EventKind() const { return OldFormatLabel(Type()); }
+    // The descriptor's "name" in events: its label in the new format, if that is not fixed by the type. An
+    // '=' at its end is no part of the name.
+    virtual std::string_view EventName() const;
+    // Says which slot, session, object, user or mechanism the descriptor stands for, if for any.
+    virtual void TellSubject(ckscribe::CallSubject& subject) const;
+
     // The same text straight to a stdio stream, which is flushed wherever the descriptors flush.
     void PrintDescription(std::FILE* stream, int indent, const char* suffix) const;
 
     // Prints this tree as one record: the whole text reaches the operating system with one append before
     // this returns. Nothing happens while no log is open; errors of the log are silent. Throws
     // std::bad_alloc, and then has written nothing.
+    //
+    // While events are written, the tree becomes one of them in the same way.
     void Capture() const;
 
     const char* Name() const { return name; }
@@ -64,6 +86,9 @@ public:
     static std::atomic<int> isStreamOpen;  // 1 while fpCaptureStream is open; read without the lock too
 
 protected:
+    // One event of the call that is being recorded; nothing if the tree is no whole record.
+    virtual void CaptureEvent(ckscribe::CallEvent& event) const;
+
     static void PrintIndent(RecordText& out, int indent);
     static void PrintNewLine(RecordText& out, int indent);  // old format: a new line and its indent
 

@@ -1,14 +1,23 @@
 #include "descriptors/attribute_descriptor.h"
 
+#include <cstring>
+
+#include "descriptors/event_bytes.h"
+#include "descriptors/event_names.h"
 #include "functions/pkcs11_names.h"
 #include "host/readable_memory.h"
+#include "util/json_writer.h"
 
 AttributeDescriptor::AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue)
     : printValue(printValue) {
     CK_ATTRIBUTE copy;
     if (!ckscribe::CopyReadable(attribute, &copy, sizeof copy)) return;
     type = copy.type;
-    value.SetValue(copy.pValue, copy.ulValueLen);
+    hasBuffer = copy.pValue != nullptr;
+    const ckscribe::ShownAttribute shown = ckscribe::ShownAttributeOf(type, copy.ulValueLen);
+    form = shown.form;
+    value.SetValue(copy.pValue, copy.ulValueLen,
+                   shown.isShown ? ckscribe::BytesAre::kDescription : ckscribe::BytesAre::kData);
 }
 
 void AttributeDescriptor::PrintParameters(RecordText& out, int indent) const {
@@ -22,6 +31,63 @@ void AttributeDescriptor::PrintParameters(RecordText& out, int indent) const {
     if (!isNew) out.Append(')');
 }
 
+void AttributeDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    ckscribe::WriteAttributeType(json, type);
+    const bool isSizeKnown = printValue != 0 || hasBuffer;
+    if (!isSizeKnown) return;
+    if (printValue != 0 && value.ClaimedLength() == CK_UNAVAILABLE_INFORMATION) {
+        json.Key("unavailable");
+        json.Boolean(true);
+        return;
+    }
+    json.Key("size");
+    json.Number(value.ClaimedLength());
+    if (printValue != 0) WriteValueInEvent(json);
+}
+
+namespace {
+
+void WriteMechanisms(ckscribe::JsonWriter& json, std::string_view bytes) {
+    json.BeginArray();
+    for (; bytes.size() >= sizeof(CK_MECHANISM_TYPE); bytes.remove_prefix(sizeof(CK_MECHANISM_TYPE))) {
+        CK_MECHANISM_TYPE mechanism;
+        std::memcpy(&mechanism, bytes.data(), sizeof mechanism);
+        json.BeginObject();
+        ckscribe::WriteMechanismType(json, mechanism);
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+unsigned long NumberIn(std::string_view bytes) {
+    unsigned long number;
+    std::memcpy(&number, bytes.data(), sizeof number);
+    return number;
+}
+
+}  // namespace
+
+void AttributeDescriptor::WriteValueInEvent(ckscribe::JsonWriter& json) const {
+    using enum ckscribe::AttributeForm;
+    const std::string_view bytes = value.BytesInEvents();
+    if (bytes.empty()) return;
+    const bool isWhole = bytes.size() == value.ClaimedLength();
+    if (form == kBoolean && isWhole) {
+        json.Key("value");
+        json.Boolean(bytes[0] != 0);
+    } else if (form == kNumber && isWhole) {
+        json.Key("value");
+        json.Number(NumberIn(bytes));
+    } else if (form == kMechanisms && isWhole) {
+        json.Key("value");
+        WriteMechanisms(json, bytes);
+    } else if (form == kId) {
+        ckscribe::WriteBytesInHex(json, bytes);
+    } else {
+        ckscribe::WriteBytes(json, bytes);
+    }
+}
+
 AttributeListDescriptor::AttributeListDescriptor(const CK_ATTRIBUTE* attributes, unsigned long count,
                                                  unsigned char printValues) {
     AddAllAttributes(attributes, count, printValues);
@@ -33,4 +99,11 @@ void AttributeListDescriptor::AddAllAttributes(const CK_ATTRIBUTE* attributes, u
     for (std::size_t i = 0; i < readable; ++i) {
         AddDescriptor(new AttributeDescriptor(attributes + i, printValues));
     }
+}
+
+void AttributeListDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    json.Key("attributes");
+    json.BeginArray();
+    for (unsigned i = 0; i < ChildCount(); ++i) ChildAtIndex(i)->WriteEventValue(json);
+    json.EndArray();
 }

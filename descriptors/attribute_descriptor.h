@@ -4,6 +4,7 @@
 #include <p11-kit/pkcs11.h>
 
 #include "descriptors/descriptor_composite.h"
+#include "descriptors/shown_attributes.h"
 #include "descriptors/value_descriptor.h"
 
 class AttributeDescriptor : public AbstractDescriptor {
@@ -13,9 +14,14 @@ public:
     AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue);
     int Type() const override { return kAttribute; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:
+    void WriteValueInEvent(ckscribe::JsonWriter& json) const;
+
     unsigned long type = 0;
+    bool hasBuffer = false;
+    ckscribe::AttributeForm form = ckscribe::AttributeForm::kBytes;
     ValueDescriptor value;
     unsigned char printValue;
 };
@@ -26,4 +32,5 @@ public:
     // Adds an AttributeDescriptor for each entry that can be read; a null array adds nothing.
     void AddAllAttributes(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
     int Type() const override { return kAttributeList; }
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 };

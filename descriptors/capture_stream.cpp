@@ -3,7 +3,9 @@
 #include <cstdio>
 
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/call_event.h"
 #include "descriptors/error_log.h"
+#include "descriptors/events_file.h"
 #include "descriptors/loss_report.h"
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
@@ -20,11 +22,14 @@ ckscribe::AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object
 alignas(kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
 
 void AbstractDescriptor::Capture() const {
-    if (isStreamOpen.load(std::memory_order_relaxed) == 0) return;
-    RecordText record;
-    PrintDescription(record, 0, nullptr);
-    fpCaptureStream.Append(record.Text());
-    lossReport.After(fpCaptureStream, "capture file");
+    if (isStreamOpen.load(std::memory_order_relaxed) != 0) {
+        RecordText record;
+        PrintDescription(record, 0, nullptr);
+        fpCaptureStream.Append(record.Text());
+        lossReport.After(fpCaptureStream, "capture file");
+    }
+    if (ckscribe::AreEventsOpen() && ckscribe::currentCallEvent != nullptr)
+        CaptureEvent(*ckscribe::currentCallEvent);
 }
 
 void AbstractDescriptor::InitializeClass() {

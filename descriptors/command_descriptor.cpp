@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "descriptors/calendar_text.h"
+#include "descriptors/call_event.h"
 #include "descriptors/record_environment.h"
 #include "functions/command_names.h"
 #include "functions/pkcs11_names.h"
@@ -21,6 +22,14 @@ std::uint32_t ClockTicks() { return static_cast<std::uint32_t>(recordEnvironment
 long TicksSinceStart() { return static_cast<std::int32_t>(ClockTicks() - startStamp); }
 
 }  // namespace
+
+void CommandDescriptor::CaptureEvent(ckscribe::CallEvent& event) const {
+    if (phase == ckscribe::kStartPhase) {
+        ckscribe::WriteStartEvent(event, *this);
+    } else {
+        ckscribe::WriteEndEvent(event, *this, rv);
+    }
+}
 
 void CommandDescriptor::PrintParameters(RecordText& out, int) const {
     if (UseNewLogFormat()) {

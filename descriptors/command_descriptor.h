@@ -26,6 +26,9 @@ public:
     static CommandSpecifier GetCommandSpecifier(const char* name);
     static CommandPhase GetCommandPhase(const char* name);
 
+protected:
+    void CaptureEvent(ckscribe::CallEvent& event) const override;
+
 private:
     void PrintNewHead(RecordText& out) const;
     void PrintOldHead(RecordText& out) const;

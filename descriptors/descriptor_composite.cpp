@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <memory>
 
+#include "util/json_writer.h"
+
 namespace {
 
 constexpr std::size_t kFirstRoom = 8;
@@ -40,6 +42,13 @@ void DescriptorComposite::ResetChildrenBuffer() {
     TreeMemory::GiveBack(children, RoomFor(childCount) * sizeof *children);
     children = nullptr;
     childCount = 0;
+}
+
+void DescriptorComposite::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    json.Key("children");
+    json.BeginArray();
+    for (unsigned i = 0; i < childCount; ++i) children[i]->WriteEvent(json);
+    json.EndArray();
 }
 
 void DescriptorComposite::PrintChildrenDescription(RecordText& out, int indent) const {

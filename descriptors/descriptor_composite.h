@@ -20,6 +20,7 @@ public:
     void ResetChildrenBuffer();
 
     void PrintContent(RecordText& out, int indent, const char* suffix) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     virtual void PrintChildrenDescription(RecordText& out, int indent) const;
 
 private:

@@ -4,12 +4,15 @@
 
 #include "config/logging_configuration.h"
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/data_setting.h"
 #include "descriptors/error_log.h"
+#include "descriptors/events_file.h"
 #include "descriptors/log_settings.h"
 
 std::atomic<int> bUseNewLogFormat{0};
 std::atomic<unsigned> uLoggingLevel{0};
 std::atomic<int> ckscribe::newFileMode{-1};
+std::atomic<ckscribe::DataSetting> ckscribe::dataSetting{ckscribe::DataSetting::kShownInLog};
 
 namespace {
 
@@ -42,8 +45,13 @@ void InitializeDescriptorLibrary() {
     const bool isEnabled = settings.IsLoggingEnabledMordavek() != 0;
     uLoggingLevel.store(static_cast<unsigned>(settings.LoggingLevel()), std::memory_order_relaxed);
     ReadFileMode(settings);
+    ckscribe::dataSetting.store(settings.HideData(), std::memory_order_relaxed);
+    ckscribe::OpenEvents(settings.EventsFileName());
     if (!isEnabled) return;
     DescriptorLibrary::CaptureStream(reinterpret_cast<const unsigned char*>(settings.LogFileName()));
 }
 
-void TerminateDescriptorLibrary() { DescriptorLibrary::Terminate(); }
+void TerminateDescriptorLibrary() {
+    ckscribe::CloseEvents();
+    DescriptorLibrary::Terminate();
+}

@@ -2,17 +2,34 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <string_view>
 
 #include "descriptors/scalar_descriptors.h"
 #include "descriptors/value_descriptor.h"
 #include "host/readable_memory.h"
+#include "util/json_writer.h"
 
 namespace {
 
 // The whole of a fixed field: texts in these structures are padded, not terminated.
 template <class Character, std::size_t size>
 AbstractDescriptor* Field(const Character (&field)[size]) {
-    return new ByteStringDescriptor(field, size);
+    return new ByteStringDescriptor(field, size, nullptr, ckscribe::BytesAre::kDescription);
+}
+
+// The members of a structure as events show them: the children of its descriptor, in their order, each under
+// the member's name; not those without a name. A structure that could not be read shows no members.
+void WriteMembers(ckscribe::JsonWriter& json, const DescriptorComposite& structure,
+                  std::initializer_list<std::string_view> names) {
+    if (structure.ChildCount() == 0) return;
+    unsigned i = 0;
+    for (const std::string_view name : names) {
+        const AbstractDescriptor& member = *structure.ChildAtIndex(i++);
+        if (name.empty()) continue;
+        json.Key(name);
+        member.WriteEventValue(json);
+    }
 }
 
 }  // namespace
@@ -20,7 +37,10 @@ AbstractDescriptor* Field(const Character (&field)[size]) {
 InfoDescriptor::InfoDescriptor(const CK_INFO* source) {
     CK_INFO info;
     if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
-    AddDescriptor(new ByteStringDescriptor(&info.cryptokiVersion, sizeof info.cryptokiVersion));
+    isGiven = true;
+    version = info.cryptokiVersion;
+    AddDescriptor(new ByteStringDescriptor(&info.cryptokiVersion, sizeof info.cryptokiVersion, nullptr,
+                                           ckscribe::BytesAre::kDescription));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(new FlagsDescriptor(info.flags));
 }
@@ -54,7 +74,7 @@ TokenInfoDescriptor::TokenInfoDescriptor(const CK_TOKEN_INFO* source) {
 }
 
 SessionInfoDescriptor::SessionInfoDescriptor(const CK_SESSION_INFO* source) {
-    ckscribe::CopyReadable(source, &info, sizeof info);
+    isGiven = ckscribe::CopyReadable(source, &info, sizeof info);
 }
 
 void SessionInfoDescriptor::PrintParameters(RecordText& out, int) const {
@@ -74,4 +94,40 @@ void SessionInfoDescriptor::PrintParameters(RecordText& out, int) const {
     out.Append(',');
     out.AppendHex(static_cast<std::uint32_t>(info.ulDeviceError));
     out.Append(')');
+}
+
+void InfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    if (!isGiven) return;
+    json.Key("cryptokiVersion");
+    json.BeginObject();
+    json.Key("major");
+    json.Number(version.major);
+    json.Key("minor");
+    json.Number(version.minor);
+    json.EndObject();
+    WriteMembers(json, *this, {"", "manufacturerID", "flags"});
+}
+
+void SlotInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    WriteMembers(json, *this, {"slotDescription", "manufacturerID", "flags"});
+}
+
+void TokenInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    WriteMembers(
+        json, *this,
+        {"label", "manufacturerID", "model", "serialNumber", "flags", "ulMaxSessionCount", "ulSessionCount",
+         "ulMaxRwSessionCount", "ulRwSessionCount", "ulMaxPinLen", "ulMinPinLen", "ulTotalPublicMemory",
+         "ulFreePublicMemory", "ulTotalPrivateMemory", "ulFreePrivateMemory"});
+}
+
+void SessionInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    if (!isGiven) return;
+    json.Key("slotID");
+    json.Number(info.slotID);
+    json.Key("state");
+    json.Number(info.state);
+    json.Key("flags");
+    json.Number(info.flags);
+    json.Key("ulDeviceError");
+    json.Number(info.ulDeviceError);
 }

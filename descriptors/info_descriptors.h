@@ -12,18 +12,25 @@ class InfoDescriptor : public DescriptorComposite {
 public:
     explicit InfoDescriptor(const CK_INFO* info);
     int Type() const override { return kInfo; }
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+
+private:
+    bool isGiven = false;
+    CK_VERSION version{};
 };
 
 class SlotInfoDescriptor : public DescriptorComposite {
 public:
     explicit SlotInfoDescriptor(const CK_SLOT_INFO* info);
     int Type() const override { return kSlotInfo; }
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 };
 
 class TokenInfoDescriptor : public DescriptorComposite {
 public:
     explicit TokenInfoDescriptor(const CK_TOKEN_INFO* info);
     int Type() const override { return kTokenInfo; }
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 };
 
 class SessionInfoDescriptor : public AbstractDescriptor {
@@ -31,7 +38,9 @@ public:
     explicit SessionInfoDescriptor(const CK_SESSION_INFO* info);
     int Type() const override { return kSessionInfo; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:
+    bool isGiven = false;
     CK_SESSION_INFO info{};
 };

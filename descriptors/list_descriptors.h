@@ -4,21 +4,42 @@
 
 #include "descriptors/descriptor_composite.h"
 
-class SlotIDListDescriptor : public DescriptorComposite {
+namespace ckscribe {
+
+// What the lists share: how events show them.
+class ListDescriptor : public DescriptorComposite {
+public:
+    // The elements; of a null array the number that came with it.
+    void WriteEventMembers(JsonWriter& json) const override;
+
+protected:
+    void SetArray(const unsigned long* array, unsigned long count) {
+        isNull = array == nullptr;
+        claimedCount = count;
+    }
+
+private:
+    bool isNull = true;
+    unsigned long claimedCount = 0;
+};
+
+}  // namespace ckscribe
+
+class SlotIDListDescriptor : public ckscribe::ListDescriptor {
 public:
     SlotIDListDescriptor(const unsigned long* ids, unsigned long count) { AddAllSlotIDs(ids, count); }
     void AddAllSlotIDs(const unsigned long* ids, unsigned long count);
     int Type() const override { return kSlotIDList; }
 };
 
-class MechTypeListDescriptor : public DescriptorComposite {
+class MechTypeListDescriptor : public ckscribe::ListDescriptor {
 public:
     MechTypeListDescriptor(const unsigned long* types, unsigned long count) { AddAllMechTypes(types, count); }
     void AddAllMechTypes(const unsigned long* types, unsigned long count);
     int Type() const override { return kMechTypeList; }
 };
 
-class ObjectHandleListDescriptor : public DescriptorComposite {
+class ObjectHandleListDescriptor : public ckscribe::ListDescriptor {
 public:
     ObjectHandleListDescriptor(const unsigned long* handles, unsigned long count) {
         AddAllHandles(handles, count);

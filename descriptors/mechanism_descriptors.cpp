@@ -2,12 +2,16 @@
 
 #include <cstdint>
 
+#include "descriptors/call_event.h"
+#include "descriptors/event_names.h"
 #include "functions/pkcs11_names.h"
 #include "host/readable_memory.h"
+#include "util/json_writer.h"
 
 MechanismDescriptor::MechanismDescriptor(const CK_MECHANISM* mechanism) {
     CK_MECHANISM copy;
     if (!ckscribe::CopyReadable(mechanism, &copy, sizeof copy)) return;
+    isGiven = true;
     type = copy.mechanism;
     parameter.SetValue(copy.pParameter, copy.ulParameterLen);
 }
@@ -23,7 +27,7 @@ void MechanismDescriptor::PrintParameters(RecordText& out, int indent) const {
 }
 
 MechInfoDescriptor::MechInfoDescriptor(const CK_MECHANISM_INFO* source) {
-    ckscribe::CopyReadable(source, &info, sizeof info);
+    isGiven = ckscribe::CopyReadable(source, &info, sizeof info);
 }
 
 void MechInfoDescriptor::PrintParameters(RecordText& out, int) const {
@@ -34,4 +38,29 @@ void MechInfoDescriptor::PrintParameters(RecordText& out, int) const {
     out.Append(',');
     out.AppendHex(static_cast<std::uint32_t>(info.flags));
     out.Append(')');
+}
+
+// A mechanism that could not be read has no type.
+void MechanismDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    if (!isGiven) return;
+    ckscribe::WriteMechanismType(json, type);
+    json.Key("parameter");
+    json.BeginObject();
+    parameter.WriteEventMembers(json);
+    json.EndObject();
+}
+
+void MechanismDescriptor::TellSubject(ckscribe::CallSubject& subject) const {
+    using ckscribe::CallSubject;
+    if (isGiven) subject.Tell(CallSubject::kMechanism, &CallSubject::mechanism, type);
+}
+
+void MechInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    if (!isGiven) return;
+    json.Key("ulMinKeySize");
+    json.Number(info.ulMinKeySize);
+    json.Key("ulMaxKeySize");
+    json.Number(info.ulMaxKeySize);
+    json.Key("flags");
+    json.Number(info.flags);
 }

@@ -11,8 +11,11 @@ public:
     explicit MechanismDescriptor(const CK_MECHANISM* mechanism);
     int Type() const override { return kMechanism; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+    void TellSubject(ckscribe::CallSubject& subject) const override;
 
 private:
+    bool isGiven = false;
     unsigned long type = 0;
     ValueDescriptor parameter;
 };
@@ -23,7 +26,9 @@ public:
     explicit MechInfoDescriptor(const CK_MECHANISM_INFO* info);
     int Type() const override { return kMechanismInfo; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:
+    bool isGiven = false;
     CK_MECHANISM_INFO info{};
 };

@@ -2,6 +2,13 @@
 
 #include <cstdint>
 
+#include "descriptors/call_event.h"
+#include "descriptors/event_names.h"
+#include "util/json_writer.h"
+
+using ckscribe::CallSubject;
+using ckscribe::JsonWriter;
+
 namespace {
 
 unsigned long Low32Bits(unsigned long value) { return static_cast<std::uint32_t>(value); }
@@ -48,3 +55,54 @@ void ByteBooleanDescriptor::PrintParameters(RecordText& out, int) const {
     out.Append(value != 0 ? "true" : "false");
     out.Flush();
 }
+
+void ULongDescriptor::WriteEventMembers(JsonWriter& json) const {
+    json.Key("value");
+    WriteEventValue(json);
+}
+
+void ULongDescriptor::WriteEventValue(JsonWriter& json) const { json.Number(value); }
+
+void SlotIDDescriptor::TellSubject(CallSubject& subject) const {
+    subject.Tell(CallSubject::kSlot, &CallSubject::slot, Value());
+}
+
+void ObjectHandleDescriptor::TellSubject(CallSubject& subject) const {
+    subject.Tell(CallSubject::kObject, &CallSubject::object, Value());
+}
+
+void SessionHandleDescriptor::TellSubject(CallSubject& subject) const {
+    subject.Tell(CallSubject::kSession, &CallSubject::session, Value());
+}
+
+void UShortDescriptor::WriteEventMembers(JsonWriter& json) const {
+    json.Key("value");
+    WriteEventValue(json);
+}
+
+void UShortDescriptor::WriteEventValue(JsonWriter& json) const { json.Number(value); }
+
+void MechanismTypeDescriptor::WriteEventMembers(JsonWriter& json) const {
+    ckscribe::WriteMechanismType(json, Value());
+}
+
+void MechanismTypeDescriptor::WriteEventValue(JsonWriter& json) const {
+    AbstractDescriptor::WriteEventValue(json);
+}
+
+void MechanismTypeDescriptor::TellSubject(CallSubject& subject) const {
+    subject.Tell(CallSubject::kMechanism, &CallSubject::mechanism, Value());
+}
+
+void UserTypeDescriptor::TellSubject(CallSubject& subject) const {
+    subject.Tell(CallSubject::kUser, &CallSubject::user, Value());
+}
+
+void ByteDescriptor::WriteEventMembers(JsonWriter& json) const {
+    json.Key("value");
+    WriteEventValue(json);
+}
+
+void ByteDescriptor::WriteEventValue(JsonWriter& json) const { json.Number(value); }
+
+void ByteBooleanDescriptor::WriteEventValue(JsonWriter& json) const { json.Boolean(value != 0); }

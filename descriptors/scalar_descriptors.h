@@ -19,6 +19,9 @@ public:
     void SetValue(unsigned long newValue) { value = newValue; }
     int Type() const override { return kULong; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+    void WriteEventValue(ckscribe::JsonWriter& json) const override;
+    unsigned long Value() const { return value; }
 
 private:
     unsigned long value;
@@ -29,12 +32,14 @@ class SlotIDDescriptor : public ULongDescriptor {
 public:
     explicit SlotIDDescriptor(unsigned long slot) : ULongDescriptor(slot) {}
     int Type() const override { return kSlotID; }
+    void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 class ObjectHandleDescriptor : public ULongDescriptor {
 public:
     explicit ObjectHandleDescriptor(unsigned long handle) : ULongDescriptor(handle) {}
     int Type() const override { return kObjectHandle; }
+    void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 class FlagsDescriptor : public ULongDescriptor {
@@ -47,6 +52,7 @@ class SessionHandleDescriptor : public ULongDescriptor {
 public:
     explicit SessionHandleDescriptor(unsigned long handle) : ULongDescriptor(handle) {}
     int Type() const override { return kSessionHandle; }
+    void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 // An address. A name given to it is never printed: its label is fixed.
@@ -64,6 +70,9 @@ public:
     void SetValue(unsigned long newValue) { value = newValue; }
     int Type() const override { return kUShort; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+    void WriteEventValue(ckscribe::JsonWriter& json) const override;
+    unsigned long Value() const { return value; }
 
 private:
     unsigned long value;
@@ -73,12 +82,16 @@ class MechanismTypeDescriptor : public UShortDescriptor {
 public:
     using UShortDescriptor::UShortDescriptor;
     int Type() const override { return kMechanismType; }
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+    void WriteEventValue(ckscribe::JsonWriter& json) const override;
+    void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 class UserTypeDescriptor : public UShortDescriptor {
 public:
     using UShortDescriptor::UShortDescriptor;
     int Type() const override { return kUserType; }
+    void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 // Labelled like any UShortDescriptor; kept.
@@ -94,6 +107,8 @@ public:
         : AbstractDescriptor(name), value(value) {}
     void SetValue(unsigned char newValue) { value = newValue; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+    void WriteEventValue(ckscribe::JsonWriter& json) const override;
 
 protected:
     unsigned char value;
@@ -104,4 +119,5 @@ public:
     using ByteDescriptor::ByteDescriptor;
     int Type() const override { return kByteBoolean; }
     void PrintParameters(RecordText& out, int indent) const override;
+    void WriteEventValue(ckscribe::JsonWriter& json) const override;
 };

@@ -5,8 +5,10 @@
 #include <cstring>
 
 #include "descriptors/byte_kinds.h"
+#include "descriptors/event_bytes.h"
 #include "descriptors/rich_text.h"
 #include "host/readable_memory.h"
+#include "util/json_writer.h"
 
 namespace {
 
@@ -14,24 +16,44 @@ constexpr CK_ULONG kUnavailable = CK_UNAVAILABLE_INFORMATION;
 
 }  // namespace
 
-ValueDescriptor::ValueDescriptor(const void* bytes, unsigned long count, const char* name)
+ValueDescriptor::ValueDescriptor(const void* bytes, unsigned long count, const char* name,
+                                 ckscribe::BytesAre bytesAre)
     : AbstractDescriptor(name) {
-    SetValue(bytes, count);
+    SetValue(bytes, count, bytesAre);
 }
 
 ValueDescriptor::~ValueDescriptor() { ReleaseValue(); }
 
-void ValueDescriptor::SetValue(const void* bytes, unsigned long count) {
+void ValueDescriptor::SetValue(const void* bytes, unsigned long count, ckscribe::BytesAre areWhat) {
     ReleaseValue();
-    if (count == kUnavailable) {
+    claimedLength = count;
+    bytesAre = areWhat;
+    const bool isUnavailable = count == kUnavailable;
+    if (isUnavailable) {
         bytes = &kUnavailable;
         count = sizeof kUnavailable;
     }
-    const std::size_t readable = ckscribe::ReadableLength(bytes, count);
+    std::size_t readable = ckscribe::ReadableLength(bytes, count);
     if (readable == 0) return;
+    if (ckscribe::IsDataHiddenInLog() && bytesAre == ckscribe::BytesAre::kData && !isUnavailable) {
+        bytes = PINDescriptor::cMaskedPIN;
+        readable = PINDescriptor::cMaskPINlen;
+    }
     value = static_cast<unsigned char*>(TreeMemory::Take(readable));
     std::memcpy(value, bytes, readable);
     length = readable;
+}
+
+std::string_view ValueDescriptor::BytesInEvents() const {
+    const bool areShown = bytesAre == ckscribe::BytesAre::kDescription || ckscribe::IsDataShownInEvents();
+    if (!areShown || claimedLength == kUnavailable) return {};
+    return {reinterpret_cast<const char*>(value), length};
+}
+
+void ValueDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+    json.Key("size");
+    json.Number(claimedLength);
+    ckscribe::WriteBytes(json, BytesInEvents());
 }
 
 void ValueDescriptor::ReleaseValue() {
@@ -93,6 +115,15 @@ void ValueDescriptor::PrintDescription(RecordText& out, int indent, const char* 
 
 void ByteStringDescriptor::PrintDescription(RecordText& out, int indent, const char* suffix) const {
     AbstractDescriptor::PrintDescription(out, indent, suffix);
+}
+
+void ValueDescriptor::WriteEventValue(ckscribe::JsonWriter& json) const {
+    ckscribe::WritePaddedText(json, BytesInEvents());
+}
+
+std::string_view PINDescriptor::EventName() const {
+    const std::string_view name = ByteStringDescriptor::EventName();
+    return name == EventKind() ? std::string_view() : name;
 }
 
 void StringDescriptor::PrintDescription(RecordText& out, int indent, const char* suffix) const {

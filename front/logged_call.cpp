@@ -6,12 +6,14 @@
 #include "host/host_shield.h"
 #include "host/readable_memory.h"
 
-void MakeRecord(void (*build)(const void* builder), const void* builder) {
-    if (AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0) return;
+void MakeRecord(ckscribe::CallEvent& event, void (*build)(const void* builder), const void* builder) {
+    const bool isLogOpen = AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) != 0;
+    if (!isLogOpen && !event.isTimed) return;
     OrmaMutex* const recordLock = pCkLogMutex.load(std::memory_order_acquire);
     if (recordLock == nullptr) return;
-    ckscribe::BehindHostShield([=] {
+    ckscribe::BehindHostShield([=, &event] {
         const ckscribe::OrmaLock lock(*recordLock);
+        ckscribe::currentCallEvent = event.isTimed ? &event : nullptr;
         const TreeMemory memory;
         // What an earlier record told of readable memory holds no longer: since then the application may have
         // unmapped it, and a target that refuses a call has looked at nothing.

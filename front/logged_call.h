@@ -4,17 +4,20 @@
 #include <p11-kit/pkcs11.h>
 
 #include "config/process_configuration.h"
+#include "descriptors/call_event.h"
+#include "descriptors/events_file.h"
 #include "front/process_bridge.h"
 #include "front/startup.h"
 
-// Builds and prints one record: calls `build(builder)` under the record lock and behind the shield, unless no
-// log is open. Nothing of it reaches the application: a record that cannot be built, for want of memory, is
-// left out.
-void MakeRecord(void (*build)(const void* builder), const void* builder);
+// Builds and prints one record of the call `event`: calls `build(builder)` under the record lock and behind
+// the shield, unless neither log nor events are open. Nothing of it reaches the application: a record that
+// cannot be built, for want of memory, is left out.
+void MakeRecord(ckscribe::CallEvent& event, void (*build)(const void* builder), const void* builder);
 
 template <class Builder>
-void MakeRecord(const Builder& builder) {
-    MakeRecord([](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
+void MakeRecord(ckscribe::CallEvent& event, const Builder& builder) {
+    MakeRecord(
+        event, [](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
 }
 
 // A call of a standard function. The mask is asked before and after, each time on its own: when it changes in
@@ -23,11 +26,17 @@ void MakeRecord(const Builder& builder) {
 // No lock is held across the forwarded call, and nothing here needs clean-up when the thread ends inside it
 // (see host/host_shield.h). The builders hold copies of the arguments, so that a call without a record leaves
 // the arguments in their registers.
+//
+// `function` is the exported name.
 template <class Start, class Forward, class End>
-CK_RV LoggedCall(int classBit, const Start& start, const Forward& forward, const End& end) {
+CK_RV LoggedCall(const char* function, int classBit, const Start& start, const Forward& forward,
+                 const End& end) {
     StartLibrary();
-    if (configuration.DoWeLogThis(classBit)) MakeRecord(Start(start));
-    const CK_RV rv = forward();
-    if (configuration.DoWeLogThis(classBit)) MakeRecord([rv, end] { end(rv); });
+    ckscribe::CallEvent event;
+    event.Begin(function);
+    if (ckscribe::AreEventsOpen()) NoteBeginOfCall(event);
+    if (configuration.DoWeLogThis(classBit)) MakeRecord(event, Start(start));
+    const CK_RV rv = event.isTimed ? ckscribe::Timed(event, forward) : forward();
+    if (configuration.DoWeLogThis(classBit)) MakeRecord(event, [rv, end] { end(rv); });
     return rv;
 }

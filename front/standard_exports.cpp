@@ -10,9 +10,9 @@
 #include "records/standard_records.h"
 
 #define UNWRAP(...) __VA_ARGS__
-#define LOGGED(Name, Class, Arguments)                                                    \
-    LoggedCall(                                                                           \
-        Class, [=] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
+#define LOGGED(Name, Class, Arguments)                                                                \
+    LoggedCall(                                                                                       \
+        "C_" #Name, Class, [=] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
         [=](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
 
 #define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \

@@ -4,13 +4,17 @@
 
 #include "config/process_configuration.h"
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/call_event.h"
 #include "descriptors/descriptor_library.h"
 #include "descriptors/error_log.h"
+#include "descriptors/events_file.h"
+#include "descriptors/kept_inputs.h"
 #include "descriptors/record_environment.h"
 #include "descriptors/record_lock.h"
 #include "front/overwritten_lists.h"
 #include "front/process_bridge.h"
 #include "host/host_shield.h"
+#include "host/thread_number.h"
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
 
@@ -52,6 +56,11 @@ void UnlockInChild() {
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->__init();
     startMutex.object.__init();
     ForgetProcessId();
+    const int numberInParent = ckscribe::SystemThreadNumber();
+    ckscribe::ForgetThreadNumber();
+    ckscribe::KeepInputsOfForkingThread(numberInParent, ckscribe::SystemThreadNumber());
+    ckscribe::ForgetEventRun();
+    ckscribe::OpenEventsAnewInChild();
 }
 
 // Forks are handled from here on: the process may fork while another thread makes the first call.
@@ -110,6 +119,8 @@ void FreeRuntimeMemory() {
 __attribute__((destructor)) void Unload() {
     if (processEnds) return;
     AbstractDescriptor::CloseCaptureStream();
+    ckscribe::CloseEvents();
+    ckscribe::FreeAllInputs();
     ckscribe::overwrittenLists.GiveBack();
     DestroyProcessConfiguration();
     DestroyProcessBridge();

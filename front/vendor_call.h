@@ -47,13 +47,18 @@ struct VendorCall<void(Parameters...)> {
     static_assert(sizeof...(Parameters) <= kVendorWords);
 
     // Whether the call is logged is decided once: it has both records or none.
-    static CK_RV Logged(const FuncEntry& entry, VendorMethod method, VendorWords words) {
+    static CK_RV Logged(const char* function, const FuncEntry& entry, VendorMethod method,
+                        VendorWords words) {
         StartLibrary();
         RemoveJunk(words, Indices());
         if (!IsLogged(entry)) return ForwardedWords(method, words);
-        MakeRecord([&] { Start(entry, words, Indices()); });
-        const CK_RV rv = ForwardedWords(method, words);
-        MakeRecord([&] { End(entry, rv, words, Indices()); });
+        CallEvent event;
+        event.Begin(function);
+        if (AreEventsOpen()) NoteBeginOfCall(event);
+        MakeRecord(event, [&] { Start(entry, words, Indices()); });
+        const auto forward = [&] { return ForwardedWords(method, words); };
+        const CK_RV rv = event.isTimed ? Timed(event, forward) : forward();
+        MakeRecord(event, [&] { End(entry, rv, words, Indices()); });
         return rv;
     }
 

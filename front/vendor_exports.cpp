@@ -4,10 +4,11 @@
 #include "front/vendor_call.h"
 #include "records/vendor_records.h"
 
-#define CA_ROW(Name, Type, ...)                                                                   \
-    CK_RV CA_##Name(VENDOR_REGISTERS) {                                                           \
-        return ckscribe::VendorCall<decltype(Name##CmdStart)>::Logged(                            \
-            EntryOf(Type), &CryptokiBridge::CA_##Name, ckscribe::ReceivedWords(VENDOR_RECEIVED)); \
+#define CA_ROW(Name, Type, ...)                                        \
+    CK_RV CA_##Name(VENDOR_REGISTERS) {                                \
+        return ckscribe::VendorCall<decltype(Name##CmdStart)>::Logged( \
+            "CA_" #Name, EntryOf(Type), &CryptokiBridge::CA_##Name,    \
+            ckscribe::ReceivedWords(VENDOR_RECEIVED));                 \
     }
 #define CA_BARE_ROW CA_ROW
 #include "functions/functions.def"

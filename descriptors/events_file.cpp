@@ -1,0 +1,128 @@
+#include "descriptors/events_file.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "descriptors/error_log.h"
+#include "descriptors/log_settings.h"
+#include "descriptors/loss_report.h"
+#include "descriptors/record_environment.h"
+#include "host/append_file.h"
+#include "util/cache_line.h"
+#include "util/undestroyed.h"
+
+namespace ckscribe {
+
+alignas(kCacheLine) std::atomic<int> areEventsOpen{0};
+
+namespace {
+
+constexpr std::size_t kLongestName = 500;
+constexpr std::size_t kLongestDirectory = 1000;
+
+alignas(kCacheLine) Undestroyed<AppendFile> eventsFile;
+
+LossReport lossReport;
+
+// What a forked child opens its own file by. Its directory may be another one by then.
+char openName[kLongestName + 1] = {};
+char directory[kLongestDirectory + 1] = {};  // in front of a relative name; empty if there is no need of it
+bool isForAnotherProcess = false;
+
+bool NamesProcess(const char* name) {
+    for (; *name != '\0'; ++name) {
+        if (*name != '%') continue;
+        if (name[1] == 'p') return true;
+        if (name[1] == '%') ++name;
+    }
+    return false;
+}
+
+// A path under construction. What does not fit makes it unusable.
+class Path {
+public:
+    void Append(std::string_view more) {
+        if (more.size() > kRoom - length) isWhole = false;
+        if (!isWhole) return;
+        std::memcpy(text + length, more.data(), more.size());
+        length += more.size();
+        text[length] = '\0';
+    }
+    bool IsWhole() const { return isWhole; }
+    const char* Text() const { return text; }
+
+    static constexpr std::size_t kRoom = kLongestDirectory + 2 * kLongestName;
+
+private:
+    std::size_t length = 0;
+    bool isWhole = true;
+    char text[kRoom + 1] = {};
+};
+
+// Any other letter after a percent sign stands for itself, as the percent sign does.
+void AppendExpanded(Path& path, const char* name) {
+    char number[20];
+    std::snprintf(number, sizeof number, "%d", recordEnvironment.processId());
+    for (; *name != '\0'; ++name) {
+        if (name[0] == '%' && name[1] == 'p') {
+            path.Append(number);
+            ++name;
+        } else {
+            path.Append({name, 1});
+            if (name[0] == '%' && name[1] == '%') ++name;
+        }
+    }
+}
+
+void ReportFailure(const char* path) {
+    char text[Path::kRoom + 100];
+    std::snprintf(text, sizeof text, "Could not open events file %s.", path);
+    ReportErrorInLog(text);
+}
+
+void OpenForThisProcess() {
+    Path path;
+    path.Append(directory);
+    AppendExpanded(path, openName);
+    isForAnotherProcess = false;
+    const bool isOpen = path.IsWhole() && eventsFile.object.Open(path.Text(), PermissionsOfNewFiles());
+    areEventsOpen.store(isOpen ? 1 : 0, std::memory_order_relaxed);
+    if (!isOpen) ReportFailure(path.Text());
+}
+
+void RememberDirectory() {
+    *directory = '\0';
+    if (*openName == '/' || !NamesProcess(openName)) return;
+    if (getcwd(directory, kLongestDirectory) == nullptr || *directory != '/') {
+        *directory = '\0';
+        return;
+    }
+    std::strcat(directory, "/");
+}
+
+}  // namespace
+
+void OpenEvents(const char* name) {
+    CloseEvents();
+    if (*name == '\0') return;
+    std::snprintf(openName, sizeof openName, "%s", name);
+    RememberDirectory();
+    OpenForThisProcess();
+}
+
+void CloseEvents() {
+    eventsFile.object.Close();
+    areEventsOpen.store(0, std::memory_order_relaxed);
+}
+
+void AppendToEvents(std::string_view lines) {
+    if (isForAnotherProcess) OpenForThisProcess();
+    eventsFile.object.Append(lines);
+    lossReport.After(eventsFile.object, "events file");
+}
+
+void OpenEventsAnewInChild() { isForAnotherProcess = AreEventsOpen() && NamesProcess(openName); }
+
+}  // namespace ckscribe

@@ -1,0 +1,101 @@
+#include "descriptors/kept_inputs.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "descriptors/call_event.h"
+#include "host/thread_number.h"
+
+#if defined(__FreeBSD__)
+#include <sys/thr.h>
+#else
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
+namespace ckscribe {
+
+namespace {
+
+constexpr std::size_t kFirstSearch = 16;
+
+struct Kept {
+    Kept* next;
+    const CallEvent* event;
+    int thread;
+    std::size_t length;
+
+    char* Text() { return reinterpret_cast<char*>(this + 1); }
+};
+
+Kept* first = nullptr;
+std::size_t count = 0;
+std::size_t nextSearch = kFirstSearch;  // for ended threads, at this count
+
+// The signal 0 is sent to nobody; asking for it tells whether there is a thread of this number.
+bool IsAlive(int thread) {
+    const int error = errno;
+#if defined(__FreeBSD__)
+    const bool isAlive = thr_kill(thread, 0) == 0;
+#else
+    const bool isAlive = syscall(SYS_tgkill, getpid(), thread, 0) == 0;
+#endif
+    errno = error;
+    return isAlive;
+}
+
+template <class Condition>
+void FreeWhere(const Condition& isToGo) {
+    for (Kept** link = &first; *link != nullptr;) {
+        Kept* const kept = *link;
+        if (isToGo(*kept)) {
+            *link = kept->next;
+            std::free(kept);
+            --count;
+        } else {
+            link = &kept->next;
+        }
+    }
+}
+
+void FreeInputsOfEndedThreads() {
+    FreeWhere([](const Kept& kept) { return !IsAlive(kept.thread); });
+    nextSearch = 2 * count < kFirstSearch ? kFirstSearch : 2 * count;
+}
+
+}  // namespace
+
+bool KeepInput(const CallEvent& event, std::string_view input) {
+    FreeInput(event);
+    if (count >= nextSearch) FreeInputsOfEndedThreads();
+    auto* const kept = static_cast<Kept*>(std::malloc(sizeof(Kept) + input.size()));
+    if (kept == nullptr) return false;
+    *kept = {first, &event, SystemThreadNumber(), input.size()};
+    std::memcpy(kept->Text(), input.data(), input.size());
+    first = kept;
+    ++count;
+    return true;
+}
+
+std::string_view KeptInput(const CallEvent& event) {
+    for (Kept* kept = first; kept != nullptr; kept = kept->next) {
+        if (kept->event == &event) return {kept->Text(), kept->length};
+    }
+    return {};
+}
+
+void FreeInput(const CallEvent& event) {
+    FreeWhere([&event](const Kept& kept) { return kept.event == &event; });
+}
+
+void FreeAllInputs() {
+    FreeWhere([](const Kept&) { return true; });
+}
+
+void KeepInputsOfForkingThread(int numberInParent, int numberInChild) {
+    FreeWhere([numberInParent](const Kept& kept) { return kept.thread != numberInParent; });
+    for (Kept* kept = first; kept != nullptr; kept = kept->next) kept->thread = numberInChild;
+}
+
+}  // namespace ckscribe

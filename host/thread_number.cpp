@@ -1,0 +1,34 @@
+#include "host/thread_number.h"
+
+#if defined(__FreeBSD__)
+#include <pthread_np.h>
+#else
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
+namespace ckscribe {
+
+namespace {
+
+// Like that of host/host_shield.h: no allocation at a thread's first call.
+[[gnu::tls_model("initial-exec")]] constinit thread_local int remembered = 0;
+
+int AskSystem() {
+#if defined(__FreeBSD__)
+    return pthread_getthreadid_np();
+#else
+    return static_cast<int>(syscall(SYS_gettid));
+#endif
+}
+
+}  // namespace
+
+int SystemThreadNumber() {
+    if (remembered == 0) remembered = AskSystem();
+    return remembered;
+}
+
+void ForgetThreadNumber() { remembered = 0; }
+
+}  // namespace ckscribe
