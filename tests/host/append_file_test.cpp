@@ -27,11 +27,11 @@ std::string Contents(const std::string& path) {
 
 void Write(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
 
-// The number under which this process has the file open, or -1.
-int DescriptorOf(const std::string& path) {
+// The number, not below `first`, under which this process has the file open, or -1.
+int DescriptorOf(const std::string& path, int first = 0) {
     struct stat wanted;
     if (stat(path.c_str(), &wanted) != 0) return -1;
-    for (int descriptor = 0; descriptor < 2000; ++descriptor) {
+    for (int descriptor = first; descriptor < 2000; ++descriptor) {
         struct stat status;
         if (fstat(descriptor, &status) != 0) continue;
         if (status.st_ino == wanted.st_ino && status.st_dev == wanted.st_dev) return descriptor;
@@ -279,9 +279,6 @@ TEST_F(AppendFileTest, ADescriptorThatTheHostClosedIsOpenedAgain) {
     EXPECT_EQ(Contents(path), "one two three");
 }
 
-// The descriptor's number in a process that has no such number in use.
-constexpr int kFirstNumber = 900;
-
 // The coarse clock moves on within this time.
 void WaitForAnInspection() { usleep(20'000); }
 
@@ -432,9 +429,10 @@ TEST_F(AppendFileTest, FileThatNeverHadAName_IsAppendedTo) {
     unlink(path.c_str());
     const std::string sameFile = "/proc/self/fd/" + std::to_string(nameless);
     ASSERT_TRUE(file.Open(sameFile.c_str()));
-    ASSERT_NE(fcntl(kFirstNumber, F_GETFD), -1);
+    const int number = DescriptorOf(sameFile, nameless + 1);
+    ASSERT_NE(number, -1);
     for (int i = 0; i < 65; ++i) file.Append("x");
-    EXPECT_NE(fcntl(kFirstNumber, F_GETFD), -1) << "it was opened again";
+    EXPECT_EQ(DescriptorOf(sameFile, nameless + 1), number) << "it was opened again";
     struct stat status;
     ASSERT_EQ(fstat(nameless, &status), 0);
     EXPECT_EQ(status.st_size, 65);

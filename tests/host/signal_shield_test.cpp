@@ -114,6 +114,27 @@ TEST_F(SignalShieldTest, ASignalThatTheHostBlockedAndHasWaitingStays) {
     EXPECT_EQ(received, SIGPIPE);
 }
 
+[[gnu::noinline]] void LeaveOnesOnTheStack() {
+    volatile unsigned char bytes[4096];
+    for (volatile unsigned char& byte : bytes) byte = 0xff;
+}
+
+[[gnu::noinline]] void RaiseAndLowerShield() { const SignalShield shield; }
+
+TEST_F(SignalShieldTest, AnotherSignalWaitsForTheHost_ItGoesOnWaiting) {
+    sigset_t usr1;
+    sigemptyset(&usr1);
+    sigaddset(&usr1, SIGUSR1);
+    pthread_sigmask(SIG_BLOCK, &usr1, nullptr);
+    raise(SIGUSR1);
+    LeaveOnesOnTheStack();
+    RaiseAndLowerShield();
+    EXPECT_TRUE(IsPending(SIGUSR1));
+    const timespec atOnce = {};
+    sigtimedwait(&usr1, nullptr, &atOnce);
+    pthread_sigmask(SIG_UNBLOCK, &usr1, nullptr);
+}
+
 TEST_F(SignalShieldTest, OtherSignalsArePassedOn) {
     std::signal(SIGUSR1, Receive);
     {
