@@ -14,6 +14,8 @@
 
 #include <cxxabi.h>
 
+#include "host/thread_local_model.h"
+
 namespace __cxxabiv1 {
 
 // As the C++ ABI lays it down.
@@ -24,7 +26,7 @@ struct __cxa_eh_globals {
 
 namespace {
 
-[[gnu::tls_model("initial-exec")]] constinit thread_local __cxa_eh_globals globals = {};
+CKSCRIBE_INITIAL_EXEC constinit thread_local __cxa_eh_globals globals = {};
 
 }  // namespace
 

@@ -7,11 +7,13 @@
 
 #include <cerrno>
 
+#include "host/thread_local_model.h"
+
 namespace ckscribe {
 
 // Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it. For
 // host/uncancelled_io.h alone.
-[[gnu::tls_model("initial-exec")]] extern constinit thread_local bool isAsynchronousBehindShield;
+CKSCRIBE_INITIAL_EXEC extern constinit thread_local bool isAsynchronousBehindShield;
 
 // For BehindHostShield alone. A function of its own, so that none of its clean-up becomes part of its
 // callers.
@@ -44,6 +46,8 @@ void BehindHostShield(const Work& work) {
     }
     errno = error;
     pthread_setcancelstate(cancelState, nullptr);
+    // Not every system looks for a cancellation that came meanwhile when the state changes.
+    if (isAsynchronous) pthread_testcancel();
 }
 
 }  // namespace ckscribe

@@ -4,18 +4,26 @@
 
 namespace {
 
-// What is locked here takes a microsecond or two. To sleep meanwhile takes a thread much longer, and the
-// thread that has to wake it, too; so a thread asks for a while before it sleeps: after ever longer pauses,
-// because each time it asks it takes the lock's memory away from the processor of the thread that works
-// behind it.
+// The lock is held for 1-2 µs, less than a sleep costs the thread that sleeps and the thread that wakes it.
+// So a thread tries again before it sleeps, with growing pauses: each try takes the lock's cache line away
+// from the processor that works behind it.
 constexpr int kTries = 100;
 constexpr int kLongestPause = 512;
+
+// Lets the other thread of the same processor core work for a moment.
+void Pause() {
+#if defined(__x86_64__)
+    __builtin_ia32_pause();
+#elif defined(__aarch64__)
+    asm volatile("yield");
+#endif
+}
 
 bool IsLockedSoon(pthread_mutex_t* mutex) {
     int pause = 1;
     for (int i = 0; i < kTries; ++i) {
         if (pthread_mutex_trylock(mutex) == 0) return true;
-        for (int j = 0; j < pause; ++j) __builtin_ia32_pause();
+        for (int j = 0; j < pause; ++j) Pause();
         if (pause < kLongestPause) {
             pause *= 2;
         } else {

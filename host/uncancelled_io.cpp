@@ -25,7 +25,13 @@ ssize_t WriteUncancelled(int descriptor, const void* bytes, std::size_t size) {
 
 int PollUncancelled(pollfd* descriptors, nfds_t count, int milliseconds) {
     if (!isAsynchronousBehindShield) return poll(descriptors, count, milliseconds);
-    return static_cast<int>(syscall(SYS_poll, descriptors, count, milliseconds));
+    constexpr int kMillisecondsPerSecond = 1000;
+    constexpr long kNanosecondsPerMillisecond = 1'000'000;
+    timespec timeout = {milliseconds / kMillisecondsPerSecond,
+                        milliseconds % kMillisecondsPerSecond * kNanosecondsPerMillisecond};
+    timespec* const wait = milliseconds < 0 ? nullptr : &timeout;
+    // Some processors' kernels have no other poll.
+    return static_cast<int>(syscall(SYS_ppoll, descriptors, count, wait, nullptr, std::size_t{0}));
 }
 
 int CloseUncancelled(int descriptor) {

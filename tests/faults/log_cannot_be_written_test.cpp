@@ -274,10 +274,10 @@ TEST_F(LogCannotBeWritten, InOnePieceOrWithoutInterruption) {
 // ---- The limit of the file size ---------------------------------------------------------------------------
 
 TEST_F(LogCannotBeWritten, BeyondTheFileSizeLimit) {
-    for (const rlim_t limit : {0U, 1U, 100U, 1000U}) {
+    for (const std::size_t limit : {0U, 1U, 100U, 1000U}) {
         SearchAndRemove(LogPath());
         EXPECT_TRUE(SurvivesUnshielded([limit] {
-            LimitFileSize(limit);
+            LimitFileSize(static_cast<rlim_t>(limit));
             ExpectCallsGoOn(Library());
             LimitFileSize(RLIM_INFINITY);
         }));
@@ -293,7 +293,7 @@ TEST_F(LogCannotBeWritten, BeyondAFileSizeLimitThatIsSetLater) {
             Library library;
             for (std::size_t i = 0; i < callsBefore; ++i) library->C_Logout(i);
             sizeBefore = Log().size();
-            LimitFileSize(sizeBefore + 1);
+            LimitFileSize(static_cast<rlim_t>(sizeBefore + 1));
             ExpectCallsGoOn(library);
             LimitFileSize(RLIM_INFINITY);
             EXPECT_EQ(Log().size(), sizeBefore + 1);

@@ -1,7 +1,12 @@
 #include "tests/faults/scarce_memory.h"
 
 #include <dlfcn.h>
+
+#if __has_include(<malloc_np.h>)
+#include <malloc_np.h>  // FreeBSD's
+#else
 #include <malloc.h>
+#endif
 
 #include <atomic>
 #include <cerrno>
