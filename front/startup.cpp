@@ -114,14 +114,15 @@ void FreeRuntimeMemory() {
 #endif
 }
 
-// dlclose lets the target go and gives everything back. At the end of the process nothing is touched: other
-// threads may still be in calls, and exit handlers and destructors of the application may still make some.
+// Gives the lists back before the target's own destructors, which may look at them. dlclose also lets the
+// target go and gives everything else back. The end of the process does not: other threads may still be in
+// calls, and destructors of the application may still make some.
 __attribute__((destructor)) void Unload() {
+    ckscribe::overwrittenLists.GiveBack();
     if (processEnds) return;
     AbstractDescriptor::CloseCaptureStream();
     ckscribe::CloseEvents();
     ckscribe::FreeAllInputs();
-    ckscribe::overwrittenLists.GiveBack();
     DestroyProcessConfiguration();
     DestroyProcessBridge();
     FreeRuntimeMemory();

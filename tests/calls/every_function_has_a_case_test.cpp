@@ -2,7 +2,7 @@
 
 #include "tests/calls/every_function.h"
 
-// A row of functions/functions.def without a test of its name, that states its records, fails here.
+// Every standard function of functions/functions.def has a test of its name, which states its records.
 TEST(EveryFunctionHasACase, ByItsName) {
     std::set<std::string> cases;
     const testing::UnitTest& program = *testing::UnitTest::GetInstance();
@@ -10,5 +10,8 @@ TEST(EveryFunctionHasACase, ByItsName) {
         const testing::TestSuite& suite = *program.GetTestSuite(i);
         for (int j = 0; j < suite.total_test_count(); ++j) cases.insert(suite.GetTestInfo(j)->name());
     }
-    for (const std::string& function : kStandardFunctions) EXPECT_EQ(1u, cases.count(function)) << function;
+    for (const std::string& function : kStandardFunctions)
+        EXPECT_EQ(1u, cases.count(function))
+            << function << " has no case. Add TEST_F(RecordedCall, " << function
+            << ") with the whole text of its records to the file of its section in tests/calls.";
 }

@@ -23,6 +23,7 @@ from call_log import records_of_new_log, records_of_old_log
 
 LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:])
 HERE = pathlib.Path(__file__).resolve().parent
+EXPECTED_FUNCTIONS = HERE.parent / "expected_functions.def"
 
 # Four bytes of any of them are recognised wherever they turn up; see tests/secrets/planted_secret.h.
 SO_PIN = "Q~J^X@Z!V~K^W@J~"
@@ -31,10 +32,11 @@ WRONG_PIN = "V^W!Z@Q~"
 
 TOKEN = "clients"
 
-# SoftHSM has none of the vendor's functions, and the library announces each of them, in the order in which it looks
-# them up.
+# Of all targets here only the complete one has the vendor's functions. Over any other, the library announces each of
+# them, in the order in which it looks them up.
 ANNOUNCEMENTS = "".join(
-    f"Failed to load function '{name}'.\n" for name in (HERE / "announced_functions.txt").read_text().split()
+    f"Failed to load function '{name}'.\n"
+    for name in re.findall(r"^FUNCTION\((CA_\w+), .*\bkRequired\b", EXPECTED_FUNCTIONS.read_text(), re.MULTILINE)
 ).encode()
 
 
@@ -203,11 +205,11 @@ def check_pairs(records):
         fail(f"starts without an end: {[record.text for record in open_calls.values()]}")
 
 
-def compare_sessions(session, expected, complete_target=False, in_order=True):
+def compare_sessions(session, expected, target=SOFTHSM, in_order=True):
     """Holds `session(place)` three times and compares.
 
     `expected`: some records of the new format, without time, process, thread and ticks; three dots stand for anything.
-    `complete_target`: the token is reached through a target that has all of the vendor's functions, too.
+    `target`: the PKCS#11 library through which the client reaches the token.
     `in_order`: the client makes its calls in the same order each time.
     """
     with tempfile.TemporaryDirectory(prefix="ckscribe-client.") as root:
@@ -215,7 +217,6 @@ def compare_sessions(session, expected, complete_target=False, in_order=True):
         session_directory = root / "session"
         make_token(Place(session_directory))
         session_directory.rename(root / "prepared")
-        target = COMPLETE_TARGET if complete_target else SOFTHSM
 
         transcripts = {}
         for name, module, new_format in (("straight", target, 0), ("new", LIBRARY, 1), ("old", LIBRARY, 0)):
@@ -224,7 +225,7 @@ def compare_sessions(session, expected, complete_target=False, in_order=True):
             place.use_module(module)
             place.write("Wendrafil.conf", configuration(place, target, new_format))
             session(place)
-            if place.announces != (module == LIBRARY and not complete_target):
+            if place.announces != (module == LIBRARY and target != COMPLETE_TARGET):
                 fail("missing functions are announced exactly when the library is there and its target lacks them")
             transcripts[name] = place.transcript
             session_directory.rename(root / name)

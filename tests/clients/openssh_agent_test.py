@@ -3,7 +3,7 @@ and output. The announcements of missing functions would stand in the middle of 
 session lacks none; over one that does, ssh-agent gives up."""
 
 from askpass import environment_answering
-from client_test import PIN, compare_sessions
+from client_test import COMPLETE_TARGET, PIN, compare_sessions
 
 
 def session(place):
@@ -26,7 +26,7 @@ def session(place):
 
 compare_sessions(
     session,
-    complete_target=True,
+    target=COMPLETE_TARGET,
     expected=[
         'FINIInitialize CKR_OK {}',
         'STRTLogin {Sesn=... User=1 PIN="********" }',

@@ -9,8 +9,8 @@
 #include <type_traits>
 
 #include "records/ssl3_structures.h"
+#include "tests/expected_functions.h"
 #include "tests/secrets/planted_secret.h"
-#include "tests/secrets/secret_arguments.h"
 
 namespace {
 
@@ -107,10 +107,8 @@ bool GuardedCall::IsInput(std::size_t index) const {
 
 // No record may show it, whatever else is wrong with the call.
 bool GuardedCall::IsSecret(std::size_t index) const {
-    const auto row =
-        std::find_if(kSecretArguments.begin(), kSecretArguments.end(),
-                     [this](const FunctionSecrets& each) { return each.function == function.function; });
-    return row != kSecretArguments.end() &&
+    const ExpectedFunction* const row = FindExpectedFunction(function.function);
+    return row != nullptr &&
            std::any_of(row->secrets.begin(), row->secrets.end(),
                        [index](const SecretArgument& secret) { return secret.address == index; });
 }

@@ -7,31 +7,31 @@
 #include <vector>
 
 #include "front/func_entries.h"
+#include "functions/command_type.h"
 #include "functions/function_classes.h"
 #include "records/vendor_records.h"
-#include "tests/descriptors/expected_command_names.h"
-#include "tests/front/expected_functions.h"
+#include "tests/expected_functions.h"
+
+using namespace ckscribe;
 
 namespace {
 
 struct Row {
     std::string name;
+    unsigned type;
     int classBit;
+    int level;
+    LookUp lookUp;
 };
 
-const std::vector<Row> standardRows = {
-#define C_EVERY_ROW(Name, Type, Class, ...) {"C_" #Name, Class},
-#define C_UNBOUND_ROW(...)
-#include "functions/functions.def"
-};
-
-const std::vector<Row> unboundRows = {
-#define C_UNBOUND_ROW(Name, Type, Class, ...) {"C_" #Name, Class},
-#include "functions/functions.def"
-};
-
-const std::vector<Row> optionalRows = {
-#define C_OPTIONAL_ROW(Name, Type, Class, ...) {"C_" #Name, Class},
+// Every row of a function that is exported, in the list's order.
+const std::vector<Row> rows = {
+#define C_EVERY_ROW(Name, Type, Class, Level, ...) {"C_" #Name, Type, Class, Level, LookUp::kRequired},
+#define C_OPTIONAL_ROW(Name, Type, Class, Level, ...) {"C_" #Name, Type, Class, Level, LookUp::kOptional},
+#define C_UNBOUND_ROW(Name, Type, Class, Level, ...) {"C_" #Name, Type, Class, Level, LookUp::kNeverLookedUp},
+#define CA_LIST_ROW(Name, Type) {"CA_" #Name, Type, 0, 0, LookUp::kRequired},
+#define CA_ROW(Name, Type, Class, Level, ...) {"CA_" #Name, Type, Class, Level, LookUp::kRequired},
+#define CA_BARE_ROW CA_ROW
 #include "functions/functions.def"
 };
 
@@ -71,39 +71,26 @@ TEST(FunctionClasses, HaveTheirBits) {
     EXPECT_EQ(QUORVANTH_FUNC, 0x40000);
 }
 
-TEST(Functions, ThoseOfTheStandardHaveTheirOrderAndClass) {
-    ASSERT_EQ(standardRows.size(), std::size(kExpectedStandardFunctions));
-    for (std::size_t i = 0; i < standardRows.size(); ++i) {
-        EXPECT_EQ(standardRows[i].name, kExpectedStandardFunctions[i].name);
-        EXPECT_EQ(standardRows[i].classBit, kExpectedStandardFunctions[i].classBit) << standardRows[i].name;
-    }
-    ASSERT_EQ(unboundRows.size(), 1U);
-    EXPECT_EQ(unboundRows[0].name, "C_GetFunctionStatus");
-    EXPECT_EQ(unboundRows[0].classBit, 0x10000);
-    ASSERT_EQ(optionalRows.size(), 4U);
-    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(optionalRows[i].name, standardRows[63 + i].name);
-}
-
-TEST(Functions, ThoseOfTheVendorHaveTheirOrderClassAndLevel) {
-    ASSERT_EQ(vendorRows.size(), std::size(kExpectedVendorFunctions));
-    for (std::size_t i = 0; i < vendorRows.size(); ++i) {
-        const ExpectedVendorFunction& expected = kExpectedVendorFunctions[i];
-        EXPECT_EQ(vendorRows[i].name, expected.name);
-        EXPECT_EQ(vendorRows[i].classBit, expected.classBit) << expected.name;
-        EXPECT_EQ(vendorRows[i].minLevel, expected.minLevel) << expected.name;
-    }
-}
-
-TEST(Functions, ThoseOfTheVendorHaveTheTypesOfTheirNames) {
-    for (const VendorRow& row : vendorRows) {
-        bool isKnown = false;
-        for (const ExpectedCommandName& expected : kExpectedCommandNames) {
-            if (expected.type != row.type) continue;
-            EXPECT_EQ(row.name, std::string("CA_") + expected.name);
-            isKnown = true;
+TEST(Functions, EachHasTheExpectedTypeClassLevelAndLookUp) {
+    for (const Row& row : rows) {
+        const ExpectedFunction* const expected = FindExpectedFunction(row.name);
+        if (expected == nullptr) {
+            ADD_FAILURE() << HowToExpect(row.name);
+            continue;
         }
-        EXPECT_TRUE(isKnown) << row.name;
+        EXPECT_EQ(row.type, expected->type) << row.name;
+        EXPECT_EQ(row.classBit, expected->classBit) << row.name;
+        EXPECT_EQ(row.level, expected->level) << row.name;
+        EXPECT_EQ(row.lookUp, expected->lookUp) << row.name;
     }
+}
+
+TEST(Functions, StandInTheExpectedOrder) {
+    std::vector<std::string> names;
+    for (const Row& row : rows) names.push_back(row.name);
+    EXPECT_EQ(names, NamesOfExpectedFunctions([](const ExpectedFunction&) { return true; }))
+        << "functions/functions.def and tests/expected_functions.def must name the same functions in one "
+           "order.";
 }
 
 TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
@@ -117,7 +104,7 @@ TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
 }
 
 TEST(FuncEntries, AreOneForEachTypeOfTheVendor) {
-    EXPECT_EQ(sizeof funcEntries / sizeof *funcEntries, 228U);
+    EXPECT_EQ(std::size(funcEntries), kExpectedFunctions.back().type - kFirstEntryType + 1);
     EXPECT_EQ(kFirstEntryType, 52U);
 }
 

@@ -53,3 +53,6 @@ ExpectedRecord ExpectedStart(const FunctionArguments& function, const CallWords&
                              const CallMemory& memory);
 ExpectedRecord ExpectedEnd(const FunctionArguments& function, const CallWords& words,
                            const CallMemory& memory, CK_RV rv);
+
+// Ends the process with a sentence if a logged function has no row in expected_records.def.
+void RequireRowForEachLoggedFunction();

@@ -1,6 +1,6 @@
-// Makes calls of the library and reads their records back. An input is a format, a function, a result, the
-// words of the call, and what stands in the one page that these may point into, before the call and after it
-// (see Input below). Properties, for any function, arguments and result:
+// Makes calls of the library and reads their records back. An input is a format, a function's name and a line
+// feed, a result, the words of the call, and what stands in the one page that these may point into, before
+// the call and after it (see Input below). Properties, for any function, arguments and result:
 // - the target gets the words, the application gets the result, and nobody but the target changes the memory;
 // - a call has a start record and an end record, whole and with nothing between or behind them;
 // - each record, taken apart, names the function and the result, and has the children that the function's
@@ -21,6 +21,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -58,6 +59,18 @@ public:
     CK_ULONG Long() {
         const CK_ULONG low = Short();
         return low | Short() << 16;
+    }
+
+    // A name up to the end of its line.
+    std::string Name() {
+        constexpr std::size_t kLongestName = 64;
+        std::string name;
+        while (size != 0 && name.size() < kLongestName) {
+            const char character = static_cast<char>(Byte());
+            if (character == '\n') break;
+            name += character;
+        }
+        return name;
     }
 
     CK_RV Result() {
@@ -236,6 +249,19 @@ CallWords WordsOfCall(const FunctionArguments& function, Input& input) {
     return words;
 }
 
+// Of ArgumentsOfFunctions(). A name that no function has, as a fuzzer makes it, stands for some function.
+std::size_t IndexOfFunction(const std::string& name) {
+    const std::vector<FunctionArguments>& all = ArgumentsOfFunctions();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const FunctionArguments& each) { return each.function == name; });
+    if (found != all.end()) return static_cast<std::size_t>(found - all.begin());
+    return std::accumulate(name.begin(), name.end(), std::size_t{0},
+                           [](std::size_t sum, char character) {
+                               return sum * 31 + static_cast<unsigned char>(character);
+                           }) %
+           all.size();
+}
+
 void RequireThatTargetGot(const FunctionArguments& function, const CallWords& words) {
     Require(target.isCalled && function.function == target.function, "the target is called");
     for (std::size_t i = 0; i < std::min(target.count, words.size()); ++i) {
@@ -261,11 +287,12 @@ void TargetIsUnloaded() {}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static LoggedApplication application;
+    [[maybe_unused]] static const bool isComplete = (RequireRowForEachLoggedFunction(), true);
     CallMemory& memory = Memory();
 
     Input input(data, size);
     const bool isNew = input.Byte() % 2 != 0;
-    const std::size_t index = input.Short() % ArgumentsOfFunctions().size();
+    const std::size_t index = IndexOfFunction(input.Name());
     const FunctionArguments& function = ArgumentsOfFunctions()[index];
     target = {};
     target.rv = input.Result();

@@ -6,7 +6,7 @@
 #include "descriptors/vendor_structures.h"
 #include "tests/calls/call_data.h"
 #include "tests/calls/every_function.h"
-#include "tests/secrets/secret_arguments.h"
+#include "tests/expected_functions.h"
 #include "tests/secrets/secret_search.h"
 
 namespace {
@@ -144,13 +144,6 @@ private:
     std::size_t secretLength = 0;  // of the latest one
 };
 
-const std::vector<SecretArgument>* SecretsOf(const std::string& function) {
-    for (const FunctionSecrets& row : kSecretArguments) {
-        if (row.function == function) return &row.secrets;
-    }
-    return nullptr;
-}
-
 struct FunctionParameters {
     std::string function;
     std::string parameters;  // "(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen)"
@@ -194,13 +187,13 @@ protected:
     template <class Type>
     void CallWithSecrets(const std::string& function, Type type, CK_ULONG number,
                          const std::string& beginning) {
-        const std::vector<SecretArgument>* const secrets = SecretsOf(function);
-        ASSERT_NE(nullptr, secrets) << "say in secret_arguments.h which arguments of it are secrets";
+        const ExpectedFunction* const row = FindExpectedFunction(function);
+        ASSERT_NE(nullptr, row) << HowToExpect(function);
         for (const CK_RV result : {CKR_OK, CKR_BUFFER_TOO_SMALL, CKR_PIN_INCORRECT}) {
             Arguments arguments(number, beginning);
             script.result = result;
             EXPECT_EQ(function == "C_GetFunctionStatus" ? CKR_FUNCTION_NOT_SUPPORTED : result,
-                      CallWith(function, arguments.For(type, *secrets)));
+                      CallWith(function, arguments.For(type, row->secrets)));
         }
     }
 
@@ -248,12 +241,12 @@ protected:
         ForEachFunction([&](const std::string& function, auto type) {
             SCOPED_TRACE(function);
             const std::size_t before = LogSize();
-            const std::vector<SecretArgument>* const secrets = SecretsOf(function);
-            ASSERT_NE(nullptr, secrets);
+            const ExpectedFunction* const row = FindExpectedFunction(function);
+            ASSERT_NE(nullptr, row) << HowToExpect(function);
             Arguments arguments(kFormWithSecrets, kBeginnings[0]);
-            CallWith(function, arguments.For(type, *secrets));
+            CallWith(function, arguments.For(type, row->secrets));
             std::size_t expected = 0;
-            for (const SecretArgument& secret : *secrets)
+            for (const SecretArgument& secret : row->secrets)
                 expected += secret.kind == SecretArgument::kList ? Arguments::kSecretsInList : 1;
             const bool isInBothRecords = function == "CA_CreateContainer";
             if (isInBothRecords) expected *= 2;
@@ -264,27 +257,21 @@ protected:
 
 }  // namespace
 
-TEST(SecretArguments, HaveARowForEachFunction) {
-    Names rows;
-    for (const FunctionSecrets& row : kSecretArguments) rows.push_back(row.function);
-    Names functions = kStandardFunctions;
-    functions.insert(functions.end(), kVendorFunctions.begin(), kVendorFunctions.end());
-    EXPECT_EQ(Sorted(functions), Sorted(rows));
-}
-
 TEST(SecretArguments, AreWhereNamesOfParametersSaySo) {
     // They move the key of the audit log from token to token, and their records show it.
     const Names shown = {"CA_LogImportSecret", "CA_LogExportSecret"};
     Names expected;
-    for (const FunctionSecrets& row : kSecretArguments) {
-        if (!row.secrets.empty()) expected.push_back(row.function);
+    for (const ExpectedFunction& row : kExpectedFunctions) {
+        if (!row.secrets.empty()) expected.push_back(row.name);
     }
     expected.insert(expected.end(), shown.begin(), shown.end());
     Names named;
     for (const FunctionParameters& row : kParameters) {
         if (NamesASecret(row.parameters)) named.push_back(row.function);
     }
-    EXPECT_EQ(Sorted(expected), Sorted(named));
+    EXPECT_EQ(Sorted(expected), Sorted(named)) << "The names of a function's parameters and its secrets in "
+                                                  "tests/expected_functions.def contradict each "
+                                                  "other. Name the secrets in the row.";
 }
 
 TEST_F(SecretsInCalls, AreNotWrittenInTheNewFormat) { ExpectNoSecretInLogOf("1"); }
@@ -303,10 +290,10 @@ TEST_F(SecretsInCalls, AreNotReportedWhenTheLogCannotBeWritten) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     ForEachFunction([&](const std::string& function, auto type) {
-        const std::vector<SecretArgument>* const secrets = SecretsOf(function);
-        ASSERT_NE(nullptr, secrets) << function;
+        const ExpectedFunction* const row = FindExpectedFunction(function);
+        ASSERT_NE(nullptr, row) << HowToExpect(function);
         Arguments arguments(1, kBeginnings[0]);
-        CallWith(function, arguments.For(type, *secrets));
+        CallWith(function, arguments.For(type, row->secrets));
     });
     Exported<void()>("CkLogSpecialFinalize")();
     const std::string output = testing::internal::GetCapturedStdout();
