@@ -24,7 +24,9 @@ constexpr bool TypesAreConsecutive() {
     }
     return true;
 }
-static_assert(TypesAreConsecutive());
+static_assert(
+    TypesAreConsecutive(),
+    "functions/functions.def: give each function of the vendor the type that follows the last one's.");
 
 }  // namespace
 

@@ -12,5 +12,5 @@ enum FunctionClass : int {
     KEY_MNGMNT_FUNC = 0x8000,   // key management
     MISC_FUNC = 0x10000,        // random numbers, parallel functions
     ALL_FUNC = 0x20000,         // every function, whatever its class
-    QUORVANTH_FUNC = 0x40000,   // functions of the vendor, but for the twelve in SLOT_TOKEN_FUNC
+    QUORVANTH_FUNC = 0x40000,   // functions of the vendor that are not in SLOT_TOKEN_FUNC
 };

@@ -10,8 +10,10 @@
 
 #include "functions/name_table.h"
 
-// A name that has the number of the PKCS#11 header. The others have a number of this system's own, also where
-// the header knows the name: the vendor numbered them before the standard did.
+// STANDARD(name) takes its number from the PKCS#11 header.
+//
+// COMPAT: The other names have the vendor's numbers, even if the header knows the name. The vendor numbered
+// them before the standard did, and logs show the vendor's numbers by these names.
 #define STANDARD(name) \
     { name, #name }
 
@@ -333,7 +335,7 @@ inline constexpr NameRow kMechanismNames[] = {
 
 static_assert(IsStrictlyAscending(kMechanismNames));
 
-// The number of a mechanism of the table. A name that the table lacks does not compile.
+// The number of a mechanism of the table. A name without a row does not compile.
 consteval unsigned long MechanismNumber(std::string_view name) {
     return std::find_if(std::begin(kMechanismNames), std::end(kMechanismNames),
                         [name](const NameRow& row) { return row.name == name; })

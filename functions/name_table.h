@@ -1,5 +1,5 @@
-// Tables from numbers to names: arrays of {value, "NAME"} in ascending order of the values, without doubles
-// (assert it with IsStrictlyAscending), all searched by NameOf.
+// Tables from numbers to names are arrays of {value, "NAME"}. The values ascend, and none stands twice: each
+// table asserts this with IsStrictlyAscending. NameOf searches all of them.
 //
 // Pure functions over constant data: any thread may call them at any time.
 
@@ -23,7 +23,7 @@ constexpr bool IsStrictlyAscending(std::span<const NameRow> table) {
     return std::adjacent_find(table.begin(), table.end(), isNotBelow) == table.end();
 }
 
-// The name of `value` in a strictly ascending table that is not empty, or `unknown` when it has none.
+// The name of `value`, or `unknown` if it has no row. The table must be strictly ascending and not empty.
 constexpr std::string_view NameOf(std::span<const NameRow> table, unsigned long value,
                                   std::string_view unknown) {
     const NameRow* row = table.data();

@@ -9,7 +9,7 @@ namespace ckscribe {
 
 namespace {
 
-// A name that has the number of the PKCS#11 header.
+// STANDARD(name) takes its number from the PKCS#11 header.
 #define STANDARD(name) \
     { name, #name }
 

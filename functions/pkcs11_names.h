@@ -1,8 +1,7 @@
 // The names under which numbers of PKCS#11 appear in the log.
 //
-// The names are a fixed set. A standard value has its standard name where that is in the set; values that the
-// standard got later are unknown here, and some names that the standard has numbered since stand for vendor
-// numbers (CKM_AES_GCM is 0x8000011C).
+// COMPAT: The names are a fixed set. Values that the standard got later are unknown here. Some names have the
+// vendor's number although the standard has given them another one since (CKM_AES_GCM is 0x8000011C).
 //
 // Every function is pure, never fails and returns constant text: any thread may call them at any time.
 
@@ -26,10 +25,10 @@ struct ReturnValueRow {
 
 }  // namespace ckscribe
 
-// Every return value that GetErrorCodeForString finds, in the order in which it looks. Three standard names
-// stand in it twice, with the same value.
+// Every return value that GetErrorCodeForString finds, in the order in which it looks. COMPAT: Three standard
+// names stand in it twice, with the same value.
 extern const ckscribe::ReturnValueRow CKR_LookupTable[191];
 
-// Stores the return value of that name (all of it, capitals matter) in `*value` and returns 0 (CKR_OK). For
-// any other name, a null one included, stores 0 and returns 7 (CKR_ARGUMENTS_BAD). `value` must not be null.
+// Stores the return value of that name in `*value` and returns 0 (CKR_OK). The name is compared exactly. For
+// any other name, and for null, stores 0 and returns 7 (CKR_ARGUMENTS_BAD). `value` must not be null.
 unsigned long GetErrorCodeForString(const char* name, unsigned long* value);

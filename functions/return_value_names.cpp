@@ -8,8 +8,8 @@
 #include "functions/name_table.h"
 #include "functions/pkcs11_names.h"
 
-// A name that has the number of the PKCS#11 header. The others are vendor values and three of the standard's
-// that current headers have dropped.
+// STANDARD(name) takes its number from the PKCS#11 header. The other rows are the vendor's values, and three
+// values of the standard that current headers lack.
 #define STANDARD(name) \
     { #name, name }
 
@@ -213,11 +213,11 @@ using namespace ckscribe;
 
 namespace {
 
-// Deliberate: the record of a call shows these two as CKR_UNKNOWN and their number, as existing log readers
-// know them, although the lookup finds their names (CKR_ECC_ECC_RESULT_AT_INF and CKR_AGAIN).
+// COMPAT: Records show these two values as CKR_UNKNOWN and their number. Only the lookup knows their names
+// (CKR_ECC_ECC_RESULT_AT_INF and CKR_AGAIN).
 constexpr bool IsNamedInRecords(unsigned long value) { return value != 0x80000040 && value != 0x80000041; }
 
-// Deliberate: the lookup does not find this name, which records show.
+// COMPAT: Records show this name. The lookup does not find it.
 constexpr NameRow kNamedInRecordsOnly = {0x80000020, "CKR_PARTITION_DISABLED"};
 
 constexpr std::size_t kDoublesInLookupTable = 3;

@@ -3,7 +3,7 @@
 // The numbers of the name tables are stated once more in tests/descriptors/expected_names.h.
 #include <p11-kit/pkcs11.h>
 
-// The builders and the exports decide by these.
+// Builders and exports compare with these numbers.
 static_assert(CKR_OK == 0);
 static_assert(CKR_HOST_MEMORY == 0x2);
 static_assert(CKR_GENERAL_ERROR == 0x5);
@@ -15,7 +15,7 @@ static_assert(CKA_CLASS == 0x0);
 static_assert(CKM_SSL3_KEY_AND_MAC_DERIVE == 0x372);
 static_assert(CK_UNAVAILABLE_INFORMATION == ~0UL);
 
-// Every argument of a vendor's function but a boolean is one machine word.
+// Every argument of a vendor's function is one machine word, except a boolean, which is one byte.
 static_assert(sizeof(CK_ULONG) == 8 && sizeof(CK_RV) == 8 && sizeof(CK_FLAGS) == 8);
 static_assert(sizeof(CK_SLOT_ID) == 8 && sizeof(CK_SESSION_HANDLE) == 8 && sizeof(CK_OBJECT_HANDLE) == 8);
 static_assert(sizeof(CK_MECHANISM_TYPE) == 8 && sizeof(CK_USER_TYPE) == 8 && sizeof(CK_BBOOL) == 1);

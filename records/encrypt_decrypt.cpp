@@ -7,8 +7,7 @@ using namespace ckscribe;
 
 namespace {
 
-// They say "pus" for a "pul" argument, and those of the update call lack the closing "="; kept, they are part
-// of the format.
+// COMPAT: These labels say "pus" where the arguments say "pul", and those of the update call lack the "=".
 constexpr const char* kEncryptedDataLenAddress = "pusEncryptedDataLen=";
 constexpr const char* kEncryptedDataLen = "*pusEncryptedDataLen=";
 constexpr const char* kEncryptedPartLenAddress = "pusEncryptedPartLen";

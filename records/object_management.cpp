@@ -84,7 +84,7 @@ void GetAttributeValueEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTR
                           CK_ULONG ulCount) {
     if (!LevelSelects(kGetAttributeValue)) return;
     EndRecord record(kGetAttributeValue, rv);
-    // Deliberately about the first attribute alone: when that one is unavailable, none of the list is shown.
+    // COMPAT: If the first attribute is unavailable, the record shows no attribute at all.
     if (pTemplate != nullptr && ValueAt(pTemplate).ulValueLen != CK_UNAVAILABLE_INFORMATION)
         record.AddDescriptor(TemplateChild(pTemplate, ulCount));
     record.Capture();
@@ -139,7 +139,7 @@ void FindObjectsEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE_PTR phObject, 
     record.Capture();
 }
 
-// Recorded like C_FindObjects, without "Final"; kept, log readers count on it.
+// COMPAT: The record looks like one of C_FindObjects. It does not say "Final".
 void FindObjectsFinalStart(CK_SESSION_HANDLE hSession) {
     if (!LevelSelects(kFindObjects)) return;
     StartRecord record(kFindObjects);

@@ -19,15 +19,15 @@
 
 namespace ckscribe {
 
-// The root of a start record, written before a call is forwarded. Needs a Capture() when its children are
-// added.
+// The root of a start record, which is written before a call is forwarded. After the last child is added,
+// Capture() writes the record.
 class StartRecord : public CommandDescriptor {
 public:
     explicit StartRecord(CommandType type, CommandSpecifier specifier = kSinglePart)
         : CommandDescriptor(type, specifier, kStartPhase, CKR_OK) {}
 };
 
-// The root of an end record, written after a call has returned `rv`.
+// The root of an end record, which is written after a call has returned `rv`.
 class EndRecord : public CommandDescriptor {
 public:
     EndRecord(CommandType type, CK_RV rv) : EndRecord(type, kSinglePart, rv) {}
@@ -38,7 +38,7 @@ public:
 // Whether "LoggingLevel" lets this command of the standard be logged.
 inline bool LevelSelects(CommandType type) { return LoggingLevel() >= LevelOf(type); }
 
-// The number behind a pointer; 0 when it cannot be read.
+// The number behind a pointer. 0 if it cannot be read.
 template <class Number>
 Number ValueAt(const Number* pointer) {
     Number value{};
@@ -46,10 +46,10 @@ Number ValueAt(const Number* pointer) {
     return value;
 }
 
-// A pointer as the number that it is.
+// The address as a number.
 inline CK_ULONG AsNumber(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
 
-// An element of an array, which may have any address; 0 when it cannot be read.
+// An element of an array at any address. 0 if it cannot be read.
 template <class Number>
 Number ValueAt(const Number* array, std::size_t index) {
     if (array == nullptr) return Number{};
@@ -59,29 +59,30 @@ Number ValueAt(const Number* array, std::size_t index) {
 // The bytes of a token's label (PKCS#11 C_InitToken): padded with blanks, without a terminator.
 inline constexpr CK_ULONG kLabelLength = 32;
 
-// Who a call is about.
+// These children say whom a call is about.
 AbstractDescriptor* SessionChild(CK_SESSION_HANDLE session);
 AbstractDescriptor* SlotChild(CK_SLOT_ID slot);
 AbstractDescriptor* ObjectChild(CK_OBJECT_HANDLE object);
 AbstractDescriptor* UserTypeChild(CK_USER_TYPE userType);
 
-// Numbers.
+// These are numbers.
 AbstractDescriptor* FlagsChild(CK_FLAGS flags);
 AbstractDescriptor* BooleanChild(CK_BBOOL value, const char* label = nullptr);
-AbstractDescriptor* NumberChild(CK_ULONG value, const char* label = nullptr);  // in the format's own way
+AbstractDescriptor* NumberChild(CK_ULONG value,
+                                const char* label = nullptr);  // hexadecimal in the old format, else decimal
 AbstractDescriptor* DecimalNumberChild(CK_ULONG value, const char* label = nullptr);
 AbstractDescriptor* HexNumberChild(CK_ULONG value, const char* label = nullptr);
 AbstractDescriptor* ShortNumberChild(CK_ULONG value, const char* label = nullptr);  // signed, 32 bits
 AbstractDescriptor* PedIdChild(CK_ULONG id);
 AbstractDescriptor* PointerChild(const void* address, const char* label = nullptr);  // the address itself
 
-// Bytes.
+// These are bytes.
 AbstractDescriptor* BytesChild(const void* bytes, CK_ULONG length, const char* label = nullptr);
 AbstractDescriptor* ValueChild(const void* bytes, CK_ULONG length, const char* label = nullptr);
 AbstractDescriptor* TextChild(const void* text, CK_ULONG length, const char* label = nullptr);
 AbstractDescriptor* PinChild(const void* pin, const char* label = "PIN=");  // the mask, never the PIN
 
-// Mechanisms, templates, lists.
+// These are mechanisms, templates and lists.
 AbstractDescriptor* MechanismChild(const CK_MECHANISM* mechanism);
 AbstractDescriptor* MechanismTypeChild(CK_MECHANISM_TYPE type);
 AbstractDescriptor* TemplateChild(const CK_ATTRIBUTE* attributes, CK_ULONG count);
@@ -90,7 +91,7 @@ AbstractDescriptor* SlotListChild(const CK_SLOT_ID* slots, CK_ULONG count);
 AbstractDescriptor* MechanismTypeListChild(const CK_MECHANISM_TYPE* types, CK_ULONG count);
 AbstractDescriptor* HandleListChild(const CK_OBJECT_HANDLE* handles, CK_ULONG count);
 
-// Returned structures.
+// These are structures that the target returns.
 AbstractDescriptor* InfoChild(const CK_INFO* info);
 AbstractDescriptor* SlotInfoChild(const CK_SLOT_INFO* info);
 AbstractDescriptor* TokenInfoChild(const CK_TOKEN_INFO* info);

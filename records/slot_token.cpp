@@ -59,7 +59,7 @@ void WaitForSlotEventStart(CK_FLAGS flags, CK_SLOT_ID_PTR, CK_VOID_PTR) {
 void WaitForSlotEventEnd(CK_RV rv, CK_FLAGS, CK_SLOT_ID_PTR pSlot, CK_VOID_PTR) {
     if (!LevelSelects(kWaitForSlotEvent)) return;
     EndRecord record(kWaitForSlotEvent, rv);
-    // The address of the slot identifier in place of the identifier; kept, the record is defined so.
+    // COMPAT: The record shows the address of the slot identifier, not the identifier.
     record.AddDescriptor(SlotChild(reinterpret_cast<CK_SLOT_ID>(pSlot)));
     record.Capture();
 }

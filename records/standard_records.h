@@ -1,8 +1,9 @@
-// The record builders of the standard functions: XxxStart describes a call of C_Xxx before it is forwarded,
-// XxxEnd after it has returned. Each makes one record and captures it, if the logging level asks for it.
+// The record builders of the standard functions. XxxStart writes the record before a call of C_Xxx is
+// forwarded, XxxEnd writes the one after it has returned. A builder writes only if "LoggingLevel" is at least
+// the LEVEL of the function's row.
 //
-// They change nothing of the call. std::bad_alloc may leave them; then nothing was written. They need the
-// record lock.
+// Builders change nothing of the call. They take the arguments as they came: pointers may be null or wild. A
+// builder that throws std::bad_alloc has written nothing. The caller holds the record lock.
 #pragma once
 
 #include <p11-kit/pkcs11.h>

@@ -1,4 +1,4 @@
-// kCmdXxx: the number under which the records of CA_Xxx are written.
+// kCmdXxx is the command type of CA_Xxx.
 #pragma once
 
 #include "functions/command_type.h"

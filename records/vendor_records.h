@@ -1,12 +1,12 @@
-// The record builders of the vendor's functions: for each CA_Xxx the start record, written before the call is
-// forwarded, and the end record, written after it.
+// The record builders of the vendor's functions. XxxCmdStart writes the record before a call of CA_Xxx is
+// forwarded, XxxCmdEnd writes the one after it has returned.
 //
-// They ask for no logging level: whoever calls them has decided that the call is logged. The arguments of the
-// call are taken as they came; pointers may be null or wild. An end record reads nothing behind a pointer
-// unless the call succeeded or its buffer was too small. No PIN and no secret of an authorisation list is
-// read at all.
+// Builders do not look at the logging level: their caller has decided that the call is logged. They take the
+// arguments as they came: pointers may be null or wild. An end record reads nothing through a pointer unless
+// the call succeeded or its buffer was too small. No builder reads a PIN or a secret of an authorisation
+// list.
 //
-// Needs the record lock. Throws std::bad_alloc, and then has written nothing.
+// The caller holds the record lock. A builder that throws std::bad_alloc has written nothing.
 #pragma once
 
 #include <p11-kit/pkcs11.h>

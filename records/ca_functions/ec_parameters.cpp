@@ -10,7 +10,7 @@ using namespace ckscribe;
 
 namespace {
 
-// A component of a curve: its address, its length and, behind an address, its bytes.
+// Adds a component of a curve: its address, its length and, unless the address is null, its bytes.
 void AddComponent(CommandDescriptor& record, const std::string& name, const void* bytes, CK_ULONG length) {
     record.AddDescriptor(PointerChild(bytes, (name + " ptr=").c_str()));
     record.AddDescriptor(NumberChild(length, (name + " len=").c_str()));
@@ -67,7 +67,7 @@ void EncodeECChar2ParamsCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECParams
                                  CK_ULONG ulCofactorLen) {
     StartRecord record(kCmdEncodeECChar2Params);
     AddEncodedParams(record, pECParams, pulECParamsLen);
-    // The numbers themselves; their labels say "len" all the same, and are kept.
+    // COMPAT: These labels say "len" although the children show the numbers m, k1, k2 and k3.
     record.AddDescriptor(NumberChild(ulM, "m len="));
     record.AddDescriptor(NumberChild(ulK1, "k1 len="));
     record.AddDescriptor(NumberChild(ulK2, "k2 len="));

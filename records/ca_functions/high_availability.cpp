@@ -9,7 +9,7 @@ using namespace ckscribe;
 
 namespace {
 
-// What is to be answered goes in, the answer comes out.
+// Writes the start record of a call that takes bytes and returns the answer to them.
 void CaptureAnsweredBytes(CommandType type, CK_SESSION_HANDLE session, const void* bytes, CK_ULONG length,
                           const void* answer, const CK_ULONG* answerLength) {
     StartRecord record(type);

@@ -9,7 +9,7 @@ using namespace ckscribe;
 
 namespace {
 
-// Records of sets of policies or capabilities, and of one of them; of the whole device or of one container.
+// These records show several policies or capabilities, or one of them, of the device or of one container.
 
 void CaptureSetQuery(CommandType type, CK_SLOT_ID slot, const CK_ULONG* ids, const CK_ULONG* idCount,
                      const CK_ULONG* values, const CK_ULONG* valueCount) {

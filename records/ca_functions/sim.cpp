@@ -9,13 +9,13 @@ using namespace ckscribe;
 
 namespace {
 
-// What the vendor's forms of authorisation bring along.
+// These forms of authorisation have a number of shares, and secrets.
 bool NamesShares(CK_ULONG form) { return form != 0 && form != 4; }
 bool BringsSecrets(CK_ULONG form) { return form == 1 || form == 5; }
 bool NamesSecrets(CK_ULONG form) { return form == 1 || form == 2 || form == 5 || form == 6; }
 
-// Calls `add` for each entry of a list of byte strings, up to its end or the first entry without data or
-// length.
+// Calls `add` for each entry of a list of byte strings. The list ends at its count, or at the first entry
+// that has no data or no length.
 template <class Add>
 void ForEachByteString(CK_ULONG count, CK_BYTE_PTR* strings, const CK_ULONG* lengths, const Add& add) {
     for (CK_ULONG i = 0; i < count; ++i) {
@@ -26,7 +26,7 @@ void ForEachByteString(CK_ULONG count, CK_BYTE_PTR* strings, const CK_ULONG* len
     }
 }
 
-// One mask for each secret.
+// Adds one mask for each secret.
 void AddSecrets(CommandDescriptor& record, CK_ULONG count, CK_BYTE_PTR* secrets, const CK_ULONG* lengths) {
     ForEachByteString(count, secrets, lengths,
                       [&](const void* secret, CK_ULONG) { record.AddDescriptor(PinChild(secret)); });

@@ -22,8 +22,8 @@ Names NamesOf(std::span<const ExpectedName> expected) {
     return names;
 }
 
-// Every value where a name can stand, and its neighbours: the range of the standard, the range of the vendor,
-// the ends of 32 and 64 bits, and the values whose lower half is that of a named one.
+// Every value that can have a name, and its neighbours: the range of the standard, the range of the vendor,
+// the ends of 32 and 64 bits, and values whose lower half is that of a named one.
 template <typename Check>
 void ForEveryValueAround(const Names& names, Check check) {
     for (unsigned long value = 0; value < 0x9000; ++value) check(value);
@@ -75,7 +75,8 @@ TEST(Pkcs11Names, OnlyX509CertificatesHaveAName) {
     ExpectExactlyTheseNames({{0, "CKC_X_509"}}, GetCertificateType, "CKC_UNKNOWN");
 }
 
-// Names that today's standard numbers otherwise keep this system's numbers, and the standard's are unknown.
+// Some names have another number in today's standard. They keep the vendor's, and the standard's number is
+// unknown.
 TEST(Pkcs11Names, NumbersOfTheVendorWinOverThoseOfTheStandard) {
     EXPECT_EQ(GetMechanismType(0x8000011C), "CKM_AES_GCM");
     EXPECT_EQ(GetMechanismType(0x1087), "Unknown Mechanism Type");
@@ -105,7 +106,7 @@ TEST(ReturnValueNames, RecordsShowTheNamesOfTheLookupWithTwoDifferences) {
     ExpectExactlyTheseNames(names, GetErrorCode, "CKR_UNKNOWN");
 }
 
-TEST(ReturnValueNames, DroppedByTheHeaderButNamed) {
+TEST(ReturnValueNames, ValuesThatTheHeaderLacks_HaveTheirNames) {
     EXPECT_EQ(GetErrorCode(0), "CKR_OK");
     EXPECT_EQ(GetErrorCode(0x52), "CKR_FUNCTION_PARALLEL");
     EXPECT_EQ(GetErrorCode(0xB2), "CKR_SESSION_EXCLUSIVE_EXISTS");
@@ -122,7 +123,7 @@ TEST(ReturnValueNames, TheLookupTableHasTheseRowsInThisOrder) {
     }
 }
 
-TEST(GetErrorCodeForString, FindsEveryNameOfTheTable) {
+TEST(GetErrorCodeForString, NameOfTheTable_GivesItsValue) {
     for (const ExpectedName& row : kExpectedReturnValues) {
         unsigned long value = 0xDEAD;
         EXPECT_EQ(GetErrorCodeForString(row.name, &value), 0u) << row.name;
@@ -130,13 +131,13 @@ TEST(GetErrorCodeForString, FindsEveryNameOfTheTable) {
     }
 }
 
-TEST(GetErrorCodeForString, FindsTheValueOfAWrongPin) {
+TEST(GetErrorCodeForString, NameOfAWrongPin_GivesItsValue) {
     unsigned long value = 0xDEAD;
     EXPECT_EQ(GetErrorCodeForString("CKR_PIN_INCORRECT", &value), 0u);
     EXPECT_EQ(value, 0xA0u);
 }
 
-TEST(GetErrorCodeForString, KnowsTheTwoNamesThatRecordsDoNotShow) {
+TEST(GetErrorCodeForString, NamesThatRecordsDoNotShow_GiveTheirValues) {
     unsigned long value = 0;
     EXPECT_EQ(GetErrorCodeForString("CKR_ECC_ECC_RESULT_AT_INF", &value), 0u);
     EXPECT_EQ(value, 0x80000040u);
@@ -146,7 +147,7 @@ TEST(GetErrorCodeForString, KnowsTheTwoNamesThatRecordsDoNotShow) {
 
 class NoSuchReturnValue : public testing::TestWithParam<const char*> {};
 
-TEST_P(NoSuchReturnValue, IsABadArgumentAndSetsZero) {
+TEST_P(NoSuchReturnValue, UnknownName_IsABadArgumentAndSetsZero) {
     unsigned long value = 0xDEAD;
     EXPECT_EQ(GetErrorCodeForString(GetParam(), &value), 7u);
     EXPECT_EQ(value, 0u);
@@ -162,14 +163,14 @@ constexpr NameRow kFourRows[] = {{1, "one"}, {3, "three"}, {5, "five"}, {0xFFFFF
 constexpr NameRow kDescending[] = {{3, "three"}, {1, "one"}};
 constexpr NameRow kDoubles[] = {{1, "one"}, {3, "three"}, {3, "three again"}};
 
-TEST(NameTable, OrderAndDoublesAreSeen) {
+TEST(NameTable, TableOutOfOrderOrWithADouble_IsNotStrictlyAscending) {
     EXPECT_TRUE(IsStrictlyAscending(kOneRow));
     EXPECT_TRUE(IsStrictlyAscending(kFourRows));
     EXPECT_FALSE(IsStrictlyAscending(kDescending));
     EXPECT_FALSE(IsStrictlyAscending(kDoubles));
 }
 
-TEST(NameTable, FindsFirstMiddleAndLastAndNothingBetween) {
+TEST(NameTable, NameOf_FindsFirstMiddleAndLastAndNothingBetween) {
     EXPECT_EQ(NameOf(kFourRows, 0, "none"), "none");
     EXPECT_EQ(NameOf(kFourRows, 1, "none"), "one");
     EXPECT_EQ(NameOf(kFourRows, 2, "none"), "none");

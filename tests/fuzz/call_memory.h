@@ -29,7 +29,7 @@ public:
     // Whether an address is that of memory which the process or a sanitizer may have mapped for itself.
     static bool IsForeign(CK_ULONG address) { return address >= kLowestForeign && address < kEndOfForeign; }
 
-    // What whoever reads no further than memory goes finds at any address.
+    // What can be read from any address on.
     std::size_t Readable(CK_ULONG address, CK_ULONG length) const;
     std::size_t ReadableCount(CK_ULONG address, CK_ULONG count, std::size_t elementSize) const;
     std::string Bytes(CK_ULONG address, CK_ULONG length) const;  // the readable ones

@@ -86,13 +86,13 @@ std::string Field(const unsigned char (&field)[size]) {
     return {reinterpret_cast<const char*>(field), size};
 }
 
-// A serial stands where a label does, and ends at its terminator if it has one.
+// A serial stands in the place of a label. It ends at its terminator, if it has one.
 template <std::size_t size>
 ExpectedChild Serial(const char (&field)[size]) {
     return Bytes("bytes", "", std::string(field, std::find(field, field + size, '\0')));
 }
 
-// A row of the table, read for one call.
+// Reads a row of the table for one call.
 class RecordOfCall {
 public:
     RecordOfCall(const FunctionArguments& function, const CallWords& words, const CallMemory& memory,
@@ -184,7 +184,7 @@ private:
         return kind == "bool" ? static_cast<unsigned char>(Operand(0)) : Operand(0);
     }
 
-    // The word that says "unavailable" is shown in place of bytes of that length.
+    // Of bytes with the length "unavailable", the record shows the word of that length.
     std::string BytesAt(CK_ULONG address, CK_ULONG length) const {
         return length == kUnavailable ? std::string(8, '\xff') : memory.Bytes(address, length);
     }

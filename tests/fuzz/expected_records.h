@@ -1,4 +1,4 @@
-// What a record of a call has to say, from the words of the call and the memory behind them.
+// The record that a call must give, from the words of the call and the memory that they point to.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -12,7 +12,7 @@
 
 // How a child's value is written.
 enum class Shape {
-    kNumber,   // in the format's own way: hexadecimal in the old one, decimal in the new one
+    kNumber,   // hexadecimal in the old format, decimal in the new one
     kHex,      // the low 32 bits
     kDecimal,  // all 64 bits
     kShort,    // the low 32 bits: hexadecimal in the old format, signed decimal in the new one
@@ -47,8 +47,7 @@ struct ExpectedRecord {
 
 using CallWords = std::array<CK_ULONG, 20>;
 
-// What `memory` and the words say at this moment: to be asked before the call for the start record, and after
-// it for the end record.
+// These read `memory` at once. Ask for the start record before the call, and for the end record after it.
 ExpectedRecord ExpectedStart(const FunctionArguments& function, const CallWords& words,
                              const CallMemory& memory);
 ExpectedRecord ExpectedEnd(const FunctionArguments& function, const CallWords& words,

@@ -3,10 +3,9 @@
 // the call and after it (see Input below). Properties, for any function, arguments and result:
 // - the target gets the words, the application gets the result, and nobody but the target changes the memory;
 // - a call has a start record and an end record, whole and with nothing between or behind them;
-// - each record, taken apart, names the function and the result, and has the children that the function's
-// records
-//   have, with the numbers, the bytes and the structures that the words and the memory hold, and with masks
-//   for secrets.
+// - each record names the function and the result. It has the children that the function's records have, with
+// the
+//   numbers, bytes and structures of the words and the memory, and with masks for secrets.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -42,7 +41,7 @@ void Require(bool holds, const char* what) {
     std::abort();
 }
 
-// One input: bytes that are asked for one after the other, and are zero behind the end.
+// One input. It gives one byte after the other, and zeros behind its end.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : data(data), size(size) {}
@@ -151,7 +150,7 @@ CK_RV CallWithWords(CK_RV (*function)(Parameters...), const CallWords& words) {
     return CallWithWords(function, words, std::index_sequence_for<Parameters...>());
 }
 
-// Calls an exported function as what it is; in the order of ArgumentsOfFunctions().
+// Each calls an exported function by its real type. The order is that of ArgumentsOfFunctions().
 using Caller = CK_RV (*)(void* function, const CallWords& words);
 const Caller kCallers[] = {
 #define C_EVERY_ROW(Name, ...)                                                        \
@@ -173,7 +172,7 @@ public:
         setenv("WendrafilConfigurationPath", directory.c_str(), 1);
         WriteConfiguration();
         log = open(LogPath().c_str(), O_RDWR | O_CREAT, 0600);
-        // Stays loaded when the library lets it go for a change of format, which is then quick.
+        // The target stays loaded when the library unloads it. Changes of the format are quick then.
         if (dlopen(SCRIPTED_TARGET, RTLD_NOW | RTLD_LOCAL) == nullptr) std::abort();
         void* const library = dlopen(CKSCRIBE_LIBRARY, RTLD_NOW | RTLD_LOCAL);
         if (library == nullptr || log < 0) std::abort();
@@ -181,8 +180,8 @@ public:
             functions.push_back(dlsym(library, function.function.c_str()));
         finalize = reinterpret_cast<void (*)()>(dlsym(library, "CkLogSpecialFinalize"));
     }
-    // Every byte of the log was compared with what is expected, so no secret stands there; nor does one
-    // anywhere else, for nothing else was written.
+    // Every byte of the log was compared with the expected ones, so no secret stands there. No other file was
+    // written.
     ~LoggedApplication() {
         for (const auto& entry : std::filesystem::directory_iterator(directory)) {
             const bool isKnown = entry.path() == LogPath() || entry.path() == ConfigurationPath();
@@ -203,7 +202,7 @@ public:
         return kCallers[function](functions[function], words);
     }
 
-    // What has been written into the log since this was last asked.
+    // The text that the log has got since the last call.
     std::string TakeLog() {
         struct stat status;
         if (fstat(log, &status) != 0) std::abort();
@@ -237,7 +236,7 @@ private:
 };
 
 CallWords WordsOfCall(const FunctionArguments& function, Input& input) {
-    // Functions that hand out a list store its address without a look at what they were given.
+    // Functions that return a list store its address through any pointer that they get.
     static CK_ULONG placeOfList;
     CallWords words;
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -249,7 +248,7 @@ CallWords WordsOfCall(const FunctionArguments& function, Input& input) {
     return words;
 }
 
-// Of ArgumentsOfFunctions(). A name that no function has, as a fuzzer makes it, stands for some function.
+// The place in ArgumentsOfFunctions(). A name that no function has stands for some function.
 std::size_t IndexOfFunction(const std::string& name) {
     const std::vector<FunctionArguments>& all = ArgumentsOfFunctions();
     const auto found = std::find_if(all.begin(), all.end(),
@@ -308,7 +307,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const CK_RV rv = application.Call(index, words);
     const std::string log = application.TakeLog();
 
-    // Two functions have a way of their own; kept, applications know them so.
+    // COMPAT: Two functions answer some calls themselves.
     CK_RV expectedRv = target.rv;
     if (function.function == "C_GetFunctionStatus") expectedRv = CKR_FUNCTION_NOT_SUPPORTED;
     const bool isListOfVendor = function.function == "CA_GetFunctionList";
@@ -327,7 +326,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     reader.ReadEnd();
 
-    // What the target did is done once more to the memory as it was: nothing else happened to it.
+    // Only the target changes the memory: what it did, done again to the memory as it was, gives the same.
     const std::string memoryAfter = memory.Contents();
     memory.Fill(reinterpret_cast<const std::uint8_t*>(memoryBefore.data()), memoryBefore.size());
     if (target.isCalled) memory.SetWords(target.returned);

@@ -14,7 +14,7 @@ constexpr std::size_t kIndent = 3;
 CK_ULONG Low32Bits(CK_ULONG number) { return static_cast<std::uint32_t>(number); }
 long Signed32Bits(CK_ULONG number) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(number)); }
 
-// Where the names of results in records and those that are found by name differ; kept.
+// COMPAT: The names of results in records differ in these from the names that the lookup finds.
 constexpr CK_RV kNamelessInRecords[] = {0x80000040, 0x80000041};
 constexpr ckscribe::ReturnValueRow kNameInRecordsAlone = {"CKR_PARTITION_DISABLED", 0x80000020};
 
@@ -144,7 +144,7 @@ void RecordReader::ReadShape(const ExpectedChild& child, std::size_t indent) {
         case Shape::kText:
             return ReadText(child.bytes);
         case Shape::kMechanism:
-            if (isNew) Take("(");  // the old format has the closing one alone
+            if (isNew) Take("(");  // COMPAT: the old format has only the closing one
             Take(GetMechanismType(child.numbers[0]));
             Take(isNew ? "," : ",Value");
             ReadBytes(child.bytes);

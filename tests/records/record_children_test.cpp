@@ -1,4 +1,4 @@
-// What each kind of child prints: the label and the format that a builder gets by naming it.
+// The label and the format with which each kind of child prints.
 
 #include "records/record_children.h"
 
@@ -19,7 +19,7 @@ struct Texts {
     bool operator==(const Texts&) const = default;
 };
 
-// gtest shows it in failures.
+// GoogleTest prints this in failures.
 std::ostream& operator<<(std::ostream& out, const Texts& texts) {
     return out << "old " << texts.oldFormat << ", new " << texts.newFormat;
 }
@@ -35,7 +35,7 @@ Texts TextsOf(const Make& make) {
 #define EXPECT_CHILD(child, oldText, newText) \
     EXPECT_EQ(TextsOf([&] { return child; }), (Texts{"\n" oldText, newText}))
 
-TEST_F(RecordChildrenTest, WhoACallIsAbout) {
+TEST_F(RecordChildrenTest, HandlesAndIdentifiers_PrintWithTheirLabels) {
     EXPECT_CHILD(SessionChild(0x1A), "SessionHandle(0x1a)", "Sesn=26");
     EXPECT_CHILD(SlotChild(0x1B), "SlotID(0x1b)", "Slot=27");
     EXPECT_CHILD(ObjectChild(0x1C), "ObjectHandle(0x1c)", "Obj=28");
@@ -43,7 +43,7 @@ TEST_F(RecordChildrenTest, WhoACallIsAbout) {
     EXPECT_CHILD(UserTypeChild(0xFFFFFFFF), "UserType(0xffffffff)", "User=-1");
 }
 
-TEST_F(RecordChildrenTest, Numbers) {
+TEST_F(RecordChildrenTest, NumbersOfEachKind_PrintInTheirFormat) {
     EXPECT_CHILD(FlagsChild(0x1D), "Flags(0x1d)", "Flgs=29");
     EXPECT_CHILD(BooleanChild(2, "b="), "ByteBooleantrue", "b=true");
     EXPECT_CHILD(BooleanChild(0), "ByteBooleanfalse", "false");
@@ -57,7 +57,7 @@ TEST_F(RecordChildrenTest, Numbers) {
                  "Ptr=0x7fff1000");
 }
 
-TEST_F(RecordChildrenTest, Bytes) {
+TEST_F(RecordChildrenTest, BytesOfEachKind_PrintInTheirForm) {
     EXPECT_CHILD(BytesChild("ab\n", 3, "l="), "ByteString(RichText\"ab\\a\")", "l=\"ab\\a\"");
     EXPECT_CHILD(BytesChild(nullptr, 3), "ByteString(SimpleText\"<null>\")", "\"<null>\"");
     EXPECT_CHILD(TextChild("ab\n", 3, "l="), "ByteString(3,\"ab\n\")", "l=(3,\"ab\n\")");
@@ -65,18 +65,18 @@ TEST_F(RecordChildrenTest, Bytes) {
               (Texts{"Value(RichText\"ab\\a\")", "\"ab\\a\""}));
 }
 
-TEST_F(RecordChildrenTest, APinIsItsMaskOrNothing) {
+TEST_F(RecordChildrenTest, PinOfAnyValue_PrintsAsItsMask) {
     const std::string secret = PlantedSecret(1);
     EXPECT_CHILD(PinChild(secret.c_str()), "ByteString(SimpleText\"********\")", "PIN=\"********\"");
     EXPECT_CHILD(PinChild("", "Old="), "ByteString(SimpleText\"********\")", "Old=\"********\"");
     EXPECT_CHILD(PinChild(nullptr), "ByteString(SimpleText\"<null>\")", "PIN=\"<null>\"");
     EXPECT_CHILD(PinChild(nullptr, "New="), "ByteString(SimpleText\"<null>\")", "New=\"<null>\"");
-    // It is not even looked at.
+    // The PIN is not read.
     EXPECT_CHILD(PinChild(reinterpret_cast<const void*>(8)), "ByteString(SimpleText\"********\")",
                  "PIN=\"********\"");
 }
 
-TEST_F(RecordChildrenTest, MechanismsTemplatesAndLists) {
+TEST_F(RecordChildrenTest, MechanismsTemplatesAndLists_PrintWhatTheyHold) {
     char id[] = "id";
     CK_ATTRIBUTE attribute = {CKA_ID, id, 2};
     CK_MECHANISM mechanism = {CKM_RSA_PKCS, nullptr, 0};
@@ -98,7 +98,7 @@ TEST_F(RecordChildrenTest, MechanismsTemplatesAndLists) {
                  "ObjHndLst={Obj=3 Obj=4 }");
 }
 
-TEST_F(RecordChildrenTest, StructuresThatAreNull) {
+TEST_F(RecordChildrenTest, StructureIsNull_PrintsWithoutValues) {
     EXPECT_CHILD(InfoChild(nullptr), "Info\n{\n}", "Info={}");
     EXPECT_CHILD(SlotInfoChild(nullptr), "SlotInfo\n{\n}", "SlotInfo={}");
     EXPECT_CHILD(TokenInfoChild(nullptr), "TokenInfo\n{\n}", "TokenInfo={}");
@@ -108,7 +108,7 @@ TEST_F(RecordChildrenTest, StructuresThatAreNull) {
     EXPECT_CHILD(HAStatusChild(nullptr), "HAStatus\n{\n}", "HAStatus{}");
 }
 
-TEST_F(RecordChildrenTest, ANumberBehindAPointerThatCannotBeReadIsZero) {
+TEST_F(RecordChildrenTest, NumberThatCannotBeRead_IsZero) {
     const CK_ULONG number = 77;
     EXPECT_EQ(ValueAt(&number), 77U);
     EXPECT_EQ(ValueAt(static_cast<const CK_ULONG*>(nullptr)), 0U);
@@ -116,7 +116,7 @@ TEST_F(RecordChildrenTest, ANumberBehindAPointerThatCannotBeReadIsZero) {
     EXPECT_EQ(ValueAt(reinterpret_cast<const CK_ULONG*>(1)), 0U);
 }
 
-TEST_F(RecordChildrenTest, LevelSelectsACommandFromItsOwnLevelOn) {
+TEST_F(RecordChildrenTest, LoggingLevel_SelectsEveryCommandOfThatLevelAndBelow) {
     for (unsigned level = 0; level < 6; ++level) {
         uLoggingLevel.store(level);
         EXPECT_EQ(LevelSelects(kDestroyObject), level >= 1);

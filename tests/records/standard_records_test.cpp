@@ -1,5 +1,5 @@
 // The logging levels at which the builders of the standard functions write, and the records of functions that
-// no export has.
+// are not exported.
 
 #include "records/standard_records.h"
 
@@ -22,7 +22,7 @@ protected:
     }
     ~StandardRecordsTest() override { AbstractDescriptor::CloseCaptureStream(); }
 
-    // What a builder writes.
+    // The text that a builder adds to the log.
     template <class Builder, class... Arguments>
     std::string Written(Builder builder, Arguments... arguments) {
         const std::size_t before = FileText(log).size();
@@ -61,7 +61,7 @@ unsigned ExpectedLevelOf(const std::string& name) {
     return row == nullptr ? 0 : static_cast<unsigned>(row->level);
 }
 
-TEST_F(StandardRecordsTest, EveryBuilderWritesFromItsLevelOn) {
+TEST_F(StandardRecordsTest, EveryBuilder_WritesFromItsLevelOn) {
     for (const Builders& function : EveryBuilder()) {
         const unsigned lowest = ExpectedLevelOf(function.name);
         for (const unsigned level : {0U, 1U, 2U, 3U, 4U, 5U, ~0U}) {
@@ -78,7 +78,7 @@ TEST_F(StandardRecordsTest, EveryBuilderWritesFromItsLevelOn) {
     }
 }
 
-TEST_F(StandardRecordsTest, EveryBuilderWritesOneRecordAndLeavesNothingBehind) {
+TEST_F(StandardRecordsTest, EveryBuilder_WritesOneRecordAndLeavesNoDescriptorBehind) {
     for (const Builders& function : EveryBuilder()) {
         for (const auto& builder : {function.start, function.end}) {
             const std::string record = Written(builder);
@@ -89,21 +89,21 @@ TEST_F(StandardRecordsTest, EveryBuilderWritesOneRecordAndLeavesNothingBehind) {
     }
 }
 
-TEST_F(StandardRecordsTest, NothingIsWrittenWhileNoLogIsOpen) {
+TEST_F(StandardRecordsTest, NoLogIsOpen_NoBuilderWritesAnything) {
     AbstractDescriptor::CloseCaptureStream();
     for (const Builders& function : EveryBuilder()) {
         EXPECT_EQ(Written(function.start) + Written(function.end), "") << function.name;
     }
 }
 
-TEST_F(StandardRecordsTest, Terminate) {
+TEST_F(StandardRecordsTest, Terminate_RecordsInTheNewFormat) {
     EXPECT_EQ(Written(TerminateStart), "\n\n10:15:30 01234-567:STRTTerminate {}");
     EXPECT_EQ(Written(TerminateEnd, CKR_OK), "\n10:15:30 01234-567:FINITerminate CKR_OK12345clks {}");
     EXPECT_EQ(Written(TerminateEnd, CKR_GENERAL_ERROR),
               "\n10:15:30 01234-567:FINITerminate ***CKR_GENERAL_ERROR***12345clks {}");
 }
 
-TEST_F(StandardRecordsTest, TerminateInTheOldFormat) {
+TEST_F(StandardRecordsTest, Terminate_RecordsInTheOldFormat) {
     UseOldFormat();
     ticks = 0;
     EXPECT_EQ(Written(TerminateStart),
@@ -115,14 +115,14 @@ TEST_F(StandardRecordsTest, TerminateInTheOldFormat) {
         " // 9 clock cycles\n{\n}");
 }
 
-TEST_F(StandardRecordsTest, PerformSelfTestHasNoName) {
+TEST_F(StandardRecordsTest, PerformSelfTest_RecordsInTheNewFormatHaveNoName) {
     EXPECT_EQ(Written(PerformSelfTestStart, CK_SESSION_HANDLE{5}, CK_ULONG{255}),
               "\n\n10:15:30 01234-567:STRTUnknownType {255 Sesn=5 }");
     EXPECT_EQ(Written(PerformSelfTestEnd, CKR_OK, CK_SESSION_HANDLE{5}, CK_ULONG{255}),
               "\n10:15:30 01234-567:FINIUnknownType CKR_OK12345clks {}");
 }
 
-TEST_F(StandardRecordsTest, PerformSelfTestInTheOldFormat) {
+TEST_F(StandardRecordsTest, PerformSelfTest_RecordsInTheOldFormatHaveNoName) {
     UseOldFormat();
     ticks = 0;
     EXPECT_EQ(Written(PerformSelfTestStart, CK_SESSION_HANDLE{5}, CK_ULONG{255}),

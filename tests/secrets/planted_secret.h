@@ -1,9 +1,10 @@
-// The secrets that tests use: PINs, passwords, cloning domains, and all else that may never be written.
+// The secrets that tests use: PINs, passwords, cloning domains, and everything else that must never be
+// written.
 //
-// A planted secret alternates letters and marks, like "QJ" and "~^" in "Q~J^Q~J^", and is chosen from so few
-// of them that nothing else that is ever written does so by chance. So any four bytes of any secret give it
-// away (see secret_search.h), wherever it turns up, and nobody needs to know which secrets were planted. For
-// that, everything that a test uses as a secret has to be a planted one.
+// A planted secret alternates letters and marks, like "QJ" and "~^" in "Q~J^Q~J^". It uses so few of them
+// that no other text alternates like this by chance. Any four bytes of any secret therefore give it away
+// wherever it turns up (see secret_search.h), and a search need not know which secrets were planted. Every
+// secret of a test must be planted.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +14,7 @@
 inline constexpr std::string_view kSecretLetters = "JKQVWXZ";
 inline constexpr std::string_view kSecretMarks = "!@^~";
 
-// A secret of its own for each number, of 16 to 24 characters.
+// Each number gives another secret, of 16 to 24 characters.
 inline std::string PlantedSecret(std::size_t number) {
     std::string secret;
     for (std::size_t i = 0, digits = number; i < 8 + number % 5; ++i, digits /= kSecretLetters.size()) {

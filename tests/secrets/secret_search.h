@@ -19,18 +19,18 @@ struct FoundSecret {
     std::string form;  // how it is written: "text", "hexadecimal", "number"
 };
 
-// The least part of a secret that counts.
+// Shorter parts of a secret do not count.
 inline constexpr std::size_t kLeastPart = 4;
 
-// The same where it is written in digits. Addresses, signatures and keys look like four bytes of a secret by
-// chance, so this is for texts that hold such things; where all else is known, use kLeastPart.
+// The same for a part that is written in digits. Addresses, signatures and keys can look like four bytes of a
+// secret by chance. Use this number for texts with such things, and kLeastPart for all others.
 inline constexpr std::size_t kLeastPartAmongChance = 8;
 
 namespace secret_search {
 
 enum class Kind { kNone, kLetter, kMark };
 
-// Of each byte.
+// The kind of each byte.
 inline constexpr std::array<Kind, 256> kKinds = [] {
     std::array<Kind, 256> kinds{};
     for (const char letter : kSecretLetters) kinds[static_cast<unsigned char>(letter)] = Kind::kLetter;
@@ -38,10 +38,10 @@ inline constexpr std::array<Kind, 256> kKinds = [] {
     return kinds;
 }();
 
-// Counts bytes that go on as a secret does.
+// Counts bytes that alternate like those of a secret.
 class Run {
 public:
-    // The number of bytes in a row, up to this one, that may be of a secret.
+    // The number of bytes in a row, up to this one, that may belong to a secret.
     std::size_t Add(unsigned char byte) {
         const Kind kind = kKinds[byte];
         length = kind == Kind::kNone ? 0 : kind == last ? 1 : length + 1;
@@ -61,8 +61,8 @@ constexpr int HexDigit(char character) {
     return -1;
 }
 
-// Of each character: whether it is the first hexadecimal digit of a byte that a secret may have. Most digits
-// of a log are not, and need no closer look.
+// For each character: whether it is the first hexadecimal digit of a byte that a secret may have. Most digits
+// of a log are not, and the search passes over them.
 inline constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
     std::array<bool, 256> isFirst{};
     for (std::size_t character = 0; character < isFirst.size(); ++character) {
@@ -75,8 +75,7 @@ inline constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
     return isFirst;
 }();
 
-// Of each byte: whether any form of a secret may begin or go on with it. Most of a log is passed over by
-// this.
+// For each byte: whether any form of a secret may contain it. The search passes over most of a log by this.
 inline constexpr std::array<bool, 256> kIsInAnyForm = [] {
     std::array<bool, 256> isInAny{};
     for (std::size_t byte = 0; byte < isInAny.size(); ++byte) {
@@ -86,7 +85,7 @@ inline constexpr std::array<bool, 256> kIsInAnyForm = [] {
     return isInAny;
 }();
 
-// The byte that two digits at the beginning say; -1 for none.
+// The byte that the first two digits stand for; -1 if they are no digits.
 inline int HexByte(std::string_view text) {
     if (text.size() < 2) return -1;
     const int high = HexDigit(text[0]);
@@ -94,7 +93,8 @@ inline int HexByte(std::string_view text) {
     return high < 0 || low < 0 ? -1 : high * 16 + low;
 }
 
-// `text` without what dumps put between two bytes: blanks, colons, commas, hyphens, and "0x" or "\x".
+// `text` without the characters that dumps put between bytes: blanks, colons, commas, hyphens, and "0x" or
+// "\x".
 inline std::string_view WithoutSeparator(std::string_view text) {
     constexpr std::string_view kSeparators = " :,-";
     while (!text.empty() && kSeparators.find(text[0]) != std::string_view::npos) text.remove_prefix(1);
@@ -156,9 +156,8 @@ inline std::optional<FoundSecret> FindSecret(std::string_view written, std::size
     return std::nullopt;
 }
 
-// The same in a file, which is read piece by piece: a test that judges what memory the library takes can have
-// its log searched. Programs, libraries and images of processes are passed over, for they hold what they were
-// given.
+// The same in a file. The file is read piece by piece, so that tests of the library's memory can search their
+// logs. Programs, libraries and images of processes are passed over: they hold secrets that they were given.
 inline std::optional<FoundSecret> FindSecretInFile(const std::filesystem::path& path) {
     constexpr std::size_t kPiece = std::size_t{1} << 16;
     constexpr std::size_t kLongestForm = 256;
@@ -179,7 +178,7 @@ inline std::optional<FoundSecret> FindSecretInFile(const std::filesystem::path& 
     return std::nullopt;
 }
 
-// Searches a file, or every file below a directory, and tells of each in which a secret is. What is larger
+// Searches a file, or every file below a directory, and names each file with a secret. A file that is larger
 // than any log is passed over.
 inline std::vector<std::string> FilesWithSecrets(const std::filesystem::path& place) {
     namespace fs = std::filesystem;

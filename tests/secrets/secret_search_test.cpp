@@ -9,7 +9,7 @@
 
 namespace {
 
-// "number" etc. for what is found at any offset; "" for nothing.
+// "number" etc. for a secret that is found at any offset, "" for none.
 std::string FormIn(std::string_view written, std::size_t leastInDigits = kLeastPart) {
     const auto found = FindSecret(written, leastInDigits);
     return found ? found->form : "";
@@ -17,7 +17,7 @@ std::string FormIn(std::string_view written, std::size_t leastInDigits = kLeastP
 
 }  // namespace
 
-TEST(PlantedSecret, DiffersForEachNumber) {
+TEST(PlantedSecret, SecretsOfDifferentNumbers_Differ) {
     std::set<std::string> secrets;
     for (std::size_t number = 0; number < 20000; ++number) {
         const std::string secret = PlantedSecret(number);
@@ -27,7 +27,7 @@ TEST(PlantedSecret, DiffersForEachNumber) {
     }
 }
 
-TEST(PlantedSecret, IsFoundByAnyFourOfItsBytes) {
+TEST(PlantedSecret, AnyFourBytesOfASecret_AreFound) {
     for (std::size_t number = 0; number < 2000; ++number) {
         const std::string secret = PlantedSecret(number);
         for (std::size_t i = 0; i + 4 <= secret.size(); ++i)
@@ -35,14 +35,14 @@ TEST(PlantedSecret, IsFoundByAnyFourOfItsBytes) {
     }
 }
 
-TEST(FindSecret, FindsNothingInRecords) {
+TEST(FindSecret, RecordsWithoutASecret_FindsNothing) {
     EXPECT_EQ("", FormIn(""));
     EXPECT_EQ("", FormIn("\n\n10:15:30 01234-567:STRTLogin {Sesn=81 User=1 PIN=\"********\" }\n"
                          "10:15:30 01234-567:FINILogin ***CKR_UNKNOWN 0x80000999***12345clks {}"));
     EXPECT_EQ("", FormIn("ByteString(Numeric\"5230adfe6b13af64\"); CKK_X9_42_DH CKM_XOR_BASE_AND_DATA"));
 }
 
-TEST(FindSecret, NeedsFourBytesInARow) {
+TEST(FindSecret, ThreeBytesInARow_FindsNothing) {
     EXPECT_EQ("", FormIn("Q~J"));
     EXPECT_EQ("text", FormIn("Q~J^"));
     EXPECT_EQ("text", FormIn("~J^Q"));
@@ -51,13 +51,13 @@ TEST(FindSecret, NeedsFourBytesInARow) {
     EXPECT_EQ("text", FormIn("QQ~J^^"));
 }
 
-TEST(FindSecret, TellsWhere) {
+TEST(FindSecret, SecretIsThere_GivesItsPlace) {
     EXPECT_EQ(5u, FindSecret("PIN=\"Q~J^Q~\"", kLeastPart)->offset);
     EXPECT_EQ(4u, FindSecret("PIN=517e4a5e", kLeastPart)->offset);
     EXPECT_EQ(4u, FindSecret("PIN=1581940305", kLeastPart)->offset);
 }
 
-TEST(FindSecret, KnowsHexadecimalDigitsOfEitherCase) {
+TEST(FindSecret, HexadecimalDigitsOfEitherCase_AreFound) {
     EXPECT_EQ("hexadecimal", FormIn("517e4a5e"));
     EXPECT_EQ("hexadecimal", FormIn("517E4A5E"));
     EXPECT_EQ("hexadecimal", FormIn("ee517e4a5eee"));
@@ -66,7 +66,7 @@ TEST(FindSecret, KnowsHexadecimalDigitsOfEitherCase) {
     EXPECT_EQ("", FormIn("517e4a5f"));
 }
 
-TEST(FindSecret, KnowsHexadecimalDigitsWithSeparators) {
+TEST(FindSecret, HexadecimalDigitsWithSeparators_AreFound) {
     EXPECT_EQ("hexadecimal", FormIn("51 7e 4a 5e"));
     EXPECT_EQ("hexadecimal", FormIn("51:7E:4A:5E"));
     EXPECT_EQ("hexadecimal", FormIn("51-7e-4a-5e"));
@@ -75,7 +75,7 @@ TEST(FindSecret, KnowsHexadecimalDigitsWithSeparators) {
     EXPECT_EQ("", FormIn("51;7e;4a;5e"));
 }
 
-TEST(FindSecret, KnowsNumbers) {
+TEST(FindSecret, DecimalNumbers_AreFound) {
     EXPECT_EQ("hexadecimal", FormIn("(0x5e4a7e51)")) << "the last byte first";
     EXPECT_EQ("number", FormIn("1581940305"));
     EXPECT_EQ("number", FormIn("val=6794381875781205585 ")) << "eight bytes";
@@ -83,7 +83,7 @@ TEST(FindSecret, KnowsNumbers) {
     EXPECT_EQ("", FormIn("111111111158194030500")) << "no number of 64 bits";
 }
 
-TEST(FindSecret, MayWantLongerPartsInDigits) {
+TEST(FindSecret, LongerPartIsDemandedInDigits_ShorterPartIsNotFound) {
     EXPECT_EQ("", FormIn("517e4a5e517e4a", kLeastPartAmongChance));
     EXPECT_EQ("hexadecimal", FormIn("517e4a5e517e4a5e", kLeastPartAmongChance));
     EXPECT_EQ("", FormIn("1581940305", kLeastPartAmongChance));
@@ -91,8 +91,8 @@ TEST(FindSecret, MayWantLongerPartsInDigits) {
     EXPECT_EQ("text", FormIn("Q~J^", kLeastPartAmongChance));
 }
 
-TEST(FilesWithSecrets, AreToldByNamePlaceAndForm) {
-    // Not one that is searched when it goes.
+TEST(FilesWithSecrets, FileWithASecret_IsNamedWithPlaceAndForm) {
+    // This directory is not searched when it is removed.
     const TemporaryDirectory directory(TemporaryDirectory::Searched::kNo);
     const std::string below = directory.File("below");
     std::filesystem::create_directory(below);
@@ -106,7 +106,7 @@ TEST(FilesWithSecrets, AreToldByNamePlaceAndForm) {
     EXPECT_EQ(std::vector<std::string>{}, FilesWithSecrets(below + "/nothing"));
 }
 
-TEST(TemporaryDirectory, FailsTheTestThatLetASecretBeWritten) {
+TEST(TemporaryDirectory, SecretIsWrittenThere_TestFails) {
     EXPECT_NONFATAL_FAILURE(
         {
             const TemporaryDirectory directory;
@@ -115,10 +115,11 @@ TEST(TemporaryDirectory, FailsTheTestThatLetASecretBeWritten) {
         "calls.log: text at 0");
 }
 
-TEST(FilesWithSecrets, ReadsALargeFileToItsEnd) {
+TEST(FilesWithSecrets, LargeFile_IsReadToItsEnd) {
     const TemporaryDirectory directory(TemporaryDirectory::Searched::kNo);
     const std::string path = directory.File("calls.log");
-    // Among them the ends of all pieces in which a file may be read, and the characters around them.
+    // These offsets include the ends of all pieces in which a file may be read, and the characters around
+    // them.
     for (std::size_t size = 65536 - 80; size < 65536 + 80; ++size) {
         std::ofstream(path) << std::string(size, '.') << "517e4a5e517e4a5e";
         EXPECT_EQ(std::vector<std::string>{path + ": hexadecimal at " + std::to_string(size)},
@@ -129,7 +130,7 @@ TEST(FilesWithSecrets, ReadsALargeFileToItsEnd) {
     EXPECT_EQ(std::vector<std::string>{path + ": text at " + std::to_string(size)}, FilesWithSecrets(path));
 }
 
-TEST(SearchAndRemove, FailsTheTestThatLetASecretBeWritten) {
+TEST(SearchAndRemove, SecretIsWrittenThere_TestFails) {
     const TemporaryDirectory directory;
     const std::string path = directory.File("calls.log");
     std::ofstream(path) << "Q~J^";
@@ -138,7 +139,7 @@ TEST(SearchAndRemove, FailsTheTestThatLetASecretBeWritten) {
     SearchAndRemove(path);
 }
 
-TEST(SearchAndEmpty, FailsTheTestThatLetASecretBeWritten) {
+TEST(SearchAndEmpty, SecretIsWrittenThere_TestFails) {
     const TemporaryDirectory directory;
     const std::string path = directory.File("calls.log");
     std::ofstream(path) << "Q~J^";

@@ -1,5 +1,5 @@
-// Every function is called with a secret of its own wherever it takes or returns one, and wherever no record
-// looks; none of them, nor four bytes of one, may be in the log, the error file or the output.
+// Every function is called with planted secrets: wherever it takes or returns one, and wherever no record
+// looks. Not even four bytes of one may be in the log, the error file or the output.
 #include <cstring>
 #include <type_traits>
 
@@ -11,11 +11,11 @@
 
 namespace {
 
-// Bytes around a secret's text that decide how a record would write it: as text, in hexadecimal digits, or as
-// text with escapes.
+// These bytes stand in front of a secret's text. They decide how a record would write it: as text, in
+// hexadecimal digits, or as text with escapes.
 const std::string kBeginnings[] = {"", "\xEE\xEE", "\x01"};
 
-// The parameter list of password-based key generation, in which a mechanism brings a password along.
+// The parameters of password-based key generation. A mechanism with them has a password.
 struct PasswordParameters {
     CK_BYTE_PTR pInitVector;
     CK_UTF8CHAR_PTR pPassword;
@@ -26,11 +26,11 @@ struct PasswordParameters {
 };
 constexpr CK_MECHANISM_TYPE kPasswordBasedMechanism = 0x3a8;
 
-// The words of one call. What is no secret is chosen by the types of the parameters: buffers are larger than
-// all lengths and counts say, and each ends where a secret begins.
+// The words of one call. The types of the parameters decide what is passed where no secret is. Buffers are
+// larger than all lengths and counts say, and each ends where a secret begins.
 //
-// All of it lies at addresses that are known, because records show addresses, and one that is not known might
-// look like a part of a secret.
+// Everything lies at known addresses. Records show addresses, and an unknown one might look like a part of a
+// secret.
 class Arguments {
 public:
     // `number` stands for every number that is passed by value.
@@ -107,7 +107,7 @@ private:
         return static_cast<Element*>(place);
     }
 
-    // With a terminator, as if it were a text.
+    // The secret has a terminator, like a text.
     CK_BYTE_PTR NewSecret() {
         const std::string secret = NextSecret();
         secretLength = secret.size();
@@ -154,7 +154,7 @@ const std::vector<FunctionParameters> kParameters = {
 #include "functions/functions.def"
 };
 
-// Whether a parameter's name ends as those of secrets do.
+// Whether a parameter's name ends like the name of a secret.
 bool NamesASecret(const std::string& parameters) {
     for (const std::string ending : {"Pin", "Password", "Domain", "Kev", "Secret", "Secrets"}) {
         for (const char* separator : {",", ")"}) {
@@ -197,7 +197,8 @@ protected:
         }
     }
 
-    // All of its numbers, among them the vendor's seven forms of authorisation, are each of 0 to 6.
+    // All numbers of a call are the same, from 0 to 6: the vendor's seven forms of authorisation are among
+    // them.
     template <class Type>
     void CallInEveryWay(const std::string& function, Type type) {
         for (CK_ULONG number = 0; number <= 6; ++number) {
@@ -257,8 +258,8 @@ protected:
 
 }  // namespace
 
-TEST(SecretArguments, AreWhereNamesOfParametersSaySo) {
-    // They move the key of the audit log from token to token, and their records show it.
+TEST(SecretArguments, SecretsOfTheTable_AreThoseThatParametersName) {
+    // COMPAT: Records of these two show the audit log's key, which they move from token to token.
     const Names shown = {"CA_LogImportSecret", "CA_LogExportSecret"};
     Names expected;
     for (const ExpectedFunction& row : kExpectedFunctions) {
@@ -274,17 +275,17 @@ TEST(SecretArguments, AreWhereNamesOfParametersSaySo) {
                                                   "other. Name the secrets in the row.";
 }
 
-TEST_F(SecretsInCalls, AreNotWrittenInTheNewFormat) { ExpectNoSecretInLogOf("1"); }
+TEST_F(SecretsInCalls, NewFormat_NoSecretIsWritten) { ExpectNoSecretInLogOf("1"); }
 
-TEST_F(SecretsInCalls, AreNotWrittenInTheOldFormat) { ExpectNoSecretInLogOf("0"); }
+TEST_F(SecretsInCalls, OldFormat_NoSecretIsWritten) { ExpectNoSecretInLogOf("0"); }
 
-// So that every secret has its row, and stands where its function expects it.
-TEST_F(SecretsInCalls, AreMaskedInTheNewFormat) { ExpectMasksInLogOf("1"); }
+// This shows that every secret of the table stands where its function expects it.
+TEST_F(SecretsInCalls, NewFormat_EverySecretIsMasked) { ExpectMasksInLogOf("1"); }
 
-TEST_F(SecretsInCalls, AreMaskedInTheOldFormat) { ExpectMasksInLogOf("0"); }
+TEST_F(SecretsInCalls, OldFormat_EverySecretIsMasked) { ExpectMasksInLogOf("0"); }
 
-// The library has something to report then.
-TEST_F(SecretsInCalls, AreNotReportedWhenTheLogCannotBeWritten) {
+// The library writes to its error file in this test.
+TEST_F(SecretsInCalls, LogCannotBeWritten_NoSecretIsReported) {
     Set("File", directory.Path());
     Set("LibUNIX64", TargetNamed("scripted_target_without_self_test"));
     testing::internal::CaptureStdout();

@@ -1,5 +1,4 @@
-// The functions of which records show no argument: neither record has a child, whatever the call takes and
-// returns.
+// Functions whose records show no argument. Neither record has a child, whatever the call takes and returns.
 #include <tuple>
 
 #include "tests/vendor_calls/vendor_records.h"
@@ -71,7 +70,7 @@ protected:
     BareVendorRecords() : VendorCallTest(std::get<LogFormat>(GetParam())) {}
 };
 
-TEST_P(BareVendorRecords, ShowNothingButTheResult) {
+TEST_P(BareVendorRecords, BareFunction_RecordsShowOnlyTheResult) {
     auto* const output = At<CK_ULONG>(0x12345100);
     const char* const name = std::get<const char*>(GetParam());
     Answer([=] { *output = 2001; });

@@ -1,7 +1,7 @@
-// What the records show of arguments that are missing, short or more than usual.
+// Arguments that are missing, too short or unusually large.
 #include "tests/vendor_calls/vendor_records.h"
 
-TEST_P(VendorRecords, FailedQueryShowsTheResultAlone) {
+TEST_P(VendorRecords, FailedQuery_EndRecordShowsOnlyTheResult) {
     auto* const pulTunnelSlot = At<CK_ULONG>(0x12345140);
     Answer([=] { *pulTunnelSlot = 2001; });
 
@@ -13,7 +13,7 @@ TEST_P(VendorRecords, FailedQueryShowsTheResultAlone) {
     Ends(kOtherErrors);
 }
 
-TEST_P(VendorRecords, SuccessWithoutAnOutputPointerShowsNoValue) {
+TEST_P(VendorRecords, SuccessWithoutAnOutputPointer_EndRecordShowsNoValue) {
     Call("CA_GetTunnelSlotNumber", slotID, nullptr);
     Starts("Slot=7 Ptr=0x0 ",
            R"(
@@ -25,7 +25,7 @@ TEST_P(VendorRecords, SuccessWithoutAnOutputPointerShowsNoValue) {
    Pointer(0x0);)");
 }
 
-TEST_P(VendorRecords, LengthQueryShowsTheLengthThatIsNeeded) {
+TEST_P(VendorRecords, LengthQuery_EndRecordShowsTheLengthThatIsNeeded) {
     auto* const pulNameLen = At<CK_ULONG>(0x12345140);
     Before([=] { *pulNameLen = 0; });
     Answer([=] { *pulNameLen = 40; });
@@ -47,7 +47,7 @@ TEST_P(VendorRecords, LengthQueryShowsTheLengthThatIsNeeded) {
    ULong(0x28);)");
 }
 
-TEST_P(VendorRecords, PaddedLabelShowsNothingThatFollowsIt) {
+TEST_P(VendorRecords, PaddedLabel_RecordShowsNothingThatFollowsIt) {
     auto* const pPin = TextAt(0x12345140, "the pin and more");
     auto* const pLabel = TextAt(0x123451c0, "a label of the token's          the next PIN");
 
@@ -64,7 +64,7 @@ TEST_P(VendorRecords, PaddedLabelShowsNothingThatFollowsIt) {
     Ends(kEveryResult);
 }
 
-TEST_P(VendorRecords, BufferWithoutItsLengthShowsNoByte) {
+TEST_P(VendorRecords, BufferWithoutItsLength_EndRecordShowsNoByte) {
     auto* const pName = TextAt(0x12345140, "a name of unknown length");
 
     Call("CA_GetContainerName", slotID, 1001, pName, nullptr);
@@ -83,8 +83,8 @@ TEST_P(VendorRecords, BufferWithoutItsLengthShowsNoByte) {
    ByteString(SimpleText"<null>");)");
 }
 
-// The target says how much it needs, which is more than the application's buffer has.
-TEST_P(VendorRecords, BufferThatIsTooSmallIsShownAsFarAsItIsReadable) {
+// The target needs more room than the application's buffer has, and says how much.
+TEST_P(VendorRecords, BufferIsTooSmall_EndRecordShowsItAsFarAsItIsReadable) {
     auto* const pName = At<CK_BYTE>(0x12345ff8);
     auto* const pulNameLen = At<CK_ULONG>(0x12345140);
     std::copy_n("the name", 8, pName);
@@ -109,8 +109,8 @@ TEST_P(VendorRecords, BufferThatIsTooSmallIsShownAsFarAsItIsReadable) {
    ByteString(SimpleText"the name");)");
 }
 
-// Numbers of 64 bits: the old format shows the lower half, and so does either of an address.
-TEST_P(VendorRecords, WideNumbersAndAddresses) {
+// The old format shows the lower half of a number. Both formats show the lower half of an address.
+TEST_P(VendorRecords, NumbersOf64Bits_OldFormatShowsTheirLowerHalf) {
     Call("CA_GetModuleInfo", slotID, 0x123456789, reinterpret_cast<void*>(0xabcdef012345));
     Starts("Slot=7 4886718345 Ptr=0xef012345 ",
            R"(
@@ -120,7 +120,7 @@ TEST_P(VendorRecords, WideNumbersAndAddresses) {
     Ends(kSuccess);
 }
 
-TEST_P(VendorRecords, EveryPinIsTheSameMask) {
+TEST_P(VendorRecords, PinsOfAnyLength_RecordsShowTheSameMask) {
     const std::string pin(100, 'p');
     auto* const pPin = TextAt(0x12345140, pin);
     for (const CK_ULONG ulPinLen : {0UL, 3UL, 100UL}) {
@@ -138,7 +138,7 @@ TEST_P(VendorRecords, EveryPinIsTheSameMask) {
     }
 }
 
-TEST_P(VendorRecords, ContainerStatusShowsWhatWasAskedFor) {
+TEST_P(VendorRecords, ContainerStatusWithNullPointers_EndRecordShowsOnlyTheOthers) {
     auto* const pulFlags = At<CK_ULONG>(0x12345140);
     auto* const pulFailedOfficerLogins = At<CK_ULONG>(0x12345180);
     Answer([=] {
@@ -170,7 +170,7 @@ TEST_P(VendorRecords, ContainerStatusShowsWhatWasAskedFor) {
     Ends(kOtherErrors);
 }
 
-TEST_P(VendorRecords, CurveWithoutASeed) {
+TEST_P(VendorRecords, CurveWithoutASeed_RecordShowsItsAddressAndLengthButNoBytes) {
     auto* const pECParams = At<CK_BYTE>(0x12345100);
     auto* const pulECParamsLen = At<CK_ULONG>(0x12345140);
     auto* const pPrime = TextAt(0x12345180, "the prime");

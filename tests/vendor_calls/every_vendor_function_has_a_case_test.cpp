@@ -33,9 +33,10 @@ void ExpectCasesIn(const std::string& format) {
     const std::set<std::string> tests = Tests();
     for (const LoggedFunction& function : kLoggedFunctions) {
         const std::string name = function.name;
-        const std::string test = function.isBare
-                                     ? "Log/BareVendorRecords.ShowNothingButTheResult/" + name + "_" + format
-                                     : "Log/VendorRecords." + name + "/" + format;
+        const std::string test =
+            function.isBare
+                ? "Log/BareVendorRecords.BareFunction_RecordsShowOnlyTheResult/" + name + "_" + format
+                : "Log/VendorRecords." + name + "/" + format;
         const std::string howTo =
             function.isBare
                 ? "Add it to kBareFunctions in tests/vendor_calls/bare_records_test.cpp."
@@ -46,5 +47,5 @@ void ExpectCasesIn(const std::string& format) {
 
 }  // namespace
 
-TEST(EveryVendorFunctionHasACase, InTheNewFormat) { ExpectCasesIn("New"); }
-TEST(EveryVendorFunctionHasACase, InTheOldFormat) { ExpectCasesIn("Old"); }
+TEST(VendorFunctions, EachHasACaseInTheNewFormat) { ExpectCasesIn("New"); }
+TEST(VendorFunctions, EachHasACaseInTheOldFormat) { ExpectCasesIn("Old"); }

@@ -1,4 +1,4 @@
-// Sets of policies and capabilities whose two arrays differ, or of which one is missing.
+// Sets of policies and capabilities: the two arrays differ, or one of them is missing.
 #include "tests/vendor_calls/vendor_records.h"
 
 namespace {
@@ -10,7 +10,7 @@ protected:
     CK_ULONG* const values = At<CK_ULONG>(0x123451c0);
     CK_ULONG* const valueCount = At<CK_ULONG>(0x12345200);
 
-    // The target returns so many of each.
+    // The target returns this many identifiers and values.
     void Return(CK_ULONG returnedIds, CK_ULONG returnedValues) {
         PutAll(ids, {2001, 2002, 2003, 2004, 2005, 2006});
         PutAll(values, {2011, 2012, 2013, 2014, 2015, 2016});
@@ -39,7 +39,7 @@ protected:
 
 }  // namespace
 
-TEST_P(PolicySets, MoreValuesThanIdentifiers) {
+TEST_P(PolicySets, MoreValuesThanIdentifiers_EachArrayIsShownToItsOwnCount) {
     Return(3, 5);
     Call("CA_GetTokenPolicies", slotID, ids, idCount, values, valueCount);
     StartsWithEverything();
@@ -62,7 +62,7 @@ TEST_P(PolicySets, MoreValuesThanIdentifiers) {
    ULong(0x7df);)");
 }
 
-TEST_P(PolicySets, MoreIdentifiersThanValues) {
+TEST_P(PolicySets, MoreIdentifiersThanValues_EachArrayIsShownToItsOwnCount) {
     Return(4, 2);
     Call("CA_GetTokenPolicies", slotID, ids, idCount, values, valueCount);
     StartsWithEverything();
@@ -83,7 +83,7 @@ TEST_P(PolicySets, MoreIdentifiersThanValues) {
    ULong(0x7d4);)");
 }
 
-TEST_P(PolicySets, EmptySet) {
+TEST_P(PolicySets, EmptySet_RecordShowsOnlyTheSizes) {
     Return(0, 0);
     Call("CA_GetTokenPolicies", slotID, ids, idCount, values, valueCount);
     StartsWithEverything();
@@ -96,8 +96,7 @@ TEST_P(PolicySets, EmptySet) {
    ULong(0x0);)");
 }
 
-// One array alone is not shown.
-TEST_P(PolicySets, IdentifiersWithoutValues) {
+TEST_P(PolicySets, IdentifiersWithoutValues_RecordShowsNeither) {
     Return(3, 5);
     Call("CA_GetTokenPolicies", slotID, ids, idCount, nullptr, valueCount);
     Starts("Slot=7 Ptr=0x12345140 Ptr=0x12345180 idSize=61 Ptr=0x0 Ptr=0x12345200 valSize=62 ",
@@ -118,7 +117,7 @@ TEST_P(PolicySets, IdentifiersWithoutValues) {
    ULong(0x5);)");
 }
 
-TEST_P(PolicySets, ArrayWithoutACount) {
+TEST_P(PolicySets, ArrayWithoutACount_RecordShowsNoneOfIt) {
     Return(3, 2);
     Call("CA_GetTokenPolicies", slotID, ids, nullptr, values, valueCount);
     Starts("Slot=7 Ptr=0x12345140 Ptr=0x0 Ptr=0x123451c0 Ptr=0x12345200 valSize=62 ",
@@ -139,7 +138,7 @@ TEST_P(PolicySets, ArrayWithoutACount) {
    ULong(0x7dc);)");
 }
 
-TEST_P(PolicySets, NoPolicyIsSet) {
+TEST_P(PolicySets, NoPolicyIsSet_RecordShowsOnlyTheCount) {
     PutAll(ids, {2001});
     PutAll(values, {2011});
     Call("CA_SetHSMPolicies", hSession, 0, ids, values);

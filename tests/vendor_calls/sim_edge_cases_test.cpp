@@ -1,9 +1,9 @@
-// Which secrets, inputs and signatures the records of the SIM functions show.
+// The records of the SIM functions show secrets, inputs and signatures up to the first that is missing.
 #include "tests/vendor_calls/vendor_records.h"
 
 namespace {
 
-// What the start record of a call with a form of authorisation shows of it.
+// A form of authorisation, and what the start record of a call with it shows.
 struct Authorisation {
     const char* inNewFormat;
     const char* inOldFormat;
@@ -232,7 +232,7 @@ TEST_P(SimRecords, SecretsEndAtTheFirstWithoutAnAddress) {
    ByteString(SimpleText"********");)"});
 }
 
-TEST_P(SimRecords, NoSecretWhenTheFirstHasNoLength) {
+TEST_P(SimRecords, FirstSecretHasNoLength_RecordShowsNoSecret) {
     secretLens[0] = 0;
     Extraction(1, {R"(authForm=1 N=3 M=2)",
                    R"(   ULong(0x1);
@@ -246,7 +246,7 @@ TEST_P(SimRecords, NoSecretWhenTheFirstHasNoLength) {
    ULong(0x3);)"});
 }
 
-TEST_P(SimRecords, NoSecretWhenTheFirstHasNoAddress) {
+TEST_P(SimRecords, FirstSecretHasNoAddress_RecordShowsNoSecret) {
     secrets[0] = nullptr;
     Extraction(1, {R"(authForm=1 N=3 M=2)",
                    R"(   ULong(0x1);
@@ -343,7 +343,7 @@ TEST_P(SimRecords, InputsEndAtTheFirstWithoutAnAddress) {
    Pointer(0x0);)");
 }
 
-TEST_P(SimRecords, NoInputWhenTheFirstHasNoLength) {
+TEST_P(SimRecords, FirstInputHasNoLength_RecordShowsNoInput) {
     inputLens[0] = 0;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
@@ -362,7 +362,7 @@ TEST_P(SimRecords, NoInputWhenTheFirstHasNoLength) {
    Pointer(0x0);)");
 }
 
-TEST_P(SimRecords, NoInputWhenTheFirstHasNoAddress) {
+TEST_P(SimRecords, FirstInputHasNoAddress_RecordShowsNoInput) {
     inputs[0] = nullptr;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
@@ -448,7 +448,7 @@ TEST_P(SimRecords, InputsOfAMultisignedValueEndAtTheFirstWithoutALengthOrAnAddre
     expectOneInput();
 }
 
-TEST_P(SimRecords, HandlesWithoutTheirCountAreNotShown) {
+TEST_P(SimRecords, HandlesWithoutTheirCount_RecordDoesNotShowThem) {
     auto* const phObjects = At<CK_OBJECT_HANDLE>(0x12345200);
     Answer([=] { PutAll(phObjects, {2001, 2002}); });
 

@@ -1,6 +1,6 @@
-// Lengths that no record of their function shows. Such a length is a guess about the vendor's prototype.
-// Where the guess is wrong, it is whatever the caller left in a register, so a record shows at most 4096
-// bytes through it.
+// Lengths that no record of their function shows. Such a length is a guess about the vendor's prototype. If
+// the guess is wrong, the length is any number that a register held. A record shows at most 4096 bytes
+// through it.
 #include <sys/mman.h>
 
 #include <cstring>
@@ -21,7 +21,7 @@ protected:
     }
     ~UnshownLengths() override { munmap(letters, kSize); }
 
-    // What both formats show of the first `length` letters, each in its own way.
+    // The first `length` letters as each of the two formats shows them.
     static std::string NewBytes(const std::string& label, std::size_t length) {
         return label + '"' + std::string(length, 'x') + "\" ";
     }

@@ -4,8 +4,8 @@
 
 namespace {
 
-// On x86-64 a function takes words like these whatever its prototype, and ignores those that it has no
-// parameter for. No record needs more.
+// On x86-64 every function takes words like these, whatever its prototype. It ignores words that it has no
+// parameter for. No record needs more of them.
 constexpr std::size_t kMostWords = 20;
 
 template <std::size_t>
