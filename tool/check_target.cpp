@@ -189,7 +189,7 @@ void CheckTarget(Setup& setup, const TargetCheck& how, Findings& findings) {
         findings.Add(
             Level::kWrong, kKey, line,
             fmt::format("The target {} {} while it is loaded and asked who it is.", path, result.ending),
-            "Try the target with another program; the application would end the same way.");
+            "Try the target with another program; the application would fare the same.");
     }
 }
 

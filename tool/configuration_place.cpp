@@ -85,15 +85,16 @@ void TellVariable(const std::string& value, const std::string& path, Findings& f
 std::string WhyUnreadable(const std::string& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) {
-        const auto problem = FindPathProblem(path);
         const int error = errno;
+        const auto problem = FindPathProblem(path);
         if (problem) return fmt::format("{}: {}", problem->part, std::strerror(problem->error));
         return error == ENOENT ? "there is no such file" : std::strerror(error);
     }
     if (S_ISDIR(status.st_mode)) return "it is a directory";
     if (!S_ISREG(status.st_mode)) return "it is no regular file";
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
-    if (file < 0) return fmt::format("{} ({})", std::strerror(errno), DescribeOwner(status));
+    const std::string reason = std::strerror(errno);
+    if (file < 0) return fmt::format("{} ({})", reason, DescribeOwner(status));
     close(file);
     return status.st_size == 0 ? "it is empty" : "nothing could be read";
 }

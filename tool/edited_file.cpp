@@ -120,9 +120,11 @@ std::optional<std::string> EditedFile::FillCopy(int copy, const std::string& tex
     const bool isOwned =
         fstat(copy, &own) == 0 && own.st_uid == status_.st_uid && own.st_gid == status_.st_gid;
     if ((!isOwned && fchown(copy, status_.st_uid, status_.st_gid) != 0) || !CopyAttributes(file_, copy) ||
-        fchmod(copy, status_.st_mode & kPermissions) != 0)
+        fchmod(copy, status_.st_mode & kPermissions) != 0) {
+        const std::string reason = Reason();
         return fmt::format("The owner and permissions of {} ({}) cannot be kept: {}. The file is as it was.",
-                           path_, DescribeOwner(status_), Reason());
+                           path_, DescribeOwner(status_), reason);
+    }
     if (fsync(copy) != 0)
         return fmt::format("{} cannot be written: {}. The file is as it was.", copyPath_, Reason());
     return std::nullopt;

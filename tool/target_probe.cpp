@@ -156,20 +156,25 @@ void CloseStandardStreams() {
 
 // --- In the parent
 
-// One line from the pipe; shorter when the child ends or the time is over.
-std::string ReadAnswer(int from, Clock::time_point deadline) {
-    std::string answer;
-    while (!answer.ends_with('\n')) {
+struct Answer {
+    std::string line;     // ends with a line feed if it is whole
+    bool isLate = false;  // the time was over before that
+};
+
+Answer ReadAnswer(int from, Clock::time_point deadline) {
+    Answer answer;
+    while (!answer.line.ends_with('\n')) {
         const auto left =
             std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
         pollfd waiting = {from, POLLIN, 0};
         const int ready = left > 0 ? poll(&waiting, 1, static_cast<int>(left)) : 0;
         if (ready < 0 && errno == EINTR) continue;
-        if (ready <= 0) break;
+        answer.isLate = ready <= 0;
+        if (answer.isLate) break;
         char piece[4096];
         const ssize_t count = read(from, piece, sizeof piece);
         if (count <= 0) break;
-        answer.append(piece, static_cast<std::size_t>(count));
+        answer.line.append(piece, static_cast<std::size_t>(count));
     }
     return answer;
 }
@@ -213,17 +218,16 @@ ProbeResult ProbeTarget(const std::string& path, bool initialize, int seconds) {
         return {std::nullopt, fmt::format("cannot be tried: {}", std::strerror(errno))};
     }
     setpgid(child, child);
-    const std::string answer = ReadAnswer(ends[0], deadline);
-    const bool isLate = Clock::now() >= deadline;
+    const Answer answer = ReadAnswer(ends[0], deadline);
     close(ends[0]);
     // The child ends by itself when it has answered or lost its answer; what it started, and a child that is
     // late, does not.
-    if (!answer.ends_with('\n') && isLate) kill(-child, SIGKILL);
+    if (answer.isLate) kill(-child, SIGKILL);
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
     kill(-child, SIGKILL);
-    if (!answer.ends_with('\n')) return {std::nullopt, DescribeEnding(status, isLate, seconds)};
-    return {FromAnswer(Json::parse(answer)), ""};
+    if (!answer.line.ends_with('\n')) return {std::nullopt, DescribeEnding(status, answer.isLate, seconds)};
+    return {FromAnswer(Json::parse(answer.line)), ""};
 }
 
 }  // namespace ckscribe

@@ -1,0 +1,1024 @@
+"""`ckscribe check` over every mistake that people make, and over set-ups without one.
+
+Each test of a mistake demands the sentence that names its cause, and then lets an application run with the same
+configuration: what check says is what the library does.
+"""
+
+import json
+import os
+import pathlib
+import re
+import shutil
+import signal
+import socket
+import subprocess
+import tempfile
+import unittest
+
+from tool_test import ARGUMENTS, TOOL, ckscribe, main
+
+LIBRARY, CALLER, BUILD, SOURCE = (pathlib.Path(argument) for argument in ARGUMENTS)
+TARGETS = BUILD / "targets"
+
+VARIABLE = "WendrafilConfigurationPath"
+FUNCTIONS = ["DestroyObject", "GetInfo", "Logout", "OpenSession", "SignFinal"]
+UNREACHED = 0x54
+NOBODY = 65534
+
+NAME_TARGET = "Name the PKCS#11 library of the device: LibUNIX64 = PATH;"
+
+
+class SetUp(unittest.TestCase):
+    """A directory with a configuration, a target and the library, all of them readable by everybody who finds them."""
+
+    def setUp(self):
+        self.directory = pathlib.Path(tempfile.mkdtemp(prefix="ckscribe-check."))
+        self.addCleanup(shutil.rmtree, self.directory)
+        self.environment = {VARIABLE: str(self.directory), "HOME": str(self.directory / "home"), "LC_ALL": "C.UTF-8"}
+        self.target = self.directory / "target.so"
+        shutil.copy(TARGETS / "fake_target.so", self.target)
+        self.log = self.directory / "log.txt"
+        self.errors = self.directory / "error.txt"
+        self.user = None
+
+    def entries(self, **changed):
+        """Lines of a section in which all is well; a change to None leaves the key out."""
+        values = {
+            "LibUNIX64": self.target,
+            "Enabled": 1,
+            "NewFormat": 1,
+            "File": self.log,
+            "Error": self.errors,
+            "FileMode": "0600",
+            "Announce": 0,
+        } | changed
+        return "".join(f"   {key} = {value};\n" for key, value in values.items() if value is not None)
+
+    def section(self, **changed):
+        return "CkLog2 = {\n" + self.entries(**changed) + "}\n"
+
+    def write(self, text):
+        data = text if isinstance(text, bytes) else text.encode()
+        (self.directory / "Wendrafil.conf").write_bytes(data)
+
+    def give_to_nobody(self):
+        """From here on check and application run as a user who may enter the directory and not write to it."""
+        self.directory.chmod(0o711)
+        for file in (self.directory / "Wendrafil.conf", self.target):
+            if file.exists():
+                file.chmod(0o755)
+        self.user = NOBODY if os.getuid() == 0 else None
+
+    def outsider(self):
+        return {"user": NOBODY, "group": NOBODY, "extra_groups": []} if self.user else {}
+
+    def check(self, *options):
+        """The findings, without those that are well."""
+        environment = {key: value for key, value in os.environ.items() if key != VARIABLE} | self.environment
+        tool = TOOL
+        if self.user:
+            tool = str(self.directory / "ckscribe")
+            shutil.copy(TOOL, tool)
+        before = self.everything()
+        done = subprocess.run([tool, "check", "--json", *options], capture_output=True, text=True, timeout=60,
+                              cwd=self.directory, env=environment, **self.outsider())
+        self.assertEqual(done.stderr, "")
+        self.assertEqual(self.everything(), before, "check has created or changed something")
+        findings = json.loads(done.stdout)["findings"]
+        has_wrong = any(finding["level"] == "wrong" for finding in findings)
+        self.assertEqual(done.returncode, 1 if has_wrong else 0)
+        return findings
+
+    def everything(self):
+        return sorted((str(path), path.lstat().st_size, path.lstat().st_mtime_ns, path.lstat().st_mode)
+                      for path in self.directory.rglob("*") if path.name != "ckscribe")
+
+    def assert_found(self, level, about, line, what, do=None, options=()):
+        found = self.check(*options)
+        for finding in found:
+            if (finding["level"], finding["about"], finding.get("line"), finding["what"]) == (level, about, line, what):
+                if do is not None:
+                    self.assertEqual(finding["do"], do)
+                return found
+        self.fail(f"not found: {level}, {about}, {line}: {what}\nFound:\n" + "\n".join(map(str, found)))
+
+    def assert_well(self, options=()):
+        wrong = [finding for finding in self.check(*options) if finding["level"] == "wrong"]
+        self.assertEqual(wrong, [])
+
+    # --- The library
+
+    def run_application(self):
+        library, caller = LIBRARY, CALLER
+        if self.user:
+            library, caller = self.directory / "libckscribe.so", self.directory / "library_caller"
+            shutil.copy(LIBRARY, library)
+            shutil.copy(CALLER, caller)
+        environment = {key: value for key, value in os.environ.items() if key != VARIABLE} | self.environment
+        done = subprocess.run([caller, library], capture_output=True, timeout=60, cwd=self.directory, env=environment,
+                              **self.outsider())
+        self.output = done.stderr.decode()
+        self.assertEqual(done.returncode, 0, self.output)
+        return json.loads(done.stdout)
+
+    def assert_reached(self):
+        """The application's calls reach the target."""
+        self.assertEqual(self.run_application(), dict.fromkeys(FUNCTIONS, 0))
+
+    def assert_unreached(self):
+        self.assertEqual(self.run_application(), dict.fromkeys(FUNCTIONS, UNREACHED))
+
+    def assert_logged(self, functions, log=None):
+        """The application's calls reach the target, and the log, in the new format, holds just these."""
+        self.assert_reached()
+        self.assertEqual(self.functions_in(log or self.log), functions)
+
+    def functions_in(self, log):
+        return sorted(name.decode().replace("_", "") for name in re.findall(rb"STRT(\w+)", log.read_bytes()))
+
+    def assert_no_log(self):
+        """The application's calls reach the target, and nothing is written."""
+        self.assert_reached()
+        self.assertFalse(self.log.exists())
+
+    def assert_defaults(self):
+        """The library reads no key at all: neither target nor log is there."""
+        self.assert_unreached()
+        self.assertFalse(self.log.exists())
+
+
+class Place(SetUp):
+    def test_no_configuration(self):
+        path = self.directory / "Wendrafil.conf"
+        self.assert_found("wrong", "configuration", None,
+                          f"{path} cannot be read: there is no such file. Every setting has its default, and nothing is logged.",
+                          f"Let the application's user read it, or set {VARIABLE} to the folder of another Wendrafil.conf.")
+        self.assert_defaults()
+
+    def test_default_place(self):
+        del self.environment[VARIABLE]
+        environment = {key: value for key, value in os.environ.items() if key != VARIABLE}
+        done = subprocess.run([TOOL, "check"], capture_output=True, text=True, env=environment, timeout=60)
+        self.assertTrue(done.stdout.startswith(
+            f"ok    configuration: /etc/Wendrafil.conf is the file, since {VARIABLE} is not set.\n"), done.stdout)
+
+    def test_directory_of_variable_is_missing(self):
+        self.write(self.section())
+        self.environment[VARIABLE] = str(self.directory / "missing")
+        self.assert_found("wrong", "configuration", None,
+                          f'{VARIABLE} names "{self.directory}/missing", which is no folder that can be reached: the library '
+                          f"looks for {self.directory}/missing/Wendrafil.conf.",
+                          f"Set {VARIABLE} to the folder of Wendrafil.conf.")
+        self.assert_defaults()
+
+    def test_variable_names_the_file(self):
+        self.write(self.section())
+        path = self.directory / "Wendrafil.conf"
+        self.environment[VARIABLE] = str(path)
+        self.assert_found("wrong", "configuration", None,
+                          f"{VARIABLE} names a file, {path}, but has to name the folder: the library looks for "
+                          f"{path}/Wendrafil.conf.", f"Set {VARIABLE}={self.directory}")
+        self.assert_defaults()
+
+    def test_variable_is_longer_than_256_characters(self):
+        folder = self.directory / ("a" * 120) / ("b" * 120) / ("c" * 60)
+        folder.mkdir(parents=True)
+        self.write(self.section())
+        shutil.copy(self.directory / "Wendrafil.conf", folder)
+        self.environment[VARIABLE] = str(folder)
+        self.assert_found("wrong", "configuration", None,
+                          f"{VARIABLE} has {len(str(folder))} characters, and only the first 256 count: the file is "
+                          f"{str(folder)[:256]}/Wendrafil.conf.", "Choose a folder with a shorter path.")
+        self.assert_defaults()
+
+    def test_configuration_is_unreadable(self):
+        self.write(self.section())
+        self.give_to_nobody()
+        path = self.directory / "Wendrafil.conf"
+        path.chmod(0o000)
+        owner = "root, group root" if os.getuid() == 0 else None
+        found = self.check()
+        what = next(finding["what"] for finding in found if finding["level"] == "wrong")
+        self.assertRegex(what, rf"\A{path} cannot be read: Permission denied \(owner {owner or '.*'}, permissions 0000\)\. "
+                               r"Every setting has its default, and nothing is logged\.\Z")
+        self.assert_defaults()
+
+    def test_configuration_is_empty(self):
+        self.write("")
+        path = self.directory / "Wendrafil.conf"
+        self.assert_found("wrong", "configuration", None,
+                          f"{path} cannot be read: it is empty. Every setting has its default, and nothing is logged.")
+        self.assert_defaults()
+
+    def test_configuration_is_a_directory(self):
+        (self.directory / "Wendrafil.conf").mkdir()
+        self.assert_found("wrong", "configuration", None,
+                          f"{self.directory}/Wendrafil.conf cannot be read: it is a directory. Every setting has its default, "
+                          "and nothing is logged.")
+        self.assert_defaults()
+
+    def test_a_byte_0_ends_the_configuration(self):
+        text = self.section(Enabled=None).encode()
+        before = text.index(b"   File")
+        self.write(text[:before] + b"\0" + text[before:])
+        self.assert_found("wrong", "configuration", None,
+                          f"Of the file's {len(text) + 1} bytes the first {before} count: a byte 0 follows.",
+                          "Save it as plain text (UTF-8).")
+        self.assert_no_log()
+
+    def test_named_file(self):
+        self.write(self.section())
+        other = self.directory / "other.conf"
+        (self.directory / "Wendrafil.conf").rename(other)
+        self.assert_found("note", "configuration", None, "The library reads only files of the name Wendrafil.conf.",
+                          f"Rename it before {VARIABLE} names its folder.", ["--config", str(other)])
+
+    def test_named_directory(self):
+        self.write(self.section())
+        del self.environment[VARIABLE]
+        self.assert_found("ok", "configuration", None,
+                          f"{self.directory}/Wendrafil.conf is the file that was named on the command line.",
+                          options=["--config", str(self.directory)])
+
+    def test_configuration_that_everybody_may_change(self):
+        self.write(self.section())
+        self.directory.chmod(0o755)
+        path = self.directory / "Wendrafil.conf"
+        path.chmod(0o666)
+        self.assert_found("note", "configuration", None,
+                          f"Everybody may change {path}, and so choose the library that the application loads.",
+                          f"chmod o-w {path}")
+
+
+class Syntax(SetUp):
+    def test_tabs_before_keys(self):
+        self.write(self.section().replace("   ", "\t"))
+        found = self.assert_found("wrong", "Enabled", 3,
+                                  "This does not count: a tab stands before the name, and a key is not found after a tab.",
+                                  "Indent it with spaces.")
+        self.assertEqual([finding.get("line") for finding in found if "a tab stands before" in finding["what"]],
+                         [2, 3, 4, 5, 6, 7, 8])
+        self.assert_defaults()
+
+    def test_tab_before_the_section(self):
+        self.write("\t" + self.section())
+        self.assert_found("wrong", "CkLog2", 1,
+                          "A tab stands before the section's name: there is no section CkLog2, every setting has its default, "
+                          "and nothing is logged.", 'Begin the line with "CkLog2 = {", without a tab.')
+        self.assert_defaults()
+
+    def test_wrong_section_name(self):
+        for name in ("CkLog", "cklog2", "CKLOG2", "Cklog2"):
+            with self.subTest(name):
+                self.write("Misc = {\n}\n" + self.section().replace("CkLog2", name))
+                self.assert_found("wrong", "CkLog2", 3,
+                                  f'The section is called "{name}", not "CkLog2" (capitals matter): there is no section CkLog2, '
+                                  "every setting has its default, and nothing is logged.", "Call it CkLog2.")
+                self.assert_defaults()
+
+    def test_no_section(self):
+        self.write("Misc = {\n   Apache = 1;\n}\n")
+        self.assert_found("wrong", "CkLog2", None,
+                          "There is no section CkLog2 in the file: every setting has its default, and nothing is logged.",
+                          'Begin the section with a line "CkLog2 = {", without a tab before it.')
+        self.assert_defaults()
+
+    def test_ini_style(self):
+        self.write("[CkLog2]\n" + self.entries().replace("   ", "").replace(";", ""))
+        self.assert_found("wrong", "CkLog2", 1,
+                          '"[CkLog2]" is not how a section begins here: there is no section CkLog2, every setting has its '
+                          "default, and nothing is logged.",
+                          'Write "CkLog2 = {" in its place, indent the keys with spaces, and end the section with "}".')
+        self.assert_found("note", "Enabled", 3, "This does not count: there is no section CkLog2.")
+        self.assert_defaults()
+
+    def test_section_without_equals(self):
+        self.write(self.section().replace("CkLog2 = {", "CkLog2 {"))
+        self.assert_found("wrong", "CkLog2", 1,
+                          'Between "CkLog2" and "{" there is not just "=": there is no section CkLog2, every setting has its '
+                          "default, and nothing is logged.")
+        self.assert_defaults()
+
+    def test_byte_order_mark(self):
+        self.write(b"\xef\xbb\xbf" + self.section().encode())
+        self.assert_found("wrong", "CkLog2", 1,
+                          "A byte order mark or another character stands directly before the section's name: there is no "
+                          "section CkLog2, every setting has its default, and nothing is logged.")
+        self.assert_defaults()
+
+    def test_two_sections(self):
+        self.write(self.section() + self.section(Enabled=0))
+        self.assert_found("wrong", "CkLog2", 10,
+                          "This is another section of this name: only the one on line 1 counts.", "Put all keys into one section.")
+        self.assert_found("note", "Enabled", 12,
+                          "This does not count: it does not stand in the section that begins on line 1.")
+        self.assert_logged(FUNCTIONS)
+
+    def test_two_keys(self):
+        self.write(self.section().replace("   Enabled", "   Enabled = 0;\n   Enabled"))
+        self.assert_found("wrong", "Enabled", 4, "This does not count: the first of its name counts, on line 3.",
+                          "Delete one of the two.")
+        self.assert_no_log()
+
+    def test_closing_brace_in_a_value(self):
+        self.write(self.section(File=f"{self.directory}/a}}b.txt"))
+        self.assert_found("wrong", "File", 5,
+                          f'A "}}" stands in the value and ends the section: the value is "{self.directory}/a", and what stands '
+                          "behind it does not count.", 'Choose a value without "}".')
+        self.assert_found("wrong", "Error", 6,
+                          'This does not count: it stands behind the "}" of line 5, which ends the section.',
+                          "Move it into the section.")
+        self.assert_logged(FUNCTIONS, self.directory / "a")
+
+    def test_section_that_another_one_begins_in(self):
+        self.write("CkLog2 = {\n" + self.entries(Enabled=None) + "LBLib2 = {\n   Enabled = 1;\n}\n")
+        self.assert_found("wrong", "LBLib2", 8,
+                          'This section begins before a "}" has closed CkLog2 (line 1): its keys count as keys of CkLog2.',
+                          'Close CkLog2 with a line "}" before it.')
+        self.assert_logged(FUNCTIONS)
+
+    def test_commented_key_that_does_not_count(self):
+        self.write(self.section().replace("   Enabled", "#Enabled"))
+        self.assert_found("note", "Enabled", 3, 'This does not count: "#" stands directly before the name.',
+                          "Take it away if the key is to count.")
+        self.assert_found("wrong", "Enabled", None, "The key is missing: no log is written.", 'Write "Enabled = 1;" to have one.')
+        self.assert_no_log()
+
+    def test_commented_key_that_counts(self):
+        self.write(self.section().replace("   Enabled", "# Enabled = 0;\n   Enabled"))
+        self.assert_found("wrong", "Enabled", 3,
+                          "This line counts, although it begins like a comment: there are no comments, and a blank stands "
+                          'before the name. The value is "0".',
+                          "Delete the line, or take away the mark before it if it is to count.")
+        self.assert_no_log()
+
+    def test_key_inside_an_earlier_value(self):
+        self.write(self.section().replace("   Enabled", "   Comment = set Enabled = 0 to stop;\n   Enabled"))
+        self.assert_found("wrong", "Enabled", 3,
+                          'The key stands inside the value of Comment, and counts: the value is "0 to stop".',
+                          'Keep "Enabled =" out of other values and texts.')
+        self.assert_found("wrong", "Enabled", 4, "This does not count: the first of its name counts, on line 3.")
+        self.assert_no_log()
+
+    def test_unknown_key(self):
+        self.write(self.section().replace("Enabled", "Enabeld").replace("   Announce", "   Colour = 1;\n   Announce"))
+        self.assert_found("wrong", "Enabeld", 3,
+                          'The library knows no key of this name. The nearest one that it knows is "Enabled".',
+                          "Call it Enabled.")
+        self.assert_found("note", "Colour", 8,
+                          'The library knows no key of this name. The nearest one that it knows is "Error".')
+        self.assert_no_log()
+
+    def test_key_in_lower_case(self):
+        self.write(self.section().replace("Enabled", "enabled"))
+        self.assert_found("wrong", "enabled", 3,
+                          'The library knows no key of this name. The nearest one that it knows is "Enabled".')
+        self.assert_no_log()
+
+    def test_colon_for_equals(self):
+        self.write(self.section().replace("Enabled =", "Enabled:"))
+        self.assert_found("wrong", "Enabled", 3, 'This does not count: a ":" follows the name and no "=".',
+                          'Write "Enabled = 1;".')
+        self.assert_no_log()
+
+    def test_no_equals(self):
+        self.write(self.section().replace("Enabled =", "Enabled"))
+        self.assert_found("note", "Enabled", 3, 'This does not count: no "=" follows the name.')
+        self.assert_no_log()
+
+    def test_tab_between_name_and_equals(self):
+        self.write(self.section().replace("Enabled =", "Enabled\t="))
+        self.assert_found("wrong", "Enabled", 3, 'This does not count: a tab stands between the name and "=".',
+                          "Put a space there.")
+        self.assert_no_log()
+
+    def test_quotes_around_a_name(self):
+        self.write(self.section().replace("Enabled", '"Enabled"'))
+        self.assert_found("wrong", "Enabled", 3, 'This does not count: """ stands directly before the name.')
+        self.assert_no_log()
+
+
+class Values(SetUp):
+    def test_enabled_is_a_word(self):
+        for word in ("true", "yes", "on", '"1"'):
+            with self.subTest(word):
+                self.write(self.section(Enabled=word))
+                self.assert_found("wrong", "Enabled", 3, f'"{word}" is no number and counts as 0: no log is written.',
+                                  'Write "Enabled = 1;" or "Enabled = 0;".')
+                self.assert_no_log()
+
+    def test_enabled_is_missing(self):
+        self.write(self.section(Enabled=None))
+        self.assert_found("wrong", "Enabled", None, "The key is missing: no log is written.", 'Write "Enabled = 1;" to have one.')
+        self.assert_no_log()
+
+    def test_enabled_is_0(self):
+        self.write(self.section(Enabled=0))
+        self.assert_found("note", "Enabled", 3, "It is 0: no log is written.", 'Write "Enabled = 1;" to have one.')
+        self.assert_well()
+        self.assert_no_log()
+
+    def test_misspelt_mask(self):
+        self.write(self.section(LoggingMask="SESION_FUNC|SIGN_VERIFY_FUNC"))
+        self.assert_found("wrong", "LoggingMask", 9, '"SESION_FUNC" is no class and is ignored (capitals matter).',
+                          'Write "LoggingMask = SESSION_FUNC|SIGN_VERIFY_FUNC;".')
+        self.assert_logged(["SignFinal"])
+
+    def test_mask_in_lower_case(self):
+        self.write(self.section(LoggingMask="session_func"))
+        self.assert_found("wrong", "LoggingMask", 9, '"session_func" is no class and is ignored (capitals matter).',
+                          'Write "LoggingMask = SESSION_FUNC;".')
+        self.assert_found("ok", "LoggingMask", 9, "The mask is 0x0 and logs 0 of the 295 functions.")
+        self.assert_logged([])
+
+    def test_empty_mask(self):
+        self.write(self.section(LoggingMask=""))
+        self.assert_found("wrong", "LoggingMask", 9, "The mask is empty: nothing is logged.")
+        self.assert_logged([])
+
+    def test_mask_of_none(self):
+        self.write(self.section(LoggingMask="NONE"))
+        self.assert_found("note", "LoggingMask", 9, "NONE is the name of no class: nothing is logged.")
+        self.assert_well()
+        self.assert_logged([])
+
+    def test_mask_with_commas(self):
+        self.write(self.section(LoggingMask="SESSION_FUNC, SIGN_VERIFY_FUNC,OBJ_MNGMNT_FUNC"))
+        self.assert_found("wrong", "LoggingMask", 9,
+                          '"SESSION_FUNC,", "SIGN_VERIFY_FUNC,OBJ_MNGMNT_FUNC" are no class and are ignored (commas do not stand '
+                          'between classes, blanks and "|" do).',
+                          'Write "LoggingMask = SESSION_FUNC|SIGN_VERIFY_FUNC|OBJ_MNGMNT_FUNC;".')
+        self.assert_logged([])
+
+    def test_mask_of_more_than_12_words(self):
+        self.write(self.section(LoggingMask="MISC_FUNC " * 12 + "SESSION_FUNC"))
+        self.assert_found("wrong", "LoggingMask", 9, "The mask has 13 words, and those after the 12th do not count.",
+                          "Name each class once; ALL_FUNC stands for all of them.")
+        self.assert_logged([])
+
+    def test_mask_and_its_functions(self):
+        self.write(self.section(LoggingMask="SESSION_FUNC | SIGN_VERIFY_FUNC", LoggingLevel="ADMIN"))
+        self.assert_found("ok", "LoggingMask", 9, "The mask is 0x4400, the level ADMIN, and logs 2 of the 295 functions.")
+        self.assert_logged(["Logout"])
+        self.write(self.section())
+        self.assert_found("ok", "LoggingMask", None,
+                          "The mask is missing, which stands for 0x20000 and logs 294 of the 295 functions.")
+
+    def test_level_in_lower_case(self):
+        self.write(self.section(LoggingLevel="admin"))
+        self.assert_found("wrong", "LoggingLevel", 9,
+                          '"admin" is none of DESTROY, MODIFY and ADMIN (capitals matter): calls of every level are logged.',
+                          'Write "LoggingLevel = ADMIN;".')
+        self.assert_logged(FUNCTIONS)
+
+    def test_level_with_a_blank(self):
+        self.write(self.section(LoggingLevel="DESTROY "))
+        self.assert_found("wrong", "LoggingLevel", 9,
+                          '"DESTROY " is no level, for the blank in it: calls of every level are logged.',
+                          'Write "LoggingLevel = DESTROY;".')
+        self.assert_logged(FUNCTIONS)
+
+    def test_level(self):
+        self.write(self.section(LoggingLevel="DESTROY"))
+        self.assert_found("ok", "LoggingLevel", 9, "The level is DESTROY.")
+        self.assert_logged(["DestroyObject"])
+
+    def test_path_longer_than_its_limit(self):
+        path = str(self.directory) + "/." * 250 + "/long.txt"
+        self.write(self.section(File=path))
+        self.assert_found("wrong", "File", 5, f"The value has {len(path)} characters, and only the first 499 count.",
+                          "Make it at most 499 characters long.")
+        self.assert_reached()
+        self.assertFalse((self.directory / "long.txt").exists())
+
+    def test_mask_longer_than_its_limit(self):
+        mask = "MISC_FUNC" + " " * 190 + "SESSION_FUNC"
+        self.write(self.section(LoggingMask=mask))
+        self.assert_found("wrong", "LoggingMask", 9, f"The value has {len(mask)} characters, and only the first 199 count.")
+        self.assert_logged([])
+
+    def test_blank_before_semicolon(self):
+        self.write(self.section(File=f"{self.log} "))
+        self.assert_found("wrong", "File", 5,
+                          f'The value is "{self.log} ": what stands before the ";" or the end of the line belongs to it.',
+                          f'Write "File = {self.log};".')
+        self.assert_logged(FUNCTIONS, self.directory / "log.txt ")
+
+    def test_tab_behind_equals(self):
+        self.write(self.section().replace("File =", "File =\t"))
+        self.assert_found("wrong", "File", 5, f'The value is "\\x09 {self.log}": a tab after "=" belongs to it.')
+        self.assert_no_log()
+
+    def test_path_in_quotes(self):
+        self.write(self.section(File=f'"{self.log}"'))
+        self.assert_found("wrong", "File", 5, f'The quotes are part of the path "{self.log}".', f'Write "File = {self.log};".')
+        self.assert_no_log()
+
+    def test_comment_behind_a_path(self):
+        self.write(self.section().replace("/log.txt;", "/log.txt # the log"))
+        self.assert_found("wrong", "File", 5, 'There are no comments: " # the log" is part of the path.',
+                          f'Write "File = {self.log};".')
+        self.assert_logged(FUNCTIONS, self.directory / "log.txt # the log")
+
+    def test_home_directory_in_a_path(self):
+        self.write(self.section(File="~/log.txt"))
+        (self.directory / "home").mkdir()
+        self.assert_found("wrong", "File", 5,
+                          '"~" does not stand for a home directory: it is the name of a folder in the application\'s current '
+                          "directory.", "Write the whole path.")
+        self.assert_reached()
+        self.assertFalse((self.directory / "home/log.txt").exists())
+
+    def test_variable_in_a_path(self):
+        self.write(self.section(File="$HOME/log.txt"))
+        (self.directory / "home").mkdir()
+        self.assert_found("wrong", "File", 5, '"$" is a character of the path: no variable is put in its place.',
+                          "Write the whole path.")
+        self.assert_reached()
+        self.assertFalse((self.directory / "home/log.txt").exists())
+
+    def test_permissions_that_are_no_octal_number(self):
+        os.umask(0o027)
+        self.write(self.section(FileMode="rw-------"))
+        self.assert_found("wrong", "FileMode", 7, '"rw-------" is no octal number up to 0777: new files get 0666 less the umask.',
+                          'Write "FileMode = 0600;".')
+        self.assert_logged(FUNCTIONS)
+        self.assertEqual(self.log.stat().st_mode & 0o777, 0o640)
+        self.assertIn("FileMode", self.errors.read_text())
+
+    def test_announcing_with_a_word(self):
+        self.write(self.section(Announce="no"))
+        self.assert_found("wrong", "Announce", 8,
+                          '"no" is no plain 0: functions that the target lacks are announced on standard output.',
+                          'Write "Announce = 0;" to keep standard output as it is.')
+        self.assert_reached()
+        self.assertIn("Failed to load function 'CA_GetFunctionList'.", self.output)
+
+    def test_new_format_is_a_word(self):
+        self.write(self.section(NewFormat="yes"))
+        self.assert_found("wrong", "NewFormat", 4, '"yes" is no number and counts as 0.')
+        self.assert_reached()
+        self.assertIn("Command(GetInfo, None, Start)", self.log.read_text())
+
+    def test_hiding_with_a_word(self):
+        self.write(self.section(HideData="no"))
+        self.assert_found("note", "HideData", 9, '"no" hides data in log and events, as everything but a plain 0 does.')
+
+
+class Target(SetUp):
+    def assert_target_fails(self, target, reason, do=None):
+        self.write(self.section(LibUNIX64=target))
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          "The target does not load, and every call answers CKR_FUNCTION_NOT_SUPPORTED. The loader says: " + reason,
+                          do)
+        self.assert_unreached()
+        # The loader's words are those that the library writes.
+        self.assertIn(reason.split(". ")[0].removesuffix(".")[:100], self.errors.read_text())
+
+    def test_wrong_path(self):
+        path = f"{self.directory}/missing.so"
+        self.assert_target_fails(
+            path, f"{path}: cannot open shared object file: No such file or directory. There is no such file.", NAME_TARGET)
+
+    def test_path_in_quotes(self):
+        path = f'"{self.target}"'
+        self.assert_target_fails(
+            path, f"{path}: cannot open shared object file: No such file or directory. There is no such file.", NAME_TARGET)
+        self.assert_found("wrong", "LibUNIX64", 2, f"The quotes are part of the path {path}.",
+                          f'Write "LibUNIX64 = {self.target};".')
+
+    def test_file_that_is_no_library(self):
+        path = self.directory / "text.so"
+        path.write_text("This is a text, and a longer one than the head of a library is; it goes on and on.\n" * 2)
+        self.assert_target_fails(path, f"{path}: invalid ELF header. It is no library of this system (not ELF).", NAME_TARGET)
+
+    def test_library_of_32_bits(self):
+        path = self.directory / "narrow.so"
+        data = bytearray(self.target.read_bytes())
+        data[4] = 1
+        path.write_bytes(data)
+        self.assert_target_fails(
+            path, f"{path}: wrong ELF class: ELFCLASS32. It is a library of 32 bits, and this is a program of 64.", NAME_TARGET)
+
+    def test_undefined_symbol(self):
+        path = TARGETS / "target_that_lacks_a_symbol.so"
+        self.assert_target_fails(path, f"{path}: undefined symbol: symbol_that_nobody_defines.",
+                                 "Ask its vendor for a library that is complete, or install what defines that symbol.")
+
+    def test_missing_dependency(self):
+        path = BUILD / "target_that_needs_another/target_that_needs_another.so"
+        self.assert_target_fails(
+            path, "liblibrary_that_goes.so: cannot open shared object file: No such file or directory.",
+            "Install the library that it needs, or let LD_LIBRARY_PATH name its folder.")
+
+    def test_directory(self):
+        self.assert_target_fails(self.directory, f"{self.directory}: cannot read file data: Is a directory. It is a directory.",
+                                 NAME_TARGET)
+
+    def test_the_library_itself(self):
+        for path in (LIBRARY, self.directory / "copy.so"):
+            with self.subTest(path):
+                if not path.exists():
+                    shutil.copy(LIBRARY, path)
+                self.write(self.section(LibUNIX64=path))
+                self.assert_found("wrong", "LibUNIX64", 2,
+                                  f"{path} is ckscribe itself: it is not bound, and every call answers "
+                                  "CKR_FUNCTION_NOT_SUPPORTED.", NAME_TARGET)
+                self.assert_unreached()
+
+    def test_another_library(self):
+        self.write(self.section(LibUNIX64="libm.so.6"))
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          "libm.so.6 loads, but is no PKCS#11 library: it has no C_GetFunctionList.", NAME_TARGET)
+        self.assert_unreached()
+
+    def test_library_without_its_list(self):
+        path = TARGETS / "target_that_lacks_its_list.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          f"{path} loads, but is no PKCS#11 library: it has no C_GetFunctionList.", NAME_TARGET)
+
+    def test_empty_path(self):
+        self.write(self.section(LibUNIX64=""))
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          "The path is empty, which stands for the application itself: there is no target, and every call "
+                          "answers CKR_FUNCTION_NOT_SUPPORTED.", NAME_TARGET)
+        self.assert_unreached()
+
+    def test_missing_key(self):
+        self.write(self.section(LibUNIX64=None))
+        self.assert_found("note", "LibUNIX64", None, "The key is missing: the target is /usr/lib/libmordavek2.so.", NAME_TARGET)
+        self.assert_unreached()
+        self.assertIn("/usr/lib/libmordavek2.so", self.errors.read_text())
+
+    def test_relative_path(self):
+        self.write(self.section(LibUNIX64="./target.so"))
+        self.assert_found("note", "LibUNIX64", 2,
+                          '"./target.so" is relative to the directory in which the application makes its first call.',
+                          "Write the whole path.")
+        self.assert_logged(FUNCTIONS)
+
+    def test_name_without_a_folder(self):
+        self.write(self.section(LibUNIX64="target.so"))
+        self.assert_found("note", "LibUNIX64", 2,
+                          '"target.so" has no folder: the loader looks for it where it looks for libraries, which may differ from '
+                          "one application to the next.", "Write the whole path.")
+        self.assert_unreached()
+
+    def test_crash_while_it_is_loaded(self):
+        path = TARGETS / "crashing_target.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          f"The target {path} ends the process with signal 6 (Aborted) while it is loaded and asked who it is.")
+        self.assertEqual(subprocess.run([CALLER, LIBRARY], capture_output=True, cwd=self.directory,
+                                        env=os.environ | self.environment).returncode, -signal.SIGABRT)
+
+    def test_hanging_while_it_is_loaded(self):
+        path = TARGETS / "hanging_target.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          f"The target {path} does not come to an end within 1 s while it is loaded and asked who it is.",
+                          options=["--time-limit", "1"])
+        with self.assertRaises(subprocess.TimeoutExpired):
+            subprocess.run([CALLER, LIBRARY], capture_output=True, cwd=self.directory,
+                           env=os.environ | self.environment, timeout=2)
+
+    def test_list_only(self):
+        path = TARGETS / "list_only_target.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_found("ok", "LibUNIX64", 2,
+                          "The target exports C_GetFunctionList and no other function of the standard: they are taken from its "
+                          "list.")
+        self.assert_found("ok", "LibUNIX64", 2,
+                          "The target says that it is: The Makers, Fake target, version 3.7, Cryptoki 2.40.")
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def test_what_the_target_is_and_lacks(self):
+        self.write(self.section(Announce=None))
+        found = self.assert_found("ok", "LibUNIX64", 2,
+                                  "The target says that it is: The Makers, Fake target, version 3.7, Cryptoki 2.40.")
+        self.assertIn(f"The target {self.target} loads.", [finding["what"] for finding in found])
+        self.assert_found("note", "LibUNIX64", 2,
+                          "The target lacks 55 functions of the standard, which answer CKR_FUNCTION_NOT_SUPPORTED.",
+                          "See which with -v.")
+        self.assert_found("note", "LibUNIX64", 2,
+                          "The target lacks 227 functions of the vendor's. Each is announced on the application's standard "
+                          "output, which programs that speak through it do not bear.",
+                          'Write "Announce = 0;" to keep standard output as it is.')
+        verbose = [finding["what"] for finding in self.check("-v")]
+        lacked = [re.findall(r"\bCA?_\w+", what) for what in verbose if what.startswith("The target lacks")]
+        self.run_application()
+        announced = re.findall(r"Failed to load function '(\w+)'", self.output)
+        optional = [name for name in announced if name not in lacked[0] + lacked[1]]
+        self.assertEqual(set(lacked[0] + lacked[1]) - {"CKR_FUNCTION_NOT_SUPPORTED"}, set(announced) - set(optional))
+        self.assertEqual(sorted(optional), ["C_DecryptDigestUpdate", "C_DecryptVerifyUpdate", "C_DigestEncryptUpdate",
+                                            "C_SignEncryptUpdate"])
+
+    def test_initialising_that_fails(self):
+        path = TARGETS / "target_without_device.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_well()
+        self.assert_found("wrong", "LibUNIX64", 2, "The target's C_Initialize answers CKR_DEVICE_ERROR (0x30).",
+                          "Set the target up; its documentation says how.", ["--initialize"])
+
+
+class Files(SetUp):
+    def test_directory_of_the_log_is_missing(self):
+        self.write(self.section(File=f"{self.directory}/a/b/log.txt"))
+        self.assert_found("wrong", "File", 5,
+                          f"The folder {self.directory}/a does not exist: The log cannot be created.",
+                          f"Create it: mkdir -p {self.directory}/a/b")
+        self.assert_reached()
+        self.assertIn("Could not open capture file", self.errors.read_text())
+
+    def test_directory_of_the_log_is_not_writable(self):
+        self.write(self.section())
+        self.give_to_nobody()
+        if not self.user:
+            self.directory.chmod(0o511)
+            self.addCleanup(self.directory.chmod, 0o700)
+        found = self.check()
+        what = next(finding["what"] for finding in found if finding["about"] == "File")
+        self.assertRegex(what, rf"\AThe log {self.log} is not there and cannot be created in {self.directory} "
+                               r"\(owner \S+, group \S+, permissions 0\d11\): Permission denied\.\Z")
+        self.assert_no_log()
+
+    def test_log_is_a_directory(self):
+        self.log.mkdir()
+        self.write(self.section())
+        self.assert_found("wrong", "File", 5, f"The log {self.log} is a directory: nothing is written.", "Name a file in it.")
+        self.assert_reached()
+        self.assertIn("Could not open capture file", self.errors.read_text())
+
+    def test_log_is_a_socket(self):
+        with socket.socket(socket.AF_UNIX) as server:
+            server.bind(str(self.log))
+            self.write(self.section())
+            self.assert_found("wrong", "File", 5, f"The log {self.log} is no file that can be appended to.", "Name a file.")
+            self.assert_reached()
+
+    def test_full_device(self):
+        self.write(self.section(File="/dev/full"))
+        self.assert_found("note", "File", 5, "The log /dev/full is a device and no file: what it does not take is lost.",
+                          "Name a file.")
+        self.assert_well()
+        self.assert_reached()
+
+    def test_fifo(self):
+        os.mkfifo(self.log)
+        self.write(self.section())
+        self.assert_found("note", "File", 5, f"The log {self.log} is a FIFO: what nobody reads is lost.",
+                          "Keep a reader running, or name a file.")
+        self.assert_reached()
+
+    def test_looking_at_a_fifo_does_not_disturb_its_reader(self):
+        os.mkfifo(self.log)
+        self.write(self.section())
+        reader = subprocess.Popen(["cat", self.log], stdout=subprocess.DEVNULL)
+        self.addCleanup(reader.wait)
+        self.addCleanup(reader.kill)
+        self.check()
+        with self.assertRaises(subprocess.TimeoutExpired):
+            reader.wait(0.3)
+
+    def test_empty_path_of_the_log(self):
+        self.write(self.section(File=""))
+        self.assert_found("wrong", "File", 5, "The path is empty: no log can be opened.", "Write the whole path of the log.")
+        self.assert_reached()
+        self.assertIn("Could not open capture file", self.errors.read_text())
+
+    def test_relative_log(self):
+        self.write(self.section(File=None))
+        self.assert_found("note", "File", None,
+                          'The key is missing: The log is "log.txt", relative to the directory in which the application makes its '
+                          f"first call (here it would be {self.directory}).", "Write the whole path: File = /FOLDER/log.txt;")
+        self.assert_logged(FUNCTIONS)
+
+    def test_error_file_is_not_writable(self):
+        self.write(self.section(Error=f"{self.directory}/missing/error.txt", LibUNIX64="/missing.so"))
+        self.assert_found("wrong", "Error", 6,
+                          f"The folder {self.directory}/missing does not exist: The error file cannot be created.",
+                          f"Create it: mkdir -p {self.directory}/missing")
+        self.assert_unreached()
+        self.assertFalse((self.directory / "missing").exists())
+
+    def test_empty_path_of_the_error_file(self):
+        self.write(self.section(Error="", LibUNIX64="/missing.so"))
+        self.assert_found("note", "Error", 6, "The path is empty: the library's own troubles are reported nowhere.")
+        self.assert_unreached()
+
+    def test_log_that_may_be_written_and_not_read(self):
+        self.log.touch()
+        self.log.chmod(0o622)
+        self.write(self.section())
+        self.give_to_nobody()
+        if not self.user:
+            self.log.chmod(0o200)
+        self.assertIn(f"{self.log}", next(finding["what"] for finding in self.check() if finding["about"] == "File"))
+        what = next(finding["what"] for finding in self.check() if finding["about"] == "File")
+        self.assertRegex(what, rf"\AThe log {self.log} \(owner \S+, group \S+, permissions 0\d\d\d\) cannot be opened for "
+                               r"appending, which needs the right to read, too: Permission denied\.\Z")
+        self.assert_reached()
+        self.assertEqual(self.log.stat().st_size, 0)
+
+    def test_log_that_everybody_may_read(self):
+        self.directory.chmod(0o755)
+        self.log.touch()
+        self.log.chmod(0o644)
+        self.write(self.section())
+        self.assert_found("wrong", "File", 5,
+                          "The log shows data in clear, and its permissions are 0644: everybody may read it.",
+                          f'chmod o-rwx {self.log} ("FileMode = 0600;" for new files), or hide data with "HideData = 1;".')
+        self.write(self.section(HideData=1))
+        self.assert_well()
+
+    def test_log_that_a_folder_keeps_others_out_of(self):
+        self.log.touch()
+        self.log.chmod(0o644)
+        self.write(self.section())
+        self.assert_found("note", "File", 5,
+                          "The log shows data in clear, and its permissions are 0644: only a folder above it keeps others out.")
+        self.assert_well()
+
+    def test_new_log_that_everybody_may_read(self):
+        os.umask(0o022)
+        self.directory.chmod(0o755)
+        self.write(self.section(FileMode=None))
+        self.assert_found("wrong", "File", 5,
+                          "The log shows data in clear, and its permissions would be 0644: everybody may read it.",
+                          'Write "FileMode = 0600;", or hide data with "HideData = 1;".')
+        self.assert_logged(FUNCTIONS)
+        self.assertEqual(self.log.stat().st_mode & 0o777, 0o644)
+
+    def test_one_file_for_both(self):
+        self.write(self.section(Error=self.log))
+        self.assert_found("note", "Error", 6, "Log and error file are the same file.", "Name another file for one of them.")
+
+
+class P11Kit(SetUp):
+    """p11-kit reads modules of the user's own only where the user is not root."""
+
+    def write_module(self, name, library):
+        folder = self.directory / "home/.config/pkcs11/modules"
+        folder.mkdir(parents=True, exist_ok=True)
+        (folder / name).write_text(f"module: {library}\n")
+        for path in (self.directory / "home", self.directory / "home/.config", folder.parent, folder):
+            path.chmod(0o755)
+        return folder / name
+
+    def setUp(self):
+        super().setUp()
+        self.environment["XDG_CONFIG_HOME"] = ""
+
+    def test_target_and_library_are_modules(self):
+        self.write(self.section())
+        library = self.write_module("ckscribe.module", self.directory / "libckscribe.so")
+        target = self.write_module("target.module", self.target)
+        shutil.copy(LIBRARY, self.directory / "libckscribe.so")
+        self.give_to_nobody()
+        self.directory.chmod(0o777)
+        self.assert_found("wrong", "p11-kit", None,
+                          f"{library} names ckscribe and {target} its target: p11-kit loads the target twice, and may take the two "
+                          "for one and drop the second.", "Hide the target's: an empty file /etc/pkcs11/modules/target.module")
+
+    def test_target_is_a_module(self):
+        self.write(self.section())
+        target = self.write_module("target.module", self.target)
+        self.give_to_nobody()
+        self.directory.chmod(0o777)
+        self.assert_found("note", "p11-kit", None,
+                          f"{target} names the target itself: what applications call through p11-kit is not logged.")
+        self.assert_well()
+
+
+class OtherWays(SetUp):
+    def test_openssl(self):
+        self.write(self.section())
+        settings = self.directory / "openssl.cnf"
+        settings.write_text(f"[pkcs11]\nMODULE_PATH = {self.target}\n")
+        self.assert_found("note", "OpenSSL", None,
+                          f"{settings}, line 2, names the target itself: those calls are not logged.",
+                          "Name libckscribe.so there.", ["--openssl", str(settings)])
+        settings.write_text("[pkcs11]\npkcs11-module-path = /usr/lib/libckscribe.so\n")
+        self.assert_found("ok", "OpenSSL", None, f"{settings}, line 2, names ckscribe.", options=["--openssl", str(settings)])
+
+    def test_nss(self):
+        self.write(self.section())
+        modules = self.directory / "pkcs11.txt"
+        modules.write_text(f"library=\nname=NSS Internal PKCS #11 Module\n\nlibrary={self.target}\nname=target\n")
+        self.assert_found("note", "NSS", None, f"{modules}, line 4, names the target itself: those calls are not logged.",
+                          options=["--nss", str(self.directory)])
+
+
+class AllIsWell(SetUp):
+    def test_complete_configuration(self):
+        self.write(self.section())
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+        self.assert_well()
+
+    def test_dos_line_ends(self):
+        self.write(self.section().replace("\n", "\r\n"))
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def test_no_semicolons(self):
+        self.write(self.section().replace(";", ""))
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def test_no_closing_brace(self):
+        self.write(self.section().replace("}", ""))
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def test_section_on_one_line(self):
+        self.write(f"CkLog2 = {{ LibUNIX64 = {self.target}; Enabled = 1; NewFormat = 1; File = {self.log}; FileMode = 0600; "
+                   f"Announce = 0; Error = {self.errors}; }}")
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def test_sections_of_other_programs(self):
+        self.write("Wendrafil2 = {\n   LibUNIX64 = /usr/lib/other.so;\n}\nLBLib2 = {\n\tEnabled = yes;\n}\n"
+                   + self.section() + "SSM = {\n   Enabled = 0;\n   File = \"x\";\n}\n")
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def examples_in(self, file):
+        """Every section CkLog2 that the file shows, with its paths made those of this test."""
+        text = re.sub(r"(?m)^    ", "", file.read_text())
+        for section in re.findall(r"(?ms)^CkLog2 = \{\n.*?^\}", text):
+            section = re.sub(r"(LibUNIX64 = ).*;", rf"\g<1>{self.target};", section)
+            yield re.sub(r"(?m)(= ?)\S*/([\w.%-]+);$", rf"\g<1>{self.directory}/\g<2>;",
+                         section.replace(str(self.target), "TARGET")).replace("TARGET", str(self.target))
+
+    def test_examples_of_the_readme_and_the_demo(self):
+        for file in (SOURCE / "README.md", SOURCE / "demo", *sorted((SOURCE / "docs").glob("*.md"))):
+            for example in self.examples_in(file):
+                with self.subTest(file):
+                    self.write(example)
+                    self.assert_well()
+                    self.assert_reached()
+
+    def test_readme_has_an_example(self):
+        self.assertEqual(len(list(self.examples_in(SOURCE / "README.md"))) > 0, True)
+
+
+class Output(SetUp):
+    def test_text(self):
+        self.write("CkLog2 = {\n   Enabled = yes;\n   LibUNIX64 = ;\n   Error = ;\n}\n")
+        done = ckscribe("check", environment=self.environment, cwd=self.directory)
+        self.assertEqual((done.returncode, done.stderr), (1, ""))
+        lines = done.stdout.splitlines()
+        self.assertIn('wrong Enabled, line 2: "yes" is no number and counts as 0: no log is written.', lines)
+        self.assertEqual(lines[lines.index('wrong Enabled, line 2: "yes" is no number and counts as 0: no log is written.') + 1],
+                         '      -> Write "Enabled = 1;" or "Enabled = 0;".')
+        self.assertIn("ok    CkLog2, line 1: Lines 1 to 5 are the section.", lines)
+        self.assertRegex(lines[-1], r"\A2 wrong, \d+ notes?\.\Z")
+
+    def test_colour_only_on_a_terminal(self):
+        self.write(self.section())
+        for no_colour, colours in (("", True), ("1", False)):
+            environment = os.environ | self.environment | {"NO_COLOR": no_colour}
+            done = subprocess.run(["script", "-qec", f"{TOOL} check", "/dev/null"], capture_output=True, text=True,
+                                  env=environment, cwd=self.directory, timeout=60)
+            self.assertEqual("\033[32mok" in done.stdout, colours)
+
+    def test_json_of_bytes_that_are_no_text(self):
+        self.write(self.section().encode().replace(b"Enabled = 1", b"Enabled = \xff\x01"))
+        self.assertIn({"level": "wrong", "about": "Enabled", "line": 3,
+                       "what": '"\ufffd\\x01" is no number and counts as 0: no log is written.',
+                       "do": 'Write "Enabled = 1;" or "Enabled = 0;".'}, self.check())
+
+
+class User(SetUp):
+    def test_unknown_user(self):
+        done = ckscribe("check", "--user", "nobody-of-this-name")
+        self.assertEqual((done.returncode, done.stdout), (2, ""))
+        self.assertRegex(done.stderr, r"\Ackscribe: --user: There is no user nobody-of-this-name\. ")
+
+    @unittest.skipIf(os.getuid() != 0, "only root can become another user")
+    def test_judging_as_another_user(self):
+        self.write(self.section())
+        self.directory.chmod(0o711)
+        (self.directory / "Wendrafil.conf").chmod(0o644)
+        self.target.chmod(0o755)
+        found = self.check("--user", "nobody")
+        self.assertEqual([finding["what"].split(" (")[0] for finding in found if finding["level"] == "wrong"],
+                         [f"The log {self.log} is not there and cannot be created in {self.directory}",
+                          f"The error file {self.errors} is not there and cannot be created in {self.directory}"])
+        self.assertEqual([finding for finding in self.check() if finding["level"] == "wrong"], [])
+
+    @unittest.skipIf(os.getuid() != 0, "only root can become another user")
+    def test_only_root_can_judge_as_another_user(self):
+        tool = self.directory / "ckscribe"
+        shutil.copy(TOOL, tool)
+        self.directory.chmod(0o755)
+        done = subprocess.run([tool, "check", "--user", "root"], capture_output=True, text=True, user=NOBODY, timeout=60)
+        self.assertEqual((done.returncode, done.stdout), (2, ""))
+        self.assertIn("Only root can look at a set-up as another user.", done.stderr)
+
+
+if __name__ == "__main__":
+    main()
