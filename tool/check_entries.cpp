@@ -6,6 +6,7 @@
 #include <cctype>
 #include <string>
 
+#include "tool/harmless_text.h"
 #include "tool/logging_keys.h"
 #include "tool/nearest_name.h"
 #include "tool/written_entries.h"
@@ -110,7 +111,7 @@ private:
                 Level::kWrong, std::string(entry.name), text_.LineOf(end),
                 fmt::format("A \"}}\" stands in the value and ends the section: the value is {}, and what "
                             "stands behind it does not count.",
-                            Quoted(entry.value)),
+                            InQuotes(entry.value)),
                 "Choose a value without \"}\".");
         }
     }
@@ -134,7 +135,7 @@ private:
         std::string remedy = kSectionExample;
         if (!isNamed) {
             why = fmt::format("The section is called {}, not \"CkLog2\" (capitals matter)",
-                              Quoted(section.name));
+                              InQuotes(section.name));
             remedy = "Call it CkLog2.";
         } else if (section.style == SectionStyle::kBrackets) {
             why = "\"[CkLog2]\" is not how a section begins here";
@@ -150,7 +151,7 @@ private:
             why = fmt::format("{} stands directly before the section's name",
                               static_cast<unsigned char>(before) >= 0x80
                                   ? "A byte order mark or another character"
-                                  : Quoted(std::string_view(&before, 1)));
+                                  : InQuotes(std::string_view(&before, 1)));
         } else {
             return false;
         }
@@ -208,7 +209,7 @@ private:
                 Level::kWrong, entry.name, text_.LineOf(entry.place),
                 fmt::format("This line counts, although it begins like a comment: there are no comments, and "
                             "a blank stands before the name. The value is {}.",
-                            Quoted(text_.ValueOf(*counted))),
+                            InQuotes(text_.ValueOf(*counted))),
                 "Delete the line, or take away the mark before it if it is to count.");
         }
     }
@@ -233,7 +234,7 @@ private:
                           std::string(remedy));
         };
         if (entry.isCommentedOut && !IsLineBegin(before)) {
-            Add(Level::kNote, fmt::format("{} stands directly before the name.", Quoted({&before, 1})),
+            Add(Level::kNote, fmt::format("{} stands directly before the name.", InQuotes({&before, 1})),
                 "Take it away if the key is to count.");
         } else if (entry.sign == ' ') {
             if (!entry.isCommentedOut && line != LineOfCounted(counted))
@@ -243,12 +244,12 @@ private:
             Add(Level::kWrong, "a tab stands before the name, and a key is not found after a tab.",
                 "Indent it with spaces.");
         } else if (!IsLineBegin(before) && before != '{') {
-            Add(Level::kWrong, fmt::format("{} stands directly before the name.", Quoted({&before, 1})),
+            Add(Level::kWrong, fmt::format("{} stands directly before the name.", InQuotes({&before, 1})),
                 "Take it away; there are no quotes and no marks before a name.");
         } else if (entry.between.find('\t') != entry.between.npos) {
             Add(Level::kWrong, "a tab stands between the name and \"=\".", "Put a space there.");
         } else if (entry.between.find_first_not_of(' ') != entry.between.npos) {
-            Add(Level::kWrong, fmt::format("{} stands between the name and \"=\".", Quoted(entry.between)),
+            Add(Level::kWrong, fmt::format("{} stands between the name and \"=\".", InQuotes(entry.between)),
                 "Put only spaces there; there are no quotes.");
         } else if (entry.sign == ':') {
             Add(Level::kWrong, "a \":\" follows the name and no \"=\".",
@@ -285,7 +286,7 @@ private:
             fmt::format("{}, and counts: the value is {}.",
                         isSameLine ? fmt::format("The key stands inside the value of {}", around->name)
                                    : std::string("The key stands in the middle of a text"),
-                        Quoted(text_.ValueOf(*counted))),
+                        InQuotes(text_.ValueOf(*counted))),
             fmt::format("Keep \"{} =\" out of other values and texts.", key.name));
     }
 

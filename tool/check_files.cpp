@@ -9,6 +9,7 @@
 #include <fstream>
 
 #include "tool/file_access.h"
+#include "tool/harmless_text.h"
 
 namespace ckscribe {
 
@@ -76,7 +77,7 @@ private:
             fmt::format("{}{} is {}, relative to the directory in which the application makes its first call "
                         "(here it "
                         "would be {}).",
-                        from, file_.name, Quoted(file_.path), CurrentDirectory()),
+                        from, file_.name, InQuotes(file_.path), CurrentDirectory()),
             fmt::format("Write the whole path: {} = /FOLDER/{};", file_.key, file_.path));
     }
 
@@ -200,7 +201,7 @@ void CheckLog(Setup& setup, Findings& findings) {
     const std::string path = setup.settings.LogFileName();
     if (!setup.IsLogging()) {
         if (const int line = setup.Line("File"))
-            findings.Add(Level::kOk, "File", line, fmt::format("The log would be {}.", Quoted(path)));
+            findings.Add(Level::kOk, "File", line, fmt::format("The log would be {}.", InQuotes(path)));
         return;
     }
     if (path.empty()) {

@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "functions/pkcs11_names.h"
+#include "tool/harmless_text.h"
 #include "tool/target_probe.h"
 
 namespace ckscribe {
@@ -154,13 +155,13 @@ void TellPlace(const std::string& path, int line, Findings& findings) {
             fmt::format(
                 "{} has no folder: the loader looks for it where it looks for libraries, which may differ "
                 "from one application to the next.",
-                Quoted(path)),
+                InQuotes(path)),
             "Write the whole path.");
     } else {
         findings.Add(
             Level::kNote, kKey, line,
             fmt::format("{} is relative to the directory in which the application makes its first call.",
-                        Quoted(path)),
+                        InQuotes(path)),
             "Write the whole path.");
     }
 }

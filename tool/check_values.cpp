@@ -8,6 +8,7 @@
 
 #include "config/logging_words.h"
 #include "tool/function_count.h"
+#include "tool/harmless_text.h"
 #include "tool/nearest_name.h"
 
 namespace ckscribe {
@@ -55,7 +56,7 @@ Problem BlankAround(const LoggingKey& key, std::string_view value) {
     const bool isBefore = !value.empty() && value.front() == '\t';
     return ValueProblem{
         Level::kWrong,
-        fmt::format("The value is {}: {} belongs to it.", Quoted(value),
+        fmt::format("The value is {}: {} belongs to it.", InQuotes(value),
                     isBefore ? "a tab after \"=\"" : "what stands before the \";\" or the end of the line"),
         Entry(key, trimmed)};
 }
@@ -79,7 +80,7 @@ Problem PathProblem(const LoggingKey& key, std::string_view value) {
     if (comment != value.npos)
         return ValueProblem{
             Level::kWrong,
-            fmt::format("There are no comments: {} is part of the path.", Quoted(value.substr(comment))),
+            fmt::format("There are no comments: {} is part of the path.", InQuotes(value.substr(comment))),
             Entry(key, Trimmed(value.substr(0, comment)))};
     return std::nullopt;
 }
@@ -94,7 +95,7 @@ Problem NumberProblem(const LoggingKey& key, std::string_view value) {
     if (IsNumber(value)) return std::nullopt;
     const int number = std::atoi(std::string(value).c_str());
     return ValueProblem{number == 0 ? Level::kWrong : Level::kNote,
-                        fmt::format("{} is no number and counts as {}{}.", Quoted(value), number,
+                        fmt::format("{} is no number and counts as {}{}.", InQuotes(value), number,
                                     key.name == "Enabled" && number == 0 ? ": no log is written" : ""),
                         fmt::format("Write \"{0} = 1;\" or \"{0} = 0;\".", key.name)};
 }
@@ -106,14 +107,14 @@ Problem LevelProblem(const LoggingKey& key, std::string_view value) {
         return ValueProblem{
             Level::kWrong,
             fmt::format("{} is no level, for the blank in it: calls of every level are logged.",
-                        Quoted(value)),
+                        InQuotes(value)),
             Entry(key, trimmed)};
     const NearestName nearest = FindNearestName(WithoutQuotes(value), LoggingLevelWords());
     return ValueProblem{
         nearest.isSlip ? Level::kWrong : Level::kNote,
         fmt::format("{} is none of DESTROY, MODIFY and ADMIN (capitals matter): calls of every level are "
                     "logged.",
-                    Quoted(value)),
+                    InQuotes(value)),
         nearest.isSlip ? Entry(key, nearest.name) : "Leave the key out if that is what you want."};
 }
 
@@ -128,7 +129,7 @@ std::vector<std::string_view> MaskWords(std::string_view mask) {
 
 std::string Joined(const std::vector<std::string_view>& words) {
     std::string text;
-    for (const std::string_view word : words) text += (text.empty() ? "" : ", ") + Quoted(word);
+    for (const std::string_view word : words) text += (text.empty() ? "" : ", ") + InQuotes(word);
     return text;
 }
 
@@ -189,13 +190,14 @@ void AddProblem(const LoggingKey& key, const Setup& setup, const ValueProblem& p
 
 void TellEnabled(Setup& setup, bool hasProblem, Findings& findings) {
     const int line = setup.Line("Enabled");
+    const bool isMissing = line == 0;
+    const std::string why = isMissing ? "The key is missing" : "It is 0";
     if (setup.IsLogging()) {
         findings.Add(Level::kOk, "Enabled", line, "The log is written.");
-    } else if (line == 0) {
-        findings.Add(setup.HasEvents() ? Level::kNote : Level::kWrong, "Enabled", 0,
-                     "The key is missing: no log is written.", "Write \"Enabled = 1;\" to have one.");
+    } else if (setup.HasEvents() && !hasProblem) {
+        findings.Add(Level::kOk, "Enabled", line, why + ": events are written, and no log.");
     } else if (!hasProblem) {
-        findings.Add(Level::kNote, "Enabled", line, "It is 0: no log is written.",
+        findings.Add(isMissing ? Level::kWrong : Level::kNote, "Enabled", line, why + ": no log is written.",
                      "Write \"Enabled = 1;\" to have one.");
     }
 }
@@ -242,10 +244,10 @@ void TellHideData(const Setup& setup, Findings& findings) {
     } else if (*value == "1") {
         findings.Add(Level::kOk, "HideData", line, "Data is hidden in log and events.");
     } else {
-        findings.Add(
-            Level::kNote, "HideData", line,
-            fmt::format("{} hides data in log and events, as everything but a plain 0 does.", Quoted(*value)),
-            "Write \"HideData = 1;\" to hide data, \"HideData = 0;\" to show it.");
+        findings.Add(Level::kNote, "HideData", line,
+                     fmt::format("{} hides data in log and events, as everything but a plain 0 does.",
+                                 InQuotes(*value)),
+                     "Write \"HideData = 1;\" to hide data, \"HideData = 0;\" to show it.");
     }
 }
 
@@ -256,7 +258,7 @@ void TellFileMode(const Setup& setup, Findings& findings) {
     if (mode.isRejected) {
         findings.Add(Level::kWrong, "FileMode", line,
                      fmt::format("{} is no octal number up to 0777: new files get 0666 less the umask.",
-                                 Quoted(*setup.Value("FileMode"))),
+                                 InQuotes(*setup.Value("FileMode"))),
                      "Write \"FileMode = 0600;\".");
     } else if ((*mode.permissions & 0600) != 0600) {
         findings.Add(Level::kNote, "FileMode", line,
@@ -283,7 +285,7 @@ void TellAnnounce(const Setup& setup, Findings& findings) {
         findings.Add(
             Level::kWrong, "Announce", line,
             fmt::format("{} is no plain 0: functions that the target lacks are announced on standard output.",
-                        Quoted(*value)),
+                        InQuotes(*value)),
             "Write \"Announce = 0;\" to keep standard output as it is.");
     }
 }

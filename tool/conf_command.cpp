@@ -9,6 +9,7 @@
 #include "tool/configuration_place.h"
 #include "tool/edited_file.h"
 #include "tool/exit_status.h"
+#include "tool/harmless_text.h"
 #include "tool/messages.h"
 #include "tool/nearest_name.h"
 #include "tool/subcommands.h"
@@ -61,7 +62,7 @@ std::string DefaultOf(std::string_view key) {
 void SayDefault(const KeyName& name) {
     const std::string missing = name.IsOfLibrary() ? DefaultOf(name.key) : "";
     if (!missing.empty()) {
-        Say(fmt::format("{} is not set, and {} counts in its place.", name.key, Quoted(missing)));
+        Say(fmt::format("{} is not set, and {} counts in its place.", name.key, InQuotes(missing)));
     } else if (name.key == "LoggingLevel" && name.IsOfLibrary()) {
         Say("LoggingLevel is not set, and calls of every level are logged.");
     } else if (name.key == "FileMode" && name.IsOfLibrary()) {
@@ -118,7 +119,7 @@ std::string WhyValueIsWrong(const KeyName& name, const std::string& value) {
         std::vector<std::string_view> names;
         for (const LoggingKey& key : kLoggingKeys) names.push_back(key.name);
         return fmt::format("The library knows no key {}. The nearest one that it knows is {}.",
-                           Quoted(name.key), FindNearestName(name.key, names).name);
+                           InQuotes(name.key), FindNearestName(name.key, names).name);
     }
     if (value.empty() && (name.key == "LibUNIX64" || name.key == "File")) return "The path is empty.";
     const auto problem = FindValueProblem(*known, value);
@@ -134,9 +135,9 @@ std::string WhyCopyIsWrong(const std::string& path, const KeyName& name, const s
     const bool isFound = copy.GetConfigurationInfo(name.section.c_str(), name.key.c_str(), read.data(),
                                                    static_cast<int>(read.size())) != 0;
     if (!isFound || read.c_str() != value)
-        return fmt::format("The value reads back as {}.", Quoted(read.c_str()));
+        return fmt::format("The value reads back as {}.", InQuotes(read.c_str()));
     if (name.IsOfLibrary() && name.key == "FileMode" && copy.FileMode().isRejected)
-        return fmt::format("{} is no octal number up to 0777. Write FileMode = 0600;", Quoted(value));
+        return fmt::format("{} is no octal number up to 0777. Write FileMode = 0600;", InQuotes(value));
     return "";
 }
 

@@ -9,6 +9,7 @@
 
 #include "tool/configuration_text.h"
 #include "tool/findings.h"
+#include "tool/harmless_text.h"
 
 namespace ckscribe {
 
@@ -90,7 +91,7 @@ Reading Read(const std::string& text, const Names& sections, const Names& keys) 
 
 std::string Described(const Reading& reading, const Reading::key_type& name) {
     const auto found = reading.find(name);
-    return found == reading.end() ? "nothing" : Quoted(found->second);
+    return found == reading.end() ? "nothing" : InQuotes(found->second);
 }
 
 // The end of a section's name is itself the name of a section for the store: "Client" where "OrmaSA Client"
@@ -179,7 +180,7 @@ std::string WithoutEntry(std::string_view text, const ConfigurationText::Entry& 
 std::string WhyNameIsRefused(const std::string& what, const std::string& name) {
     if (name.empty()) return fmt::format("The {} has no name.", what);
     if (name.find_first_of("={};\r\n\t") != name.npos || name.starts_with(' ') || name.ends_with(' '))
-        return fmt::format("{} cannot be the name of a {}.", Quoted(name), what);
+        return fmt::format("{} cannot be the name of a {}.", InQuotes(name), what);
     return "";
 }
 
@@ -193,7 +194,7 @@ std::string WhyValueIsRefused(const std::string& value) {
     const std::size_t place = value.find_first_of(";}\r\n\t");
     if (place != value.npos)
         return fmt::format("A value cannot hold {}: the file has no way to write it.",
-                           Quoted(value.substr(place, 1)));
+                           InQuotes(value.substr(place, 1)));
     if (value.find('\0') != value.npos) return "A value cannot hold a byte 0.";
     if (value.starts_with(' ')) return "A value cannot begin with a blank: blanks after \"=\" do not count.";
     return "";

@@ -13,6 +13,7 @@
 #include "config/logging_configuration.h"
 #include "host/environment.h"
 #include "tool/file_access.h"
+#include "tool/harmless_text.h"
 
 namespace ckscribe {
 
@@ -65,7 +66,7 @@ void TellVariable(const std::string& value, const std::string& path, Findings& f
         findings.Add(
             Level::kWrong, kAbout, 0,
             fmt::format("{} names {}, which is no folder that can be reached: the library looks for {}.",
-                        kVariable, Quoted(value), path),
+                        kVariable, InQuotes(value), path),
             fmt::format("Set {} to the folder of {}.", kVariable, kFileName));
     } else {
         findings.Add(
@@ -77,7 +78,7 @@ void TellVariable(const std::string& value, const std::string& path, Findings& f
             findings.Add(
                 Level::kNote, kAbout, 0,
                 fmt::format("{} is relative to the directory in which the application loads the library.",
-                            Quoted(value)),
+                            InQuotes(value)),
                 fmt::format("Write the whole path into {}.", kVariable));
     }
 }

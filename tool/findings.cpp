@@ -6,6 +6,8 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
+#include "tool/harmless_text.h"
+
 namespace ckscribe {
 
 namespace {
@@ -43,9 +45,9 @@ std::string Findings::Text(const Palette& palette) const {
     std::string text;
     for (const Finding& finding : findings_) {
         const std::string line = finding.line == 0 ? "" : fmt::format(", line {}", finding.line);
-        text += fmt::format("{}{}{}: {}\n", Mark(finding.level, palette), palette.Name(finding.about), line,
-                            finding.what);
-        if (!finding.remedy.empty()) text += fmt::format("      -> {}\n", finding.remedy);
+        text += fmt::format("{}{}{}: {}\n", Mark(finding.level, palette),
+                            palette.Name(Harmless(finding.about)), line, Harmless(finding.what));
+        if (!finding.remedy.empty()) text += fmt::format("      -> {}\n", Harmless(finding.remedy));
     }
     const std::size_t wrong = Count(Level::kWrong);
     const std::size_t notes = Count(Level::kNote);
@@ -68,19 +70,6 @@ std::string Findings::Json() const {
     Json document;
     document["findings"] = std::move(all);
     return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7f) {
-            quoted += fmt::format("\\x{:02x}", byte);
-        } else {
-            quoted += c;
-        }
-    }
-    return quoted + '"';
 }
 
 }  // namespace ckscribe

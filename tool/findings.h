@@ -31,7 +31,8 @@ public:
     std::size_t Count(Level level) const;
     const std::vector<Finding>& All() const { return findings_; }
 
-    // For people: two to a finding, what is and what to do; the last line counts them.
+    // For people, fit for a terminal: two lines to a finding, what is and what to do; the last line counts
+    // them.
     std::string Text(const Palette& palette) const;
 
     // For programs: {"findings":[{"level":"wrong","about":"Enabled","line":4,"what":"...","do":"..."}]} and a
@@ -41,8 +42,5 @@ public:
 private:
     std::vector<Finding> findings_;
 };
-
-// A text from outside for one line of a message: in double quotes, control characters as "\x09".
-std::string Quoted(std::string_view text);
 
 }  // namespace ckscribe

@@ -394,13 +394,13 @@ class Syntax(SetUp):
 
     def test_quotes_around_a_name(self):
         self.write(self.section().replace("Enabled", '"Enabled"'))
-        self.assert_found("wrong", "Enabled", 3, 'This does not count: """ stands directly before the name.')
+        self.assert_found("wrong", "Enabled", 3, 'This does not count: "\\"" stands directly before the name.')
         self.assert_no_log()
 
 
 class Values(SetUp):
     def test_enabled_is_a_word(self):
-        for word in ("true", "yes", "on", '"1"'):
+        for word in ("true", "yes", "on", "'1'"):
             with self.subTest(word):
                 self.write(self.section(Enabled=word))
                 self.assert_found("wrong", "Enabled", 3, f'"{word}" is no number and counts as 0: no log is written.',
@@ -417,6 +417,13 @@ class Values(SetUp):
         self.assert_found("note", "Enabled", 3, "It is 0: no log is written.", 'Write "Enabled = 1;" to have one.')
         self.assert_well()
         self.assert_no_log()
+
+    def test_enabled_is_0_beside_events(self):
+        self.write(self.section(Enabled=0, Events=f"{self.directory}/events.jsonl"))
+        self.assert_found("ok", "Enabled", 3, "It is 0: events are written, and no log.")
+        self.write(self.section(Enabled=None, Events=f"{self.directory}/events.jsonl"))
+        self.assert_found("ok", "Enabled", None, "The key is missing: events are written, and no log.")
+        self.assert_well()
 
     def test_misspelt_mask(self):
         self.write(self.section(LoggingMask="SESION_FUNC|SIGN_VERIFY_FUNC"))
@@ -961,8 +968,18 @@ class AllIsWell(SetUp):
                     self.assert_well()
                     self.assert_reached()
 
+    def test_configuration_that_run_keeps(self):
+        for options in ([], ["--format", "text"], ["--format", "old", "--data"], ["--format", "events", "-e", "SESSION_FUNC"]):
+            with self.subTest(options):
+                kept = self.directory / "kept"
+                kept.mkdir()
+                done = ckscribe("run", "-m", str(self.target), "--keep", str(kept), *options, "--", str(CALLER), str(self.target))
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assert_well(["--config", str(kept)])
+                shutil.rmtree(kept)
+
     def test_readme_has_an_example(self):
-        self.assertEqual(len(list(self.examples_in(SOURCE / "README.md"))) > 0, True)
+        self.assertGreater(len(list(self.examples_in(SOURCE / "README.md"))), 0)
 
 
 class Output(SetUp):
@@ -985,10 +1002,10 @@ class Output(SetUp):
                                   env=environment, cwd=self.directory, timeout=60)
             self.assertEqual("\033[32mok" in done.stdout, colours)
 
-    def test_json_of_bytes_that_are_no_text(self):
+    def test_bytes_that_are_no_text(self):
         self.write(self.section().encode().replace(b"Enabled = 1", b"Enabled = \xff\x01"))
         self.assertIn({"level": "wrong", "about": "Enabled", "line": 3,
-                       "what": '"\ufffd\\x01" is no number and counts as 0: no log is written.',
+                       "what": '"\\xff\\x01" is no number and counts as 0: no log is written.',
                        "do": 'Write "Enabled = 1;" or "Enabled = 0;".'}, self.check())
 
 
