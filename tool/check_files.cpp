@@ -209,7 +209,7 @@ void CheckLog(Setup& setup, Findings& findings) {
                      "Write the whole path of the log.");
         return;
     }
-    const bool showsData = setup.Value("HideData").value_or("0") == "0";
+    const bool showsData = setup.settings.HideData() != DataSetting::kHidden;
     FileCheck(setup, {"File", "The log", path, true, showsData}, findings).Run();
 }
 
@@ -239,10 +239,11 @@ std::string EventsPath(const std::string& pattern) {
     return path;
 }
 
-void CheckEvents(const Setup& setup, Findings& findings) {
+void CheckEvents(Setup& setup, Findings& findings) {
     if (!setup.HasEvents()) return;
-    const bool showsData = setup.Value("HideData").value_or("1") == "0";
-    FileCheck(setup, {"Events", "The events file", EventsPath(*setup.Value("Events")), false, showsData},
+    const bool showsData = setup.settings.HideData() == DataSetting::kShown;
+    FileCheck(setup,
+              {"Events", "The events file", EventsPath(setup.settings.EventsFileName()), true, showsData},
               findings)
         .Run();
 }
@@ -252,7 +253,7 @@ void CheckForOneFileTwice(Setup& setup, Findings& findings) {
     if (setup.IsLogging() && !log.empty() && log == setup.settings.CkLogErrorFile())
         findings.Add(Level::kNote, "Error", setup.Line("Error"), "Log and error file are the same file.",
                      "Name another file for one of them.");
-    if (setup.IsLogging() && setup.HasEvents() && log == *setup.Value("Events"))
+    if (setup.IsLogging() && setup.HasEvents() && log == setup.settings.EventsFileName())
         findings.Add(Level::kWrong, "Events", setup.Line("Events"), "Log and events file are the same file.",
                      "Name another file for one of them.");
 }

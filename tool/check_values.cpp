@@ -239,9 +239,9 @@ void TellHideData(const Setup& setup, Findings& findings) {
     const auto value = setup.Value("HideData");
     if (!value) return;
     const int line = setup.Line("HideData");
-    if (*value == "0") {
+    if (setup.settings.HideData() == DataSetting::kShown) {
         findings.Add(Level::kOk, "HideData", line, "Log and events show data.");
-    } else if (*value == "1") {
+    } else if (Trimmed(*value) == "1") {
         findings.Add(Level::kOk, "HideData", line, "Data is hidden in log and events.");
     } else {
         findings.Add(Level::kNote, "HideData", line,

@@ -46,7 +46,7 @@ public:
     bool IsLogging() { return settings.IsLoggingEnabledMordavek() != 0; }
 
     // The library writes events.
-    bool HasEvents() const { return !Value("Events").value_or("").empty(); }
+    bool HasEvents() { return *settings.EventsFileName() != '\0'; }
 };
 
 }  // namespace ckscribe

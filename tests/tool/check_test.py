@@ -858,6 +858,28 @@ class Files(SetUp):
         self.assert_logged(FUNCTIONS)
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o644)
 
+    def test_events_file(self):
+        events = f"{self.directory}/100%%-events-%p.jsonl"
+        self.write(self.section(Events=events))
+        what = next(finding["what"] for finding in self.check() if finding["about"] == "Events")
+        self.assertRegex(what, rf"\AThe events file {self.directory}/100%-events-\d+\.jsonl is not there yet and can be created\.\Z")
+        self.assert_reached()
+        self.assertEqual([path.name for path in self.directory.glob("100%-events-[0-9]*.jsonl")],
+                         [path.name for path in self.directory.glob("*.jsonl")])
+        self.write(self.section(Events=f"{self.directory}/missing/events"))
+        self.assert_found("wrong", "Events", 9,
+                          f"The folder {self.directory}/missing does not exist: The events file cannot be created.")
+        self.assert_reached()
+        self.assertIn(f"Could not open events file {self.directory}/missing/events.", self.errors.read_text())
+
+    def test_events_that_everybody_may_read(self):
+        self.directory.chmod(0o755)
+        self.write(self.section(Events=f"{self.directory}/events.jsonl", FileMode="0644", Enabled=0))
+        self.assert_well()
+        self.write(self.section(Events=f"{self.directory}/events.jsonl", FileMode="0644", Enabled=0, HideData=0))
+        self.assert_found("wrong", "Events", 9,
+                          "The events file shows data in clear, and its permissions would be 0644: everybody may read it.")
+
     def test_one_file_for_both(self):
         self.write(self.section(Error=self.log))
         self.assert_found("note", "Error", 6, "Log and error file are the same file.", "Name another file for one of them.")
