@@ -14,6 +14,8 @@ function(ckscribe_compile target)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ckscribe>)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${CKSCRIBE_WERROR}>:-Werror>)
+  # Which lock something needs is a rule, and no opinion of the compiler's.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety> $<$<CXX_COMPILER_ID:Clang>:-Werror=thread-safety>)
   if(CKSCRIBE_FUZZ)
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
   endif()

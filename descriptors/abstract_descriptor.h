@@ -3,7 +3,7 @@
 // A record is a small tree of descriptors: one command at its root, one typed child for each argument or
 // returned structure. A tree is built, captured and destroyed by one record builder; descriptors copy every
 // value that they describe and are never shared. All of it runs under the one record lock (see
-// descriptors/record_lock.h), so the class-wide state below needs no lock of its own.
+// host/record_lock.h), so the class-wide state below needs no lock of its own.
 #pragma once
 
 #include <atomic>
@@ -16,6 +16,7 @@
 #include "descriptors/record_text.h"
 #include "descriptors/tree_memory.h"
 #include "host/append_file.h"
+#include "host/record_lock.h"
 
 namespace ckscribe {
 class JsonWriter;
@@ -74,12 +75,12 @@ public:
 
     const char* Name() const { return name; }
 
-    static void InitializeClass();
+    static void InitializeClass() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
     // Closes the log. With no log open, descriptors that still live are reported to the error file.
-    static void TerminateClass();
+    static void TerminateClass() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
     // Opens the log for appending in place of the one that is open; a failure goes to the error file.
-    static void OpenCaptureStream(const unsigned char* path);
-    static void CloseCaptureStream();
+    static void OpenCaptureStream(const unsigned char* path) CKSCRIBE_NEEDS(ckscribe::theRecordLock);
+    static void CloseCaptureStream() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
 
     static unsigned uInstanceCount;                // descriptors alive
     static ckscribe::AppendFile& fpCaptureStream;  // the open log, or none

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "host/record_lock.h"
+
 // While an object of this class lives, memory of trees comes from it as long as it has room, and from the
 // heap afterwards. Objects may be nested. Made under the record lock, like the trees, which must not outlive
 // it.
@@ -12,7 +14,7 @@ class TreeMemory {
 public:
     static constexpr std::size_t kSize = 2048;
 
-    TreeMemory() : outer(current) { current = this; }
+    TreeMemory() CKSCRIBE_NEEDS(ckscribe::theRecordLock) : outer(current) { current = this; }
     ~TreeMemory() { current = outer; }
     TreeMemory(const TreeMemory&) = delete;
     TreeMemory& operator=(const TreeMemory&) = delete;

@@ -2,11 +2,11 @@
 
 #include <cstring>
 
-#include "descriptors/record_lock.h"
 #include "front/overwritten_lists.h"
 #include "front/vendor_exports.h"
 #include "host/host_shield.h"
 #include "host/readable_memory.h"
+#include "host/record_lock.h"
 #include "host/writable_memory.h"
 
 namespace {
@@ -33,7 +33,7 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
 
     ckscribe::BehindHostShield([result] {
         // Two threads may ask for the lists at once, and a third one fork.
-        const ckscribe::OrmaLock lock(*pCkLogMutex.load(std::memory_order_acquire));
+        const ckscribe::RecordLock lock(*pCkLogMutex.load(std::memory_order_acquire));
         List own;
         std::memset(&own, 0, sizeof own);  // lists are compared byte by byte
         own.version = (*result)->version;

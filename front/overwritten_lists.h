@@ -6,14 +6,14 @@
 #include <cstddef>
 #include <memory>
 
-#include "host/orma_mutex.h"
+#include "host/record_lock.h"
 
 namespace ckscribe {
 
 // A list is a version in the first word and pointers in all others. A pointer into this library's own image
 // is an entry point of this library.
 //
-// Any thread may call a method while it holds the record lock or the start lock. The two are free in a child
+// Any thread may call Original while it holds the record lock or the start lock. The two are free in a child
 // made by fork, and therefore this object's own lock is free there too.
 class OverwrittenLists {
 public:
@@ -25,7 +25,7 @@ public:
     // the list is too long; the list must not be overwritten then. If the list was overwritten before, the
     // entry points of this library that still stand in it are no news.
     template <class List>
-    bool Remember(const List* list) {
+    bool Remember(const List* list) CKSCRIBE_NEEDS(theRecordLock) {
         return Remember(static_cast<const void*>(list), sizeof(List) / sizeof(void*));
     }
 
@@ -38,7 +38,7 @@ public:
 
     // Puts back what stood in each list in the places where this library's entry points still stand. A list
     // that is not there any more is left alone. Forgets all lists.
-    void GiveBack();
+    void GiveBack() CKSCRIBE_NEEDS(theRecordLock);
 
 private:
     static constexpr std::size_t kMostWords = 300;
@@ -50,10 +50,10 @@ private:
         std::unique_ptr<Node> next;
     };
 
-    bool Remember(const void* list, std::size_t size);
+    bool Remember(const void* list, std::size_t size) CKSCRIBE_NEEDS(theRecordLock);
     const void* Original(const void* list) const;
     Node* Find(const void* list) const;
-    void ForgetAbandoned();
+    void ForgetAbandoned() CKSCRIBE_NEEDS(theRecordLock);
     static bool HoldsOwnEntries(const Node& node);
     static void GiveBack(const Node& node);
 

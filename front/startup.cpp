@@ -10,10 +10,10 @@
 #include "descriptors/events_file.h"
 #include "descriptors/kept_inputs.h"
 #include "descriptors/record_environment.h"
-#include "descriptors/record_lock.h"
 #include "front/overwritten_lists.h"
 #include "front/process_bridge.h"
 #include "host/host_shield.h"
+#include "host/record_lock.h"
 #include "host/thread_number.h"
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
@@ -39,14 +39,15 @@ alignas(kCacheLine) Undestroyed<OrmaMutex> recordMutex;
 
 // A target may call exported functions while it is being loaded or unloaded, on the thread that does so; they
 // then go to whatever is bound at that moment.
-bool isStartingOrStopping = false;
+bool isStartingOrStopping CKSCRIBE_GUARDED_BY(startMutex.object) = false;
 
-void LockForFork() {
+// The check cannot follow a lock from one function to the next.
+CKSCRIBE_UNCHECKED void LockForFork() {
     startMutex.object.Lock();
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->Lock();
 }
 
-void UnlockInParent() {
+CKSCRIBE_UNCHECKED void UnlockInParent() {
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->Unlock();
     startMutex.object.Unlock();
 }
@@ -82,24 +83,24 @@ struct EndNotice {
 
 void RegisterNoticeSinceFirstUse() { static EndNotice noticeSinceFirstUse; }
 
-void InitCkLog() {
+void InitCkLog() CKSCRIBE_NEEDS(startMutex.object) {
     RegisterNoticeSinceFirstUse();
     const char* const path = configuration.CkLogLibraryFileName();
     pCkLogMutex.store(&recordMutex.object, std::memory_order_release);
     CryptokiBridge::isAnnouncing = configuration.IsAnnouncing() != 0;
     bridge.Connect(path);
     configuration.GetLoggingMask();
-    const ckscribe::OrmaLock lock(recordMutex.object);
+    const ckscribe::RecordLock lock(recordMutex.object);
     InitializeDescriptorLibrary();
-    configuration
-        .CkLogErrorFile();  // remembered for an application that may not read the configuration later
+    // Remembered for an application that may not read the configuration later.
+    configuration.CkLogErrorFile();
     // Only now is it known with which permissions the error file is created.
     if (*bridge.Failure() != '\0') ReportErrorInLog(bridge.Failure());
 }
 
-void ExitCkLog() {
+void ExitCkLog() CKSCRIBE_NEEDS(startMutex.object) {
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) {
-        const ckscribe::OrmaLock lock(*recordLock);
+        const ckscribe::RecordLock lock(*recordLock);
         TerminateDescriptorLibrary();
     }
     bridge.Disconnect();
@@ -118,11 +119,14 @@ void FreeRuntimeMemory() {
 // target go and gives everything else back. The end of the process does not: other threads may still be in
 // calls, and destructors of the application may still make some.
 __attribute__((destructor)) void Unload() {
-    ckscribe::overwrittenLists.GiveBack();
-    if (processEnds) return;
-    AbstractDescriptor::CloseCaptureStream();
-    ckscribe::CloseEvents();
-    ckscribe::FreeAllInputs();
+    {
+        const ckscribe::RecordLock lock(recordMutex.object);
+        ckscribe::overwrittenLists.GiveBack();
+        if (processEnds) return;
+        AbstractDescriptor::CloseCaptureStream();
+        ckscribe::CloseEvents();
+        ckscribe::FreeAllInputs();
+    }
     DestroyProcessConfiguration();
     DestroyProcessBridge();
     FreeRuntimeMemory();

@@ -3,9 +3,11 @@
 
 #include <pthread.h>
 
+#include "host/thread_safety.h"
+
 // Any thread may lock and unlock; the same thread may lock several times and must unlock as often. Results of
 // the system's calls are not examined.
-class OrmaMutex {
+class CKSCRIBE_LOCK("mutex") OrmaMutex {
 public:
     OrmaMutex() { __init(); }
     // A copy is a fresh mutex and takes nothing from its source.
@@ -17,8 +19,8 @@ public:
     bool IsValid() const { return mutex != nullptr; }
 
     // Nothing on an object that is not valid.
-    void Lock();
-    void Unlock();
+    void Lock() CKSCRIBE_ACQUIRES();
+    void Unlock() CKSCRIBE_RELEASES();
 
     // Makes the mutex anew, free and valid, without a look at its state: also for a child made by fork. Gives
     // the result of pthread_mutex_init; the object counts as valid even when that failed.
@@ -36,10 +38,10 @@ private:
 namespace ckscribe {
 
 // Holds a mutex while it lives.
-class OrmaLock {
+class CKSCRIBE_LOCK_HOLDER OrmaLock {
 public:
-    explicit OrmaLock(OrmaMutex& mutex) : mutex(mutex) { mutex.Lock(); }
-    ~OrmaLock() { mutex.Unlock(); }
+    explicit OrmaLock(OrmaMutex& mutex) CKSCRIBE_ACQUIRES(mutex) : mutex(mutex) { mutex.Lock(); }
+    ~OrmaLock() CKSCRIBE_RELEASES() { mutex.Unlock(); }
     OrmaLock(const OrmaLock&) = delete;
     OrmaLock& operator=(const OrmaLock&) = delete;
 

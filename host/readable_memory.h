@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "host/record_lock.h"
+
 namespace ckscribe {
 
 // Whether the kernel can read at `address`. Asks it each time. Any thread may call it; errno may change.
@@ -34,6 +36,6 @@ std::size_t ReadableTextLength(const void* text);
 
 // What has been remembered of readable pages is forgotten, but for pages that stay readable (see
 // host/lasting_memory.h). To be called before each record: what an earlier one was about may be gone.
-void ForgetReadablePages();
+void ForgetReadablePages() CKSCRIBE_NEEDS(theRecordLock);
 
 }  // namespace ckscribe

@@ -1,0 +1,24 @@
+// Annotations that say which lock a function or an object needs. clang checks them (-Wthread-safety); other
+// compilers read over them.
+#pragma once
+
+#if defined(__clang__)
+#define CKSCRIBE_THREAD_SAFETY(annotation) __attribute__((annotation))
+#else
+#define CKSCRIBE_THREAD_SAFETY(annotation)
+#endif
+
+// A class whose objects are locks, and a class whose objects hold a lock while they live.
+#define CKSCRIBE_LOCK(name) CKSCRIBE_THREAD_SAFETY(capability(name))
+#define CKSCRIBE_LOCK_HOLDER CKSCRIBE_THREAD_SAFETY(scoped_lockable)
+
+// Functions that take a lock, let it go, or need it.
+#define CKSCRIBE_ACQUIRES(...) CKSCRIBE_THREAD_SAFETY(acquire_capability(__VA_ARGS__))
+#define CKSCRIBE_RELEASES(...) CKSCRIBE_THREAD_SAFETY(release_capability(__VA_ARGS__))
+#define CKSCRIBE_NEEDS(...) CKSCRIBE_THREAD_SAFETY(requires_capability(__VA_ARGS__))
+
+// An object that is only touched under a lock.
+#define CKSCRIBE_GUARDED_BY(lock) CKSCRIBE_THREAD_SAFETY(guarded_by(lock))
+
+// A function that the check cannot follow. Its comment says why it is right.
+#define CKSCRIBE_UNCHECKED CKSCRIBE_THREAD_SAFETY(no_thread_safety_analysis)
