@@ -1,5 +1,6 @@
 #include "descriptors/tree_memory.h"
 
+#include <cassert>
 #include <functional>
 #include <new>
 
@@ -27,8 +28,22 @@ void* TreeMemory::Take(std::size_t size) {
 void TreeMemory::GiveBack(void* memory, std::size_t size) {
     TreeMemory* const own = current;
     std::byte* const piece = static_cast<std::byte*>(memory);
-    const std::less<> isBelow;
-    if (own == nullptr || isBelow(piece, own->block) || !isBelow(piece, own->block + kSize))
+    if (own == nullptr || !own->Holds(piece)) {
+        assert(own == nullptr || !own->IsHeldFurtherOut(piece));
         return ::operator delete(memory);
+    }
+    assert(piece + Rounded(size) <= own->block + own->used);
     if (piece + Rounded(size) == own->block + own->used) own->used -= Rounded(size);
+}
+
+bool TreeMemory::Holds(const std::byte* piece) const {
+    const std::less<> isBelow;
+    return !isBelow(piece, block) && isBelow(piece, block + kSize);
+}
+
+bool TreeMemory::IsHeldFurtherOut(const std::byte* piece) const {
+    for (const TreeMemory* each = outer; each != nullptr; each = each->outer) {
+        if (each->Holds(piece)) return true;
+    }
+    return false;
 }

@@ -22,11 +22,15 @@ public:
     // `size` bytes, aligned for any object. Throws std::bad_alloc.
     static void* Take(std::size_t size);
 
-    // Gives memory of that size back; null is allowed. Room in an object is used again only if what was taken
-    // last is given back first.
+    // Gives memory of that size back, which comes from the innermost object or from the heap; null is
+    // allowed. A debug build ends the process for any other memory. Room in an object is used again only if
+    // what was taken last is given back first.
     static void GiveBack(void* memory, std::size_t size);
 
 private:
+    bool Holds(const std::byte* piece) const;
+    bool IsHeldFurtherOut(const std::byte* piece) const;
+
     static TreeMemory* current;
 
     TreeMemory* const outer;

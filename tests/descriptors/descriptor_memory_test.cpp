@@ -201,4 +201,16 @@ TEST_F(DescriptorMemory, TheInnerMemoryIsTakenFromUntilItEnds) {
     EXPECT_EQ(TreeMemory::Take(16), first + 16);
 }
 
+#ifndef NDEBUG
+TEST(TreeMemoryDeathTest, MemoryThatIsNotItsOwnIsGivenBack_DebugBuildEnds) {
+    const TreeMemory outer;
+    void* const ofOuter = TreeMemory::Take(16);
+    const TreeMemory inner;
+    std::byte* const ofInner = static_cast<std::byte*>(TreeMemory::Take(16));
+    EXPECT_DEATH(TreeMemory::GiveBack(ofOuter, 16), "IsHeldFurtherOut");
+    EXPECT_DEATH(TreeMemory::GiveBack(ofInner, 17), "used");
+    EXPECT_DEATH(TreeMemory::GiveBack(ofInner + 16, 1), "used");
+}
+#endif
+
 }  // namespace
