@@ -3,6 +3,15 @@
 # Debian's p11-kit keeps the PKCS#11 header below its own folder; it is needed at build time only.
 find_path(PKCS11_INCLUDE_DIR p11-kit/pkcs11.h PATH_SUFFIXES p11-kit-1 REQUIRED)
 
+# ckscribe_tool_lacks(SENTENCE): says why the command is left out; an error if it was asked for.
+function(ckscribe_tool_lacks sentence)
+  if(CKSCRIBE_TOOL STREQUAL "AUTO")
+    message(STATUS "${sentence}")
+  else()
+    message(FATAL_ERROR "${sentence}")
+  endif()
+endfunction()
+
 function(ckscribe_compile target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES
