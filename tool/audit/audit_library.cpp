@@ -118,6 +118,7 @@ Choice choice = Choice::kNothing;
 Text module;  // the module of this process, once it is chosen
 SeenFile moduleFile;
 bool isTraceNoticed = false;
+bool isLossNoticed = false;
 
 // The name that the loader is looking for is one of a library that the asking object was linked with.
 bool isNeededName = false;
@@ -171,6 +172,18 @@ void ReadSettings() {
     targetLink.Add(place.Get()).Add(kTargetLink);
 }
 
+// If this is the variable that leads to a configuration, makes it lead to the private one and returns true.
+bool TakeConfiguration(char** variable) {
+    static Text beginning;
+    if (beginning.IsEmpty()) beginning.Add(kConfigurationVariable).Add("=");
+    const char* const value = Behind(beginning.Get(), *variable);
+    if (value == nullptr) return false;
+    if (AreEqual(value, place.Get())) return true;
+    Notice(kConfigurationNotice, value);
+    *variable = const_cast<char*>(configurationEntry.Get());
+    return true;
+}
+
 ModuleKind KindOfFile(const char* path) {
     const int descriptor = OpenFile(path, O_RDONLY | O_NONBLOCK);
     if (descriptor < 0) return ModuleKind::kNone;
@@ -193,8 +206,15 @@ ModuleKind KindOfLoaded(const link_map* object) {
     return KindOfModule(ElfSymbols(image));
 }
 
+// The path counts from the root: it must mean the same when libckscribe.so asks for its target.
 void Choose(const char* path) {
-    if (moduleFile.Remember(path)) module.Add(path);
+    if (!moduleFile.Remember(path)) return;
+    if (path[0] != '/') {
+        static char directory[kLongestPath];
+        if (SystemCall(SYS_getcwd, reinterpret_cast<long>(directory), sizeof directory) <= 0) return;
+        module.Add(directory).Add("/");
+    }
+    module.Add(path);
 }
 
 // An application that loads libckscribe.so itself gets the target that its own configuration names.
@@ -230,10 +250,33 @@ bool IsTargetOfOurs(const char* name, const link_map* requester) {
     return AreEqual(name, targetLink.Get()) || KindOfLoaded(requester) == ModuleKind::kOurs;
 }
 
+// The environment of the program as it is at this moment, or null. The C library's own variable may have
+// moved into the program, which then comes first.
+char** EnvironmentNow(const link_map* object) {
+    while (object->l_prev != nullptr) object = object->l_prev;
+    for (; object != nullptr; object = object->l_next) {
+        const LoadedImage image(object);
+        if (const ElfW(Sym)* const variable = ElfSymbols(image).Find("__environ"))
+            return *reinterpret_cast<char***>(object->l_addr + variable->st_value);
+    }
+    return nullptr;
+}
+
+// libckscribe.so looks for its configuration in the environment when it is loaded. Without it, it would not
+// be silent.
+bool IsConfigured(const link_map* requester) {
+    char** environment = EnvironmentNow(requester);
+    for (; environment != nullptr && *environment != nullptr; ++environment)
+        if (TakeConfiguration(environment)) return true;
+    if (!isLossNoticed) Notice(kLostNotice, "");
+    isLossNoticed = true;
+    return false;
+}
+
 // The file to load for a name or a path that could be the module.
-const char* FileFor(const char* path) {
+const char* FileFor(const char* path, const link_map* requester) {
     if (module.IsEmpty()) ConsiderFile(path);
-    return moduleFile.Is(path) ? library.Get() : path;
+    return moduleFile.Is(path) && IsConfigured(requester) ? library.Get() : path;
 }
 
 const char* Search(const char* name, const link_map* requester, unsigned stage) {
@@ -247,7 +290,7 @@ const char* Search(const char* name, const link_map* requester, unsigned stage) 
         // A name without a slash is looked for in several places; these come one by one.
         if (!HasSlash(name)) return name;
     }
-    return isNeededName ? name : FileFor(name);
+    return isNeededName ? name : FileFor(name, requester);
 }
 
 void NoticeModule(const link_map* object) {
@@ -262,15 +305,6 @@ void NoticeModule(const link_map* object) {
     Notice(isAtRunTime && !isNeededName ? kUntouchedNotice : kLinkedNotice, object->l_name);
 }
 
-// The private configuration counts, whatever the command has set: the variable's place in the environment is
-// there.
-void TakeConfiguration(char** variable) {
-    const char* const value = *variable + sizeof kConfigurationVariable;
-    if (AreEqual(value, place.Get())) return;
-    Notice(kConfigurationNotice, value);
-    *variable = const_cast<char*>(configurationEntry.Get());
-}
-
 __attribute__((constructor)) void Begin(int, char**, char** environment) {
     static Text variable;
     variable.Add(kRunVariable).Add("=");
@@ -278,15 +312,10 @@ __attribute__((constructor)) void Begin(int, char**, char** environment) {
         if (const char* const value = Behind(variable.Get(), *each)) place.Add(value);
     if (place.IsEmpty()) return;
 
-    variable.Clear();
-    variable.Add(kConfigurationVariable).Add("=");
-    configurationEntry.Add(variable.Get()).Add(place.Get());
+    configurationEntry.Add(kConfigurationVariable).Add("=").Add(place.Get());
     isInert = true;
-    for (char** each = environment; *each != nullptr; ++each) {
-        if (Behind(variable.Get(), *each) == nullptr) continue;
-        isInert = false;
-        TakeConfiguration(each);
-    }
+    for (char** each = environment; *each != nullptr; ++each)
+        if (TakeConfiguration(each)) isInert = false;
     if (isInert) Notice(kLostNotice, "");
 }
 

@@ -143,12 +143,13 @@ public:
         }
     }
 
-    // True when the object itself defines the symbol, so that others find it there.
-    bool Define(const char* name) const {
-        if (symbols_ == 0 || names_ == 0) return false;
+    // The symbol, when the object itself defines it, so that others find it there; else null.
+    const ElfW(Sym) * Find(const char* name) const {
+        if (symbols_ == 0 || names_ == 0) return nullptr;
         if (gnuHash_ != 0) return FindByGnuHash(name);
-        return hash_ != 0 && FindByHash(name);
+        return hash_ != 0 ? FindByHash(name) : nullptr;
     }
+    bool Define(const char* name) const { return Find(name) != nullptr; }
 
     // True when the object asks the loader for a library of this name.
     bool Need(const char* name) const {
@@ -163,53 +164,54 @@ public:
     }
 
 private:
-    bool IsDefinition(uint32_t index, const char* name) const {
+    const ElfW(Sym) * Definition(uint32_t index, const char* name) const {
         const auto* const symbol = image_.template At<ElfW(Sym)>(symbols_ + index * sizeof(ElfW(Sym)), 1);
-        if (symbol == nullptr || symbol->st_shndx == SHN_UNDEF) return false;
+        if (symbol == nullptr || symbol->st_shndx == SHN_UNDEF) return nullptr;
         const char* const text = image_.Text(names_ + symbol->st_name);
-        return text != nullptr && AreEqual(text, name);
+        return text != nullptr && AreEqual(text, name) ? symbol : nullptr;
     }
 
-    bool FindByGnuHash(const char* name) const {
+    const ElfW(Sym) * FindByGnuHash(const char* name) const {
         uint32_t wanted = 5381;
         for (const char* next = name; *next != '\0'; ++next)
             wanted = wanted * 33 + static_cast<unsigned char>(*next);
 
         const auto* const header = image_.template At<uint32_t>(gnuHash_, 4);
-        if (header == nullptr || header[0] == 0) return false;
+        if (header == nullptr || header[0] == 0) return nullptr;
         const uint32_t bucketCount = header[0];
         const uint32_t firstHashed = header[1];
         const ElfW(Addr) buckets = gnuHash_ + 4 * sizeof(uint32_t) + header[2] * sizeof(ElfW(Addr));
         const ElfW(Addr) chains = buckets + bucketCount * sizeof(uint32_t);
         const auto* const bucket =
             image_.template At<uint32_t>(buckets + wanted % bucketCount * sizeof(uint32_t), 1);
-        if (bucket == nullptr || *bucket < firstHashed) return false;
+        if (bucket == nullptr || *bucket < firstHashed) return nullptr;
         for (uint32_t index = *bucket;; ++index) {
             const auto* const hash =
                 image_.template At<uint32_t>(chains + (index - firstHashed) * sizeof(uint32_t), 1);
-            if (hash == nullptr) return false;
-            if ((*hash | 1U) == (wanted | 1U) && IsDefinition(index, name)) return true;
-            if ((*hash & 1U) != 0) return false;
+            if (hash == nullptr) return nullptr;
+            const ElfW(Sym)* const symbol = (*hash | 1U) == (wanted | 1U) ? Definition(index, name) : nullptr;
+            if (symbol != nullptr) return symbol;
+            if ((*hash & 1U) != 0) return nullptr;
         }
     }
 
-    bool FindByHash(const char* name) const {
+    const ElfW(Sym) * FindByHash(const char* name) const {
         uint32_t wanted = 0;
         for (const char* next = name; *next != '\0'; ++next) {
             wanted = (wanted << 4) + static_cast<unsigned char>(*next);
             wanted = (wanted ^ ((wanted & 0xf0000000U) >> 24)) & 0x0fffffffU;
         }
         const auto* const header = image_.template At<uint32_t>(hash_, 2);
-        if (header == nullptr || header[0] == 0) return false;
+        if (header == nullptr || header[0] == 0) return nullptr;
         const ElfW(Addr) buckets = hash_ + 2 * sizeof(uint32_t);
         const ElfW(Addr) chains = buckets + header[0] * sizeof(uint32_t);
         const auto* index = image_.template At<uint32_t>(buckets + wanted % header[0] * sizeof(uint32_t), 1);
         // A chain is no longer than the table; a damaged one may be a ring.
         for (uint32_t steps = 0; index != nullptr && *index != STN_UNDEF && steps < header[1]; ++steps) {
-            if (IsDefinition(*index, name)) return true;
+            if (const ElfW(Sym)* const symbol = Definition(*index, name)) return symbol;
             index = image_.template At<uint32_t>(chains + *index * sizeof(uint32_t), 1);
         }
-        return false;
+        return nullptr;
     }
 
     const Image& image_;

@@ -67,23 +67,26 @@ public:
 private:
     void SayNothingWasLogged() {
         const bool isNamed = choice_.kind != ModuleChoice::Kind::kFirst;
+        if (notices_.lost != 0) {
+            output_.Say(fmt::format(
+                "No call was logged: {} of the processes had no {} any more, and what they load is left "
+                "as it is. Does the command empty the environment?",
+                notices_.lost, kConfigurationVariable));
+            return;
+        }
         if (isNamed)
             output_.Say(fmt::format("No call was logged: the command did not load {}.", choice_.text));
         else
             output_.Say("No call was logged: the command loaded no PKCS#11 module.");
-        if (notices_.lost != 0)
-            output_.Say(fmt::format(
-                "{} processes came without {}: what they load is left as it is. Does the command empty "
-                "the environment?",
-                notices_.lost, kConfigurationVariable));
         if (!notices_.linked.empty())
             output_.Say(fmt::format(
                 "Linked with the command or with what it loads: {}. Only modules that are loaded by name "
-                "can be logged; give the program libckscribe.so and a configuration file instead.",
+                "can be logged. Link the program with libckscribe.so instead, and write a configuration "
+                "file.",
                 fmt::join(notices_.linked, ", ")));
-        if (notices_.untouched.empty() && notices_.linked.empty())
-            output_.Say(isNamed ? "Try without -m, or without the argument that names it: then the first "
-                                  "module is logged that is loaded."
+        else if (notices_.untouched.empty())
+            output_.Say(isNamed ? "Leave out -m, or the argument that names it: then the first module is "
+                                  "logged that is loaded."
                                 : "Does it load one with these arguments? A daemon that runs already has to "
                                   "be started by "
                                   "'ckscribe run' itself, and a program that changes its user or root cannot "
