@@ -73,7 +73,7 @@ std::string TextOfBytes(const Value& value) {
 }
 
 std::string TextOfNumber(const Value& value) {
-    const bool isHexadecimal = value.kind == "Flags" || value.kind == "Pointer";
+    const bool isHexadecimal = value.kind == "Flags" || value.kind == "Pointer" || value.name == "flags";
     return isHexadecimal ? fmt::format("{:#x}", *value.number) : fmt::format("{}", *value.number);
 }
 
@@ -181,7 +181,9 @@ std::string CallLine(const Call& call, const CallLineStyle& style) {
                                    : call.hasEnd      ? palette.Bad(result)
                                                       : palette.Notable(result));
     const std::string returned = ValuesText(call.Out());
-    if (!returned.empty()) line += " {" + returned + '}';
+    // One structure has braces of its own.
+    const bool hasBraces = returned.starts_with('{') && call.Out().size() == 1;
+    if (!returned.empty()) line += hasBraces ? ' ' + returned : " {" + returned + '}';
     if (call.nanoseconds) line += ' ' + palette.Quiet('<' + SecondsText(*call.nanoseconds) + '>');
     return line;
 }

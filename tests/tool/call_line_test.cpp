@@ -58,6 +58,13 @@ TEST(CallLine, ListOfWhichOnlyTheLengthWasAsked_ShowsTheCount) {
               "12:33:45.123 15972 C_GetSlotList(tknPresent=false) = CKR_OK {count=2} <0.000181>");
 }
 
+TEST(CallLine, OneStructureThatComesBack_HasOnePairOfBraces) {
+    EXPECT_EQ(
+        LineOf(EndEvent(R"("in":[],"out":[{"kind":"SlotInfo","slotDescription":"a slot","flags":5}])",
+                        "C_GetSlotInfo")),
+        R"(12:33:45.123 15972 C_GetSlotInfo() = CKR_OK {slotDescription="a slot" flags=0x5} <0.000181>)");
+}
+
 TEST(CallLine, FailedCall_ShowsTheNameOfItsResult) {
     EXPECT_EQ(LineOf(EndEvent(R"("in":[{"kind":"PIN","name":"PIN"}],"out":[])", "C_Login",
                               R"("rv":160,"result":"CKR_PIN_INCORRECT")")),

@@ -212,7 +212,7 @@ void Choose(const char* path) {
     if (path[0] != '/') {
         static char directory[kLongestPath];
         if (SystemCall(SYS_getcwd, reinterpret_cast<long>(directory), sizeof directory) <= 0) return;
-        module.Add(directory).Add("/");
+        module.Add(directory).Add(directory[1] == '\0' ? "" : "/");
     }
     module.Add(path);
 }

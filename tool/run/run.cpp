@@ -151,7 +151,7 @@ int RunLogged(const RunOptions& options) {
 
     SupervisedCommand command;
     const int error = command.Start(
-        options.command,
+        file, options.command,
         EnvironmentOfCommand(directory.Path(), obstacle.mayAudit ? PathOfAuditLibrary() : std::string()));
     if (error != 0) return SayNotRun(options.command.front(), file, error);
     std::signal(SIGPIPE, SIG_IGN);

@@ -118,9 +118,11 @@ void RunOutput::SayUnfinished(const std::vector<KeptCall>& unfinished) {
 }
 
 void RunOutput::Say(std::string_view text) {
-    const std::string line = fmt::format("ckscribe: {}\n", text);
     const bool isForPeople = options_.format == RunFormat::kCalls || !options_.hasLog;
-    if (isForPeople)
+    const bool goesThere = isForPeople || descriptor_ == STDERR_FILENO;
+    // A text log's last record waits for the next one to end its line.
+    const std::string line = fmt::format("{}ckscribe: {}\n", goesThere && !isAtLineStart_ ? "\n" : "", text);
+    if (goesThere)
         Write(line);
     else
         fmt::print(stderr, "{}", line);
@@ -128,6 +130,7 @@ void RunOutput::Say(std::string_view text) {
 
 // Also to what others have set to return at once. What cannot be written is lost; the command goes on.
 void RunOutput::Write(std::string_view text) {
+    if (!text.empty()) isAtLineStart_ = text.back() == '\n';
     while (!text.empty()) {
         const ssize_t written = write(descriptor_, text.data(), text.size());
         if (written > 0) {

@@ -51,6 +51,7 @@ private:
     std::string lines_;  // of calls, not yet written
     std::uint64_t calls_ = 0;
     bool isFinishing_ = false;
+    bool isAtLineStart_ = true;
 };
 
 }  // namespace ckscribe

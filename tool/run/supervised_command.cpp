@@ -13,8 +13,7 @@
 #include <ctime>
 
 #include "tool/exit_status.h"
-
-extern char** environ;
+#include "tool/run/elf_file.h"
 
 namespace ckscribe {
 
@@ -25,6 +24,13 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts) {
     for (const std::string& each : texts) pointers.push_back(const_cast<char*>(each.c_str()));
     pointers.push_back(nullptr);
     return pointers;
+}
+
+// How the shell runs a file.
+std::vector<std::string> ShellCommand(const std::string& file, const std::vector<std::string>& command) {
+    std::vector<std::string> words{"/bin/sh", file};
+    words.insert(words.end(), command.begin() + 1, command.end());
+    return words;
 }
 
 // Processes whose parents end become children of this one, so that they can be waited for.
@@ -53,20 +59,24 @@ SupervisedCommand::~SupervisedCommand() {
     sigprocmask(SIG_SETMASK, &formerMask_, nullptr);
 }
 
-int SupervisedCommand::Start(const std::vector<std::string>& command,
+int SupervisedCommand::Start(const std::string& file, const std::vector<std::string>& command,
                              const std::vector<std::string>& environment) {
+    if (file.empty()) return ENOENT;
     AdoptOrphans();
     int errorPipe[2];
     if (pipe2(errorPipe, O_CLOEXEC) != 0) return errno;
     const std::vector<char*> arguments = Pointers(command);
-    std::vector<char*> variables = Pointers(environment);
+    const std::vector<char*> variables = Pointers(environment);
+    const std::vector<std::string> shellCommand = ShellCommand(file, command);
+    const std::vector<char*> shellArguments = Pointers(shellCommand);
     process_ = fork();
     if (process_ == 0) {
         sigaction(SIGCHLD, &formerChildAction_, nullptr);
         sigprocmask(SIG_SETMASK, &formerMask_, nullptr);
-        environ = variables.data();
-        execvp(arguments[0], arguments.data());
+        execve(file.c_str(), arguments.data(), variables.data());
         const int error = errno;
+        if (error == ENOEXEC && ProgramAt(file).kind == ProgramKind::kUnknown)
+            execve(shellArguments[0], shellArguments.data(), variables.data());
         if (write(errorPipe[1], &error, sizeof error) < 0) _exit(kRunFailed);
         _exit(kRunFailed);
     }

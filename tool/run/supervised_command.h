@@ -20,9 +20,11 @@ public:
     SupervisedCommand(const SupervisedCommand&) = delete;
     SupervisedCommand& operator=(const SupervisedCommand&) = delete;
 
-    // Starts `command` with this environment ("NAME=value"). Returns 0, or the system's error when it cannot
-    // be run.
-    int Start(const std::vector<std::string>& command, const std::vector<std::string>& environment);
+    // Starts `command` with this environment ("NAME=value"); `file` is the file of its first word. Text
+    // without an interpreter is run by the shell. Returns 0, or the system's error when the file cannot be
+    // run.
+    int Start(const std::string& file, const std::vector<std::string>& command,
+              const std::vector<std::string>& environment);
 
     // Waits for news, at most so long, and passes signals on. Returns false when nothing is left to wait for:
     // the command and what it left running have ended, or the command has, and the user wants no more.

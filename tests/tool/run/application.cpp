@@ -66,10 +66,10 @@ void SignInThreads(const char* module) {
 // A child signs and ends; another becomes this program anew, and counts slots.
 void ForkAndExecute(const char* self, const char* module) {
     CK_FUNCTION_LIST* const list = Load(module);
-    Sign(list, "parent");
+    Sign(list, "mother");
     std::fflush(stdout);
     if (fork() == 0) {
-        Sign(list, "child");
+        Sign(list, "son");
         _exit(0);
     }
     if (fork() == 0) {
