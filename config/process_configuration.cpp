@@ -10,4 +10,4 @@ Undestroyed<CkLogConfig> theConfiguration;
 
 CkLogConfig& configuration = theConfiguration.object;
 
-void DestroyProcessConfiguration() { configuration.~CkLogConfig(); }
+void ckscribe::DestroyProcessConfiguration() { configuration.~CkLogConfig(); }

@@ -7,5 +7,9 @@
 // destructors of the host may still call the library.
 extern CkLogConfig& configuration;
 
+namespace ckscribe {
+
 // Ends it. Only the library's unloading by dlclose calls this.
 void DestroyProcessConfiguration();
+
+}  // namespace ckscribe

@@ -12,6 +12,8 @@
 
 #include "util/cache_line.h"
 
+namespace ckscribe {
+
 class CallsInTarget {
 public:
     // The line on which a call was counted; each on a cache line of its own. Most threads get one to
@@ -71,3 +73,5 @@ private:
     Line ownLines[64];
     Line sharedLines[kSharedLines];
 };
+
+}  // namespace ckscribe

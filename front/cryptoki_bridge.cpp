@@ -56,9 +56,9 @@ void CryptokiBridge::InitializeStubs() {
     for (Slot& slot : slots) slot.store(StubAddress(), std::memory_order_seq_cst);
 }
 
-void* CryptokiBridge::BoundAfterStart(SlotIndex index, CallsInTarget::Line*& line) {
+void* CryptokiBridge::BoundAfterStart(SlotIndex index, ckscribe::CallsInTarget::Line*& line) {
     for (;;) {
-        CallsInTarget::Leave(*line);
+        ckscribe::CallsInTarget::Leave(*line);
         const unsigned before = changes.load(std::memory_order_seq_cst);
         startAgain();
         line = &callsInTarget.Enter();

@@ -32,7 +32,7 @@ public:
     void Disconnect();
 
     // From here to CallsInTarget::Leave of the result, a Disconnect does not unload the target.
-    CallsInTarget::Line& KeepTarget() { return callsInTarget.Enter(); }
+    ckscribe::CallsInTarget::Line& KeepTarget() { return callsInTarget.Enter(); }
 
     // "Not yet connected.", "Connected.", the last function that was missing, or the loader's words (at most
     // 249 characters). Valid until the next Connect or Disconnect.
@@ -100,12 +100,12 @@ private:
     // unwinding: a thread that ends inside the target meets no code of ours on its way out.
     template <class Function, class... Arguments>
     CK_RV Forward(SlotIndex index, Arguments... arguments) {
-        CallsInTarget::Line* line = &callsInTarget.Enter();
+        ckscribe::CallsInTarget::Line* line = &callsInTarget.Enter();
         void* function = slots[index].load(std::memory_order_seq_cst);
         if (function == StubAddress()) [[unlikely]]
             function = BoundAfterStart(index, line);
         const CK_RV rv = reinterpret_cast<Function>(function)(arguments...);
-        CallsInTarget::Leave(*line);
+        ckscribe::CallsInTarget::Leave(*line);
         return rv;
     }
 
@@ -113,7 +113,7 @@ private:
 
     // The address in a slot where the stub was found, once more, after the library has been started again;
     // the stub only if the target has no such function. `line` is the one on which the call is counted.
-    void* BoundAfterStart(SlotIndex index, CallsInTarget::Line*& line);
+    void* BoundAfterStart(SlotIndex index, ckscribe::CallsInTarget::Line*& line);
 
     bool Load(const char* path);
     bool Bind(const char* path);
@@ -132,7 +132,7 @@ private:
     char failure[kFailureSize] = {};
     Slot slots[kSlotCount];
     std::atomic<unsigned> changes{0};  // of all slots together: at each Disconnect and after each Connect
-    CallsInTarget callsInTarget;
+    ckscribe::CallsInTarget callsInTarget;
 
     static int loadBalancingDisabled;
 };

@@ -18,7 +18,7 @@ constexpr unsigned kTypesInOrder[] = {
 };
 
 constexpr bool TypesAreConsecutive() {
-    unsigned expected = kFirstEntryType;
+    unsigned expected = ckscribe::kFirstEntryType;
     for (const unsigned type : kTypesInOrder) {
         if (type != expected++) return false;
     }
@@ -30,7 +30,7 @@ static_assert(
 
 }  // namespace
 
-FuncEntry funcEntries[kFuncEntryCount] = {
+ckscribe::FuncEntry funcEntries[ckscribe::kFuncEntryCount] = {
 #define CA_ROW(Name, Type, Class, Level, ...) {Class, Level, Generic(Name##CmdStart), Generic(Name##CmdEnd)},
 #define CA_BARE_ROW CA_ROW
 #define CA_GAP_ROW(Type) {QUORVANTH_FUNC, 4, nullptr, nullptr},

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace ckscribe {
+
 struct FuncEntry {
     std::int32_t classBit;
     std::int32_t minLevel;  // the call is logged when the logging level is at least this
@@ -19,7 +21,13 @@ inline constexpr std::size_t kFuncEntryCount = 0
 #include "functions/functions.def"
     ;
 
+}  // namespace ckscribe
+
 // One entry for each command type of the vendor from kFirstEntryType on, in that order.
-extern FuncEntry funcEntries[kFuncEntryCount];
+extern ckscribe::FuncEntry funcEntries[ckscribe::kFuncEntryCount];
+
+namespace ckscribe {
 
 inline FuncEntry& EntryOf(unsigned commandType) { return funcEntries[commandType - kFirstEntryType]; }
+
+}  // namespace ckscribe

@@ -52,10 +52,10 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
 
 }  // namespace
 
-CK_RV WithOwnEntryPoints(CK_RV rv, CK_FUNCTION_LIST_PTR_PTR ppFunctionList) {
+CK_RV ckscribe::WithOwnEntryPoints(CK_RV rv, CK_FUNCTION_LIST_PTR_PTR ppFunctionList) {
     return HandOutOwnEntryPoints(rv, ppFunctionList);
 }
 
-CK_RV WithOwnEntryPoints(CK_RV rv, CK_TOLK_CA_FUNCTION_LIST** ppList) {
+CK_RV ckscribe::WithOwnEntryPoints(CK_RV rv, CK_TOLK_CA_FUNCTION_LIST** ppList) {
     return HandOutOwnEntryPoints(rv, ppList);
 }

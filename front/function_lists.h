@@ -13,8 +13,12 @@ struct CK_TOLK_CA_FUNCTION_LIST {
 #include "functions/functions.def"
 };
 
+namespace ckscribe {
+
 // Both return `rv`. If `rv` is CKR_OK, they overwrite the list that the target returned, except its version,
 // and remember what stood there. If the list cannot be written or remembered, they hand out a copy with the
 // target's version instead, which lives as long as this library. The target must not be unloaded meanwhile.
 CK_RV WithOwnEntryPoints(CK_RV rv, CK_FUNCTION_LIST_PTR_PTR ppFunctionList);
 CK_RV WithOwnEntryPoints(CK_RV rv, CK_TOLK_CA_FUNCTION_LIST** ppList);
+
+}  // namespace ckscribe

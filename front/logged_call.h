@@ -9,13 +9,15 @@
 #include "front/process_bridge.h"
 #include "front/startup.h"
 
+namespace ckscribe {
+
 // Builds and prints one record of the call `event`: calls `build(builder)` under the record lock and behind
 // the shield, unless neither log nor events are open. Nothing of it reaches the application: a record that
 // cannot be built, for want of memory, is left out.
-void MakeRecord(ckscribe::CallEvent& event, void (*build)(const void* builder), const void* builder);
+void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void* builder);
 
 template <class Builder>
-void MakeRecord(ckscribe::CallEvent& event, const Builder& builder) {
+void MakeRecord(CallEvent& event, const Builder& builder) {
     MakeRecord(
         event, [](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
 }
@@ -32,11 +34,13 @@ template <class Start, class Forward, class End>
 CK_RV LoggedCall(const char* function, int classBit, const Start& start, const Forward& forward,
                  const End& end) {
     StartLibrary();
-    ckscribe::CallEvent event;
+    CallEvent event;
     event.Begin(function);
-    if (ckscribe::AreEventsOpen()) NoteBeginOfCall(event);
+    if (AreEventsOpen()) NoteBeginOfCall(event);
     if (configuration.DoWeLogThis(classBit)) MakeRecord(event, Start(start));
-    const CK_RV rv = event.isTimed ? ckscribe::Timed(event, forward) : forward();
+    const CK_RV rv = event.isTimed ? Timed(event, forward) : forward();
     if (configuration.DoWeLogThis(classBit)) MakeRecord(event, [rv, end] { end(rv); });
     return rv;
 }
+
+}  // namespace ckscribe

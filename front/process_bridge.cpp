@@ -10,4 +10,4 @@ Undestroyed<CryptokiBridge> theBridge;
 
 CryptokiBridge& bridge = theBridge.object;
 
-void DestroyProcessBridge() { bridge.~CryptokiBridge(); }
+void ckscribe::DestroyProcessBridge() { bridge.~CryptokiBridge(); }

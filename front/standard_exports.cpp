@@ -11,18 +11,18 @@
 
 #define UNWRAP(...) __VA_ARGS__
 #define LOGGED(Name, Class, Arguments)                                                                \
-    LoggedCall(                                                                                       \
+    ckscribe::LoggedCall(                                                                             \
         "C_" #Name, Class, [=] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
         [=](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
 
 #define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     extern "C" CK_RV C_##Name Parameters { return LOGGED(Name, Class, Arguments); }
 // The list is the target's memory: the target stays until the list has been overwritten.
-#define C_LIST_ROW(Name, Type, Class, Level, Parameters, Arguments)                            \
-    extern "C" CK_RV C_##Name Parameters {                                                     \
-        CallsInTarget::Line& line = bridge.KeepTarget();                                       \
-        const CK_RV rv = WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
-        CallsInTarget::Leave(line);                                                            \
-        return rv;                                                                             \
+#define C_LIST_ROW(Name, Type, Class, Level, Parameters, Arguments)                                      \
+    extern "C" CK_RV C_##Name Parameters {                                                               \
+        ckscribe::CallsInTarget::Line& line = bridge.KeepTarget();                                       \
+        const CK_RV rv = ckscribe::WithOwnEntryPoints(LOGGED(Name, Class, Arguments), UNWRAP Arguments); \
+        ckscribe::CallsInTarget::Leave(line);                                                            \
+        return rv;                                                                                       \
     }
 #include "functions/functions.def"

@@ -66,7 +66,7 @@ void UnlockInChild() {
 
 // Forks are handled from here on: the process may fork while another thread makes the first call.
 __attribute__((constructor)) void Load() {
-    CryptokiBridge::startAgain = StartLibrary;
+    CryptokiBridge::startAgain = ckscribe::StartLibrary;
     pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
 }
 
@@ -127,8 +127,8 @@ __attribute__((destructor)) void Unload() {
         ckscribe::CloseEvents();
         ckscribe::FreeAllInputs();
     }
-    DestroyProcessConfiguration();
-    DestroyProcessBridge();
+    ckscribe::DestroyProcessConfiguration();
+    ckscribe::DestroyProcessBridge();
     FreeRuntimeMemory();
 }
 

@@ -18,8 +18,12 @@ __attribute__((visibility("default"))) void CkLogSpecialFinalize();
 extern std::atomic<int> alreadyInitialized;
 extern std::atomic<int> alreadyFinalized;
 
+namespace ckscribe {
+
 // What exported functions call: CkLogSpecialInitialize without the call once the library has started.
 inline void StartLibrary() {
     if (alreadyInitialized.load(std::memory_order_acquire) == 0) [[unlikely]]
         CkLogSpecialInitialize();
 }
+
+}  // namespace ckscribe

@@ -10,45 +10,46 @@
 namespace {
 
 TEST(CallsInTarget, IsThereACallOrNone) {
-    CallsInTarget calls;
+    ckscribe::CallsInTarget calls;
     EXPECT_TRUE(calls.None());
     auto& first = calls.Enter();
     EXPECT_FALSE(calls.None());
     auto& inside = calls.Enter();  // the target called back
-    CallsInTarget::Leave(inside);
+    ckscribe::CallsInTarget::Leave(inside);
     EXPECT_FALSE(calls.None());
-    CallsInTarget::Leave(first);
+    ckscribe::CallsInTarget::Leave(first);
     EXPECT_TRUE(calls.None());
 }
 
 TEST(CallsInTarget, ACallOfAnotherThreadCounts) {
-    CallsInTarget calls;
-    CallsInTarget::Line* line = nullptr;
+    ckscribe::CallsInTarget calls;
+    ckscribe::CallsInTarget::Line* line = nullptr;
     std::thread([&] { line = &calls.Enter(); }).join();
     EXPECT_FALSE(calls.None());
     auto& own = calls.Enter();
-    CallsInTarget::Leave(own);
+    ckscribe::CallsInTarget::Leave(own);
     EXPECT_FALSE(calls.None());
 }
 
 TEST(CallsInTarget, MoreThreadsThanLinesAreAllCounted) {
     constexpr std::size_t kThreads = 200;
-    CallsInTarget calls;
+    ckscribe::CallsInTarget calls;
     std::atomic<std::size_t> inside{0};
     std::atomic<bool> mayLeave{false};
-    std::vector<CallsInTarget::Line*> lines(kThreads);
+    std::vector<ckscribe::CallsInTarget::Line*> lines(kThreads);
     std::vector<std::thread> threads;
     for (std::size_t i = 0; i < kThreads; ++i) {
         threads.emplace_back([&, i] {
             lines[i] = &calls.Enter();
             ++inside;
             while (!mayLeave) std::this_thread::yield();
-            CallsInTarget::Leave(*lines[i]);
+            ckscribe::CallsInTarget::Leave(*lines[i]);
         });
     }
     while (inside < kThreads) std::this_thread::yield();
     long counted = 0;
-    for (const CallsInTarget::Line* line : std::set<CallsInTarget::Line*>(lines.begin(), lines.end())) {
+    for (const ckscribe::CallsInTarget::Line* line :
+         std::set<ckscribe::CallsInTarget::Line*>(lines.begin(), lines.end())) {
         counted += line->calls;
     }
     EXPECT_EQ(counted, static_cast<long>(kThreads));
@@ -59,11 +60,11 @@ TEST(CallsInTarget, MoreThreadsThanLinesAreAllCounted) {
 }
 
 TEST(CallsInTarget, NoCountIsLostBetweenThreads) {
-    CallsInTarget calls;
+    ckscribe::CallsInTarget calls;
     std::vector<std::thread> threads;
     for (int i = 0; i < 100; ++i) {
         threads.emplace_back([&] {
-            for (int call = 0; call < 2000; ++call) CallsInTarget::Leave(calls.Enter());
+            for (int call = 0; call < 2000; ++call) ckscribe::CallsInTarget::Leave(calls.Enter());
         });
     }
     for (std::thread& thread : threads) thread.join();

@@ -95,7 +95,7 @@ TEST(Functions, StandInTheExpectedOrder) {
 
 TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
     for (const VendorRow& row : vendorRows) {
-        const FuncEntry& entry = EntryOf(row.type);
+        const ckscribe::FuncEntry& entry = ckscribe::EntryOf(row.type);
         EXPECT_EQ(entry.classBit, row.classBit) << row.name;
         EXPECT_EQ(entry.minLevel, row.minLevel) << row.name;
         EXPECT_EQ(entry.start, row.start) << row.name;
@@ -104,25 +104,26 @@ TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
 }
 
 TEST(FuncEntries, AreOneForEachTypeOfTheVendor) {
-    EXPECT_EQ(std::size(funcEntries), kExpectedFunctions.back().type - kFirstEntryType + 1);
-    EXPECT_EQ(kFirstEntryType, 52U);
+    EXPECT_EQ(std::size(funcEntries), kExpectedFunctions.back().type - ckscribe::kFirstEntryType + 1);
+    EXPECT_EQ(ckscribe::kFirstEntryType, 52U);
 }
 
 // Calls are never made through these.
 TEST(FuncEntries, OfTypesWithoutAFunctionHaveNoBuilders) {
     for (const unsigned type : {145U, 146U}) {
-        EXPECT_EQ(EntryOf(type).classBit, 0x40000);
-        EXPECT_EQ(EntryOf(type).minLevel, 4);
-        EXPECT_EQ(EntryOf(type).start, nullptr);
-        EXPECT_EQ(EntryOf(type).end, nullptr);
+        EXPECT_EQ(ckscribe::EntryOf(type).classBit, 0x40000);
+        EXPECT_EQ(ckscribe::EntryOf(type).minLevel, 4);
+        EXPECT_EQ(ckscribe::EntryOf(type).start, nullptr);
+        EXPECT_EQ(ckscribe::EntryOf(type).end, nullptr);
     }
 }
 
 TEST(FuncEntries, FollowTheOrderOfTheList) {
-    ASSERT_EQ(&EntryOf(vendorRows.front().type), &funcEntries[0]);
-    ASSERT_EQ(&EntryOf(vendorRows.back().type), &funcEntries[kFuncEntryCount - 1]);
+    ASSERT_EQ(&ckscribe::EntryOf(vendorRows.front().type), &funcEntries[0]);
+    ASSERT_EQ(&ckscribe::EntryOf(vendorRows.back().type), &funcEntries[ckscribe::kFuncEntryCount - 1]);
     for (std::size_t i = 1; i < vendorRows.size(); ++i) {
-        EXPECT_GT(&EntryOf(vendorRows[i].type), &EntryOf(vendorRows[i - 1].type)) << vendorRows[i].name;
+        EXPECT_GT(&ckscribe::EntryOf(vendorRows[i].type), &ckscribe::EntryOf(vendorRows[i - 1].type))
+            << vendorRows[i].name;
     }
 }
 
