@@ -1,7 +1,7 @@
 // Counts the calls that are inside the target library, so that it is never unloaded under one of them.
 //
-// Any thread may use it at any time. A call that never comes back (its thread ended inside, it left by
-// longjmp) is counted for ever, and the target then stays loaded: the harmless side of the mistake.
+// Any thread may use it at any time. A call may never come back, because its thread ended inside or it left
+// by longjmp. Such a call stays counted, and the target stays loaded. That does no harm.
 #pragma once
 
 #include <pthread.h>
@@ -16,15 +16,15 @@ namespace ckscribe {
 
 class CallsInTarget {
 public:
-    // The line on which a call was counted; each on a cache line of its own. Most threads get one to
-    // themselves and count there without a locked instruction on the way out; the others share some.
+    // A line counts calls; each has a cache line of its own. Most threads get a line to themselves and need
+    // no locked instruction on the way out. The other threads share some lines.
     struct alignas(kCacheLine) Line {
         std::atomic<std::uintptr_t> thread{0};  // the only one that counts here, 0 for none yet, or kShared
         std::atomic<long> calls{0};
     };
 
-    // What is stored before by a thread that then finds None() is seen by every call that enters later; every
-    // call that entered before is seen by None().
+    // If a thread stores a value and then None() is true, every later Enter() sees that value. None() sees
+    // every call that entered before.
     Line& Enter() {
         const std::uintptr_t self = reinterpret_cast<std::uintptr_t>((void*)pthread_self());
         const std::size_t place = self / kSpacing * kSpread >> kShift;

@@ -1,4 +1,4 @@
-// How each logged function of the vendor is logged.
+// Says how each function of the vendor is logged.
 #pragma once
 
 #include <cstddef>

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Whoever calls it may give more words than an export declares.
+// A caller may give more words than an export declares.
 ckscribe::VendorFunction AsVendorFunction(ckscribe::VendorExport* function) {
     return reinterpret_cast<ckscribe::VendorFunction>(reinterpret_cast<void*>(function));
 }
@@ -32,7 +32,7 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
     if (rv != CKR_OK || result == nullptr || *result == nullptr) return rv;
 
     ckscribe::BehindHostShield([result] {
-        // Two threads may ask for the lists at once, and a third one fork.
+        // Two threads may ask for the lists at once, while a third one forks.
         const ckscribe::RecordLock lock(*pCkLogMutex.load(std::memory_order_acquire));
         List own;
         std::memset(&own, 0, sizeof own);  // lists are compared byte by byte
@@ -42,7 +42,7 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
         if (ckscribe::IsWritable(*result, sizeof own) && ckscribe::overwrittenLists.Remember(*result)) {
             PutOwnEntryPoints(**result);
         } else {
-            // Whoever asked before may be reading it.
+            // An earlier caller may be reading it.
             if (std::memcmp(&copyOfReadOnlyList, &own, sizeof own) != 0) copyOfReadOnlyList = own;
             *result = &copyOfReadOnlyList;
         }

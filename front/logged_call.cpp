@@ -17,8 +17,8 @@ void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void
         const RecordLock lock(*recordLock);
         currentCallEvent = event.isTimed ? &event : nullptr;
         const TreeMemory memory;
-        // What an earlier record told of readable memory holds no longer: since then the application may have
-        // unmapped it, and a target that refuses a call has looked at nothing.
+        // What an earlier record found readable may be unmapped by now, and a target that refuses a call
+        // has not looked at it.
         ForgetReadablePages();
         try {
             build(builder);

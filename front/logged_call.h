@@ -1,4 +1,4 @@
-// One call of the application: a record before, the call itself, a record after.
+// A call of the application makes a record before and a record after.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -12,8 +12,8 @@
 namespace ckscribe {
 
 // Builds and prints one record of the call `event`: calls `build(builder)` under the record lock and behind
-// the shield, unless neither log nor events are open. Nothing of it reaches the application: a record that
-// cannot be built, for want of memory, is left out.
+// the shield, unless neither log nor events are open. Nothing of it reaches the application. If there is no
+// memory for a record, it is left out.
 void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void* builder);
 
 template <class Builder>
@@ -22,11 +22,11 @@ void MakeRecord(CallEvent& event, const Builder& builder) {
         event, [](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
 }
 
-// A call of a standard function. The mask is asked before and after, each time on its own: when it changes in
-// between, a call has one record; kept.
+// Makes a call of a standard function. COMPAT: the mask is asked before and after the call, each time anew.
+// If it changes in between, the call has one record.
 //
-// No lock is held across the forwarded call, and nothing here needs clean-up when the thread ends inside it
-// (see host/host_shield.h). The builders hold copies of the arguments, so that a call without a record leaves
+// No lock is held across the forwarded call. Nothing here needs clean-up if the thread ends inside it (see
+// host/host_shield.h). The builders hold copies of the arguments, so that a call without a record leaves
 // the arguments in their registers.
 //
 // `function` is the exported name.

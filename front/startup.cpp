@@ -31,14 +31,14 @@ std::atomic<OrmaMutex*> pCkLogMutex{nullptr};
 
 namespace {
 
-// Start and stop take turns under this lock. It is taken before the record lock, never after it.
+// Start and stop take turns under this lock. A thread takes it before the record lock, never after it.
 alignas(kCacheLine) Undestroyed<OrmaMutex> startMutex;
 
-// What pCkLogMutex points to once the library has started. It needs no memory, so that the lock never fails.
+// pCkLogMutex points to it once the library has started. It needs no memory, so the lock never fails.
 alignas(kCacheLine) Undestroyed<OrmaMutex> recordMutex;
 
-// A target may call exported functions while it is being loaded or unloaded, on the thread that does so; they
-// then go to whatever is bound at that moment.
+// While a target is loaded or unloaded, it may call exported functions on that thread. Such calls go to
+// whatever is bound at that moment.
 bool isStartingOrStopping CKSCRIBE_GUARDED_BY(startMutex.object) = false;
 
 // The check cannot follow a lock from one function to the next.
@@ -52,7 +52,8 @@ CKSCRIBE_UNCHECKED void UnlockInParent() {
     startMutex.object.Unlock();
 }
 
-// In the child the locks belong to a thread of the parent: they cannot be unlocked there, but made anew.
+// In the child the locks belong to a thread of the parent. Nobody can unlock them there; they are made
+// anew.
 void UnlockInChild() {
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->__init();
     startMutex.object.__init();
@@ -64,18 +65,20 @@ void UnlockInChild() {
     ckscribe::OpenEventsAnewInChild();
 }
 
-// Forks are handled from here on: the process may fork while another thread makes the first call.
+// Handles forks from here on: the process may fork while another thread makes the first call.
 __attribute__((constructor)) void Load() {
     CryptokiBridge::startAgain = ckscribe::StartLibrary;
     pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
 }
 
-// Says whether the process ends. exit() calls the exit handlers of an object's destructor in the reverse
-// order of their registration, and lets the loader end the libraries when it meets the loader's own handler,
-// which is registered after the program's libraries are loaded and before the program starts. So the notice
-// of a library that was loaded by dlopen comes before Unload() if it is registered at loading; the notice of
-// a library that the program is linked with does if it is registered at the first use. dlclose calls both
-// after Unload().
+// A static destructor sets this at the end of the process before Unload(), and at dlclose() after it.
+// Unload() tells the two apart by this.
+//
+// exit() runs exit handlers, which such destructors are, in the reverse order of their registration. One of
+// them is the loader's, which runs Unload(). It is registered after the libraries that the program is
+// linked with are loaded, and before the program starts. So two notices are needed: for a library that is
+// loaded by dlopen the one that is registered at loading, and for a library that the program is linked with
+// the one that is registered at the first use.
 bool processEnds = false;
 struct EndNotice {
     ~EndNotice() { processEnds = true; }
@@ -94,7 +97,7 @@ void InitCkLog() CKSCRIBE_NEEDS(startMutex.object) {
     InitializeDescriptorLibrary();
     // Remembered for an application that may not read the configuration later.
     configuration.CkLogErrorFile();
-    // Only now is it known with which permissions the error file is created.
+    // The permissions of the error file are known only now.
     if (*bridge.Failure() != '\0') ReportErrorInLog(bridge.Failure());
 }
 
@@ -150,8 +153,8 @@ void CkLogSpecialFinalize() {
     ckscribe::BehindHostShield([] {
         const ckscribe::OrmaLock lock(startMutex.object);
         if (alreadyFinalized.load() != 0 || isStartingOrStopping) return;
-        // First of all, so that calls of other threads wait for the end and start the library again; they
-        // would find neither log nor target otherwise.
+        // This comes first: calls of other threads then wait for the end and start the library again.
+        // Otherwise they would find neither log nor target.
         alreadyInitialized.store(0, std::memory_order_release);
         isStartingOrStopping = true;
         ExitCkLog();

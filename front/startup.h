@@ -1,9 +1,9 @@
-// Start and stop of the library inside the application's process.
+// Starts and stops the library inside the application's process.
 #pragma once
 
 #include <atomic>
 
-// Both are exported for the host. Any thread may call them at any time; of calls that coincide one does the
+// Both are exported for the host. Any thread may call them at any time. If calls coincide, one does the
 // work and the others wait for it.
 extern "C" {
 
@@ -11,7 +11,7 @@ extern "C" {
 // function calls it first.
 __attribute__((visibility("default"))) void CkLogSpecialInitialize();
 
-// Closes the log and unloads the target; the next call of any exported function starts again.
+// Closes the log and unloads the target. The next call of any exported function starts the library again.
 __attribute__((visibility("default"))) void CkLogSpecialFinalize();
 }
 
@@ -20,7 +20,7 @@ extern std::atomic<int> alreadyFinalized;
 
 namespace ckscribe {
 
-// What exported functions call: CkLogSpecialInitialize without the call once the library has started.
+// Exported functions call this. Once the library has started, it does not call CkLogSpecialInitialize.
 inline void StartLibrary() {
     if (alreadyInitialized.load(std::memory_order_acquire) == 0) [[unlikely]]
         CkLogSpecialInitialize();

@@ -16,18 +16,17 @@ namespace ckscribe {
 
 namespace {
 
-// Descriptor numbers from here on are not what a host gets, expects or selects on; a lower one is kept only
-// where its limit leaves no room above.
+// A host does not get, expect or select on descriptor numbers from here on. Our descriptor moves there,
+// unless the host's limit leaves no room.
 constexpr int kFirstDescriptor = 900;
 
-// Whether the descriptor is still this file's and whether the file's size is limited is asked once in so many
-// appends and whenever the coarse clock has moved (some milliseconds): neither hardly ever changes, and
-// asking every time would cost as much as the append. A file that grows across a limit that was set meanwhile
-// is noticed by its short write; only a limit that the file has reached already can go unnoticed for this
-// short while.
+// The descriptor and the limit of the file size are inspected once in so many appends, and whenever the
+// coarse clock has moved (some milliseconds). Both hardly ever change, and an inspection costs as much as
+// an append. If the file grows across a new limit, the short write shows it. Only a limit that the file has
+// reached already can go unnoticed for this short while.
 constexpr unsigned kAppendsPerInspection = 64;
 
-// How long the rest of a record may wait for a reader that has taken its beginning, in milliseconds.
+// If a reader has taken the beginning of a record, the rest waits for it so long, in milliseconds.
 constexpr long kLongestWait = 100;
 
 constexpr int kOpenFlags = O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
@@ -52,7 +51,8 @@ int OpenToAppend(const char* path, int access, NewFilePermissions permissions) {
     return OpenOrCreate(path, access | kOpenFlags, permissions);
 }
 
-// Of the clock that each system reads without going into the kernel; it moves on some milliseconds at a time.
+// The time of the clock that the system reads without entering the kernel. It moves on some milliseconds at
+// a time.
 long CoarseMilliseconds() {
 #if defined(__FreeBSD__)
     constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
@@ -78,7 +78,7 @@ bool BecomesWritable(int descriptor, long deadline) {
 
 void WriteWhole(int descriptor, std::string_view text) {
     bool begun = false;
-    long deadline = 0;  // none yet
+    long deadline = 0;  // 0: there is none yet
     while (!text.empty()) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written > 0) {
@@ -119,7 +119,7 @@ bool AppendFile::OpenPath(const char* path) {
     return true;
 }
 
-// A relative path may lead elsewhere by the time when the file has to be opened again.
+// A relative path may lead elsewhere when the file has to be opened again.
 void AppendFile::RememberPath(const char* path) {
     std::size_t length = 0;
     if (*path != '/') {
@@ -194,8 +194,8 @@ void AppendFile::Append(std::string_view text) {
     if (descriptor >= 0 && !mayRaiseSignal) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
         if (written == static_cast<ssize_t>(text.size())) return;
-        // Perhaps a limit that was set, or a descriptor that was closed, since it was inspected: what is left
-        // is written behind the shield.
+        // Since the inspection a limit may have been set, or the descriptor closed. The rest is written
+        // behind the shield.
         Inspect();
         if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }

@@ -1,10 +1,10 @@
-// The place where the C++ runtime keeps what a thread has thrown and caught. For a library with a C++ runtime
-// of its own only.
+// The place where the C++ runtime keeps what a thread has thrown and caught. Only a library with a C++
+// runtime of its own may contain it.
 //
-// The runtime's own place is allocated when a thread throws for the first time. The system's loader does
-// that, and ends the process if there is no memory. But want of memory is the very thing that is thrown here.
-// This place is part of every thread from its beginning. It costs 16 of the bytes that the system's loader
-// keeps ready for libraries that are loaded late.
+// The runtime allocates its own place when a thread throws for the first time. The system's loader does
+// that, and ends the process if there is no memory. But this library throws just because there is no
+// memory. The place below is part of every thread from its beginning. It costs 16 of the bytes that the
+// system's loader keeps ready for libraries that are loaded late.
 //
 // Other runtimes (FreeBSD's) keep more than this and do not let it be replaced.
 
@@ -18,7 +18,7 @@
 
 namespace __cxxabiv1 {
 
-// As the C++ ABI lays it down.
+// The C++ ABI prescribes this layout.
 struct __cxa_eh_globals {
     void* caughtExceptions;
     unsigned int uncaughtExceptions;

@@ -9,13 +9,13 @@ namespace ckscribe {
 
 namespace {
 
-// RLIM_INFINITY without a limit.
+// Returns RLIM_INFINITY if there is no limit.
 rlim_t Limit() {
     rlimit limit;
     return getrlimit(RLIMIT_FSIZE, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
 }
 
-// Where the next write begins.
+// Returns where the next write begins.
 off_t PlaceOfWrite(int descriptor, const struct stat& status) {
     return (fcntl(descriptor, F_GETFL) & O_APPEND) != 0 ? status.st_size : lseek(descriptor, 0, SEEK_CUR);
 }

@@ -1,8 +1,8 @@
 // The limit of the size of files that a process has (RLIMIT_FSIZE).
 //
-// A write that begins at the limit raises SIGXFSZ. SignalShield keeps it from the calling thread, which is
-// enough on Linux; FreeBSD sends it to the process, whose other threads may take it. So what exceeds the
-// limit is better not written at all.
+// A write that begins at the limit raises SIGXFSZ. SignalShield keeps it from the calling thread. That is
+// enough on Linux; FreeBSD sends the signal to the process, whose other threads may take it. It is better
+// not to write beyond the limit at all.
 #pragma once
 
 #include <string_view>
@@ -11,8 +11,8 @@ namespace ckscribe {
 
 bool IsFileSizeLimited();
 
-// As much of the beginning of `text` as may be written to `descriptor` now; all of it where there is no limit
-// or no regular file.
+// Returns the beginning of `text` that may be written to `descriptor` now. That is all of it if there is no
+// limit or no regular file.
 std::string_view WithinFileSizeLimit(int descriptor, std::string_view text);
 
 }  // namespace ckscribe

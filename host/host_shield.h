@@ -1,6 +1,5 @@
-// Every stretch of this library's own work inside an application's call runs behind this shield: a
-// cancellation of the thread must not strike while a lock is held, and the application reads the errno that
-// the target left.
+// This library does all of its own work inside an application's call behind this shield. No cancellation of
+// the thread strikes there while a lock is held, and the application reads the errno that the target left.
 #pragma once
 
 #include <pthread.h>
@@ -11,25 +10,25 @@
 
 namespace ckscribe {
 
-// Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it. For
-// host/uncancelled_io.h alone.
+// Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it.
+// Only host/uncancelled_io.h reads it.
 CKSCRIBE_INITIAL_EXEC extern constinit thread_local bool isAsynchronousBehindShield;
 
-// For BehindHostShield alone. A function of its own, so that none of its clean-up becomes part of its
-// callers.
+// Only BehindHostShield calls it. It is a function of its own, so that none of its clean-up becomes part of
+// its callers.
 template <class Work>
 [[gnu::noinline]] void DoShielded(const Work& work) noexcept {
     work();
 }
 
-// Does `work`, which must not throw. The calling thread cannot be cancelled meanwhile, and errno is
-// afterwards what it was before.
+// Does `work`, which must not throw. Meanwhile the calling thread cannot be cancelled. Afterwards errno is
+// what it was before.
 //
-// A cancellation that came meanwhile may end the thread here, and one of a thread that can be cancelled at
-// any instruction may do so anywhere around this. Unwinding then passes through the frames of the exported
-// function. It would end the whole process at an instruction for which a frame's table of clean-ups has no
-// entry, so these frames must have no such table: no object that needs destruction, no try, no noexcept
-// outside `work`.
+// A cancellation that came meanwhile may end the thread here. A thread that can be cancelled at any
+// instruction may end anywhere around this. Unwinding then passes through the frames of the exported
+// function. If such a frame has a table of clean-ups, an instruction without an entry in it ends the whole
+// process. Therefore these frames must have no table: no object that needs destruction, no try and no
+// noexcept outside `work`.
 template <class Work>
 void BehindHostShield(const Work& work) {
     const int error = errno;

@@ -1,4 +1,4 @@
-// Which memory stays: an address there that could be read once can be read ever after.
+// Tells memory that stays: if an address there can be read once, it can be read ever after.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,9 @@ namespace ckscribe {
 // Both systems have pages of this size or a multiple of it.
 inline constexpr std::uintptr_t kPageSize = 4096;
 
-// Whether the page at `page` belongs to the program's own image, to the heap behind it, or to the part of the
-// calling thread's stack that is in use. Told without a system call, and so from below: false for much that
-// lasts as well. What an application maps and unmaps as it goes is never among it.
+// Whether the page at `page` belongs to the program's own image, to the heap behind it, or to the part of
+// the calling thread's stack that is in use. Conservative: it makes no system call, and may return false
+// for memory that stays mapped. It never returns true for what an application maps and unmaps as it goes.
 bool IsLastingPage(std::uintptr_t page);
 
 }  // namespace ckscribe

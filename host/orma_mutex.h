@@ -1,12 +1,13 @@
-// A recursive mutex. Two of them serialise this library: one the printing of records, one its start and stop.
+// A recursive mutex. This library has two: the record lock and the start lock. The start lock is taken
+// first.
 #pragma once
 
 #include <pthread.h>
 
 #include "host/thread_safety.h"
 
-// Any thread may lock and unlock; the same thread may lock several times and must unlock as often. Results of
-// the system's calls are not examined.
+// Any thread may lock and unlock. The same thread may lock several times and must unlock as often. Results
+// of the system's calls are not examined.
 class CKSCRIBE_LOCK("mutex") OrmaMutex {
 public:
     OrmaMutex() { __init(); }
@@ -18,21 +19,21 @@ public:
 
     bool IsValid() const { return mutex != nullptr; }
 
-    // Nothing on an object that is not valid.
+    // Both do nothing if the object is not valid.
     void Lock() CKSCRIBE_ACQUIRES();
     void Unlock() CKSCRIBE_RELEASES();
 
-    // Makes the mutex anew, free and valid, without a look at its state: also for a child made by fork. Gives
-    // the result of pthread_mutex_init; the object counts as valid even when that failed.
+    // Makes the mutex anew, free and valid, whatever its state: a child made by fork may call it for a
+    // locked one. Returns the result of pthread_mutex_init; the object is valid even if that failed.
     int __init();
-    // Destroys the mutex; the object is not valid until __init.
+    // Destroys the mutex. The object is not valid until __init.
     void __fini();
 
 private:
     pthread_mutex_t* mutex = nullptr;  // the mutex below while it is usable, else null
     pthread_mutex_t theMutex;
     pthread_mutexattr_t attributes;
-    int held = 0;  // locks held now; for the debugger
+    int held = 0;  // how many locks are held now; for a debugger
 };
 
 namespace ckscribe {

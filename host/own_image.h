@@ -1,4 +1,4 @@
-// Which addresses are this library's own.
+// Tells which addresses are this library's own.
 #pragma once
 
 namespace ckscribe {

@@ -14,9 +14,9 @@
 
 namespace ckscribe {
 
-// Both systems' kernels copy a new signal mask in before they look at what is to be done with it. Asked to do
-// something that does not exist they change nothing, and answer EFAULT for an address that cannot be read and
-// EINVAL for one that can. The system call is made directly: the C library may look at its arguments first.
+// Both kernels copy a new signal mask in before they look at the operation. Asked for an operation that
+// does not exist, they change nothing; they answer EFAULT if the address cannot be read, and EINVAL if it
+// can. The system call is direct, because the C library may look at its arguments first.
 bool KernelCanRead(std::uintptr_t address) {
     constexpr long kNoSuchOperation = -1;
     constexpr std::size_t kLargestMask = 16;
@@ -33,8 +33,8 @@ bool KernelCanRead(std::uintptr_t address) {
 
 namespace {
 
-// Pages that were found readable. Asking the kernel for every argument in every record would cost as much as
-// writing the record; but an application may unmap a page and name it all the same in a later call.
+// Remembers pages that can be read. To ask the kernel for every argument of every record would cost as much
+// as to write the record. But an application may unmap a page and still name it in a later call.
 struct KnownPage {
     std::uintptr_t page = 0;
     unsigned long epoch = 0;
@@ -62,7 +62,8 @@ bool FirstPageCanBeRead(std::uintptr_t address) {
     return true;
 }
 
-// What an application's length claims may end before a further page, so that it is asked for more often.
+// A wrong length may go beyond the application's memory. Therefore the kernel is asked about further pages
+// more often.
 bool FurtherPageCanBeRead(std::uintptr_t page) {
     return (PlaceOf(page).page == page && IsLastingPage(page)) || CanBeRead(page);
 }

@@ -18,7 +18,7 @@ SignalShield::SignalShield() {
     sigemptyset(&blocked);
     for (const int signal : kSignalsOfWrite) sigaddset(&blocked, signal);
     pthread_sigmask(SIG_BLOCK, &blocked, &before);
-    // A signal that already waits is the host's own and stays.
+    // A signal that waits already is the host's own. It stays.
     sigpending(&pendingBefore);
 }
 

@@ -1,6 +1,6 @@
-// Keeps the signals that a failing write raises, SIGPIPE and SIGXFSZ, from the calling thread's process while
-// it lives, and takes back the ones that were raised meanwhile. The thread's signal mask is as before
-// afterwards.
+// While an object of this class lives, the signals of a failing write, SIGPIPE and SIGXFSZ, do not reach
+// the process through the calling thread. Its end takes back those that were raised meanwhile and restores
+// the thread's signal mask.
 #pragma once
 
 #include <csignal>

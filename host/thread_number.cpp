@@ -7,12 +7,14 @@
 #include <unistd.h>
 #endif
 
+#include "host/thread_local_model.h"
+
 namespace ckscribe {
 
 namespace {
 
 // Like that of host/host_shield.h: no allocation at a thread's first call.
-[[gnu::tls_model("initial-exec")]] constinit thread_local int remembered = 0;
+CKSCRIBE_INITIAL_EXEC constinit thread_local int remembered = 0;
 
 int AskSystem() {
 #if defined(__FreeBSD__)

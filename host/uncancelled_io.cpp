@@ -30,7 +30,7 @@ int PollUncancelled(pollfd* descriptors, nfds_t count, int milliseconds) {
     timespec timeout = {milliseconds / kMillisecondsPerSecond,
                         milliseconds % kMillisecondsPerSecond * kNanosecondsPerMillisecond};
     timespec* const wait = milliseconds < 0 ? nullptr : &timeout;
-    // Some processors' kernels have no other poll.
+    // Some kernels have no other poll.
     return static_cast<int>(syscall(SYS_ppoll, descriptors, count, wait, nullptr, std::size_t{0}));
 }
 
@@ -42,7 +42,8 @@ int CloseUncancelled(int descriptor) {
 int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout) {
     if (!isAsynchronousBehindShield) return sigtimedwait(signals, nullptr, timeout);
 #if defined(__linux__)
-    constexpr std::size_t kKernelsSize = 8;  // of a set of signals; that of the C library is larger
+    constexpr std::size_t kKernelsSize =
+        8;  // the kernel's set of signals is smaller than that of the C library
     return static_cast<int>(syscall(SYS_rt_sigtimedwait, signals, nullptr, timeout, kKernelsSize));
 #else
     return static_cast<int>(syscall(SYS_sigtimedwait, signals, nullptr, timeout));

@@ -1,10 +1,11 @@
-// open, read, write, poll, close and sigtimedwait for what runs behind the host shield (host/host_shield.h):
-// no cancellation of the thread strikes in them. They take, return and set errno as the system's functions of
+// open, read, write, poll, close and sigtimedwait for code behind the host shield (host/host_shield.h): no
+// cancellation of the thread strikes in them. They take, return and set errno as the system's functions of
 // these names do.
 //
-// The system's functions are places where a thread may be cancelled. The GNU C library lets a cancellation
-// strike there that was sent to a thread which can be cancelled at any instruction before the thread put
-// cancellations off; for such a thread alone the kernel is asked directly. Elsewhere that does no harm.
+// The system's functions are places where a thread may be cancelled. Suppose a thread can be cancelled at
+// any instruction, somebody cancels it, and then it puts cancellations off: the GNU C library still lets
+// that cancellation strike there. Only for such a thread these functions ask the kernel directly. Other C
+// libraries do not need that, and it does no harm there.
 #pragma once
 
 #include <poll.h>
