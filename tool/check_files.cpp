@@ -61,7 +61,7 @@ public:
         } else if (errno == ENOENT) {
             CheckMissing();
         } else {
-            TellUnreachable(errno);
+            TellUnreachable(file_.path, errno);
         }
     }
 
@@ -72,30 +72,30 @@ private:
 
     void TellRelative() {
         if (file_.path.starts_with('/')) return;
-        const std::string from = line_ == 0 ? "The key is missing: " : "";
+        const std::string from = line_ == 0 ? "The key is missing: the" : "The";
         Add(Level::kNote,
-            fmt::format("{}{} is {}, relative to the directory in which the application makes its first call "
-                        "(here it "
-                        "would be {}).",
-                        from, file_.name, InQuotes(file_.path), CurrentDirectory()),
+            fmt::format(
+                "{} {} is {}, relative to the directory in which the application makes its first call "
+                "(here it would be {}).",
+                from, file_.name, InQuotes(file_.path), CurrentDirectory()),
             fmt::format("Write the whole path: {} = /FOLDER/{};", file_.key, file_.path));
     }
 
-    void TellUnreachable(int error) {
-        const auto problem = FindPathProblem(file_.path);
+    void TellUnreachable(const std::string& path, int error) {
+        const auto problem = FindPathProblem(path);
         if (problem && problem->error == ENOENT) {
             Add(Level::kWrong,
-                fmt::format("The folder {} does not exist: {} cannot be created.", problem->part, file_.name),
-                "Create it: mkdir -p " + FolderOf(file_.path));
+                fmt::format("The folder {} does not exist: the {} cannot be created.", problem->part,
+                            file_.name),
+                "Create it: mkdir -p " + FolderOf(path));
         } else if (problem && problem->error == ENOTDIR) {
             Add(Level::kWrong,
-                fmt::format("{} is no folder: {} cannot be created.", problem->part, file_.name),
+                fmt::format("{} is no folder: the {} cannot be created.", problem->part, file_.name),
                 "Name a file in a folder.");
         } else {
             Add(Level::kWrong,
-                fmt::format("{} {} cannot be reached: {}: {}.", file_.name, file_.path,
-                            problem ? problem->part : file_.path,
-                            std::strerror(problem ? problem->error : error)),
+                fmt::format("The {} {} cannot be reached: {}: {}.", file_.name, file_.path,
+                            problem ? problem->part : path, std::strerror(problem ? problem->error : error)),
                 "Let the application's user enter every folder above it.");
         }
     }
@@ -103,11 +103,11 @@ private:
     void CheckMissing() {
         const std::string path = FollowLinks(file_.path);
         if (FindPathProblem(path)) {
-            TellUnreachable(ENOENT);
+            TellUnreachable(path, ENOENT);
             return;
         }
         if (path.ends_with('/')) {
-            Add(Level::kWrong, fmt::format("{} {} names a folder.", file_.name, file_.path),
+            Add(Level::kWrong, fmt::format("The {} {} names a folder.", file_.name, file_.path),
                 "Name a file in it.");
             return;
         }
@@ -115,12 +115,13 @@ private:
             struct stat folder = {};
             stat(FolderOf(path).c_str(), &folder);
             Add(Level::kWrong,
-                fmt::format("{} {} is not there and cannot be created in {} ({}): {}.", file_.name,
+                fmt::format("The {} {} is not there and cannot be created in {} ({}): {}.", file_.name,
                             file_.path, FolderOf(path), DescribeOwner(folder), std::strerror(error)),
                 "Let the application's user write to that folder.");
             return;
         }
-        Add(Level::kOk, fmt::format("{} {} is not there yet and can be created.", file_.name, file_.path));
+        Add(Level::kOk,
+            fmt::format("The {} {} is not there yet and can be created.", file_.name, file_.path));
         CheckReaders(ModeOfNewFile(setup_), true);
         CheckSpace(FolderOf(path));
     }
@@ -128,11 +129,11 @@ private:
     void CheckExisting(const struct stat& status) {
         if (S_ISDIR(status.st_mode)) {
             Add(Level::kWrong,
-                fmt::format("{} {} is a directory: nothing is written.", file_.name, file_.path),
+                fmt::format("The {} {} is a directory: nothing is written.", file_.name, file_.path),
                 "Name a file in it.");
         } else if (S_ISSOCK(status.st_mode) || S_ISBLK(status.st_mode)) {
             Add(Level::kWrong,
-                fmt::format("{} {} is no file that can be appended to.", file_.name, file_.path),
+                fmt::format("The {} {} is no file that can be appended to.", file_.name, file_.path),
                 "Name a file.");
         } else if (const int error = TryAppending(file_.path, status, file_.readsToo)) {
             TellNotWritable(status, error);
@@ -144,7 +145,7 @@ private:
     void TellNotWritable(const struct stat& status, int error) {
         const bool lacksReading = file_.readsToo && TryAppending(file_.path, status, false) == 0;
         Add(Level::kWrong,
-            fmt::format("{} {} ({}) cannot be opened for appending{}: {}.", file_.name, file_.path,
+            fmt::format("The {} {} ({}) cannot be opened for appending{}: {}.", file_.name, file_.path,
                         DescribeOwner(status), lacksReading ? ", which needs the right to read, too" : "",
                         std::strerror(error)),
             lacksReading ? "Let the application's user read and write it."
@@ -154,16 +155,16 @@ private:
     void TellWritable(const struct stat& status) {
         if (S_ISFIFO(status.st_mode)) {
             Add(Level::kNote,
-                fmt::format("{} {} is a FIFO: what nobody reads is lost.", file_.name, file_.path),
+                fmt::format("The {} {} is a FIFO: what nobody reads is lost.", file_.name, file_.path),
                 "Keep a reader running, or name a file.");
         } else if (S_ISCHR(status.st_mode)) {
             Add(Level::kNote,
-                fmt::format("{} {} is a device and no file: what it does not take is lost.", file_.name,
+                fmt::format("The {} {} is a device and no file: what it does not take is lost.", file_.name,
                             file_.path),
                 "Name a file.");
         } else {
-            Add(Level::kOk, fmt::format("{} {} can be appended to ({}, {} bytes).", file_.name, file_.path,
-                                        DescribeOwner(status), status.st_size));
+            Add(Level::kOk, fmt::format("The {} {} can be appended to ({}, {} bytes).", file_.name,
+                                        file_.path, DescribeOwner(status), status.st_size));
             CheckReaders(status.st_mode & 07777u, false);
             CheckSpace(file_.path);
         }
@@ -173,7 +174,7 @@ private:
         if (!file_.showsData || (mode & S_IROTH) == 0) return;
         const bool isReachable = IsReachableForOthers(FollowLinks(file_.path));
         Add(isReachable ? Level::kWrong : Level::kNote,
-            fmt::format("{} shows data in clear, and its permissions {} {:04o}: {}", file_.name,
+            fmt::format("The {} shows data in clear, and its permissions {} {:04o}: {}", file_.name,
                         isNew ? "would be" : "are", mode,
                         isReachable ? "everybody may read it." : "only a folder above it keeps others out."),
             isNew ? "Write \"FileMode = 0600;\", or hide data with \"HideData = 1;\"."
@@ -210,7 +211,7 @@ void CheckLog(Setup& setup, Findings& findings) {
         return;
     }
     const bool showsData = setup.settings.HideData() != DataSetting::kHidden;
-    FileCheck(setup, {"File", "The log", path, true, showsData}, findings).Run();
+    FileCheck(setup, {"File", "log", path, true, showsData}, findings).Run();
 }
 
 void CheckErrorFile(Setup& setup, Findings& findings) {
@@ -221,7 +222,7 @@ void CheckErrorFile(Setup& setup, Findings& findings) {
                      "Write the whole path of a file.");
         return;
     }
-    FileCheck(setup, {"Error", "The error file", path, false, false}, findings).Run();
+    FileCheck(setup, {"Error", "error file", path, false, false}, findings).Run();
 }
 
 // "%p" is the process number, "%%" a percent sign.
@@ -242,8 +243,7 @@ std::string EventsPath(const std::string& pattern) {
 void CheckEvents(Setup& setup, Findings& findings) {
     if (!setup.HasEvents()) return;
     const bool showsData = setup.settings.HideData() == DataSetting::kShown;
-    FileCheck(setup,
-              {"Events", "The events file", EventsPath(setup.settings.EventsFileName()), true, showsData},
+    FileCheck(setup, {"Events", "events file", EventsPath(setup.settings.EventsFileName()), true, showsData},
               findings)
         .Run();
 }

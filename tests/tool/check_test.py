@@ -734,7 +734,7 @@ class Files(SetUp):
     def test_directory_of_the_log_is_missing(self):
         self.write(self.section(File=f"{self.directory}/a/b/log.txt"))
         self.assert_found("wrong", "File", 5,
-                          f"The folder {self.directory}/a does not exist: The log cannot be created.",
+                          f"The folder {self.directory}/a does not exist: the log cannot be created.",
                           f"Create it: mkdir -p {self.directory}/a/b")
         self.assert_reached()
         self.assertIn("Could not open capture file", self.errors.read_text())
@@ -798,14 +798,14 @@ class Files(SetUp):
     def test_relative_log(self):
         self.write(self.section(File=None))
         self.assert_found("note", "File", None,
-                          'The key is missing: The log is "log.txt", relative to the directory in which the application makes its '
+                          'The key is missing: the log is "log.txt", relative to the directory in which the application makes its '
                           f"first call (here it would be {self.directory}).", "Write the whole path: File = /FOLDER/log.txt;")
         self.assert_logged(FUNCTIONS)
 
     def test_error_file_is_not_writable(self):
         self.write(self.section(Error=f"{self.directory}/missing/error.txt", LibUNIX64="/missing.so"))
         self.assert_found("wrong", "Error", 6,
-                          f"The folder {self.directory}/missing does not exist: The error file cannot be created.",
+                          f"The folder {self.directory}/missing does not exist: the error file cannot be created.",
                           f"Create it: mkdir -p {self.directory}/missing")
         self.assert_unreached()
         self.assertFalse((self.directory / "missing").exists())
@@ -858,6 +858,31 @@ class Files(SetUp):
         self.assert_logged(FUNCTIONS)
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o644)
 
+    @unittest.skipIf(os.getuid() != 0, "only root can give a file to another user")
+    def test_log_of_another_user_in_a_folder_that_everybody_may_write_to(self):
+        """Whether the system opens it says the system (fs.protected_regular); check has to say the same."""
+        shared = self.directory / "shared"
+        shared.mkdir()
+        shared.chmod(0o1777)
+        log = shared / "log.txt"
+        log.touch()
+        log.chmod(0o666)
+        os.chown(log, NOBODY, NOBODY)
+        self.write(self.section(File=log, HideData=1))
+        wrong = [finding["what"] for finding in self.check() if finding["level"] == "wrong"]
+        self.assert_reached()
+        refused = [f"The log {log} (owner nobody, group nogroup, permissions 0666) cannot be opened for appending: "
+                   "Permission denied."]
+        self.assertEqual(wrong, refused if log.stat().st_size == 0 else [])
+
+    def test_log_behind_a_link_that_leads_nowhere_yet(self):
+        self.log.symlink_to("a/later.txt")
+        self.write(self.section())
+        self.assert_found("wrong", "File", 5, f"The folder {self.directory}/a does not exist: the log cannot be created.")
+        (self.directory / "a").mkdir()
+        self.assert_found("ok", "File", 5, f"The log {self.log} is not there yet and can be created.")
+        self.assert_logged(FUNCTIONS, self.directory / "a/later.txt")
+
     def test_events_file(self):
         events = f"{self.directory}/100%%-events-%p.jsonl"
         self.write(self.section(Events=events))
@@ -868,7 +893,7 @@ class Files(SetUp):
                          [path.name for path in self.directory.glob("*.jsonl")])
         self.write(self.section(Events=f"{self.directory}/missing/events"))
         self.assert_found("wrong", "Events", 9,
-                          f"The folder {self.directory}/missing does not exist: The events file cannot be created.")
+                          f"The folder {self.directory}/missing does not exist: the events file cannot be created.")
         self.assert_reached()
         self.assertIn(f"Could not open events file {self.directory}/missing/events.", self.errors.read_text())
 
