@@ -6,20 +6,13 @@
 
 #include "config/logging_words.h"
 #include "host/host_shield.h"
+#include "util/without_blanks.h"
 
 namespace {
 
 constexpr int kTextSize = CkLogConfig::kLongestWord + 1;
 
 constexpr char kMaskKey[] = "LoggingMask";
-
-// Blanks before a ";" belong to the value; a person does not see them.
-std::string_view WithoutBlanks(std::string_view text) {
-    constexpr char kBlanks[] = " \t";
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == text.npos) return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
-}
 
 ckscribe::NewFilePermissions Permissions(std::string_view octal) {
     constexpr mode_t kMost = 0777;
@@ -94,7 +87,7 @@ const char* CkLogConfig::CkLogErrorFile() {
 int CkLogConfig::IsAnnouncing() const {
     char text[kTextSize];
     const bool isThere = GetConfigurationInfo(GetCkLogSectionName(), "Announce", text, sizeof text);
-    return isThere && WithoutBlanks(text) == "0" ? 0 : 1;
+    return isThere && ckscribe::WithoutBlanks(text) == "0" ? 0 : 1;
 }
 
 ckscribe::FileModeSetting CkLogConfig::FileMode() const {
@@ -103,7 +96,7 @@ ckscribe::FileModeSetting CkLogConfig::FileMode() const {
         return setting;
     const std::string_view value = setting.value;
     const bool mayBeCut = value.size() == sizeof setting.value - 1;
-    if (!mayBeCut) setting.permissions = Permissions(WithoutBlanks(value));
+    if (!mayBeCut) setting.permissions = Permissions(ckscribe::WithoutBlanks(value));
     setting.isRejected = !setting.permissions;
     return setting;
 }
@@ -114,7 +107,8 @@ ckscribe::DataSetting CkLogConfig::HideData() const {
     char value[kTextSize];
     if (!GetConfigurationInfo(GetCkLogSectionName(), "HideData", value, sizeof value))
         return ckscribe::DataSetting::kShownInLog;
-    return WithoutBlanks(value) == "0" ? ckscribe::DataSetting::kShown : ckscribe::DataSetting::kHidden;
+    return ckscribe::WithoutBlanks(value) == "0" ? ckscribe::DataSetting::kShown
+                                                 : ckscribe::DataSetting::kHidden;
 }
 
 int CkLogConfig::SetLoggingMask(const char* value) {

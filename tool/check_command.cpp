@@ -4,15 +4,15 @@
 #include <memory>
 #include <string>
 
-#include "tool/check_entries.h"
-#include "tool/check_files.h"
-#include "tool/check_other_ways.h"
-#include "tool/check_target.h"
-#include "tool/check_values.h"
-#include "tool/configuration_place.h"
+#include "tool/check/check_entries.h"
+#include "tool/check/check_files.h"
+#include "tool/check/check_other_ways.h"
+#include "tool/check/check_target.h"
+#include "tool/check/check_values.h"
+#include "tool/check/other_user.h"
+#include "tool/configuration/configuration_place.h"
 #include "tool/exit_status.h"
 #include "tool/findings.h"
-#include "tool/other_user.h"
 #include "tool/subcommands.h"
 
 namespace ckscribe {

@@ -4,10 +4,11 @@
 #include <memory>
 #include <string>
 
-#include "tool/check_values.h"
-#include "tool/configuration_edit.h"
-#include "tool/configuration_place.h"
-#include "tool/edited_file.h"
+#include "tool/configuration/configuration_edit.h"
+#include "tool/configuration/configuration_place.h"
+#include "tool/configuration/edited_file.h"
+#include "tool/configuration/setup.h"
+#include "tool/configuration/value_problems.h"
 #include "tool/exit_status.h"
 #include "tool/harmless_text.h"
 #include "tool/messages.h"

@@ -4,7 +4,7 @@
 #include <sys/statvfs.h>
 
 #include "tests/temporary_directory.h"
-#include "tool/check_files.h"
+#include "tool/check/check_files.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/check_other_ways.h"
+#include "tool/check/check_other_ways.h"
 
 #include <fmt/core.h>
 #include <sys/stat.h>
@@ -10,6 +10,8 @@
 #include <fstream>
 #include <vector>
 
+#include "util/without_blanks.h"
+
 namespace ckscribe {
 
 namespace {
@@ -17,12 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kP11KitFolder[] = CKSCRIBE_P11_KIT_MODULES;
-
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(" \t\r");
-    if (begin == text.npos) return {};
-    return text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
-}
 
 // A line that gives a module its library.
 struct NamedModule {
@@ -40,9 +36,9 @@ std::vector<NamedModule> ModulesIn(const std::string& file, const std::vector<st
         ++number;
         const std::size_t place = line.find(sign);
         if (place == line.npos) continue;
-        const std::string_view key = Trimmed(std::string_view(line).substr(0, place));
+        const std::string_view key = WithoutBlanks(std::string_view(line).substr(0, place));
         if (std::ranges::find(keys, key) == keys.end()) continue;
-        modules.push_back({std::string(Trimmed(std::string_view(line).substr(place + 1))), number});
+        modules.push_back({std::string(WithoutBlanks(std::string_view(line).substr(place + 1))), number});
     }
     return modules;
 }

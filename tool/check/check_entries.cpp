@@ -1,4 +1,4 @@
-#include "tool/check_entries.h"
+#include "tool/check/check_entries.h"
 
 #include <fmt/core.h>
 
@@ -6,10 +6,10 @@
 #include <cctype>
 #include <string>
 
+#include "tool/check/written_entries.h"
+#include "tool/configuration/logging_keys.h"
 #include "tool/harmless_text.h"
-#include "tool/logging_keys.h"
 #include "tool/nearest_name.h"
-#include "tool/written_entries.h"
 
 namespace ckscribe {
 

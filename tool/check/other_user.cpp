@@ -1,4 +1,4 @@
-#include "tool/other_user.h"
+#include "tool/check/other_user.h"
 
 #include <fmt/core.h>
 #include <grp.h>

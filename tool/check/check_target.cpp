@@ -1,4 +1,4 @@
-#include "tool/check_target.h"
+#include "tool/check/check_target.h"
 
 #include <elf.h>
 #include <fcntl.h>
@@ -11,8 +11,8 @@
 #include <cstring>
 
 #include "functions/pkcs11_names.h"
+#include "tool/check/target_probe.h"
 #include "tool/harmless_text.h"
-#include "tool/target_probe.h"
 
 namespace ckscribe {
 

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "config/logging_configuration.h"
-#include "tool/configuration_text.h"
+#include "tool/configuration/configuration_text.h"
+#include "tool/configuration/logging_keys.h"
 #include "tool/findings.h"
-#include "tool/logging_keys.h"
 
 namespace ckscribe {
 

@@ -1,4 +1,4 @@
-#include "tool/function_count.h"
+#include "tool/check/function_count.h"
 
 #include <algorithm>
 #include <iterator>

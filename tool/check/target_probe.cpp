@@ -1,4 +1,4 @@
-#include "tool/target_probe.h"
+#include "tool/check/target_probe.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "tool/check_files.h"
+#include "tool/check/check_files.h"
 
 #include <fmt/core.h>
 #include <sys/stat.h>

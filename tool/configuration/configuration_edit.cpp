@@ -1,4 +1,4 @@
-#include "tool/configuration_edit.h"
+#include "tool/configuration/configuration_edit.h"
 
 #include <fmt/core.h>
 
@@ -7,7 +7,7 @@
 #include <map>
 #include <set>
 
-#include "tool/configuration_text.h"
+#include "tool/configuration/configuration_text.h"
 #include "tool/findings.h"
 #include "tool/harmless_text.h"
 

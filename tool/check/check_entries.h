@@ -1,7 +1,7 @@
 // What `ckscribe check` says about the syntax of a configuration file.
 #pragma once
 
-#include "tool/configuration_text.h"
+#include "tool/configuration/configuration_text.h"
 #include "tool/findings.h"
 
 namespace ckscribe {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tool/setup.h"
+#include "tool/configuration/setup.h"
 
 namespace ckscribe {
 

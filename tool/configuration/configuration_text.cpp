@@ -1,4 +1,4 @@
-#include "tool/configuration_text.h"
+#include "tool/configuration/configuration_text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,9 @@
-#include "tool/written_entries.h"
+#include "tool/check/written_entries.h"
 
 #include <algorithm>
 #include <cctype>
+
+#include "util/without_blanks.h"
 
 namespace ckscribe {
 
@@ -13,12 +15,6 @@ constexpr std::string_view kQuotes = "\"'`";
 
 bool IsNameCharacter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '-' || c == '.';
-}
-
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == text.npos) return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
 class Reader {
@@ -49,16 +45,16 @@ private:
     // "Name =" whose "{" stands on a line of its own.
     bool IsHeadOfNextLine(std::size_t end) {
         const std::size_t next = text_.find_first_not_of(kSpaces, end);
-        const std::string_view piece = Trimmed(text_.substr(place_, end - place_));
+        const std::string_view piece = WithoutBlanks(text_.substr(place_, end - place_));
         if (next == text_.npos || text_[next] != '{' || !piece.ends_with('=')) return false;
         OpenSection(piece);
         return true;
     }
 
     void OpenSection(std::string_view head) {
-        std::string_view name = Trimmed(head);
+        std::string_view name = WithoutBlanks(head);
         const bool hasEquals = name.ends_with('=');
-        if (hasEquals) name = Trimmed(name.substr(0, name.size() - 1));
+        if (hasEquals) name = WithoutBlanks(name.substr(0, name.size() - 1));
         // Marks before the name do not belong to it.
         while (!name.empty() && !IsNameCharacter(name.front())) name.remove_prefix(1);
         if (name.empty()) return;
@@ -66,10 +62,10 @@ private:
     }
 
     bool OpenBrackets(std::string_view piece) {
-        const std::string_view line = Trimmed(piece);
+        const std::string_view line = WithoutBlanks(piece);
         const std::size_t end = line.find(']');
         if (!line.starts_with('[') || end == line.npos) return false;
-        Open(Trimmed(line.substr(1, end - 1)), SectionStyle::kBrackets);
+        Open(WithoutBlanks(line.substr(1, end - 1)), SectionStyle::kBrackets);
         return true;
     }
 
@@ -98,10 +94,11 @@ private:
             ++sign;
         if (name == piece.size()) return;
         const bool hasSign = sign < piece.size() && (piece[sign] == '=' || piece[sign] == ':');
-        file_.entries.push_back({piece.substr(name, nameEnd - name), place_ + name,
-                                 piece.substr(nameEnd, sign - nameEnd), hasSign ? piece[sign] : ' ',
-                                 Trimmed(piece.substr(std::min(hasSign ? sign + 1 : sign, piece.size()))),
-                                 current_, IsInComment()});
+        file_.entries.push_back(
+            {piece.substr(name, nameEnd - name), place_ + name, piece.substr(nameEnd, sign - nameEnd),
+             hasSign ? piece[sign] : ' ',
+             WithoutBlanks(piece.substr(std::min(hasSign ? sign + 1 : sign, piece.size()))), current_,
+             IsInComment()});
     }
 
     bool IsInComment() const {

@@ -1,4 +1,4 @@
-#include "tool/configuration_place.h"
+#include "tool/configuration/configuration_place.h"
 
 #include <fcntl.h>
 #include <fmt/core.h>

@@ -1,7 +1,7 @@
 // What `ckscribe check` says about the target library.
 #pragma once
 
-#include "tool/setup.h"
+#include "tool/configuration/setup.h"
 
 namespace ckscribe {
 

@@ -1,7 +1,7 @@
 // What `ckscribe check` says about the files that the library writes.
 #pragma once
 
-#include "tool/setup.h"
+#include "tool/configuration/setup.h"
 
 namespace ckscribe {
 

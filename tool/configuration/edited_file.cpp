@@ -1,4 +1,4 @@
-#include "tool/edited_file.h"
+#include "tool/configuration/edited_file.h"
 
 #include <fcntl.h>
 #include <fmt/core.h>
