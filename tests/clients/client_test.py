@@ -7,7 +7,8 @@ the old one. What the client prints, returns and writes must be the same each ti
 the same names of files: its module is a symbolic link, and the directory is moved out of the way in between.
 
 Programs are called with the paths of libckscribe.so, of SoftHSM's library, of a target that lacks none of the
-vendor's functions, and of the program that searches logs for PINs (tests/secrets/find_secrets.cpp).
+vendor's functions, and of the program that searches logs for PINs (tests/secrets/find_secrets.cpp). If the path of the
+command `ckscribe` follows, the session is held twice instead: straight, and with `ckscribe run` before each command.
 """
 
 import difflib
@@ -21,7 +22,9 @@ import tempfile
 
 from call_log import records_of_new_log, records_of_old_log
 
-LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:])
+PATHS = [str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:]]
+LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = PATHS[:4]
+TOOL = PATHS[4] if len(PATHS) > 4 else None
 HERE = pathlib.Path(__file__).resolve().parent
 EXPECTED_FUNCTIONS = HERE.parent / "expected_functions.def"
 
@@ -62,6 +65,7 @@ class Place:
         self.module = str(self.directory / "module.so")
         self.transcript = []
         self.announces = False
+        self.runs = None  # with `ckscribe run`: how many commands there were
         self.environment = {
             "PATH": os.environ["PATH"],
             "HOME": str(self.directory),
@@ -87,7 +91,7 @@ class Place:
         if shutil.which(command[0]) is None:
             fail(f"there is no {command[0]}: install it, or run ./check, which does")
         done = subprocess.run(
-            command,
+            [*self._before(), *command],
             cwd=self.directory,
             env=self.environment | environment,
             input=input,
@@ -101,6 +105,12 @@ class Place:
         self.note("standard output", output, varies)
         self.note("standard error", done.stderr, varies)
         return output.decode(errors="replace")
+
+    def _before(self):
+        if self.runs is None:
+            return []
+        self.runs += 1
+        return [TOOL, "run", "--data", "-o", self.directory / f"run.{self.runs}", "--"]
 
     def keep(self, *names):
         """Notes what is in files that the client wrote."""
@@ -205,6 +215,50 @@ def check_pairs(records):
         fail(f"starts without an end: {[record.text for record in open_calls.values()]}")
 
 
+def check_calls(lines, expected):
+    """Each end record of `expected` has to have its call among the lines of `ckscribe run`, in this order."""
+    calls = [re.fullmatch(r"\S+ \d+ (C_\w+)\(.*\) = (CKR_\w+)( \{.*\})? <\S+>", line) for line in lines]
+    remaining = iter([call.group(1, 2) for call in calls if call])
+    for text in expected:
+        record = re.match(r"FINI(\w+) \**(CKR_\w+)", text)
+        if record is None:
+            continue
+        wanted = ("C_" + record.group(1).replace("_", ""), record.group(2))
+        if wanted not in remaining:
+            fail(f"no call, or none in this place, is {wanted}. The lines are:\n" + "\n".join(lines))
+
+
+def compare_with_run(session, expected, target):
+    """Holds the session straight and with `ckscribe run`, and compares what the client does."""
+    with tempfile.TemporaryDirectory(prefix="ckscribe-client.") as root:
+        root = pathlib.Path(root)
+        session_directory = root / "session"
+        make_token(Place(session_directory))
+        session_directory.rename(root / "prepared")
+        transcripts = {}
+        for name in ("straight", "run"):
+            shutil.copytree(root / "prepared", session_directory)
+            place = Place(session_directory)
+            place.use_module(target)
+            del place.environment["WendrafilConfigurationPath"]
+            place.runs = 0 if name == "run" else None
+            session(place)
+            transcripts[name] = place.transcript
+            session_directory.rename(root / name)
+        expect_same("the client behaves differently with `ckscribe run`", transcripts["straight"], transcripts["run"])
+
+        outputs = [root / "run" / f"run.{number + 1}" for number in range(place.runs)]
+        search = subprocess.run([FIND_SECRETS, *outputs], capture_output=True, text=True)
+        if search.returncode != 0:
+            fail("the output holds " + search.stdout + search.stderr)
+        lines = [line for output in outputs for line in output.read_text().splitlines()]
+        for line in lines:
+            if "libckscribe.so says" in line or "never returned" in line:
+                fail(line)
+        check_calls(lines, expected)
+        print(f"{len(transcripts['run'])} lines the same twice, {len(lines)} lines of `ckscribe run`")
+
+
 def compare_sessions(session, expected, target=SOFTHSM, in_order=True):
     """Holds `session(place)` three times and compares.
 
@@ -212,6 +266,9 @@ def compare_sessions(session, expected, target=SOFTHSM, in_order=True):
     `target`: the PKCS#11 library through which the client reaches the token.
     `in_order`: the client makes its calls in the same order each time.
     """
+    if TOOL:
+        compare_with_run(session, expected, target)
+        return
     with tempfile.TemporaryDirectory(prefix="ckscribe-client.") as root:
         root = pathlib.Path(root)
         session_directory = root / "session"
