@@ -102,7 +102,7 @@ int CallJoiner::FindStart(const OpenCalls& open, const std::deque<OpenCall>& poo
     for (int i = newest; i >= 0 && end.isFunctionCertain; --i) {
         if (startOf(i).function == end.function) return i;
     }
-    if (end.isFunctionCertain && !end.mayBeAnother) return -1;
+    if (end.isFunctionCertain) return -1;
     for (int i = newest; i >= 0; --i) {
         if (startOf(i).printed == end.printed) return i;
     }

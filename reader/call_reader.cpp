@@ -9,7 +9,8 @@ void CallReader::Feed(std::string_view bytes) {
         const std::string_view piece = bytes.substr(0, kPiece);
         bytes.remove_prefix(piece.size());
         text.Add(piece);
-        Parse(LogParser::Rest::kComes);
+        // Only a line's end completes a record.
+        if (piece.find('\n') != piece.npos || text.IsTooLong()) Parse(LogParser::Rest::kComes);
     }
 }
 

@@ -310,7 +310,6 @@ LogParser::Outcome LogParser::ReadBody(std::string_view text, std::size_t begin,
     const std::string_view body = text.substr(begin);
     const PrintedFunction& printed = *record.printed;
     record.function = printed.functions[0];
-    record.mayBeAnother = printed.count > 1;
     ChildrenEnd read;
     bool needsMore = false;
     for (unsigned i = 0; i < printed.count && read.outcome != ChildrenOutcome::kRead; ++i) {

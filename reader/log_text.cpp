@@ -8,6 +8,7 @@ void LogText::Add(std::string_view more) {
     // What was dropped goes, as soon as it is more than what is left.
     if (begin > bytes.size() - begin) {
         bytes.erase(0, begin);
+        lastLine -= std::min(lastLine, begin);
         begin = 0;
     }
     while (!more.empty()) {
@@ -18,16 +19,15 @@ void LogText::Add(std::string_view more) {
             if (end != more.npos) EndLongLine();
             continue;
         }
+        if (const std::size_t end = more.rfind('\n'); end != more.npos) lastLine = bytes.size() + end + 1;
         bytes += more;
-        const std::size_t lastLine = bytes.rfind('\n');
-        const std::size_t lineBegin = std::max(lastLine == bytes.npos ? 0 : lastLine + 1, begin);
-        if (bytes.size() - lineBegin <= kLongestLine) return;
+        if (bytes.size() - lastLine <= kLongestLine) return;
         isLong = true;
-        isEvent = bytes[lineBegin] == '{';
+        isEvent = bytes[lastLine] == '{';
         lineEnd.clear();
         leftOut = 0;
-        const std::string rest = bytes.substr(lineBegin + kLongestLine);
-        bytes.resize(lineBegin + kLongestLine);
+        const std::string rest = bytes.substr(lastLine + kLongestLine);
+        bytes.resize(lastLine + kLongestLine);
         AddToLongLine(rest);
         return;
     }
@@ -66,11 +66,7 @@ void LogText::EndLongLine() {
 
 std::string_view LogText::View() {
     bytes.reserve(bytes.size() + kEventPadding);
-    std::size_t end = bytes.size();
-    if (isLong) {
-        const std::size_t lastLine = bytes.rfind('\n');
-        end = lastLine == bytes.npos || lastLine < begin ? begin : lastLine + 1;
-    }
+    const std::size_t end = isLong ? std::max(lastLine, begin) : bytes.size();
     return std::string_view(bytes).substr(begin, end - begin);
 }
 

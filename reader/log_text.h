@@ -37,10 +37,11 @@ public:
 private:
     void AddToLongLine(std::string_view more);
     void EndLongLine();
-    void Pad();
 
     std::string bytes;
     std::size_t begin = 0;
+    // Where the last line begins, which has no end yet.
+    std::size_t lastLine = 0;
 
     // Of a long line: what follows its beginning, which is at the end of `bytes`.
     bool isLong = false;

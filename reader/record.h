@@ -15,8 +15,6 @@ struct Record {
     bool isStart = false;
     // False for an end record that several functions print alike; `function` is then the standard's.
     bool isFunctionCertain = true;
-    // Other functions print the same name.
-    bool mayBeAnother = false;
     bool hasThread = false;
     bool hasRv = false;
     bool hasNanoseconds = false;

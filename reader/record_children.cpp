@@ -713,6 +713,8 @@ Value ValueOf(const ChildToken& token) {
             value.isGroup = true;
             break;
         case Shape::kSerial:
+            SetBytes(value, 'S', "<null>");
+            break;
         case Shape::kPolicies:
         case Shape::kAny:
             break;

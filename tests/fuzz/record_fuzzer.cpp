@@ -4,8 +4,8 @@
 // - the target gets the words, the application gets the result, and nobody but the target changes the memory;
 // - a call has a start record and an end record, whole and with nothing between or behind them;
 // - each record names the function and the result. It has the children that the function's records have, with
-// the
-//   numbers, bytes and structures of the words and the memory, and with masks for secrets.
+//   the numbers, bytes and structures of the words and the memory, and with masks for secrets;
+// - reader/ makes one call of them, with the same values.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -31,6 +31,7 @@
 #include "tests/faults/arguments_of_functions.h"
 #include "tests/fuzz/call_memory.h"
 #include "tests/fuzz/expected_records.h"
+#include "tests/fuzz/read_back.h"
 #include "tests/fuzz/record_reader.h"
 
 namespace {
@@ -321,8 +322,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     RecordReader reader(log, isNew);
     if (!isListOfVendor) {
+        const ExpectedRecord end = ExpectedEnd(function, words, memory, rv);
         reader.Read(start);
-        reader.Read(ExpectedEnd(function, words, memory, rv));
+        reader.Read(end);
+        RequireReadBack(log, function.function, start, end);
     }
     reader.ReadEnd();
 
