@@ -98,7 +98,7 @@ private:
 struct UnreadableStretch {
     Place place;
     std::uint64_t lines = 0;
-    std::string_view beginning;  // of its first line, at most 200 bytes
+    std::string beginning;  // of its first line, at most 200 bytes
 };
 
 // Takes what a reader finds, in the order of the log. A call comes with its end; calls without an end come

@@ -135,7 +135,6 @@ void FillField(std::optional<std::uint64_t>& field, std::uint64_t number) {
 }  // namespace
 
 std::size_t LogParser::Parse(std::string_view text, Rest rest, Found& found) {
-    beginnings.clear();
     const bool maySkip = rest == Rest::kIsThere || rest == Rest::kIsTooLong;
     std::size_t position = 0;
     while (position < text.size()) {
@@ -201,8 +200,7 @@ void LogParser::AddUnreadable(std::string_view bad) {
 
 void LogParser::EndStretch(Found& found) {
     if (stretchLines == 0) return;
-    beginnings.push_back(std::move(stretchBeginning));
-    found.stretches.push_back({{0, stretchLine}, stretchLines, beginnings.back()});
+    found.stretches.push_back({{0, stretchLine}, stretchLines, stretchBeginning});
     stretchLines = 0;
 }
 

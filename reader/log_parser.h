@@ -76,8 +76,6 @@ private:
     std::uint64_t stretchLine = 0;
     std::uint64_t stretchLines = 0;
     std::string stretchBeginning;
-    // Beginnings that stretches point to; each lasts until the next Parse.
-    std::vector<std::string> beginnings;
 };
 
 }  // namespace ckscribe

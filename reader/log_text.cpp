@@ -70,6 +70,29 @@ std::string_view LogText::View() {
     return std::string_view(bytes).substr(begin, end - begin);
 }
 
+void LogText::TakeBehind(const LogText& other, std::size_t done) {
+    const std::size_t from = other.begin + done;
+    bytes.assign(other.bytes, from, std::string::npos);
+    begin = 0;
+    lastLine = other.lastLine - std::min(other.lastLine, from);
+    isLong = other.isLong;
+    isEvent = other.isEvent;
+    lineEnd = other.lineEnd;
+    leftOut = other.leftOut;
+}
+
+void LogText::TakeRest(LogText& other) {
+    // The memory of this one serves again.
+    bytes.assign(other.bytes);
+    begin = other.begin;
+    lastLine = other.lastLine;
+    isLong = other.isLong;
+    isEvent = other.isEvent;
+    lineEnd = std::move(other.lineEnd);
+    leftOut = other.leftOut;
+    other = LogText();
+}
+
 void LogText::End() {
     if (isLong) EndLongLine();
 }

@@ -32,6 +32,11 @@ public:
     // The text ends here, also that of a long line.
     void End();
 
+    // Becomes what `other` has behind the first `done` bytes of its view, and leaves `other` its view.
+    void TakeBehind(const LogText& other, std::size_t done);
+    // Becomes `other`, which is then empty.
+    void TakeRest(LogText& other);
+
     bool IsTooLong() const { return bytes.size() - begin > kLongestRecord; }
 
 private:

@@ -14,7 +14,7 @@ public:
     void OnCall(const Call& call) override { calls.emplace_back(call); }
     void OnUnreadable(const UnreadableStretch& stretch) override {
         stretches.push_back(stretch);
-        beginnings.emplace_back(stretch.beginning);
+        beginnings.push_back(stretch.beginning);
     }
 
     const Call& operator[](std::size_t i) const { return calls.at(i).Get(); }

@@ -1,0 +1,30 @@
+// Which of several log files are one log that was rotated: "log.txt", "log.txt.1", "log.txt.2.gz",
+// "log.txt-20261121.xz".
+//
+// Pure functions: any thread may call them at any time.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ckscribe {
+
+// What a file's name says about its place in a family.
+struct RotatedName {
+    std::string log;      // the name without what rotation and compression added
+    std::string date;     // digits of its date; empty: none
+    unsigned number = 0;  // the greater, the older; 0: none
+};
+RotatedName ReadRotatedName(std::string_view path);
+
+// The indexes of a family's files in `paths`, the oldest first.
+using LogFamily = std::vector<std::uint32_t>;
+
+// Every path belongs to one family; families stand in the order of their first paths. Standard input ("-") is
+// a family of its own.
+std::vector<LogFamily> FamiliesOf(std::span<const std::string> paths);
+
+}  // namespace ckscribe
