@@ -1,9 +1,10 @@
-// What `ckscribe report` finds in logs: numbers and short lists, whatever the size of the logs. The texts, the JSON and
-// the page all print this.
+// What `ckscribe report` finds in logs: numbers and short lists, whatever the size of the logs. The texts,
+// the JSON and the page all print this.
 #pragma once
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -117,9 +118,9 @@ struct Report {
     Sighting first;
     Sighting last;
 
-    std::vector<FunctionFigures> functions;  // most calls first
-    std::vector<ResultFigures> results;      // by function, most frequent first
-    std::vector<ReportedCall> unfinishedCalls;     // the first of them
+    std::vector<FunctionFigures> functions;              // most calls first
+    std::vector<ResultFigures> results;                  // by function, most frequent first
+    std::vector<ReportedCall> unfinishedCalls;           // the first of them
     std::vector<UnreadableStretch> unreadableStretches;  // the first of them
     std::uint64_t sessionsOpened = 0;
     std::uint64_t sessionsClosed = 0;
@@ -127,10 +128,10 @@ struct Report {
     std::uint64_t openSessionCount = 0;
     std::vector<LoginFailure> loginFailures;
     std::vector<SlotFigures> slots;
-    std::vector<KeyFigures> keys;            // most operations first
-    std::vector<Repetition> retries;         // of failing calls, the longest row first
-    std::vector<Repetition> polling;         // of calls that only ask
-    LatencyHistogram pauses;                 // between the end of a thread's call and its next one; events only
+    std::vector<KeyFigures> keys;     // most operations first
+    std::vector<Repetition> retries;  // of failing calls, the longest row first
+    std::vector<Repetition> polling;  // of calls that only ask
+    LatencyHistogram pauses;          // between the end of a thread's call and its next one; events only
     std::vector<Remark> remarks;
 
     // The place of a sighting.

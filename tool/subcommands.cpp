@@ -7,6 +7,7 @@ void AddSubcommands(CLI::App& app, int& status) {
     AddRunCommand(app, status);
     AddCheckCommand(app, status);
     AddConfCommand(app, status);
+    AddReportCommand(app, status);
 }
 
 }  // namespace ckscribe

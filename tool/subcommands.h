@@ -11,6 +11,7 @@ namespace ckscribe {
 void AddRunCommand(CLI::App& app, int& status);
 void AddCheckCommand(CLI::App& app, int& status);
 void AddConfCommand(CLI::App& app, int& status);
+void AddReportCommand(CLI::App& app, int& status);
 
 // Adds them all.
 void AddSubcommands(CLI::App& app, int& status);

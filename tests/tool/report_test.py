@@ -1,0 +1,240 @@
+"""Reports of logs whose content is known."""
+import gzip
+import json
+import lzma
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+import jsonschema
+
+from made_logs import make_logs
+from tool_test import ARGUMENTS, TOOL, ckscribe, main
+
+MAKER, SHARE = ARGUMENTS[:2]
+SCHEMA = json.loads((pathlib.Path(SHARE) / "ckscribe/report.schema.json").read_text())
+FOLDER, EXPECTED = make_logs(MAKER, "--calls", "20000", "--damage", "100", "--processes", "8")
+NEW, OLD, EVENTS, DAMAGED = (FOLDER / name for name in ("new.log", "old.log", "events.jsonl", "damaged.log"))
+TOTALS = ("calls", "errors", "unfinished", "unreadable", "processes", "threads")
+
+
+def report(*arguments, status=0, **options):
+    done = ckscribe("report", "--json", *map(str, arguments), **options)
+    assert done.returncode == status, (done.returncode, done.stderr)
+    result = json.loads(done.stdout)
+    jsonschema.validate(result, SCHEMA)
+    return result
+
+
+def totals(result):
+    return {key: result[key] for key in TOTALS}
+
+
+def results(result):
+    return sorted((row["function"], row["result"], row["rv"], row["count"]) for row in result["results"])
+
+
+class Figures(unittest.TestCase):
+    def test_all_formats_give_the_calls_that_were_made(self):
+        expected = {key: EXPECTED[key] for key in TOTALS}
+        self.assertEqual(totals(report(NEW)), expected)
+        self.assertEqual(totals(report(EVENTS)), expected)
+        self.assertEqual(totals(report(OLD)), {**expected, "threads": None})
+
+    def test_functions_and_results_are_those_of_the_calls(self):
+        rows = sorted((r["function"], r["result"], r["rv"], r["count"]) for r in EXPECTED["results"])
+        for log in (NEW, OLD, EVENTS):
+            with self.subTest(log.name):
+                result = report(log)
+                self.assertEqual(results(result), rows)
+                functions = {row["function"]: row for row in result["functions"]}
+                self.assertEqual(functions.keys(), EXPECTED["functions"].keys())
+                for name, row in functions.items():
+                    for field in ("calls", "errors", "unfinished"):
+                        self.assertEqual(row[field], EXPECTED["functions"][name][field], f"{name} {field}")
+                counts = [row["calls"] for row in result["functions"]]
+                self.assertEqual(counts, sorted(counts, reverse=True))
+
+    def test_durations_of_events_are_exact_in_total_and_maximum_and_within_one_percent_else(self):
+        for row in report(EVENTS)["functions"]:
+            known = EXPECTED["functions"][row["function"]]
+            self.assertEqual((row["total_ns"], row["max_ns"]), (known["total_ns"], known["max_ns"]))
+            for field in ("p50_ns", "p95_ns", "p99_ns"):
+                self.assertAlmostEqual(row[field] / known[field], 1, delta=0.01)
+
+    def test_text_logs_have_no_durations(self):
+        for row in report(NEW)["functions"]:
+            self.assertEqual({row[key] for key in ("total_ns", "p50_ns", "p95_ns", "p99_ns", "max_ns")}, {None})
+
+    def test_first_and_last_call_tell_the_span(self):
+        events = report(EVENTS)
+        self.assertRegex(events["first_time"], r"^2026-11-21T01:00:00\.\d{9}Z$")
+        self.assertRegex(events["last_time"], r"^2026-11-21T01:00:0[45]\.\d{9}Z$")
+        old = report(OLD, environment={"TZ": "Europe/Berlin"})
+        self.assertEqual(old["first_time"], "2026-11-21T00:00:00Z")
+
+    def test_date_of_the_new_format_is_the_day_of_its_last_record(self):
+        environment = {"TZ": "UTC"}
+        os.utime(NEW, (1_700_000_000, 1_700_000_000))  # 2023-11-14
+        self.assertEqual(report(NEW, environment=environment)["last_time"][:10], "2023-11-14")
+        self.assertEqual(report("--date", "2024-02-29", NEW, environment=environment)["last_time"][:10], "2024-02-29")
+
+    def test_keys_have_the_names_that_searches_reveal(self):
+        lines = ('10:15:30 00001-001:STRTFindObjects_Init {Sesn=1 AttrList={CKA_LABEL="signing key" CKA_ID="0aff" } }',
+                 "10:15:30 00001-001:FINIFindObjects_Init CKR_OK1clks {}",
+                 "10:15:30 00001-001:STRTFindObjects {Sesn=1 10 }",
+                 "10:15:30 00001-001:FINIFindObjects CKR_OK1clks {ObjHndLst={Obj=3 } 1 }",
+                 '10:15:30 00001-001:STRTSign_Init {Sesn=1 Mech=(CKM_RSA_PKCS,"<null>") Obj=3 }',
+                 "10:15:30 00001-001:FINISign_Init CKR_OK1clks {}")
+        keys = report("-", input="\n".join(lines))["keys"]
+        self.assertEqual(keys, [{"process": 1, "object": 3, "label": "signing key", "id": "0aff", "class": None,
+                                 "operations": 1, "mechanisms": {"CKM_RSA_PKCS": 1}}])
+
+    def test_sessions_logins_retries_and_polling_are_counted(self):
+        lines = []
+
+        def call(name, start, result="CKR_OK", end=""):
+            stars = "" if result == "CKR_OK" else "***"
+            lines.append(f"10:15:30 00001-001:STRT{name} {{{start}}}")
+            lines.append(f"10:15:30 00001-001:FINI{name} {stars}{result}{stars}1clks {{{end}}}")
+
+        call("OpenSession", "Slot=4 Flgs=4 ", end="Sesn=1 ")
+        call("OpenSession", "Slot=4 Flgs=4 ", end="Sesn=2 ")
+        call("CloseSession", "Sesn=1 ")
+        for _ in range(3):
+            call("Login", 'Sesn=2 User=1 PIN="********" ', "CKR_PIN_INCORRECT")
+        for _ in range(12):
+            call("GetSessionInfo", "Sesn=2 ", end="SesInfo=(1,3,0x6,0x0) ")
+        result = report("-", input="\n".join(lines))
+        self.assertEqual(result["sessions"], {"opened": 2, "closed": 1, "never_closed": 1})
+        self.assertEqual(result["open_sessions"][0]["session"], 2)
+        self.assertEqual(result["open_sessions"][0]["line"], 3)
+        self.assertEqual([(f["result"], f["user"], f["count"]) for f in result["failed_logins"]], [("CKR_PIN_INCORRECT", 1, 3)])
+        self.assertEqual([(r["function"], r["longest"], r["rows"]) for r in result["retries"]], [("C_Login", 3, 1)])
+        self.assertEqual([(r["function"], r["longest"]) for r in result["polling"]], [("C_GetSessionInfo", 12)])
+        self.assertEqual([(s["slot"], s["calls"]) for s in result["slots"]], [(4, 2)])
+
+
+class Damage(unittest.TestCase):
+    def test_damaged_records_are_counted_and_listed_with_file_and_line(self):
+        result = report(DAMAGED)
+        self.assertGreater(result["unreadable"], 100)
+        # Of a call whose start is cut its end is left, and the other way round.
+        self.assertGreater(result["calls"], EXPECTED["calls"] - result["unreadable"])
+        listed = ckscribe("report", "--unreadable", str(DAMAGED)).stdout.splitlines()
+        self.assertEqual(len(listed), result["unreadable"])
+        lines = DAMAGED.read_text().split("\n")
+        for row, stretch in zip(listed[:100], result["unreadable_stretches"]):
+            path, number, rest = row.split(":", 2)
+            self.assertEqual((path, int(number)), (str(DAMAGED), stretch["line"]))
+            self.assertEqual(rest, f" 1 line: {lines[int(number) - 1][:200]}")
+
+    def test_log_of_zeros_alone_and_missing_file_end_with_1_and_others_are_reported(self):
+        with tempfile.TemporaryDirectory() as folder:
+            noise = pathlib.Path(folder, "noise.log")
+            noise.write_bytes(bytes(1000))
+            for bad in (noise, pathlib.Path(folder, "missing.log"), pathlib.Path(folder)):
+                with self.subTest(bad.name):
+                    self.assertEqual(report(bad, EVENTS, status=1)["calls"], EXPECTED["calls"])
+            empty = pathlib.Path(folder, "empty.log")
+            empty.touch()
+            self.assertEqual(totals(report(empty)), dict.fromkeys(TOTALS, 0))
+
+    def test_damaged_log_ends_with_0(self):
+        report(DAMAGED, status=0)
+
+
+class Files(unittest.TestCase):
+    def test_compressed_logs_and_standard_input_give_the_same(self):
+        text = EVENTS.read_bytes()
+        expected = totals(report(EVENTS))
+        with tempfile.TemporaryDirectory() as folder:
+            packed = {"a.gz": gzip.compress(text), "a.xz": lzma.compress(text),
+                      "a.zst": subprocess.run(["zstd", "-q", "-c"], input=text, stdout=subprocess.PIPE, check=True).stdout}
+            for name, content in packed.items():
+                path = pathlib.Path(folder, name)
+                path.write_bytes(content)
+                with self.subTest(name):
+                    self.assertEqual(totals(report(path)), expected)
+                    with open(path) as file:
+                        self.assertEqual(totals(report("-", stdin=file)), expected)
+
+    def test_compressed_log_that_is_cut_gives_what_there_is(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "cut.gz")
+            path.write_bytes(gzip.compress(EVENTS.read_bytes())[:-100000])
+            result = report(path)
+            self.assertGreater(result["calls"], EXPECTED["calls"] // 2)
+            self.assertIsNotNone(result["files"][0]["error"])
+
+    def test_rotated_family_in_any_order_is_one_log(self):
+        text = NEW.read_bytes()
+        # In the middle of a call, behind a record.
+        cuts = [0] + [text.index(b"\n\n", len(text) * i // 4) for i in (1, 2, 3)] + [len(text)]
+        with tempfile.TemporaryDirectory() as folder:
+            names = ("log-20261119.gz", "log.2", "log.1.gz", "log")
+            paths = []
+            for name, begin, end in zip(names, cuts, cuts[1:]):
+                path = pathlib.Path(folder, name)
+                path.write_bytes(gzip.compress(text[begin:end]) if name.endswith("gz") else text[begin:end])
+                paths.append(path)
+            expected = totals(report(NEW))
+            self.assertEqual(totals(report(*paths)), expected)
+            self.assertEqual(totals(report(*reversed(paths))), expected)
+            # As logs of their own they lack what the files before them began.
+            separate = [path.rename(path.with_name(f"{letter}.log")) for path, letter in zip(paths, "abcd")]
+            self.assertGreater(report(*separate)["unfinished"], expected["unfinished"])
+
+    def test_different_logs_are_never_joined(self):
+        with tempfile.TemporaryDirectory() as folder:
+            one, other = pathlib.Path(folder, "one.log"), pathlib.Path(folder, "other.log")
+            one.write_text("10:15:30 00001-001:STRTFinalize {}\n")
+            other.write_text("10:15:30 00001-001:FINIFinalize CKR_OK1clks {}\n")
+            result = report(one, other)
+            self.assertEqual((result["calls"], result["unfinished"], result["processes"], result["threads"]), (2, 1, 2, 2))
+
+
+class Text(unittest.TestCase):
+    def test_text_names_what_stands_out_and_how_to_see_it(self):
+        done = ckscribe("report", "--utc", str(EVENTS))
+        self.assertEqual(done.returncode, 0)
+        self.assertIn(f"  20,000 calls, {EXPECTED['errors']} errors, {EXPECTED['unfinished']} unfinished\n", done.stdout)
+        self.assertIn("  8 processes, 32 threads\n", done.stdout)
+        self.assertIn(f"    ckscribe show --unfinished {EVENTS}\n", done.stdout)
+        self.assertRegex(done.stdout, r"\n  function +calls +errors +unfinished +total +p50 +p95 +p99 +max\n")
+        self.assertNotIn("\033", done.stdout)
+
+    def test_report_of_a_text_log_says_once_how_to_get_durations(self):
+        text = ckscribe("report", str(NEW), str(OLD)).stdout
+        self.assertEqual(text.count("Text logs hold no durations."), 1)
+        self.assertNotIn("hold no durations", ckscribe("report", str(EVENTS)).stdout)
+
+    def test_top_bounds_the_lists(self):
+        self.assertIn("  and 6 more\n", ckscribe("report", "--top", "4", str(EVENTS)).stdout)
+        self.assertEqual(len(report("--top", "2", EVENTS)["keys"]), 2)
+
+    def test_wrong_date_is_wrong_use(self):
+        done = ckscribe("report", "--date", "yesterday", str(NEW))
+        self.assertEqual((done.returncode, done.stdout), (2, ""))
+
+
+class Page(unittest.TestCase):
+    def test_page_holds_what_json_prints(self):
+        with tempfile.TemporaryDirectory() as folder:
+            page = pathlib.Path(folder, "report.html")
+            done = ckscribe("report", "--html", str(page), str(EVENTS))
+            if "built without" in done.stderr:
+                self.skipTest("no chart library")
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+            text = page.read_text().split('<script type="application/json" id="report">')[1].split("</script>")[0]
+            self.assertEqual(json.loads(text), report(EVENTS))
+
+    def test_page_that_cannot_be_written_ends_with_1(self):
+        done = ckscribe("report", "--html", "/nowhere/report.html", str(EVENTS))
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertIn("ckscribe: ", done.stderr)
+
+
+main()

@@ -1,0 +1,33 @@
+// A progress bar on standard error for work on files that takes longer than a second. Prints nothing where
+// standard error is no terminal.
+#pragma once
+
+#include <chrono>
+
+#include "reader/log_reading.h"
+
+namespace ckscribe {
+
+class ProgressBar {
+public:
+    ProgressBar();
+    // Takes the bar off the terminal.
+    ~ProgressBar();
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    void Show(const ReadingProgress& progress);
+
+    // "[=====     ]  50 %  120 MB/s  0:12 left"
+    static std::string Text(const ReadingProgress& progress, double seconds);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    const bool isOnTerminal;
+    const Clock::time_point begin = Clock::now();
+    Clock::time_point next;
+    bool isShown = false;
+};
+
+}  // namespace ckscribe

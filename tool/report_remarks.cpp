@@ -1,0 +1,121 @@
+#include "tool/report_remarks.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "util/shell_word.h"
+
+namespace ckscribe {
+
+namespace {
+
+constexpr std::size_t kMostRemarks = 10;
+constexpr std::size_t kMostOfAKind = 3;
+// A call that takes so much longer than half of its kind, and so long at all, stands out.
+constexpr std::uint64_t kMuchLonger = 100;
+constexpr std::uint64_t kLong = 100'000'000;
+constexpr std::uint64_t kManyRetries = 3;
+
+}  // namespace
+
+std::string WithCommas(std::uint64_t number) {
+    std::string text = std::to_string(number);
+    for (std::size_t i = text.size(); i > 3;) text.insert(i -= 3, 1, ',');
+    return text;
+}
+
+std::string Counted(std::uint64_t number, std::string_view one, std::string_view several) {
+    return WithCommas(number) + " " + std::string(number == 1 ? one : several);
+}
+
+std::string DurationText(std::uint64_t nanoseconds) {
+    const auto amount = static_cast<double>(nanoseconds);
+    if (nanoseconds < 1'000) return fmt::format("{} ns", nanoseconds);
+    if (nanoseconds < 1'000'000) return fmt::format("{:.3g} us", amount / 1e3);
+    if (nanoseconds < 1'000'000'000) return fmt::format("{:.3g} ms", amount / 1e6);
+    return fmt::format("{:.4g} s", amount / 1e9);
+}
+
+std::string FilesAsWords(const std::vector<std::string>& paths) {
+    std::string words;
+    for (const std::string& path : paths) {
+        std::string word(4 * path.size() + 5, '\0');
+        if (!words.empty()) words += ' ';
+        const bool isPlain = !path.empty() && path.front() != '-' &&
+                             path.find_first_not_of(
+                                 "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
+                                 "/._-+,:@%") == path.npos;
+        if (isPlain || path == "-") {
+            words += path;
+        } else if (ShellWordFromPath(path.c_str(), word.data(), word.size())) {
+            words += word.c_str();
+        }
+    }
+    return words;
+}
+
+std::vector<Remark> RemarksOn(const Report& report) {
+    std::vector<Remark> remarks;
+    const std::string files = FilesAsWords(report.paths);
+    const auto show = [&files](const std::string& filter) { return "ckscribe show " + filter + " " + files; };
+
+    if (report.unfinished != 0) {
+        remarks.push_back({fmt::format("{} never came back.", Counted(report.unfinished, "call", "calls")),
+                           show("--unfinished")});
+    }
+    std::vector<const ResultFigures*> errors;
+    for (const ResultFigures& row : report.results) {
+        if (row.result != "CKR_OK") errors.push_back(&row);
+    }
+    std::ranges::stable_sort(errors, std::greater(), &ResultFigures::count);
+    for (std::size_t i = 0; i < std::min(errors.size(), kMostOfAKind); ++i) {
+        const ResultFigures& row = *errors[i];
+        remarks.push_back({fmt::format("{} answered {} {}.", row.function, row.result,
+                                       row.count == 1 ? "once" : WithCommas(row.count) + " times"),
+                           show(fmt::format("--function {} --result {}", row.function, row.result))});
+    }
+    std::size_t retries = 0;
+    for (const Repetition& row : report.retries) {
+        if (row.longest < kManyRetries || retries++ == kMostOfAKind) break;
+        remarks.push_back({fmt::format("Process {} called {} {} times in a row and got {} each time.",
+                                       row.process, row.function, WithCommas(row.longest), row.result),
+                           show(fmt::format("--process {} --function {} --result {}", row.process,
+                                            row.function, row.result))});
+    }
+    if (report.openSessionCount != 0) {
+        remarks.push_back({fmt::format("{} never closed.",
+                                       Counted(report.openSessionCount, "session was", "sessions were")),
+                           show("--function C_OpenSession,C_CloseSession,C_CloseAllSessions")});
+    }
+    const FunctionFigures* slowest = nullptr;
+    for (const FunctionFigures& row : report.functions) {
+        const std::uint64_t maximum = row.durations.Maximum();
+        if (maximum < kLong || maximum / kMuchLonger < row.durations.Percentile(50).value_or(maximum))
+            continue;
+        if (slowest == nullptr || maximum > slowest->durations.Maximum()) slowest = &row;
+    }
+    if (slowest != nullptr) {
+        const std::uint64_t maximum = slowest->durations.Maximum();
+        remarks.push_back(
+            {fmt::format("One {} took {}; half of them take no longer than {}.", slowest->function,
+                         DurationText(maximum), DurationText(*slowest->durations.Percentile(50))),
+             show(fmt::format("--function {} --slower {}ms", slowest->function, maximum / 1'000'000))});
+    }
+    std::size_t polling = 0;
+    for (const Repetition& row : report.polling) {
+        if (polling++ == kMostOfAKind) break;
+        remarks.push_back({fmt::format("Process {} polls: it called {} {} times in a row.", row.process,
+                                       row.function, WithCommas(row.longest)),
+                           show(fmt::format("--process {} --function {}", row.process, row.function))});
+    }
+    if (report.unreadable != 0) {
+        remarks.push_back({fmt::format("{} cannot be read.", Counted(report.unreadable, "stretch of the log",
+                                                                     "stretches of the logs")),
+                           "ckscribe report --unreadable " + files});
+    }
+    if (remarks.size() > kMostRemarks) remarks.resize(kMostRemarks);
+    return remarks;
+}
+
+}  // namespace ckscribe
