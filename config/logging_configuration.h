@@ -1,4 +1,4 @@
-// What the configuration file's section "CkLog2" says about logging.
+// Reads the section "CkLog2" of the configuration file.
 #pragma once
 
 #include <atomic>
@@ -9,7 +9,7 @@
 
 namespace ckscribe {
 
-// What the key "FileMode" says.
+// The value of the key "FileMode".
 struct FileModeSetting {
     NewFilePermissions permissions;  // none without the key, and none if the value is rejected
     bool isRejected = false;         // the key is there, and its value is not an octal number up to 0777
@@ -25,9 +25,9 @@ enum class DataSetting {
 
 }  // namespace ckscribe
 
-// Application threads ask DoWeLogThis at any time and without a lock: mask and counter are relaxed atomics, a
-// lost count only shifts the next look at the file. The accessors that return a pointer return one of the
-// object's own buffers of 500 characters, valid until the next call of that accessor; callers take turns.
+// Threads: any thread may call DoWeLogThis at any time. Mask and counter are relaxed atomics; a lost count
+// only shifts the next look at the file. Callers of the other functions take turns. A pointer that an
+// accessor returns is valid until that accessor is called again.
 class CkLogConfig : public WendrafilConfiguration {
 public:
     static const char* GetCkLogSectionName() { return "CkLog2"; }
@@ -40,8 +40,8 @@ public:
     const char* CkLogLibraryFileName();
 
     // Reads key "LoggingMask", names of classes separated by blanks or vertical bars, and keeps the mask.
-    // Without the key every function is logged, and the result is 0 all the same; kept. Unknown names are
-    // ignored, and so are names after the twelfth.
+    // Without the key every function is logged; COMPAT: the result is 0 then. Unknown names are ignored, and
+    // so are words after the twelfth.
     unsigned GetLoggingMask();
 
     // 1 when calls of this class are to be logged now, else 0. Each 500th query reads the mask anew first. If
@@ -70,7 +70,7 @@ public:
     // last counts.
     const char* CkLogErrorFile();
 
-    // Key "Announce": 0 for a plain "0", with or without blanks around it. Then the library does not print on
+    // Key "Announce". 0 for a plain "0", with or without blanks around it: the library does not print on
     // standard output which functions the target lacks. 1 for anything else and without the key.
     int IsAnnouncing() const;
 
@@ -84,8 +84,8 @@ public:
     // Key "HideData": what a plain 0, any other value, and no key at all say.
     ckscribe::DataSetting HideData() const;
 
-    // Writes key "LoggingMask": "ALL_FUNC" for exactly that text and nothing for any other; kept. 1 for
-    // success.
+    // Writes key "LoggingMask" and returns 1 for success. COMPAT: writes "ALL_FUNC" for exactly that text,
+    // and an empty value for any other.
     int SetLoggingMask(const char* value);
 
 private:

@@ -9,7 +9,7 @@ extern CkLogConfig& configuration;
 
 namespace ckscribe {
 
-// Ends it. Only the library's unloading by dlclose calls this.
+// Destroys the configuration. Only the unloading of the library by dlclose calls this.
 void DestroyProcessConfiguration();
 
 }  // namespace ckscribe

@@ -1,20 +1,22 @@
-// What all descriptor printing and all record builders ask of the configuration. Set once, at start-up, by
-// InitializeDescriptorLibrary; fixed until the next start-up.
+// The settings that printing and record builders use. InitializeDescriptorLibrary reads them from the
+// configuration at each start of the library; they stay fixed until the next start.
 #pragma once
 
 #include <atomic>
 
 #include "host/file_creation.h"
 
-// Application threads read these without a lock while a start-up on another thread may set them; each is a
-// single word whose new value may arrive late, so relaxed order is enough.
+// Application threads read these without a lock while another thread may start the library. Relaxed order is
+// enough: each is a single word, and its new value may arrive late.
 extern std::atomic<int> bUseNewLogFormat;    // non-zero: one line a record; zero: indented, several lines
 extern std::atomic<unsigned> uLoggingLevel;  // 1 "DESTROY", 2 "MODIFY", 3 "ADMIN", 4; 0 before the start-up
 
 inline bool UseNewLogFormat() { return bUseNewLogFormat.load(std::memory_order_relaxed) != 0; }
-inline unsigned LoggingLevel() { return uLoggingLevel.load(std::memory_order_relaxed); }
 
 namespace ckscribe {
+
+// The logging level since the latest start.
+inline unsigned LevelInForce() { return uLoggingLevel.load(std::memory_order_relaxed); }
 
 // The key "FileMode", for every file that the library creates; -1 stands for 0666 less the umask.
 extern std::atomic<int> newFileMode;

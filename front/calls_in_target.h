@@ -1,4 +1,4 @@
-// Counts the calls that are inside the target library, so that it is never unloaded under one of them.
+// Counts the calls that are inside the target library. The target is not unloaded while there are any.
 //
 // Any thread may use it at any time. A call may never come back, because its thread ended inside or it left
 // by longjmp. Such a call stays counted, and the target stays loaded. That does no harm.
@@ -41,6 +41,7 @@ public:
         return shared;
     }
 
+    // Ends the call that was counted on `line`.
     static void Leave(Line& line) {
         if (line.thread.load(std::memory_order_relaxed) != kShared) {
             line.calls.store(line.calls.load(std::memory_order_relaxed) - 1, std::memory_order_release);
@@ -53,6 +54,7 @@ public:
         for (Line& line : sharedLines) line.thread.store(kShared, std::memory_order_relaxed);
     }
 
+    // Whether no call is inside.
     bool None() const {
         for (const Line& line : ownLines) {
             if (line.calls.load(std::memory_order_seq_cst) != 0) return false;

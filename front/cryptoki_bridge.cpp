@@ -25,8 +25,8 @@ constexpr char kNotLoaded[] = "Could not load target library";
 constexpr char kNoList[] = "Found no C_GetFunctionList in target library";
 constexpr int kSilentLevel = 2;
 
-// Asked of the image and not of its symbols: those of a target that depends on this library may be found
-// here.
+// Looks at the image and not at its symbols: the symbols of a target that depends on this library may be
+// found in this library.
 bool IsThisLibrary(void* handle) {
     link_map* image = nullptr;
     return dlinfo(handle, RTLD_DI_LINKMAP, &image) == 0 && ckscribe::IsInOwnImage(image->l_ld);
@@ -79,7 +79,7 @@ void* CryptokiBridge::GetSymbolAddressSilent(void* handle, const char* name, uns
     void* address = nullptr;
     LoadDynamicFunctionSilent(handle, name, &address, silent);
     if (!ckscribe::IsInOwnImage(address)) return address;
-    if (silent == 0) AnnounceMissingFunction(name);
+    if (silent == 0) ckscribe::AnnounceMissingFunction(name);
     return nullptr;
 }
 
@@ -87,7 +87,7 @@ int CryptokiBridge::Connect(const char* path) {
     Disconnect();
     const bool isComplete = Load(path) && Bind(path);
     changes.fetch_add(1, std::memory_order_seq_cst);
-    // A bind level other than 0 means to run with whatever could be bound, be it nothing; kept.
+    // COMPAT: a bind level other than 0 means to run with what could be bound, even with nothing.
     if (!isComplete && bindLevel == 0) return 0;
     message = kConnected;
     return 1;
@@ -154,7 +154,7 @@ bool CryptokiBridge::Bind(const char* path) {
 #define COUNTER_ROW(Name, ...) BindOptional(k##Name, #Name, 1);
 #define CA_EVERY_ROW(Name) isComplete &= BindRequired(kCA_##Name, "CA_" #Name);
 #include "functions/functions.def"
-    dlerror();  // what the look-ups left there is not the application's
+    dlerror();  // drops the error of our look-ups: the application would take it for its own
     return isComplete;
 }
 
@@ -179,7 +179,7 @@ void CryptokiBridge::Disconnect() {
     changes.fetch_add(1, std::memory_order_seq_cst);
     InitializeStubs();
     if (handle == nullptr) return;
-    // A target that a call is still inside of stays loaded for the rest of the process.
+    // If a call is still inside the target, the target stays loaded for the rest of the process.
     if (callsInTarget.None()) UnloadDynamicLibrary(handle);
     handle = nullptr;
     message = kNotConnected;

@@ -1,8 +1,7 @@
-// The binding to the target library: loads it, finds its functions by name, forwards calls to it.
+// The binding to the target library: loads it, finds its functions and forwards calls to them.
 //
-// Connect and Disconnect run one at a time (the start-up takes turns); forwarding methods run on any number
-// of threads, also while a Disconnect does. A function that the target lacks is bound to a stub, so that
-// every call has somewhere to go.
+// Threads: one thread at a time calls Connect or Disconnect, under the start lock. Any number of threads call
+// forwarding methods, also during a Disconnect. A function that the target lacks is bound to a stub.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -17,63 +16,65 @@ class CryptokiBridge {
 public:
     using Slot = std::atomic<void*>;
 
-    // All stubs, "Not yet connected.".
+    // Binds every function to the stub. Error() is "Not yet connected.".
     CryptokiBridge();
     ~CryptokiBridge() { Disconnect(); }
     CryptokiBridge(const CryptokiBridge&) = delete;
     CryptokiBridge& operator=(const CryptokiBridge&) = delete;
 
-    // Loads the library at `path` in place of the one that is loaded. 1 when it was loaded and lacks no
-    // function that is needed, or when the bind level is not 0; else 0, and Error() says why. Whatever was
-    // found is bound.
+    // Loads the library at `path` in place of the loaded one and binds what it has. Returns 1 if it was
+    // loaded and lacks no function that is needed, or if the bind level is not 0. Otherwise returns 0, and
+    // Error() says why.
     int Connect(const char* path);
 
-    // Back to all stubs. The target is unloaded, unless a call is still inside it.
+    // Binds every function to the stub and unloads the target, unless a call is still inside it.
     void Disconnect();
 
-    // From here to CallsInTarget::Leave of the result, a Disconnect does not unload the target.
+    // Keeps a Disconnect from unloading the target until the result is given to CallsInTarget::Leave.
     ckscribe::CallsInTarget::Line& KeepTarget() { return callsInTarget.Enter(); }
 
-    // "Not yet connected.", "Connected.", the last function that was missing, or the loader's words (at most
-    // 249 characters). Valid until the next Connect or Disconnect.
+    // Returns "Not yet connected.", "Connected.", the name of the last missing function, or what the loader
+    // says (at most 249 characters). Valid until the next Connect or Disconnect.
     const char* Error() const { return message; }
 
-    // Why the target of the latest Connect cannot be used, as one line for a person: it was not loaded, or it
-    // hands out no list of functions. Empty when it can be used. Valid until the next Connect or Disconnect.
+    // Returns one line for a person that says why the target of the latest Connect cannot be used: it was not
+    // loaded, or it hands out no list of functions. Empty if it can be used. Valid until the next Connect.
     const char* Failure() const { return failure; }
 
+    // Binds every function to the stub.
     void InitializeStubs();
 
-    // Answers 0x54 (CKR_FUNCTION_NOT_SUPPORTED) to any call, whatever its arguments.
+    // The stub. Answers 0x54 (CKR_FUNCTION_NOT_SUPPORTED) to any call, whatever its arguments.
     static CK_RV Stub();
 
-    // 0 for a null address, which leaves the slot as it is; else stores it and gives 1.
+    // Stores the address and returns 1. Null leaves the slot as it is; the result is 0 then.
     static int SetFunctionPointer(Slot* slot, void* address);
 
-    // The address of a function of the target, or null. A function of this library, found because the target
-    // depends on it, is none of the target's.
+    // Returns the address of a function of the target, or null. If the target depends on this library, the
+    // loader may find a function of this library instead; that counts as null. `silent` not 0: a missing
+    // function is not announced.
     static void* GetSymbolAddressSilent(void* handle, const char* name, unsigned silent);
 
-    // The path that the section "Wendrafil2" names, or the load-balancing library's in place of
-    // "liblblib2.so" once load balancing is disabled; also reads the bind level. Valid until the next call.
-    // Not used by this library.
+    // Returns the path that the section "Wendrafil2" names and reads the bind level. Once DisableLB was
+    // called, a path that ends in "liblblib2.so" is replaced by that of the load-balancing section. Valid
+    // until the next call. This library uses none of the three.
     static const char* WendrafilLibrary();
     static void DisableLB();
     static const char* shimLibrary() { return "ormaShim.so"; }
 
-    // 0: a missing function is announced on standard output and makes Connect fail. 1: Connect always
-    // succeeds. 2: so it does, and silently.
+    // 0: a missing function is announced on standard output and makes Connect fail. 1: it is announced, and
+    // Connect always succeeds. 2: it is not announced, and Connect always succeeds.
     static int bindLevel;
 
-    // Whether missing functions are announced at all, at bind levels 0 and 1.
+    // False: missing functions are not announced at any bind level.
     static bool isAnnouncing;
 
-    // What a call does that finds no function of a target bound: it may have begun before another thread
-    // stopped the library, and starts it again. Nothing at first; set when the library is loaded, before
+    // A call that finds the stub calls this: another thread may have stopped the library since the call
+    // began, and this starts it again. Does nothing at first. It is set while the library is loaded, before
     // other threads can call.
     static void (*startAgain)();
 
-    // One method for each function that can be forwarded: it hands on the arguments and the result unchanged.
+    // One method for each function that can be forwarded. It hands on arguments and result unchanged.
 #define UNWRAP(...) __VA_ARGS__
 #define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     CK_RV C_##Name Parameters { return Forward<CK_RV(*) Parameters>(kC_##Name, UNWRAP Arguments); }
@@ -95,9 +96,9 @@ private:
         kSlotCount
     };
 
-    // The call is counted before the slot is read: Disconnect first puts the stubs in and then looks at the
-    // count, so that it sees every call that could have read the target's address. Nothing here needs
-    // unwinding: a thread that ends inside the target meets no code of ours on its way out.
+    // Counts the call before it reads the slot. Disconnect first binds the stubs and then looks at the count;
+    // therefore it sees every call that may have read an address of the target. Nothing here needs unwinding:
+    // a thread that ends inside the target meets no code of ours on its way out.
     template <class Function, class... Arguments>
     CK_RV Forward(SlotIndex index, Arguments... arguments) {
         ckscribe::CallsInTarget::Line* line = &callsInTarget.Enter();
@@ -111,8 +112,8 @@ private:
 
     static void* StubAddress() { return reinterpret_cast<void*>(&Stub); }
 
-    // The address in a slot where the stub was found, once more, after the library has been started again;
-    // the stub only if the target has no such function. `line` is the one on which the call is counted.
+    // Starts the library again for a call that found the stub, and returns what the slot holds then: the stub
+    // only if the target has no such function. `line` is the one on which the call is counted.
     void* BoundAfterStart(SlotIndex index, ckscribe::CallsInTarget::Line*& line);
 
     bool Load(const char* path);

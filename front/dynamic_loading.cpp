@@ -24,11 +24,11 @@ int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, un
     if (name == nullptr || address == nullptr) return 0;
     *address = dlsym(handle, name);
     if (*address != nullptr) return 1;
-    if (silent == 0) AnnounceMissingFunction(name);
+    if (silent == 0) ckscribe::AnnounceMissingFunction(name);
     return 0;
 }
 
-void AnnounceMissingFunction(const char* name) {
+void ckscribe::AnnounceMissingFunction(const char* name) {
     char line[300];
     const int length = std::snprintf(line, sizeof line, "Failed to load function '%.270s'.\n", name);
     ckscribe::WriteToStandardOutput({line, static_cast<std::size_t>(length)});

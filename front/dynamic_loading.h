@@ -1,23 +1,28 @@
-// The dynamic loader, in functions that give 1 for success and 0 for failure.
+// The dynamic loader behind functions that return 1 for success and 0 for failure. Any thread may call them.
 #pragma once
 
 #include <cstddef>
 
-// dlopen with RTLD_NOW. `*handle` is set on success alone; null arguments fail.
+// Calls dlopen with RTLD_NOW. Sets `*handle` only on success. Null arguments fail.
 int LoadDynamicLibrary(const char* path, void** handle);
 
-// dlclose; always 1.
+// Calls dlclose. Always returns 1.
 int UnloadDynamicLibrary(void* handle);
 
-// dlsym. `*address` receives null for a symbol that is not there, which is announced on standard output
-// unless `silent` is non-zero. Null `name` or `address` fail.
+// Calls dlsym. A symbol that is not there sets `*address` to null and is announced on standard output, unless
+// `silent` is not 0. Null `name` or `address` fail.
 int LoadDynamicFunctionSilent(void* handle, const char* name, void** address, unsigned silent);
 
-// The line on standard output, without the end of a name of more than 270 characters.
+// Copies what the loader says of its latest failure, or "Error during dlerror() call" if it says nothing.
+// `size` is the buffer's and counts the terminator. If the text and its terminator fit, `*length` becomes the
+// length of the text. Otherwise `size` - 1 characters and a terminator are copied, and COMPAT: `*length`
+// becomes `size`. Null arguments fail.
+int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length);
+
+namespace ckscribe {
+
+// Prints "Failed to load function 'NAME'." and a line feed on standard output. Of a longer name the first 270
+// characters count.
 void AnnounceMissingFunction(const char* name);
 
-// The loader's text about the latest failure, or "Error during dlerror() call" when it has none. `size`
-// counts the terminator. A text that leaves room for it is copied and `*length` becomes its length; of any
-// other, `size` bytes are copied, the last made NUL, and `*length` becomes `size`; kept, a text of `size`
-// characters loses its last. Null arguments fail.
-int RetrieveLastErrorString(char* buffer, std::size_t size, std::size_t* length);
+}  // namespace ckscribe

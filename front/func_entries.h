@@ -9,8 +9,8 @@ namespace ckscribe {
 struct FuncEntry {
     std::int32_t classBit;
     std::int32_t minLevel;  // the call is logged when the logging level is at least this
-    void (*start)();        // the function's builders, of their own types
-    void (*end)();
+    void (*start)();        // the function's start builder; it is called by its own type
+    void (*end)();          // and its end builder
 };
 
 inline constexpr unsigned kFirstEntryType = 52;

@@ -1,5 +1,5 @@
-// The two lists of functions that a target hands out, with this library's entry points put in: an application
-// that calls through a list reaches the exports, too.
+// Puts this library's entry points into the two lists of functions that a target hands out: an application
+// that calls through a list then reaches the exports, too.
 #pragma once
 
 #include <p11-kit/pkcs11.h>

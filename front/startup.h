@@ -7,16 +7,16 @@
 // work and the others wait for it.
 extern "C" {
 
-// Reads the configuration, loads the target library and opens the log, unless that is done. Every exported
-// function calls it first.
+// Reads the configuration, loads the target and opens the log, unless that is done. Every exported function
+// calls it first.
 __attribute__((visibility("default"))) void CkLogSpecialInitialize();
 
 // Closes the log and unloads the target. The next call of any exported function starts the library again.
 __attribute__((visibility("default"))) void CkLogSpecialFinalize();
 }
 
-extern std::atomic<int> alreadyInitialized;
-extern std::atomic<int> alreadyFinalized;
+extern std::atomic<int> alreadyInitialized;  // 1 from the end of a start to the beginning of a stop
+extern std::atomic<int> alreadyFinalized;    // 1 from the end of a stop to the end of a start
 
 namespace ckscribe {
 

@@ -46,7 +46,8 @@ template <class... Parameters>
 struct VendorCall<void(Parameters...)> {
     static_assert(sizeof...(Parameters) <= kVendorWords);
 
-    // Whether the call is logged is decided once: it has both records or none.
+    // Carries the call and returns the target's result. The mask is asked once: a call has both records or
+    // none.
     static CK_RV Logged(const char* function, const FuncEntry& entry, VendorMethod method,
                         VendorWords words) {
         StartLibrary();
@@ -67,7 +68,7 @@ private:
 
     static bool IsLogged(const FuncEntry& entry) {
         return configuration.DoWeLogThis(entry.classBit) &&
-               LoggingLevel() >= static_cast<unsigned>(entry.minLevel);
+               LevelInForce() >= static_cast<unsigned>(entry.minLevel);
     }
 
     template <std::size_t... i>

@@ -36,7 +36,7 @@ public:
 };
 
 // Whether "LoggingLevel" lets this command of the standard be logged.
-inline bool LevelSelects(CommandType type) { return LoggingLevel() >= LevelOf(type); }
+inline bool LevelSelects(CommandType type) { return LevelInForce() >= LevelOf(type); }
 
 // The number behind a pointer. 0 if it cannot be read.
 template <class Number>

@@ -210,7 +210,7 @@ protected:
 TEST_F(InitializeTest, EverySettingIsTaken) {
     Initialize("NewFormat = 1;\nEnabled = 1;\nLoggingLevel = ADMIN;\nFile = " + log + ";\n");
     EXPECT_TRUE(UseNewLogFormat());
-    EXPECT_EQ(LoggingLevel(), 3U);
+    EXPECT_EQ(ckscribe::LevelInForce(), 3U);
     EXPECT_TRUE(IsOpen());
     SessionHandleDescriptor(5).Capture();
     EXPECT_EQ(FileText(log), "Sesn=5");
@@ -221,7 +221,7 @@ TEST_F(InitializeTest, WithoutKeysNothingIsLogged) {
     uLoggingLevel.store(1);
     Initialize("");
     EXPECT_FALSE(UseNewLogFormat());
-    EXPECT_EQ(LoggingLevel(), 4U);
+    EXPECT_EQ(ckscribe::LevelInForce(), 4U);
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(FileText(errors), "");
 }
@@ -230,7 +230,7 @@ TEST_F(InitializeTest, ADisabledLogIsNotEvenCreated) {
     Initialize("Enabled = 0;\nNewFormat = 1;\nLoggingLevel = DESTROY;\nFile = " + log + ";\n");
     EXPECT_FALSE(IsOpen());
     EXPECT_TRUE(UseNewLogFormat());
-    EXPECT_EQ(LoggingLevel(), 1U);
+    EXPECT_EQ(ckscribe::LevelInForce(), 1U);
     struct stat status;
     EXPECT_NE(stat(log.c_str(), &status), 0);
 }
@@ -256,7 +256,7 @@ TEST_F(InitializeTest, ALogThatCannotBeOpenedIsReportedAndTheRestCounts) {
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(Error(), "Could not open capture file /nowhere/at/all.");
     EXPECT_TRUE(UseNewLogFormat());
-    EXPECT_EQ(LoggingLevel(), 2U);
+    EXPECT_EQ(ckscribe::LevelInForce(), 2U);
 }
 
 }  // namespace

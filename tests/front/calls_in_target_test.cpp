@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+using ckscribe::CallsInTarget;
+
 namespace {
 
 TEST(CallsInTarget, IsThereACallOrNone) {
