@@ -26,16 +26,11 @@ constexpr bool IsStrictlyAscending(std::span<const NameRow> table) {
 // The name of `value`, or `unknown` if it has no row. The table must be strictly ascending and not empty.
 constexpr std::string_view NameOf(std::span<const NameRow> table, unsigned long value,
                                   std::string_view unknown) {
-    const NameRow* row = table.data();
-    // The first is asked for more often than any other: CKR_OK, CKA_CLASS.
-    if (row->value == value) return row->name;
-    // Halving without an early exit lets the compiler do without jumps that a processor would guess wrong.
-    for (std::size_t left = table.size(); left > 1;) {
-        const std::size_t half = left / 2;
-        row += row[half].value <= value ? half : 0;
-        left -= half;
-    }
-    return row->value == value ? row->name : unknown;
+    // Calls ask for the first row more often than for any other: CKR_OK, CKA_CLASS.
+    if (table.front().value == value) return table.front().name;
+    const auto isBelow = [](const NameRow& row, unsigned long wanted) { return row.value < wanted; };
+    const auto row = std::lower_bound(table.begin(), table.end(), value, isBelow);
+    return row != table.end() && row->value == value ? row->name : unknown;
 }
 
 }  // namespace ckscribe
