@@ -13,16 +13,16 @@
 #include <string_view>
 #include <vector>
 
-// The characters without a terminator, in memory of their own and in no more than that.
+// The characters without a terminator, in memory of exactly that size.
 inline std::vector<CK_BYTE> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
 
-// What a target does with an output buffer and its length.
+// Fills an output buffer and sets its length, as a target does.
 inline void Put(const std::vector<CK_BYTE>& bytes, std::vector<CK_BYTE>& buffer, CK_ULONG& length) {
     std::copy(bytes.begin(), bytes.end(), buffer.begin());
     length = bytes.size();
 }
 
-// The fixed fields of the standard's structures are filled up with blanks.
+// Fills a fixed field of the standard's structures with a text and blanks.
 template <class Character, std::size_t size>
 void PutPadded(Character (&field)[size], std::string_view text) {
     std::fill(std::begin(field), std::end(field), Character{' '});

@@ -5,7 +5,7 @@
 
 namespace {
 
-// On x86-64 a function takes words like these whatever its prototype, and ignores those that it has no
+// On x86-64 every function takes words like these, whatever its prototype. It ignores words that it has no
 // parameter for.
 template <std::size_t>
 using WordAt = TargetWord;

@@ -1,4 +1,4 @@
-// Calls of every exported function, for what holds of all of them alike.
+// Calls every exported function, for tests of behaviour that all functions share.
 #pragma once
 
 #include <array>
@@ -19,7 +19,7 @@ inline const Names kVendorFunctions = {
 #include "functions/functions.def"
 };
 
-// As many words as any function has arguments.
+// No function has more arguments.
 using CallWords = std::array<TargetWord, 20>;
 
 class EveryFunction : public LibraryTest {
@@ -28,10 +28,10 @@ protected:
     CK_RV CallWith(const std::string& function, const CallWords& words);
     CK_RV CallWith(const std::string& function, TargetWord word);
 
-    // The functions among these that write anything into the log when they are called.
+    // Those of `functions` whose calls write anything into the log.
     Names LoggedOf(const Names& functions);
 
-    // Those of both lists that are logged with the settings as they are now, alphabetically.
+    // All functions that are logged with the current settings, alphabetically.
     Names Logged();
 };
 

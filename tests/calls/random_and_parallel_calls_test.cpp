@@ -43,7 +43,7 @@ Command(GenerateRandom, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30
 })");
 }
 
-// The target has the function; it is not asked.
+// COMPAT: The target has this function, and the library does not call it.
 TEST_F(RecordedCall, C_GetFunctionStatus) {
     NotForwarded();
     Results({{CKR_FUNCTION_NOT_SUPPORTED, "CKR_FUNCTION_NOT_SUPPORTED"}});

@@ -1,4 +1,5 @@
-// What surrounds the arguments: lines, times, results, clocks, threads, and when a record is written.
+// Everything around the arguments of a record: lines, times, results, clocks, threads. And when it is
+// written.
 #include <pthread.h>
 #include <sys/mman.h>
 
@@ -24,7 +25,7 @@ Command(Logout, None, Start) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 
 }  // namespace
 
-TEST_F(RecordLayout, HasNoEmptyLineBetweenOldRecords) {
+TEST_F(RecordLayout, OldFormat_NoEmptyLineBetweenRecords) {
     UseOldFormat();
     Load();
     api.C_Logout(0x51);
@@ -51,7 +52,7 @@ Command(CloseAllSessions, None, End, CKR_OK) PID:  <pid>  Time:  Sun Nov 15 10:1
               Log());
 }
 
-TEST_F(RecordLayout, HasTheStartRecordWrittenBeforeTheCall) {
+TEST_F(RecordLayout, CallIsInTheTarget_StartRecordIsInTheLog) {
     std::string logDuringCall;
     script.answer = [&] { logDuringCall = Log(); };
     Load();
@@ -64,7 +65,7 @@ TEST_F(RecordLayout, HasTheStartRecordWrittenBeforeTheCall) {
     EXPECT_EQ(kOldStart, logDuringCall);
 }
 
-TEST_F(RecordLayout, ShowsEveryKindOfResult) {
+TEST_F(RecordLayout, ResultsOfEachKind_AreNamedInTheEndRecord) {
     const std::pair<CK_RV, const char*> results[] = {
         {CKR_OK, "CKR_OK"},
         {CKR_CANCEL, "***CKR_CANCEL***"},
@@ -82,7 +83,7 @@ TEST_F(RecordLayout, ShowsEveryKindOfResult) {
     }
 }
 
-TEST_F(RecordLayout, FollowsTheTimeZone) {
+TEST_F(RecordLayout, TimeZoneChanges_RecordsShowTheNewLocalTime) {
     Load();
     setenv("TZ", "ABC-20:30", 1);
     api.C_Finalize(nullptr);
@@ -104,14 +105,14 @@ Command(Finalize, None, End, CKR_OK) PID:  <pid>  Time:  Mon Nov 16 03:45:30 202
               Log());
 }
 
-TEST_F(RecordLayout, CountsClocksIn32Bits) {
+TEST_F(RecordLayout, ClockExceeds32Bits_RecordsShowItsLower32Bits) {
     Load();
     RestartClock(0x180000005);
     api.C_Logout(0x51);
     EXPECT_EQ(kNewStart + WithIds("\n10:15:30 <id>:FINILogout CKR_OK-2147483643clks {}"), Log());
 }
 
-TEST_F(RecordLayout, CountsClocksFromTheLatestStartOfAnyCall) {
+TEST_F(RecordLayout, CallsAreNested_OldFormatCountsClocksFromTheLatestStart) {
     UseOldFormat();
     Load();
     bool isNested = false;
@@ -138,8 +139,8 @@ Command(Logout, None, End, CKR_OK) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
               Log());
 }
 
-// Only old records set the stamp, and it outlives a change of the format.
-TEST_F(RecordLayout, CountsNewClocksFromTheLatestOldRecord) {
+// COMPAT: Only start records of the old format set the stamp. It outlives a change of the format.
+TEST_F(RecordLayout, OldRecordIsWrittenFirst_NewFormatCountsClocksFromIt) {
     UseOldFormat();
     Load();
     api.C_Logout(0x51);
@@ -150,7 +151,7 @@ TEST_F(RecordLayout, CountsNewClocksFromTheLatestOldRecord) {
     EXPECT_EQ(kNewStart + WithIds("\n10:15:30 <id>:FINILogout CKR_OK777clks {}"), Log());
 }
 
-TEST_F(RecordLayout, TellsThreadsApart) {
+TEST_F(RecordLayout, CallsOfTwoThreads_RecordsShowTwoThreads) {
     Load();
     std::string expected;
     std::thread([&] {
@@ -162,8 +163,8 @@ TEST_F(RecordLayout, TellsThreadsApart) {
     EXPECT_EQ(expected, Log());
 }
 
-// A thread's identity is an address close to its stack.
-TEST_F(RecordLayout, ShowsAThreadOfHighLowBitsAsNegative) {
+// The identity of a thread is an address close to its stack.
+TEST_F(RecordLayout, LowerHalfOfAThreadIsNegative_RecordShowsAMinusSign) {
     constexpr std::size_t kReserved = std::size_t{1} << 32;
     constexpr std::size_t kStack = std::size_t{1} << 20;
     void* const reserved =
@@ -197,8 +198,8 @@ TEST_F(RecordLayout, ShowsAThreadOfHighLowBitsAsNegative) {
         Log());
 }
 
-// Calls that wait for each other inside the target get there.
-TEST_F(RecordLayout, NeedsNoLockDuringTheCall) {
+// The library holds no lock while a call is in the target.
+TEST_F(RecordLayout, TwoCallsWaitForEachOtherInTheTarget_BothReturn) {
     std::barrier bothAreInside(2);
     script.answer = [&] { bothAreInside.arrive_and_wait(); };
     Load();

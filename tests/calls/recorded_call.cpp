@@ -30,7 +30,7 @@ void RecordedCall::ExpectLog(const NamedResult& result, const std::string& text)
 void RecordedCall::ExpectCallInTarget() const {
     ASSERT_EQ(1u, script.received.size());
     ReceivedCall received = script.received.front();
-    // What a target of the vendor's finds behind the arguments is nobody's.
+    // Words behind the arguments of a vendor's function may be anything.
     if (received.function.starts_with("CA_")) received.words.resize(words.size());
     EXPECT_EQ(words, received.words);
     const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();

@@ -9,21 +9,21 @@
 //         OldLog(R"(...)");
 //     }
 //
-// NewLog and OldLog make the call once for each of Results(): the target gets the arguments of Call and
-// nothing else, returns that result, the application gets it, and the log is exactly the text. In the text
+// NewLog and OldLog make the call once for each of Results(). The target gets exactly the arguments of Call
+// and returns that result. The application gets the result, and the log is exactly the text. In the text,
 // "<rv>" stands for the result as its format shows it: CKR_OK, ***CKR_PIN_INCORRECT***, ***CKR_UNKNOWN
-// 0x80000999*** in the new format, and the same without asterisks in the old one. "<id>" and "<pid>" are
-// LibraryTest::WithIds'.
+// 0x80000999*** in the new format, and the same without asterisks in the old one. LibraryTest::WithIds
+// replaces "<id>" and "<pid>".
 //
-// NewLog comes first: records of the old format leave a stamp in the library from which those of the new
-// format would then count.
+// NewLog comes first. Records of the old format leave a stamp in the library, from which records of the new
+// format would count.
 //
-// Functions of the vendor are typed by whoever calls them:
+// A call of a vendor's function states the function's type:
 //
 //     Call(Exported<CK_RV(CK_SLOT_ID, CK_ULONG_PTR)>("CA_GetTSV"), 0x7, &tsv);
 //
-// The one test that has the function's own name is its case (every_function_has_a_case_test.cpp looks for
-// it); tests of particular arguments have names of other kinds.
+// A function's case is the one test that has the function's name. every_function_has_a_case_test.cpp demands
+// it.
 #pragma once
 
 #include <type_traits>
@@ -47,16 +47,17 @@ protected:
         call = [=] { return function(arguments...); };
     }
 
-    // Before every call: sets what the call or its answer changes back to what it was.
+    // Runs `step` before every call. It undoes what the call or its answer changes.
     void Before(std::function<void()> step) { before = std::move(step); }
 
-    // What the target does in every call.
+    // The target runs `step` in every call.
     void Answer(std::function<void()> step) { script.answer = std::move(step); }
 
-    // The results to go through; success, a named and an unnamed error unless the test says otherwise.
+    // The target returns these results, one after the other. Else: success, a named error and an unnamed
+    // error.
     void Results(std::vector<NamedResult> wanted) { results = std::move(wanted); }
 
-    // The call never gets to the target; the result is the library's own.
+    // States that the call does not reach the target: the library answers it.
     void NotForwarded() { isForwarded = false; }
 
     void NewLog(const std::string& text);

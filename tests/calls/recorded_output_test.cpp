@@ -1,11 +1,11 @@
-// What records show of outputs that are not there, not yet or not to be looked at.
+// Outputs that are missing, that are too small, or that a record must not read.
 #include "records/ssl3_structures.h"
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
 
 using RecordedOutput = RecordedCall;
 
-TEST_F(RecordedOutput, OfALengthQueryOfEncrypt) {
+TEST_F(RecordedOutput, LengthQueryOfEncrypt_EndRecordShowsTheLength) {
     MemoryAtFixedAddress memory;
     CK_ULONG& length = memory.At<CK_ULONG>(0x12345678);
 
@@ -35,7 +35,7 @@ Command(Encrypt, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedOutput, OfEncryptWithTooSmallABuffer) {
+TEST_F(RecordedOutput, BufferOfEncryptIsTooSmall_EndRecordShowsBufferAndLength) {
     Results({{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}});
     MemoryAtFixedAddress memory;
     CK_ULONG& length = memory.At<CK_ULONG>(0x12345678);
@@ -68,7 +68,7 @@ Command(Encrypt, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedOutput, OfALengthQueryOfEncryptUpdate) {
+TEST_F(RecordedOutput, LengthQueryOfEncryptUpdate_EndRecordShowsTheLength) {
     MemoryAtFixedAddress memory;
     CK_ULONG& length = memory.At<CK_ULONG>(0x12345678);
 
@@ -97,7 +97,7 @@ Command(Encrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedOutput, OfEncryptUpdateWithTooSmallABuffer) {
+TEST_F(RecordedOutput, BufferOfEncryptUpdateIsTooSmall_EndRecordShowsOnlyTheLength) {
     Results({{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}});
     MemoryAtFixedAddress memory;
     CK_ULONG& length = memory.At<CK_ULONG>(0x12345678);
@@ -128,7 +128,7 @@ Command(Encrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedOutput, OfALengthQueryOfDigestEncryptUpdate) {
+TEST_F(RecordedOutput, LengthQueryOfDigestEncryptUpdate_EndRecordShowsTheLength) {
     auto part = Bytes("plain part");
     CK_ULONG length = 0;
     Before([&] { length = 7; });
@@ -153,7 +153,7 @@ Command(DigestEncrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
 })");
 }
 
-TEST_F(RecordedOutput, OfDigestEncryptUpdateWithTooSmallABuffer) {
+TEST_F(RecordedOutput, BufferOfDigestEncryptUpdateIsTooSmall_EndRecordShowsOnlyTheLength) {
     Results({{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}});
 
     auto part = Bytes("plain part");
@@ -181,7 +181,7 @@ Command(DigestEncrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
 })");
 }
 
-TEST_F(RecordedOutput, OfALengthQueryOfSignEncryptUpdate) {
+TEST_F(RecordedOutput, LengthQueryOfSignEncryptUpdate_EndRecordShowsTheLength) {
     auto part = Bytes("plain part");
     CK_ULONG length = 0;
     Before([&] { length = 7; });
@@ -206,7 +206,7 @@ Command(SignEncrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 })");
 }
 
-TEST_F(RecordedOutput, OfSignEncryptUpdateWithTooSmallABuffer) {
+TEST_F(RecordedOutput, BufferOfSignEncryptUpdateIsTooSmall_EndRecordShowsOnlyTheLength) {
     Results({{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}});
 
     auto part = Bytes("plain part");
@@ -234,7 +234,7 @@ Command(SignEncrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 })");
 }
 
-TEST_F(RecordedOutput, OfALengthQueryOfSign) {
+TEST_F(RecordedOutput, LengthQueryOfSign_EndRecordShowsNoBytes) {
     auto input = Bytes("to be signed");
     CK_ULONG length = 0;
     Answer([&] { length = 256; });
@@ -257,7 +257,7 @@ Command(Sign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedOutput, OfALengthQueryOfWrapKey) {
+TEST_F(RecordedOutput, LengthQueryOfWrapKey_EndRecordShowsTheLength) {
     CK_MECHANISM mechanism = {CKM_AES_ECB, nullptr, 0};
     CK_ULONG length = 0;
     Answer([&] { length = 40; });
@@ -283,7 +283,7 @@ Command(WrapKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedOutput, OfACountQueryOfSlots) {
+TEST_F(RecordedOutput, CountQueryOfSlots_EndRecordShowsNoSlot) {
     CK_ULONG count = 0;
     Answer([&] { count = 2; });
     Call(api.C_GetSlotList, CK_FALSE, nullptr, &count);
@@ -306,7 +306,7 @@ Command(GetSlotList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RecordedOutput, OfACountQueryOfMechanisms) {
+TEST_F(RecordedOutput, CountQueryOfMechanisms_EndRecordShowsNoMechanism) {
     CK_ULONG count = 0;
     Answer([&] { count = 2; });
     Call(api.C_GetMechanismList, 0x7, nullptr, &count);
@@ -329,7 +329,7 @@ Command(GetMechanismList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 })");
 }
 
-TEST_F(RecordedOutput, OfASearchThatFindsNothing) {
+TEST_F(RecordedOutput, SearchFindsNothing_EndRecordShowsAnEmptyList) {
     CK_OBJECT_HANDLE object = 0x62;
     CK_ULONG count = 0;
     Before([&] { count = 5; });
@@ -356,7 +356,7 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RecordedOutput, OfAttributesIsNotShownWhenTheFirstIsUnavailable) {
+TEST_F(RecordedOutput, FirstAttributeIsUnavailable_EndRecordShowsNoAttribute) {
     std::vector<CK_BYTE> label(16);
     CK_ATTRIBUTE attributes[2];
     Before([&] {
@@ -390,7 +390,7 @@ Command(GetAttributeValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
 })");
 }
 
-TEST_F(RecordedOutput, OfALengthQueryOfAttributes) {
+TEST_F(RecordedOutput, LengthQueryOfAttributes_EndRecordShowsNoValue) {
     CK_ATTRIBUTE attributes[1];
     Before([&] { attributes[0] = {CKA_LABEL, nullptr, 0}; });
     Answer([&] { attributes[0].ulValueLen = 6; });
@@ -420,7 +420,7 @@ Command(GetAttributeValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
 })");
 }
 
-TEST_F(RecordedOutput, OfNoAttributes) {
+TEST_F(RecordedOutput, TemplateIsNull_EndRecordShowsNoTemplate) {
     Call(api.C_GetAttributeValue, 0x51, 0x62, nullptr, 0);
     NewLog(R"(
 
@@ -442,7 +442,7 @@ Command(GetAttributeValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
 })");
 }
 
-TEST_F(RecordedOutput, OfTokenInfoIsItsAddressAloneWhenThatIsNull) {
+TEST_F(RecordedOutput, AddressOfTokenInfoIsNull_EndRecordShowsOnlyTheAddress) {
     Call(api.C_GetTokenInfo, 0x7, nullptr);
     NewLog(R"(
 
@@ -462,8 +462,8 @@ Command(GetTokenInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 })");
 }
 
-TEST_F(RecordedOutput, OfAWaitForASlotIsTheWholeAddress) {
-    // Nobody looks at what it points to.
+TEST_F(RecordedOutput, WaitForASlot_EndRecordShowsTheAddressOfTheSlot) {
+    // The record does not read what it points to.
     const auto slot = reinterpret_cast<CK_SLOT_ID_PTR>(0x123456789ABC);
     Call(api.C_WaitForSlotEvent, 0, slot, nullptr);
     NewLog(R"(
@@ -483,7 +483,7 @@ Command(WaitForSlotEvent, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 })");
 }
 
-TEST_F(RecordedOutput, OfTheKeysOfAConnection) {
+TEST_F(RecordedOutput, KeysOfAConnectionAreDerived_EndRecordShowsTheirHandles) {
     CK_SSL3_KEY_MAT_OUT keys = {};
     CK_SSL3_KEY_MAT_PARAMS parameter = {};
     parameter.pReturnedKeyMaterial = &keys;

@@ -1,11 +1,11 @@
-// A PIN is never shown, and neither is its length.
+// Records of the standard functions show neither a PIN nor its length.
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
 #include "tests/secrets/planted_secret.h"
 
 using RecordedPin = RecordedCall;
 
-TEST_F(RecordedPin, OfAnyLengthIsTheSameMask) {
+TEST_F(RecordedPin, PinOfAnyLength_RecordShowsTheSameMask) {
     auto pin = Bytes(PlantedSecret(1) + std::string(200, 'x'));
     Call(api.C_Login, 0x51, CKU_SO, pin.data(), pin.size());
     NewLog(R"(
@@ -26,7 +26,7 @@ Command(Login, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, OfNoLengthIsTheSameMask) {
+TEST_F(RecordedPin, EmptyPin_RecordShowsTheSameMask) {
     auto pin = Bytes(PlantedSecret(2));
     Call(api.C_Login, 0x51, CKU_CONTEXT_SPECIFIC, pin.data(), 0);
     NewLog(R"(
@@ -47,7 +47,7 @@ Command(Login, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, ThatIsNullHasNoValue) {
+TEST_F(RecordedPin, PinIsNull_RecordShowsNoValue) {
     Call(api.C_Login, 0x51, CKU_USER, nullptr, 6);
     NewLog(R"(
 
@@ -67,7 +67,7 @@ Command(Login, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, OfANewTokenMayBeNull) {
+TEST_F(RecordedPin, PinOfANewTokenIsNull_RecordShowsNoValue) {
     CK_UTF8CHAR label[32];
     PutPadded(label, "Name of the token");
     Call(api.C_InitToken, 0x7, nullptr, 6, label);
@@ -89,7 +89,7 @@ Command(InitToken, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, OfAUserMayBeNull) {
+TEST_F(RecordedPin, NewPinOfAUserIsNull_RecordShowsNoValue) {
     Call(api.C_InitPIN, 0x51, nullptr, 6);
     NewLog(R"(
 
@@ -108,7 +108,7 @@ Command(InitPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, ThatIsOldMayBeNull) {
+TEST_F(RecordedPin, OldPinIsNull_RecordShowsNoValueForIt) {
     auto pin = Bytes(PlantedSecret(2));
     Call(api.C_SetPIN, 0x51, nullptr, 6, pin.data(), pin.size());
     NewLog(R"(
@@ -129,7 +129,7 @@ Command(SetPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, ThatIsNewMayBeNull) {
+TEST_F(RecordedPin, NewPinIsNull_RecordShowsNoValueForIt) {
     auto pin = Bytes(PlantedSecret(2));
     Call(api.C_SetPIN, 0x51, pin.data(), pin.size(), nullptr, 6);
     NewLog(R"(
@@ -150,7 +150,7 @@ Command(SetPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RecordedPin, MayBeAnAddressThatCannotBeRead) {
+TEST_F(RecordedPin, AddressOfThePinCannotBeRead_RecordShowsTheMask) {
     MemoryBeforeAGap memory;
     Call(api.C_Login, 0x51, CKU_USER, static_cast<CK_UTF8CHAR_PTR>(memory.Gap()), 6);
     NewLog(R"(

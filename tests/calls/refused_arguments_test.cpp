@@ -1,4 +1,4 @@
-// Arguments that PKCS#11 forbids and that a target refuses: the application gets the target's answer, and the
+// Arguments that PKCS#11 forbids and that a target refuses. The application gets the target's answer, and the
 // records show what can be read.
 #include "tests/calls/call_data.h"
 #include "tests/calls/every_function.h"
@@ -6,7 +6,7 @@
 
 using RefusedArguments = RecordedCall;
 
-TEST_F(RefusedArguments, NoPlaceForASession) {
+TEST_F(RefusedArguments, NoPlaceForASession_RecordShowsHandle0) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_OpenSession, 0x7, CKF_SERIAL_SESSION, nullptr, nullptr, nullptr);
@@ -28,7 +28,7 @@ Command(OpenSession, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForAnObject) {
+TEST_F(RefusedArguments, NoPlaceForAnObject_RecordShowsHandle0) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_CreateObject, 0x51, nullptr, 3, nullptr);
@@ -52,7 +52,7 @@ Command(CreateObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 })");
 }
 
-TEST_F(RefusedArguments, NoPlacesForAKeyPair) {
+TEST_F(RefusedArguments, NoPlacesForAKeyPair_RecordShowsHandle0Twice) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_GenerateKeyPair, 0x51, nullptr, nullptr, 1, nullptr, 2, nullptr, nullptr);
@@ -81,7 +81,7 @@ Command(GenerateKeyPair, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForASize) {
+TEST_F(RefusedArguments, NoPlaceForASize_RecordShows0) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_GetObjectSize, 0x51, 0x62, nullptr);
@@ -103,7 +103,7 @@ Command(GetObjectSize, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForTheCountOfSlots) {
+TEST_F(RefusedArguments, NoPlaceForTheCountOfSlots_RecordShowsNoSlot) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     CK_SLOT_ID slots[1] = {0x11};
@@ -127,7 +127,7 @@ Command(GetSlotList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForTheCountOfObjects) {
+TEST_F(RefusedArguments, NoPlaceForTheCountOfObjects_RecordShowsNoObject) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     CK_OBJECT_HANDLE objects[1] = {0x62};
@@ -153,7 +153,7 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForTheLengthOfASignature) {
+TEST_F(RefusedArguments, NoPlaceForTheLengthOfASignature_RecordShowsNoBytes) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     auto input = Bytes("to be signed");
@@ -177,7 +177,7 @@ Command(Sign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForTheLengthOfCipherText) {
+TEST_F(RefusedArguments, NoPlaceForTheLengthOfCipherText_RecordShowsNoBytes) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     std::vector<CK_BYTE> output(4);
@@ -204,7 +204,7 @@ Command(Encrypt, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForTheLengthOfAPartOfCipherText) {
+TEST_F(RefusedArguments, NoPlaceForTheLengthOfAPartOfCipherText_RecordShowsNoBytes) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_EncryptUpdate, 0x51, nullptr, 5, nullptr, nullptr);
@@ -229,7 +229,7 @@ Command(Encrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForTheLengthOfAWrappedKey) {
+TEST_F(RefusedArguments, NoPlaceForTheLengthOfAWrappedKey_RecordShowsNoBytes) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_WrapKey, 0x51, nullptr, 0x62, 0x63, nullptr, nullptr);
@@ -254,7 +254,7 @@ Command(WrapKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForInfo) {
+TEST_F(RefusedArguments, NoPlaceForInfo_RecordShowsAnEmptyStructure) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
     Call(api.C_GetInfo, nullptr);
     NewLog(R"(
@@ -275,7 +275,7 @@ Command(GetInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForSlotInfo) {
+TEST_F(RefusedArguments, NoPlaceForSlotInfo_RecordShowsAnEmptyStructure) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
     Call(api.C_GetSlotInfo, 0x7, nullptr);
     NewLog(R"(
@@ -297,7 +297,7 @@ Command(GetSlotInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForSessionInfo) {
+TEST_F(RefusedArguments, NoPlaceForSessionInfo_RecordShowsZeros) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
     Call(api.C_GetSessionInfo, 0x51, nullptr);
     NewLog(R"(
@@ -317,7 +317,7 @@ Command(GetSessionInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForMechanismInfo) {
+TEST_F(RefusedArguments, NoPlaceForMechanismInfo_RecordShowsZeros) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
     Call(api.C_GetMechanismInfo, 0x7, 0x80000999, nullptr);
     NewLog(R"(
@@ -338,7 +338,7 @@ Command(GetMechanismInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 })");
 }
 
-TEST_F(RefusedArguments, PlaceThatIsTooShortForInfo) {
+TEST_F(RefusedArguments, PlaceIsTooShortForInfo_RecordShowsAnEmptyStructure) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -361,7 +361,7 @@ Command(GetInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, CountThatNobodySetForSlots) {
+TEST_F(RefusedArguments, CountOfSlotsIsNotSet_RecordShowsWhatCanBeRead) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -389,7 +389,7 @@ Command(GetSlotList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, CountThatNobodySetForMechanisms) {
+TEST_F(RefusedArguments, CountOfMechanismsIsNotSet_RecordShowsWhatCanBeRead) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -417,7 +417,7 @@ Command(GetMechanismList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 })");
 }
 
-TEST_F(RefusedArguments, CountThatNobodySetForObjects) {
+TEST_F(RefusedArguments, CountOfObjectsIsNotSet_RecordShowsWhatCanBeRead) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -447,7 +447,7 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, CountThatNobodySetForObjectsShowsNoMoreThanTheArrayHolds) {
+TEST_F(RefusedArguments, CountOfObjectsIsNotSet_RecordShowsNoMoreThanTheArrayHolds) {
     Results({{CKR_OPERATION_NOT_INITIALIZED, "CKR_OPERATION_NOT_INITIALIZED"}, {CKR_OK, "CKR_OK"}});
 
     CK_OBJECT_HANDLE objects[] = {0x62, 0x63, 0x64, 0x65};  // the last two are the application's own
@@ -476,7 +476,7 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 })");
 }
 
-TEST_F(RefusedArguments, LengthsBeyondTheBuffers) {
+TEST_F(RefusedArguments, LengthsAreTooLarge_RecordShowsWhatCanBeRead) {
     Results({{CKR_BUFFER_TOO_SMALL, "CKR_BUFFER_TOO_SMALL"}});
 
     MemoryBeforeAGap memory;
@@ -505,7 +505,7 @@ Command(Sign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, LengthThatIsUnavailable) {
+TEST_F(RefusedArguments, LengthIsUnavailable_RecordShowsSixteenF) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     auto input = Bytes("to be signed");
@@ -530,7 +530,7 @@ Command(Sign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, BufferThatCannotBeRead) {
+TEST_F(RefusedArguments, BufferCannotBeRead_RecordShowsNoBytes) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -555,7 +555,7 @@ Command(Digest, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, LengthThatCannotBeRead) {
+TEST_F(RefusedArguments, LengthCannotBeRead_RecordShowsNoBytes) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -581,7 +581,7 @@ Command(Digest, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, TemplateThatIsShorterThanItsCount) {
+TEST_F(RefusedArguments, TemplateIsShorterThanItsCount_RecordShowsWhatCanBeRead) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -615,7 +615,7 @@ Command(CreateObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 })");
 }
 
-TEST_F(RefusedArguments, MechanismParameterThatIsShorterThanItsLength) {
+TEST_F(RefusedArguments, ParameterIsShorterThanItsLength_RecordShowsWhatCanBeRead) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -639,7 +639,7 @@ Command(Encrypt, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, MechanismThatCannotBeRead) {
+TEST_F(RefusedArguments, MechanismCannotBeRead_RecordShowsType0) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -662,7 +662,7 @@ Command(Sign, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, LabelThatIsTooShort) {
+TEST_F(RefusedArguments, LabelIsTooShort_RecordShowsWhatCanBeRead) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     MemoryBeforeAGap memory;
@@ -685,7 +685,7 @@ Command(InitToken, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoParameterForTheKeysOfAConnection) {
+TEST_F(RefusedArguments, NoParameterForTheKeysOfAConnection_RecordShowsHandles0) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     CK_MECHANISM mechanism = {CKM_SSL3_KEY_AND_MAC_DERIVE, nullptr, 0};
@@ -717,7 +717,7 @@ Command(DeriveKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(RefusedArguments, NoPlaceForADerivedKey) {
+TEST_F(RefusedArguments, NoPlaceForADerivedKey_RecordShowsHandle0) {
     Results({{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"}});
 
     Call(api.C_DeriveKey, 0x51, nullptr, 0x62, nullptr, 0, nullptr);
@@ -781,23 +781,23 @@ protected:
 
 }  // namespace
 
-TEST_F(RefusedWords, MayBeZero) { ExpectTwoRecords(0); }
+TEST_F(RefusedWords, EveryWordIsZero_CallReturnsAndIsLogged) { ExpectTwoRecords(0); }
 
-TEST_F(RefusedWords, MayBeAllOnes) { ExpectTwoRecords(~TargetWord{0}); }
+TEST_F(RefusedWords, EveryWordIsAllOnes_CallReturnsAndIsLogged) { ExpectTwoRecords(~TargetWord{0}); }
 
-TEST_F(RefusedWords, MayBeSmallNumbers) { ExpectTwoRecords(1); }
+TEST_F(RefusedWords, EveryWordIsASmallNumber_CallReturnsAndIsLogged) { ExpectTwoRecords(1); }
 
-TEST_F(RefusedWords, MayBeAddressesThatCannotBeRead) {
+TEST_F(RefusedWords, EveryWordIsAnUnreadableAddress_CallReturnsAndIsLogged) {
     ExpectTwoRecords(reinterpret_cast<TargetWord>(memory.Gap()));
 }
 
-TEST_F(RefusedWords, MayBeNoAddressesAtAll) { ExpectTwoRecords(0x8000000000000000); }
+TEST_F(RefusedWords, EveryWordIsNoAddress_CallReturnsAndIsLogged) { ExpectTwoRecords(0x8000000000000000); }
 
-TEST_F(RefusedWords, MayBeTheAddressOfTheLastByteOfMemory) {
+TEST_F(RefusedWords, EveryWordIsTheAddressOfTheLastByte_CallReturnsAndIsLogged) {
     ExpectTwoRecords(reinterpret_cast<TargetWord>(memory.Last(Bytes("x"))));
 }
 
-TEST_F(RefusedWords, MayBeTheAddressOfOnesAtTheEndOfMemory) {
+TEST_F(RefusedWords, EveryWordIsTheAddressOfOnesAtTheEndOfMemory_CallReturnsAndIsLogged) {
     const std::vector<TargetWord> ones(200, ~TargetWord{0});
     ExpectTwoRecords(reinterpret_cast<TargetWord>(memory.Last(ones)));
 }

@@ -93,7 +93,7 @@ TEST_F(DescriptorMemory, FourTimesTheHandlesCostAtMostFiveTimesTheMemory) {
     EXPECT_LE(BytesTakenByHandles(200000), 5 * BytesTakenByHandles(50000));
 }
 
-TEST_F(DescriptorMemory, AChildForWhichThereIsNoRoomIsGone) {
+TEST_F(DescriptorMemory, NoMemoryForAChild_ChildIsDeleted) {
     DescriptorComposite composite;
     for (unsigned i = 0; i < 8; ++i) composite.AddDescriptor(new SessionHandleDescriptor(i));
     auto* const ninth = new SessionHandleDescriptor(8);
@@ -107,7 +107,7 @@ TEST_F(DescriptorMemory, AChildForWhichThereIsNoRoomIsGone) {
     EXPECT_EQ(composite.ChildCount(), 9U);
 }
 
-TEST_F(DescriptorMemory, AValueThatCannotBeCopiedIsNoValue) {
+TEST_F(DescriptorMemory, NoMemoryForAValue_DescriptorHoldsNoValue) {
     bUseNewLogFormat.store(1);
     ValueDescriptor value("before", 6);
     isOutOfMemory = true;
@@ -122,7 +122,7 @@ TEST_F(DescriptorMemory, AValueThatCannotBeCopiedIsNoValue) {
     bUseNewLogFormat.store(0);
 }
 
-TEST_F(DescriptorMemory, ARecordThatCannotBePrintedIsNotWrittenAtAll) {
+TEST_F(DescriptorMemory, NoMemoryForARecord_NothingIsWritten) {
     LoggingConfigurationFile file;
     const std::string log = file.directory.File("log");
     AbstractDescriptor::CloseCaptureStream();
