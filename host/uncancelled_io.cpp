@@ -42,8 +42,8 @@ int CloseUncancelled(int descriptor) {
 int SigtimedwaitUncancelled(const sigset_t* signals, const timespec* timeout) {
     if (!isAsynchronousBehindShield) return sigtimedwait(signals, nullptr, timeout);
 #if defined(__linux__)
-    constexpr std::size_t kKernelsSize =
-        8;  // the kernel's set of signals is smaller than that of the C library
+    // The kernel's set of signals is smaller than that of the C library.
+    constexpr std::size_t kKernelsSize = 8;
     return static_cast<int>(syscall(SYS_rt_sigtimedwait, signals, nullptr, timeout, kKernelsSize));
 #else
     return static_cast<int>(syscall(SYS_sigtimedwait, signals, nullptr, timeout));

@@ -47,7 +47,7 @@ protected:
     }
 };
 
-TEST_F(Announcements, RaiseNoSignalWhenNobodyReadsThem) {
+TEST_F(Announcements, NobodyReadsStandardOutput_NoSignalIsRaised) {
     EXPECT_TRUE(Survives([] {
         std::signal(SIGPIPE, SIG_DFL);
         int ends[2];
@@ -58,7 +58,7 @@ TEST_F(Announcements, RaiseNoSignalWhenNobodyReadsThem) {
     }));
 }
 
-TEST_F(Announcements, DoNotWaitForWhoeverReadsThem) {
+TEST_F(Announcements, StandardOutputIsAFullPipe_StartDoesNotWait) {
     EXPECT_TRUE(Survives([] {
         int ends[2];
         ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
@@ -77,7 +77,7 @@ TEST_F(Announcements, DoNotWaitForWhoeverReadsThem) {
     }));
 }
 
-TEST_F(Announcements, RaiseNoSignalAtTheLimitOfAFilesSize) {
+TEST_F(Announcements, StandardOutputIsAFileAtItsLimit_NoSignalIsRaised) {
     std::ofstream(OutputPath()) << std::string(100, 'o');
     EXPECT_TRUE(Survives([this] {
         OutputGoesToFile();
@@ -91,7 +91,7 @@ TEST_F(Announcements, RaiseNoSignalAtTheLimitOfAFilesSize) {
     EXPECT_EQ(Contents(OutputPath()), std::string(100, 'o'));
 }
 
-TEST_F(Announcements, AreLeftOutWithoutAStandardOutput) {
+TEST_F(Announcements, NoStandardOutput_NothingIsAnnounced) {
     EXPECT_TRUE(Survives([this] {
         std::fflush(stdout);
         close(STDOUT_FILENO);
@@ -104,7 +104,7 @@ TEST_F(Announcements, AreLeftOutWithoutAStandardOutput) {
     EXPECT_EQ(Contents(OutputPath()), "");
 }
 
-TEST_F(Announcements, AreNotRepeatedByAChild) {
+TEST_F(Announcements, ChildIsForked_AnnouncementsAreNotRepeated) {
     const std::string once = OutputOfACall();
     EXPECT_TRUE(Survives([this] {
         OutputGoesToFile();

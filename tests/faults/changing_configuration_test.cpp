@@ -65,7 +65,7 @@ protected:
     }
 };
 
-TEST_F(ChangingConfiguration, CutToAnyLengthBeforeTheRead) {
+TEST_F(ChangingConfiguration, FileIsCutBeforeTheRead_ValueIsWhatStandsOrTheDefault) {
     const std::string text = TextWithLog(kOneLog);
     const std::size_t begin = text.find(kOneLog);
     CkLogConfig store;
@@ -83,7 +83,7 @@ TEST_F(ChangingConfiguration, CutToAnyLengthBeforeTheRead) {
     }
 }
 
-TEST_F(ChangingConfiguration, WrittenToAnyLengthBeforeTheRead) {
+TEST_F(ChangingConfiguration, FileIsRewrittenBeforeTheRead_ValueIsABeginningOfTheNewOneOrTheDefault) {
     const std::string text = TextWithLog(kOtherLog);
     CkLogConfig store;
     for (std::size_t size = 0; size <= text.size(); ++size) {
@@ -96,7 +96,7 @@ TEST_F(ChangingConfiguration, WrittenToAnyLengthBeforeTheRead) {
 }
 
 // What was opened is read to its end, whatever has its name by then.
-TEST_F(ChangingConfiguration, ReplacedBeforeTheRead) {
+TEST_F(ChangingConfiguration, FileIsReplacedBeforeTheRead_ValueIsThatOfTheOpenedFile) {
     CkLogConfig store;
     betweenSizeAndRead = [this] { Replace(TextWithLog(kOtherLog)); };
     EXPECT_EQ(store.LogFileName(), kOneLog);
@@ -107,7 +107,7 @@ TEST_F(ChangingConfiguration, ReplacedBeforeTheRead) {
     EXPECT_EQ(store.LogFileName(), kDefaultLog);
 }
 
-TEST_F(ChangingConfiguration, GrownBeforeTheRead) {
+TEST_F(ChangingConfiguration, FileGrowsBeforeTheRead_ValueIsTheDefault) {
     CkLogConfig store;
     WriteConfigurationFile("\n");
     std::string grown = "\n";
@@ -136,7 +136,7 @@ void DoDuring(const std::function<void(int)>& change, const std::function<void()
     writer.join();
 }
 
-TEST_F(ChangingConfiguration, ReplacedAllTheTime) {
+TEST_F(ChangingConfiguration, FileIsReplacedAllTheTime_ValueIsAlwaysOneThatStood) {
     CkLogConfig store;
     std::set<std::string> found;
     DoDuring([this](int i) { Replace(TextWithLog(i % 2 == 0 ? kOneLog : kOtherLog)); },
@@ -145,7 +145,7 @@ TEST_F(ChangingConfiguration, ReplacedAllTheTime) {
     EXPECT_EQ(found, (std::set<std::string>{kOneLog, kOtherLog}));
 }
 
-TEST_F(ChangingConfiguration, WrittenAnewAllTheTime) {
+TEST_F(ChangingConfiguration, FileIsRewrittenAllTheTime_ValueIsAlwaysABeginningOrTheDefault) {
     CkLogConfig store;
     std::set<std::string> found;
     DoDuring([this](int i) { WriteConfigurationFile(TextWithLog(i % 2 == 0 ? kOneLog : kOtherLog)); },
@@ -158,7 +158,7 @@ TEST_F(ChangingConfiguration, WrittenAnewAllTheTime) {
 }
 
 // What an application notices of it: nothing. What its log shows: the changes.
-TEST_F(ChangingConfiguration, WhileAnApplicationMakesCalls) {
+TEST_F(ChangingConfiguration, FileChangesDuringCalls_CallsGoOnAndTheLogShowsTheChanges) {
     Set("LoggingMask", "SESSION_FUNC");
     const std::string sessions = ConfigurationText();
     Set("LoggingMask", "MISC_FUNC|QUORVANTH_FUNC");

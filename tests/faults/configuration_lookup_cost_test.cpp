@@ -101,7 +101,7 @@ protected:
 
 // In proportion to the length, every doubling of it doubles what was added before; with its square, it is
 // four times as much.
-TEST_P(ConfigurationLookupCost, GrowsWithTheLengthOfTheFile) {
+TEST_P(ConfigurationLookupCost, FileGrows_CostGrowsWithItsLength) {
     const std::size_t cost = StepsOfLookup(kLength);
     const std::size_t costOfTwice = StepsOfLookup(2 * kLength);
     const std::size_t costOfFourTimes = StepsOfLookup(4 * kLength);
@@ -110,7 +110,7 @@ TEST_P(ConfigurationLookupCost, GrowsWithTheLengthOfTheFile) {
     EXPECT_LE(costOfFourTimes, kMostStepsPerCharacter * 4 * kLength);
 }
 
-TEST_P(ConfigurationLookupCost, IsOneReadOfTheFile) {
+TEST_P(ConfigurationLookupCost, OneLookup_ReadsTheFileOnce) {
     Write(kLength);
     CkLogConfig store;
     reads = 0;

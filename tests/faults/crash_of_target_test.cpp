@@ -89,7 +89,7 @@ protected:
     }
 };
 
-TEST_F(CrashOfTarget, BySegmentationFault) {
+TEST_F(CrashOfTarget, TargetDiesOfASegmentationFault_StartRecordIsInTheLog) {
     // The address sanitizer makes an end of its own of it.
     const auto isExpected = [](int status) {
         return CKSCRIBE_IS_SANITIZED ? status != 0 : WIFSIGNALED(status) && WTERMSIG(status) == SIGSEGV;
@@ -98,15 +98,15 @@ TEST_F(CrashOfTarget, BySegmentationFault) {
     Die(ReadUnmappedMemory, isExpected);
 }
 
-TEST_F(CrashOfTarget, ByAbort) {
+TEST_F(CrashOfTarget, TargetAborts_StartRecordIsInTheLog) {
     Die(Abort, [](int status) { return WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT; });
 }
 
-TEST_F(CrashOfTarget, ByKill) {
+TEST_F(CrashOfTarget, TargetKillsTheProcess_StartRecordIsInTheLog) {
     Die(Kill, [](int status) { return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL; });
 }
 
-TEST_F(CrashOfTarget, ByExit) {
+TEST_F(CrashOfTarget, TargetExits_StartRecordIsInTheLog) {
     Die(LeaveAtOnce, [](int status) { return WIFEXITED(status) && WEXITSTATUS(status) == 7; });
     Die(Leave, [](int status) { return WIFEXITED(status) && WEXITSTATUS(status) == 8; });
 }

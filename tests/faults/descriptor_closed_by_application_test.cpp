@@ -61,7 +61,7 @@ protected:
     static void ExpectThatItIsOpen(int descriptor) { EXPECT_EQ(write(descriptor, "own text\n", 9), 9); }
 };
 
-TEST_F(DescriptorClosedByApplication, IsOpenedAgain) {
+TEST_F(DescriptorClosedByApplication, AllDescriptorsAreClosed_LogGoesOn) {
     EXPECT_TRUE(Survives([] {
         Library library;
         for (CK_ULONG session = 1; session <= 5; ++session) {
@@ -78,7 +78,7 @@ TEST_F(DescriptorClosedByApplication, IsOpenedAgain) {
     EXPECT_EQ(sessions.back(), 6U);
 }
 
-TEST_F(DescriptorClosedByApplication, AndGivenToAFileOfTheApplication) {
+TEST_F(DescriptorClosedByApplication, NumberIsGivenToAFileOfTheApplication_LogGoesOnAndTheFileIsUntouched) {
     EXPECT_TRUE(Survives([this] {
         Library library;
         library->C_Logout(1);
@@ -94,7 +94,7 @@ TEST_F(DescriptorClosedByApplication, AndGivenToAFileOfTheApplication) {
     EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1, 2, 3}));
 }
 
-TEST_F(DescriptorClosedByApplication, AndGivenToAFileOfTheApplicationDuringACall) {
+TEST_F(DescriptorClosedByApplication, NumberIsGivenToAFileDuringACall_LogGoesOnAndTheFileIsUntouched) {
     static int descriptor;
     static std::string ownPath;
     ownPath = OwnPath();
@@ -114,7 +114,7 @@ TEST_F(DescriptorClosedByApplication, AndGivenToAFileOfTheApplicationDuringACall
     EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1, 2}));
 }
 
-TEST_F(DescriptorClosedByApplication, IsNotClosedWhenTheLibraryStops) {
+TEST_F(DescriptorClosedByApplication, NumberIsGivenToAFile_StopLeavesTheFileOpen) {
     const auto expectThatStopLeavesIt = [this](void (*stop)(Library&)) {
         unlink(OwnPath().c_str());
         EXPECT_TRUE(Survives([this, stop] {
@@ -133,7 +133,7 @@ TEST_F(DescriptorClosedByApplication, IsNotClosedWhenTheLibraryStops) {
 }
 
 // Where it can find the log again, too.
-TEST_F(DescriptorClosedByApplication, IsOpenedAgainInAnotherDirectory) {
+TEST_F(DescriptorClosedByApplication, ApplicationChangesItsDirectory_LogGoesOn) {
     EXPECT_TRUE(Survives([] {
         Library library;
         library->C_Logout(1);
@@ -145,7 +145,7 @@ TEST_F(DescriptorClosedByApplication, IsOpenedAgainInAnotherDirectory) {
 }
 
 // And when it cannot, calls go on.
-TEST_F(DescriptorClosedByApplication, CannotBeOpenedAgain) {
+TEST_F(DescriptorClosedByApplication, LogCannotBeOpenedAgain_CallsGoOn) {
     EXPECT_TRUE(Survives([this] {
         Library library;
         library->C_Logout(1);

@@ -155,7 +155,7 @@ protected:
     }
 };
 
-TEST_F(EndedThreads, CancelledInTheTarget) {
+TEST_F(EndedThreads, CancelledInTheTarget_NoLockStaysLocked) {
     for (const EndlessCall& each : kEndlessCalls) {
         ExpectRecordsOfVictim(1, [&each](MarkedCaller& caller) {
             targetAnswer = each.target;
@@ -165,7 +165,7 @@ TEST_F(EndedThreads, CancelledInTheTarget) {
     }
 }
 
-TEST_F(EndedThreads, EndedByThemselvesInTheTarget) {
+TEST_F(EndedThreads, EndedByThemselvesInTheTarget_NoLockStaysLocked) {
     ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
         targetAnswer = ExitInTarget;
         Victim victim{&caller};
@@ -173,14 +173,14 @@ TEST_F(EndedThreads, EndedByThemselvesInTheTarget) {
     });
 }
 
-TEST_F(EndedThreads, CancelledBeforeTheFirstCall) {
+TEST_F(EndedThreads, CancelledBeforeTheFirstCall_LibraryStartsForOthers) {
     ExpectRecordsOfVictim(2, [](MarkedCaller& caller) {
         Victim victim{&caller, PTHREAD_CANCEL_DEFERRED, CancelSelf};
         ExpectCancelled(Begin(Victim::Run, victim));
     });
 }
 
-TEST_F(EndedThreads, CancelledWhileTheTargetIsBeingLoaded) {
+TEST_F(EndedThreads, CancelledWhileTheTargetIsLoaded_LibraryStartsForOthers) {
     struct Case {
         int cancelType;
         unsigned long next;
@@ -198,7 +198,7 @@ TEST_F(EndedThreads, CancelledWhileTheTargetIsBeingLoaded) {
     }
 }
 
-TEST_F(EndedThreads, CancelledWhileARecordIsMade) {
+TEST_F(EndedThreads, CancelledWhileARecordIsMade_RecordIsWhole) {
     struct Case {
         int cancelType;
         void (*setUp)();
@@ -223,7 +223,7 @@ TEST_F(EndedThreads, CancelledWhileARecordIsMade) {
     }
 }
 
-TEST_F(EndedThreads, CancelledAtAnyTime) {
+TEST_F(EndedThreads, CancelledAtAnyTime_OthersGoOn) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kRounds = 500;
         targetAnswer = GiveDataBack;
@@ -259,7 +259,7 @@ TEST_F(EndedThreads, CancelledAtAnyTime) {
 
 MarkedCaller* lastCaller = nullptr;
 
-TEST_F(EndedThreads, CallingWhileTheyEnd) {
+TEST_F(EndedThreads, CallsWhileTheThreadEnds_ReachTheTarget) {
     ExpectRecordsOfVictim(6, [](MarkedCaller& caller) {
         lastCaller = &caller;
         static pthread_key_t key;
@@ -279,7 +279,7 @@ TEST_F(EndedThreads, CallingWhileTheyEnd) {
 
 // ---- In a function of the vendor --------------------------------------------------------------------------
 
-TEST_F(EndedThreads, CancelledInTheTargetByAFunctionOfTheVendor) {
+TEST_F(EndedThreads, CancelledInAVendorFunction_NoLockStaysLocked) {
     for (const char* const isNewFormat : {"0", "1"}) {
         Set("NewFormat", isNewFormat);
         for (const EndlessCall& each : kEndlessCalls) {
@@ -295,7 +295,7 @@ TEST_F(EndedThreads, CancelledInTheTargetByAFunctionOfTheVendor) {
     }
 }
 
-TEST_F(EndedThreads, EndedByThemselvesInTheTargetByAFunctionOfTheVendor) {
+TEST_F(EndedThreads, EndedByThemselvesInAVendorFunction_NoLockStaysLocked) {
     ExpectRecordsOfVictim(
         1,
         [](MarkedCaller& caller) {
@@ -306,7 +306,7 @@ TEST_F(EndedThreads, EndedByThemselvesInTheTargetByAFunctionOfTheVendor) {
         Marked::kVendor);
 }
 
-TEST_F(EndedThreads, CancelledWhileARecordOfTheVendorIsMade) {
+TEST_F(EndedThreads, CancelledWhileARecordOfTheVendorIsMade_RecordIsWhole) {
     for (const int cancelType : {PTHREAD_CANCEL_DEFERRED, PTHREAD_CANCEL_ASYNCHRONOUS}) {
         for (void (*const inWhich)() : {CancelSelf, CancelSelfInSecondRecord}) {
             // At any instruction: it ends with the record, and does not come to the call behind the first
@@ -377,7 +377,7 @@ protected:
     }
 };
 
-TEST_F(EndedThreadsWithLists, CancelledInTheTarget) {
+TEST_F(EndedThreadsWithLists, CancelledWhileAListIsAskedFor_NoLockStaysLocked) {
     for (const char* const function : kGetLists) {
         for (const EndlessCall& each : kEndlessCalls) {
             SearchAndRemove(LogPath());
@@ -408,7 +408,7 @@ TEST_F(EndedThreadsWithLists, CancelledInTheTarget) {
     }
 }
 
-TEST_F(EndedThreadsWithLists, CancelledAtAnyTime) {
+TEST_F(EndedThreadsWithLists, CancelledAtAnyTimeWithLists_OthersGoOn) {
     EXPECT_TRUE(Survives([] {
         constexpr unsigned kRounds = 200;
         targetAnswer = GiveDataBack;

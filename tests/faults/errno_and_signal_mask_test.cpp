@@ -104,14 +104,14 @@ protected:
     }
 };
 
-TEST_F(ErrnoAndSignalMask, PassLoggedCalls) {
+TEST_F(ErrnoAndSignalMask, CallIsLogged_ErrnoAndSignalMaskAreTheTargets) {
     EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
     EXPECT_NE(Log(), "");
     Set("NewFormat", "0");
     EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
 }
 
-TEST_F(ErrnoAndSignalMask, PassCallsThatAreNotLogged) {
+TEST_F(ErrnoAndSignalMask, CallIsNotLogged_ErrnoAndSignalMaskAreTheTargets) {
     Set("LoggingMask", "none");
     EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction));
     Set("LoggingMask", "ALL_FUNC");
@@ -122,14 +122,14 @@ TEST_F(ErrnoAndSignalMask, PassCallsThatAreNotLogged) {
     EXPECT_EQ(Log().find("Logout"), std::string::npos);
 }
 
-TEST_F(ErrnoAndSignalMask, PassCallsWhoseLogFails) {
+TEST_F(ErrnoAndSignalMask, LogFails_ErrnoAndSignalMaskAreTheTargets) {
     for (const std::string& log : {std::string("/dev/full"), directory.File("missing/calls.log")}) {
         Set("File", log);
         EXPECT_TRUE(Survives(ExpectThatTheyPassEveryFunction)) << log;
     }
 }
 
-TEST_F(ErrnoAndSignalMask, PassCallsWithoutATarget) {
+TEST_F(ErrnoAndSignalMask, NoTarget_ErrnoAndSignalMaskStay) {
     Set("LibUNIX64", directory.File("missing.so"));
     EXPECT_TRUE(Survives([] {
         const Library library;
@@ -137,7 +137,7 @@ TEST_F(ErrnoAndSignalMask, PassCallsWithoutATarget) {
     }));
 }
 
-TEST_F(ErrnoAndSignalMask, PassCallsThatFindNoConfiguration) {
+TEST_F(ErrnoAndSignalMask, NoConfiguration_ErrnoAndSignalMaskStay) {
     EXPECT_TRUE(Survives([this] {
         targetAnswer = LookAroundAndChange;
         const Library library;
@@ -148,7 +148,7 @@ TEST_F(ErrnoAndSignalMask, PassCallsThatFindNoConfiguration) {
 }
 
 // The start and the stop of the library, by the host and by a call.
-TEST_F(ErrnoAndSignalMask, PassStartAndStop) {
+TEST_F(ErrnoAndSignalMask, StartAndStop_ErrnoAndSignalMaskStay) {
     EXPECT_TRUE(Survives([] {
         const Library library;
         SetSignalMask({SIGUSR1, SIGPIPE});

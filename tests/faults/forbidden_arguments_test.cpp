@@ -218,7 +218,7 @@ CK_ULONG EndOfPage(CK_ULONG address) { return (address / GuardedPages::kPage + 1
 
 }  // namespace
 
-TEST_P(ForbiddenArguments, PointersThatAreNull) {
+TEST_P(ForbiddenArguments, PointersAreNull_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall& lawful) {
             std::vector<Variant> variants = {Lawful()};
@@ -237,7 +237,7 @@ TEST_P(ForbiddenArguments, PointersThatAreNull) {
         AllResults());
 }
 
-TEST_P(ForbiddenArguments, PointersToMemoryThatIsNotThere) {
+TEST_P(ForbiddenArguments, PointersLeadToNoMemory_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall& lawful) {
             std::vector<Variant> variants;
@@ -253,7 +253,7 @@ TEST_P(ForbiddenArguments, PointersToMemoryThatIsNotThere) {
         AllResults());
 }
 
-TEST_P(ForbiddenArguments, InputsThatEndBeforeUnmappedMemory) {
+TEST_P(ForbiddenArguments, LengthsGoBeyondTheMemory_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall& lawful) {
             std::vector<Variant> variants = {Lawful()};
@@ -266,7 +266,7 @@ TEST_P(ForbiddenArguments, InputsThatEndBeforeUnmappedMemory) {
         AllResults());
 }
 
-TEST_P(ForbiddenArguments, CountsThatNobodySetAfterARefusal) {
+TEST_P(ForbiddenArguments, CountsAreNotSetAfterARefusal_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall& lawful) {
             std::vector<Variant> variants;
@@ -285,7 +285,7 @@ TEST_P(ForbiddenArguments, CountsThatNobodySetAfterARefusal) {
         Refusals());
 }
 
-TEST_P(ForbiddenArguments, MemoryThatGoesDuringARefusedCall) {
+TEST_P(ForbiddenArguments, MemoryGoesDuringARefusedCall_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall&) {
             return std::vector<Variant>{{"memory goes", {}, {}, &GuardedCall::CloseEverything}};
@@ -294,7 +294,7 @@ TEST_P(ForbiddenArguments, MemoryThatGoesDuringARefusedCall) {
 }
 
 // Once the target has taken what it needs, a successful call may lose its input, too.
-TEST_P(ForbiddenArguments, InputThatGoesDuringACall) {
+TEST_P(ForbiddenArguments, InputGoesDuringACall_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall&) {
             return std::vector<Variant>{{"input goes", {}, {}, &GuardedCall::CloseInputs}};

@@ -79,7 +79,7 @@ protected:
     }
 };
 
-TEST_F(Fork, LeavesChildrenThatLogUnderTheirOwnProcess) {
+TEST_F(Fork, ChildrenCall_LogUnderTheirOwnProcess) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kRounds = 1000;
         SharedNumbers grandchildren(kRounds);
@@ -143,7 +143,7 @@ TEST_F(Fork, LeavesChildrenThatLogUnderTheirOwnProcess) {
     }));
 }
 
-TEST_F(Fork, WaitsForAStartOnAnotherThread) {
+TEST_F(Fork, AnotherThreadStartsTheLibrary_ForkWaitsForIt) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kRounds = 100;
         targetAnswer = GiveDataBack;
@@ -167,7 +167,7 @@ TEST_F(Fork, WaitsForAStartOnAnotherThread) {
 
 // Only the lists are looked at under the lock here, and asked whether they can be written, for each that asks
 // for them. The parent's threads ask all the time; children are made all the same, and none is left locked.
-TEST_F(Fork, MayHappenWhileOthersAskForTheFunctionLists) {
+TEST_F(Fork, OthersAskForTheFunctionLists_ChildHasWholeLists) {
     Set("LoggingMask", "SIGN_VERIFY_FUNC");
     Set("LibUNIX64", TARGET_WITH_CONST_LISTS);
     EXPECT_TRUE(Survives([this] {
@@ -215,7 +215,7 @@ TEST_F(Fork, MayHappenWhileOthersAskForTheFunctionLists) {
 }
 
 // As a target does that runs another program when it is loaded.
-TEST_F(Fork, MayHappenWhileTheTargetIsBeingLoaded) {
+TEST_F(Fork, TargetIsBeingLoaded_ChildCalls) {
     EXPECT_TRUE(Survives([this] {
         targetAnswer = GiveDataBack;
         onTargetLoaded = [] { ExpectSuccess(ForkFor(BecomeAnotherProgram)); };

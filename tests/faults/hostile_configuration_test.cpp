@@ -103,7 +103,7 @@ protected:
     }
 };
 
-TEST_P(DamagedConfiguration, AtTheStartMeansTheDefaults) {
+TEST_P(DamagedConfiguration, FileDamagedAtTheStart_DefaultsCount) {
     const std::string kElsewhere = directory.File("elsewhere");
     std::filesystem::create_directory(kElsewhere);
     std::filesystem::permissions(kElsewhere, std::filesystem::perms::all);
@@ -186,24 +186,24 @@ protected:
     }
 };
 
-TEST_F(HostileConfiguration, WithoutLineEnds) {
+TEST_F(HostileConfiguration, NoLineEnds_ValuesCount) {
     WriteConfigurationFile(TextInOneLine());
     ExpectThatTheValuesStand();
 }
 
-TEST_F(HostileConfiguration, WithoutClosingBrace) {
+TEST_F(HostileConfiguration, NoClosingBrace_ValuesCount) {
     WriteConfigurationFile(OpenText());
     ExpectThatTheValuesStand();
 }
 
-TEST_F(HostileConfiguration, WithLineEndsOfOtherSystems) {
+TEST_F(HostileConfiguration, LineEndsOfOtherSystems_ValuesCount) {
     std::string text = ConfigurationText();
     std::replace(text.begin(), text.end(), '\n', '\r');
     WriteConfigurationFile(text);
     ExpectThatTheValuesStand();
 }
 
-TEST_F(HostileConfiguration, OfAGibibyteInOneLine) {
+TEST_F(HostileConfiguration, LineOfAGibibyte_ValuesCount) {
     const std::string filling = Bytes('x', std::size_t{1} << 20);
     const std::string text = TextInOneLine();
     {
@@ -215,13 +215,13 @@ TEST_F(HostileConfiguration, OfAGibibyteInOneLine) {
     ExpectThatTheValuesStand();
 }
 
-TEST_F(HostileConfiguration, EndsAtANul) {
+TEST_F(HostileConfiguration, NulInTheText_TextEndsThere) {
     WriteConfigurationFile(OpenText() + '\0' + "   LoggingLevel = DESTROY;\n}\n");
     ExpectThatTheValuesStand();
 }
 
 // Every byte in front of a section: after a blank or the end of a line it is found all the same.
-TEST_F(HostileConfiguration, HoldsEveryByteValueInFrontOfTheSection) {
+TEST_F(HostileConfiguration, EveryByteValueInFrontOfTheSection_ValuesCountAsFarAsTheyStand) {
     EXPECT_TRUE(Survives([&] {
         Library library;
         for (int byte = 0; byte < 256; ++byte) {
@@ -234,7 +234,7 @@ TEST_F(HostileConfiguration, HoldsEveryByteValueInFrontOfTheSection) {
 }
 
 // Every byte in place of an entry and in values. A log has any name that a value may have.
-TEST_F(HostileConfiguration, HoldsEveryByteValueInTheSection) {
+TEST_F(HostileConfiguration, EveryByteValueInTheSection_ValuesCountAsFarAsTheyStand) {
     const std::string kBeginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
     // The text and the section end here; no entry behind counts.
     const std::string kEndsEverything = std::string("}") + '\0';
@@ -272,7 +272,7 @@ TEST_F(HostileConfiguration, HoldsEveryByteValueInTheSection) {
     }));
 }
 
-TEST_F(HostileConfiguration, HoldsValuesOfEveryLength) {
+TEST_F(HostileConfiguration, ValuesOfEveryLength_CallsGoOn) {
     EXPECT_TRUE(Survives([this] {
         ASSERT_EQ(chdir(directory.Path().c_str()), 0);
         Library library;
@@ -316,7 +316,7 @@ protected:
     bool isNewFormat = false;
 };
 
-TEST_F(LongValue, OfTheLogIsCut) {
+TEST_F(LongValue, LongPathOfTheLog_IsCut) {
     Set("File", LongName(LogPath(), kLongestPath));
     ExpectThatTheValuesStand();
     for (const std::size_t cut : {1U, 2U}) {
@@ -328,7 +328,7 @@ TEST_F(LongValue, OfTheLogIsCut) {
     }
 }
 
-TEST_F(LongValue, OfTheErrorFileIsCut) {
+TEST_F(LongValue, LongPathOfTheErrorFile_IsCut) {
     Set("File", directory.File("missing/calls.log"));
     for (const std::size_t cut : {0U, 1U, 2U}) {
         const std::string path = ErrorPath();
@@ -339,14 +339,14 @@ TEST_F(LongValue, OfTheErrorFileIsCut) {
     }
 }
 
-TEST_F(LongValue, OfTheTargetIsCut) {
+TEST_F(LongValue, LongPathOfTheTarget_IsCut) {
     Set("LibUNIX64", LongName(SCRIPTED_TARGET, kLongestPath));
     EXPECT_TRUE(Survives([] { EXPECT_EQ(Library()->C_Logout(1), CKR_OK); }));
     Set("LibUNIX64", LongName(SCRIPTED_TARGET, kLongestPath + 1));
     EXPECT_TRUE(Survives([] { EXPECT_EQ(Library()->C_Logout(1), CKR_FUNCTION_NOT_SUPPORTED); }));
 }
 
-TEST_F(LongValue, OfTheMaskIsCut) {
+TEST_F(LongValue, LongMask_IsCut) {
     const std::string name = "MISC_FUNC";
     Set("LoggingMask", std::string(kLongestWord - name.size(), '|') + name);
     EXPECT_EQ(Records(), 2U);
@@ -356,7 +356,7 @@ TEST_F(LongValue, OfTheMaskIsCut) {
     EXPECT_EQ(Records(), 2U);
 }
 
-TEST_F(LongValue, OfANumberIsCut) {
+TEST_F(LongValue, LongNumber_IsCut) {
     const auto number = [](std::size_t length) { return std::string(length - 1, '0') + '1'; };
     Set("Enabled", number(kLongestWord));
     EXPECT_EQ(Records(), 2U);
@@ -372,7 +372,7 @@ TEST_F(LongValue, OfANumberIsCut) {
 }
 
 // A level is a whole word, and no longer than its longest name; a longer one is none.
-TEST_F(LongValue, OfTheLevelIsNoLevel) {
+TEST_F(LongValue, LongLevel_IsNoLevel) {
     Set("LoggingLevel", "DESTROY");
     EXPECT_EQ(Records(), 0U);
     for (const std::size_t length : {kLongestWord, kLongestWord + 1}) {

@@ -115,20 +115,22 @@ protected:
 
 // ---- Logs that cannot be opened ---------------------------------------------------------------------------
 
-TEST_F(LogCannotBeWritten, BecauseItsDirectoryIsMissing) {
+TEST_F(LogCannotBeWritten, DirectoryMissing_CallsStillReachTheTarget) {
     ExpectThatItCannotBeOpened(directory.File("no such directory/calls.log"));
     ExpectThatItCannotBeOpened(directory.File("Wendrafil.conf/calls.log"));
 }
 
-TEST_F(LogCannotBeWritten, BecauseADirectoryIsInItsPlace) { ExpectThatItCannotBeOpened(directory.Path()); }
+TEST_F(LogCannotBeWritten, DirectoryInThePlaceOfTheLog_CallsStillReachTheTarget) {
+    ExpectThatItCannotBeOpened(directory.Path());
+}
 
-TEST_F(LogCannotBeWritten, BecauseItsNameLeadsNowhere) {
+TEST_F(LogCannotBeWritten, NameLeadsNowhere_CallsStillReachTheTarget) {
     std::filesystem::create_symlink("calls.log", LogPath());
     ExpectThatItCannotBeOpened(LogPath());
     ExpectThatItCannotBeOpened(directory.File(std::string(300, 'x')));
 }
 
-TEST_F(LogCannotBeWritten, BecauseItsDirectoryOrFileIsClosedToTheProcess) {
+TEST_F(LogCannotBeWritten, NoRightToTheDirectoryOrTheFile_CallsStillReachTheTarget) {
     const std::string kClosed = directory.File("closed");
     const std::string kUnwritable = directory.File("unwritable");
     const std::string kUnreadable = directory.File("unreadable.log");
@@ -159,7 +161,7 @@ TEST_F(LogCannotBeWritten, BecauseItsDirectoryOrFileIsClosedToTheProcess) {
     }
 }
 
-TEST_F(LogCannotBeWritten, BecauseItIsASocket) {
+TEST_F(LogCannotBeWritten, LogIsASocket_CallsStillReachTheTarget) {
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
     ASSERT_LT(LogPath().size(), sizeof address.sun_path);
@@ -173,7 +175,7 @@ TEST_F(LogCannotBeWritten, BecauseItIsASocket) {
 
 // Of a socket that the application has open, under its descriptor's name: Linux does not open it, FreeBSD
 // does.
-TEST_F(LogCannotBeWritten, BecauseItIsASocketWhoseReaderIsGone) {
+TEST_F(LogCannotBeWritten, ReaderOfTheSocketIsGone_CallsStillReachTheTarget) {
     int ends[2];
     ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
     close(ends[1]);
@@ -181,7 +183,7 @@ TEST_F(LogCannotBeWritten, BecauseItIsASocketWhoseReaderIsGone) {
     close(ends[0]);
 }
 
-TEST_F(LogCannotBeWritten, AndTheErrorFileNeither) {
+TEST_F(LogCannotBeWritten, ErrorFileCannotBeWrittenEither_CallsStillReachTheTarget) {
     const std::string kFifo = directory.File("fifo");
     ASSERT_EQ(mkfifo(kFifo.c_str(), 0600), 0);
     for (const std::string& errorFile : {std::string(), std::string("/dev/full"), directory.Path(),
@@ -191,7 +193,7 @@ TEST_F(LogCannotBeWritten, AndTheErrorFileNeither) {
     }
 }
 
-TEST_F(LogCannotBeWritten, AndTheReaderOfTheErrorFileLeaves) {
+TEST_F(LogCannotBeWritten, ReaderOfTheErrorFileLeaves_CallsStillReachTheTarget) {
     ASSERT_EQ(mkfifo(ErrorPath().c_str(), 0600), 0);
     Set("File", directory.File("missing/calls.log"));
     EXPECT_TRUE(SurvivesUnshielded([this] {
@@ -208,7 +210,7 @@ TEST_F(LogCannotBeWritten, AndTheReaderOfTheErrorFileLeaves) {
     }));
 }
 
-TEST_F(LogCannotBeWritten, AndTheErrorFileIsAtItsLimit) {
+TEST_F(LogCannotBeWritten, ErrorFileIsAtItsLimit_CallsStillReachTheTarget) {
     std::ofstream(ErrorPath()) << std::string(100, 'x');
     Set("File", directory.File("missing/calls.log"));
     EXPECT_TRUE(SurvivesUnshielded([] {
@@ -222,13 +224,13 @@ TEST_F(LogCannotBeWritten, AndTheErrorFileIsAtItsLimit) {
 // ---- Writes that fail -------------------------------------------------------------------------------------
 
 #ifdef __linux__
-TEST_F(LogCannotBeWritten, BecauseTheDeviceIsFull) {
+TEST_F(LogCannotBeWritten, DeviceIsFull_CallsStillReachTheTarget) {
     ExpectCallsGoOnWithLog("/dev/full");
     EXPECT_EQ(Errors(), "");
 }
 #endif
 
-TEST_F(LogCannotBeWritten, BecauseTheSystemRefusesForAWhile) {
+TEST_F(LogCannotBeWritten, SystemRefusesForAWhile_CallsStillReachTheTarget) {
     for (const int error : {ENOSPC, EDQUOT, EIO, EFBIG, EROFS, EAGAIN}) {
         SearchAndRemove(LogPath());
         EXPECT_TRUE(SurvivesUnshielded([error] {
@@ -248,7 +250,7 @@ TEST_F(LogCannotBeWritten, BecauseTheSystemRefusesForAWhile) {
     }
 }
 
-TEST_F(LogCannotBeWritten, BecauseTheDeviceFillsInTheMiddleOfARecord) {
+TEST_F(LogCannotBeWritten, DeviceFillsWithinARecord_CallsStillReachTheTarget) {
     EXPECT_TRUE(SurvivesUnshielded([] {
         const Library library;
         for (int i = 0; i < 200; ++i)
@@ -258,7 +260,7 @@ TEST_F(LogCannotBeWritten, BecauseTheDeviceFillsInTheMiddleOfARecord) {
     }));
 }
 
-TEST_F(LogCannotBeWritten, InOnePieceOrWithoutInterruption) {
+TEST_F(LogCannotBeWritten, WritesAreShortAndInterrupted_RecordsAreWhole) {
     EXPECT_TRUE(SurvivesUnshielded([] {
         const Library library;
         for (int i = 0; i < 3000; ++i) {
@@ -273,7 +275,7 @@ TEST_F(LogCannotBeWritten, InOnePieceOrWithoutInterruption) {
 
 // ---- The limit of the file size ---------------------------------------------------------------------------
 
-TEST_F(LogCannotBeWritten, BeyondTheFileSizeLimit) {
+TEST_F(LogCannotBeWritten, LogReachesTheFileSizeLimit_CallsStillReachTheTarget) {
     for (const std::size_t limit : {0U, 1U, 100U, 1000U}) {
         SearchAndRemove(LogPath());
         EXPECT_TRUE(SurvivesUnshielded([limit] {
@@ -285,7 +287,7 @@ TEST_F(LogCannotBeWritten, BeyondTheFileSizeLimit) {
     }
 }
 
-TEST_F(LogCannotBeWritten, BeyondAFileSizeLimitThatIsSetLater) {
+TEST_F(LogCannotBeWritten, FileSizeLimitIsSetLater_CallsStillReachTheTarget) {
     for (std::size_t callsBefore = 0; callsBefore < 12; ++callsBefore) {
         SearchAndRemove(LogPath());
         std::size_t sizeBefore = 0;
@@ -302,7 +304,7 @@ TEST_F(LogCannotBeWritten, BeyondAFileSizeLimitThatIsSetLater) {
 }
 
 // The application's own files have the same limit, and its own signals.
-TEST_F(LogCannotBeWritten, BeyondTheFileSizeLimitOfAnApplicationThatWantsItsSignals) {
+TEST_F(LogCannotBeWritten, ApplicationWantsItsSignalsAtTheFileSizeLimit_ItGetsThem) {
     EXPECT_TRUE(Survives([this] {
         std::signal(SIGXFSZ, [](int) { ++signalsReceived; });
         LimitFileSize(100);
@@ -327,9 +329,9 @@ protected:
     LogIsAFifo() { EXPECT_EQ(mkfifo(LogPath().c_str(), 0600), 0); }
 };
 
-TEST_F(LogIsAFifo, WithoutAReader) { ExpectCallsGoOnWithLog(LogPath()); }
+TEST_F(LogIsAFifo, NoReader_CallsStillReachTheTarget) { ExpectCallsGoOnWithLog(LogPath()); }
 
-TEST_F(LogIsAFifo, WhoseReaderComesLate) {
+TEST_F(LogIsAFifo, ReaderComesLate_LaterRecordsReachIt) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         const Library library;
         ExpectCallsGoOn(library, 5);
@@ -341,7 +343,7 @@ TEST_F(LogIsAFifo, WhoseReaderComesLate) {
     EXPECT_EQ(Errors(), "");
 }
 
-TEST_F(LogIsAFifo, WhoseReaderLeaves) {
+TEST_F(LogIsAFifo, ReaderLeaves_CallsStillReachTheTarget) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         const int reader = ReaderOf(LogPath());
         const Library library;
@@ -352,7 +354,7 @@ TEST_F(LogIsAFifo, WhoseReaderLeaves) {
     }));
 }
 
-TEST_F(LogIsAFifo, ThatIsFull) {
+TEST_F(LogIsAFifo, FifoIsFull_CallsStillReachTheTarget) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         const Library library;
         ExpectCallsGoOn(library, 2000);
@@ -377,7 +379,7 @@ protected:
     int master = posix_openpt(O_RDWR | O_NOCTTY);
 };
 
-TEST_F(LogIsATerminal, ThatHangsUp) {
+TEST_F(LogIsATerminal, TerminalHangsUp_CallsStillReachTheTarget) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         const Library library;
         ExpectCallsGoOn(library, 1);
@@ -386,12 +388,12 @@ TEST_F(LogIsATerminal, ThatHangsUp) {
     }));
 }
 
-TEST_F(LogIsATerminal, ThatNobodyReads) {
+TEST_F(LogIsATerminal, NobodyReadsTheTerminal_CallsStillReachTheTarget) {
     EXPECT_TRUE(SurvivesUnshielded([] { ExpectCallsGoOn(Library(), 2000); }));
 }
 
 // A process without a terminal gets none through its log, nor that terminal's signals.
-TEST_F(LogIsATerminal, ThatIsNobodysYet) {
+TEST_F(LogIsATerminal, TerminalBelongsToNoProcess_ItDoesNotBecomeTheApplications) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         ASSERT_GT(setsid(), 0);
         ExpectCallsGoOn(Library(), 1);

@@ -195,7 +195,7 @@ protected:
     }
 };
 
-TEST_F(Memory, MayBeShortInAnyCall) {
+TEST_F(Memory, MemoryIsShortInAnyCall_CallsReachTheTarget) {
     for (const char* const isNewFormat : {"1", "0"}) {
         Set("NewFormat", isNewFormat);
         for (const CK_RV rv : {CK_RV{CKR_OK}, CK_RV{0x8000BEEF}}) {
@@ -216,7 +216,7 @@ TEST_F(Memory, MayBeShortInAnyCall) {
 }
 
 // More than is kept from one record to the next.
-TEST_F(Memory, MayBeShortInALargeCall) {
+TEST_F(Memory, MemoryIsShortInALargeCall_CallReachesTheTarget) {
     for (const char* const isNewFormat : {"1", "0"}) {
         Set("NewFormat", isNewFormat);
         EXPECT_TRUE(SurvivesWithNewLog([this] {
@@ -236,7 +236,7 @@ TEST_F(Memory, MayBeShortInALargeCall) {
 
 // Without memory for it the target cannot be loaded; then the call has the answer of a target that is not
 // there.
-TEST_F(Memory, MayBeShortAtTheStart) {
+TEST_F(Memory, MemoryIsShortAtTheStart_CallsReachTheTarget) {
     for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
         EXPECT_TRUE(SurvivesWithNewLog([this, which] {
             result = CKR_DEVICE_ERROR;
@@ -273,7 +273,7 @@ TEST_F(Memory, MayBeShortAtTheStart) {
     }
 }
 
-TEST_F(Memory, MayBeShortInTheFirstCallOfAProcess) {
+TEST_F(Memory, MemoryIsShortInTheFirstCallOfAProcess_CallReachesTheTarget) {
     for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
         bool wasRefused = true;
         for (unsigned long allocation = 0; wasRefused && !HasFailure(); ++allocation) {
@@ -299,9 +299,9 @@ TEST_F(Memory, MayBeShortInTheFirstCallOfAProcess) {
     }
 }
 
-TEST_F(Memory, DoesNotGrowWithCallsInTheNewFormat) { ExpectNoGrowth(); }
+TEST_F(Memory, ManyCallsInTheNewFormat_MemoryDoesNotGrow) { ExpectNoGrowth(); }
 
-TEST_F(Memory, DoesNotGrowWithCallsInTheOldFormat) {
+TEST_F(Memory, ManyCallsInTheOldFormat_MemoryDoesNotGrow) {
     Set("NewFormat", "0");
     ExpectNoGrowth();
 }

@@ -59,7 +59,7 @@ namespace {
 
 // The order in which the loader runs the destructors of two libraries is its own affair: one of them is
 // loaded before this library and one after it.
-TEST_F(ProcessEnd, LateCallsAreForwardedAndLogged) {
+TEST_F(ProcessEnd, CallsOfExitHandlersAndDestructors_AreForwardedAndLogged) {
     const std::string kFirst = directory.File("first.so");
     const std::string kLast = directory.File("last.so");
     std::filesystem::copy_file(LATE_CALLER, kFirst);
@@ -79,7 +79,7 @@ TEST_F(ProcessEnd, LateCallsAreForwardedAndLogged) {
 }
 
 // The first call of the process, too.
-TEST_F(ProcessEnd, LateCallsStartTheLibrary) {
+TEST_F(ProcessEnd, FirstCallComesFromAnExitHandler_LibraryStarts) {
     EXPECT_TRUE(Survives([] {
         targetAnswer = AnswerWithSession;
         std::atexit([] { CallLate(kFromExitHandler); });
@@ -89,7 +89,7 @@ TEST_F(ProcessEnd, LateCallsStartTheLibrary) {
     EXPECT_EQ(SessionsOfWholeCalls(), (std::set<CK_ULONG>{kFromExitHandler, kFromStaticDestructor}));
 }
 
-TEST_F(ProcessEnd, LateFinalizationIsHarmless) {
+TEST_F(ProcessEnd, ExitHandlerStopsTheLibrary_LaterCallsStartItAgain) {
     EXPECT_TRUE(Survives([] {
         targetAnswer = AnswerWithSession;
         std::atexit([] {
@@ -156,11 +156,11 @@ protected:
     }
 };
 
-TEST_F(ProcessEndDuringCalls, ByExit) {
+TEST_F(ProcessEndDuringCalls, Exit_IsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] { std::exit(0); });
 }
 
-TEST_F(ProcessEndDuringCalls, ByExitWithCallsOfAnExitHandler) {
+TEST_F(ProcessEndDuringCalls, ExitWithCallsOfAnExitHandler_IsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] {
         std::atexit([] {
             for (CK_ULONG i = 0; i < 20; ++i) CallLate(kFromExitHandler);
@@ -169,15 +169,15 @@ TEST_F(ProcessEndDuringCalls, ByExitWithCallsOfAnExitHandler) {
     });
 }
 
-TEST_F(ProcessEndDuringCalls, ByExitAtOnce) {
+TEST_F(ProcessEndDuringCalls, ExitAtOnce_IsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] { _exit(0); });
 }
 
-TEST_F(ProcessEndDuringCalls, ByQuickExit) {
+TEST_F(ProcessEndDuringCalls, QuickExit_IsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] { std::quick_exit(0); });
 }
 
-TEST_F(ProcessEndDuringCalls, ByExitOfAnotherThread) {
+TEST_F(ProcessEndDuringCalls, ExitOfAnotherThread_IsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] {
         std::thread([] { std::exit(0); }).detach();
         (*lateLibrary)->C_WaitForSlotEvent(0, nullptr, nullptr);

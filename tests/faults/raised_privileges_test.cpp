@@ -108,7 +108,7 @@ protected:
     const std::string callersLog = callersDirectory + "/calls.log";
 };
 
-TEST_F(RaisedPrivileges, AreNotThoseOfAnOrdinaryProgram) {
+TEST_F(RaisedPrivileges, OrdinaryProgram_BelievesTheEnvironment) {
     for (const uid_t caller : {kRoot, kNobody}) {
         for (const uid_t owner : {kRoot, kNobody, kDaemon}) {
             GiveProbeTo(owner, kOrdinary);
@@ -117,14 +117,14 @@ TEST_F(RaisedPrivileges, AreNotThoseOfAnOrdinaryProgram) {
     }
 }
 
-TEST_F(RaisedPrivileges, AreNotThoseOfTheCallersOwnProgram) {
+TEST_F(RaisedPrivileges, SetUserIdProgramOfTheCaller_BelievesTheEnvironment) {
     GiveProbeTo(kNobody, kSetUserId);
     ExpectThatItBelieves(RunBy(kNobody));
     GiveProbeTo(kNobody, kSetGroupId);
     ExpectThatItBelieves(RunBy(kNobody));
 }
 
-TEST_F(RaisedPrivileges, AreThoseOfASetUserIdProgram) {
+TEST_F(RaisedPrivileges, SetUserIdProgram_DoesNotBelieveTheEnvironment) {
     GiveProbeTo(kRoot, kSetUserId);
     ExpectThatItDoesNotBelieve(RunBy(kNobody));
     GiveProbeTo(kDaemon, kSetUserId);
@@ -132,19 +132,19 @@ TEST_F(RaisedPrivileges, AreThoseOfASetUserIdProgram) {
     ExpectThatItDoesNotBelieve(RunBy(kRoot));
 }
 
-TEST_F(RaisedPrivileges, AreThoseOfASetGroupIdProgram) {
+TEST_F(RaisedPrivileges, SetGroupIdProgram_DoesNotBelieveTheEnvironment) {
     GiveProbeTo(kDaemon, kSetGroupId);
     ExpectThatItDoesNotBelieve(RunBy(kNobody));
     ExpectThatItDoesNotBelieve(RunBy(kRoot));
 }
 
-TEST_F(RaisedPrivileges, AreThoseOfASetUserIdProgramThatGaveThemUp) {
+TEST_F(RaisedPrivileges, SetUserIdProgramThatGaveUpItsRights_DoesNotBelieveTheEnvironment) {
     GiveProbeTo(kRoot, kSetUserId);
     ExpectThatItDoesNotBelieve(RunBy(kNobody, "drop"));
 }
 
 #ifdef __linux__
-TEST_F(RaisedPrivileges, AreThoseOfAProgramWithCapabilities) {
+TEST_F(RaisedPrivileges, ProgramWithCapabilities_DoesNotBelieveTheEnvironment) {
     GiveProbeTo(kRoot, kOrdinary);
     vfs_cap_data capabilities = {};
     capabilities.magic_etc = VFS_CAP_REVISION_2 | VFS_CAP_FLAGS_EFFECTIVE;

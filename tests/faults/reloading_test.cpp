@@ -76,7 +76,7 @@ protected:
 
 std::atomic<int> targetLoads{0};
 
-TEST_F(Reloading, LeavesNothingBehind) {
+TEST_F(Reloading, LibraryIsLoadedAgainAndAgain_NothingOfItStays) {
     EXPECT_TRUE(Survives([] {
         onTargetLoaded = [] { ++targetLoads; };
         const int descriptorsBefore = OpenDescriptors();
@@ -119,7 +119,7 @@ TEST_F(Reloading, LibrarySharesTheRuntimeOfTheApplication_DlcloseLeavesTheMemory
     ExpectWholeRecords(6);
 }
 
-TEST_F(Reloading, IsPossibleWithoutACall) {
+TEST_F(Reloading, NoCallIsMade_LibraryCanBeUnloaded) {
     EXPECT_TRUE(Survives([] {
         for (int round = 0; round < kRounds; ++round) {
             Library().Close();
@@ -130,7 +130,7 @@ TEST_F(Reloading, IsPossibleWithoutACall) {
 }
 
 // What the library has the system call at a fork goes with it.
-TEST_F(Reloading, LeavesNothingToDoForForks) {
+TEST_F(Reloading, LibraryIsGone_ForkWorks) {
     EXPECT_TRUE(Survives([] {
         Library library;
         library->C_Logout(0);
@@ -144,7 +144,7 @@ TEST_F(Reloading, LeavesNothingToDoForForks) {
 }
 
 // Nor has the system anything to do for a thread that has made calls.
-TEST_F(Reloading, LeavesNothingToDoForThreads) {
+TEST_F(Reloading, LibraryIsGone_ThreadThatCalledItEnds) {
     EXPECT_TRUE(Survives([] {
         Library library;
         std::barrier called(2), unloaded(2);

@@ -83,9 +83,9 @@ protected:
     }
 };
 
-TEST_F(SharedLog, HasEveryRecordWholeInTheNewFormat) { LogFromAllProcesses(true); }
+TEST_F(SharedLog, SeveralProcessesInTheNewFormat_EveryRecordIsWhole) { LogFromAllProcesses(true); }
 
-TEST_F(SharedLog, HasEveryRecordWholeInTheOldFormat) {
+TEST_F(SharedLog, SeveralProcessesInTheOldFormat_EveryRecordIsWhole) {
     Set("NewFormat", "0");
     LogFromAllProcesses(false);
 }

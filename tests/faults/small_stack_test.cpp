@@ -67,7 +67,7 @@ protected:
 };
 
 // Of every function, with all that its records can show.
-TEST_P(SmallStack, IsEnoughForEveryCall) {
+TEST_P(SmallStack, SmallestStack_IsEnoughForEveryCall) {
     EXPECT_TRUE(Survives([this] {
         Library library;
         library.Exported<void()>("CkLogSpecialInitialize")();
@@ -88,7 +88,7 @@ TEST_P(SmallStack, IsEnoughForEveryCall) {
     }));
 }
 
-TEST_P(SmallStack, IsEnoughForTheFirstCallOfAProcess) {
+TEST_P(SmallStack, StackOf64KiB_IsEnoughForTheFirstCallOfAProcess) {
     for (const char* const name : {"C_Sign", "CA_HAInit", "C_GetFunctionList"}) {
         EXPECT_TRUE(Survives([name] {
             Library library;

@@ -98,7 +98,7 @@ protected:
     }
 };
 
-TEST_F(Threads, HaveAllTheirRecordsInOrder) {
+TEST_F(Threads, ManyThreadsCall_EachHasAllItsRecordsInOrder) {
     EXPECT_TRUE(Survives([this] {
         targetAnswer = GiveDataBack;
         Library library;
@@ -146,7 +146,7 @@ TEST_F(Threads, HaveAllTheirRecordsInOrder) {
 
 // A call that is under way while the library stops may lose its records, no other may; and none loses the
 // target's answer.
-TEST_F(Threads, LoseAtMostTheRecordsOfTheCallInWhichTheLibraryIsStopped) {
+TEST_F(Threads, LibraryIsStoppedDuringCalls_OnlyRecordsOfThoseCallsAreMissing) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kMostStops = 200;
         targetAnswer = GiveDataBack;
@@ -187,7 +187,7 @@ TEST_F(Threads, LoseAtMostTheRecordsOfTheCallInWhichTheLibraryIsStopped) {
     }));
 }
 
-TEST_F(Threads, AreNotHeldUpByACallThatWaits) {
+TEST_F(Threads, OneCallWaitsInTheTarget_OthersAreNotHeldUp) {
     EXPECT_TRUE(Survives([this] {
         sem_init(&waitIsOver, 0, 0);
         targetAnswer = WaitForSlotEvent;

@@ -70,26 +70,26 @@ protected:
     AppendFile file;
 };
 
-TEST_F(AppendFileFaults, ATextTakesOneWrite) {
+TEST_F(AppendFileFaults, TextFitsIntoOneWrite_OneWriteIsMade) {
     EXPECT_EQ(Taken({}, "a whole record"), "a whole record");
     EXPECT_EQ(writes, 1);
     EXPECT_EQ(Taken({}, std::string(100000, 'x')), std::string(100000, 'x'));
     EXPECT_EQ(writes, 1);
 }
 
-TEST_F(AppendFileFaults, AShortWriteIsCompleted) {
+TEST_F(AppendFileFaults, WriteIsShort_RestIsWritten) {
     EXPECT_EQ(Taken({Takes(3)}, "abcdefgh"), "abcdefgh");
     EXPECT_EQ(writes, 2);
     EXPECT_EQ(Taken({Takes(1), Takes(1), Takes(1), Takes(1), Takes(1)}, "abcdefgh"), "abcdefgh");
     EXPECT_EQ(writes, 6);
 }
 
-TEST_F(AppendFileFaults, AnInterruptedWriteIsRepeated) {
+TEST_F(AppendFileFaults, WriteIsInterrupted_ItIsRepeated) {
     EXPECT_EQ(Taken({Fails(EINTR), Fails(EINTR), Fails(EINTR)}, "abc"), "abc");
     EXPECT_EQ(Taken({Takes(2), Fails(EINTR), Takes(3), Fails(EINTR)}, "abcdefgh"), "abcdefgh");
 }
 
-TEST_F(AppendFileFaults, AnyOtherFailureIsGivenUpAndForgotten) {
+TEST_F(AppendFileFaults, WriteFails_TextIsDroppedAndTheNextOneIsWritten) {
     for (const int error : {ENOSPC, EIO, EFBIG, EDQUOT, EBADF, EPIPE}) {
         EXPECT_EQ(Taken({Fails(error), Fails(error)}, "lost"), "");
         EXPECT_LE(writes, 2);
@@ -98,18 +98,18 @@ TEST_F(AppendFileFaults, AnyOtherFailureIsGivenUpAndForgotten) {
     }
 }
 
-TEST_F(AppendFileFaults, AWriteThatTakesNothingIsGivenUp) {
+TEST_F(AppendFileFaults, WriteTakesNothing_TextIsDropped) {
     EXPECT_EQ(Taken({Takes(0), Takes(0), Takes(0)}, "lost"), "");
     EXPECT_LE(writes, 2);
 }
 
-TEST_F(AppendFileFaults, OnlyARecordThatHasBegunWaits) {
+TEST_F(AppendFileFaults, NoRoom_OnlyARecordThatHasBegunWaits) {
     EXPECT_EQ(Taken({Fails(EAGAIN), Fails(EAGAIN)}, "lost"), "");
     EXPECT_LE(writes, 2);
     EXPECT_EQ(Taken({Takes(2), Takes(1), Fails(EAGAIN), Takes(1), Fails(EAGAIN)}, "abcdef"), "abcdef");
 }
 
-TEST_F(AppendFileFaults, ARecordWaitsForASlowReader) {
+TEST_F(AppendFileFaults, ReaderIsSlow_BegunRecordWaitsAndIsWhole) {
     std::deque<Answer> slow = {Takes(1)};
     for (int i = 0; i < 50; ++i) slow.insert(slow.end(), {Takes(1), Fails(EAGAIN)});
     const std::string text(1000, 'x');
@@ -117,7 +117,7 @@ TEST_F(AppendFileFaults, ARecordWaitsForASlowReader) {
     EXPECT_EQ(writes, 102);
 }
 
-TEST_F(AppendFileFaults, ButNotForEver) {
+TEST_F(AppendFileFaults, ReaderNeverReads_BegunRecordWaitsATenthOfASecondAtMost) {
     isStuck = true;
     EXPECT_EQ(Taken({Takes(1), Takes(2)}, "abcdef"), "abc");
     isStuck = false;

@@ -59,7 +59,7 @@ TEST_F(AppendFileTest, CreatesTheFileAndAppendsAtOnce) {
     EXPECT_EQ(Contents(path), std::string("one\nt\0o", 7));
 }
 
-TEST_F(AppendFileTest, AFileThatExistsGrows) {
+TEST_F(AppendFileTest, FileExists_TextIsAppendedToIt) {
     for (const bool alone : {false, true}) {
         Write(path, "before, ");
         ASSERT_TRUE(alone ? file.OpenForAppendingAlone(path.c_str()) : file.Open(path.c_str()));
@@ -68,7 +68,7 @@ TEST_F(AppendFileTest, AFileThatExistsGrows) {
     }
 }
 
-TEST_F(AppendFileTest, SeveralWritersOfAFileAppendInTurn) {
+TEST_F(AppendFileTest, SeveralWritersOfOneFile_TextsStandInTheOrderOfTheWrites) {
     AppendFile other;
     ASSERT_TRUE(file.Open(path.c_str()));
     ASSERT_TRUE(other.Open(path.c_str()));
@@ -78,7 +78,7 @@ TEST_F(AppendFileTest, SeveralWritersOfAFileAppendInTurn) {
     EXPECT_EQ(Contents(path), "abbccc");
 }
 
-TEST_F(AppendFileTest, TheUmaskAppliesToANewFile) {
+TEST_F(AppendFileTest, NewFile_HasThePermissionsThatTheUmaskLeaves) {
     const mode_t before = umask(027);
     ASSERT_TRUE(file.Open(path.c_str()));
     umask(before);
@@ -170,7 +170,7 @@ TEST_F(LostFile, PathIsTooLongToBeRemembered_DescriptorIsClosed_SaysThatThereIsN
     EXPECT_EQ(file.WhyLost(), ENOENT);
 }
 
-TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
+TEST_F(AppendFileTest, NoFileIsOpen_AppendAndCloseDoNothing) {
     EXPECT_FALSE(file.IsOpen());
     file.Append("lost");
     file.Close();
@@ -182,7 +182,7 @@ TEST_F(AppendFileTest, NothingHappensWhileNoFileIsOpen) {
     EXPECT_EQ(Contents(path), "kept");
 }
 
-TEST_F(AppendFileTest, OpeningAnotherFileClosesTheFirst) {
+TEST_F(AppendFileTest, AnotherFileIsOpened_FirstIsClosed) {
     ASSERT_TRUE(file.Open(path.c_str()));
     const int number = DescriptorOf(path);
     const std::string second = directory.File("second");
@@ -194,7 +194,7 @@ TEST_F(AppendFileTest, OpeningAnotherFileClosesTheFirst) {
     EXPECT_EQ(Contents(second), "x");
 }
 
-TEST_F(AppendFileTest, ItsEndClosesTheFile) {
+TEST_F(AppendFileTest, ObjectEnds_FileIsClosed) {
     {
         AppendFile brief;
         ASSERT_TRUE(brief.Open(path.c_str()));
@@ -203,7 +203,7 @@ TEST_F(AppendFileTest, ItsEndClosesTheFile) {
     EXPECT_EQ(DescriptorOf(path), -1);
 }
 
-TEST_F(AppendFileTest, WhatIsNoFileCannotBeOpened) {
+TEST_F(AppendFileTest, PathIsNoFile_OpenFailsAndSaysWhy) {
     ASSERT_TRUE(file.Open(path.c_str()));
     EXPECT_FALSE(file.Open(directory.Path().c_str()));
     EXPECT_EQ(errno, EISDIR);
@@ -236,11 +236,11 @@ void OpenFilesOfOtherModes(const std::string& directory) {
     _exit(0);
 }
 
-TEST_F(AppendFileDeathTest, NeedsTheRightToReadOnlyToOpenForReading) {
+TEST_F(AppendFileDeathTest, FilesOfOtherModes_AreOpenedAsTheModesAllow) {
     EXPECT_EXIT(OpenFilesOfOtherModes(directory.Path()), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(AppendFileTest, TheDescriptorIsOutOfTheWayAndNotInherited) {
+TEST_F(AppendFileTest, Descriptor_IsHighAndNotInherited) {
     const int free = dup(0);
     close(free);
     ASSERT_TRUE(file.Open(path.c_str()));
@@ -253,7 +253,7 @@ TEST_F(AppendFileTest, TheDescriptorIsOutOfTheWayAndNotInherited) {
     EXPECT_EQ(stillFree, free);
 }
 
-TEST_F(AppendFileDeathTest, OpensWhereNoHighDescriptorIsAllowed) {
+TEST_F(AppendFileDeathTest, NoHighDescriptorIsAllowed_FileIsOpenedUnderALowOne) {
     const auto open = [this] {
         const rlimit few = {100, 100};
         setrlimit(RLIMIT_NOFILE, &few);
@@ -269,7 +269,7 @@ TEST_F(AppendFileDeathTest, OpensWhereNoHighDescriptorIsAllowed) {
 // ---- Hosts that close descriptors which are not theirs
 // -----------------------------------------------------
 
-TEST_F(AppendFileTest, ADescriptorThatTheHostClosedIsOpenedAgain) {
+TEST_F(AppendFileTest, HostClosesTheDescriptor_FileIsOpenedAgain) {
     ASSERT_TRUE(file.Open(path.c_str()));
     file.Append("one ");
     close(DescriptorOf(path));
@@ -282,7 +282,7 @@ TEST_F(AppendFileTest, ADescriptorThatTheHostClosedIsOpenedAgain) {
 // The coarse clock moves on within this time.
 void WaitForAnInspection() { usleep(20'000); }
 
-TEST_F(AppendFileTest, ANumberThatTheHostUsesForItsOwnIsLeftAlone) {
+TEST_F(AppendFileTest, HostUsesTheNumberForAFileOfItsOwn_NothingIsWrittenThere) {
     ASSERT_TRUE(file.Open(path.c_str()));
     file.Append("one ");
     const int number = DescriptorOf(path);
@@ -298,7 +298,7 @@ TEST_F(AppendFileTest, ANumberThatTheHostUsesForItsOwnIsLeftAlone) {
     close(other);
 }
 
-TEST_F(AppendFileTest, ClosingLeavesTheHostsFileOpen) {
+TEST_F(AppendFileTest, HostUsesTheNumberForAFileOfItsOwn_CloseLeavesItOpen) {
     ASSERT_TRUE(file.Open(path.c_str()));
     const int number = DescriptorOf(path);
     const int other = open(directory.File("others").c_str(), O_WRONLY | O_CREAT, 0600);
@@ -326,7 +326,7 @@ private:
     const int before;
 };
 
-TEST_F(AppendFileTest, ARelativePathMeansTheSameFileInEveryDirectory) {
+TEST_F(AppendFileTest, HostChangesItsDirectory_RelativePathStillNamesTheSameFile) {
     const std::string elsewhere = directory.File("elsewhere");
     ASSERT_EQ(mkdir(elsewhere.c_str(), 0700), 0);
     {
@@ -341,7 +341,7 @@ TEST_F(AppendFileTest, ARelativePathMeansTheSameFileInEveryDirectory) {
     EXPECT_NE(access("log", F_OK), 0);
 }
 
-TEST_F(AppendFileTest, WhatCannotBeOpenedAgainIsTriedAgain) {
+TEST_F(AppendFileTest, FileCannotBeOpenedAgain_ItIsTriedUntilItCan) {
     ASSERT_TRUE(file.Open(path.c_str()));
     file.Append("one ");
     const std::string moved = directory.File("moved");
@@ -440,7 +440,7 @@ TEST_F(AppendFileTest, FileThatNeverHadAName_IsAppendedTo) {
 }
 #endif
 
-TEST_F(AppendFileTest, ClosedOnPurposeWhileItIsLostItStaysClosed) {
+TEST_F(AppendFileTest, FileIsClosedWhileItIsLost_ItStaysClosed) {
     ASSERT_TRUE(file.Open(path.c_str()));
     close(DescriptorOf(path));
     std::filesystem::remove(path);
@@ -453,7 +453,7 @@ TEST_F(AppendFileTest, ClosedOnPurposeWhileItIsLostItStaysClosed) {
     EXPECT_NE(access(path.c_str(), F_OK), 0);
 }
 
-TEST_F(AppendFileTest, APathOfAThousandCharactersIsKept) {
+TEST_F(AppendFileTest, PathHasUpToAThousandCharacters_FileCanBeOpenedAgain) {
     const std::size_t slash = path.rfind('/');
     for (const std::size_t length : {1000U, 1001U}) {
         unlink(path.c_str());
@@ -485,7 +485,7 @@ protected:
 
 using FifoDeathTest = Fifo;
 
-TEST_F(Fifo, WithoutAReaderIsOpenedAndDoesNotHang) {
+TEST_F(Fifo, FifoHasNoReader_OpenAndAppendDoNotHang) {
     ASSERT_TRUE(file.Open(path.c_str()));
     file.Append("waiting");
     const int reader = Reader();
@@ -493,7 +493,7 @@ TEST_F(Fifo, WithoutAReaderIsOpenedAndDoesNotHang) {
     close(reader);
 }
 
-TEST_F(Fifo, WhatAFullOneDoesNotTakeIsDroppedByWholeRecords) {
+TEST_F(Fifo, FifoIsFull_WholeRecordsAreDropped) {
     ASSERT_TRUE(file.Open(path.c_str()));
     const std::string record(1000, 'r');
     for (int i = 0; i < 2000; ++i) file.Append(record);
@@ -506,7 +506,7 @@ TEST_F(Fifo, WhatAFullOneDoesNotTakeIsDroppedByWholeRecords) {
     close(reader);
 }
 
-TEST_F(Fifo, ARecordLargerThanItDoesNotHang) {
+TEST_F(Fifo, RecordIsLargerThanTheFifo_AppendDoesNotHang) {
     ASSERT_TRUE(file.Open(path.c_str()));
     file.Append(std::string(3'000'000, 'r'));
     const int reader = Reader();
@@ -517,7 +517,7 @@ TEST_F(Fifo, ARecordLargerThanItDoesNotHang) {
 }
 
 // Everything is done without the C library's places for a cancellation there, see host/uncancelled_io.h.
-TEST_F(Fifo, OfAThreadThatCanBeCancelledAtAnyInstruction) {
+TEST_F(Fifo, ThreadCanBeCancelledAtAnyInstruction_FifoIsOpenedWrittenAndClosed) {
     const int reader = Reader();
     int type = 0;
     pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);
@@ -536,7 +536,7 @@ TEST_F(Fifo, OfAThreadThatCanBeCancelledAtAnyInstruction) {
     close(reader);
 }
 
-TEST_F(Fifo, ForAppendingAloneNeedsAReader) {
+TEST_F(Fifo, FifoHasNoReader_OpeningForAppendingOnlyFails) {
     EXPECT_FALSE(file.OpenForAppendingAlone(path.c_str()));
     EXPECT_EQ(errno, ENXIO);
     const int reader = Reader();
@@ -547,7 +547,7 @@ TEST_F(Fifo, ForAppendingAloneNeedsAReader) {
 }
 
 // The host writes to it as well, and must learn that nobody reads any more.
-TEST_F(Fifo, HasNoReaderInThisFile) {
+TEST_F(Fifo, LastReaderLeaves_HostsOwnWritesFail) {
     const int reader = Reader();
     ASSERT_TRUE(file.Open(path.c_str()));
     file.Append("read");
@@ -567,7 +567,7 @@ TEST_F(Fifo, HasNoReaderInThisFile) {
     close(host);
 }
 
-TEST_F(FifoDeathTest, AReaderThatLeavesRaisesNoSignal) {
+TEST_F(FifoDeathTest, ReaderLeaves_NoSignalIsRaised) {
     const auto append = [this](bool alone) {
         std::signal(SIGPIPE, SIG_DFL);
         const int reader = Reader();
@@ -590,7 +590,7 @@ void LimitFileSize(rlim_t size) {
     setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-TEST_F(AppendFileDeathTest, TheLimitOfTheFileSizeRaisesNoSignal) {
+TEST_F(AppendFileDeathTest, FileReachesTheLimitOfItsSize_NoSignalIsRaised) {
     const auto append = [this] {
         LimitFileSize(100);
         if (!file.Open(path.c_str())) _exit(1);
@@ -601,7 +601,7 @@ TEST_F(AppendFileDeathTest, TheLimitOfTheFileSizeRaisesNoSignal) {
     EXPECT_EXIT(append(), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(AppendFileDeathTest, ALimitThatIsSetLaterRaisesNoSignal) {
+TEST_F(AppendFileDeathTest, LimitOfTheFileSizeIsSetLater_NoSignalIsRaised) {
     const auto append = [this](int appendsBefore) {
         unlink(path.c_str());
         if (!file.Open(path.c_str())) _exit(1);
@@ -617,7 +617,7 @@ TEST_F(AppendFileDeathTest, ALimitThatIsSetLaterRaisesNoSignal) {
 }
 
 #ifdef __linux__
-TEST_F(AppendFileTest, AFullDiskIsBornInSilence) {
+TEST_F(AppendFileTest, DiskIsFull_TextIsDroppedAndTheFileStaysOpen) {
     ASSERT_TRUE(file.Open("/dev/full"));
     file.Append("nowhere to go");
     EXPECT_TRUE(file.IsOpen());

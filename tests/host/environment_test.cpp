@@ -41,18 +41,18 @@ protected:
     std::string probe = directory.File("probe");
 };
 
-TEST_F(EnvironmentTest, TellsWhatIsSet) {
+TEST_F(EnvironmentTest, OrdinaryProcess_VariablesHaveTheirValues) {
     EXPECT_STREQ("the value", TrustedEnvironment("CkscribeSet"));
     EXPECT_STREQ("", TrustedEnvironment("CkscribeEmpty"));
     EXPECT_EQ(nullptr, TrustedEnvironment("CkscribeUnset"));
 }
 
-TEST_F(EnvironmentTest, IsBelievedByAProgramOfItsCaller) {
+TEST_F(EnvironmentTest, ProgramOfItsCaller_BelievesTheEnvironment) {
     EXPECT_EQ("the value\n", Probed(geteuid(), 0755, "CkscribeSet"));
     EXPECT_EQ("(none)\n", Probed(geteuid(), 0755, "CkscribeUnset"));
 }
 
-TEST_F(EnvironmentTest, IsNotBelievedByASetUserIdProgram) {
+TEST_F(EnvironmentTest, SetUserIdProgram_DoesNotBelieveTheEnvironment) {
     ASSERT_EQ(0U, geteuid()) << "only root can give a program to another user";
     EXPECT_EQ("the value\n", Probed(kNobody, 0755, "CkscribeSet"));
     EXPECT_EQ("(none)\n", Probed(kNobody, 04755, "CkscribeSet"));

@@ -45,15 +45,15 @@ protected:
     const std::string path = directory.File("file");
 };
 
-TEST_F(FileSizeLimit, IsThereOrNot) {
+TEST_F(FileSizeLimit, LimitIsSet_IsFileSizeLimitedSaysSo) {
     EXPECT_FALSE(IsFileSizeLimited());
     const Limit limit(1'000'000);
     EXPECT_TRUE(IsFileSizeLimited());
 }
 
-TEST_F(FileSizeLimit, WithoutItAllMayBeWritten) { EXPECT_EQ(Within(O_APPEND), "0123456789"); }
+TEST_F(FileSizeLimit, NoLimit_WholeTextMayBeWritten) { EXPECT_EQ(Within(O_APPEND), "0123456789"); }
 
-TEST_F(FileSizeLimit, CountsFromTheEndWhereATextIsAppended) {
+TEST_F(FileSizeLimit, DescriptorAppends_RoomCountsFromTheEndOfTheFile) {
     const struct {
         rlim_t limit;
         std::string_view part;
@@ -70,7 +70,7 @@ TEST_F(FileSizeLimit, CountsFromTheEndWhereATextIsAppended) {
     }
 }
 
-TEST_F(FileSizeLimit, CountsFromThePlaceWhereATextIsWritten) {
+TEST_F(FileSizeLimit, DescriptorDoesNotAppend_RoomCountsFromItsPlace) {
     const Limit limit(50);
     EXPECT_EQ(Within(0, 38), "0123456789");
     EXPECT_EQ(Within(0, 43), "0123456");
@@ -78,7 +78,7 @@ TEST_F(FileSizeLimit, CountsFromThePlaceWhereATextIsWritten) {
     EXPECT_EQ(Within(0, 70), "");
 }
 
-TEST_F(FileSizeLimit, IsNoneForWhatIsNoFile) {
+TEST_F(FileSizeLimit, DescriptorIsNoFile_WholeTextMayBeWritten) {
     const Limit limit(0);
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);

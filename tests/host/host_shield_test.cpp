@@ -12,7 +12,7 @@ int CancelState() {
     return state;
 }
 
-TEST(HostShield, ErrnoIsAsBeforeAfterwards) {
+TEST(HostShield, WorkChangesErrno_ErrnoIsAsBeforeAfterwards) {
     errno = ERANGE;
     int seen = 0;
     BehindHostShield([&] {
@@ -23,7 +23,7 @@ TEST(HostShield, ErrnoIsAsBeforeAfterwards) {
     EXPECT_EQ(seen, ERANGE);
 }
 
-TEST(HostShield, TheThreadCannotBeCancelledMeanwhile) {
+TEST(HostShield, DuringTheWork_ThreadCannotBeCancelled) {
     ASSERT_EQ(CancelState(), PTHREAD_CANCEL_ENABLE);
     int states = 0;
     BehindHostShield([&] {
@@ -36,7 +36,7 @@ TEST(HostShield, TheThreadCannotBeCancelledMeanwhile) {
     EXPECT_EQ(states, 1);
 }
 
-TEST(HostShield, AThreadThatCannotBeCancelledStaysSo) {
+TEST(HostShield, ThreadCannotBeCancelledBefore_NorCanItAfterwards) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
     BehindHostShield([] {});
     EXPECT_EQ(CancelState(), PTHREAD_CANCEL_DISABLE);
@@ -57,7 +57,7 @@ void* CancelItself(void*) {
     return nullptr;
 }
 
-TEST(HostShield, ACancellationThatCameBeforeWaitsForItsEnd) {
+TEST(HostShield, CancellationCameBefore_StrikesOnlyAfterTheWork) {
     pthread_t thread;
     ASSERT_EQ(pthread_create(&thread, nullptr, CancelItself, nullptr), 0);
     void* result = nullptr;

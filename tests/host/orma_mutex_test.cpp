@@ -35,7 +35,7 @@ bool IsFree(OrmaMutex& mutex) {
     return result != nullptr;
 }
 
-TEST(OrmaMutex, IsRecursive) {
+TEST(OrmaMutex, ThreadLocksTwice_ItUnlocksTwiceBeforeAnotherGetsTheMutex) {
     OrmaMutex mutex;
     EXPECT_TRUE(mutex.IsValid());
     EXPECT_TRUE(IsFree(mutex));
@@ -48,7 +48,7 @@ TEST(OrmaMutex, IsRecursive) {
     EXPECT_TRUE(IsFree(mutex));
 }
 
-TEST(OrmaMutex, DoesNothingWhenItIsNotValid) {
+TEST(OrmaMutex, NotValid_LockAndUnlockDoNothing) {
     OrmaMutex mutex;
     mutex.__fini();
     EXPECT_FALSE(mutex.IsValid());
@@ -59,7 +59,7 @@ TEST(OrmaMutex, DoesNothingWhenItIsNotValid) {
     EXPECT_FALSE(mutex.IsValid());
 }
 
-TEST(OrmaMutex, MayBeMadeAnew) {
+TEST(OrmaMutex, LockedMutexIsMadeAnew_ItIsFree) {
     OrmaMutex mutex;
     mutex.__fini();
     EXPECT_EQ(mutex.__init(), 0);
@@ -75,7 +75,7 @@ TEST(OrmaMutex, MayBeMadeAnew) {
     EXPECT_TRUE(IsFree(mutex));
 }
 
-TEST(OrmaMutex, ACopyIsAMutexOfItsOwn) {
+TEST(OrmaMutex, Copy_IsAMutexOfItsOwn) {
     OrmaMutex source;
     source.Lock();
     OrmaMutex copy(source);
@@ -91,7 +91,7 @@ TEST(OrmaMutex, ACopyIsAMutexOfItsOwn) {
     EXPECT_TRUE(copyOfInvalid.IsValid());
 }
 
-TEST(OrmaMutex, AssigningChangesNeither) {
+TEST(OrmaMutex, Assignment_ChangesNeitherMutex) {
     OrmaMutex held;
     OrmaMutex free;
     held.Lock();
@@ -111,7 +111,7 @@ TEST(OrmaMutex, AssigningChangesNeither) {
     EXPECT_TRUE(free.IsValid());
 }
 
-TEST(OrmaMutex, OneThreadAtATimeHoldsIt) {
+TEST(OrmaMutex, SeveralThreads_OneAtATimeHoldsTheMutex) {
     struct Shared {
         OrmaMutex mutex;
         long count = 0;

@@ -15,7 +15,7 @@ int zeroed;
 
 void Function() {}
 
-TEST(OwnImage, HoldsItsOwnCodeAndData) {
+TEST(OwnImage, OwnCodeAndData_AreInTheImage) {
     EXPECT_TRUE(IsInOwnImage(reinterpret_cast<const void*>(&Function)));
     EXPECT_TRUE(IsInOwnImage(reinterpret_cast<const void*>(&IsInOwnImage)));
     EXPECT_TRUE(IsInOwnImage(constant));
@@ -23,7 +23,7 @@ TEST(OwnImage, HoldsItsOwnCodeAndData) {
     EXPECT_TRUE(IsInOwnImage(&zeroed));
 }
 
-TEST(OwnImage, HoldsNothingOfOthers) {
+TEST(OwnImage, AddressesOfOthers_AreNotInTheImage) {
     EXPECT_FALSE(IsInOwnImage(nullptr));
     EXPECT_FALSE(IsInOwnImage(reinterpret_cast<const void*>(UINTPTR_MAX)));
     const int onStack = 1;

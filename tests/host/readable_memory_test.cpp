@@ -42,7 +42,7 @@ protected:
     void SetUp() override { ForgetReadablePages(); }
 };
 
-TEST_F(ReadableMemory, OrdinaryMemoryIsReadableToItsLength) {
+TEST_F(ReadableMemory, OrdinaryMemory_IsReadableToItsLength) {
     const char text[100] = "abc";
     EXPECT_EQ(ReadableLength(text, 0), 0U);
     EXPECT_EQ(ReadableLength(text, 1), 1U);
@@ -50,7 +50,7 @@ TEST_F(ReadableMemory, OrdinaryMemoryIsReadableToItsLength) {
     EXPECT_EQ(ReadableLength("constant", 9), 9U);
 }
 
-TEST_F(ReadableMemory, NullAndItsNeighboursAreNot) {
+TEST_F(ReadableMemory, NullAndItsNeighbours_AreNotReadable) {
     for (const std::uintptr_t address : {0U, 1U, 8U, 15U, 16U, 4095U}) {
         EXPECT_EQ(ReadableLength(At(address), 1), 0U) << address;
         EXPECT_EQ(ReadableLength(At(address), kEverything), 0U) << address;
@@ -58,7 +58,7 @@ TEST_F(ReadableMemory, NullAndItsNeighboursAreNot) {
     EXPECT_EQ(ReadableLength(nullptr, 0), 0U);
 }
 
-TEST_F(ReadableMemory, AddressesThatNoPointerCanHaveAreNot) {
+TEST_F(ReadableMemory, AddressesThatNoPointerCanHave_AreNotReadable) {
     for (const std::uintptr_t address :
          {std::uintptr_t{0x0000800000000000}, std::uintptr_t{0x123456789ABCDEF0},
           std::uintptr_t{0x7FFFFFFFFFFFFFFF}, std::uintptr_t{0x8000000000000000},
@@ -70,7 +70,7 @@ TEST_F(ReadableMemory, AddressesThatNoPointerCanHaveAreNot) {
     }
 }
 
-TEST_F(ReadableMemory, EndsWhereThePagesEnd) {
+TEST_F(ReadableMemory, PagesEnd_ReadableLengthEndsThere) {
     IslandOfPages island(3);
     for (std::size_t before = 1; before <= 3 * pageSize; before += 61) {
         const char* const begin = island.End() - before;
@@ -83,7 +83,7 @@ TEST_F(ReadableMemory, EndsWhereThePagesEnd) {
     }
 }
 
-TEST_F(ReadableMemory, BeginsWhereThePagesBegin) {
+TEST_F(ReadableMemory, AddressBeforeThePages_IsNotReadable) {
     IslandOfPages island(1);
     EXPECT_EQ(ReadableLength(island.Begin() - 1, 2), 0U);
     EXPECT_EQ(ReadableLength(island.Begin() - pageSize, 3 * pageSize), 0U);
@@ -91,13 +91,13 @@ TEST_F(ReadableMemory, BeginsWhereThePagesBegin) {
     EXPECT_EQ(ReadableLength(island.End(), 1), 0U);
 }
 
-TEST_F(ReadableMemory, WhatMayOnlyBeReadIsReadable) {
+TEST_F(ReadableMemory, ReadOnlyMemory_IsReadable) {
     IslandOfPages island(1);
     ASSERT_EQ(mprotect(island.Begin(), pageSize, PROT_READ), 0);
     EXPECT_EQ(ReadableLength(island.Begin() + 5, kEverything), pageSize - 5);
 }
 
-TEST_F(ReadableMemory, AMappingBehindTheEndOfItsFileIsNot) {
+TEST_F(ReadableMemory, MappingBehindTheEndOfItsFile_IsNotReadable) {
     std::FILE* const file = std::tmpfile();
     ASSERT_NE(file, nullptr);
     ASSERT_EQ(ftruncate(fileno(file), 10), 0);
@@ -109,7 +109,7 @@ TEST_F(ReadableMemory, AMappingBehindTheEndOfItsFileIsNot) {
     std::fclose(file);
 }
 
-TEST_F(ReadableMemory, PagesThatAreGoneAreUnreadableOnceForgotten) {
+TEST_F(ReadableMemory, PageIsUnmappedAndForgotten_ItIsNotReadable) {
     IslandOfPages island(1);
     EXPECT_EQ(ReadableLength(island.Begin(), 8), 8U);
     ASSERT_EQ(mprotect(island.Begin(), pageSize, PROT_NONE), 0);
@@ -117,7 +117,7 @@ TEST_F(ReadableMemory, PagesThatAreGoneAreUnreadableOnceForgotten) {
     EXPECT_EQ(ReadableLength(island.Begin(), 8), 0U);
 }
 
-TEST_F(ReadableMemory, FurtherPagesAreAskedForEveryTime) {
+TEST_F(ReadableMemory, FurtherPageIsUnmapped_ItIsNotReadableEvenIfNotForgotten) {
     IslandOfPages island(2);
     EXPECT_EQ(ReadableLength(island.Begin(), 2 * pageSize), 2 * pageSize);
     EXPECT_EQ(ReadableLength(island.Begin() + pageSize, 1), 1U);  // remembers the second page
@@ -125,7 +125,7 @@ TEST_F(ReadableMemory, FurtherPagesAreAskedForEveryTime) {
     EXPECT_EQ(ReadableLength(island.Begin(), 2 * pageSize), pageSize);
 }
 
-TEST_F(ReadableMemory, MorePagesThanAreRemembered) {
+TEST_F(ReadableMemory, MorePagesThanAreRemembered_EachIsReadable) {
     constexpr std::size_t kPages = 300;
     IslandOfPages island(kPages);
     for (int round = 0; round < 2; ++round) {
@@ -135,7 +135,7 @@ TEST_F(ReadableMemory, MorePagesThanAreRemembered) {
     }
 }
 
-TEST_F(ReadableMemory, ElementsCountWhenAllOfThemCanBeRead) {
+TEST_F(ReadableMemory, ArrayEndsWithinAnElement_OnlyWholeElementsCount) {
     IslandOfPages island(1);
     struct Element {
         char bytes[24];
@@ -151,7 +151,7 @@ TEST_F(ReadableMemory, ElementsCountWhenAllOfThemCanBeRead) {
     EXPECT_EQ(ReadableCount(static_cast<const Element*>(nullptr), 5), 0U);
 }
 
-TEST_F(ReadableMemory, CopiesWholeObjectsOrNothing) {
+TEST_F(ReadableMemory, ObjectCannotBeReadWhole_NothingIsCopied) {
     IslandOfPages island(2);
     const unsigned long number = 0x1122334455667788;
     char* const across = island.Begin() + pageSize - 3;  // unaligned, on two pages
@@ -169,7 +169,7 @@ TEST_F(ReadableMemory, CopiesWholeObjectsOrNothing) {
     EXPECT_EQ(copy, 0U);
 }
 
-TEST_F(ReadableMemory, ATextEndsAtItsTerminatorOrWhereItCannotBeReadOn) {
+TEST_F(ReadableMemory, Text_EndsAtItsTerminatorOrWhereMemoryEnds) {
     EXPECT_EQ(ReadableTextLength(nullptr), 0U);
     EXPECT_EQ(ReadableTextLength(""), 0U);
     EXPECT_EQ(ReadableTextLength("abc"), 3U);

@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_F(SignalShieldTest, SignalsOfAWriteDoNotReachTheProcess) {
+TEST_F(SignalShieldTest, WriteFailsBehindTheShield_ItsSignalsDoNotReachTheProcess) {
     {
         const SignalShield shield;
         WriteToPipeWithoutReader();
@@ -66,7 +66,7 @@ TEST_F(SignalShieldTest, SignalsOfAWriteDoNotReachTheProcess) {
 }
 
 // It asks the kernel itself there, see host/uncancelled_io.h.
-TEST_F(SignalShieldTest, NorThatOfAThreadWhichCanBeCancelledAtAnyInstruction) {
+TEST_F(SignalShieldTest, ThreadCanBeCancelledAtAnyInstruction_SignalsOfAWriteDoNotReachTheProcess) {
     int type = 0;
     pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);
     BehindHostShield([] {
@@ -80,7 +80,7 @@ TEST_F(SignalShieldTest, NorThatOfAThreadWhichCanBeCancelledAtAnyInstruction) {
     EXPECT_FALSE(IsPending(SIGXFSZ));
 }
 
-TEST_F(SignalShieldTest, TheMaskIsAsBefore) {
+TEST_F(SignalShieldTest, ShieldEnds_SignalMaskIsAsBefore) {
     sigset_t usr1;
     sigemptyset(&usr1);
     sigaddset(&usr1, SIGUSR1);
@@ -98,7 +98,7 @@ TEST_F(SignalShieldTest, TheMaskIsAsBefore) {
     pthread_sigmask(SIG_UNBLOCK, &usr1, nullptr);
 }
 
-TEST_F(SignalShieldTest, ASignalThatTheHostBlockedAndHasWaitingStays) {
+TEST_F(SignalShieldTest, HostHasASignalOfAWriteWaiting_ItGoesOnWaiting) {
     sigset_t pipe;
     sigemptyset(&pipe);
     sigaddset(&pipe, SIGPIPE);
@@ -135,7 +135,7 @@ TEST_F(SignalShieldTest, AnotherSignalWaitsForTheHost_ItGoesOnWaiting) {
     pthread_sigmask(SIG_UNBLOCK, &usr1, nullptr);
 }
 
-TEST_F(SignalShieldTest, OtherSignalsArePassedOn) {
+TEST_F(SignalShieldTest, OtherSignal_ReachesTheProcess) {
     std::signal(SIGUSR1, Receive);
     {
         const SignalShield shield;
@@ -145,7 +145,7 @@ TEST_F(SignalShieldTest, OtherSignalsArePassedOn) {
     std::signal(SIGUSR1, SIG_DFL);
 }
 
-TEST_F(SignalShieldTest, ErrnoOfTheWriteStays) {
+TEST_F(SignalShieldTest, ShieldEnds_ErrnoIsThatOfTheWrite) {
     errno = 0;
     {
         const SignalShield shield;

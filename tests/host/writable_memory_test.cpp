@@ -15,7 +15,7 @@ const std::size_t pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 
 const char constantBytes[] = "constant";
 
-TEST(WritableMemory, OrdinaryMemoryIsWritableAndKeepsItsBytes) {
+TEST(WritableMemory, OrdinaryMemory_IsWritableAndKeepsItsBytes) {
     std::string bytes(4096, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 31);
     const std::string before = bytes;
@@ -24,13 +24,13 @@ TEST(WritableMemory, OrdinaryMemoryIsWritableAndKeepsItsBytes) {
     EXPECT_EQ(bytes, before);
 }
 
-TEST(WritableMemory, ConstantsAndNullAreNot) {
+TEST(WritableMemory, ConstantsAndNull_AreNotWritable) {
     EXPECT_FALSE(IsWritable(const_cast<char*>(constantBytes), sizeof constantBytes));
     EXPECT_FALSE(IsWritable(nullptr, 8));
     EXPECT_FALSE(IsWritable(reinterpret_cast<void*>(-8), 8));
 }
 
-TEST(WritableMemory, AllOfItMustBe) {
+TEST(WritableMemory, OnePageOfTwoIsReadOnly_MemoryIsNotWritable) {
     char* const pages = static_cast<char*>(
         mmap(nullptr, 2 * pageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
     ASSERT_NE(pages, MAP_FAILED);
@@ -47,7 +47,7 @@ TEST(WritableMemory, AllOfItMustBe) {
     munmap(pages, 2 * pageSize);
 }
 
-TEST(WritableMemory, LeavesNoFileOpen) {
+TEST(WritableMemory, IsWritable_LeavesNoFileOpen) {
     char byte = 'a';
     const int before = dup(0);
     close(before);
@@ -58,7 +58,7 @@ TEST(WritableMemory, LeavesNoFileOpen) {
     EXPECT_EQ(after, before);
 }
 
-TEST(WritableMemoryDeathTest, IsDeniedWhenNoFileCanBeOpened) {
+TEST(WritableMemoryDeathTest, NoFileCanBeOpened_MemoryCountsAsNotWritable) {
     const auto ask = [] {
         const rlimit none = {0, 0};
         setrlimit(RLIMIT_NOFILE, &none);
