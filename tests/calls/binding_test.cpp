@@ -163,18 +163,18 @@ const Names kBindingOrder = {"C_Initialize",
 
 }  // namespace
 
-TEST_F(Binding, OfACompleteTargetForwardsAllButOneFunction) {
+TEST_F(Binding, TargetHasEveryFunction_AllButFunctionStatusAreForwarded) {
     EXPECT_EQ("", OutputOfStart());
     EXPECT_EQ(EverythingBut({}), Forwarded());
 }
 
-TEST_F(Binding, AnnouncesAMissingFunctionAndForwardsTheOthers) {
+TEST_F(Binding, TargetLacksOneFunction_ItIsAnnouncedAndTheOthersAreForwarded) {
     UseTarget("scripted_target_without_self_test");
     EXPECT_EQ("Failed to load function 'CA_PerformSelfTest'.\n", OutputOfStart());
     EXPECT_EQ(EverythingBut({"CA_PerformSelfTest"}), Forwarded());
 }
 
-TEST_F(Binding, LetsAMissingFunctionBeLoggedWithItsResult) {
+TEST_F(Binding, TargetLacksTheCalledFunction_CallIsLoggedWithItsResult) {
     UseTarget("scripted_target_without_self_test");
     OutputOfStart();
     EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("CA_PerformSelfTest", 0));
@@ -185,42 +185,42 @@ TEST_F(Binding, LetsAMissingFunctionBeLoggedWithItsResult) {
               Log());
 }
 
-TEST_F(Binding, AnnouncesMissingDualFunctions) {
+TEST_F(Binding, TargetLacksDualFunctions_TheyAreAnnounced) {
     UseTarget("scripted_target_without_dual_functions");
     EXPECT_EQ(Announced(kDualFunctions), OutputOfStart());
     EXPECT_EQ(EverythingBut(kDualFunctions), Forwarded());
 }
 
-TEST_F(Binding, LooksFunctionsUpInItsOwnOrder) {
+TEST_F(Binding, TargetLacksEveryFunction_TheyAreAnnouncedInTheOrderOfTheirLookUp) {
     UseTarget("scripted_target_without_functions");
     EXPECT_EQ(Announced(kBindingOrder) + Announced(kVendorFunctions), OutputOfStart());
     EXPECT_EQ(Names{}, Forwarded());
     EXPECT_EQ(1, script.loads);
 }
 
-TEST_F(Binding, OfAMissingFileForwardsNothing) {
+TEST_F(Binding, TargetIsMissing_NothingIsForwarded) {
     Set("LibUNIX64", directory.File("nothing.so"));
     ExpectNothingForwarded();
 }
 
-TEST_F(Binding, OfAFileThatIsNoLibraryForwardsNothing) {
+TEST_F(Binding, TargetIsNoLibrary_NothingIsForwarded) {
     WriteFile(directory.File("text.so"), "This is no library.");
     Set("LibUNIX64", directory.File("text.so"));
     ExpectNothingForwarded();
 }
 
-TEST_F(Binding, OfThisLibraryForwardsNothing) {
+TEST_F(Binding, TargetIsThisLibrary_NothingIsForwarded) {
     Set("LibUNIX64", kLibraryPath);
     ExpectNothingForwarded();
 }
 
-TEST_F(Binding, OfALinkToThisLibraryForwardsNothing) {
+TEST_F(Binding, TargetIsALinkToThisLibrary_NothingIsForwarded) {
     std::filesystem::create_symlink(kLibraryPath, directory.File("link.so"));
     Set("LibUNIX64", directory.File("link.so"));
     ExpectNothingForwarded();
 }
 
-TEST_F(Binding, OfACopiedLinkToThisLibraryForwardsNothing) {
+TEST_F(Binding, TargetIsACopiedLinkToThisLibrary_NothingIsForwarded) {
     std::filesystem::create_symlink(kLibraryPath, directory.File("link.so"));
     std::filesystem::create_directory(directory.File("other"));
     std::filesystem::copy_symlink(directory.File("link.so"), directory.File("other/copy.so"));
@@ -229,7 +229,7 @@ TEST_F(Binding, OfACopiedLinkToThisLibraryForwardsNothing) {
     ExpectNothingForwarded();
 }
 
-TEST_F(Binding, OfAHardLinkToThisLibraryForwardsNothing) {
+TEST_F(Binding, TargetIsAHardLinkToThisLibrary_NothingIsForwarded) {
     // Beside the library: the temporary directory may be on another file system.
     const std::string link = std::string(kLibraryPath) + ".link-" + std::to_string(getpid());
     std::filesystem::create_hard_link(kLibraryPath, link);
@@ -239,7 +239,7 @@ TEST_F(Binding, OfAHardLinkToThisLibraryForwardsNothing) {
 }
 
 // The copy is a library of its own: it is loaded, reads the same configuration, and finds itself.
-TEST_F(Binding, OfACopyOfThisLibraryEndsThere) {
+TEST_F(Binding, TargetIsACopyOfThisLibrary_CallEndsInTheCopy) {
     std::filesystem::copy_file(kLibraryPath, directory.File("copy.so"));
     Set("LibUNIX64", directory.File("copy.so"));
     Load();
@@ -255,7 +255,7 @@ TEST_F(Binding, OfACopyOfThisLibraryEndsThere) {
 }
 
 // What such a target lacks, the loader finds in this library.
-TEST_F(Binding, OfATargetThatNeedsThisLibraryTakesNoneOfItsFunctions) {
+TEST_F(Binding, TargetDependsOnThisLibrary_NoFunctionOfThisLibraryIsBound) {
     UseTarget("scripted_target_on_top_of_library");
     EXPECT_EQ("Failed to load function 'C_Sign'.\nFailed to load function 'CA_PerformSelfTest'.\n",
               OutputOfStart());
@@ -347,7 +347,7 @@ TEST_F(Binding, FirstCallMissesFunctions_ApplicationSeesNoErrorOfTheLoader) {
 }
 
 // An application may have another library's functions of the same names in its global scope.
-TEST_F(Binding, IsNotInterposed) {
+TEST_F(Binding, AnotherLibraryExportsTheSameNames_CallsReachTheTargetAllTheSame) {
     void* const other = dlopen(TargetNamed("libinterposing_library").c_str(), RTLD_NOW | RTLD_GLOBAL);
     ASSERT_NE(nullptr, other) << dlerror();
     ASSERT_EQ(dlsym(other, "C_Sign"), dlsym(RTLD_DEFAULT, "C_Sign"));

@@ -24,13 +24,13 @@ protected:
 
 }  // namespace
 
-TEST_F(ErrorFile, HasALineAboutALogThatCannotBeOpened) {
+TEST_F(ErrorFile, LogCannotBeOpened_OneLineSaysSo) {
     ExpectForwarding();
     EXPECT_EQ(kReport, Errors());
     EXPECT_FALSE(std::filesystem::exists(directory.File("logerror.txt")));
 }
 
-TEST_F(ErrorFile, GrowsWithEachStart) {
+TEST_F(ErrorFile, LibraryStartsAgain_ErrorFileGrows) {
     WriteFile(ErrorPath(), "what was there");
     ExpectForwarding();
     Exported<void()>("CkLogSpecialFinalize")();
@@ -38,24 +38,24 @@ TEST_F(ErrorFile, GrowsWithEachStart) {
     EXPECT_EQ("what was there" + kReport + kReport, Errors());
 }
 
-TEST_F(ErrorFile, IsInTheCurrentDirectoryByDefault) {
+TEST_F(ErrorFile, KeyAbsent_ErrorFileIsInTheCurrentDirectory) {
     Unset("Error");
     ExpectForwarding();
     EXPECT_EQ(kReport, Contents(directory.File("logerror.txt")));
 }
 
-TEST_F(ErrorFile, WithAnEmptyNameIsNone) {
+TEST_F(ErrorFile, NameIsEmpty_NoErrorFileIsMade) {
     Set("Error", "");
     ExpectForwarding();
     EXPECT_FALSE(std::filesystem::exists(directory.File("logerror.txt")));
 }
 
-TEST_F(ErrorFile, ThatCannotBeOpenedEitherIsLeftOut) {
+TEST_F(ErrorFile, ErrorFileCannotBeOpenedEither_CallsReachTheTarget) {
     Set("Error", directory.File("no such directory/errors.log"));
     ExpectForwarding();
 }
 
-TEST_F(ErrorFile, IsNotMadeWithoutNeed) {
+TEST_F(ErrorFile, NothingToReport_NoErrorFileIsMade) {
     Set("File", LogPath());
     ExpectForwarding();
     EXPECT_FALSE(std::filesystem::exists(ErrorPath()));

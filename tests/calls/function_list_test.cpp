@@ -54,7 +54,7 @@ protected:
 
 }  // namespace
 
-TEST_F(FunctionList, IsTheTargetsOwnWithEntryPointsOfThisLibrary) {
+TEST_F(FunctionList, ListIsAskedFor_TargetsListHasEntryPointsOfThisLibrary) {
     Load();
     CK_FUNCTION_LIST* list = nullptr;
     CK_FUNCTION_LIST* targetsList = nullptr;
@@ -66,13 +66,13 @@ TEST_F(FunctionList, IsTheTargetsOwnWithEntryPointsOfThisLibrary) {
     ExpectVersion(kTargetListVersion, list->version);
 }
 
-TEST_F(FunctionList, StaysSoWhenAskedForAgain) {
+TEST_F(FunctionList, ListIsAskedForAgain_EntryPointsStay) {
     CK_FUNCTION_LIST* const list = List();
     EXPECT_EQ(list, List());
     EXPECT_EQ(kStandardFunctions, OwnFunctionsIn(*list));
 }
 
-TEST_F(FunctionList, LeadsToLoggedCalls) {
+TEST_F(FunctionList, CallGoesThroughTheList_IsLogged) {
     CK_FUNCTION_LIST* const list = List();
     ClearLog();
     RestartClock();
@@ -82,7 +82,7 @@ TEST_F(FunctionList, LeadsToLoggedCalls) {
     EXPECT_EQ("C_Logout", script.received.back().function);
 }
 
-TEST_F(FunctionList, IsACopyWhenTheTargetsCannotBeWritten) {
+TEST_F(FunctionList, TargetsListIsReadOnly_CopyIsHandedOut) {
     UseTargetWithConstLists();
     Load();
     CK_FUNCTION_LIST* list = nullptr;
@@ -97,7 +97,7 @@ TEST_F(FunctionList, IsACopyWhenTheTargetsCannotBeWritten) {
     EXPECT_EQ(list, List());
 }
 
-TEST_F(FunctionList, StaysTheTargetsWhenTheTargetFails) {
+TEST_F(FunctionList, TargetRefusesTheList_ItsListIsUntouched) {
     Load();
     CK_FUNCTION_LIST* list = nullptr;
     script.result = CKR_GENERAL_ERROR;
@@ -107,14 +107,14 @@ TEST_F(FunctionList, StaysTheTargetsWhenTheTargetFails) {
     ExpectVersion(kTargetListVersion, list->version);
 }
 
-TEST_F(FunctionList, IsTheTargetsBusinessWhenTheArgumentIsNull) {
+TEST_F(FunctionList, ArgumentIsNull_TargetDecides) {
     Load();
     EXPECT_EQ(CKR_OK, api.C_GetFunctionList(nullptr));
     script.result = CKR_ARGUMENTS_BAD;
     EXPECT_EQ(CKR_ARGUMENTS_BAD, api.C_GetFunctionList(nullptr));
 }
 
-TEST_F(FunctionList, MayBeMissingAfterSuccess) {
+TEST_F(FunctionList, TargetGivesNoListInSuccess_NothingIsWritten) {
     Load();
     CK_FUNCTION_LIST* list = nullptr;
     script.answer = [&] { list = nullptr; };
@@ -122,7 +122,7 @@ TEST_F(FunctionList, MayBeMissingAfterSuccess) {
     EXPECT_EQ(nullptr, list);
 }
 
-TEST_F(FunctionList, IsNoneWithoutATarget) {
+TEST_F(FunctionList, TargetIsMissing_ListIsRefused) {
     Set("LibUNIX64", directory.File("nothing.so"));
     Load();
     CK_FUNCTION_LIST* list = &api;
@@ -130,13 +130,13 @@ TEST_F(FunctionList, IsNoneWithoutATarget) {
     EXPECT_EQ(&api, list);
 }
 
-TEST_F(FunctionList, OfAReloadedTargetIsFilledAgain) {
+TEST_F(FunctionList, TargetIsLoadedAgain_ItsListGetsEntryPointsAgain) {
     List();
     Restart();
     EXPECT_EQ(kStandardFunctions, OwnFunctionsIn(*List()));
 }
 
-TEST_F(FunctionList, OfTheVendorIsTheTargetsOwnWithEntryPointsOfThisLibrary) {
+TEST_F(FunctionList, VendorsListIsAskedFor_TargetsListHasEntryPointsOfThisLibrary) {
     void* list = nullptr;
     void* targetsList = nullptr;
     script.answer = [&] { targetsList = list; };
@@ -147,7 +147,7 @@ TEST_F(FunctionList, OfTheVendorIsTheTargetsOwnWithEntryPointsOfThisLibrary) {
     ExpectVendorVersion(static_cast<TargetWord*>(list));
 }
 
-TEST_F(FunctionList, OfTheVendorIsACopyWhenTheTargetsCannotBeWritten) {
+TEST_F(FunctionList, TargetsVendorListIsReadOnly_CopyIsHandedOut) {
     UseTargetWithConstLists();
     void* list = nullptr;
     void* targetsList = nullptr;
@@ -161,13 +161,13 @@ TEST_F(FunctionList, OfTheVendorIsACopyWhenTheTargetsCannotBeWritten) {
     EXPECT_EQ(list, VendorList());
 }
 
-TEST_F(FunctionList, OfTheVendorStaysSoWhenAskedForAgain) {
+TEST_F(FunctionList, VendorsListIsAskedForAgain_EntryPointsStay) {
     TargetWord* const list = VendorList();
     EXPECT_EQ(list, VendorList());
     EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(list));
 }
 
-TEST_F(FunctionList, OfTheVendorLeadsToLoggedCalls) {
+TEST_F(FunctionList, CallGoesThroughTheVendorsList_IsLogged) {
     const TargetWord* const list = VendorList();
     // The version comes first.
     const auto found = std::find(kVendorFunctions.begin(), kVendorFunctions.end(), "CA_PerformSelfTest");
@@ -181,14 +181,14 @@ TEST_F(FunctionList, OfTheVendorLeadsToLoggedCalls) {
     EXPECT_EQ("CA_PerformSelfTest", script.received.back().function);
 }
 
-TEST_F(FunctionList, OfTheVendorMayBeMissingAfterSuccess) {
+TEST_F(FunctionList, TargetGivesNoVendorListInSuccess_NothingIsWritten) {
     void* list = nullptr;
     script.answer = [&] { list = nullptr; };
     EXPECT_EQ(CKR_OK, Exported<GetVendorList>("CA_GetFunctionList")(&list));
     EXPECT_EQ(nullptr, list);
 }
 
-TEST_F(FunctionList, OfTheVendorIsNoneWhenTheTargetHasNone) {
+TEST_F(FunctionList, TargetHasNoVendorList_ListIsRefused) {
     Set("LibUNIX64", TargetNamed("scripted_target_without_functions"));
     void* list = this;
     testing::internal::CaptureStdout();  // in which every function is announced
@@ -197,13 +197,13 @@ TEST_F(FunctionList, OfTheVendorIsNoneWhenTheTargetHasNone) {
     EXPECT_EQ(this, list);
 }
 
-TEST_F(FunctionList, OfTheVendorOfAReloadedTargetIsFilledAgain) {
+TEST_F(FunctionList, TargetIsLoadedAgain_ItsVendorListGetsEntryPointsAgain) {
     VendorList();
     Restart();
     EXPECT_EQ(kVendorFunctions, OwnFunctionsIn(VendorList()));
 }
 
-TEST_F(FunctionList, OfTheVendorStaysTheTargetsWhenTheTargetFails) {
+TEST_F(FunctionList, TargetRefusesTheVendorsList_ItsListIsUntouched) {
     void* list = nullptr;
     script.result = CKR_GENERAL_ERROR;
     EXPECT_EQ(CKR_GENERAL_ERROR, Exported<GetVendorList>("CA_GetFunctionList")(&list));
@@ -212,12 +212,12 @@ TEST_F(FunctionList, OfTheVendorStaysTheTargetsWhenTheTargetFails) {
     ExpectVendorVersion(static_cast<TargetWord*>(list));
 }
 
-TEST_F(FunctionList, OfTheVendorIsNeverLogged) {
+TEST_F(FunctionList, VendorsListIsAskedFor_NothingIsLogged) {
     VendorList();
     EXPECT_EQ("", Log());
 }
 
-TEST_F(FunctionList, OfTheVendorStartsNothingForANullArgument) {
+TEST_F(FunctionList, VendorsListIsAskedForWithNull_LibraryDoesNotStart) {
     EXPECT_EQ(0x20u, Exported<GetVendorList>("CA_GetFunctionList")(nullptr));
     EXPECT_EQ(0, script.loads);
     EXPECT_FALSE(std::filesystem::exists(LogPath()));
@@ -226,7 +226,7 @@ TEST_F(FunctionList, OfTheVendorStartsNothingForANullArgument) {
     EXPECT_TRUE(std::filesystem::exists(LogPath()));
 }
 
-TEST_F(FunctionList, OfTheVendorIsRefusedForANullArgumentAfterTheStart) {
+TEST_F(FunctionList, VendorsListIsAskedForWithNullAfterTheStart_IsRefused) {
     VendorList();
     script.received.clear();
     EXPECT_EQ(0x20u, Exported<GetVendorList>("CA_GetFunctionList")(nullptr));

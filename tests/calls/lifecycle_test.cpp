@@ -18,13 +18,13 @@ protected:
 
 }  // namespace
 
-TEST_F(Lifecycle, LoadingStartsNothing) {
+TEST_F(Lifecycle, LibraryIsLoaded_NothingStarts) {
     Load();
     EXPECT_EQ(0, script.loads);
     EXPECT_FALSE(std::filesystem::exists(LogPath()));
 }
 
-TEST_F(Lifecycle, FirstCallOfAnyFunctionStarts) {
+TEST_F(Lifecycle, AnyFunctionIsCalledFirst_LibraryStarts) {
     for (const char* function : {"C_Sign", "C_GetFunctionList", "C_GetFunctionStatus", "CA_GetTSV"}) {
         script.Reset();
         CallWith(function, 0);
@@ -36,7 +36,7 @@ TEST_F(Lifecycle, FirstCallOfAnyFunctionStarts) {
     }
 }
 
-TEST_F(Lifecycle, InitializeStartsOnce) {
+TEST_F(Lifecycle, SpecialInitializeIsCalledTwice_LibraryStartsOnce) {
     Initialize();
     EXPECT_EQ(1, script.loads);
     EXPECT_TRUE(std::filesystem::exists(LogPath()));
@@ -47,7 +47,7 @@ TEST_F(Lifecycle, InitializeStartsOnce) {
     EXPECT_EQ(kLogout, Log());
 }
 
-TEST_F(Lifecycle, FinalizeUnloadsTheTargetAndTheNextCallLoadsItAgain) {
+TEST_F(Lifecycle, SpecialFinalizeIsCalled_TargetIsUnloadedAndTheNextCallLoadsItAgain) {
     Initialize();
     Finalize();
     EXPECT_EQ(1, script.unloads);
@@ -57,7 +57,7 @@ TEST_F(Lifecycle, FinalizeUnloadsTheTargetAndTheNextCallLoadsItAgain) {
     EXPECT_EQ(kLogout, Log());
 }
 
-TEST_F(Lifecycle, FinalizeTwiceIsFinalizeOnce) {
+TEST_F(Lifecycle, SpecialFinalizeIsCalledTwice_SecondCallDoesNothing) {
     Initialize();
     Finalize();
     Finalize();
@@ -67,7 +67,7 @@ TEST_F(Lifecycle, FinalizeTwiceIsFinalizeOnce) {
     EXPECT_EQ(2, script.unloads);
 }
 
-TEST_F(Lifecycle, FinalizeBeforeTheStartIsHarmless) {
+TEST_F(Lifecycle, SpecialFinalizeIsCalledBeforeTheStart_NothingHappens) {
     Finalize();
     Finalize();
     EXPECT_EQ(0, script.loads);
@@ -76,7 +76,7 @@ TEST_F(Lifecycle, FinalizeBeforeTheStartIsHarmless) {
     EXPECT_EQ(kLogout, Log());
 }
 
-TEST_F(Lifecycle, StartAfterFinalizeReadsTheConfigurationAgain) {
+TEST_F(Lifecycle, LibraryStartsAgain_ConfigurationIsReadAgain) {
     Load();
     api.C_Logout(0x51);
     Finalize();
@@ -104,7 +104,7 @@ Command(Finalize, None, End, CKR_OK) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
     EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, CallWith("CA_PerformSelfTest", 0));
 }
 
-TEST_F(Lifecycle, RunningLibraryKeepsFormatLevelAndLog) {
+TEST_F(Lifecycle, ConfigurationChangesWhileTheLibraryRuns_FormatLevelAndLogStay) {
     Load();
     api.C_Logout(0x51);
     Set("NewFormat", "0");
@@ -117,7 +117,7 @@ TEST_F(Lifecycle, RunningLibraryKeepsFormatLevelAndLog) {
     EXPECT_EQ(kLogout + kLogout, Log());
 }
 
-TEST_F(Lifecycle, TargetOutlivesItsOwnFinalization) {
+TEST_F(Lifecycle, ApplicationFinalizesTheTarget_TargetStaysLoaded) {
     Load();
     EXPECT_EQ(CKR_OK, api.C_Initialize(nullptr));
     EXPECT_EQ(CKR_OK, api.C_Finalize(nullptr));
@@ -142,14 +142,14 @@ TEST_F(Lifecycle, TargetOutlivesItsOwnFinalization) {
               Log());
 }
 
-TEST_F(Lifecycle, UnloadingTheLibraryUnloadsTheTarget) {
+TEST_F(Lifecycle, LibraryIsUnloaded_TargetIsUnloaded) {
     Load();
     api.C_Logout(0x51);
     Unload();
     EXPECT_EQ(1, script.unloads);
 }
 
-TEST_F(Lifecycle, LogOfEarlierRunsStays) {
+TEST_F(Lifecycle, LogExists_RecordsAreAppended) {
     WriteFile(LogPath(), "from an earlier run");
     Load();
     api.C_Logout(0x51);
@@ -159,7 +159,7 @@ TEST_F(Lifecycle, LogOfEarlierRunsStays) {
     EXPECT_EQ("from an earlier run" + kLogout + kLogout, Log());
 }
 
-TEST_F(Lifecycle, DisabledLoggingForwardsAndMakesNoFile) {
+TEST_F(Lifecycle, LoggingIsDisabled_CallsAreForwardedAndNoFileIsMade) {
     for (const char* disabled : {"0", "", "off"}) {
         Set("Enabled", disabled);
         WriteConfiguration();
@@ -177,14 +177,14 @@ TEST_F(Lifecycle, DisabledLoggingForwardsAndMakesNoFile) {
     EXPECT_FALSE(std::filesystem::exists(LogPath()));
 }
 
-TEST_F(Lifecycle, AnyNumberButZeroEnables) {
+TEST_F(Lifecycle, EnabledIsAnyNumberButZero_CallsAreLogged) {
     Set("Enabled", "-3");
     Load();
     api.C_Logout(0x51);
     EXPECT_EQ(kLogout, Log());
 }
 
-TEST_F(Lifecycle, OldFormatIsTheDefault) {
+TEST_F(Lifecycle, NewFormatIsAbsent_RecordsHaveTheOldFormat) {
     Unset("NewFormat");
     Load();
     api.C_Finalize(nullptr);
@@ -200,7 +200,7 @@ Command(Finalize, None, End, CKR_OK) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
               Log());
 }
 
-TEST_F(Lifecycle, LogIsInTheCurrentDirectoryByDefault) {
+TEST_F(Lifecycle, FileIsAbsent_LogIsInTheCurrentDirectory) {
     Unset("File");
     Load();
     api.C_Logout(0x51);
@@ -208,7 +208,7 @@ TEST_F(Lifecycle, LogIsInTheCurrentDirectoryByDefault) {
     EXPECT_FALSE(std::filesystem::exists(LogPath()));
 }
 
-TEST_F(Lifecycle, WithoutAConfigurationFileNothingIsThere) {
+TEST_F(Lifecycle, ConfigurationFileIsMissing_NothingIsForwardedOrLogged) {
     WriteConfiguration();
     std::filesystem::remove(ConfigurationPath());
     Load();
@@ -216,7 +216,7 @@ TEST_F(Lifecycle, WithoutAConfigurationFileNothingIsThere) {
     EXPECT_FALSE(std::filesystem::exists(directory.File("log.txt")));
 }
 
-TEST_F(Lifecycle, FirstCallsThatCoincideStartOnce) {
+TEST_F(Lifecycle, FirstCallsCoincide_LibraryStartsOnce) {
     constexpr int kThreads = 8;
     Load();
     std::barrier allAreReady(kThreads);

@@ -40,7 +40,7 @@ protected:
 
 }  // namespace
 
-TEST_F(MaskRereading, HappensAtEvery500thQuery) {
+TEST_F(MaskRereading, MaskChanges_CountsFromTheNext500thQueryOn) {
     SetMask("SESSION_FUNC");
     Load();
     EXPECT_EQ(kStart + kEnd, LogOfLogout());  // queries 0 and 1
@@ -54,7 +54,7 @@ TEST_F(MaskRereading, HappensAtEvery500thQuery) {
     EXPECT_EQ(kStart + kEnd, LogOfLogout());  // 1000
 }
 
-TEST_F(MaskRereading, BetweenTheRecordsOfACallLeavesItOneOfThem) {
+TEST_F(MaskRereading, MaskChangesDuringACall_CallHasOneRecord) {
     SetMask("SESSION_FUNC");
     Load();
     CallWith("CA_GetTSV", 0);  // query 0
@@ -66,7 +66,7 @@ TEST_F(MaskRereading, BetweenTheRecordsOfACallLeavesItOneOfThem) {
     EXPECT_EQ(kEnd, LogOfLogout());  // 999 and 1000
 }
 
-TEST_F(MaskRereading, LeavesACallOfTheVendorBothRecordsOrNone) {
+TEST_F(MaskRereading, MaskChangesDuringACallOfTheVendor_CallHasBothRecordsOrNone) {
     const std::string both = WithIds(R"(
 
 10:15:30 <id>:STRTPerformSelfTest {}
@@ -83,7 +83,7 @@ TEST_F(MaskRereading, LeavesACallOfTheVendorBothRecordsOrNone) {
     EXPECT_EQ(both, LogOfSelfTest());  // 1000
 }
 
-TEST_F(MaskRereading, LeavesTheCountAloneWhenTheLibraryStartsAgain) {
+TEST_F(MaskRereading, LibraryStartsAgain_CountGoesOn) {
     SetMask("SESSION_FUNC");
     Load();
     Logout(249);  // queries 0 to 497

@@ -41,7 +41,7 @@ std::set<std::string> NeededLibraries() {
 
 }  // namespace
 
-TEST(Symbols, AreTheFunctionsOfTheListAndTheTwoForTheHost) {
+TEST(Symbols, LibraryExportsTheFunctionsOfTheListAndTwoForTheHostOnly) {
     std::multiset<std::string> expected = {"CkLogSpecialInitialize", "CkLogSpecialFinalize"};
     for (const ExpectedFunction& function : kExpectedFunctions) expected.insert(function.name);
     EXPECT_EQ(expected, DefinedSymbols());
@@ -55,7 +55,7 @@ const std::set<std::string> kSanitizers = {"libasan.so.8", "libubsan.so.1",  "li
 const std::set<std::string> kSanitizers = {};
 #endif
 
-TEST(Symbols, NeedNothingButTheSystem) {
+TEST(Symbols, LibraryDependsOnTheSystemOnly) {
     std::set<std::string> allowed = {"libc.so.6", "libpthread.so.0", "libdl.so.2", "ld-linux-x86-64.so.2",
                                      "libc.so.7", "libthr.so.3"};
     allowed.insert(kSanitizers.begin(), kSanitizers.end());

@@ -113,37 +113,37 @@ private:
 
 }  // namespace
 
-TEST_F(VendorForwarding, IsUnchangedWhileTheNewFormatIsLogged) { ForwardsEveryWordAndResult(); }
+TEST_F(VendorForwarding, NewFormatIsLogged_EveryWordAndResultIsForwarded) { ForwardsEveryWordAndResult(); }
 
-TEST_F(VendorForwarding, IsUnchangedWhileTheOldFormatIsLogged) {
+TEST_F(VendorForwarding, OldFormatIsLogged_EveryWordAndResultIsForwarded) {
     Set("NewFormat", "0");
     ForwardsEveryWordAndResult();
 }
 
-TEST_F(VendorForwarding, IsUnchangedWithoutALog) {
+TEST_F(VendorForwarding, LoggingIsDisabled_EveryWordAndResultIsForwarded) {
     Set("Enabled", "0");
     ForwardsEveryWordAndResult();
     EXPECT_EQ("", Log());
 }
 
-TEST_F(VendorForwarding, IsUnchangedWhenTheMaskLogsNothing) {
+TEST_F(VendorForwarding, MaskLogsNothing_EveryWordAndResultIsForwarded) {
     Set("LoggingMask", "NONE");
     ForwardsEveryWordAndResult();
     EXPECT_EQ("", Log());
 }
 
-TEST_F(VendorForwarding, IsUnchangedWhenTheLevelLogsSome) {
+TEST_F(VendorForwarding, LevelLogsSome_EveryWordAndResultIsForwarded) {
     Set("LoggingLevel", "ADMIN");
     ForwardsEveryWordAndResult();
 }
 
-TEST_F(VendorForwarding, IsUnchangedWhenTheLevelLogsNone) {
+TEST_F(VendorForwarding, LevelLogsNone_EveryWordAndResultIsForwarded) {
     Set("LoggingLevel", "MODIFY");
     ForwardsEveryWordAndResult();
     EXPECT_EQ("", Log());
 }
 
-TEST_F(VendorForwarding, TakesTheLowestByteForABoolean) {
+TEST_F(VendorForwarding, ArgumentIsABoolean_LowestByteIsForwarded) {
     Load();
     for (const auto& [function, place] : kBooleans) {
         for (const TargetWord byte : {0x00UL, 0x01UL, 0x02UL, 0x80UL, 0xFFUL}) {
@@ -158,7 +158,7 @@ TEST_F(VendorForwarding, TakesTheLowestByteForABoolean) {
 }
 
 // Words that a caller did not push are its own variables: they go on as they are, and stay as they are.
-TEST_F(VendorForwarding, LeavesTheStackOfItsCallerAlone) {
+TEST_F(VendorForwarding, CallReturns_StackOfTheCallerIsUntouched) {
     for (const char* level : {"everything", "DESTROY"}) {
         Set("LoggingLevel", level);
         Restart();

@@ -11,7 +11,7 @@ using ckscribe::CallsInTarget;
 
 namespace {
 
-TEST(CallsInTarget, IsThereACallOrNone) {
+TEST(CallsInTarget, CallEntersAndLeaves_NoneIsTrueOnlyOutside) {
     ckscribe::CallsInTarget calls;
     EXPECT_TRUE(calls.None());
     auto& first = calls.Enter();
@@ -23,7 +23,7 @@ TEST(CallsInTarget, IsThereACallOrNone) {
     EXPECT_TRUE(calls.None());
 }
 
-TEST(CallsInTarget, ACallOfAnotherThreadCounts) {
+TEST(CallsInTarget, CallOfAnotherThreadIsInside_NoneIsFalse) {
     ckscribe::CallsInTarget calls;
     ckscribe::CallsInTarget::Line* line = nullptr;
     std::thread([&] { line = &calls.Enter(); }).join();
@@ -33,7 +33,7 @@ TEST(CallsInTarget, ACallOfAnotherThreadCounts) {
     EXPECT_FALSE(calls.None());
 }
 
-TEST(CallsInTarget, MoreThreadsThanLinesAreAllCounted) {
+TEST(CallsInTarget, MoreThreadsThanLines_EveryCallIsCounted) {
     constexpr std::size_t kThreads = 200;
     ckscribe::CallsInTarget calls;
     std::atomic<std::size_t> inside{0};
@@ -61,7 +61,7 @@ TEST(CallsInTarget, MoreThreadsThanLinesAreAllCounted) {
     EXPECT_TRUE(calls.None());
 }
 
-TEST(CallsInTarget, NoCountIsLostBetweenThreads) {
+TEST(CallsInTarget, ThreadsEnterAndLeaveAtOnce_NoCountIsLost) {
     ckscribe::CallsInTarget calls;
     std::vector<std::thread> threads;
     for (int i = 0; i < 100; ++i) {

@@ -65,7 +65,7 @@ void ForEachFunction(CryptokiBridge& bridge, const Visit& visit) {
 #undef METHOD
 }
 
-void ExpectStubsAlone(CryptokiBridge& bridge) {
+void ExpectOnlyStubs(CryptokiBridge& bridge) {
     ForEachFunction(bridge, [](const char* name, CK_RV rv, CK_RV) { EXPECT_EQ(rv, kNotSupported) << name; });
 }
 
@@ -101,13 +101,13 @@ protected:
     CryptokiBridge bridge;
 };
 
-TEST_F(CryptokiBridgeTest, BeginsWithStubsAlone) {
+TEST_F(CryptokiBridgeTest, NotYetConnected_EveryFunctionIsTheStub) {
     EXPECT_STREQ(bridge.Error(), "Not yet connected.");
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
     EXPECT_EQ(CryptokiBridge::Stub(), kNotSupported);
 }
 
-TEST_F(CryptokiBridgeTest, ForwardsEveryFunctionWithEveryArgument) {
+TEST_F(CryptokiBridgeTest, TargetHasEveryFunction_EveryArgumentIsForwarded) {
     EXPECT_EQ(Connect(TARGET_WITH_COUNTERS, 1), "");
     EXPECT_STREQ(bridge.Error(), "Connected.");
     std::size_t functions = 0;
@@ -117,13 +117,13 @@ TEST_F(CryptokiBridgeTest, ForwardsEveryFunctionWithEveryArgument) {
     ExpectTargetWithout(bridge, " C_GetFunctionStatus ");
 }
 
-TEST_F(CryptokiBridgeTest, TheCountersAreOptionalAndTheirAbsenceIsNotAnnounced) {
+TEST_F(CryptokiBridgeTest, TargetLacksTheCounters_ConnectSucceedsWithoutAnnouncement) {
     EXPECT_EQ(Connect(TARGET_COMPLETE, 1), "");
     EXPECT_STREQ(bridge.Error(), "Connected.");
     ExpectTargetWithout(bridge, " C_GetFunctionStatus GetTotalOperations ResetTotalOperations ");
 }
 
-TEST_F(CryptokiBridgeTest, TheDualFunctionsAreOptional) {
+TEST_F(CryptokiBridgeTest, TargetLacksDualFunctions_ConnectSucceeds) {
     EXPECT_EQ(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1),
               "Failed to load function 'C_DigestEncryptUpdate'.\n"
               "Failed to load function 'C_DecryptDigestUpdate'.\n"
@@ -135,14 +135,14 @@ TEST_F(CryptokiBridgeTest, TheDualFunctionsAreOptional) {
                         "C_DecryptDigestUpdate C_SignEncryptUpdate C_DecryptVerifyUpdate ");
 }
 
-TEST_F(CryptokiBridgeTest, AMissingFunctionIsNamedAndTheOthersForward) {
+TEST_F(CryptokiBridgeTest, TargetLacksOneFunction_ErrorNamesItAndTheOthersAreForwarded) {
     EXPECT_EQ(Connect(TARGET_WITHOUT_SELF_TEST, 0), "Failed to load function 'CA_PerformSelfTest'.\n");
     EXPECT_STREQ(bridge.Error(), "CA_PerformSelfTest");
     ExpectTargetWithout(bridge,
                         " C_GetFunctionStatus GetTotalOperations ResetTotalOperations CA_PerformSelfTest ");
 }
 
-TEST_F(CryptokiBridgeTest, OfSeveralMissingFunctionsTheLastIsNamed) {
+TEST_F(CryptokiBridgeTest, TargetLacksSeveralFunctions_ErrorNamesTheLast) {
     EXPECT_EQ(Connect(TARGET_WITHOUT_SEVERAL, 0),
               "Failed to load function 'C_WaitForSlotEvent'.\n"
               "Failed to load function 'C_GetInfo'.\n"
@@ -152,7 +152,7 @@ TEST_F(CryptokiBridgeTest, OfSeveralMissingFunctionsTheLastIsNamed) {
     EXPECT_STREQ(bridge.Error(), "C_CancelFunction");
 }
 
-TEST_F(CryptokiBridgeTest, FunctionsAreLookedUpInTheOrderOfTheirList) {
+TEST_F(CryptokiBridgeTest, TargetLacksMostFunctions_TheyAreAnnouncedInTheOrderOfTheirList) {
     const auto announcement = [](const std::string& name) {
         return name == "C_OpenSession" ? "" : "Failed to load function '" + name + "'.\n";
     };
@@ -164,39 +164,39 @@ TEST_F(CryptokiBridgeTest, FunctionsAreLookedUpInTheOrderOfTheirList) {
     EXPECT_EQ(bridge.Error(), kExpectedFunctions.back().name);
 }
 
-TEST_F(CryptokiBridgeTest, ABindLevelMakesAnyConnectionSucceed) {
+TEST_F(CryptokiBridgeTest, BindLevelIsOne_AnyConnectSucceeds) {
     CryptokiBridge::bindLevel = 1;
     EXPECT_EQ(Connect(TARGET_WITHOUT_SELF_TEST, 1), "Failed to load function 'CA_PerformSelfTest'.\n");
     EXPECT_STREQ(bridge.Error(), "Connected.");
     EXPECT_EQ(Connect("/nowhere/at/all.so", 1), "");
     EXPECT_STREQ(bridge.Error(), "Connected.");
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
 }
 
-TEST_F(CryptokiBridgeTest, TheSecondBindLevelIsSilent) {
+TEST_F(CryptokiBridgeTest, BindLevelIsTwo_NothingIsAnnounced) {
     CryptokiBridge::bindLevel = 2;
     EXPECT_EQ(Connect(TARGET_WITHOUT_SEVERAL, 1), "");
     EXPECT_STREQ(bridge.Error(), "Connected.");
     EXPECT_EQ(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1), "");
 }
 
-TEST_F(CryptokiBridgeTest, ALibraryThatIsNotThereIsToldInTheLoadersWords) {
+TEST_F(CryptokiBridgeTest, TargetIsMissing_ErrorIsWhatTheLoaderSays) {
     EXPECT_EQ(dlopen("/nowhere/at/all.so", RTLD_NOW), nullptr);
     const std::string words = dlerror();
     EXPECT_EQ(Connect("/nowhere/at/all.so", 0), "");
     EXPECT_EQ(bridge.Error(), words);
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
     EXPECT_EQ(Connect(nullptr, 0), "");
     EXPECT_STREQ(bridge.Error(), "Error during dlerror() call");
 }
 
-TEST_F(CryptokiBridgeTest, TheLoadersWordsAreCutAt249Characters) {
+TEST_F(CryptokiBridgeTest, LoaderSaysMuch_ErrorIsCutAt249Characters) {
     const std::string path = std::string("/").append(240, 'p').append("/").append(200, 'q');
     EXPECT_EQ(Connect(path.c_str(), 0), "");
     EXPECT_EQ(bridge.Error(), path.substr(0, 249));
 }
 
-TEST_F(CryptokiBridgeTest, ConnectingAgainReplacesTheTarget) {
+TEST_F(CryptokiBridgeTest, ConnectIsCalledAgain_TargetIsReplaced) {
     Connect(TARGET_COMPLETE, 1);
     Connect(TARGET_WITHOUT_SELF_TEST, 0);
     EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
@@ -204,30 +204,30 @@ TEST_F(CryptokiBridgeTest, ConnectingAgainReplacesTheTarget) {
     EXPECT_EQ(Call(bridge, &CryptokiBridge::CA_PerformSelfTest), kNotSupported);
     Connect("/nowhere/at/all.so", 0);
     EXPECT_FALSE(IsLoaded(TARGET_WITHOUT_SELF_TEST));
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
 }
 
-TEST_F(CryptokiBridgeTest, DisconnectingUnloadsTheTarget) {
+TEST_F(CryptokiBridgeTest, DisconnectIsCalled_TargetIsUnloaded) {
     Connect(TARGET_COMPLETE, 1);
     EXPECT_TRUE(IsLoaded(TARGET_COMPLETE));
     bridge.Disconnect();
     EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
     EXPECT_STREQ(bridge.Error(), "Not yet connected.");
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
     bridge.Disconnect();
     EXPECT_STREQ(bridge.Error(), "Not yet connected.");
     Connect(TARGET_COMPLETE, 1);
     EXPECT_STREQ(bridge.Error(), "Connected.");
 }
 
-TEST_F(CryptokiBridgeTest, DisconnectingWithoutATargetKeepsTheMessage) {
+TEST_F(CryptokiBridgeTest, DisconnectIsCalledWithoutATarget_ErrorStays) {
     Connect("/nowhere/at/all.so", 0);
     const std::string message = bridge.Error();
     bridge.Disconnect();
     EXPECT_EQ(bridge.Error(), message);
 }
 
-TEST_F(CryptokiBridgeTest, ItsEndUnloadsTheTarget) {
+TEST_F(CryptokiBridgeTest, BridgeIsDestroyed_TargetIsUnloaded) {
     {
         CryptokiBridge brief;
         EXPECT_EQ(brief.Connect(TARGET_COMPLETE), 1);
@@ -236,13 +236,13 @@ TEST_F(CryptokiBridgeTest, ItsEndUnloadsTheTarget) {
     EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
 }
 
-TEST_F(CryptokiBridgeTest, StubsMayBePutBack) {
+TEST_F(CryptokiBridgeTest, InitializeStubsIsCalled_EveryFunctionIsTheStub) {
     Connect(TARGET_COMPLETE, 1);
     bridge.InitializeStubs();
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
 }
 
-TEST_F(CryptokiBridgeTest, ASlotIsSetToAnAddressAndNeverToNull) {
+TEST_F(CryptokiBridgeTest, SlotIsGivenNull_KeepsItsAddress) {
     int mark;
     CryptokiBridge::Slot slot{&mark};
     EXPECT_EQ(CryptokiBridge::SetFunctionPointer(&slot, nullptr), 0);
@@ -251,7 +251,7 @@ TEST_F(CryptokiBridgeTest, ASlotIsSetToAnAddressAndNeverToNull) {
     EXPECT_EQ(slot.load(), &slot);
 }
 
-TEST_F(CryptokiBridgeTest, SymbolsAreLookedUpSilentlyOrNot) {
+TEST_F(CryptokiBridgeTest, SymbolIsMissing_IsAnnouncedUnlessSilent) {
     void* const handle = dlopen(TARGET_COMPLETE, RTLD_NOW);
     testing::internal::CaptureStdout();
     EXPECT_EQ(CryptokiBridge::GetSymbolAddressSilent(handle, "C_Sign", 0), dlsym(handle, "C_Sign"));
@@ -462,7 +462,7 @@ CK_RV StayInside(CK_SESSION_HANDLE, CK_NOTIFICATION, CK_VOID_PTR) {
     return CKR_OK;
 }
 
-TEST_F(CryptokiBridgeTest, ATargetWithACallInsideStaysLoaded) {
+TEST_F(CryptokiBridgeTest, DisconnectDuringACall_TargetStaysLoaded) {
     Connect(TARGET_THAT_CALLS_BACK, 0);
     std::thread caller([&] {
         CK_SESSION_HANDLE session = 0;
@@ -472,7 +472,7 @@ TEST_F(CryptokiBridgeTest, ATargetWithACallInsideStaysLoaded) {
     while (!isInside) std::this_thread::yield();
     bridge.Disconnect();
     EXPECT_TRUE(IsLoaded(TARGET_THAT_CALLS_BACK));
-    ExpectStubsAlone(bridge);
+    ExpectOnlyStubs(bridge);
     mayReturn = true;
     caller.join();
     Connect(TARGET_COMPLETE, 1);
@@ -499,7 +499,7 @@ protected:
     static inline const CK_RV kAnswer = AnswerOf("C_Logout", CK_SESSION_HANDLE{5});
 };
 
-TEST_F(StoppedBridge, IsStartedAgain) {
+TEST_F(StoppedBridge, CallFindsTheStub_LibraryIsStartedAgain) {
     CryptokiBridge::startAgain = [] {
         if (++starts == 1) stoppedBridge->Connect(TARGET_COMPLETE);
     };
@@ -509,7 +509,7 @@ TEST_F(StoppedBridge, IsStartedAgain) {
     EXPECT_EQ(starts, 1);
 }
 
-TEST_F(StoppedBridge, IsStartedAgainAsOftenAsItIsStopped) {
+TEST_F(StoppedBridge, LibraryIsStoppedAgainAndAgain_CallStartsItEachTime) {
     CryptokiBridge::startAgain = [] {
         stoppedBridge->Connect(TARGET_COMPLETE);
         if (++starts < 4) stoppedBridge->Disconnect();
@@ -518,7 +518,7 @@ TEST_F(StoppedBridge, IsStartedAgainAsOftenAsItIsStopped) {
     EXPECT_EQ(starts, 4);
 }
 
-TEST_F(StoppedBridge, AFunctionThatTheTargetLacksIsNotWaitedFor) {
+TEST_F(StoppedBridge, TargetLacksTheFunction_CallDoesNotWait) {
     CryptokiBridge::startAgain = [] { ++starts; };
     Connect(TARGET_WITHOUT_SELF_TEST, 0);
     ExpectTargetWithout(bridge,
@@ -526,7 +526,7 @@ TEST_F(StoppedBridge, AFunctionThatTheTargetLacksIsNotWaitedFor) {
     EXPECT_EQ(starts, 4);
 }
 
-TEST_F(StoppedBridge, ACallIsCountedWhereItIsMade) {
+TEST_F(StoppedBridge, CallStartsTheLibrary_NoCallIsLeftCounted) {
     CryptokiBridge::startAgain = [] { stoppedBridge->Connect(TARGET_COMPLETE); };
     EXPECT_EQ(bridge.C_Logout(5), kAnswer);
     bridge.Disconnect();
@@ -557,13 +557,13 @@ protected:
     }
 };
 
-TEST_F(WendrafilLibraryTest, IsThePathOfItsSection) {
+TEST_F(WendrafilLibraryTest, SectionNamesAPath_PathIsReturned) {
     EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/usr/lib/libmordavek2.so");
     Write("Wendrafil2 = {\nLibUNIX64 = /opt/other.so;\n}\n");
     EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/other.so");
 }
 
-TEST_F(WendrafilLibraryTest, ReadsTheBindLevel) {
+TEST_F(WendrafilLibraryTest, PathIsAskedFor_BindLevelIsRead) {
     Write("Misc = {\nFunctionBindLevel = 2;\n}\n");
     CryptokiBridge::WendrafilLibrary();
     EXPECT_EQ(CryptokiBridge::bindLevel, 2);
@@ -572,7 +572,7 @@ TEST_F(WendrafilLibraryTest, ReadsTheBindLevel) {
     EXPECT_EQ(CryptokiBridge::bindLevel, 0);
 }
 
-TEST_F(WendrafilLibraryTest, TheBalancingLibraryIsReplacedOnceBalancingIsDisabled) {
+TEST_F(WendrafilLibraryTest, BalancingIsDisabled_BalancingLibraryIsReplaced) {
     const std::string balancing = "LBLib2 = {\nLibUNIX = /opt/plain.so;\n}\n";
     Write(balancing + "Wendrafil2 = {\nLibUNIX64 = /opt/liblblib2.so;\n}\n");
     EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/liblblib2.so");
@@ -586,7 +586,7 @@ TEST_F(WendrafilLibraryTest, TheBalancingLibraryIsReplacedOnceBalancingIsDisable
     }
 }
 
-TEST_F(WendrafilLibraryTest, DisconnectingEnablesBalancingAgain) {
+TEST_F(WendrafilLibraryTest, DisconnectIsCalled_BalancingIsEnabledAgain) {
     Write("LBLib2 = {\nLibUNIX = /opt/plain.so;\n}\nWendrafil2 = {\nLibUNIX64 = /opt/liblblib2.so;\n}\n");
     CryptokiBridge::DisableLB();
     bridge.Disconnect();  // not connected: nothing changes

@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(DynamicLoading, ALibraryIsLoadedAndUnloaded) {
+TEST_F(DynamicLoading, LibraryExists_IsLoadedAndUnloaded) {
     void* handle = nullptr;
     ASSERT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, &handle), 1);
     ASSERT_NE(handle, nullptr);
@@ -31,7 +31,7 @@ TEST_F(DynamicLoading, ALibraryIsLoadedAndUnloaded) {
     EXPECT_EQ(dlopen(TARGET_COMPLETE, RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
-TEST_F(DynamicLoading, ALibraryThatIsNotThereLeavesTheHandleAlone) {
+TEST_F(DynamicLoading, LibraryIsMissing_HandleIsUntouched) {
     int mark;
     void* handle = &mark;
     EXPECT_EQ(LoadDynamicLibrary("/nowhere/at/all.so", &handle), 0);
@@ -41,7 +41,7 @@ TEST_F(DynamicLoading, ALibraryThatIsNotThereLeavesTheHandleAlone) {
     EXPECT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, nullptr), 0);
 }
 
-TEST_F(DynamicLoading, AFunctionIsFoundByItsName) {
+TEST_F(DynamicLoading, FunctionExists_IsFoundByItsName) {
     void* handle = nullptr;
     ASSERT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, &handle), 1);
     testing::internal::CaptureStdout();
@@ -52,7 +52,7 @@ TEST_F(DynamicLoading, AFunctionIsFoundByItsName) {
     UnloadDynamicLibrary(handle);
 }
 
-TEST_F(DynamicLoading, AFunctionThatIsNotThereIsAnnouncedUnlessSilent) {
+TEST_F(DynamicLoading, FunctionIsMissing_IsAnnouncedUnlessSilent) {
     void* handle = nullptr;
     ASSERT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, &handle), 1);
     int mark;
@@ -72,7 +72,7 @@ TEST_F(DynamicLoading, AFunctionThatIsNotThereIsAnnouncedUnlessSilent) {
     UnloadDynamicLibrary(handle);
 }
 
-TEST_F(DynamicLoading, NullArgumentsFindNothing) {
+TEST_F(DynamicLoading, ArgumentsAreNull_NothingIsFound) {
     int mark;
     void* address = &mark;
     EXPECT_EQ(LoadDynamicFunctionSilent(nullptr, nullptr, &address, 0), 0);
@@ -80,7 +80,7 @@ TEST_F(DynamicLoading, NullArgumentsFindNothing) {
     EXPECT_EQ(LoadDynamicFunctionSilent(nullptr, "C_Sign", nullptr, 0), 0);
 }
 
-TEST_F(DynamicLoading, TheLoadersTextIsCopiedWhole) {
+TEST_F(DynamicLoading, BufferIsLargeEnough_TextOfTheLoaderIsCopiedWhole) {
     const std::string text = FailToLoad();
     char buffer[300];
     std::memset(buffer, '#', sizeof buffer);
@@ -90,7 +90,7 @@ TEST_F(DynamicLoading, TheLoadersTextIsCopiedWhole) {
     EXPECT_STREQ(buffer, text.c_str());
 }
 
-TEST_F(DynamicLoading, WithoutAFailureThereIsAnotherText) {
+TEST_F(DynamicLoading, NothingFailed_TextSaysSo) {
     char buffer[28];
     std::size_t length = 0;
     EXPECT_EQ(RetrieveLastErrorString(buffer, sizeof buffer, &length), 1);
@@ -98,7 +98,7 @@ TEST_F(DynamicLoading, WithoutAFailureThereIsAnotherText) {
     EXPECT_STREQ(buffer, "Error during dlerror() call");
 }
 
-TEST_F(DynamicLoading, ATextThatDoesNotFitLosesItsEndAndCountsTheTerminator) {
+TEST_F(DynamicLoading, BufferIsTooSmall_TextIsCutAndLengthCountsTheTerminator) {
     for (const std::size_t size : {1U, 2U, 10U, 26U, 27U}) {
         char buffer[40];
         std::memset(buffer, '#', sizeof buffer);
@@ -110,7 +110,7 @@ TEST_F(DynamicLoading, ATextThatDoesNotFitLosesItsEndAndCountsTheTerminator) {
     }
 }
 
-TEST_F(DynamicLoading, NoRoomAtAllIsLeftAlone) {
+TEST_F(DynamicLoading, BufferHasNoRoomAtAll_IsUntouched) {
     char buffer[] = "#";
     std::size_t length = 5;
     EXPECT_EQ(RetrieveLastErrorString(buffer, 0, &length), 1);
@@ -118,7 +118,7 @@ TEST_F(DynamicLoading, NoRoomAtAllIsLeftAlone) {
     EXPECT_STREQ(buffer, "#");
 }
 
-TEST_F(DynamicLoading, NullArgumentsGetNoText) {
+TEST_F(DynamicLoading, ArgumentsAreNull_NoTextIsCopied) {
     char buffer[10];
     std::size_t length = 5;
     EXPECT_EQ(RetrieveLastErrorString(nullptr, 10, &length), 0);
