@@ -305,6 +305,20 @@ TEST_F(Binding, TargetExportsOnlyItsListAndOutlivesAStop_ItsOwnFunctionsAreFound
     dlclose(target);
 }
 
+TEST_F(Binding, TargetExportsOnlyItsListAndOutlivesThisLibrary_NextLoadBindsItsOwnFunctions) {
+    UseTarget("scripted_target_that_exports_its_list");
+    void* const target = dlopen(TargetNamed("scripted_target_that_exports_its_list").c_str(), RTLD_NOW);
+    for (int loads = 0; loads < 2; ++loads) {
+        script.result = CKR_OK;
+        Load();
+        CK_FUNCTION_LIST* list = nullptr;
+        EXPECT_EQ(CKR_OK, api.C_GetFunctionList(&list));
+        EXPECT_EQ(EverythingBut({}), Forwarded());
+        Unload();
+    }
+    dlclose(target);
+}
+
 // ---- Announcements
 // ------------------------------------------------------------------------------------
 
