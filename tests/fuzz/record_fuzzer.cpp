@@ -1,7 +1,7 @@
 // Makes calls of the library and reads their records back. An input is a format, a function's name and a line
 // feed, a result, the words of the call, and what stands in the one page that these may point into, before
 // the call and after it (see Input below). Properties, for any function, arguments and result:
-// - the target gets the words, the application gets the result, and nobody but the target changes the memory;
+// - the target gets the words, the application gets the result, and only the target changes the memory;
 // - a call has a start record and an end record, whole and with nothing between or behind them;
 // - each record names the function and the result. It has the children that the function's records have, with
 //   the numbers, bytes and structures of the words and the memory, and with masks for secrets;
@@ -335,6 +335,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string memoryAfter = memory.Contents();
     memory.Fill(reinterpret_cast<const std::uint8_t*>(memoryBefore.data()), memoryBefore.size());
     if (target.isCalled) memory.SetWords(target.returned);
-    Require(memory.Contents() == memoryAfter, "nobody but the target changes the memory");
+    Require(memory.Contents() == memoryAfter, "only the target changes the memory");
     return 0;
 }

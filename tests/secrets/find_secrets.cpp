@@ -12,8 +12,8 @@ int main(int count, char** arguments) {
             std::fprintf(stderr, "find_secrets: there is no %s\n", arguments[i]);
             return 2;
         }
-        for (const std::string& told : FilesWithSecrets(arguments[i])) {
-            std::printf("a secret in %s\n", told.c_str());
+        for (const std::string& found : FilesWithSecrets(arguments[i])) {
+            std::printf("a secret in %s\n", found.c_str());
             status = 1;
         }
     }

@@ -183,19 +183,19 @@ inline std::optional<FoundSecret> FindSecretInFile(const std::filesystem::path& 
 inline std::vector<std::string> FilesWithSecrets(const std::filesystem::path& place) {
     namespace fs = std::filesystem;
     constexpr std::uintmax_t kLargestLog = std::uintmax_t{1} << 30;
-    std::vector<std::string> told;
+    std::vector<std::string> places;
     std::error_code error;
     const auto search = [&](const fs::path& path) {
         if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestLog) return;
         const auto found = FindSecretInFile(path);
         if (found)
-            told.push_back(path.string() + ": " + found->form + " at " + std::to_string(found->offset));
+            places.push_back(path.string() + ": " + found->form + " at " + std::to_string(found->offset));
     };
     search(place);
-    if (!fs::is_directory(place, error)) return told;
+    if (!fs::is_directory(place, error)) return places;
     constexpr auto kOptions = fs::directory_options::skip_permission_denied;
     for (fs::recursive_directory_iterator entry(place, kOptions, error), end; entry != end && !error;
          entry.increment(error))
         search(entry->path());
-    return told;
+    return places;
 }
