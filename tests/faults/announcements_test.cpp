@@ -1,4 +1,5 @@
-// A target lacks functions, and the library says so on the application's standard output, whatever that is.
+// A target lacks functions, and the library says so on the application's standard output. These tests vary
+// what that output is.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -27,7 +28,7 @@ protected:
         BecomesStandardOutput(open(OutputPath().c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600));
     }
 
-    // The first call, which has to come back.
+    // Makes the first call, and expects it to come back.
     static void Call() {
         Library library;
         EXPECT_EQ(library->C_Logout(1), CKR_FUNCTION_NOT_SUPPORTED);

@@ -1,7 +1,7 @@
-// An application of its own for every test: a configuration, a log, a target, and processes that may die.
+// Each test has an application of its own: a configuration, a log, a target, and processes that may die.
 //
-// The library is loaded in child processes only, so that whatever a test does to its process (limits,
-// signals, rights, threads that never end) ends with the child. A child that hangs is killed by an alarm.
+// Only child processes load the library. Whatever a test does to its process (limits, signals, rights,
+// threads that never end) ends with the child. An alarm ends a child that hangs.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,8 +15,8 @@
 #include "tests/calls/scripted_target.h"
 #include "tests/temporary_directory.h"
 
-// What every function of the target does. It runs on the thread that calls, at the target's end of the call,
-// and gives the call's result. Null, as at first: CKR_OK and nothing else.
+// What every function of the target does. It runs on the thread that calls, inside the target, and gives
+// the call's result. If it is null, as at first, the result is CKR_OK.
 using TargetAnswer = CK_RV(const char* function, const TargetWord* arguments, std::size_t count);
 extern std::atomic<TargetAnswer*> targetAnswer;
 
@@ -67,7 +67,7 @@ protected:
     std::string Log() const { return Contents(LogPath()); }
     std::string Errors() const { return Contents(ErrorPath()); }
 
-    // A whole file; empty when there is none.
+    // Returns a whole file; empty if there is none.
     static std::string Contents(const std::string& path);
 
     // Runs `body` in a child process and gives the status that waitpid gives. The child has the status 0 when
@@ -81,11 +81,11 @@ private:
     std::map<std::string, std::string> settings;
 };
 
-// For a child that shall die without leaving a core file behind.
+// Lets a child die without a core file.
 void LeaveNoCore();
 
-// For a child that shall be an ordinary user: from here on the modes of files apply to it.
+// Makes a child an ordinary user: from here on the modes of files apply to it.
 void GiveUpRightsOfRoot();
 
-// Waits for a child and says how it ended, for messages.
+// Says how a child ended, for messages.
 std::string Ending(int status);

@@ -27,8 +27,8 @@ constexpr Row kRows[] = {
 #include "functions/functions.def"
 };
 
-// Pointers of which the type alone does not say that they are arrays, or whose measure is not the next
-// argument. A row holds for every function that has both arguments; the first that does counts.
+// The type of these pointers does not say that they are arrays, or their measure is not the next argument.
+// A row holds for every function that has both arguments; the first row that fits counts.
 struct ArrayRow {
     const char* pointer;
     const char* measure;
@@ -60,7 +60,7 @@ constexpr ArrayRow kArrays[] = {
     {"ppSignatures", "ulInputCount", Kind::kOutputStrings, "pulSignatureLens"},
 };
 
-// Bytes without a measure, where they are no text that goes in.
+// These bytes have no measure and are no input text.
 struct FixedRow {
     const char* function;
     const char* pointer;
@@ -165,7 +165,7 @@ private:
         return argument;
     }
 
-    // The length stands behind the bytes; a pointer to it says that the target fills them.
+    // The length stands behind the bytes. If it is a pointer, the target fills the bytes.
     Argument BytesAt(std::size_t i) const {
         Argument argument{parameters[i].name};
         const std::string next = i + 1 < parameters.size() ? parameters[i + 1].type : "";

@@ -1,8 +1,8 @@
-// What each argument of each exported function is, as a caller or a reader of memory has to know it: what
+// Says of each argument of each exported function what a caller or a reader of memory has to know: what
 // lies behind a pointer, who fills it, and which other argument says how much of it there is.
 //
-// Taken from the parameters in functions/functions.def by their types, and by their names where a type leaves
-// it open; a row that cannot be understood ends the process, so that every function is covered.
+// The source is functions/functions.def: the types of the parameters, and their names where a type is not
+// enough. A row that cannot be understood ends the process. Therefore every function is covered.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// A configuration file that changes while it is being read: what is found is a value that stood in it, or as
-// much of one as did, or the default.
+// A configuration file changes while it is read. The store finds a value that stood in it, a beginning of
+// such a value, or the default.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -20,7 +20,7 @@ std::function<void()> betweenSizeAndRead;
 
 }  // namespace
 
-// Between these two the store knows how long the file is, and has not read it.
+// Between fstat and read the store knows how long the file is, and has not read it.
 extern "C" int __real_fstat(int file, struct stat* status);
 extern "C" int __wrap_fstat(int file, struct stat* status) {
     const int result = __real_fstat(file, status);
@@ -95,7 +95,7 @@ TEST_F(ChangingConfiguration, FileIsRewrittenBeforeTheRead_ValueIsABeginningOfTh
     }
 }
 
-// What was opened is read to its end, whatever has its name by then.
+// The store reads the file that it opened, whatever has the file's name by then.
 TEST_F(ChangingConfiguration, FileIsReplacedBeforeTheRead_ValueIsThatOfTheOpenedFile) {
     CkLogConfig store;
     betweenSizeAndRead = [this] { Replace(TextWithLog(kOtherLog)); };
@@ -157,7 +157,7 @@ TEST_F(ChangingConfiguration, FileIsRewrittenAllTheTime_ValueIsAlwaysABeginningO
     }
 }
 
-// What an application notices of it: nothing. What its log shows: the changes.
+// The application notices nothing, and its log shows the changes.
 TEST_F(ChangingConfiguration, FileChangesDuringCalls_CallsGoOnAndTheLogShowsTheChanges) {
     Set("LoggingMask", "SESSION_FUNC");
     const std::string sessions = ConfigurationText();
@@ -182,7 +182,7 @@ TEST_F(ChangingConfiguration, FileChangesDuringCalls_CallsGoOnAndTheLogShowsTheC
         std::map<std::string, unsigned long> records;
         for (const LogRecord& record : log.records) ++records[record.function];
         EXPECT_EQ(records.size(), 2U);
-        // Each mask counted for some of the calls.
+        // Each mask held for some of the calls.
         for (const char* const function : {"Logout", "PerformSelfTest"}) {
             EXPECT_GT(records[function], 0U) << function;
             EXPECT_LT(records[function], 2 * calls) << function;

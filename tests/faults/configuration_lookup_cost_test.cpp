@@ -1,9 +1,9 @@
-// What a look-up in the configuration file costs: one read of the file, and steps in proportion to its
+// A look-up in the configuration file costs one read of the file, and steps in proportion to the file's
 // length, whatever it holds.
 //
-// The steps are counted. config/entry_lookup.cpp is compiled into this program so that every run of straight
-// code in it calls __sanitizer_cov_trace_pc below; the characters that the C library passes over on its
-// behalf are counted by the functions in front of the C library's own, which the linker puts there.
+// The test counts the steps. config/entry_lookup.cpp is compiled into this program so that every run of
+// straight code in it calls __sanitizer_cov_trace_pc below. The linker puts functions in front of the C
+// library's own, which count the characters that the C library passes over.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -99,8 +99,8 @@ protected:
     TemporaryDirectory directory;
 };
 
-// In proportion to the length, every doubling of it doubles what was added before; with its square, it is
-// four times as much.
+// If the cost is in proportion to the length, every doubling of the length doubles what the last one added.
+// If it grew with the square, it would be four times as much.
 TEST_P(ConfigurationLookupCost, FileGrows_CostGrowsWithItsLength) {
     const std::size_t cost = StepsOfLookup(kLength);
     const std::size_t costOfTwice = StepsOfLookup(2 * kLength);

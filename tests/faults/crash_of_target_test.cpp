@@ -1,4 +1,4 @@
-// A target that dies inside a call: what it was asked to do stands in the log.
+// A target dies inside a call. Its log then says what it was asked to do.
 
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -57,8 +57,8 @@ const LastCall kLastCalls[] = {
 
 class CrashOfTarget : public FaultsTest {
 protected:
-    // Each of the calls in either format, in processes whose target ends them by `death`; `isExpected` judges
-    // the status.
+    // Makes each of the calls in either format, in processes whose target ends them by `death`.
+    // `isExpected` judges the status.
     template <class Expected>
     void Die(TargetAnswer* death, const Expected& isExpected) {
         for (const char* const isNewFormat : {"1", "0"}) {
@@ -90,7 +90,7 @@ protected:
 };
 
 TEST_F(CrashOfTarget, TargetDiesOfASegmentationFault_StartRecordIsInTheLog) {
-    // The address sanitizer makes an end of its own of it.
+    // The address sanitizer ends the process in its own way.
     const auto isExpected = [](int status) {
         return CKSCRIBE_IS_SANITIZED ? status != 0 : WIFSIGNALED(status) && WTERMSIG(status) == SIGSEGV;
     };

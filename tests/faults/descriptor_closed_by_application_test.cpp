@@ -1,5 +1,5 @@
-// An application that closes every descriptor, as daemons do, and may get the log's number for a file of its
-// own: nothing of the log is written there or closed there, and the log goes on.
+// An application closes every descriptor, as daemons do, and may get the log's number for a file of its
+// own. The library neither writes into that file nor closes it, and the log goes on.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -31,7 +31,7 @@ void CloseEverything() {
     for (int descriptor = 3; descriptor < kMostDescriptors; ++descriptor) close(descriptor);
 }
 
-// The log's descriptor is looked at again when the coarse clock has moved, as it does within this time.
+// The library looks at the log's descriptor when the coarse clock has moved, as it does within this time.
 void LetTheClockMove() { usleep(20'000); }
 
 // Opens a file of the application's under the number that the log had.
@@ -44,7 +44,7 @@ void OpenOwnFileAs(int descriptor, const std::string& path) {
 
 class DescriptorClosedByApplication : public FaultsTest {
 protected:
-    // The sessions of the calls that the log holds, which all are whole.
+    // Returns the sessions of the calls in the log, and expects whole records.
     std::vector<CK_ULONG> LoggedSessions() const {
         const ParsedLog log = ParseLog(Log());
         EXPECT_EQ(log.remainder, "");
@@ -57,7 +57,7 @@ protected:
 
     std::string OwnPath() const { return directory.File("own"); }
 
-    // Whether the application can still write into its own file.
+    // Expects that the application can still write into its own file.
     static void ExpectThatItIsOpen(int descriptor) { EXPECT_EQ(write(descriptor, "own text\n", 9), 9); }
 };
 
@@ -132,7 +132,7 @@ TEST_F(DescriptorClosedByApplication, NumberIsGivenToAFile_StopLeavesTheFileOpen
     expectThatStopLeavesIt([](Library& library) { library.Close(); });
 }
 
-// Where it can find the log again, too.
+// The library finds the log again from another directory.
 TEST_F(DescriptorClosedByApplication, ApplicationChangesItsDirectory_LogGoesOn) {
     EXPECT_TRUE(Survives([] {
         Library library;
@@ -144,7 +144,7 @@ TEST_F(DescriptorClosedByApplication, ApplicationChangesItsDirectory_LogGoesOn) 
     EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1, 2}));
 }
 
-// And when it cannot, calls go on.
+// If the library cannot open the log, calls go on.
 TEST_F(DescriptorClosedByApplication, LogCannotBeOpenedAgain_CallsGoOn) {
     EXPECT_TRUE(Survives([this] {
         Library library;

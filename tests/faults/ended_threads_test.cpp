@@ -1,5 +1,5 @@
-// Threads that are cancelled or end themselves in or around a call: no lock stays behind, and what was called
-// is in the log.
+// Threads are cancelled or end themselves in or around a call. No lock stays locked, and the log holds the
+// calls.
 
 #include <pthread.h>
 #include <unistd.h>
@@ -21,12 +21,12 @@
 
 namespace {
 
-// Run on the thread that asks for the time, as every record does once.
+// Runs on the thread that asks for the time, as every record does once.
 thread_local void (*onTimeAsked)() = nullptr;
 
 }  // namespace
 
-// The library's questions come here.
+// The library calls this function for the time.
 extern "C" __attribute__((visibility("default"))) std::time_t time(std::time_t* result) NOEXCEPT_OF_SYSTEM {
     if (onTimeAsked != nullptr) onTimeAsked();
     timespec now = {};
@@ -37,10 +37,10 @@ extern "C" __attribute__((visibility("default"))) std::time_t time(std::time_t* 
 
 namespace {
 
-// The sanitizers' own code, which is everywhere, may hold locks of theirs.
+// The sanitizers' own code is everywhere and may hold locks.
 constexpr int kAnyInstruction = CKSCRIBE_IS_SANITIZED ? PTHREAD_CANCEL_DEFERRED : PTHREAD_CANCEL_ASYNCHRONOUS;
 
-// Results of threads: their addresses count.
+// Results of threads; only their addresses count.
 char wentOn;  // the thread was not cancelled
 char endedItself;
 
@@ -54,7 +54,7 @@ CK_RV SpinInTarget(const char*, const TargetWord*, std::size_t) {
     isInTarget = true;
     for (;;) asm volatile("");
 }
-// Calls that only a cancellation ends, and the kind of it that does.
+// Only a cancellation ends these calls. The type says which kind does.
 struct EndlessCall {
     TargetAnswer* target;
     int cancelType;
@@ -74,7 +74,7 @@ struct Victim {
     int cancelType = PTHREAD_CANCEL_DEFERRED;
     void (*beforeCall)() = nullptr;
 
-    // Neither this frame nor those that it calls need clean-up but where a test says so.
+    // This frame and those that it calls need no clean-up, unless a test says otherwise.
     static void* Run(void* victim) {
         Victim& self = *static_cast<Victim*>(victim);
         int before = 0;
@@ -124,7 +124,7 @@ protected:
         ExpectCancelled(thread);
     }
 
-    // Callers 0 and 1: all that needs a lock goes on.
+    // Callers 0 and 1 use everything that needs a lock.
     static void ExpectNothingIsLocked(Library& library) {
         targetAnswer = GiveDataBack;
         MarkedCaller caller(library, 0);
@@ -135,8 +135,8 @@ protected:
         EXPECT_EQ(caller.Call(), CKR_OK);
     }
 
-    // `body` gets the library and makes calls as caller 2, who then has records up to, but without, number
-    // `next` in the log.
+    // `body` gets the library and makes calls as caller 2. The log then holds that caller's records up to
+    // number `next`, which is not there.
     template <class Body>
     void ExpectRecordsOfVictim(unsigned long next, const Body& body, Marked functions = Marked::kInTurn) {
         SearchAndRemove(LogPath());
@@ -309,8 +309,8 @@ TEST_F(EndedThreads, EndedByThemselvesInAVendorFunction_NoLockStaysLocked) {
 TEST_F(EndedThreads, CancelledWhileARecordOfTheVendorIsMade_RecordIsWhole) {
     for (const int cancelType : {PTHREAD_CANCEL_DEFERRED, PTHREAD_CANCEL_ASYNCHRONOUS}) {
         for (void (*const inWhich)() : {CancelSelf, CancelSelfInSecondRecord}) {
-            // At any instruction: it ends with the record, and does not come to the call behind the first
-            // one.
+            // The thread can be cancelled at any instruction: it ends with the record, before the call
+            // behind the first one.
             const bool isFirstAlone = cancelType == PTHREAD_CANCEL_ASYNCHRONOUS && inWhich == CancelSelf;
             ExpectRecordsOfVictim(
                 isFirstAlone ? 1 : 2,
@@ -365,7 +365,7 @@ protected:
         return thread;
     }
 
-    // Who asks now gets this library's functions.
+    // A later caller gets this library's functions.
     static void ExpectOwnLists(Library& library) {
         CK_FUNCTION_LIST* list = nullptr;
         ASSERT_EQ(library->C_GetFunctionList(&list), CKR_OK);
@@ -396,7 +396,8 @@ TEST_F(EndedThreadsWithLists, CancelledWhileAListIsAskedFor_NoLockStaysLocked) {
             }));
             const ParsedLog log = ParseLog(Log());
             EXPECT_EQ(log.remainder, "");
-            // Its start, then both of the call that comes after it; the vendor's list is never logged.
+            // The log holds the start of this call, then both records of the next one. The vendor's list is
+            // never logged.
             const bool isLogged = function[1] == '_';
             ASSERT_GE(log.records.size(), 3U);
             for (std::size_t i = 0; i < (isLogged ? 3U : 2U); ++i) {

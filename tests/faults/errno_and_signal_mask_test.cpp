@@ -1,5 +1,5 @@
-// errno and the signal mask: the target finds them as the application left them, and the application as the
-// target left them.
+// The target finds errno and the signal mask as the application left them, and the application finds them
+// as the target left them.
 
 #include <pthread.h>
 #include <unistd.h>
@@ -36,7 +36,7 @@ void SetSignalMask(std::initializer_list<int> signals) {
     pthread_sigmask(SIG_SETMASK, &mask, nullptr);
 }
 
-// What the target found.
+// The target stores here what it found.
 struct Found {
     bool isCalled = false;
     int error = 0;
@@ -51,7 +51,7 @@ CK_RV LookAroundAndChange(const char*, const TargetWord*, std::size_t) {
     return result;
 }
 
-// Enough nulls for every function: what stands behind its last argument is nobody's.
+// There are enough nulls for every function. A function never looks behind its last argument.
 template <std::size_t... i>
 CK_RV CallWithNulls(void* function, std::index_sequence<i...>) {
     return reinterpret_cast<CK_RV (*)(decltype(TargetWord{i})...)>(function)((TargetWord{i} * 0)...);
@@ -90,7 +90,7 @@ protected:
         return function != "C_GetFunctionStatus" && function != "CA_GetFunctionList";
     }
 
-    // Every function fails, and every one succeeds, but for the one whose success promises a list.
+    // Every function fails once and succeeds once, except the one whose success promises a list.
     static void ExpectThatTheyPassEveryFunction() {
         targetAnswer = LookAroundAndChange;
         const Library library;
@@ -147,7 +147,7 @@ TEST_F(ErrnoAndSignalMask, NoConfiguration_ErrnoAndSignalMaskStay) {
     }));
 }
 
-// The start and the stop of the library, by the host and by a call.
+// The host and a call each start and stop the library.
 TEST_F(ErrnoAndSignalMask, StartAndStop_ErrnoAndSignalMaskStay) {
     EXPECT_TRUE(Survives([] {
         const Library library;

@@ -1,6 +1,6 @@
-// Arguments that PKCS#11 forbids, or allows to be absent: every function is called with them through the
-// library and without it. An application that lives without the library lives with it, gets the same result,
-// finds its memory as the target left it, and every call has its two records.
+// Every function is called through the library and without it, with arguments that PKCS#11 forbids or
+// allows to be absent. An application that lives without the library lives with it, gets the same result,
+// and finds its memory as the target left it. Every call has its two records.
 
 #include <dlfcn.h>
 #include <sys/mman.h>
@@ -30,7 +30,7 @@ constexpr Result kRefusals[] = {{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"},
                                 {0x8000BEEF, "CKR_UNKNOWN 0x8000beef"}};
 constexpr Result kSuccess = {CKR_OK, "CKR_OK"};
 
-// Lengths and counts that nobody meant: those that just miss, and those of which a multiple overflows.
+// Nobody means these lengths and counts: they just miss the right one, or a multiple of them overflows.
 constexpr CK_ULONG kWildLengths[] = {~CK_ULONG{0},      100000, CK_ULONG{1} << 61, (CK_ULONG{1} << 61) + 3,
                                      CK_ULONG{1} << 63, 12};
 
@@ -43,7 +43,7 @@ struct Variant {
         last;  // what becomes of the memory before the target returns; may be empty
 };
 
-// What the target does and saw. It is asked on the thread of the test.
+// Says what the target does, and keeps what it saw. The target runs on the test's thread.
 struct {
     const Variant* variant = nullptr;
     GuardedCall* call = nullptr;
@@ -61,7 +61,7 @@ CK_RV ScriptedAnswer(const char*, const TargetWord* words, std::size_t count) {
     return target.rv;
 }
 
-// Says to the parent what a child died of.
+// Tells the parent what a child died of.
 class SharedNote {
 public:
     SharedNote()
@@ -224,7 +224,7 @@ TEST_P(ForbiddenArguments, PointersAreNull_CallLivesOn) {
             std::vector<Variant> variants = {Lawful()};
             AddVariants(variants, lawful, &GuardedCall::pointers, " is null", 0);
             AddVariants(variants, lawful, &GuardedCall::functionLists, " is null", 0);
-            // From the last to the first: those inside of structures before the pointers to these.
+            // From the last to the first: words inside of structures come before the pointers to these.
             variants.push_back({"every pointer is null",
                                 [](GuardedCall& call) {
                                     std::for_each(call.pointers.rbegin(), call.pointers.rend(),
@@ -293,7 +293,7 @@ TEST_P(ForbiddenArguments, MemoryGoesDuringARefusedCall_CallLivesOn) {
         Refusals());
 }
 
-// Once the target has taken what it needs, a successful call may lose its input, too.
+// After the target has taken what it needs, a successful call may lose its input too.
 TEST_P(ForbiddenArguments, InputGoesDuringACall_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall&) {

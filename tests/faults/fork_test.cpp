@@ -1,4 +1,4 @@
-// An application that forks while its other threads log.
+// An application forks while its other threads log.
 
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -16,13 +16,14 @@ namespace {
 constexpr unsigned kThreads = 2;
 constexpr unsigned kForker = kThreads;
 
-// Between some calls of a thread: the lock is often held, and the thread that forks gets it all the same.
+// The thread pauses after this many calls: the lock is often held, and the thread that forks gets it all
+// the same.
 constexpr std::chrono::microseconds kPause(20);
 
 unsigned ChildOf(unsigned round) { return kForker + 1 + 2 * round; }
 unsigned GrandchildOf(unsigned round) { return kForker + 2 + 2 * round; }
 
-// Written by a child, read by its parent.
+// A child writes it, and its parent reads it.
 class SharedNumbers {
 public:
     explicit SharedNumbers(std::size_t count)
@@ -165,8 +166,8 @@ TEST_F(Fork, AnotherThreadStartsTheLibrary_ForkWaitsForIt) {
     }));
 }
 
-// Only the lists are looked at under the lock here, and asked whether they can be written, for each that asks
-// for them. The parent's threads ask all the time; children are made all the same, and none is left locked.
+// Here the lock is only held to look at the lists and to ask whether they can be written. The parent's
+// threads ask for them all the time. Children are made all the same, and none finds the lock locked.
 TEST_F(Fork, OthersAskForTheFunctionLists_ChildHasWholeLists) {
     Set("LoggingMask", "SIGN_VERIFY_FUNC");
     Set("LibUNIX64", TARGET_WITH_CONST_LISTS);
@@ -214,7 +215,7 @@ TEST_F(Fork, OthersAskForTheFunctionLists_ChildHasWholeLists) {
     }));
 }
 
-// As a target does that runs another program when it is loaded.
+// A target may run another program when it is loaded.
 TEST_F(Fork, TargetIsBeingLoaded_ChildCalls) {
     EXPECT_TRUE(Survives([this] {
         targetAnswer = GiveDataBack;

@@ -20,11 +20,11 @@ constexpr std::string_view kBytes = "input bytes";
 constexpr std::string_view kText = "text";
 constexpr CK_ULONG kRoom = 5;
 
-// What arrays of words hold. Where they are lengths, they are those of the strings.
+// Arrays of words hold these numbers. If they are lengths, they are those of the strings.
 constexpr CK_ULONG kWords[] = {3, 4};
 constexpr std::size_t kWordCount = std::size(kWords);
 
-// The form of authorisation with which the vendor's functions name their secrets.
+// In this form of authorisation the vendor's functions name their secrets.
 constexpr CK_ULONG kFormWithSecrets = 1;
 
 void* Put(GuardedPages& pages, std::string_view bytes) {
@@ -115,7 +115,7 @@ bool GuardedCall::IsSecret(std::size_t index) const {
 
 void GuardedCall::LayOut(std::size_t index) {
     const Argument& argument = arguments[index];
-    // The room that a function without a pointer to it takes by value.
+    // Some functions take the room by value and have no pointer to it.
     const bool isMeasured = argument.measure != Argument::kNone;
     const bool isMeasuredByValue = isMeasured && arguments[argument.measure].kind == Kind::kNumber;
     const auto setMeasure = [&](CK_ULONG length) {
@@ -209,7 +209,7 @@ void GuardedCall::Strings(std::size_t index) {
     }
 }
 
-// The one mechanism of which a record follows the pointers of the parameter.
+// Only for this mechanism does a record follow the pointers of the parameter.
 void GuardedCall::Mechanism(std::size_t index) {
     auto* const keys = Put(pages, CK_SSL3_KEY_MAT_OUT{});
     CK_SSL3_KEY_MAT_PARAMS connection{};

@@ -1,5 +1,5 @@
-// Arguments of a call, each thing that an argument points to in memory of its own that ends where unmapped
-// memory begins: whoever reads one byte too many dies.
+// Holds the arguments of a call. Each thing that an argument points to has memory of its own, which ends
+// where unmapped memory begins: one byte too many ends the reader.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -81,17 +81,18 @@ public:
 
     CK_RV Make(AnyFunction* called) const;
 
-    // Every pointer that somebody besides the target may follow, or must not; where a structure holds further
-    // ones, they come behind it.
+    // Every pointer that somebody besides the target may follow, or must not follow. The pointers inside of
+    // a structure come behind the pointer to it.
     std::vector<Place> pointers;
-    // Lengths and counts of what is there, that the application gives.
+    // Lengths and counts by which the application says how much is there.
     std::vector<Place> inputLengths;
-    // Lengths and counts that the application gives as room and the target returns.
+    // Lengths and counts by which the application says how much room there is, and the target how much it
+    // took.
     std::vector<Place> outputLengths;
-    // Where the target stores a pointer, whatever else it does: null or valid.
+    // Here the target stores a pointer, null or valid, whatever else it does.
     std::vector<Place> functionLists;
 
-    // The application's input is gone, or all of the call's memory, until the pages are opened.
+    // Takes the application's input away, or all of the call's memory, until the pages are opened.
     void CloseInputs();
     void CloseEverything() { pages.Close(0, pages.Used()); }
 

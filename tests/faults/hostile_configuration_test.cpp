@@ -1,5 +1,5 @@
-// A configuration file that is not what it should be: nothing crashes or hangs, what stands in it counts, and
-// what does not has its default.
+// A configuration file is not what it should be. Nothing crashes or hangs. What stands in the file counts,
+// and everything else has its default.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -14,7 +14,7 @@
 
 namespace {
 
-// More than pass between two looks at the file; each asks twice.
+// More calls than the library makes between two looks at the file; each call asks for the mask twice.
 constexpr int kCallsBetweenLooks = 251;
 
 constexpr int kGibibyte = 1 << 30;
@@ -31,7 +31,7 @@ std::string Bytes(int byte, std::size_t count) { return std::string(count, stati
 struct Damage {
     const char* name;
     bool leavesSomethingToRead;
-    // Makes something of the file at `path`, which exists, in a child process.
+    // Changes the file at `path`, which exists. Runs in a child process.
     void (*make)(const std::string& path);
 
     friend void PrintTo(const Damage& damage, std::ostream* stream) { *stream << damage.name; }
@@ -220,7 +220,7 @@ TEST_F(HostileConfiguration, NulInTheText_TextEndsThere) {
     ExpectThatTheValuesStand();
 }
 
-// Every byte in front of a section: after a blank or the end of a line it is found all the same.
+// A section is found behind every byte after which a blank or the end of a line stands.
 TEST_F(HostileConfiguration, EveryByteValueInFrontOfTheSection_ValuesCountAsFarAsTheyStand) {
     EXPECT_TRUE(Survives([&] {
         Library library;
@@ -233,7 +233,7 @@ TEST_F(HostileConfiguration, EveryByteValueInFrontOfTheSection_ValuesCountAsFarA
     }));
 }
 
-// Every byte in place of an entry and in values. A log has any name that a value may have.
+// Every byte stands in place of an entry and in values. A log may have any name that a value may have.
 TEST_F(HostileConfiguration, EveryByteValueInTheSection_ValuesCountAsFarAsTheyStand) {
     const std::string kBeginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
     // The text and the section end here; no entry behind counts.
@@ -371,7 +371,7 @@ TEST_F(LongValue, LongNumber_IsCut) {
     EXPECT_FALSE(isNewFormat);
 }
 
-// A level is a whole word, and no longer than its longest name; a longer one is none.
+// A level is a whole word. A word longer than the longest level is none.
 TEST_F(LongValue, LongLevel_IsNoLevel) {
     Set("LoggingLevel", "DESTROY");
     EXPECT_EQ(Records(), 0U);

@@ -1,5 +1,5 @@
-// A log that cannot be opened or written: calls go on with the target's results, no signal and no wait
-// reaches the application, and a log that cannot be opened has its one line in the error file.
+// A log cannot be opened or written. Calls go on with the target's results. The application sees no signal
+// and no wait. If the log cannot be opened, the error file gets one line.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -40,7 +40,7 @@ ssize_t WriteToSystem(int descriptor, const void* bytes, size_t size) {
 
 }  // namespace
 
-// The library's writes come here.
+// The library's writes come to this function.
 extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* bytes,
                                                                 size_t size) {
     if (!writesAreScripted) return WriteToSystem(descriptor, bytes, size);
@@ -77,7 +77,7 @@ void LimitFileSize(rlim_t size) {
 
 class LogCannotBeWritten : public FaultsTest {
 protected:
-    // Runs `body` where SIGPIPE and SIGXFSZ would kill.
+    // Runs `body` in a process that SIGPIPE and SIGXFSZ would end.
     static testing::AssertionResult SurvivesUnshielded(const std::function<void()>& body) {
         return Survives([&body] {
             LeaveNoCore();
@@ -144,7 +144,7 @@ TEST_F(LogCannotBeWritten, NoRightToTheDirectoryOrTheFile_CallsStillReachTheTarg
     chmod(kUnreadable.c_str(), 0);
     chmod(kReadOnly.c_str(), 0444);
     chmod(directory.Path().c_str(), 0777);
-    // The target must be readable for everyone, too.
+    // Everyone must be able to read the target.
     std::filesystem::copy_file(SCRIPTED_TARGET, directory.File("target.so"));
     Set("LibUNIX64", directory.File("target.so"));
 
@@ -173,8 +173,7 @@ TEST_F(LogCannotBeWritten, LogIsASocket_CallsStillReachTheTarget) {
     ExpectThatItCannotBeOpened(LogPath());
 }
 
-// Of a socket that the application has open, under its descriptor's name: Linux does not open it, FreeBSD
-// does.
+// The log's path names a socket that the application has open. Linux does not open it, FreeBSD does.
 TEST_F(LogCannotBeWritten, ReaderOfTheSocketIsGone_CallsStillReachTheTarget) {
     int ends[2];
     ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
@@ -392,7 +391,7 @@ TEST_F(LogIsATerminal, NobodyReadsTheTerminal_CallsStillReachTheTarget) {
     EXPECT_TRUE(SurvivesUnshielded([] { ExpectCallsGoOn(Library(), 2000); }));
 }
 
-// A process without a terminal gets none through its log, nor that terminal's signals.
+// A process without a terminal gets none through its log, and no signals of that terminal.
 TEST_F(LogIsATerminal, TerminalBelongsToNoProcess_ItDoesNotBecomeTheApplications) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         ASSERT_GT(setsid(), 0);

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Takes parts off the front of a text. Once a part is not there, nothing more is taken and IsWell() is false.
+// Takes parts off the front of a text. If a part is not there, nothing more is taken and IsWell() is false.
 class Scanner {
 public:
     explicit Scanner(std::string_view text) : rest(text) {}
@@ -33,7 +33,7 @@ public:
         Has("-");
         return Some(isdigit);
     }
-    // What stands in front of a literal on the same line; the literal is taken, too.
+    // Takes what stands in front of a literal on the same line, and the literal.
     std::string_view Before(std::string_view literal) {
         const std::size_t at = rest.substr(0, rest.find('\n')).find(literal);
         if (at == rest.npos) isWell = false;
@@ -95,7 +95,8 @@ bool TakeNewRecord(std::string_view& text, LogRecord& record) {
     return true;
 }
 
-// The text up to the brace that closes a record of the old format, which stands alone at the start of a line.
+// Takes the text up to the brace that closes a record of the old format. That brace is the only character
+// of its line.
 bool TakeChildren(Scanner& scanner, std::string& children) {
     constexpr std::string_view kEnd = "\n}";
     const std::string_view rest = scanner.Rest();

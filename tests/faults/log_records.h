@@ -1,4 +1,4 @@
-// A log taken apart into its records, of either format or of both.
+// Takes a log apart into its records, of either format or of both.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
-// Calls that can be told from each other in a log: each takes a text that names its caller and its number,
-// and the target gives the text back, so that both records of the call hold it. They are C_Sign and, of the
-// vendor's functions, CA_HAAnswerMofNChallenge, which takes and gives the same.
+// Makes calls that differ from each other in a log. Each takes a text that names its caller and its number.
+// The target gives the text back, so both records of the call hold it. The functions are C_Sign and the
+// vendor's CA_HAAnswerMofNChallenge, which takes and gives the same.
 #pragma once
 
 #include <atomic>
@@ -18,13 +18,13 @@ CK_RV GiveDataBack(const char* function, const TargetWord* arguments, std::size_
 // The functions of a caller: one of them, or the one and the other in turn, that of the standard first.
 enum class Marked { kStandard, kVendor, kInTurn };
 
-// As records name them.
+// Their names in records.
 extern const std::set<std::string> kMarkedFunctions;
 
-// What records of this thread say of it in the new format.
+// The name that records of the new format give to this thread.
 std::string IdOfThisThread();
 
-// One caller of an application, on one thread at a time. Neither allocates nor locks, so that its thread may
+// One caller of an application, on one thread at a time. It neither allocates nor locks, so its thread may
 // be cancelled at any instruction.
 class MarkedCaller {
 public:
@@ -43,7 +43,7 @@ public:
 private:
     using Function = CK_RV(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR);
 
-    // Of the even and of the odd calls.
+    // The functions of the even and of the odd calls.
     Function* functions[2];
     unsigned caller;
     std::atomic<unsigned long> calls{0};
@@ -51,7 +51,7 @@ private:
     char returned[kLongestText];
 };
 
-// What a log shows of one caller. Its records have numbers: 2n for the start of its call n, 2n + 1 for the
+// Follows one caller in a log. Its records have numbers: 2n for the start of its call n, 2n + 1 for the
 // end.
 struct CallerRecords {
     int process = 0;
@@ -71,7 +71,7 @@ public:
     // the end of a call is of the same function and thread as its start.
     void Read(const std::string& text);
 
-    // By the caller's number.
+    // The index is the caller's number.
     std::map<unsigned, CallerRecords> callers;
     unsigned long otherRecords = 0;  // of calls that are not marked
     bool hasNewFormat = false;

@@ -1,6 +1,6 @@
-// Want of memory: whatever allocation fails, a call has the target's result, its records are whole or not
-// there, no lock and no memory stays behind. And what a process needs does not grow with the number of its
-// calls.
+// An allocation fails, whichever it is. The call has the target's result, its records are whole or left
+// out, and no lock and no memory stays behind. The memory that a process needs does not grow with the
+// number of its calls.
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -24,14 +24,14 @@ namespace {
 constexpr unsigned long kFewCalls = 10'000;
 // Ten millions with both formats; a hundredth of that in builds that are many times slower.
 constexpr unsigned long kManyCalls = CKSCRIBE_IS_SANITIZED ? 50'000 : 5'000'000;
-// Of what the process occupies, which the kernel tells to some hundred KiB, counting on each processor by
-// itself; one byte lost in each call would be five times this. The sanitizers keep for a while what is freed,
-// and write down what is done.
+// The memory that the process occupies may grow by this. The kernel counts on each processor for itself and
+// is exact to some hundred KiB. One byte lost in each call would be five times this. The sanitizers keep
+// freed memory for a while, and write down what happens.
 constexpr long kMostGrowthInKiB = CKSCRIBE_IS_SANITIZED ? 256 * 1024 : 1024;
 constexpr unsigned long kCallsInALog = 100'000;
 constexpr std::streamoff kLongestLog = 100'000'000;
 
-// The status of a child that had all the memory that it wanted.
+// A child has this status if it had all the memory that it wanted.
 constexpr int kNothingRefused = 17;
 
 long LargestSizeInKiB() {
@@ -48,7 +48,7 @@ CK_RV GiveResult(const char*, const TargetWord*, std::size_t) {
     return result;
 }
 
-// One function of the library with arguments that PKCS#11 allows, to be called again and again.
+// Calls one function of the library again and again, with arguments that PKCS#11 allows.
 class RepeatedCall {
 public:
     RepeatedCall(const Library& library, const FunctionArguments& function)
@@ -80,7 +80,7 @@ const FunctionArguments& FunctionNamed(const char* name) {
 
 class Memory : public FaultsTest {
 protected:
-    // Where the library logs by default: as it does without memory for its configuration.
+    // The library logs here by default. It does so if it has no memory for its configuration.
     Memory() { std::filesystem::current_path(directory.Path()); }
     ~Memory() override { std::filesystem::current_path("/"); }
 
@@ -90,13 +90,13 @@ protected:
         return Survives(body);
     }
 
-    // What the log got since it was last read.
+    // Returns what the log got since it was last read.
     ParsedLog NewLog() {
         std::ifstream log(LogPath(), std::ios::binary);
         log.seekg(lengthRead);
         const std::string text(std::istreambuf_iterator<char>(log), {});
         lengthRead += static_cast<std::streamoff>(text.size());
-        // Not every time: a disk may take long over it.
+        // Not after every call: a disk may take long.
         if (lengthRead > kLongestLog) {
             SearchAndEmpty(LogPath());
             lengthRead = 0;
@@ -104,8 +104,8 @@ protected:
         return ParseLog(text);
     }
 
-    // A call while an allocation is refused, then one with all the memory that it wants. Gives whether any
-    // was refused.
+    // Makes a call while an allocation is refused, then one with all the memory that it wants. Returns
+    // whether an allocation was refused.
     static bool CallTwice(unsigned long allocation, Refused which, const RepeatedCall& call) {
         const unsigned long callsBefore = callsOfTarget;
         RefuseAllocation(allocation, which);
@@ -121,7 +121,7 @@ protected:
     bool CallWithout(unsigned long allocation, Refused which, const RepeatedCall& call) {
         const long before = AllocatedBlocks();
         const bool wasRefused = CallTwice(allocation, which, call);
-        // What the C library keeps for itself from now on (the name of the time zone) does not grow again.
+        // What the C library keeps from now on (the name of the time zone) does not grow again.
         const long after = AllocatedBlocks();
         if (after > before) {
             NewLog();
@@ -131,7 +131,7 @@ protected:
         return wasRefused;
     }
 
-    // Every record is as it is when there is memory; the latest call has both.
+    // Expects each record as it is with enough memory. The latest call has both records.
     void ExpectWholeRecords(const RepeatedCall& call, const ParsedLog& whole) {
         const ParsedLog log = NewLog();
         ASSERT_EQ(log.remainder, "") << call.name;
@@ -215,7 +215,7 @@ TEST_F(Memory, MemoryIsShortInAnyCall_CallsReachTheTarget) {
     }
 }
 
-// More than is kept from one record to the next.
+// This is more than the library keeps from one record to the next.
 TEST_F(Memory, MemoryIsShortInALargeCall_CallReachesTheTarget) {
     for (const char* const isNewFormat : {"1", "0"}) {
         Set("NewFormat", isNewFormat);
@@ -234,8 +234,7 @@ TEST_F(Memory, MemoryIsShortInALargeCall_CallReachesTheTarget) {
     }
 }
 
-// Without memory for it the target cannot be loaded; then the call has the answer of a target that is not
-// there.
+// Without memory the target cannot be loaded. The call then has the answer of a missing target.
 TEST_F(Memory, MemoryIsShortAtTheStart_CallsReachTheTarget) {
     for (const Refused which : {Refused::kOne, Refused::kAllFromThen}) {
         EXPECT_TRUE(SurvivesWithNewLog([this, which] {

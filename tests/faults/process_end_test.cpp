@@ -1,5 +1,4 @@
-// The end of the process: calls that come when this library's own destructors have run, and an end while
-// other threads are in calls.
+// The process ends. Calls may come after this library's own destructors, and other threads may be in calls.
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -21,7 +20,7 @@ constexpr CK_ULONG kFromLibraryDestructor = 103;
 
 Library* lateLibrary = nullptr;
 
-// Nothing may be expected any more when this runs: a wrong result ends the process with a status of its own.
+// No expectation works any more when this runs. A wrong result ends the process with a status of its own.
 void CallLate(CK_ULONG session) {
     if (lateLibrary == nullptr) return;
     if ((*lateLibrary)->C_Logout(session) != session + 1000) _exit(9);
@@ -29,7 +28,7 @@ void CallLate(CK_ULONG session) {
 
 CK_RV AnswerWithSession(const char*, const TargetWord* arguments, std::size_t) { return arguments[0] + 1000; }
 
-// Made before the library is loaded, and so destroyed after what the library has made.
+// It is made before the library is loaded, and therefore destroyed after the library's own objects.
 struct CallsWhenDestroyed {
     ~CallsWhenDestroyed() { CallLate(kFromStaticDestructor); }
 } callsWhenDestroyed;
@@ -57,8 +56,8 @@ extern "C" __attribute__((visibility("default"))) void CallFromDestructor() {
 
 namespace {
 
-// The order in which the loader runs the destructors of two libraries is its own affair: one of them is
-// loaded before this library and one after it.
+// Only the loader knows in which order it runs the destructors of two libraries. One of them is loaded
+// before this library and one after it.
 TEST_F(ProcessEnd, CallsOfExitHandlersAndDestructors_AreForwardedAndLogged) {
     const std::string kFirst = directory.File("first.so");
     const std::string kLast = directory.File("last.so");
@@ -78,7 +77,7 @@ TEST_F(ProcessEnd, CallsOfExitHandlersAndDestructors_AreForwardedAndLogged) {
     EXPECT_EQ(ParseLog(Log()).records.size(), 10U);
 }
 
-// The first call of the process, too.
+// The process's first call comes from an exit handler.
 TEST_F(ProcessEnd, FirstCallComesFromAnExitHandler_LibraryStarts) {
     EXPECT_TRUE(Survives([] {
         targetAnswer = AnswerWithSession;

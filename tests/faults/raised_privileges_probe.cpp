@@ -22,10 +22,10 @@ static bool IsSecure() { return getauxval(AT_SECURE) != 0; }
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
-// No search for leaks: that traces the process, which a set-user-ID program does not allow.
+// A search for leaks traces the process, which a set-user-ID program does not allow.
 EXPORTED const char* __asan_default_options() { return "detect_leaks=0"; }
 
-// The library's files are opened through this.
+// The library opens its files through this function.
 EXPORTED int open(const char* path, int access, ...) {
     va_list rest;
     va_start(rest, access);

@@ -1,5 +1,5 @@
-// An application that unloads the library and loads it again: nothing of it stays behind, and nothing is
-// lost.
+// An application unloads the library and loads it again. Nothing of the library stays behind, and no record
+// is lost.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -17,7 +17,7 @@
 #include "tests/faults/application.h"
 #include "tests/faults/log_records.h"
 
-// The search for leaks, which only a build with the address sanitizer has.
+// Searches for leaks. Only a build with the address sanitizer has it.
 extern "C" __attribute__((weak)) int __lsan_do_recoverable_leak_check();
 
 namespace {
@@ -42,7 +42,7 @@ int OpenDescriptors() {
     return count;
 }
 
-// What the process has of memory; 0 for what the system or a sanitizer does not tell.
+// The memory that the process has. 0 stands for what the system or a sanitizer does not say.
 struct Memory {
     std::size_t allocated = 0;
     int mappings = 0;
@@ -102,8 +102,8 @@ TEST_F(Reloading, LibraryIsLoadedAgainAndAgain_NothingOfItStays) {
     ExpectWholeRecords(2 * kRounds);
 }
 
-// The runtime's memory for exceptions, which is larger than all that one load changes, is the application's
-// then.
+// Here the runtime's memory for exceptions belongs to the application. It is larger than all that one load
+// changes.
 TEST_F(Reloading, LibrarySharesTheRuntimeOfTheApplication_DlcloseLeavesTheMemoryOfTheRuntime) {
     EXPECT_TRUE(Survives([] {
         constexpr std::size_t kLessThanItsMemory = 50'000;
@@ -129,7 +129,7 @@ TEST_F(Reloading, NoCallIsMade_LibraryCanBeUnloaded) {
     EXPECT_EQ(Log(), "");
 }
 
-// What the library has the system call at a fork goes with it.
+// The library's fork handlers go with it.
 TEST_F(Reloading, LibraryIsGone_ForkWorks) {
     EXPECT_TRUE(Survives([] {
         Library library;
@@ -143,7 +143,7 @@ TEST_F(Reloading, LibraryIsGone_ForkWorks) {
     }));
 }
 
-// Nor has the system anything to do for a thread that has made calls.
+// The system has nothing of the library to call when a thread ends.
 TEST_F(Reloading, LibraryIsGone_ThreadThatCalledItEnds) {
     EXPECT_TRUE(Survives([] {
         Library library;

@@ -39,7 +39,7 @@ bool IsRefused() {
 
 void FindOriginals();
 
-// The function that one of those below stands in front of. Needs no construction at run time.
+// The function behind one of the replacements below. It needs no construction at run time.
 template <class Function>
 class Original {
 public:
@@ -68,7 +68,7 @@ constinit Original<void*(std::size_t, std::size_t)> originalMemalign("memalign")
 constinit Original<int(void**, std::size_t, std::size_t)> originalPosixMemalign("posix_memalign");
 constinit Original<void(void*)> originalFree("free");
 
-// All at once: a later look-up may itself free what an earlier one left.
+// Finds all at once: a later look-up may itself free what an earlier one left.
 void FindOriginals() {
     originalMalloc.Find();
     originalCalloc.Find();
@@ -79,7 +79,7 @@ void FindOriginals() {
     originalFree.Find();
 }
 
-// Earlier than this program's own code the sanitizers are not ready to say how large a block is.
+// Before this program's own code runs, the sanitizers cannot say how large a block is.
 bool isCounting = false;
 __attribute__((constructor)) void BeginToCount() { isCounting = true; }
 

@@ -9,12 +9,13 @@ enum class Refused {
     kAllFromThen  // one allocation, and all after it
 };
 
-// Refuses the calling thread's allocation with this number, counted from this call on, from 0.
+// Refuses one allocation of the calling thread: the one with this number, counted from this call on, from
+// 0.
 void RefuseAllocation(unsigned long number, Refused which);
 
-// Ends that. False when there were not so many allocations.
+// Ends the refusal. Returns false if there were not so many allocations.
 bool StopRefusing();
 
-// What is allocated now, by all threads; the bytes as the allocator rounds them.
+// What all threads have allocated now. The allocator rounds the bytes.
 long AllocatedBlocks();
 long AllocatedBytes();

@@ -13,10 +13,10 @@ namespace {
 constexpr unsigned kProcesses = 8;
 constexpr unsigned kThreads = 4;
 constexpr unsigned kLengths = 14;
-// Of each thread.
+// Each thread makes so many calls.
 constexpr unsigned kCalls = (CKSCRIBE_IS_SANITIZED ? 1 : 4) * kLengths;
 
-// Lengths of texts, each the double of the one before: 8 to 64 KiB, and a last one so that the record has 64
+// Lengths of texts. Each is the double of the one before, 8 to 64 KiB; with the last one the record has 64
 // KiB.
 std::size_t LengthOfCall(unsigned call) {
     const std::size_t length = std::size_t{8} << call % kLengths;
@@ -27,7 +27,7 @@ class SharedLog : public FaultsTest {
 protected:
     static unsigned CallerOf(unsigned process, unsigned thread) { return process * kThreads + thread; }
 
-    // What one of the processes does once `start` can be read.
+    // Does the work of one of the processes, once `start` can be read.
     static void CallOnAllThreads(unsigned process, int start) {
         targetAnswer = GiveDataBack;
         Library library;
@@ -45,7 +45,7 @@ protected:
         for (std::thread& thread : threads) thread.join();
     }
 
-    // `hasThreads` says whether the records tell their thread, as the new format does.
+    // `hasThreads` says whether the records name their thread, as those of the new format do.
     void LogFromAllProcesses(bool hasThreads) {
         int start[2];
         ASSERT_EQ(pipe(start), 0);

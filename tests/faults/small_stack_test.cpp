@@ -1,5 +1,5 @@
-// Threads whose stacks are as small as the system allows: a call fits whatever the application has left of
-// its own.
+// Threads have stacks as small as the system allows. A call fits into what the application has left of its
+// stack.
 
 #include <limits.h>
 #include <pthread.h>
@@ -66,7 +66,7 @@ protected:
     SmallStack() { Set("NewFormat", GetParam()); }
 };
 
-// Of every function, with all that its records can show.
+// Calls every function with all that its records can show.
 TEST_P(SmallStack, SmallestStack_IsEnoughForEveryCall) {
     EXPECT_TRUE(Survives([this] {
         Library library;

@@ -1,5 +1,5 @@
-// Many threads of one application: every call has its records, whole and in order, whatever changes
-// underneath.
+// Many threads of one application make calls. Every call has its records, whole and in order, whatever
+// changes meanwhile.
 
 #include <semaphore.h>
 
@@ -18,7 +18,7 @@ namespace {
 constexpr unsigned kThreads = 8;
 constexpr unsigned kRounds = 10;
 
-// A million in all.
+// All threads together make a million calls.
 constexpr unsigned long kCallsOfAThread = 1'000'000 / (kThreads * kRounds);
 
 sem_t waitIsOver;
@@ -33,7 +33,7 @@ CK_RV WaitForSlotEvent(const char* function, const TargetWord* arguments, std::s
 
 class Threads : public FaultsTest {
 protected:
-    // The file is never seen half-written, and marked calls are in every mask.
+    // Nobody sees the file half-written, and every mask includes marked calls.
     void ChangeConfiguration(unsigned step, bool isNewFormat) {
         static constexpr const char* kMasks[] = {"SIGN_VERIFY_FUNC | QUORVANTH_FUNC",
                                                  "SESSION_FUNC | SIGN_VERIFY_FUNC | QUORVANTH_FUNC",
@@ -48,7 +48,7 @@ protected:
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
 
-    // Runs `work` of each thread, which gets the thread's number; all begin at once.
+    // Runs `work` on each thread with the thread's number. All begin at once.
     template <class Work>
     static void OnThreads(const Work& work) {
         std::barrier allAreReady(kThreads);
@@ -62,8 +62,8 @@ protected:
         for (std::thread& thread : threads) thread.join();
     }
 
-    // While it lives, `work` is done again and again on a thread of its own; it gets the number of the
-    // repetition.
+    // While an object of this class lives, a thread of its own does `work` again and again. `work` gets the
+    // number of the repetition.
     class Meanwhile {
     public:
         template <class Work>
@@ -92,7 +92,7 @@ protected:
         return !missing && size > 0;
     }
 
-    // Records by which a thread is known are its own; those of the old format tell nothing of it.
+    // Expects that records that name a thread name the right one. Records of the old format name none.
     static void ExpectThread(const CallerRecords& records, const MarkedLog& log, const std::string& id) {
         EXPECT_EQ(records.threads, log.hasNewFormat ? std::set<std::string>{id} : std::set<std::string>{});
     }
@@ -109,7 +109,7 @@ TEST_F(Threads, ManyThreadsCall_EachHasAllItsRecordsInOrder) {
             std::vector<std::string> ids(kThreads);
             ChangeConfiguration(round, isNewFormat);
             {
-                // Once there is a record, the format is settled.
+                // After the first record the format does not change any more.
                 const Meanwhile changes([&](unsigned step) {
                     ChangeConfiguration(round + step, isNewFormat != (HasLog() && step % 2 != 0));
                 });
@@ -138,14 +138,14 @@ TEST_F(Threads, ManyThreadsCall_EachHasAllItsRecordsInOrder) {
             EXPECT_EQ(log.hasNewFormat, isNewFormat);
             EXPECT_EQ(log.hasOldFormat, !isNewFormat);
         }
-        // The mask was changed and changed back under them.
+        // The mask changed and changed back meanwhile.
         EXPECT_GT(loggedLogouts, 0U);
         EXPECT_LT(loggedLogouts, 2 * logouts);
     }));
 }
 
-// A call that is under way while the library stops may lose its records, no other may; and none loses the
-// target's answer.
+// Only a call that is under way while the library stops may lose its records. No call loses the target's
+// answer.
 TEST_F(Threads, LibraryIsStoppedDuringCalls_OnlyRecordsOfThoseCallsAreMissing) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kMostStops = 200;

@@ -1,5 +1,5 @@
-// What an append does when the system's write takes less than all or fails. This program is linked with
-// --wrap=write, so that the library's writes come to __wrap_write below.
+// The system's write takes less than all, or fails. This program is linked with --wrap=write, so that the
+// library's writes come to __wrap_write below.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>

@@ -309,7 +309,7 @@ TEST_F(AppendFileTest, HostUsesTheNumberForAFileOfItsOwn_CloseLeavesItOpen) {
     close(other);
 }
 
-// The directory that relative paths are relative to, for a while.
+// While an object of this class lives, relative paths are relative to another directory.
 class CurrentDirectory {
 public:
     explicit CurrentDirectory(const std::string& path) : before(open(".", O_RDONLY)) {
@@ -516,7 +516,7 @@ TEST_F(Fifo, RecordIsLargerThanTheFifo_AppendDoesNotHang) {
     close(reader);
 }
 
-// Everything is done without the C library's places for a cancellation there, see host/uncancelled_io.h.
+// The library avoids the C library's places for a cancellation here, see host/uncancelled_io.h.
 TEST_F(Fifo, ThreadCanBeCancelledAtAnyInstruction_FifoIsOpenedWrittenAndClosed) {
     const int reader = Reader();
     int type = 0;
@@ -546,7 +546,7 @@ TEST_F(Fifo, FifoHasNoReader_OpeningForAppendingOnlyFails) {
     close(reader);
 }
 
-// The host writes to it as well, and must learn that nobody reads any more.
+// The host writes to the FIFO too, and must learn that nobody reads any more.
 TEST_F(Fifo, LastReaderLeaves_HostsOwnWritesFail) {
     const int reader = Reader();
     ASSERT_TRUE(file.Open(path.c_str()));

@@ -1,10 +1,10 @@
-// Prints what a process may believe of its environment: the value of the variable that is named, or "(none)".
+// Prints what a process may believe of its environment: the value of the named variable, or "(none)".
 
 #include <cstdio>
 
 #include "host/environment.h"
 
-// No search for leaks: that traces the process, which a set-user-ID program does not allow.
+// A search for leaks traces the process, which a set-user-ID program does not allow.
 extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
     return "detect_leaks=0";
 }

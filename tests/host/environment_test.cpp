@@ -24,7 +24,7 @@ protected:
         setenv("CkscribeEmpty", "", 1);
     }
 
-    // What the probe prints when it is run as a program with this owner and mode.
+    // Returns what the probe prints if it is run as a program with this owner and mode.
     std::string Probed(uid_t owner, mode_t mode, const std::string& name) const {
         std::filesystem::copy_file(ENVIRONMENT_PROBE, probe,
                                    std::filesystem::copy_options::overwrite_existing);

@@ -13,7 +13,7 @@
 namespace ckscribe {
 namespace {
 
-// Of the test's own process; nothing is written while it lasts.
+// Limits the test's own process. Nothing is written meanwhile.
 class Limit {
 public:
     explicit Limit(rlim_t size) {

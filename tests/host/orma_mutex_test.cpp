@@ -4,7 +4,7 @@
 
 #include <type_traits>
 
-// A mutex that is made anew while it is held, as in a forked child, stays held for ThreadSanitizer.
+// If a held mutex is made anew, as in a forked child, ThreadSanitizer goes on to take it for held.
 extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions() {
     return "mutex:orma_mutex_test.cpp\n";
 }
@@ -14,8 +14,8 @@ namespace {
 
 static_assert(std::has_virtual_destructor_v<OrmaMutex>);
 
-// Whether another thread gets the mutex at once. It is asked through the system's mutex that lies inside,
-// whose address the first field holds.
+// Whether another thread gets the mutex at once. The test asks the system's mutex inside, whose address the
+// first field holds.
 bool IsFree(OrmaMutex& mutex) {
     struct Layout {
         void* virtualTable;

@@ -65,7 +65,7 @@ TEST_F(SignalShieldTest, WriteFailsBehindTheShield_ItsSignalsDoNotReachTheProces
     EXPECT_EQ(received, SIGPIPE);  // without a shield it does
 }
 
-// It asks the kernel itself there, see host/uncancelled_io.h.
+// The shield asks the kernel itself there, see host/uncancelled_io.h.
 TEST_F(SignalShieldTest, ThreadCanBeCancelledAtAnyInstruction_SignalsOfAWriteDoNotReachTheProcess) {
     int type = 0;
     pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);
