@@ -67,11 +67,13 @@ using VendorExport = CK_RV(VENDOR_REGISTERS);
 
 // All words of a call. `stack` is where the words on the stack begin.
 template <class... Registers>
-VendorWords ReceivedWords(const void* stack, Registers... registers) {
-    VendorWords words = {registers...};
+[[gnu::always_inline]] inline VendorWords ReceivedWords(const void* stack, Registers... registers) {
+    VendorWords words;
+    std::size_t place = 0;
+    ((words[place++] = registers), ...);
     constexpr std::size_t kInRegisters = sizeof...(registers);
-    CopyStackWords(static_cast<const VendorWord*>(stack), words.data() + kInRegisters,
-                   kVendorWords - kInRegisters);
+    CopyStackWords<kVendorWords - kInRegisters>(static_cast<const VendorWord*>(stack),
+                                                words.data() + kInRegisters);
     return words;
 }
 

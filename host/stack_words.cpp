@@ -6,13 +6,26 @@
 
 namespace ckscribe {
 
-std::size_t ReadableStackWords(const unsigned long* first, std::size_t count) {
+namespace {
+
+std::size_t ReadableWords(const unsigned long* first, std::size_t count) {
     const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(first);
     const std::uintptr_t nextPage = (begin - sizeof *first) / kPageSize * kPageSize + kPageSize;
+    const std::size_t before = (nextPage - begin) / sizeof *first;
+    if (before >= count) return count;
     const int error = errno;
     const bool isNextPageThere = KernelCanRead(nextPage);
     errno = error;
-    return isNextPageThere ? count : (nextPage - begin) / sizeof *first;
+    return isNextPageThere ? count : before;
+}
+
+}  // namespace
+
+void CopyStackWordsWithCare(const unsigned long* first, unsigned long* words, std::size_t count) {
+    const std::size_t readable = ReadableWords(first, count);
+    // Volatile: otherwise this becomes a call of memcpy, which a sanitizer checks.
+    const volatile unsigned long* const source = first;
+    for (std::size_t i = 0; i < count; ++i) words[i] = i < readable ? source[i] : 0;
 }
 
 }  // namespace ckscribe
