@@ -9,6 +9,10 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#ifndef ElfW
+#define ElfW(type) Elf_##type  // as FreeBSD calls them
+#endif
+
 namespace ckscribe {
 
 inline bool AreEqual(const char* one, const char* other) {

@@ -11,8 +11,8 @@ std::string FileOfCommand(const std::string& word);
 
 // What keeps the calls of a program from being logged.
 struct Obstacle {
-    std::string sentence;  // empty when there is none
-    bool mayAudit = true;  // false: its loader would print an error about the audit library
+    std::string sentence;     // empty when there is none
+    bool mayRedirect = true;  // false: its loader would print an error about the audit library
 };
 
 // A script is what its interpreter is.

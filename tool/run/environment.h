@@ -4,11 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "tool/run/redirection.h"
+
 namespace ckscribe {
 
-// This process's environment ("NAME=value") with run's own variables: the private configuration, and what
-// makes the loader ask the audit library. Audit libraries that are there already stay.
-// Without an audit library: the environment as it is.
-std::vector<std::string> EnvironmentOfCommand(const std::string& directory, const std::string& auditLibrary);
+// This process's environment ("NAME=value") with run's own variables: what leads to the private directory,
+// and the redirection. Without a redirection: the environment as it is.
+std::vector<std::string> EnvironmentOfCommand(const std::string& directory, const Redirection& redirection);
 
 }  // namespace ckscribe

@@ -1,6 +1,10 @@
 #include "tool/run/installed_files.h"
 
 #include <fmt/core.h>
+#if defined(__FreeBSD__)
+#include <limits.h>
+#include <sys/auxv.h>
+#endif
 
 #include <filesystem>
 
@@ -14,14 +18,16 @@ namespace fs = std::filesystem;
 
 fs::path OwnDirectory() {
 #if defined(__FreeBSD__)
-    constexpr char kOwnImage[] = "/proc/curproc/file";
+    char path[PATH_MAX] = {};
+    if (elf_aux_info(AT_EXECPATH, path, sizeof path) != 0)
+        throw RunFailure("The system does not say where this command lies.");
+    return fs::path(path).parent_path();
 #else
-    constexpr char kOwnImage[] = "/proc/self/exe";
-#endif
     std::error_code error;
-    const fs::path own = fs::read_symlink(kOwnImage, error);
-    if (error) throw RunFailure(fmt::format("{} cannot be read: is /proc mounted?", kOwnImage));
+    const fs::path own = fs::read_symlink("/proc/self/exe", error);
+    if (error) throw RunFailure("/proc/self/exe cannot be read: is /proc mounted?");
     return own.parent_path();
+#endif
 }
 
 // Beside this command, else in the directory that is installed for such files, seen from this command's.

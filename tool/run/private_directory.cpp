@@ -103,6 +103,9 @@ void PrivateDirectory::Fill(const RunOptions& options, const ModuleChoice& choic
     if (!ownTarget.empty()) settings += fmt::format("{}{}\n", kOwnTargetSetting, ownTarget);
     WriteFile(File(kSettingsFile), settings);
     WriteFile(File(kNoticesFile), "");
+    // Where the file is known, the configuration holds for whoever reads it, and not only in the run.
+    std::error_code ignored;
+    if (choice.kind == kFile) fs::create_symlink(choice.text, File(kTargetLink), ignored);
     WriteConfiguration(options, File(kTargetLink));
 }
 

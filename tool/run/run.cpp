@@ -58,7 +58,7 @@ public:
         for (const std::string& each : notices_.configurations)
             output_.Say(fmt::format("{}={} does not count here: this run has a configuration of its own.",
                                     kConfigurationVariable, each));
-        if (notices_.traced.empty()) SayNothingWasLogged();
+        if (notices_.traced.empty() && output_.Calls() == 0) SayNothingWasLogged();
         SayOthers();
     }
 
@@ -143,16 +143,17 @@ int SayNotRun(const std::string& word, const std::string& file, int error) {
 
 int RunLogged(const RunOptions& options) {
     const ModuleChoice choice = ChooseModule(options.module, options.command);
-    PrivateDirectory directory(options.keptDirectory);
-    directory.Fill(options, choice, PathOfLibrary(), TargetOfOwnConfiguration());
-    RunOutput output(options, directory);
+    const std::string library = PathOfLibrary();
     const std::string file = FileOfCommand(options.command.front());
     const Obstacle obstacle = ObstacleOf(file);
+    const Redirection redirection = obstacle.mayRedirect ? RedirectionFor(choice, library) : Redirection();
+    PrivateDirectory directory(options.keptDirectory);
+    directory.Fill(options, choice, library, TargetOfOwnConfiguration());
+    RunOutput output(options, directory);
 
     SupervisedCommand command;
-    const int error = command.Start(
-        file, options.command,
-        EnvironmentOfCommand(directory.Path(), obstacle.mayAudit ? PathOfAuditLibrary() : std::string()));
+    const int error =
+        command.Start(file, options.command, EnvironmentOfCommand(directory.Path(), redirection));
     if (error != 0) return SayNotRun(options.command.front(), file, error);
     std::signal(SIGPIPE, SIG_IGN);
     SayStart(obstacle, output);

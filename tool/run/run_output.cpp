@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <ctime>
 
@@ -37,6 +38,50 @@ std::string AgeText(const Moment& start) {
     clock_gettime(CLOCK_REALTIME, &now);
     const std::int64_t age = now.tv_sec * kNanosecondsPerSecond + now.tv_nsec - start.nanoseconds;
     return SecondsText(static_cast<std::uint64_t>(age > 0 ? age : 0));
+}
+
+// What a command is ended by in practice; C libraries that can name a signal do it in ways of their own.
+std::string NameOfSignal(int signal) {
+    switch (signal) {
+        case SIGABRT:
+            return "SIGABRT";
+        case SIGALRM:
+            return "SIGALRM";
+        case SIGBUS:
+            return "SIGBUS";
+        case SIGFPE:
+            return "SIGFPE";
+        case SIGHUP:
+            return "SIGHUP";
+        case SIGILL:
+            return "SIGILL";
+        case SIGINT:
+            return "SIGINT";
+        case SIGKILL:
+            return "SIGKILL";
+        case SIGPIPE:
+            return "SIGPIPE";
+        case SIGQUIT:
+            return "SIGQUIT";
+        case SIGSEGV:
+            return "SIGSEGV";
+        case SIGSYS:
+            return "SIGSYS";
+        case SIGTERM:
+            return "SIGTERM";
+        case SIGTRAP:
+            return "SIGTRAP";
+        case SIGUSR1:
+            return "SIGUSR1";
+        case SIGUSR2:
+            return "SIGUSR2";
+        case SIGXCPU:
+            return "SIGXCPU";
+        case SIGXFSZ:
+            return "SIGXFSZ";
+        default:
+            return fmt::format("signal {}", signal);
+    }
 }
 
 std::string CallsText(const std::vector<KeptCall>& calls) {
@@ -102,7 +147,7 @@ void RunOutput::SayCrash(const SupervisedCommand& command, const std::vector<Kep
     std::vector<KeptCall> open;
     for (const KeptCall& each : unfinished)
         if (static_cast<pid_t>(each.Get().process) == command.Process()) open.push_back(each);
-    Say(fmt::format("The command was ended by SIG{} ({}) {}.", sigabbrev_np(signal), strsignal(signal),
+    Say(fmt::format("The command was ended by {} ({}) {}.", NameOfSignal(signal), strsignal(signal),
                     open.empty() ? "outside of PKCS#11 calls" : "in " + CallsText(open)));
 }
 

@@ -1,0 +1,19 @@
+// How the system's dynamic loader is made to load libckscribe.so where the command asks for its module.
+#pragma once
+
+#include <string>
+
+#include "tool/run/module_choice.h"
+
+namespace ckscribe {
+
+struct Redirection {
+    // An environment variable for the command. An empty name: none, its calls cannot be logged.
+    std::string variable;
+    std::string value;
+};
+
+// `library` is libckscribe.so. Throws RunFailure when the system cannot do what the choice asks for.
+Redirection RedirectionFor(const ModuleChoice& choice, const std::string& library);
+
+}  // namespace ckscribe
