@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <set>
 
 #include "config/logging_words.h"
 #include "tool/arguments.h"
@@ -42,17 +43,17 @@ std::string ClassNamed(std::string word) {
 
 // The value of "LoggingMask" for words between commas.
 std::string MaskOf(const std::string& words) {
-    std::vector<std::string> names;
+    std::set<std::string> names;
     for (const std::string& word : CLI::detail::split(words, ',')) {
-        names.push_back(ClassNamed(word));
-        if (!names.back().empty()) continue;
-        std::vector<std::string> known;
-        for (const LoggingClass& each : LoggingClasses()) known.emplace_back(each.name);
-        throw CLI::ValidationError("-e", fmt::format("\"{}\" is no class of functions. These are: {}.", word,
-                                                     fmt::join(known, ", ")));
+        const std::string name = ClassNamed(word);
+        if (name.empty()) {
+            std::vector<std::string> known;
+            for (const LoggingClass& each : LoggingClasses()) known.emplace_back(each.name);
+            throw CLI::ValidationError("-e", fmt::format("\"{}\" is no class of functions. These are: {}.",
+                                                         word, fmt::join(known, ", ")));
+        }
+        names.insert(name);
     }
-    std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
     return fmt::format("{}", fmt::join(names, "|"));
 }
 

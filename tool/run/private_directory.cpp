@@ -63,7 +63,7 @@ std::string MakeTemporaryDirectory() {
 
 std::string MakeKeptDirectory(const std::string& name) {
     std::error_code error;
-    fs::create_directories(name, error);
+    const bool isNew = fs::create_directories(name, error);
     const std::string path = fs::canonical(name, error);
     if (error) throw RunFailure(fmt::format("{} cannot be made: {}.", name, error.message()));
     if (!CanBeConfigured(path))
@@ -71,6 +71,7 @@ std::string MakeKeptDirectory(const std::string& name) {
             fmt::format("--keep cannot use {}: a configuration can only name a path of at most {} characters "
                         "without ; }} and =",
                         path, kLongestDirectory));
+    if (isNew) chmod(path.c_str(), kOnlyUser);
     if (fs::exists(path + kConfigurationFile))
         throw RunFailure(
             fmt::format("{} holds a Wendrafil.conf already. Give --keep an empty or a new directory.", name));
