@@ -20,7 +20,7 @@ void ReportErrorInLog(const char* text) {
     char stamp[500];
     if (std::strftime(stamp, sizeof stamp, "%y/%m/%d[%H:%M:%S]: ", &local) == 0) *stamp = '\0';
 
-    // The line begins with its new line, has none at its end, and two blanks stand behind the stamp; kept.
+    // COMPAT: the entry begins with a new line and has none at its end. Two blanks stand behind the stamp.
     char line[sizeof stamp + 1300];
     const int length = std::snprintf(line, sizeof line, "\n %s %s", stamp, text);
     if (length < 0) return;

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-// Not every system declares its functions so.
+// Only some systems declare their functions `noexcept`.
 #ifdef __GLIBC__
 #define NOEXCEPT_OF_SYSTEM noexcept
 #else
