@@ -71,9 +71,6 @@ TEST(PageDetails, Call_ShowsAllThatTheLogHasOfIt) {
     EXPECT_EQ(call["text"], "C_Login() = CKR_PIN_INCORRECT");
     EXPECT_EQ(call["place"], "a.jsonl:1");
     EXPECT_EQ(call["records"], lines.substr(0, lines.size() - 1));
-    EXPECT_EQ(details["explanations"].size(), 1U);
-    EXPECT_EQ(details["explanations"]["CKR_PIN_INCORRECT"].get<std::string>().substr(0, 17),
-              "The PIN is wrong.");
 }
 
 TEST(PageDetails, TimesOfCalls_CountFromTheFirst) {

@@ -6,7 +6,6 @@
 #include <tuple>
 
 #include "tool/call_line.h"
-#include "tool/result_explanations.h"
 
 namespace ckscribe {
 namespace {
@@ -208,14 +207,6 @@ std::string PageDetails::Json(const std::vector<std::string>& files) const {
     details["latency"] = ordered_json::object();
     for (const auto& [function, histogram] : latency)
         details["latency"][std::string(function)] = BarsOf(histogram);
-
-    details["explanations"] = ordered_json::object();
-    for (const auto& [error, kept] : byError) {
-        const ResultExplanation* const explanation = ExplanationOf(error.second);
-        if (explanation == nullptr) continue;
-        details["explanations"][error.second] =
-            std::string(explanation->meaning) + " " + std::string(explanation->cause);
-    }
 
     details["functions"] = ordered_json::array();
     details["threads"] = ordered_json::array();

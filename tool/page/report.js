@@ -124,9 +124,9 @@
   byId("span").textContent = details.first === null ? "No calls." :
     `From ${momentText(details.first)} to ${momentText(details.last)}${details.utc ? " (UTC)" : ""}, in ${details.files.join(", ")}.`;
 
-  for (const fact of report.stands_out || []) {
-    const item = element("li", fact.text + " ");
-    if (fact.command) item.append(element("code", fact.command));
+  for (const remark of report.remarks) {
+    const item = element("li", remark.sentence + " ");
+    item.append(element("code", remark.command));
     byId("outstanding").append(item);
   }
   if (!byId("outstanding").children.length) byId("outstanding").append(element("li", "Nothing stands out."));
@@ -202,8 +202,22 @@
 
   fillTable(byId("error-table"), [
     { field: "function", title: "Function" }, { field: "result", title: "Result", error: true }, count("count", "Calls"),
-    { field: "explanation", title: "What it means and usually comes from", text: (row) => details.explanations[row.result] || "–" },
+    { field: "explanation", title: "What it means and usually comes from", text: (row) => {
+      const explanation = report.explanations[row.result];
+      return explanation ? explanation.meaning + " " + explanation.cause : "–";
+    } },
   ], report.results.filter((row) => row.result !== "CKR_OK"));
+
+  // ---- Keys ----
+
+  byId("keys").hidden = report.keys.length === 0;
+  fillTable(byId("key-table"), [
+    { field: "label", title: "Label" }, { field: "id", title: "ID" }, { field: "class", title: "Class" },
+    { field: "process", title: "Process", number: true }, { field: "object", title: "Object", number: true },
+    count("operations", "Operations"),
+    { field: "mechanisms", title: "Mechanisms",
+      text: (row) => Object.entries(row.mechanisms).map(([name, times]) => `${name} (${numberText(times)})`).join(", ") },
+  ], report.keys);
 
   // ---- Calls ----
 
