@@ -4,15 +4,18 @@ Each test of a mistake demands the sentence that names its cause, and then lets 
 configuration: what check says is what the library does.
 """
 
+import grp
 import json
 import os
 import pathlib
+import pwd
 import re
 import shutil
 import signal
 import socket
 import subprocess
 import tempfile
+import time
 import unittest
 
 from tool_test import ARGUMENTS, TOOL, ckscribe, main
@@ -301,6 +304,9 @@ class Syntax(SetUp):
 
     def test_byte_order_mark(self):
         self.write(b"\xef\xbb\xbf" + self.section().encode())
+        self.assert_found("note", "configuration", 1,
+                          "The file begins with a byte order mark (3 bytes), which is part of its first word.",
+                          "Save it as plain text without a byte order mark.")
         self.assert_found("wrong", "CkLog2", 1,
                           "A byte order mark or another character stands directly before the section's name: there is no "
                           "section CkLog2, every setting has its default, and nothing is logged.")
@@ -553,6 +559,13 @@ class Values(SetUp):
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o640)
         self.assertIn("FileMode", self.errors.read_text())
 
+    def test_permissions_that_keep_the_owner_out(self):
+        self.write(self.section(FileMode="0400"))
+        self.assert_found("note", "FileMode", 7, "New files get the permissions 0400: their owner cannot open them again.",
+                          'Write "FileMode = 0600;".')
+        self.assert_logged(FUNCTIONS)
+        self.assertEqual(self.log.stat().st_mode & 0o777, 0o400)
+
     def test_announcing_with_a_word(self):
         self.write(self.section(Announce="no"))
         self.assert_found("wrong", "Announce", 8,
@@ -690,6 +703,37 @@ class Target(SetUp):
             subprocess.run([CALLER, LIBRARY], capture_output=True, cwd=self.directory,
                            env=os.environ | self.environment, timeout=2)
 
+    def test_what_the_target_prints_is_not_taken_for_a_result(self):
+        path = TARGETS / "printing_target.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_found("ok", "LibUNIX64", 2, f"The target {path} loads.")
+
+    def test_process_that_the_target_starts_ends_with_the_look(self):
+        path = TARGETS / "process_starting_target.so"
+        self.write(self.section(LibUNIX64=path))
+        with tempfile.NamedTemporaryFile() as number:
+            self.environment["FILE_FOR_PROCESS_NUMBER"] = number.name
+            self.assert_found("ok", "LibUNIX64", 2, f"The target {path} loads.")
+            self.assert_ended(int(number.read()))
+
+    def assert_ended(self, process):
+        for _ in range(100):
+            try:
+                state = pathlib.Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()[0]
+            except FileNotFoundError:
+                return
+            if state == "Z":
+                return
+            time.sleep(0.1)
+        os.kill(process, signal.SIGKILL)
+        self.fail(f"process {process} lives on")
+
+    def test_target_that_needs_the_library(self):
+        path = TARGETS / "target_on_top_of_library.so"
+        self.write(self.section(LibUNIX64=path))
+        self.assert_found("note", "LibUNIX64", 2, "The target itself needs libckscribe.so: its own calls are logged, too.")
+        self.assert_logged(FUNCTIONS)
+
     def test_list_only(self):
         path = TARGETS / "list_only_target.so"
         self.write(self.section(LibUNIX64=path))
@@ -750,6 +794,27 @@ class Files(SetUp):
         self.assertRegex(what, rf"\AThe log {self.log} is not there and cannot be created in {self.directory} "
                                r"\(owner \S+, group \S+, permissions 0\d11\): Permission denied\.\Z")
         self.assert_no_log()
+
+    def test_directory_of_the_log_may_not_be_entered(self):
+        closed = self.directory / "closed"
+        closed.mkdir()
+        (closed / "log.txt").touch()
+        self.write(self.section(File=closed / "log.txt"))
+        closed.chmod(0o000)
+        self.addCleanup(closed.chmod, 0o700)
+        self.give_to_nobody()
+        self.assert_found("wrong", "File", 5,
+                          f"The log {closed}/log.txt cannot be reached: {closed}: Permission denied.",
+                          "Let the application's user enter every folder above it.")
+        self.assert_reached()
+
+    def test_file_in_place_of_the_directory(self):
+        (self.directory / "file").touch()
+        self.write(self.section(File=f"{self.directory}/file/log.txt"))
+        self.assert_found("wrong", "File", 5, f"{self.directory}/file is no folder: the log cannot be created.",
+                          "Name a file in a folder.")
+        self.assert_reached()
+        self.assertIn("Could not open capture file", self.errors.read_text())
 
     def test_log_is_a_directory(self):
         self.log.mkdir()
@@ -1073,6 +1138,19 @@ class User(SetUp):
                          [f"The log {self.log} is not there and cannot be created in {self.directory}",
                           f"The error file {self.errors} is not there and cannot be created in {self.directory}"])
         self.assertEqual([finding for finding in self.check() if finding["level"] == "wrong"], [])
+
+    @unittest.skipIf(os.getuid() != 0, "only root can become another user")
+    def test_another_user_has_all_of_its_groups(self):
+        members = [member for group in grp.getgrall() for member in group.gr_mem] + ["nobody"]
+        user = pwd.getpwnam(members[0])
+        done = subprocess.run(["strace", "-qq", "-e", "trace=setgroups,setgid,setuid", TOOL, "check", "--user", user.pw_name,
+                               "--config", "/nonexistent"],
+                              capture_output=True, text=True, timeout=60)
+        groups = sorted(os.getgrouplist(user.pw_name, user.pw_gid))
+        calls = re.findall(r"(?m)^(set\w+)\((.*)\) += 0$", done.stderr)
+        self.assertEqual([name for name, _ in calls], ["setgroups", "setgid", "setuid"])
+        self.assertEqual(sorted(map(int, re.search(r"\[(.*)\]", calls[0][1])[1].split(", "))), groups)
+        self.assertEqual([words for _, words in calls[1:]], [str(user.pw_gid), str(user.pw_uid)])
 
     @unittest.skipIf(os.getuid() != 0, "only root can become another user")
     def test_only_root_can_judge_as_another_user(self):

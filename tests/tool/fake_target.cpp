@@ -4,6 +4,7 @@
 #include <p11-kit/pkcs11.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -28,6 +29,30 @@ __attribute__((constructor)) static void Crash() { std::abort(); }
 #endif
 #ifdef HANGS
 __attribute__((constructor)) static void Hang() {
+    for (;;) pause();
+}
+#endif
+#ifdef PRINTS
+__attribute__((constructor)) static void Print() {
+    std::puts("Loading the fake target.");
+    std::fflush(stdout);
+}
+#endif
+#ifdef STARTS_PROCESS
+// The process lives on, and holds whatever this one has open. This one goes on when it has said its number.
+__attribute__((constructor)) static void StartProcess() {
+    int ends[2];
+    char said;
+    if (pipe(ends) != 0 || fork() != 0) {
+        close(ends[1]);
+        if (read(ends[0], &said, 1) != 0) std::abort();
+        close(ends[0]);
+        return;
+    }
+    FILE* const file = std::fopen(std::getenv("FILE_FOR_PROCESS_NUMBER"), "w");
+    std::fprintf(file, "%d", getpid());
+    std::fclose(file);
+    close(ends[1]);
     for (;;) pause();
 }
 #endif
