@@ -388,7 +388,7 @@ class WholeFile(Place):
         self.path.write_bytes(FILE)
         self.path.chmod(0o640)
         return subprocess.run(["strace", "-qq", *options, TOOL, "conf", "set", "Enabled", "0"], capture_output=True, text=True,
-                              env=os.environ | self.environment, timeout=60)
+                              env=os.environ | self.environment | {"ASAN_OPTIONS": "detect_leaks=0"}, timeout=60)
 
     def test_a_kill_at_any_system_call_leaves_the_old_file_or_the_new_one(self):
         new = FILE.replace(b"   Enabled = 1;", b"   Enabled = 0;")
@@ -400,12 +400,16 @@ class WholeFile(Place):
         for place, call in list(enumerate(calls))[1:]:
             number = calls[: place + 1].count(call)
             done = self.set_under_strace("-o", "/dev/null", "-e", f"inject={call}:signal=KILL:when={number}")
-            self.assertEqual(done.returncode, -signal.SIGKILL, (call, number, done.stderr))
+            # Some calls are not made each time, where the memory is laid out in another way.
+            self.assertIn(done.returncode, (-signal.SIGKILL, 0), (call, number, done.stderr))
+            if done.returncode == 0:
+                continue
             found.append(self.path.read_bytes())
             self.assertEqual(self.path.stat().st_mode & 0o7777, 0o640)
         # The old one up to some call, and then the new one.
         self.assertEqual(found, [FILE] * found.count(FILE) + [new] * found.count(new))
         self.assertIn(new, found)
+        self.assertGreater(found.count(FILE), 20)
         # What a kill has left beside the file is gone after the next edit.
         self.set("Enabled", "5")
 

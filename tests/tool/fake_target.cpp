@@ -4,6 +4,7 @@
 #include <p11-kit/pkcs11.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -29,6 +30,9 @@ __attribute__((constructor)) static void Crash() { std::abort(); }
 #endif
 #ifdef HANGS
 __attribute__((constructor)) static void Hang() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_SETMASK, &all, nullptr);
     for (;;) pause();
 }
 #endif
@@ -56,6 +60,9 @@ __attribute__((constructor)) static void StartProcess() {
     for (;;) pause();
 }
 #endif
+#ifdef STARTS_LIBRARY
+EXPORTED void CkLogSpecialInitialize();
+#endif
 #ifdef LACKS_SYMBOL
 EXPORTED void symbol_that_nobody_defines();
 EXPORTED void Needs() { symbol_that_nobody_defines(); }
@@ -70,6 +77,9 @@ FUNCTION CK_RV C_Initialize(void*) {
 }
 FUNCTION CK_RV C_Finalize(void*) { return CKR_OK; }
 FUNCTION CK_RV C_GetInfo(CK_INFO* info) {
+#ifdef STARTS_LIBRARY
+    CkLogSpecialInitialize();
+#endif
     *info = {};
     info->cryptokiVersion = {2, 40};
     Fill(info->manufacturerID, sizeof info->manufacturerID, "The Makers");

@@ -58,9 +58,23 @@ std::string DescribeInfo(const CK_INFO& info) {
         info.libraryVersion.minor, info.cryptokiVersion.major, info.cryptokiVersion.minor);
 }
 
+// Where the object lies that holds an address; null for none.
+const void* ImageOf(const void* address) {
+    Dl_info holder = {};
+    return address != nullptr && dladdr(address, &holder) != 0 ? holder.dli_fbase : nullptr;
+}
+
+// A function of the target's or of a library that it needs, unless that is this library: the target does not
+// have such a function, as the library sees it.
+void* FindFunction(void* target, const char* name) {
+    void* const found = dlsym(target, name);
+    const void* const own = ImageOf(dlsym(target, kOwnFunction));
+    return own != nullptr && ImageOf(found) == own ? nullptr : found;
+}
+
 template <class Function>
 Function Find(void* target, const char* name) {
-    return reinterpret_cast<Function>(dlsym(target, name));
+    return reinterpret_cast<Function>(FindFunction(target, name));
 }
 
 CK_FUNCTION_LIST* FunctionListOf(void* target) {
@@ -89,16 +103,16 @@ void LookUpFunctions(void* target, Json& answer) {
     for (const char* name : kStandardNames) {
         const bool isOptional = std::ranges::any_of(
             kOptionalNames, [name](const char* optional) { return std::strcmp(name, optional) == 0; });
-        if (dlsym(target, name) == nullptr && !isOptional) standard.push_back(name);
+        if (FindFunction(target, name) == nullptr && !isOptional) standard.push_back(name);
     }
     Json vendor = Json::array();
     for (const char* name : kVendorNames) {
-        if (dlsym(target, name) == nullptr) vendor.push_back(name);
+        if (FindFunction(target, name) == nullptr) vendor.push_back(name);
     }
     bool hasOther = false;
     for (const char* name : kStandardNames)
-        hasOther |= std::strcmp(name, "C_GetFunctionList") != 0 && dlsym(target, name) != nullptr;
-    const bool hasList = dlsym(target, "C_GetFunctionList") != nullptr;
+        hasOther |= std::strcmp(name, "C_GetFunctionList") != 0 && FindFunction(target, name) != nullptr;
+    const bool hasList = FindFunction(target, "C_GetFunctionList") != nullptr;
     answer["standard"] = standard;
     answer["vendor"] = vendor;
     answer["hasList"] = hasList;
@@ -109,10 +123,9 @@ void LookUpFunctions(void* target, Json& answer) {
 void LookForCkscribe(void* target, Json& answer) {
     void* const own = dlsym(target, kOwnFunction);
     if (own == nullptr) return;
-    Dl_info holder = {};
     link_map* image = nullptr;
-    const bool isItself = dladdr(own, &holder) != 0 && dlinfo(target, RTLD_DI_LINKMAP, &image) == 0 &&
-                          reinterpret_cast<std::uintptr_t>(holder.dli_fbase) == image->l_addr;
+    const bool isItself = dlinfo(target, RTLD_DI_LINKMAP, &image) == 0 &&
+                          reinterpret_cast<std::uintptr_t>(ImageOf(own)) == image->l_addr;
     answer[isItself ? "isCkscribe" : "needsCkscribe"] = true;
 }
 
