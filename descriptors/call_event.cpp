@@ -148,9 +148,14 @@ std::string_view Input(const CallEvent& event) {
 
 }  // namespace
 
-void NoteBeginOfCall(CallEvent& event) {
-    event.isTimed = true;
+void BeginCallEvent(CallEvent& event, const char* exportedName) {
+    event.function = exportedName;
     event.time = eventEnvironment.wallClock();
+    event.nanoseconds = 0;
+    event.number = 0;
+    event.subject.known = 0;
+    event.inputLength = 0;
+    event.isInputKept = false;
 }
 
 timespec NoteForwarding() { return eventEnvironment.monotonicClock(); }

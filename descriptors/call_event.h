@@ -50,38 +50,18 @@ struct CallEvent {
     CallSubject subject;
     std::size_t inputLength;  // of the JSON values in "in", of a start event that was written
     bool isInputKept;         // elsewhere, and not in `input`
-    bool isTimed;             // events were written when the call began
+    bool isTimed;             // events were open when the call began; if not, nothing else is set
     char input[kInputRoom];
-
-    // Only `input` stays as it is.
-    void Begin(const char* exportedName) {
-        function = exportedName;
-        nanoseconds = 0;
-        number = 0;
-        subject.known = 0;
-        inputLength = 0;
-        isInputKept = false;
-        isTimed = false;
-    }
 };
 
 // The call whose record is built now; null if no call is. Set by whoever calls a builder, under the record
 // lock.
 extern CallEvent* currentCallEvent;
 
-// For a call that begins while events are open: from here on it is timed.
-void NoteBeginOfCall(CallEvent& event);
+// For a call that begins while events are open.
+void BeginCallEvent(CallEvent& event, const char* exportedName);
 timespec NoteForwarding();
 void NoteReturn(CallEvent& event, const timespec& forwarded);
-
-// The call into the target, with its time.
-template <class Forward>
-auto Timed(CallEvent& event, const Forward& forward) {
-    const timespec forwarded = NoteForwarding();
-    const auto rv = forward();
-    NoteReturn(event, forwarded);
-    return rv;
-}
 
 // Write one event into the events file, as the tree of the record has it. Need the record lock; throw
 // std::bad_alloc.

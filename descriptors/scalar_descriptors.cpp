@@ -3,7 +3,9 @@
 #include <cstdint>
 
 #include "descriptors/call_event.h"
+#include "descriptors/data_setting.h"
 #include "descriptors/event_names.h"
+#include "host/readable_memory.h"
 #include "util/json_writer.h"
 
 using ckscribe::CallSubject;
@@ -31,6 +33,13 @@ void ULongDescriptor::PrintParameters(RecordText& out, int) const {
     if (inParentheses) out.Append(')');
     out.Flush();
 }
+
+SlotAddressDescriptor::SlotAddressDescriptor(const unsigned long* address)
+    : SlotIDDescriptor(reinterpret_cast<std::uintptr_t>(address)),
+      isReadable(ckscribe::CopyReadable(address, &slot, sizeof slot)) {}
+
+PinLengthDescriptor::PinLengthDescriptor(unsigned long length)
+    : ULongDescriptor(ckscribe::IsDataHiddenInLog() ? 0 : length) {}
 
 PtrDescriptor::PtrDescriptor(const void* address, const char* name)
     : ULongDescriptor(reinterpret_cast<std::uintptr_t>(address), name, kHexadecimal) {}
@@ -65,6 +74,16 @@ void ULongDescriptor::WriteEventValue(JsonWriter& json) const { json.Number(valu
 
 void SlotIDDescriptor::TellSubject(CallSubject& subject) const {
     subject.Tell(CallSubject::kSlot, &CallSubject::slot, Value());
+}
+
+void SlotAddressDescriptor::WriteEventMembers(JsonWriter& json) const {
+    if (!isReadable) return;
+    json.Key("value");
+    json.Number(slot);
+}
+
+void SlotAddressDescriptor::TellSubject(CallSubject& subject) const {
+    if (isReadable) subject.Tell(CallSubject::kSlot, &CallSubject::slot, slot);
 }
 
 void ObjectHandleDescriptor::TellSubject(CallSubject& subject) const {

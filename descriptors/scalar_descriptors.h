@@ -55,6 +55,28 @@ public:
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
+// The slot that stands behind an address.
+//
+// COMPAT: records show the address in place of the slot. Events show the slot; of an address that cannot be
+// read they show no value.
+class SlotAddressDescriptor : public SlotIDDescriptor {
+public:
+    explicit SlotAddressDescriptor(const unsigned long* address);
+    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
+    void TellSubject(ckscribe::CallSubject& subject) const override;
+
+private:
+    unsigned long slot = 0;
+    bool isReadable;
+};
+
+// The length of a PIN or of another secret: 0 where the text log hides data. Events never show it.
+class PinLengthDescriptor : public ULongDescriptor {
+public:
+    explicit PinLengthDescriptor(unsigned long length);
+    void WriteEventMembers(ckscribe::JsonWriter&) const override {}
+};
+
 // An address. A name given to it is never printed: its label is fixed.
 class PtrDescriptor : public ULongDescriptor {
 public:

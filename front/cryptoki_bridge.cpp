@@ -67,7 +67,12 @@ void* CryptokiBridge::BoundAfterStart(SlotIndex index, ckscribe::CallsInTarget::
     }
 }
 
-CK_RV CryptokiBridge::Stub() { return CKR_FUNCTION_NOT_SUPPORTED; }
+[[gnu::tls_model("initial-exec")]] constinit thread_local bool ckscribe::stubHasAnswered = false;
+
+CK_RV CryptokiBridge::Stub() {
+    ckscribe::stubHasAnswered = true;
+    return CKR_FUNCTION_NOT_SUPPORTED;
+}
 
 int CryptokiBridge::SetFunctionPointer(Slot* slot, void* address) {
     if (address == nullptr) return 0;

@@ -12,6 +12,13 @@
 #include "front/calls_in_target.h"
 #include "front/vendor_words.h"
 
+namespace ckscribe {
+
+// Whether the stub, and not the target, answered a call of the calling thread since this was set to false.
+[[gnu::tls_model("initial-exec")]] extern constinit thread_local bool stubHasAnswered;
+
+}  // namespace ckscribe
+
 class CryptokiBridge {
 public:
     using Slot = std::atomic<void*>;

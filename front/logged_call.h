@@ -22,6 +22,18 @@ void MakeRecord(CallEvent& event, const Builder& builder) {
         event, [](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
 }
 
+// Forwards the call, and notes its time: 0 if nothing was forwarded, because the target lacks the function.
+template <class Forward>
+CK_RV TimedCall(CallEvent& event, const Forward& forward) {
+    const bool ofCallAround = stubHasAnswered;
+    stubHasAnswered = false;
+    const timespec forwarded = NoteForwarding();
+    const CK_RV rv = forward();
+    if (!stubHasAnswered) NoteReturn(event, forwarded);
+    stubHasAnswered = ofCallAround;
+    return rv;
+}
+
 // Makes a call of a standard function. COMPAT: the mask is asked before and after the call, each time anew.
 // If it changes in between, the call has one record.
 //
@@ -35,10 +47,11 @@ CK_RV LoggedCall(const char* function, int classBit, const Start& start, const F
                  const End& end) {
     StartLibrary();
     CallEvent event;
-    event.Begin(function);
-    if (AreEventsOpen()) NoteBeginOfCall(event);
+    event.isTimed = AreEventsOpen();
+    if (event.isTimed) [[unlikely]]
+        BeginCallEvent(event, function);
     if (configuration.DoWeLogThis(classBit)) MakeRecord(event, Start(start));
-    const CK_RV rv = event.isTimed ? Timed(event, forward) : forward();
+    const CK_RV rv = event.isTimed ? TimedCall(event, forward) : forward();
     if (configuration.DoWeLogThis(classBit)) MakeRecord(event, [rv, end] { end(rv); });
     return rv;
 }

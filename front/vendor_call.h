@@ -54,11 +54,12 @@ struct VendorCall<void(Parameters...)> {
         RemoveJunk(words, Indices());
         if (!IsLogged(entry)) return ForwardedWords(method, words);
         CallEvent event;
-        event.Begin(function);
-        if (AreEventsOpen()) NoteBeginOfCall(event);
+        event.isTimed = AreEventsOpen();
+        if (event.isTimed) [[unlikely]]
+            BeginCallEvent(event, function);
         MakeRecord(event, [&] { Start(entry, words, Indices()); });
         const auto forward = [&] { return ForwardedWords(method, words); };
-        const CK_RV rv = event.isTimed ? Timed(event, forward) : forward();
+        const CK_RV rv = event.isTimed ? TimedCall(event, forward) : forward();
         MakeRecord(event, [&] { End(entry, rv, words, Indices()); });
         return rv;
     }

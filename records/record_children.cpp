@@ -12,6 +12,7 @@ namespace ckscribe {
 
 AbstractDescriptor* SessionChild(CK_SESSION_HANDLE session) { return new SessionHandleDescriptor(session); }
 AbstractDescriptor* SlotChild(CK_SLOT_ID slot) { return new SlotIDDescriptor(slot); }
+AbstractDescriptor* SlotAddressChild(const CK_SLOT_ID* slot) { return new SlotAddressDescriptor(slot); }
 AbstractDescriptor* ObjectChild(CK_OBJECT_HANDLE object) { return new ObjectHandleDescriptor(object); }
 AbstractDescriptor* UserTypeChild(CK_USER_TYPE userType) { return new UserTypeDescriptor(userType); }
 
@@ -47,6 +48,18 @@ AbstractDescriptor* TextChild(const void* text, CK_ULONG length, const char* lab
 }
 AbstractDescriptor* PinChild(const void* pin, const char* label) {
     return new PINDescriptor(pin != nullptr, label);
+}
+
+AbstractDescriptor* PinLengthChild(CK_ULONG length) { return new PinLengthDescriptor(length); }
+
+AbstractDescriptor* NameChild(const void* name, CK_ULONG length, const char* label) {
+    return new ByteStringDescriptor(name, length, label, BytesAre::kDescription);
+}
+AbstractDescriptor* NameValueChild(const void* name, CK_ULONG length, const char* label) {
+    return new ValueDescriptor(name, length, label, BytesAre::kDescription);
+}
+AbstractDescriptor* NameTextChild(const void* name, CK_ULONG length, const char* label) {
+    return new StringDescriptor(name, length, label, BytesAre::kDescription);
 }
 
 AbstractDescriptor* MechanismChild(const CK_MECHANISM* mechanism) {

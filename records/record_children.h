@@ -62,6 +62,7 @@ inline constexpr CK_ULONG kLabelLength = 32;
 // These children say whom a call is about.
 AbstractDescriptor* SessionChild(CK_SESSION_HANDLE session);
 AbstractDescriptor* SlotChild(CK_SLOT_ID slot);
+AbstractDescriptor* SlotAddressChild(const CK_SLOT_ID* slot);  // records show the address, events the slot
 AbstractDescriptor* ObjectChild(CK_OBJECT_HANDLE object);
 AbstractDescriptor* UserTypeChild(CK_USER_TYPE userType);
 
@@ -76,11 +77,18 @@ AbstractDescriptor* ShortNumberChild(CK_ULONG value, const char* label = nullptr
 AbstractDescriptor* PedIdChild(CK_ULONG id);
 AbstractDescriptor* PointerChild(const void* address, const char* label = nullptr);  // the address itself
 
-// These are bytes.
+// These are bytes of data: "HideData" decides where they are shown.
 AbstractDescriptor* BytesChild(const void* bytes, CK_ULONG length, const char* label = nullptr);
 AbstractDescriptor* ValueChild(const void* bytes, CK_ULONG length, const char* label = nullptr);
 AbstractDescriptor* TextChild(const void* text, CK_ULONG length, const char* label = nullptr);
 AbstractDescriptor* PinChild(const void* pin, const char* label = "PIN=");  // the mask, never the PIN
+AbstractDescriptor* PinLengthChild(CK_ULONG length);                        // 0 where data are hidden
+
+// These are bytes that name something: labels of tokens and containers, names of hosts and files. They are
+// always shown.
+AbstractDescriptor* NameChild(const void* name, CK_ULONG length, const char* label = nullptr);
+AbstractDescriptor* NameValueChild(const void* name, CK_ULONG length, const char* label = nullptr);
+AbstractDescriptor* NameTextChild(const void* name, CK_ULONG length, const char* label = nullptr);
 
 // These are mechanisms, templates and lists.
 AbstractDescriptor* MechanismChild(const CK_MECHANISM* mechanism);

@@ -49,7 +49,7 @@ void CaptureSessionAndSecret(CommandType type, CK_SESSION_HANDLE session, const 
     StartRecord record(type);
     record.AddDescriptor(SessionChild(session));
     record.AddDescriptor(PointerChild(secret));
-    record.AddDescriptor(NumberChild(length));
+    record.AddDescriptor(PinLengthChild(length));
     record.AddDescriptor(PinChild(secret));
     record.Capture();
 }

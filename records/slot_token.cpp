@@ -59,8 +59,7 @@ void WaitForSlotEventStart(CK_FLAGS flags, CK_SLOT_ID_PTR, CK_VOID_PTR) {
 void WaitForSlotEventEnd(CK_RV rv, CK_FLAGS, CK_SLOT_ID_PTR pSlot, CK_VOID_PTR) {
     if (!LevelSelects(kWaitForSlotEvent)) return;
     EndRecord record(kWaitForSlotEvent, rv);
-    // COMPAT: The record shows the address of the slot identifier, not the identifier.
-    record.AddDescriptor(SlotChild(reinterpret_cast<CK_SLOT_ID>(pSlot)));
+    record.AddDescriptor(SlotAddressChild(pSlot));
     record.Capture();
 }
 
@@ -98,7 +97,7 @@ void InitTokenStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG, CK_UTF8CH
     StartRecord record(kInitToken);
     record.AddDescriptor(SlotChild(slotID));
     record.AddDescriptor(PinChild(pPin));
-    record.AddDescriptor(BytesChild(pLabel, kLabelLength, "label="));
+    record.AddDescriptor(NameChild(pLabel, kLabelLength, "label="));
     record.Capture();
 }
 

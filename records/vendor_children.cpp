@@ -38,6 +38,20 @@ CK_ULONG LengthOfText(const void* text) {
     return std::min<CK_ULONG>(ReadableTextLength(text), kLongestOfUnshownLength);
 }
 
+void AddPinLengthAt(CommandDescriptor& record, const CK_ULONG* length) {
+    if (length != nullptr) record.AddDescriptor(PinLengthChild(ValueAt(length)));
+}
+
+void AddName(CommandDescriptor& record, const void* name, CK_ULONG length) {
+    if (name != nullptr) record.AddDescriptor(NameChild(name, length));
+}
+
+void AddNameText(CommandDescriptor& record, const void* name, CK_ULONG length, const char* label) {
+    if (name == nullptr) return;
+    record.AddDescriptor(NameTextChild(name, length, label));
+    record.AddDescriptor(NameValueChild(name, length, label));
+}
+
 }  // namespace ckscribe
 
 using namespace ckscribe;

@@ -16,6 +16,11 @@ void AddNumberAt(CommandDescriptor& record, const CK_ULONG* number, const char* 
 void AddBytes(CommandDescriptor& record, const void* bytes, CK_ULONG length, const char* label = nullptr);
 // Adds two children: the same bytes as a string and as a value.
 void AddText(CommandDescriptor& record, const void* text, CK_ULONG length, const char* label = nullptr);
+// A length of a secret that came back.
+void AddPinLengthAt(CommandDescriptor& record, const CK_ULONG* length);
+// The same as AddBytes and AddText, of bytes that name something.
+void AddName(CommandDescriptor& record, const void* name, CK_ULONG length);
+void AddNameText(CommandDescriptor& record, const void* name, CK_ULONG length, const char* label = nullptr);
 
 // A record shows at most this many bytes of an argument whose length it does not show. Such a length is a
 // guess about the vendor's prototype. If the guess is wrong, the length is any number that a register held.

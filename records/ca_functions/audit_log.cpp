@@ -13,11 +13,11 @@ void InitAuditCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLe
     StartRecord record(kCmdInitAudit);
     record.AddDescriptor(SlotChild(slotID));
     record.AddDescriptor(PointerChild(pPin));
-    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinLengthChild(ulPinLen));
     record.AddDescriptor(PinChild(pPin));
     record.AddDescriptor(PointerChild(pLabel));
     // The label ends at its terminator, or after 32 characters like the label of any token.
-    AddText(record, pLabel, std::min(LengthOfText(pLabel), kLabelLength));
+    AddNameText(record, pLabel, std::min(LengthOfText(pLabel), kLabelLength));
     record.Capture();
 }
 
@@ -54,7 +54,7 @@ void LogVerifyFileCmdStart(CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFileName, CK
     StartRecord record(kCmdLogVerifyFile);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(PointerChild(pFileName));
-    AddText(record, pFileName, LengthOfText(pFileName));
+    AddNameText(record, pFileName, LengthOfText(pFileName));
     record.AddDescriptor(PointerChild(pulVerified));
     record.Capture();
 }
@@ -65,7 +65,7 @@ void LogVerifyFileCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_CHAR_PTR pFile
     if (ShowsOutputs(rv)) {
         record.AddDescriptor(SessionChild(hSession));
         record.AddDescriptor(PointerChild(pFileName));
-        AddText(record, pFileName, LengthOfText(pFileName));
+        AddNameText(record, pFileName, LengthOfText(pFileName));
         record.AddDescriptor(PointerChild(pulVerified));
         AddNumberAt(record, pulVerified);
     }
@@ -137,7 +137,7 @@ void LogSetConfigCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulMask, CK_ULONG 
     record.AddDescriptor(NumberChild(ulInterval));
     record.AddDescriptor(NumberChild(ulMaxSize));
     record.AddDescriptor(PointerChild(pPath));
-    AddText(record, pPath, LengthOfText(pPath));
+    AddNameText(record, pPath, LengthOfText(pPath));
     record.Capture();
 }
 
@@ -165,7 +165,7 @@ void LogGetConfigCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG_PTR pulMa
         AddNumberAt(record, pulRotation);
         AddNumberAt(record, pulInterval);
         AddNumberAt(record, pulMaxSize);
-        AddText(record, pPath, LengthOfText(pPath));
+        AddNameText(record, pPath, LengthOfText(pPath));
     }
     record.Capture();
 }

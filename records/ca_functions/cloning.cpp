@@ -90,7 +90,7 @@ void GenerateCloningKEVCmdStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pKev, CK
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(PointerChild(pKev));
     record.AddDescriptor(PointerChild(pulKevLen));
-    AddNumberAt(record, pulKevLen);
+    AddPinLengthAt(record, pulKevLen);
     record.Capture();
 }
 
@@ -101,7 +101,7 @@ void GenerateCloningKEVCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_BYTE_PTR 
         record.AddDescriptor(SessionChild(hSession));
         record.AddDescriptor(NumberChild(AsNumber(pKev)));
         record.AddDescriptor(NumberChild(AsNumber(pulKevLen)));
-        AddNumberAt(record, pulKevLen);
+        AddPinLengthAt(record, pulKevLen);
         record.AddDescriptor(PinChild(pKev));
     }
     record.Capture();

@@ -45,7 +45,7 @@ void GetUserContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pNa
         record.AddDescriptor(PointerChild(pName, "pName="));
         record.AddDescriptor(PointerChild(pulNameLen, "pNameLen="));
         AddNumberAt(record, pulNameLen, "Name length=");
-        AddText(record, pName, ValueAt(pulNameLen));
+        AddNameText(record, pName, ValueAt(pulNameLen));
     }
     record.Capture();
 }
@@ -55,7 +55,7 @@ void SetUserContainerNameCmdStart(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pName, CK_U
     record.AddDescriptor(SlotChild(slotID));
     record.AddDescriptor(PointerChild(pName, "pName="));
     record.AddDescriptor(NumberChild(ulNameLen, "length="));
-    AddText(record, pName, ulNameLen, "Name=");
+    AddNameText(record, pName, ulNameLen, "Name=");
     record.Capture();
 }
 
@@ -222,8 +222,8 @@ void CreateContainerCmdStart(CK_SESSION_HANDLE hSession, CK_ULONG ulContainerTyp
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(NumberChild(ulContainerType));
     record.AddDescriptor(PointerChild(pLabel));
-    AddBytes(record, pLabel, ulLabelLen);
-    record.AddDescriptor(NumberChild(ulPinLen));
+    AddName(record, pLabel, ulLabelLen);
+    record.AddDescriptor(PinLengthChild(ulPinLen));
     record.AddDescriptor(PinChild(pPin));
     record.AddDescriptor(NumberChild(ulOption1));
     record.AddDescriptor(NumberChild(ulOption2));
@@ -243,8 +243,8 @@ void CreateContainerCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_ULONG ulCont
         record.AddDescriptor(SessionChild(hSession));
         record.AddDescriptor(NumberChild(ulContainerType));
         record.AddDescriptor(PointerChild(pLabel));
-        AddBytes(record, pLabel, ulLabelLen);
-        record.AddDescriptor(NumberChild(ulPinLen));
+        AddName(record, pLabel, ulLabelLen);
+        record.AddDescriptor(PinLengthChild(ulPinLen));
         record.AddDescriptor(PinChild(pPin));
         record.AddDescriptor(NumberChild(ulOption1));
         record.AddDescriptor(NumberChild(ulOption2));
@@ -316,7 +316,7 @@ void GetContainerNameCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG ulContainerNum
         record.AddDescriptor(PointerChild(pName));
         record.AddDescriptor(PointerChild(pulNameLen));
         AddNumberAt(record, pulNameLen);
-        AddBytes(record, pName, ValueAt(pulNameLen));
+        AddName(record, pName, ValueAt(pulNameLen));
     }
     record.Capture();
 }

@@ -93,7 +93,7 @@ void EncodeECParamsFromFileCmdStart(CK_BYTE_PTR pECParams, CK_ULONG_PTR pulECPar
                                     CK_CHAR_PTR pFileName) {
     StartRecord record(kCmdEncodeECParamsFromFile);
     AddEncodedParams(record, pECParams, pulECParamsLen);
-    AddText(record, pFileName, LengthOfText(pFileName), "params file=");
+    AddNameText(record, pFileName, LengthOfText(pFileName), "params file=");
     record.Capture();
 }
 

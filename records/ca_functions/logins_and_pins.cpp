@@ -41,7 +41,7 @@ void InitRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_U
     record.AddDescriptor(UserTypeChild(userType));
     record.AddDescriptor(ShortNumberChild(usOptions));
     record.AddDescriptor(PointerChild(pPin));
-    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinLengthChild(ulPinLen));
     record.AddDescriptor(PinChild(pPin));
     record.Capture();
 }
@@ -58,7 +58,7 @@ void InitSlotRolePINCmdStart(CK_SESSION_HANDLE hSession, CK_SLOT_ID slotID, CK_U
     record.AddDescriptor(UserTypeChild(userType));
     record.AddDescriptor(ShortNumberChild(usOptions));
     record.AddDescriptor(PointerChild(pPin));
-    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinLengthChild(ulPinLen));
     record.AddDescriptor(PinChild(pPin));
     record.Capture();
 }
@@ -75,7 +75,7 @@ void CreateLoginChallengeCmdStart(CK_SESSION_HANDLE hSession, CK_USER_TYPE userT
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(UserTypeChild(userType));
     record.AddDescriptor(ShortNumberChild(usOptions));
-    record.AddDescriptor(NumberChild(ulPinLen));
+    record.AddDescriptor(PinLengthChild(ulPinLen));
     record.AddDescriptor(PinChild(pPin));
     record.AddDescriptor(NumberChild(AsNumber(pChallenge)));
     record.AddDescriptor(NumberChild(AsNumber(pulChallengeLen)));
@@ -90,8 +90,8 @@ void CreateLoginChallengeCmdEnd(CK_RV rv, CK_SESSION_HANDLE hSession, CK_USER_TY
         record.AddDescriptor(SessionChild(hSession));
         record.AddDescriptor(UserTypeChild(userType));
         record.AddDescriptor(ShortNumberChild(usOptions));
-        record.AddDescriptor(NumberChild(ulPinLen));
-        AddNumberAt(record, pulChallengeLen);
+        record.AddDescriptor(PinLengthChild(ulPinLen));
+        AddPinLengthAt(record, pulChallengeLen);
         record.AddDescriptor(PinChild(pChallenge));
     }
     record.Capture();

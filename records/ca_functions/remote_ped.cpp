@@ -34,7 +34,7 @@ void GetRemotePEDVectorStatusCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_ULONG_PTR pu
 void ConfigureRemotePEDCmdStart(CK_SLOT_ID slotID, CK_CHAR_PTR pHostName, CK_ULONG ulPort, CK_ULONG_PTR) {
     StartRecord record(kCmdConfigureRemotePED);
     record.AddDescriptor(SlotChild(slotID));
-    AddBytes(record, pHostName, LengthOfText(pHostName));
+    AddName(record, pHostName, LengthOfText(pHostName));
     record.AddDescriptor(NumberChild(ulPort));
     record.Capture();
 }
@@ -44,7 +44,7 @@ void ConfigureRemotePEDCmdEnd(CK_RV rv, CK_SLOT_ID slotID, CK_CHAR_PTR pHostName
     EndRecord record(kCmdConfigureRemotePED, rv);
     if (ShowsOutputs(rv)) {
         record.AddDescriptor(SlotChild(slotID));
-        AddBytes(record, pHostName, LengthOfText(pHostName));
+        AddName(record, pHostName, LengthOfText(pHostName));
         record.AddDescriptor(NumberChild(ulPort));
         record.AddDescriptor(PointerChild(pulPedId));
         AddNumberAt(record, pulPedId);
