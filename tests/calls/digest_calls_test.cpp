@@ -19,6 +19,10 @@ Command(Digest, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"mechanism":"CKM_SHA256","mechanism_number":592,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_SHA256","number":592,"parameter":{"size":0}})",
+           "");
 }
 
 TEST_F(RecordedCall, C_Digest) {
@@ -44,6 +48,16 @@ Command(Digest, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(Numeric"d1d2");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":14})",
+                      R"(
+        {"kind":"ByteString","size":2})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":14,"text":"to be digested"})",
+                   R"(
+        {"kind":"ByteString","size":2,"hex":"d1d2"})");
 }
 
 TEST_F(RecordedCall, C_DigestUpdate) {
@@ -64,6 +78,14 @@ Command(Digest, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":12})",
+                      "");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":12,"hex":"706172740962792070617274"})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_DigestKey) {
@@ -83,6 +105,10 @@ Command(Digest, Key, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98})",
+           "");
 }
 
 TEST_F(RecordedCall, C_DigestFinal) {
@@ -106,4 +132,12 @@ Command(Digest, Final, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(Numeric"d1d2d3");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                      R"(
+        {"kind":"ByteString","size":3})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                   R"(
+        {"kind":"ByteString","size":3,"hex":"d1d2d3"})");
 }

@@ -25,6 +25,18 @@ Command(DigestEncrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
 {
    ByteString(Numeric"e1e2");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10},
+        {"kind":"ULong","value":32})",
+                      R"(
+        {"kind":"ByteString","size":2})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10,"text":"plain part"},
+        {"kind":"ULong","value":32})",
+                   R"(
+        {"kind":"ByteString","size":2,"hex":"e1e2"})");
 }
 
 TEST_F(RecordedCall, C_DecryptDigestUpdate) {
@@ -50,6 +62,16 @@ Command(DecryptDigest, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
 {
    ByteString(SimpleText"plain part");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":2})",
+                      R"(
+        {"kind":"ByteString","size":10})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":2,"hex":"c1c2"})",
+                   R"(
+        {"kind":"ByteString","size":10,"text":"plain part"})");
 }
 
 TEST_F(RecordedCall, C_SignEncryptUpdate) {
@@ -76,6 +98,18 @@ Command(SignEncrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 {
    ByteString(Numeric"e1e2");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10},
+        {"kind":"ULong","value":32})",
+                      R"(
+        {"kind":"ByteString","size":2})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10,"text":"plain part"},
+        {"kind":"ULong","value":32})",
+                   R"(
+        {"kind":"ByteString","size":2,"hex":"e1e2"})");
 }
 
 TEST_F(RecordedCall, C_DecryptVerifyUpdate) {
@@ -101,4 +135,14 @@ Command(DecryptVerify, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
 {
    ByteString(SimpleText"plain text");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":3})",
+                      R"(
+        {"kind":"ByteString","size":10})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":3,"hex":"c1c2c3"})",
+                   R"(
+        {"kind":"ByteString","size":10,"text":"plain text"})");
 }

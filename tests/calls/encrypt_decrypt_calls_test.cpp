@@ -21,6 +21,16 @@ Command(Encrypt, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,"object":98,"mechanism":"CKM_AES_CBC","mechanism_number":4226,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_CBC","number":4226,"parameter":{"size":16}},
+        {"kind":"ObjectHandle","value":98})",
+                      "");
+    EventsWithData(R"("session":81,"object":98,"mechanism":"CKM_AES_CBC","mechanism_number":4226,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_CBC","number":4226,"parameter":{"size":16,"hex":"f0f1f2f3f4f5f6f7f8f9fafbfcfdfeff"}},
+        {"kind":"ObjectHandle","value":98})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_Encrypt) {
@@ -51,6 +61,24 @@ Command(Encrypt, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ULong(0x12345678);
    ULong(3);
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10},
+        {"kind":"ULong","name":"pusEncryptedDataLen","value":305419896},
+        {"kind":"ULong","name":"*pusEncryptedDataLen","value":32})",
+                      R"(
+        {"kind":"ByteString","size":3},
+        {"kind":"ULong","name":"pusEncryptedDataLen","value":305419896},
+        {"kind":"ULong","name":"*pusEncryptedDataLen","value":3})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10,"text":"plain text"},
+        {"kind":"ULong","name":"pusEncryptedDataLen","value":305419896},
+        {"kind":"ULong","name":"*pusEncryptedDataLen","value":32})",
+                   R"(
+        {"kind":"ByteString","size":3,"hex":"e1e2e3"},
+        {"kind":"ULong","name":"pusEncryptedDataLen","value":305419896},
+        {"kind":"ULong","name":"*pusEncryptedDataLen","value":3})");
 }
 
 TEST_F(RecordedCall, C_EncryptUpdate) {
@@ -79,6 +107,20 @@ Command(Encrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(Numeric"e1e2e3e4");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10},
+        {"kind":"ULong","name":"pusEncryptedPartLen","value":305419896},
+        {"kind":"ULong","name":"*pusEncryptedPartLen","value":32})",
+                      R"(
+        {"kind":"ByteString","size":4})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10,"text":"plain part"},
+        {"kind":"ULong","name":"pusEncryptedPartLen","value":305419896},
+        {"kind":"ULong","name":"*pusEncryptedPartLen","value":32})",
+                   R"(
+        {"kind":"ByteString","size":4,"hex":"e1e2e3e4"})");
 }
 
 TEST_F(RecordedCall, C_EncryptFinal) {
@@ -102,6 +144,14 @@ Command(Encrypt, Final, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(Numeric"e1e2");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                      R"(
+        {"kind":"ByteString","size":2})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                   R"(
+        {"kind":"ByteString","size":2,"hex":"e1e2"})");
 }
 
 TEST_F(RecordedCall, C_DecryptInit) {
@@ -123,6 +173,11 @@ Command(Decrypt, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"object":98,"mechanism":"CKM_RSA_PKCS","mechanism_number":1,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_RSA_PKCS","number":1,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98})",
+           "");
 }
 
 TEST_F(RecordedCall, C_Decrypt) {
@@ -148,6 +203,16 @@ Command(Decrypt, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(SimpleText"plain text");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":3})",
+                      R"(
+        {"kind":"ByteString","size":10})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":3,"hex":"c1c2c3"})",
+                   R"(
+        {"kind":"ByteString","size":10,"text":"plain text"})");
 }
 
 TEST_F(RecordedCall, C_DecryptUpdate) {
@@ -173,6 +238,16 @@ Command(Decrypt, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(SimpleText"plain part");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":4})",
+                      R"(
+        {"kind":"ByteString","size":10})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":4,"hex":"c1c2c3c4"})",
+                   R"(
+        {"kind":"ByteString","size":10,"text":"plain part"})");
 }
 
 TEST_F(RecordedCall, C_DecryptFinal) {
@@ -196,4 +271,12 @@ Command(Decrypt, Final, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(SimpleText"last part");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                      R"(
+        {"kind":"ByteString","size":9})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                   R"(
+        {"kind":"ByteString","size":9,"text":"last part"})");
 }

@@ -1,5 +1,8 @@
 #include "tests/calls/fixed_clock.h"
 
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <atomic>
 
 // Only some systems declare their functions `noexcept`.
@@ -13,6 +16,13 @@ namespace {
 
 std::atomic<std::clock_t> nextReading{kFirstTicks};
 
+std::atomic<long> monotonicNanoseconds{1000'000'000'000};
+
+timespec Split(long nanoseconds) {
+    constexpr long kPerSecond = 1'000'000'000;
+    return {nanoseconds / kPerSecond, nanoseconds % kPerSecond};
+}
+
 }  // namespace
 
 extern "C" {
@@ -23,6 +33,18 @@ __attribute__((visibility("default"))) std::time_t time(std::time_t* result) NOE
 
 __attribute__((visibility("default"))) std::clock_t clock() NOEXCEPT_OF_SYSTEM {
     return nextReading.fetch_add(kTicksPerReading);
+}
+
+__attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* result) noexcept {
+    if (clock == CLOCK_REALTIME) {
+        *result = {kFixedTime, kFixedNanoseconds};
+        return 0;
+    }
+    if (clock == CLOCK_MONOTONIC) {
+        *result = Split(monotonicNanoseconds.fetch_add(kNanosecondsPerReading));
+        return 0;
+    }
+    return static_cast<int>(syscall(SYS_clock_gettime, clock, result));
 }
 }
 

@@ -1,5 +1,5 @@
-// Fixes the time that the library sees. The test program defines and exports `time` and `clock`. The library
-// calls these, as everything in the process does.
+// Fixes the time that the library sees. The test program defines and exports `time`, `clock` and
+// `clock_gettime`. The library calls these, as everything in the process does.
 #pragma once
 
 #include <ctime>
@@ -10,6 +10,13 @@ inline constexpr char kFixedZone[] = "XYZ-3";
 
 // Sun Nov 15 10:15:30 2026 in that zone. `time` always returns it.
 inline constexpr std::time_t kFixedTime = 1794726930;
+
+// `clock_gettime` returns the same for CLOCK_REALTIME, with these nanoseconds.
+inline constexpr long kFixedNanoseconds = 123456789;
+
+// Each reading of CLOCK_MONOTONIC returns so much more than the one before, from 1,000 s on. Other clocks are
+// the true ones.
+inline constexpr long kNanosecondsPerReading = 1001;
 
 // `clock` gives these ticks at first and kTicksPerReading more at each further reading.
 inline constexpr std::clock_t kFirstTicks = 12345;

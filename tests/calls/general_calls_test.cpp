@@ -17,6 +17,7 @@ Command(Initialize, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
  // 250 clock cycles
 {
 })");
+    Events("", "", "");
 }
 
 TEST_F(RecordedCall, C_Finalize) {
@@ -35,6 +36,7 @@ Command(Finalize, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events("", "", "");
 }
 
 TEST_F(RecordedCall, C_GetInfo) {
@@ -66,6 +68,8 @@ Command(GetInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
       Flags(0x81);
    };
 })");
+    Events("", "", R"(
+        {"kind":"Info","cryptokiVersion":{"major":2,"minor":20},"manufacturerID":"Maker of tokens","flags":129})");
 }
 
 TEST_F(RecordedCall, C_GetFunctionList) {
@@ -84,4 +88,5 @@ Command(GetFunctionList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
  // 250 clock cycles
 {
 })");
+    Events("", "", "");
 }

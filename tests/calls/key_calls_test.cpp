@@ -28,6 +28,13 @@ Command(GenerateKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 {
    ObjectHandle(0x62);
 })");
+    Events(R"("session":81,"mechanism":"CKM_AES_KEY_GEN","mechanism_number":4224,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_KEY_GEN","number":4224,"parameter":{"size":0}},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_VALUE_LEN","number":353,"size":8,"value":32}]})",
+           R"(
+        {"kind":"ObjectHandle","value":98})",
+           R"("session":81,"object":98,"mechanism":"CKM_AES_KEY_GEN","mechanism_number":4224,)");
 }
 
 TEST_F(RecordedCall, C_GenerateKeyPair) {
@@ -72,6 +79,15 @@ Command(GenerateKeyPair, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:3
    ObjectHandle(0x62);
    ObjectHandle(0x63);
 })");
+    Events(R"("session":81,"mechanism":"CKM_RSA_PKCS_KEY_PAIR_GEN","mechanism_number":0,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_RSA_PKCS_KEY_PAIR_GEN","number":0,"parameter":{"size":0}},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_MODULUS_BITS","number":289,"size":8,"value":2048}]},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_PRIVATE","number":2,"size":1,"value":true},{"type":"CKA_ID","number":258,"size":2,"hex":"6964"}]})",
+           R"(
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ObjectHandle","value":99})",
+           R"("session":81,"object":98,"mechanism":"CKM_RSA_PKCS_KEY_PAIR_GEN","mechanism_number":0,)");
 }
 
 TEST_F(RecordedCall, C_WrapKey) {
@@ -100,6 +116,22 @@ Command(WrapKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
    ByteString(Numeric"b1b2b3");
    UShort(0x3);
 })");
+    EventsWithoutData(R"("session":81,"object":98,"mechanism":"CKM_AES_ECB","mechanism_number":4225,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_ECB","number":4225,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ObjectHandle","value":99})",
+                      R"(
+        {"kind":"ByteString","size":3},
+        {"kind":"UShort","value":3})");
+    EventsWithData(R"("session":81,"object":98,"mechanism":"CKM_AES_ECB","mechanism_number":4225,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_ECB","number":4225,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ObjectHandle","value":99})",
+                   R"(
+        {"kind":"ByteString","size":3,"hex":"b1b2b3"},
+        {"kind":"UShort","value":3})");
 }
 
 TEST_F(RecordedCall, C_UnwrapKey) {
@@ -132,6 +164,22 @@ Command(UnwrapKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ObjectHandle(0x63);
 })");
+    EventsWithoutData(R"("session":81,"object":98,"mechanism":"CKM_DES3_ECB","mechanism_number":306,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_DES3_ECB","number":306,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ByteString","size":2},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":9,"text":"unwrapped"}]})",
+                      R"(
+        {"kind":"ObjectHandle","value":99})");
+    EventsWithData(R"("session":81,"object":98,"mechanism":"CKM_DES3_ECB","mechanism_number":306,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_DES3_ECB","number":306,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ByteString","size":2,"hex":"b1b2"},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":9,"text":"unwrapped"}]})",
+                   R"(
+        {"kind":"ObjectHandle","value":99})");
 }
 
 TEST_F(RecordedCall, C_DeriveKey) {
@@ -163,4 +211,19 @@ Command(DeriveKey, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ObjectHandle(0x63);
 })");
+    EventsWithoutData(R"("session":81,"object":98,"mechanism":"CKM_DH_PKCS_DERIVE","mechanism_number":33,)",
+                      R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_DH_PKCS_DERIVE","number":33,"parameter":{"size":12}},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":7,"text":"derived"}]})",
+                      R"(
+        {"kind":"ObjectHandle","value":99})");
+    EventsWithData(R"("session":81,"object":98,"mechanism":"CKM_DH_PKCS_DERIVE","mechanism_number":33,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_DH_PKCS_DERIVE","number":33,"parameter":{"size":12,"text":"public value"}},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":7,"text":"derived"}]})",
+                   R"(
+        {"kind":"ObjectHandle","value":99})");
 }

@@ -99,7 +99,11 @@ std::string LibraryTest::WithIds(std::string text) {
     const int thread = static_cast<int>(static_cast<std::uint32_t>((std::uintptr_t)pthread_self()));
     char id[40];
     std::snprintf(id, sizeof id, "%05d-%03d", process, thread);
-    return ReplaceAll(ReplaceAll(std::move(text), "<id>", id), "<pid>", std::to_string(process));
+    char run[40];
+    std::snprintf(run, sizeof run, "%016lx-%x", kFixedTime * 1'000'000'000 + kFixedNanoseconds,
+                  static_cast<unsigned>(process));
+    text = ReplaceAll(ReplaceAll(std::move(text), "<id>", id), "<pid>", std::to_string(process));
+    return ReplaceAll(ReplaceAll(std::move(text), "<tid>", std::to_string(gettid())), "<run>", run);
 }
 
 std::string LibraryTest::ReplaceAll(std::string text, const std::string& from, const std::string& to) {

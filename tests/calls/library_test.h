@@ -48,6 +48,7 @@ protected:
 
     // Whole files; a file that does not exist is empty.
     std::string Log() const { return Contents(LogPath()); }
+    std::string Events() const { return Contents(EventsPath()); }
     std::string Errors() const { return Contents(ErrorPath()); }
     static std::string Contents(const std::string& path);
     static void WriteFile(const std::string& path, const std::string& text);
@@ -58,11 +59,13 @@ protected:
     std::string LogSince(std::size_t size) const;
 
     std::string LogPath() const { return directory.File("calls.log"); }
+    std::string EventsPath() const { return directory.File("events.jsonl"); }
     std::string ErrorPath() const { return directory.File("errors.log"); }
     std::string ConfigurationPath() const { return directory.File("Wendrafil.conf"); }
 
     // `text` with "<id>" and "<pid>" replaced by what records of this thread say there: process and thread as
     // the new format shows them, the process as the old one does.
+    // "<tid>" and "<run>" are what events say there.
     static std::string WithIds(std::string text);
     static std::string ReplaceAll(std::string text, const std::string& from, const std::string& to);
 

@@ -34,6 +34,18 @@ Command(CreateObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 {
    ObjectHandle(0x62);
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_CLASS","number":0,"size":8,"value":0},{"type":"CKA_LABEL","number":3,"size":9,"text":"my object"},{"type":"CKA_VALUE","number":17,"size":17}]})",
+                      R"(
+        {"kind":"ObjectHandle","value":98})",
+                      R"("session":81,"object":98,)");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_CLASS","number":0,"size":8,"value":0},{"type":"CKA_LABEL","number":3,"size":9,"text":"my object"},{"type":"CKA_VALUE","number":17,"size":17,"hex":"6c696e650a616e6420226d6f726522205c"}]})",
+                   R"(
+        {"kind":"ObjectHandle","value":98})",
+                   R"("session":81,"object":98,)");
 }
 
 TEST_F(RecordedCall, C_CopyObject) {
@@ -66,6 +78,12 @@ Command(CopyObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
 {
    ObjectHandle(0x63);
 })");
+    Events(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_TOKEN","number":1,"size":1,"value":true},{"type":"CKA_ID","number":258,"size":0}]})",
+           R"(
+        {"kind":"ObjectHandle","value":99})");
 }
 
 TEST_F(RecordedCall, C_DestroyObject) {
@@ -85,6 +103,10 @@ Command(DestroyObject, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98})",
+           "");
 }
 
 TEST_F(RecordedCall, C_GetObjectSize) {
@@ -107,6 +129,11 @@ Command(GetObjectSize, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 {
    UShort(0x4d2);
 })");
+    Events(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98})",
+           R"(
+        {"kind":"UShort","value":4294968530})");
 }
 
 TEST_F(RecordedCall, C_GetAttributeValue) {
@@ -151,6 +178,12 @@ Command(GetAttributeValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
       Attribute(CKA_PRIVATE_EXPONENT,Value(Numeric"ffffffffffffffff"));
    };
 })");
+    Events(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":16},{"type":"CKA_MODULUS_BITS","number":289,"size":8},{"type":"CKA_PRIVATE_EXPONENT","number":291}]})",
+           R"(
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":6,"text":"my key"},{"type":"CKA_MODULUS_BITS","number":289,"size":8,"value":2048},{"type":"CKA_PRIVATE_EXPONENT","number":291,"unavailable":true}]})");
 }
 
 TEST_F(RecordedCall, C_SetAttributeValue) {
@@ -181,6 +214,16 @@ Command(SetAttributeValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":9,"text":"new label"},{"number":2147514231,"size":11}]})",
+                      "");
+    EventsWithData(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":9,"text":"new label"},{"number":2147514231,"size":11,"text":"of a number"}]})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_FindObjectsInit) {
@@ -205,6 +248,10 @@ Command(FindObjects, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"AttributeList","attributes":[{"type":"CKA_CLASS","number":0,"size":8,"value":3}]})",
+           "");
 }
 
 TEST_F(RecordedCall, C_FindObjects) {
@@ -238,6 +285,12 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
    };
    UShort(0x2);
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"UShort","value":3})",
+           R"(
+        {"kind":"ObjectHandleList","values":[98,99]},
+        {"kind":"UShort","value":2})");
 }
 
 TEST_F(RecordedCall, C_FindObjectsFinal) {
@@ -256,4 +309,7 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+           "");
 }

@@ -19,6 +19,14 @@ Command(SeedRandom, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 202
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10})",
+                      "");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10,"text":"not random"})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_GenerateRandom) {
@@ -41,6 +49,14 @@ Command(GenerateRandom, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30
 {
    ByteString(Numeric"f1f2f3");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                      R"(
+        {"kind":"ByteString","size":3})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                   R"(
+        {"kind":"ByteString","size":3,"hex":"f1f2f3"})");
 }
 
 // COMPAT: The target has this function, and the library does not call it.
@@ -62,6 +78,9 @@ Command(UnknownType, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+           "");
 }
 
 TEST_F(RecordedCall, C_CancelFunction) {
@@ -80,4 +99,7 @@ Command(UnknownType, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+           "");
 }

@@ -63,11 +63,26 @@ protected:
     void NewLog(const std::string& text);
     void OldLog(const std::string& text);
 
+    // The two events of the call: what stands between the name of the function and "in", the elements of
+    // "in", and those of "out". `endTop` is for an end event that has more before "in" than the start event.
+    // The fixture adds the rest of both lines. Line breaks and the blanks behind them count for nothing.
+    //
+    // Events states what holds of events that show data and of events that do not.
+    void Events(const std::string& top, const std::string& in, const std::string& out,
+                const std::string& endTop = "");
+    void EventsWithoutData(const std::string& top, const std::string& in, const std::string& out,
+                           const std::string& endTop = "");
+    void EventsWithData(const std::string& top, const std::string& in, const std::string& out,
+                        const std::string& endTop = "");
+
 private:
+    void ExpectEvents(const std::string& top, const std::string& endTop, const std::string& in,
+                      const std::string& out);
     void ExpectLog(const NamedResult& result, const std::string& text);
     void ExpectCallInTarget() const;
 
     std::vector<TargetWord> words;
+    unsigned callsWithEvents = 0;
     std::function<CK_RV()> call;
     std::function<void()> before = [] {};
     std::vector<NamedResult> results = {

@@ -24,6 +24,12 @@ Command(OpenSession, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 {
    SessionHandle(0x51);
 })");
+    Events(R"("slot":7,)", R"(
+        {"kind":"SlotID","value":7},
+        {"kind":"Flags","value":6})",
+           R"(
+        {"kind":"SessionHandle","value":81})",
+           R"("slot":7,"session":81,)");
 }
 
 TEST_F(RecordedCall, C_CloseSession) {
@@ -42,6 +48,9 @@ Command(CloseSession, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+           "");
 }
 
 TEST_F(RecordedCall, C_CloseAllSessions) {
@@ -60,6 +69,9 @@ Command(CloseAllSessions, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
  // 250 clock cycles
 {
 })");
+    Events(R"("slot":7,)", R"(
+        {"kind":"SlotID","value":7})",
+           "");
 }
 
 TEST_F(RecordedCall, C_GetSessionInfo) {
@@ -81,6 +93,10 @@ Command(GetSessionInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30
 {
    SessionInfo(0x7,0x3,0x6,0x23456789);
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+           R"(
+        {"kind":"SessionInfo","slotID":7,"state":3,"flags":6,"ulDeviceError":4886718345})");
 }
 
 TEST_F(RecordedCall, C_GetOperationState) {
@@ -104,6 +120,14 @@ Command(GetOperationState, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
 {
    ByteString(Numeric"808182");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                      R"(
+        {"kind":"ByteString","size":3})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                   R"(
+        {"kind":"ByteString","size":3,"hex":"808182"})");
 }
 
 TEST_F(RecordedCall, C_SetOperationState) {
@@ -126,6 +150,18 @@ Command(SetOperationState, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":11},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ObjectHandle","value":99})",
+                      "");
+    EventsWithData(R"("session":81,"object":98,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":11,"text":"saved state"},
+        {"kind":"ObjectHandle","value":98},
+        {"kind":"ObjectHandle","value":99})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_Login) {
@@ -147,6 +183,11 @@ Command(Login, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"user":1,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"UserType","value":1},
+        {"kind":"PIN"})",
+           "");
 }
 
 TEST_F(RecordedCall, C_Logout) {
@@ -165,4 +206,7 @@ Command(Logout, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":"1234605616436508552",)", R"(
+        {"kind":"SessionHandle","value":"1234605616436508552"})",
+           "");
 }

@@ -20,6 +20,11 @@ Command(Sign, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"object":98,"mechanism":"CKM_SHA256_RSA_PKCS","mechanism_number":64,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_SHA256_RSA_PKCS","number":64,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98})",
+           "");
 }
 
 TEST_F(RecordedCall, C_Sign) {
@@ -45,6 +50,16 @@ Command(Sign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(Numeric"a1a2a3");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":12})",
+                      R"(
+        {"kind":"ByteString","size":3})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":12,"text":"to be signed"})",
+                   R"(
+        {"kind":"ByteString","size":3,"hex":"a1a2a3"})");
 }
 
 TEST_F(RecordedCall, C_SignUpdate) {
@@ -65,6 +80,14 @@ Command(Sign, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":11})",
+                      "");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":11,"text":"signed part"})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_SignFinal) {
@@ -88,6 +111,14 @@ Command(Sign, Final, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 {
    ByteString(Numeric"a1a2");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                      R"(
+        {"kind":"ByteString","size":2})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81})",
+                   R"(
+        {"kind":"ByteString","size":2,"hex":"a1a2"})");
 }
 
 TEST_F(RecordedCall, C_SignRecoverInit) {
@@ -109,6 +140,11 @@ Command(SignRecover, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"object":98,"mechanism":"CKM_RSA_9796","mechanism_number":2,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_RSA_9796","number":2,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98})",
+           "");
 }
 
 TEST_F(RecordedCall, C_SignRecover) {
@@ -134,6 +170,16 @@ Command(SignRecover, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
 {
    ByteString(Numeric"a1a2a3a4");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":15})",
+                      R"(
+        {"kind":"ByteString","size":4})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":15,"text":"to be recovered"})",
+                   R"(
+        {"kind":"ByteString","size":4,"hex":"a1a2a3a4"})");
 }
 
 TEST_F(RecordedCall, C_VerifyInit) {
@@ -156,6 +202,18 @@ Command(Verify, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(
+        R"("session":81,"object":98,"mechanism":"CKM_AES_MAC_GENERAL","mechanism_number":4228,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_MAC_GENERAL","number":4228,"parameter":{"size":8}},
+        {"kind":"ObjectHandle","value":98})",
+        "");
+    EventsWithData(R"("session":81,"object":98,"mechanism":"CKM_AES_MAC_GENERAL","mechanism_number":4228,)",
+                   R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_AES_MAC_GENERAL","number":4228,"parameter":{"size":8,"hex":"0c00000000000000"}},
+        {"kind":"ObjectHandle","value":98})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_Verify) {
@@ -178,6 +236,16 @@ Command(Verify, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10},
+        {"kind":"ByteString","size":2})",
+                      "");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":10,"text":"was signed"},
+        {"kind":"ByteString","size":2,"hex":"a1a2"})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_VerifyUpdate) {
@@ -198,6 +266,14 @@ Command(Verify, Update, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":11})",
+                      "");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":11,"text":"signed part"})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_VerifyFinal) {
@@ -218,6 +294,14 @@ Command(Verify, Final, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":3})",
+                      "");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":3,"hex":"a1a2a3"})",
+                   "");
 }
 
 TEST_F(RecordedCall, C_VerifyRecoverInit) {
@@ -239,6 +323,11 @@ Command(VerifyRecover, Init, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,"object":98,"mechanism":"CKM_RSA_X_509","mechanism_number":3,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"Mechanism","type":"CKM_RSA_X_509","number":3,"parameter":{"size":0}},
+        {"kind":"ObjectHandle","value":98})",
+           "");
 }
 
 TEST_F(RecordedCall, C_VerifyRecover) {
@@ -264,4 +353,14 @@ Command(VerifyRecover, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 
 {
    ByteString(SimpleText"recovered");
 })");
+    EventsWithoutData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":4})",
+                      R"(
+        {"kind":"ByteString","size":9})");
+    EventsWithData(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"ByteString","size":4,"hex":"a1a2a3a4"})",
+                   R"(
+        {"kind":"ByteString","size":9,"text":"recovered"})");
 }

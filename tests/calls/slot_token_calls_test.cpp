@@ -32,6 +32,10 @@ Command(GetSlotList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
       SlotID(0x22);
    };
 })");
+    Events("", R"(
+        {"kind":"ByteBoolean","name":"tknPresent","value":true})",
+           R"(
+        {"kind":"SlotIDList","values":[17,34]})");
 }
 
 TEST_F(RecordedCall, C_GetSlotInfo) {
@@ -64,6 +68,10 @@ Command(GetSlotInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
       Flags(0x5);
    };
 })");
+    Events(R"("slot":7,)", R"(
+        {"kind":"SlotID","value":7})",
+           R"(
+        {"kind":"SlotInfo","slotDescription":"Slot for tests","manufacturerID":"Maker of slots","flags":5})");
 }
 
 TEST_F(RecordedCall, C_GetTokenInfo) {
@@ -124,6 +132,12 @@ Command(GetTokenInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
       ULong(0x10a);
    };
 })");
+    Events(R"("slot":7,)", R"(
+        {"kind":"SlotID","value":7},
+        {"kind":"Pointer","value":305419896})",
+           R"(
+        {"kind":"Pointer","value":305419896},
+        {"kind":"TokenInfo","label":"Label of a token","manufacturerID":"Maker of tokens","model":"Model T","serialNumber":"SN-0042","flags":1037,"ulMaxSessionCount":257,"ulSessionCount":258,"ulMaxRwSessionCount":259,"ulRwSessionCount":"18446744073709551615","ulMaxPinLen":261,"ulMinPinLen":262,"ulTotalPublicMemory":4294967559,"ulFreePublicMemory":264,"ulTotalPrivateMemory":"18446744073709551615","ulFreePrivateMemory":266})");
 }
 
 TEST_F(RecordedCall, C_GetMechanismList) {
@@ -156,6 +170,10 @@ Command(GetMechanismList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
       MechanismType(0x8000011c);
    };
 })");
+    Events(R"("slot":7,)", R"(
+        {"kind":"SlotID","value":7})",
+           R"(
+        {"kind":"MechTypeList","values":[{"type":"CKM_RSA_PKCS","number":1},{"type":"CKM_AES_GCM","number":2147483932}]})");
 }
 
 TEST_F(RecordedCall, C_GetMechanismInfo) {
@@ -178,6 +196,11 @@ Command(GetMechanismInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 {
    MechanismInfo(512,4096,0x2801);
 })");
+    Events(R"("slot":7,"mechanism":"CKM_SHA256_RSA_PKCS","mechanism_number":64,)", R"(
+        {"kind":"SlotID","value":7},
+        {"kind":"MechanismType","type":"CKM_SHA256_RSA_PKCS","number":64})",
+           R"(
+        {"kind":"MechanismInfo","ulMinKeySize":512,"ulMaxKeySize":4096,"flags":10241})");
 }
 
 TEST_F(RecordedCall, C_InitToken) {
@@ -201,6 +224,11 @@ Command(InitToken, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("slot":7,)", R"(
+        {"kind":"SlotID","value":7},
+        {"kind":"PIN"},
+        {"kind":"ByteString","name":"label","size":32,"text":"Name of the token               "})",
+           "");
 }
 
 TEST_F(RecordedCall, C_InitPIN) {
@@ -221,6 +249,10 @@ Command(InitPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"PIN"})",
+           "");
 }
 
 TEST_F(RecordedCall, C_SetPIN) {
@@ -243,6 +275,11 @@ Command(SetPIN, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
  // 250 clock cycles
 {
 })");
+    Events(R"("session":81,)", R"(
+        {"kind":"SessionHandle","value":81},
+        {"kind":"PIN","name":"Old"},
+        {"kind":"PIN","name":"New"})",
+           "");
 }
 
 TEST_F(RecordedCall, C_WaitForSlotEvent) {
@@ -266,4 +303,9 @@ Command(WaitForSlotEvent, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 {
    SlotID(0x12345678);
 })");
+    Events("", R"(
+        {"kind":"Flags","value":1})",
+           R"(
+        {"kind":"SlotID","value":7})",
+           R"("slot":7,)");
 }
