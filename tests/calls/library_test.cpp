@@ -82,6 +82,8 @@ void LibraryTest::WriteFile(const std::string& path, const std::string& text) {
 
 void LibraryTest::ClearLog() const { SearchAndEmpty(LogPath()); }
 
+void LibraryTest::ClearEvents() const { SearchAndEmpty(EventsPath()); }
+
 std::size_t LibraryTest::LogSize() const {
     std::error_code missing;
     const std::uintmax_t size = std::filesystem::file_size(LogPath(), missing);

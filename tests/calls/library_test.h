@@ -53,6 +53,7 @@ protected:
     static std::string Contents(const std::string& path);
     static void WriteFile(const std::string& path, const std::string& text);
     void ClearLog() const;
+    void ClearEvents() const;
 
     // For many calls in turn: what has been written into the log since it had this size.
     std::size_t LogSize() const;

@@ -1,5 +1,7 @@
 #include "tests/vendor_calls/vendor_records.h"
 
+#include <nlohmann/json.hpp>
+#include <sstream>
 #include <utility>
 
 namespace {
@@ -17,12 +19,40 @@ CK_RV CallWithWords(void* function, const std::array<TargetWord, kMostWords>& wo
     return reinterpret_cast<CK_RV (*)(AnyWord<i>...)>(function)(words[i]...);
 }
 
+// The kinds of the children of a record: what stands before the first bracket on lines of the first depth.
+std::vector<std::string> KindsInOldFormat(const std::string& children) {
+    std::vector<std::string> kinds;
+    std::istringstream lines(children);
+    for (std::string line; std::getline(lines, line);) {
+        const bool isChild = line.starts_with("   ") && line[3] != ' ' && line[3] != '{' && line[3] != '}';
+        if (!isChild) continue;
+        kinds.push_back(line.substr(3, line.find_first_of("(;") - 3));
+        if (kinds.back().starts_with("ByteBoolean")) kinds.back() = "ByteBoolean";
+        if (kinds.back().starts_with("MechanismCKM_")) kinds.back() = "Mechanism";
+        // Values stand on the line of the child in front of them.
+        for (std::size_t at = line.find(";Value("); at != line.npos; at = line.find(";Value(", at + 1))
+            kinds.push_back("Value");
+    }
+    return kinds;
+}
+
+// A PIN is a byte string to records.
+std::vector<std::string> KindsInEvent(const nlohmann::json& children) {
+    std::vector<std::string> kinds;
+    for (const nlohmann::json& child : children) {
+        const std::string kind = child.at("kind");
+        kinds.push_back(kind == "PIN" ? "ByteString" : kind);
+    }
+    return kinds;
+}
+
 }  // namespace
 
 void Put(CK_BYTE* place, std::string_view text) { *std::copy(text.begin(), text.end(), place) = '\0'; }
 
 VendorCallTest::VendorCallTest(LogFormat format_) : format(format_) {
     Set("NewFormat", format == LogFormat::kNew ? "1" : "0");
+    Set("Events", EventsPath());
     Load();
 }
 
@@ -63,13 +93,31 @@ std::string VendorCallTest::EndRecordWith(const Result& result, const std::strin
 
 void VendorCallTest::ExpectRecords(const Result& result, const std::string& endChildren) {
     SCOPED_TRACE(result.name);
+    WriteFile(EventsPath(), "");
     Restart();
     before();
     script.result = result.value;
     EXPECT_EQ(result.value, MakeCall());
     EXPECT_EQ(WithIds(StartRecordWith(startChildren) + EndRecordWith(result, endChildren)), Log());
     ExpectCallInTarget();
+    ExpectEvents(result, endChildren);
     seenResults.insert(result.value);
+}
+
+void VendorCallTest::ExpectEvents(const Result& result, const std::string& endChildren) const {
+    std::istringstream lines(Events());
+    std::vector<nlohmann::json> events;
+    for (std::string line; std::getline(lines, line);) events.push_back(nlohmann::json::parse(line));
+    ASSERT_EQ(2u, events.size());
+    for (const nlohmann::json& event : events) EXPECT_EQ(function, event["function"]);
+    EXPECT_EQ("start", events[0]["event"]);
+    EXPECT_EQ("end", events[1]["event"]);
+    EXPECT_EQ(events[0]["in"], events[1]["in"]);
+    EXPECT_EQ(events[0]["call"], events[1]["call"]);
+    EXPECT_EQ(result.value, events[1]["rv"].get<CK_RV>());
+    if (format == LogFormat::kNew) return;
+    EXPECT_EQ(KindsInOldFormat(startChildren), KindsInEvent(events[0]["in"]));
+    EXPECT_EQ(KindsInOldFormat(endChildren), KindsInEvent(events[1]["out"]));
 }
 
 CK_RV VendorCallTest::MakeCall() {

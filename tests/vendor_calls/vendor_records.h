@@ -16,6 +16,8 @@
 // adds the rest of the record: its head and the braces. Tests of whole records, heads included, are in
 // tests/calls.
 //
+// The two events of each call must have the children of the two records.
+//
 // Each test runs once for each format. Ends makes the call once for each of the results: the target gets the
 // words of Call, does what Answer says and returns that result. The application gets the result, and the log
 // is exactly the start record of Starts and this end record.
@@ -92,6 +94,15 @@ protected:
         function = name;
         words = {WordOf(arguments)...};
     }
+    // Makes the call once, successfully, for its events.
+    template <class... Arguments>
+    void MakeCallWithoutLog(const std::string& name, Arguments... arguments) {
+        Set("Enabled", "0");
+        Call(name, arguments...);
+        Restart();
+        MakeCall();
+    }
+
     // The children of the start record in each format.
     void Starts(const std::string& inNewFormat = "", const std::string& inOldFormat = "");
     // Makes the call. The children of the end record in each format.
@@ -117,6 +128,8 @@ private:
     CK_RV MakeCall();
     void ExpectRecords(const Result& result, const std::string& endChildren);
     void ExpectCallInTarget() const;
+    // Both events are there, and have the children of the records.
+    void ExpectEvents(const Result& result, const std::string& endChildren) const;
 
     const LogFormat format;
     MemoryAtFixedAddress memory;

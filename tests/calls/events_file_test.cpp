@@ -1,0 +1,226 @@
+// The key "Events": which file, and which calls leave events in it.
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "tests/calls/library_test.h"
+
+namespace {
+
+class EventsFile : public LibraryTest {
+protected:
+    EventsFile() {
+        Set("Enabled", "0");
+        Set("Events", EventsPath());
+    }
+
+    static std::size_t Count(const std::string& text, const std::string& part) {
+        std::size_t count = 0;
+        for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;
+        return count;
+    }
+
+    // What stands behind `key` in the last line that has it.
+    static std::string Last(const std::string& events, const std::string& key) {
+        const std::size_t from = events.rfind(key) + key.size();
+        return events.substr(from, events.find_first_of(",}", from) - from);
+    }
+
+    // Does `work` in a forked child, and returns the child's number.
+    template <class Work>
+    static pid_t InChild(const Work& work) {
+        const pid_t child = fork();
+        if (child == 0) {
+            work();
+            _exit(0);
+        }
+        int status = 1;
+        EXPECT_EQ(child, waitpid(child, &status, 0));
+        EXPECT_EQ(0, status);
+        return child;
+    }
+
+    bool Exists(const std::string& name) const { return std::filesystem::exists(directory.File(name)); }
+};
+
+}  // namespace
+
+TEST_F(EventsFile, IsNotThereWithoutTheKey) {
+    Unset("Events");
+    Load();
+    api.C_Logout(81);
+    EXPECT_FALSE(Exists("events.jsonl"));
+    EXPECT_EQ("", Errors());
+}
+
+TEST_F(EventsFile, IsNotThereWithAnEmptyKey) {
+    Set("Events", "");
+    Load();
+    api.C_Logout(81);
+    EXPECT_EQ("", Errors());
+    EXPECT_EQ("", Log());
+}
+
+TEST_F(EventsFile, IsNotThereWithoutACall) {
+    Load();
+    EXPECT_FALSE(Exists("events.jsonl"));
+}
+
+TEST_F(EventsFile, HasBothEventsOfACallWithoutATextLog) {
+    Load();
+    api.C_Logout(81);
+    EXPECT_EQ(1u, Count(Events(), R"({"event":"start",)"));
+    EXPECT_EQ(1u, Count(Events(), R"({"event":"end",)"));
+    EXPECT_EQ("", Log());
+}
+
+TEST_F(EventsFile, StandsBesideATextLog) {
+    Set("Enabled", "1");
+    Load();
+    api.C_Logout(81);
+    EXPECT_EQ(2u, Count(Events(), "\n"));
+    EXPECT_EQ(WithIds("\n\n10:15:30 <id>:STRTLogout {Sesn=81 }\n10:15:30 <id>:FINILogout CKR_OK12345clks {}"),
+              Log());
+}
+
+TEST_F(EventsFile, IsRelativeToTheDirectoryOfTheStart) {
+    Set("Events", "relative.jsonl");
+    Load();
+    api.C_Logout(81);
+    EXPECT_TRUE(Exists("relative.jsonl"));
+}
+
+TEST_F(EventsFile, NameMayHoldTheProcessAndPercentSigns) {
+    Set("Events", directory.File("%p-%%p-%x-%p%"));
+    Load();
+    api.C_Logout(81);
+    const std::string process = std::to_string(getpid());
+    EXPECT_TRUE(Exists(process + "-%p-%x-" + process + "%"));
+}
+
+TEST_F(EventsFile, FailureToOpenItIsOneLineInTheErrorFile) {
+    Set("Events", directory.File("missing/events.jsonl"));
+    Load();
+    EXPECT_EQ(CKR_OK, api.C_Logout(81));
+    EXPECT_EQ(CKR_OK, api.C_Logout(81));
+    EXPECT_EQ(1u,
+              Count(Errors(), "Could not open events file " + directory.File("missing/events.jsonl") + "."));
+    EXPECT_EQ(1u, Count(Errors(), "\n"));
+}
+
+TEST_F(EventsFile, GetsThePermissionsOfFileMode) {
+    Set("FileMode", "0640");
+    Load();
+    api.C_Logout(81);
+    struct stat status = {};
+    ASSERT_EQ(0, stat(EventsPath().c_str(), &status));
+    EXPECT_EQ(0640u, status.st_mode & 0777);
+}
+
+TEST_F(EventsFile, HasTheClassesOfTheMask) {
+    Set("LoggingMask", "GEN_FUNC");
+    Load();
+    api.C_Logout(81);
+    EXPECT_EQ("", Events());
+    api.C_Finalize(nullptr);
+    EXPECT_EQ(2u, Count(Events(), R"("function":"C_Finalize")"));
+}
+
+TEST_F(EventsFile, HasTheCommandsOfTheLevel) {
+    Set("LoggingLevel", "DESTROY");
+    Load();
+    api.C_Logout(81);
+    Exported<CK_RV(CK_SLOT_ID)>("CA_Restart")(7);
+    EXPECT_EQ("", Events());
+    api.C_DestroyObject(81, 98);
+    EXPECT_EQ(2u, Count(Events(), R"("function":"C_DestroyObject")"));
+}
+
+TEST_F(EventsFile, EndAloneHasANumberAndNoInput) {
+    Set("LoggingMask", "GEN_FUNC");
+    Load();
+    script.answer = [this, isOuter = true]() mutable {
+        if (!isOuter) return;
+        isOuter = false;
+        Set("LoggingMask", "ALL_FUNC");
+        WriteConfiguration();
+        for (int i = 0; i < 600; ++i) api.C_Logout(82);
+    };
+    api.C_CloseSession(81);
+    const std::string events = Events();
+    const std::size_t last = events.rfind(R"({"event":)");
+    ASSERT_NE(events.npos, last);
+    const std::string line = events.substr(last);
+    EXPECT_TRUE(line.starts_with(R"({"event":"end",)")) << line;
+    EXPECT_NE(line.npos,
+              line.find(R"("function":"C_CloseSession","rv":0,"result":"CKR_OK","in":[],"out":[]})"));
+    EXPECT_EQ(0u, Count(events, R"("function":"C_CloseSession","session")"));
+}
+
+TEST_F(EventsFile, CallsAreCountedOnAfterAStopAndAStart) {
+    Load();
+    api.C_Logout(81);
+    api.C_Logout(81);
+    const std::string run = Last(Events(), R"("run":)");
+    Exported<void()>("CkLogSpecialFinalize")();
+    api.C_Logout(81);
+    EXPECT_EQ("3", Last(Events(), R"("call":)"));
+    EXPECT_EQ(run, Last(Events(), R"("run":)"));
+}
+
+TEST_F(EventsFile, CallThatLeavesNoEventIsNotCounted) {
+    Set("LoggingMask", "SESSION_FUNC");
+    Load();
+    api.C_Logout(81);
+    api.C_Finalize(nullptr);
+    api.C_Logout(81);
+    EXPECT_EQ("2", Last(Events(), R"("call":)"));
+}
+
+TEST_F(EventsFile, ForkedChildCountsInARunOfItsOwn) {
+    Load();
+    api.C_Logout(81);
+    const std::string run = Last(Events(), R"("run":)");
+    const pid_t child = InChild([this] { api.C_Logout(82); });
+    const std::string events = Events();
+    EXPECT_NE(run, Last(events, R"("run":)"));
+    EXPECT_EQ("1", Last(events, R"("call":)"));
+    EXPECT_EQ(std::to_string(child), Last(events, R"("pid":)"));
+    EXPECT_EQ(std::to_string(child), Last(events, R"("tid":)"));
+    api.C_Logout(81);
+    EXPECT_EQ("2", Last(Events(), R"("call":)"));
+    EXPECT_EQ(run, Last(Events(), R"("run":)"));
+}
+
+TEST_F(EventsFile, ForkedChildWritesIntoAFileOfItsOwn) {
+    Set("Events", "events-%p.jsonl");
+    Load();
+    api.C_Logout(81);
+    const std::string parents = "events-" + std::to_string(getpid()) + ".jsonl";
+    const pid_t quiet = InChild([] {});
+    EXPECT_FALSE(Exists("events-" + std::to_string(quiet) + ".jsonl"));
+    const pid_t child = InChild([this] {
+        std::filesystem::current_path("/");
+        api.C_Logout(82);
+    });
+    EXPECT_EQ(2u, Count(Contents(directory.File(parents)), "\n"));
+    EXPECT_EQ(2u, Count(Contents(directory.File("events-" + std::to_string(child) + ".jsonl")), "\n"));
+}
+
+TEST_F(EventsFile, CallThatAChildInheritsKeepsRunAndNumber) {
+    Set("HideData", "0");
+    Load();
+    api.C_Logout(81);
+    pid_t child = 0;
+    script.answer = [&] { child = fork(); };
+    std::string part(2000, 'x');
+    api.C_DigestUpdate(81, reinterpret_cast<CK_BYTE_PTR>(part.data()), part.size());
+    if (child == 0) _exit(0);
+    ASSERT_EQ(child, waitpid(child, nullptr, 0));
+    const std::string events = Events();
+    EXPECT_EQ(1u, Count(events, R"({"event":"start")") - 1);
+    EXPECT_EQ(2u, Count(events, R"("call":2,"function":"C_DigestUpdate","rv":0)"));
+    EXPECT_EQ(5u, Count(events, R"("run":)" + Last(events, R"("run":)")));
+    EXPECT_EQ(3u, Count(events, part));
+    EXPECT_EQ(1u, Count(events, R"("pid":)" + std::to_string(child)));
+}
