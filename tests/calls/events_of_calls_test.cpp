@@ -246,14 +246,14 @@ TEST_F(EventsOfCalls, OtherAttributesShowTheirBytesWithData) {
 }
 
 TEST_F(EventsOfCalls, UnavailableAttributesSayIt) {
-    CK_ATTRIBUTE attributes[] = {{CKA_VALUE, nullptr, 0}, {CKA_LABEL, nullptr, 0}};
+    CK_ATTRIBUTE attributes[] = {{CKA_LABEL, nullptr, 0}, {CKA_VALUE, nullptr, 0}};
     script.answer = [&] {
-        attributes[0].ulValueLen = CK_UNAVAILABLE_INFORMATION;
-        attributes[1].ulValueLen = 9;
+        attributes[0].ulValueLen = 9;
+        attributes[1].ulValueLen = CK_UNAVAILABLE_INFORMATION;
     };
     api.C_GetAttributeValue(81, 98, attributes, 2);
     EXPECT_EQ(
-        R"("rv":0,"result":"CKR_OK","session":81,"object":98,"in":[{"kind":"SessionHandle","value":81},{"kind":"ObjectHandle","value":98},{"kind":"AttributeList","attributes":[{"type":"CKA_VALUE","number":17},{"type":"CKA_LABEL","number":3}]}],"out":[{"kind":"AttributeList","attributes":[{"type":"CKA_VALUE","number":17,"unavailable":true},{"type":"CKA_LABEL","number":3,"size":9}]}]})",
+        R"("rv":0,"result":"CKR_OK","session":81,"object":98,"in":[{"kind":"SessionHandle","value":81},{"kind":"ObjectHandle","value":98},{"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3},{"type":"CKA_VALUE","number":17}]}],"out":[{"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":9},{"type":"CKA_VALUE","number":17,"unavailable":true}]}]})",
         End());
 }
 

@@ -12,6 +12,7 @@ command `ckscribe` follows, the session is held twice instead: straight, and wit
 """
 
 import difflib
+import json
 import os
 import pathlib
 import re
@@ -20,12 +21,15 @@ import subprocess
 import sys
 import tempfile
 
+import jsonschema
+
 from call_log import records_of_new_log, records_of_old_log
 
 PATHS = [str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:]]
 LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = PATHS[:4]
 TOOL = PATHS[4] if len(PATHS) > 4 else None
 HERE = pathlib.Path(__file__).resolve().parent
+EVENTS_SCHEMA = HERE.parent.parent / "share/ckscribe/events.schema.json"
 EXPECTED_FUNCTIONS = HERE.parent / "expected_functions.def"
 
 # Four bytes of any of them are recognised wherever they turn up; see tests/secrets/planted_secret.h.
@@ -174,7 +178,9 @@ def configuration(place, target, new_format):
         f"   NewFormat = {new_format};\n"
         f"   File = {place.directory}/log.txt;\n"
         f"   Error = {place.directory}/logerror.txt;\n"
-        "}\n"
+        f"   Events = {place.directory}/events.jsonl;\n"
+        + ("" if new_format else "   HideData = 0;\n")
+        + "}\n"
     )
 
 
@@ -186,6 +192,23 @@ def check_log_files(directory):
     if search.returncode != 0:
         fail("the log holds " + search.stdout + search.stderr)
     return text
+
+
+def check_events(directory, records):
+    """The events file beside a log has the calls of the log, no secret, and nothing but what the schema describes."""
+    search = subprocess.run([FIND_SECRETS, directory / "events.jsonl"], capture_output=True, text=True)
+    if search.returncode != 0:
+        fail("the events hold " + search.stdout + search.stderr)
+    validator = jsonschema.Draft202012Validator(json.loads(EVENTS_SCHEMA.read_text()))
+    kinds = {"start": 0, "end": 0}
+    for line in (directory / "events.jsonl").read_text(encoding="utf-8").splitlines():
+        event = json.loads(line)
+        for error in validator.iter_errors(event):
+            fail(f"an event does not fit the schema: {error.message}\n{line}")
+        kinds[event["event"]] += 1
+    starts = sum(1 for record in records if record.is_start)
+    if kinds != {"start": starts, "end": len(records) - starts}:
+        fail(f"there are {kinds} events and {starts} starts in {len(records)} records")
 
 
 def check_records(records, expected):
@@ -294,6 +317,8 @@ def compare_sessions(session, expected, target=SOFTHSM, in_order=True):
             fail("there is a log without the library")
         new = records_of_new_log(check_log_files(root / "new"))
         old = records_of_old_log(check_log_files(root / "old"))
+        check_events(root / "new", new)
+        check_events(root / "old", old)
         check_pairs(new)
         check_records(new, expected)
         order = list if in_order else sorted

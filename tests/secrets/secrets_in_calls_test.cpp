@@ -33,8 +33,10 @@ constexpr CK_MECHANISM_TYPE kPasswordBasedMechanism = 0x3a8;
 // secret.
 class Arguments {
 public:
-    // `number` stands for every number that is passed by value.
-    Arguments(CK_ULONG number, const std::string& beginning) : number(number), beginning(beginning) {}
+    // `number` stands for every number that is passed by value. With `plantsData`, data are secrets as well:
+    // every byte string, attribute value and parameter of a mechanism.
+    Arguments(CK_ULONG number, const std::string& beginning, bool plantsData = false)
+        : number(number), beginning(beginning), plantsData(plantsData) {}
 
     template <class... Parameters>
     CallWords For(std::type_identity<CK_RV(Parameters...)>, const std::vector<SecretArgument>& secrets) {
@@ -65,7 +67,8 @@ private:
         } else if constexpr (std::is_same_v<Parameter, CK_BYTE_PTR*>) {
             return Address(NewArray(NewText()));
         } else if constexpr (std::is_same_v<Parameter, CK_ATTRIBUTE_PTR>) {
-            return Address(NewArray(CK_ATTRIBUTE{CKA_LABEL, NewText(), kReturnedNumber}));
+            const CK_ATTRIBUTE_TYPE type = plantsData ? CKA_VALUE : CKA_LABEL;
+            return Address(NewArray(CK_ATTRIBUTE{type, NewText(), kReturnedNumber}));
         } else if constexpr (std::is_same_v<Parameter, CK_MECHANISM_PTR>) {
             return Address(NewMechanism());
         } else if constexpr (std::is_same_v<Parameter, CK_VOID_PTR>) {
@@ -125,10 +128,12 @@ private:
         return array;
     }
     CK_BYTE_PTR NewText() {
+        if (plantsData) return NewSecret();
         return New(Bytes("a text that everyone may see ..." + std::string(1, '\0') + NextSecret() + '\0'));
     }
     CK_MECHANISM_PTR NewMechanism() {
         CK_BYTE_PTR const password = NewSecret();
+        if (plantsData) return New<CK_MECHANISM>({{CKM_AES_CBC, password, secretLength}});
         auto* const parameters =
             New<PasswordParameters>({{NewText(), password, secretLength, NewText(), 8, 1000}});
         return New<CK_MECHANISM>({{kPasswordBasedMechanism, parameters, sizeof *parameters}});
@@ -141,6 +146,7 @@ private:
     std::size_t used = 0;
     const CK_ULONG number;
     const std::string& beginning;
+    const bool plantsData;
     std::size_t secretLength = 0;  // of the latest one
 };
 
@@ -170,8 +176,25 @@ std::size_t CountOf(const std::string& part, const std::string& text) {
     return count;
 }
 
+// Functions that take or return a name, which is shown where data are hidden: the label of a token or a
+// container, the name of a host or a file.
+const Names kFunctionsWithNames = {
+    "C_InitToken",      "CA_ConfigureRemotePED",     "CA_GetUserContainerName",
+    "CA_InitAudit",     "CA_SetUserContainerName",   "CA_GetContainerName",
+    "CA_LogVerifyFile", "CA_CreateContainer",        "CA_LogSetConfig",
+    "CA_LogGetConfig",  "CA_EncodeECParamsFromFile",
+};
+
 class SecretsInCalls : public EveryFunction {
 protected:
+    // From here on data are planted secrets, too.
+    void PlantData() { plantsData = true; }
+
+    bool PlantsDataIn(const std::string& function) const {
+        return plantsData && std::find(kFunctionsWithNames.begin(), kFunctionsWithNames.end(), function) ==
+                                 kFunctionsWithNames.end();
+    }
+
     // Calls `visit` with the name and the type of each function that is exported.
     template <class Visit>
     static void ForEachFunction(const Visit& visit) {
@@ -190,7 +213,7 @@ protected:
         const ExpectedFunction* const row = FindExpectedFunction(function);
         ASSERT_NE(nullptr, row) << HowToExpect(function);
         for (const CK_RV result : {CKR_OK, CKR_BUFFER_TOO_SMALL, CKR_PIN_INCORRECT}) {
-            Arguments arguments(number, beginning);
+            Arguments arguments(number, beginning, PlantsDataIn(function));
             script.result = result;
             EXPECT_EQ(function == "C_GetFunctionStatus" ? CKR_FUNCTION_NOT_SUPPORTED : result,
                       CallWith(function, arguments.For(type, row->secrets)));
@@ -234,6 +257,20 @@ protected:
         ExpectNoSecret(Errors());
     }
 
+    // The same of the events file, with or without a text log beside it.
+    void ExpectNoSecretInEvents() {
+        Set("Events", EventsPath());
+        Restart();
+        ForEachFunction([&](const std::string& function, auto type) {
+            SCOPED_TRACE(function);
+            WriteFile(EventsPath(), "");
+            CallInEveryWay(function, type);
+            EXPECT_EQ(function == "CA_GetFunctionList", Events().empty());
+            ExpectNoSecret(Events());
+            script.received.clear();
+        });
+    }
+
     // A record has as many masks as its function has secrets.
     void ExpectMasksInLogOf(const std::string& format) {
         constexpr CK_ULONG kFormWithSecrets = 1;
@@ -254,6 +291,9 @@ protected:
             EXPECT_EQ(expected, CountOf("********", LogSince(before)));
         });
     }
+
+private:
+    bool plantsData = false;
 };
 
 }  // namespace
@@ -283,6 +323,62 @@ TEST_F(SecretsInCalls, OldFormat_NoSecretIsWritten) { ExpectNoSecretInLogOf("0")
 TEST_F(SecretsInCalls, NewFormat_EverySecretIsMasked) { ExpectMasksInLogOf("1"); }
 
 TEST_F(SecretsInCalls, OldFormat_EverySecretIsMasked) { ExpectMasksInLogOf("0"); }
+
+TEST_F(SecretsInCalls, DataHiddenInNewFormat_NoDataIsWritten) {
+    PlantData();
+    Set("HideData", "1");
+    ExpectNoSecretInLogOf("1");
+}
+
+TEST_F(SecretsInCalls, DataHiddenInOldFormat_NoDataIsWritten) {
+    PlantData();
+    Set("HideData", "1");
+    ExpectNoSecretInLogOf("0");
+}
+
+TEST_F(SecretsInCalls, EventsWithoutTheKeyHideData_NoDataIsWritten) {
+    PlantData();
+    Set("Enabled", "0");
+    ExpectNoSecretInEvents();
+}
+
+TEST_F(SecretsInCalls, EventsWithHiddenData_NoDataIsWritten) {
+    PlantData();
+    Set("Enabled", "0");
+    Set("HideData", "1");
+    ExpectNoSecretInEvents();
+}
+
+TEST_F(SecretsInCalls, EventsWithData_NoSecretIsWritten) {
+    Set("Enabled", "0");
+    Set("HideData", "0");
+    ExpectNoSecretInEvents();
+}
+
+// This shows that the tests above plant data where they are shown.
+TEST_F(SecretsInCalls, DataShown_PlantedDataAreFound) {
+    PlantData();
+    Set("Events", EventsPath());
+    Set("HideData", "0");
+    Restart();
+    const Names expected = {"C_CreateObject",  "C_Decrypt",          "C_DeriveKey",      "C_Digest",
+                            "C_Encrypt",       "C_EncryptInit",      "C_GenerateRandom", "C_SeedRandom",
+                            "C_Sign",          "C_UnwrapKey",        "C_Verify",         "C_WrapKey",
+                            "CA_Extract",      "CA_Insert",          "CA_LogExternal",   "CA_LogImportSecret",
+                            "CA_SIMMultiSign", "CA_WriteCommonStore"};
+    ForEachFunction([&](const std::string& function, auto type) {
+        if (std::find(expected.begin(), expected.end(), function) == expected.end()) return;
+        SCOPED_TRACE(function);
+        WriteFile(LogPath(), "");
+        WriteFile(EventsPath(), "");
+        for (CK_ULONG number = 0; number <= 6; ++number)
+            CallWithSecrets(function, type, number, kBeginnings[0]);
+        EXPECT_TRUE(FindSecret(Log(), kLeastPart).has_value());
+        EXPECT_TRUE(FindSecret(Events(), kLeastPart).has_value());
+        WriteFile(LogPath(), "");
+        WriteFile(EventsPath(), "");
+    });
+}
 
 // The library writes to its error file in this test.
 TEST_F(SecretsInCalls, LogCannotBeWritten_NoSecretIsReported) {
