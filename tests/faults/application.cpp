@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 
 std::atomic<TargetAnswer*> targetAnswer{nullptr};
@@ -43,6 +44,11 @@ void Library::Close() {
 
 void* Library::Address(const char* name) const { return dlsym(handle, name); }
 
+bool AreEventsTested() {
+    const char* const file = std::getenv("CKSCRIBE_TESTED_FILE");
+    return file != nullptr && std::strcmp(file, "events") == 0;
+}
+
 FaultsTest::FaultsTest()
     : settings{{"LibUNIX64", SCRIPTED_TARGET},
                {"Enabled", "1"},
@@ -69,7 +75,14 @@ void FaultsTest::WriteConfigurationFile(const std::string& text) const {
 
 std::string FaultsTest::ConfigurationText() const {
     std::string text = "CkLog2 = {\n";
-    for (const auto& [key, value] : settings) text += "   " + key + " = " + value + ";\n";
+    std::map<std::string, std::string> written = settings;
+    const auto file = written.find("File");
+    if (AreEventsTested() && written["Enabled"] == "1" && file != written.end()) {
+        written["Enabled"] = "0";
+        written["Events"] = file->second;
+        written["HideData"] = "0";
+    }
+    for (const auto& [key, value] : written) text += "   " + key + " = " + value + ";\n";
     return text + "}\n";
 }
 

@@ -46,6 +46,11 @@ private:
     CK_FUNCTION_LIST api = {};
 };
 
+// Whether the tests are about the events file: the environment variable CKSCRIBE_TESTED_FILE is "events"
+// then. The library writes events into the file that a test takes for the log, and no text log. ParseLog
+// reads either.
+bool AreEventsTested();
+
 class FaultsTest : public testing::Test {
 protected:
     // How long a child may take, in seconds; more than enough under any sanitizer.
@@ -62,6 +67,9 @@ protected:
     std::string ConfigurationText() const;
 
     std::string LogPath() const { return directory.File("calls.log"); }
+    // What the error file calls the file that is tested.
+    static std::string KindOfFile() { return AreEventsTested() ? "events file" : "capture file"; }
+
     std::string ErrorPath() const { return directory.File("errors.log"); }
     std::string ConfigurationPath() const { return directory.File("Wendrafil.conf"); }
     std::string Log() const { return Contents(LogPath()); }

@@ -180,7 +180,7 @@ protected:
     // Expects lines with this text, and nothing else, in the error file.
     void ExpectReports(std::size_t count, const std::string& reason) const {
         const std::string line =
-            "Lost capture file " + LogPath() + " and could not open it again: " + reason + ".";
+            "Lost " + KindOfFile() + " " + LogPath() + " and could not open it again: " + reason + ".";
         std::string errors = Errors();
         for (std::size_t i = 0; i < count; ++i) {
             const std::string stamp = "\n 26/11/22[01:23:45]:  ";
@@ -227,9 +227,9 @@ TEST_F(LostLog, LogIsDeletedWithItsDirectory_OneLineInTheErrorFileSaysSo) {
         LetTheClockMove();
         ExpectCallsGoOn(library);
     }));
-    EXPECT_EQ(
-        Errors().substr(std::strlen("\n 26/11/22[01:23:45]:  ")),
-        "Lost capture file " + logs + "/calls.log and could not open it again: No such file or directory.");
+    EXPECT_EQ(Errors().substr(std::strlen("\n 26/11/22[01:23:45]:  ")),
+              "Lost " + KindOfFile() + " " + logs +
+                  "/calls.log and could not open it again: No such file or directory.");
 }
 
 // A daemon that root started: it closes what it inherited and gives up the right to open log and

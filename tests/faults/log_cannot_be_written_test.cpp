@@ -97,7 +97,7 @@ protected:
         for (std::size_t i = 0; i < errors.size() && i < kStamp.size(); ++i) {
             if (std::isdigit(static_cast<unsigned char>(errors[i]))) errors[i] = '0';
         }
-        EXPECT_EQ(errors, kStamp + " Could not open capture file " + path + ".");
+        EXPECT_EQ(errors, kStamp + " Could not open " + KindOfFile() + " " + path + ".");
     }
 
     void ExpectThatItCannotBeOpened(const std::string& path) {

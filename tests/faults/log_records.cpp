@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cstdlib>
+#include <nlohmann/json.hpp>
 
 namespace {
 
@@ -134,6 +135,46 @@ bool TakeOldRecord(std::string_view& text, LogRecord& record) {
     return true;
 }
 
+std::string BytesOfHex(const std::string& hex) {
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+        bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
+    return bytes;
+}
+
+// Numbers behind "=", bytes in quotes.
+std::string ChildrenOfEvent(const nlohmann::json& elements) {
+    std::string children;
+    for (const nlohmann::json& element : elements) {
+        if (element.contains("value")) {
+            const nlohmann::json& value = element["value"];
+            children += "=" + (value.is_string() ? value.get<std::string>() : value.dump());
+        } else if (element.contains("text")) {
+            children += '"' + element["text"].get<std::string>() + '"';
+        } else if (element.contains("hex")) {
+            children += '"' + BytesOfHex(element["hex"]) + '"';
+        }
+        children += ' ';
+    }
+    return children;
+}
+
+bool TakeEvent(std::string_view& text, LogRecord& record) {
+    const std::size_t end = text.find('\n');
+    if (!text.starts_with(R"({"event":")") || end == text.npos) return false;
+    const nlohmann::json event = nlohmann::json::parse(text.substr(0, end), nullptr, false);
+    if (event.is_discarded()) return false;
+    record.isStart = event["event"] == "start";
+    record.function = event["function"];
+    record.function.erase(0, record.function.find('_') + 1);
+    record.process = event["pid"];
+    record.thread = std::to_string(event["tid"].get<int>());
+    if (!record.isStart) record.result = event["result"];
+    record.children = ChildrenOfEvent(record.isStart ? event["in"] : event["out"]);
+    text.remove_prefix(end + 1);
+    return true;
+}
+
 }  // namespace
 
 unsigned long LogRecord::FirstNumber() const {
@@ -147,7 +188,10 @@ ParsedLog ParseLog(std::string_view text) {
         LogRecord record;
         if (!TakeNewRecord(text, record)) {
             record = {};
-            if (!TakeOldRecord(text, record)) break;
+            if (!TakeOldRecord(text, record)) {
+                record = {};
+                if (!TakeEvent(text, record)) break;
+            }
         }
         log.records.push_back(record);
     }

@@ -1,4 +1,4 @@
-// Takes a log apart into its records, of either format or of both.
+// Takes a log apart into its records, of either format or of both, or an events file into the same.
 #pragma once
 
 #include <string>
@@ -10,8 +10,9 @@ struct LogRecord {
     std::string function;  // with its specifier: "Encrypt_Init"; without one: "Logout"
     std::string result;    // of an end record: the name, or "CKR_UNKNOWN 0x..."
     int process = 0;
-    std::string thread;    // of the new format; empty in the old one
-    std::string children;  // the text between the outermost braces
+    std::string thread;  // of the new format and of events; empty in the old one
+    // The text between the outermost braces; of an event the elements of "in" or "out" in such a form.
+    std::string children;
 
     // The number of the first child, which most functions have for their session.
     unsigned long FirstNumber() const;

@@ -1,6 +1,7 @@
 #include "tests/faults/marked_calls.h"
 
 #include <pthread.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
@@ -55,6 +56,7 @@ CK_RV GiveDataBack(const char* function, const TargetWord* arguments, std::size_
 }
 
 std::string IdOfThisThread() {
+    if (AreEventsTested()) return std::to_string(gettid());
     const auto self = static_cast<std::uint32_t>((std::uintptr_t)pthread_self());
     char id[16];
     std::snprintf(id, sizeof id, "%03d", static_cast<int>(self));

@@ -122,7 +122,7 @@ TEST_P(SmallStack, LogIsLostInTheCall_SmallestStackIsEnoughForTheLineInTheErrorF
             },
             &library);
     }));
-    EXPECT_NE(Errors().find("Lost capture file "), std::string::npos);
+    EXPECT_NE(Errors().find("Lost " + KindOfFile() + " "), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(, SmallStack, testing::Values("0", "1"),

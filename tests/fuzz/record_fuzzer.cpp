@@ -3,6 +3,7 @@
 // the call and after it (see Input below). Properties, for any function, arguments and result:
 // - the target gets the words, the application gets the result, and only the target changes the memory;
 // - a call has a start record and an end record, whole and with nothing between or behind them;
+// - both have an event, which a JSON parser reads back to the same values;
 // - each record names the function and the result. It has the children that the function's records have, with
 //   the numbers, bytes and structures of the words and the memory, and with masks for secrets;
 // - reader/ makes one call of them, with the same values.
@@ -30,6 +31,7 @@
 #include "tests/calls/scripted_target.h"
 #include "tests/faults/arguments_of_functions.h"
 #include "tests/fuzz/call_memory.h"
+#include "tests/fuzz/event_reader.h"
 #include "tests/fuzz/expected_records.h"
 #include "tests/fuzz/read_back.h"
 #include "tests/fuzz/record_reader.h"
@@ -172,11 +174,12 @@ public:
         if (mkdtemp(directory.data()) == nullptr) std::abort();
         setenv("WendrafilConfigurationPath", directory.c_str(), 1);
         WriteConfiguration();
-        log = open(LogPath().c_str(), O_RDWR | O_CREAT, 0600);
+        log.Open(LogPath());
+        events.Open(EventsPath());
         // The target stays loaded when the library unloads it. Changes of the format are quick then.
         if (dlopen(SCRIPTED_TARGET, RTLD_NOW | RTLD_LOCAL) == nullptr) std::abort();
         void* const library = dlopen(CKSCRIBE_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-        if (library == nullptr || log < 0) std::abort();
+        if (library == nullptr) std::abort();
         for (const FunctionArguments& function : ArgumentsOfFunctions())
             functions.push_back(dlsym(library, function.function.c_str()));
         finalize = reinterpret_cast<void (*)()>(dlsym(library, "CkLogSpecialFinalize"));
@@ -185,8 +188,9 @@ public:
     // written.
     ~LoggedApplication() {
         for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-            const bool isKnown = entry.path() == LogPath() || entry.path() == ConfigurationPath();
-            Require(isKnown, "nothing but the log is written");
+            const bool isKnown = entry.path() == LogPath() || entry.path() == EventsPath() ||
+                                 entry.path() == ConfigurationPath();
+            Require(isKnown, "nothing but the log and the events are written");
         }
         std::error_code ignored;
         std::filesystem::remove_all(directory, ignored);
@@ -203,21 +207,38 @@ public:
         return kCallers[function](functions[function], words);
     }
 
-    // The text that the log has got since the last call.
-    std::string TakeLog() {
-        struct stat status;
-        if (fstat(log, &status) != 0) std::abort();
-        const off_t size = status.st_size;
-        std::string text(static_cast<std::size_t>(size - taken), '\0');
-        if (pread(log, text.data(), text.size(), taken) != static_cast<ssize_t>(text.size())) std::abort();
-        taken = size;
-        if (size > kLargestLog && ftruncate(log, 0) == 0) taken = 0;
-        return text;
-    }
+    // The text that the file has got since the last call.
+    std::string TakeLog() { return log.Take(); }
+    std::string TakeEvents() { return events.Take(); }
 
 private:
-    static constexpr off_t kLargestLog = 1 << 26;
+    // A file that grows.
+    class Growing {
+    public:
+        void Open(const std::string& path) {
+            file = open(path.c_str(), O_RDWR | O_CREAT, 0600);
+            if (file < 0) std::abort();
+        }
+        std::string Take() {
+            struct stat status;
+            if (fstat(file, &status) != 0) std::abort();
+            const off_t size = status.st_size;
+            std::string text(static_cast<std::size_t>(size - taken), '\0');
+            if (pread(file, text.data(), text.size(), taken) != static_cast<ssize_t>(text.size()))
+                std::abort();
+            taken = size;
+            if (size > kLargest && ftruncate(file, 0) == 0) taken = 0;
+            return text;
+        }
 
+    private:
+        static constexpr off_t kLargest = 1 << 26;
+
+        int file = -1;
+        off_t taken = 0;
+    };
+
+    std::string EventsPath() const { return directory + "/events.jsonl"; }
     std::string LogPath() const { return directory + "/calls.log"; }
 
     std::string ConfigurationPath() const { return directory + "/Wendrafil.conf"; }
@@ -225,13 +246,14 @@ private:
     void WriteConfiguration() const {
         std::ofstream(ConfigurationPath())
             << "CkLog2 = {\n LibUNIX64 = " SCRIPTED_TARGET ";\n Enabled = 1;\n NewFormat = " << isNewFormat
-            << ";\n File = " << LogPath() << ";\n Error = " << directory << "/errors.log;\n}\n";
+            << ";\n File = " << LogPath() << ";\n Error = " << directory
+            << "/errors.log;\n Events = " << EventsPath() << ";\n HideData = 0;\n}\n";
     }
 
     std::string directory = std::filesystem::temp_directory_path().string() + "/ckscribe.XXXXXX";
     bool isNewFormat = true;
-    int log = -1;
-    off_t taken = 0;
+    Growing log;
+    Growing events;
     std::vector<void*> functions;
     void (*finalize)() = nullptr;
 };
@@ -307,6 +329,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string memoryBefore = memory.Contents();
     const CK_RV rv = application.Call(index, words);
     const std::string log = application.TakeLog();
+    const std::string events = application.TakeEvents();
 
     // COMPAT: Two functions answer some calls themselves.
     CK_RV expectedRv = target.rv;
@@ -328,6 +351,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 #ifdef CKSCRIBE_HAS_READER
         RequireReadBack(log, function.function, start, end);
 #endif
+        RequireEvents(events, function.function, start, end, rv);
+    } else {
+        Require(events.empty(), "the list of the vendor's functions has no events");
     }
     reader.ReadEnd();
 
