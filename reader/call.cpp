@@ -41,12 +41,19 @@ KeptCall& KeptCall::operator=(const KeptCall& other) {
 }
 
 void KeptCall::Keep() {
-    startText = call.startText;
-    endText = call.endText;
+    const auto offset = [](std::string_view record, std::string_view text) {
+        return record.size() - text.size();
+    };
+    const std::size_t startOffset = offset(call.startRecord, call.startText);
+    const std::size_t endOffset = offset(call.endRecord, call.endText);
+    startRecord = call.startRecord;
+    endRecord = call.endRecord;
     run = call.run;
     mechanism = call.fields.mechanism;
-    call.startText = startText;
-    call.endText = endText;
+    call.startRecord = startRecord;
+    call.endRecord = endRecord;
+    call.startText = call.startRecord.substr(startOffset);
+    call.endText = call.endRecord.substr(endOffset);
     call.run = run;
     call.fields.mechanism = mechanism;
 }

@@ -58,7 +58,10 @@ struct Call {
     Place startPlace;
     Place endPlace;
 
-    // The record as it stands in the log: of text from the brace on, of an event the whole line.
+    // The records as they stand in the log, and what their children are read from: of text the part from the
+    // brace on, of an event the whole line.
+    std::string_view startRecord;
+    std::string_view endRecord;
     std::string_view startText;
     std::string_view endText;
 
@@ -88,8 +91,8 @@ private:
     void Keep();
 
     Call call;
-    std::string startText;
-    std::string endText;
+    std::string startRecord;
+    std::string endRecord;
     std::string run;
     std::string mechanism;
 };

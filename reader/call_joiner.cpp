@@ -15,7 +15,8 @@ void SetStart(Call& call, const Record& start, std::string_view text, std::uint3
     call.hasStart = true;
     call.start = start.time;
     call.startPlace = {file, start.line};
-    call.startText = text;
+    call.startRecord = text;
+    call.startText = text.substr(start.bodyOffset);
     call.fields = start.fields;
 }
 
@@ -31,7 +32,8 @@ void SetCommon(Call& call, const Record& record) {
 void SetEnd(Call& call, const Record& end, std::uint32_t file) {
     call.hasEnd = true;
     call.endPlace = {file, end.line};
-    call.endText = end.text;
+    call.endRecord = end.text;
+    call.endText = end.text.substr(end.bodyOffset);
     if (end.hasRv) call.rv = end.rv;
     call.result = end.result;
     if (end.hasNanoseconds) call.nanoseconds = end.nanoseconds;

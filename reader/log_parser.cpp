@@ -156,11 +156,13 @@ std::size_t LogParser::Parse(std::string_view text, Rest rest, Found& found) {
         if (outcome == Outcome::kRead) {
             if (stretchLines != 0) EndStretch(found);
             record.line = line;
-            found.records.push_back(record);
             if (record.format != LogFormat::kEvents) {
                 const char* const begin = text.data() + position;
+                record.bodyOffset = static_cast<std::size_t>(record.text.data() - begin);
+                record.text = text.substr(position, end - position);
                 line += static_cast<std::uint64_t>(std::count(begin, text.data() + end, '\n'));
             }
+            found.records.push_back(record);
         } else {
             end = text.find('\n', position);
             if (end == text.npos && !maySkip) break;

@@ -103,6 +103,7 @@ public:
     // After Run.
     std::optional<std::int64_t> LastDay() const { return parser.LastDay(); }
     std::int64_t LastWritten() const { return lastWritten; }
+    const Moment& LastRecord() const { return lastRecord; }
 
 private:
     void ReadFile(std::uint32_t file) {
@@ -137,6 +138,7 @@ private:
             if (isAtEnd) parser.EndFile(batch->found);
             for (const Record& record : batch->found.records) {
                 if (record.format == LogFormat::kNewText) lastWritten = source.WrittenAt();
+                lastRecord = record.time;
             }
             rest.TakeBehind(batch->text, done);
             batch->file = file;
@@ -152,6 +154,7 @@ private:
     const LogFamily& family;
     LogParser parser;
     std::int64_t lastWritten = 0;
+    Moment lastRecord;
     BatchQueue freeBatches;
     BatchQueue readBatches;
 };
@@ -233,12 +236,13 @@ std::vector<FileReading> ReadLogs(const std::vector<std::string>& given, const R
 
     for (const LogFamily& family : FamiliesOf(given)) {
         std::optional<std::int64_t> firstDay;
+        sink.OnLogBegin(family);
         if (options.needsDates) {
             LogReading reading(paths, family, std::nullopt);
             reading.Run([](Batch&) {});
             firstDay = FirstDayOf(reading, options.date);
+            sink.OnLogSurveyed(InUtc(reading.LastRecord(), firstDay));
         }
-        sink.OnLogBegin(family);
         LogReading reading(paths, family, firstDay);
         CallJoiner joiner;
         reading.Run([&](Batch& batch) {

@@ -35,6 +35,8 @@ class LogSink : public CallSink {
 public:
     // `files`: indexes of the log's files among the paths that were given, the oldest first.
     virtual void OnLogBegin(const std::vector<std::uint32_t>& /*files*/) {}
+    // With ReadingOptions::needsDates, behind OnLogBegin: when the log's last record was made, in UTC.
+    virtual void OnLogSurveyed(const Moment& /*lastRecord*/) {}
     // `firstDay`: of the log's records in the new format, in days since 1970; absent without such records.
     virtual void OnLogEnd(std::optional<std::int64_t> /*firstDay*/) {}
 };

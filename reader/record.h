@@ -30,7 +30,8 @@ struct Record {
     std::string_view result;
     CallFields fields;
     std::uint64_t line = 0;
-    std::string_view text;  // see Call::startText
+    std::string_view text;       // all of it
+    std::size_t bodyOffset = 0;  // in `text`: where Call::startText begins
 };
 
 }  // namespace ckscribe

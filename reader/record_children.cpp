@@ -727,8 +727,12 @@ std::vector<Value> ValuesFrom(const std::vector<ChildToken>& tokens, std::size_t
     std::vector<Value> values;
     while (next < tokens.size() && tokens[next].depth >= depth) {
         values.push_back(ValueOf(tokens[next++]));
+        Value& value = values.back();
         if (next < tokens.size() && tokens[next].depth > depth)
-            values.back().children = ValuesFrom(tokens, next, depth + 1);
+            value.children = ValuesFrom(tokens, next, depth + 1);
+        // The elements of a list are numbers, as in events; the list says of what kind they are.
+        const bool isList = value.kind.ends_with("List") && value.kind != "AttributeList";
+        for (std::size_t i = 0; isList && i < value.children.size(); ++i) value.children[i].kind.clear();
     }
     return values;
 }

@@ -14,9 +14,12 @@ void LogArguments::AddTo(CLI::App& command) {
     command
         .add_option("FILE", paths, "Logs of either text format, events, or all of them; - is standard input")
         ->required();
-    command.add_flag("--utc", isUtc, "Show times in UTC instead of local time");
     command.add_option("--date", date, "Day of each log's last record (2026-11-21), for the new text format")
         ->type_name("DATE");
+}
+
+void LogArguments::AddUtcTo(CLI::App& command) {
+    command.add_flag("--utc", isUtc, "Show times in UTC instead of local time");
 }
 
 ReadingOptions LogArguments::Reading() const {

@@ -17,8 +17,10 @@ struct LogArguments {
     bool isUtc = false;
     std::string date;
 
-    // Adds FILE..., --utc and --date.
+    // Adds FILE... and --date.
     void AddTo(CLI::App& command);
+    // Adds --utc.
+    void AddUtcTo(CLI::App& command);
 
     // What the reading of them needs. Throws CLI::ValidationError when --date is no date.
     ReadingOptions Reading() const;

@@ -128,6 +128,7 @@ void AddReportCommand(CLI::App& app, int& status) {
     report->footer(kExample);
     const auto options = std::make_shared<Options>();
     options->logs.AddTo(*report);
+    options->logs.AddUtcTo(*report);
     report->add_flag("--json", options->isJson, "Print one JSON object (share/ckscribe/report.schema.json)");
     options->topOption =
         report->add_option("--top", options->top, "The most rows of each list; 10 if nothing is said")

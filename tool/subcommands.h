@@ -11,7 +11,10 @@ namespace ckscribe {
 void AddRunCommand(CLI::App& app, int& status);
 void AddCheckCommand(CLI::App& app, int& status);
 void AddConfCommand(CLI::App& app, int& status);
+void AddShowCommand(CLI::App& app, int& status);
 void AddReportCommand(CLI::App& app, int& status);
+void AddDiffCommand(CLI::App& app, int& status);
+void AddConvertCommand(CLI::App& app, int& status);
 
 // Adds them all.
 void AddSubcommands(CLI::App& app, int& status);

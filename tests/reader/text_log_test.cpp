@@ -203,6 +203,17 @@ TEST(TextLog, ChildrenTellFunctionsOfOneNameApart) {
                  "C_GetSessionInfo - 10 CKR_OK", "CA_GetSessionInfo 9 -", "UnknownType 11 -"}));
 }
 
+TEST(TextLog, ElementsOfListsAreNumbersAsInEvents) {
+    const CollectedCalls log =
+        ReadLog("10:15:30 00001-001:FINIGetSlotList CKR_OK1clks {SlotLst={Slot=4 Slot=7 } }\n");
+    const std::vector<Value> out = log[0].Out();
+    ASSERT_EQ(out.size(), 1U);
+    EXPECT_EQ(out[0].kind, "SlotIDList");
+    ASSERT_EQ(out[0].children.size(), 2U);
+    EXPECT_EQ(out[0].children[1].kind, "");
+    EXPECT_EQ(out[0].children[1].number, 7U);
+}
+
 TEST(TextLog, CallsAreJoinedByProcessThreadAndFunctionWithTheNewestStartFirst) {
     const CollectedCalls log = ReadLog(
         "10:15:30 00001-001:STRTLogout {Sesn=1 }\n"

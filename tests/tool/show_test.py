@@ -1,0 +1,176 @@
+"""Calls that are shown, selected and followed."""
+import os
+import pathlib
+import re
+import select
+import subprocess
+import tempfile
+import time
+import unittest
+
+from made_logs import make_logs
+from tool_test import ARGUMENTS, TOOL, ckscribe, main
+
+FOLDER, EXPECTED = make_logs(ARGUMENTS[0], "--calls", "5000")
+NEW, OLD, EVENTS = (FOLDER / name for name in ("new.log", "old.log", "events.jsonl"))
+
+LOG = """
+10:15:30 00001-001:STRTLogin {Sesn=5 User=1 PIN="********" }
+10:15:31 00001-001:FINILogin ***CKR_PIN_INCORRECT***1clks {}
+
+10:15:32 00001--03:STRTSign {Sesn=6 "data" }
+10:15:33 00001--03:FINISign CKR_OK1clks {"signature" }
+
+23:00:00 00002-001:STRTDestroyObject {Sesn=7 Obj=9 }
+01:00:00 00002-001:FINIDestroyObject CKR_OK1clks {}
+
+01:00:01 00002-001:STRTFinalize {}"""
+
+
+def show(*arguments, **options):
+    done = ckscribe("show", *map(str, arguments), **options)
+    assert done.returncode == 0 and done.stderr == "", (done.returncode, done.stderr)
+    return done.stdout.splitlines()
+
+
+def shown(*arguments, log=LOG):
+    """Function names of the calls of LOG that are shown."""
+    return [re.search(r" (CA?_\w+)\(", line)[1] for line in show(*arguments, "-", input=log)]
+
+
+class Lines(unittest.TestCase):
+    def test_each_call_is_one_line_with_inputs_and_result(self):
+        self.assertEqual(show("-", input=LOG), [
+            '10:15:30 1 C_Login(session=5, user=1, PIN=********) = CKR_PIN_INCORRECT',
+            '10:15:32 -3 C_Sign(session=6, "data") = CKR_OK {"signature"}',
+            '23:00:00 1 C_DestroyObject(session=7, object=9) = CKR_OK',
+            '01:00:01 1 C_Finalize() = ?',
+        ])
+
+    def test_every_call_of_every_format_is_shown_once(self):
+        for log in (NEW, OLD, EVENTS):
+            with self.subTest(log.name):
+                lines = show("--utc", log)
+                self.assertEqual(len(lines), EXPECTED["calls"])
+                self.assertEqual(sum(line.endswith(" = ?") for line in lines), EXPECTED["unfinished"])
+
+
+class Filters(unittest.TestCase):
+    def test_filters_select_and_combine(self):
+        for arguments, functions in (
+            (["--function", "C_Login,C_Finalize"], ["C_Login", "C_Finalize"]),
+            (["--errors"], ["C_Login"]),
+            (["--result", "CKR_PIN_INCORRECT"], ["C_Login"]),
+            (["--result", "CKR_OK", "--process", "2"], ["C_DestroyObject"]),
+            (["--process", "00001,3"], ["C_Login", "C_Sign"]),
+            (["--thread", "-03"], ["C_Sign"]),
+            (["--thread=1"], ["C_Login", "C_DestroyObject", "C_Finalize"]),
+            (["--session", "5,0x7"], ["C_Login", "C_DestroyObject"]),
+            (["--object", "9"], ["C_DestroyObject"]),
+            (["--unfinished"], ["C_Finalize"]),
+            (["--errors", "--process", "2"], []),
+        ):
+            with self.subTest(arguments):
+                self.assertEqual(shown(*arguments), functions)
+
+    def test_times_count_from_the_logs_last_record_and_its_day(self):
+        for arguments, functions in (
+            (["--last", "10s"], ["C_Finalize"]),
+            (["--last", "3h"], ["C_DestroyObject", "C_Finalize"]),
+            (["--since", "01:00"], ["C_Finalize"]),
+            (["--since", "180m"], ["C_DestroyObject", "C_Finalize"]),
+            (["--since", "2026-11-20T10:15:32", "--until", "2026-11-20T23:00:00"], ["C_Sign", "C_DestroyObject"]),
+            (["--until", "2026-11-20T10:15:30"], ["C_Login"]),
+            (["--since", "2026-11-21"], ["C_Finalize"]),
+        ):
+            with self.subTest(arguments):
+                self.assertEqual(shown("--date", "2026-11-21", *arguments), functions)
+
+    def test_slower_selects_by_the_durations_of_events(self):
+        median = EXPECTED["functions"]["C_Sign"]["p50_ns"]
+        lines = show("--function", "C_Sign", "--slower", f"{median}ns", EVENTS)
+        count = EXPECTED["functions"]["C_Sign"]["calls"] - EXPECTED["functions"]["C_Sign"]["unfinished"]
+        self.assertAlmostEqual(len(lines), count // 2, delta=1)
+
+    def test_slower_says_once_that_a_text_log_has_no_durations(self):
+        done = ckscribe("show", "--slower", "1ns", str(NEW))
+        self.assertEqual((done.returncode, done.stdout), (0, ""))
+        self.assertEqual(done.stderr.count("\n"), 1)
+        self.assertIn("Text logs hold no durations", done.stderr)
+
+    def test_context_shows_calls_of_the_same_thread_around(self):
+        log = "".join(f"10:15:{i:02} 00001-{thread:03}:FINI{name} {result}1clks {{}}\n" for i, (thread, name, result) in enumerate([
+            (1, "Initialize", "CKR_OK"), (1, "InitPIN", "CKR_OK"), (2, "SetPIN", "CKR_OK"), (1, "Login", "***CKR_PIN_LOCKED***"),
+            (2, "CloseSession", "CKR_OK"), (1, "Logout", "CKR_OK"), (1, "Finalize", "CKR_OK")]))
+        self.assertEqual(shown("--errors", "--context", "1", log=log), ["C_InitPIN", "C_Login", "C_Logout"])
+
+    def test_records_are_printed_as_they_stand_in_the_log(self):
+        lines = LOG.split("\n")
+        self.assertEqual(show("--records", "--function", "C_Sign", "-", input=LOG), lines[3:6])
+        text = ckscribe("show", "--records", str(OLD)).stdout
+        self.assertEqual(sorted(text.split("Command(")), sorted((OLD.read_text()[1:] + "\n").split("Command(")))
+
+    def test_arguments_that_make_no_sense_are_wrong_use(self):
+        for arguments in (["--slower", "5"], ["--last", "soon"], ["--since", "25:00"], ["--process", "x"], ["--date", "x"]):
+            with self.subTest(arguments):
+                self.assertEqual(ckscribe("show", *arguments, str(NEW)).returncode, 2)
+
+
+class Follower:
+    def __init__(self, *arguments):
+        self.process = subprocess.Popen([TOOL, "show", "-f", *map(str, arguments)], stdout=subprocess.PIPE)
+        self.text = b""
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.kill()
+        self.process.wait()
+        self.process.stdout.close()
+
+    def lines(self, count, seconds=20):
+        """All lines so far, at least `count` of them unless the time is over."""
+        end = time.monotonic() + seconds
+        while self.text.count(b"\n") < count and time.monotonic() < end:
+            if select.select([self.process.stdout], [], [], 0.1)[0]:
+                self.text += os.read(self.process.stdout.fileno(), 65536)
+        return self.text.decode().splitlines()
+
+
+def call(process, function, is_start):
+    return f"\n\n10:15:30 {process:05}-001:STRT{function} {{}}" if is_start else f"\n10:15:30 {process:05}-001:FINI{function} CKR_OK1clks {{}}"
+
+
+class Following(unittest.TestCase):
+    def test_calls_are_shown_once_as_they_come_across_rotation_and_truncation(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            path.write_text(call(1, "Initialize", True) + call(1, "Initialize", False) + call(2, "Finalize", True))
+            with Follower(path) as follower:
+                self.assertEqual(follower.lines(1)[0], "10:15:30 1 C_Initialize() = CKR_OK")
+                with open(path, "a") as log:
+                    log.write(call(2, "Finalize", False)[:20])
+                    log.flush()
+                    time.sleep(0.3)
+                    log.write(call(2, "Finalize", False)[20:])
+                self.assertEqual(follower.lines(2)[1:], ["10:15:30 1 C_Finalize() = CKR_OK"])
+                path.rename(path.with_suffix(".log.1"))
+                path.write_text(call(3, "Logout", True).replace("{}", "{Sesn=4 }") + call(3, "Logout", False))
+                self.assertEqual(follower.lines(3)[2:], ["10:15:30 1 C_Logout(session=4) = CKR_OK"])
+                with open(path, "w") as log:
+                    log.write(call(4, "Terminate", False))
+                self.assertEqual(follower.lines(4)[3:], ["10:15:30 1 C_Terminate() = CKR_OK"])
+
+    def test_call_in_progress_is_shown_after_a_second(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            path.write_text(call(1, "Initialize", True))
+            with Follower(path) as follower:
+                began = time.monotonic()
+                self.assertEqual(follower.lines(1), ["10:15:30 1 C_Initialize() = ?"])
+                self.assertGreater(time.monotonic() - began, 0.9)
+                self.assertEqual(len(follower.lines(2, seconds=1.5)), 1)
+
+
+main()

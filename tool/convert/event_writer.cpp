@@ -1,0 +1,68 @@
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <ctime>
+
+#include "tool/convert/call_writers.h"
+#include "tool/convert/value_json.h"
+#include "tool/report_json.h"
+
+namespace ckscribe {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// As much of a moment as the log tells: without a date where there is none, and without a zone where it is
+// local.
+std::string TimeAsTold(const Moment& moment) {
+    std::string text = IsoTime(moment.nanoseconds);
+    if (moment.scale == TimeScale::kUtc) return text;
+    text.pop_back();
+    return moment.scale == TimeScale::kLocal ? text : text.substr(text.find('T') + 1);
+}
+
+void PutLine(const std::string& line) { fmt::print("{}\n", line); }
+
+Json EventOf(const Call& call, bool isStart) {
+    Json event;
+    event["event"] = isStart ? "start" : "end";
+    // The time of both is that of the call's beginning.
+    if (call.Time().IsThere()) event["time"] = TimeAsTold(call.Time());
+    event["pid"] = call.process;
+    if (call.thread) event["tid"] = *call.thread;
+    event["function"] = std::string(call.Function());
+    if (!isStart) {
+        if (call.rv) event["rv"] = *call.rv;
+        event["result"] = std::string(call.result);
+    }
+    const CallFields& fields = call.fields;
+    if (fields.slot) event["slot"] = *fields.slot;
+    if (fields.session) event["session"] = *fields.session;
+    if (fields.object) event["object"] = *fields.object;
+    if (fields.user) event["user"] = *fields.user;
+    if (!fields.mechanism.empty()) event["mechanism"] = std::string(fields.mechanism);
+    event["in"] = JsonOf(call.In());
+    if (!isStart) event["out"] = JsonOf(call.Out());
+    return event;
+}
+
+class EventWriter : public CallWriter {
+public:
+    void OnCall(const Call& call) override {
+        if (call.format == LogFormat::kEvents) {
+            // They are events already.
+            if (call.hasStart) PutLine(std::string(call.startRecord));
+            if (call.hasEnd) PutLine(std::string(call.endRecord));
+            return;
+        }
+        if (call.hasStart) PutLine(LineOf(EventOf(call, true)));
+        if (call.hasEnd) PutLine(LineOf(EventOf(call, false)));
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<CallWriter> MakeEventWriter() { return std::make_unique<EventWriter>(); }
+
+}  // namespace ckscribe

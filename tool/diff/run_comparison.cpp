@@ -1,0 +1,96 @@
+#include "tool/diff/run_comparison.h"
+
+#include <algorithm>
+
+namespace ckscribe {
+
+namespace {
+
+constexpr std::uint64_t kMuchLonger = 10;
+constexpr std::uint64_t kLonger = 10'000'000;
+// How far the runs may be apart before they are the same again.
+constexpr std::size_t kFarthest = 400;
+
+bool IsSame(const ComparedCall& one, const ComparedCall& other) { return one.asked == other.asked; }
+
+// How many calls are gone and how many are new until both runs go on alike: the fewest of both together.
+std::pair<std::size_t, std::size_t> FindNextSame(std::span<const ComparedCall> before,
+                                                 std::span<const ComparedCall> after) {
+    for (std::size_t distance = 1; distance <= std::min(kFarthest, before.size() + after.size());
+         ++distance) {
+        for (std::size_t gone = 0; gone <= distance; ++gone) {
+            const std::size_t added = distance - gone;
+            if (gone > before.size() || added > after.size()) continue;
+            const bool isEnd = gone == before.size() && added == after.size();
+            if (isEnd) return {gone, added};
+            if (gone == before.size() || added == after.size() || !IsSame(before[gone], after[added]))
+                continue;
+            // One like call is an accident, two in a row are not.
+            const bool isLast = gone + 1 == before.size() || added + 1 == after.size();
+            if (isLast || IsSame(before[gone + 1], after[added + 1])) return {gone, added};
+        }
+    }
+    return {std::min<std::size_t>(1, before.size()), std::min<std::size_t>(1, after.size())};
+}
+
+bool IsMuchLonger(const ComparedCall& before, const ComparedCall& after) {
+    if (!before.nanoseconds || !after.nanoseconds) return false;
+    return *after.nanoseconds / kMuchLonger >= *before.nanoseconds &&
+           *after.nanoseconds >= *before.nanoseconds + kLonger;
+}
+
+}  // namespace
+
+std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
+                                   const std::vector<ComparedCall>& after) {
+    std::vector<DifferentCall> differences;
+    std::span<const ComparedCall> left = before;
+    std::span<const ComparedCall> right = after;
+    while (!left.empty() || !right.empty()) {
+        if (!left.empty() && !right.empty() && IsSame(left[0], right[0])) {
+            if (left[0].answered != right[0].answered) {
+                differences.push_back({Difference::kOtherAnswer, &left[0], &right[0]});
+            } else if (IsMuchLonger(left[0], right[0])) {
+                differences.push_back({Difference::kMuchLonger, &left[0], &right[0]});
+            }
+            left = left.subspan(1);
+            right = right.subspan(1);
+            continue;
+        }
+        const auto [gone, added] = FindNextSame(left, right);
+        for (std::size_t i = 0; i < gone; ++i) differences.push_back({Difference::kGone, &left[i], nullptr});
+        for (std::size_t i = 0; i < added; ++i) differences.push_back({Difference::kNew, nullptr, &right[i]});
+        left = left.subspan(gone);
+        right = right.subspan(added);
+    }
+    return differences;
+}
+
+std::vector<ThreadPair> PairThreads(const std::vector<ComparedThread>& before,
+                                    const std::vector<ComparedThread>& after) {
+    std::vector<ThreadPair> pairs;
+    std::vector<bool> isTaken(after.size());
+    for (const ComparedThread& thread : before) {
+        pairs.push_back({&thread, nullptr});
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            if (isTaken[i] || !IsSame(thread.calls.front(), after[i].calls.front())) continue;
+            isTaken[i] = true;
+            pairs.back().second = &after[i];
+            break;
+        }
+    }
+    std::size_t next = 0;
+    for (ThreadPair& pair : pairs) {
+        if (pair.second != nullptr) continue;
+        while (next < after.size() && isTaken[next]) ++next;
+        if (next == after.size()) break;
+        isTaken[next] = true;
+        pair.second = &after[next];
+    }
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        if (!isTaken[i]) pairs.push_back({nullptr, &after[i]});
+    }
+    return pairs;
+}
+
+}  // namespace ckscribe

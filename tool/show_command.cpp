@@ -1,0 +1,120 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <memory>
+#include <thread>
+
+#include "reader/log_family.h"
+#include "tool/exit_status.h"
+#include "tool/log_arguments.h"
+#include "tool/messages.h"
+#include "tool/progress_bar.h"
+#include "tool/show/followed_log.h"
+#include "tool/show/shown_calls.h"
+#include "tool/subcommands.h"
+
+namespace ckscribe {
+
+namespace {
+
+constexpr char kExample[] =
+    "Examples:\n"
+    "  ckscribe show --errors --last 10m calls.log\n"
+    "  ckscribe show -f --slower 5ms events.jsonl\n";
+
+constexpr auto kPause = std::chrono::milliseconds(100);
+
+struct Options {
+    LogArguments logs;
+    CallFilter filter;
+    std::size_t context = 0;
+    bool isRecords = false;
+    bool isFollowing = false;
+};
+
+void SayMissedDurations(const CallFilter& filter) {
+    if (!filter.HasMissedDurations()) return;
+    Say("Text logs hold no durations, so --slower shows none of their calls. Events have them "
+        "(docs/events.md).");
+}
+
+// What the filter must know of a log before its first call is shown.
+class Survey : public LogSink {
+public:
+    void OnCall(const Call&) override {}
+    void OnLogSurveyed(const Moment& moment) override { lastRecord = moment; }
+    void OnLogEnd(std::optional<std::int64_t> day) override { firstDay = day; }
+
+    Moment lastRecord;
+    std::optional<std::int64_t> firstDay;
+};
+
+// Runs until it is interrupted, or to the end of what cannot grow.
+int Follow(Options& options, ShownCalls& calls) {
+    std::vector<std::unique_ptr<FollowedLog>> logs;
+    for (const LogFamily& family : FamiliesOf(options.logs.paths)) {
+        std::vector<std::string> paths;
+        for (const std::uint32_t file : family) paths.push_back(options.logs.paths[file]);
+        logs.push_back(std::make_unique<FollowedLog>(paths, calls));
+        if (!options.filter.NeedsTimes() || paths.back() == "-") continue;
+        ReadingOptions reading = options.logs.Reading();
+        reading.needsDates = true;
+        Survey survey;
+        ReadLogs(paths, reading, survey);
+        options.filter.SetLog(survey.lastRecord);
+        if (survey.firstDay) logs.back()->SetFirstDay(*survey.firstDay);
+    }
+    bool hasSaid = false;
+    while (true) {
+        bool isNews = false;
+        for (const auto& log : logs) isNews |= log->Read();
+        ShownCalls::Flush();
+        if (!hasSaid && options.filter.HasMissedDurations()) {
+            SayMissedDurations(options.filter);
+            hasSaid = true;
+        }
+        if (!isNews) std::this_thread::sleep_for(kPause);
+    }
+}
+
+int Run(Options& options) {
+    options.filter.Prepare(options.logs.isUtc);
+    ShowStyle style;
+    style.line = {Palette::For(STDOUT_FILENO), options.logs.isUtc};
+    style.context = options.context;
+    style.isRecords = options.isRecords;
+    ShownCalls calls(options.filter, style);
+    if (options.isFollowing) return Follow(options, calls);
+
+    ReadingOptions reading = options.logs.Reading();
+    reading.needsDates = options.filter.NeedsTimes();
+    auto bar = std::make_unique<ProgressBar>();
+    // Lines and a bar would write over each other.
+    if (isatty(STDOUT_FILENO) == 0)
+        reading.onProgress = [&bar](const ReadingProgress& progress) { bar->Show(progress); };
+    const std::vector<FileReading> files = ReadLogs(options.logs.paths, reading, calls);
+    bar.reset();
+    ShownCalls::Flush();
+    SayMissedDurations(options.filter);
+    return SayUnreadFiles(options.logs.paths, files);
+}
+
+}  // namespace
+
+void AddShowCommand(CLI::App& app, int& status) {
+    CLI::App* const show = app.add_subcommand("show", "Show the calls of logs, one line each");
+    show->footer(kExample);
+    const auto options = std::make_shared<Options>();
+    options->logs.AddTo(*show);
+    options->logs.AddUtcTo(*show);
+    options->filter.AddTo(*show);
+    show->add_option("--context", options->context,
+                     "Also this many calls of the same thread before and behind")
+        ->type_name("NUMBER");
+    show->add_flag("--records", options->isRecords, "Print the records as they stand in the log");
+    show->add_flag("-f,--follow", options->isFollowing, "Go on with what is appended, also across rotation");
+    show->callback([options, &status] { status = Run(*options); });
+}
+
+}  // namespace ckscribe
