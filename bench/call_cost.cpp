@@ -134,7 +134,7 @@ void RunCalls(benchmark::State& state) {
     Run(state, [&thread] { (thread.*call)(); });
 }
 
-alignas(kCacheLine) std::atomic<unsigned> queries{0};
+alignas(ckscribe::kCacheLine) std::atomic<unsigned> queries{0};
 
 // What no call that asks the logging mask twice can do without: all threads count their queries in one place.
 // The count is waited for before the call, as by everything that other threads must see before the target is

@@ -17,7 +17,7 @@ using Store = WendrafilConfiguration;
 constexpr int kFirstCluster = 1;
 constexpr int kNameSize = 40;
 
-NumberedName ClusterSection(int number) { return {"Cluster%02d", number}; }
+ckscribe::NumberedName ClusterSection(int number) { return {"Cluster%02d", number}; }
 
 bool ReadName(const Store& store, int number, char* name, int size) {
     return store.GetConfigurationInfo(ClusterSection(number), "ClusterName", name, size);
@@ -88,7 +88,7 @@ int SetTime(Store* store, const ClusterTime& time, const char* cluster, int valu
         std::puts("Cluster entry not found.");
         return -1;
     }
-    return store->SetConfigurationInfo(ClusterSection(number), time.key, NumberedName("%d", value));
+    return store->SetConfigurationInfo(ClusterSection(number), time.key, ckscribe::NumberedName("%d", value));
 }
 
 void DeleteFile(const char* path) {
@@ -99,7 +99,7 @@ void DeleteFile(const char* path) {
     }
     char command[8192] = "rm --force ";
     const std::size_t length = std::strlen(command);
-    if (!ShellWordFromPath(path, command + length, sizeof command - length)) return;
+    if (!ckscribe::ShellWordFromPath(path, command + length, sizeof command - length)) return;
     [[maybe_unused]] const int result = std::system(command);
 }
 
@@ -148,7 +148,7 @@ int WendrafilConfiguration::SetOrmaNetClusterRecoverInterval(const char* name, i
 
 int WendrafilConfiguration::SetOrmaNetClusterName(const char* name, const char* memberFile) {
     if (FindCluster(*this, name) != 0) return 2;
-    const NumberedName section = ClusterSection(FreeCluster(*this));
+    const ckscribe::NumberedName section = ClusterSection(FreeCluster(*this));
     if (memberFile != nullptr && memberFile[0] != '\0') Set(section, "ClusterMemberFile", memberFile);
     return Set(section, "ClusterName", name);
 }
@@ -159,7 +159,7 @@ int WendrafilConfiguration::DeleteOrmaNetClusterPair(const char* name) {
         std::printf("The requested cluster: %s doesn't exist in the Velmora-INC configuration file.\n", name);
         return 1;
     }
-    const NumberedName section = ClusterSection(number);
+    const ckscribe::NumberedName section = ClusterSection(number);
     char memberFile[80] = "";
     Text(section, "ClusterMemberFile", memberFile, sizeof memberFile);
     Set(section, "ClusterName", "");

@@ -22,13 +22,13 @@ bool IsEntryOf(const char* key, std::string_view line) {
     if (start == std::string_view::npos) return false;
     const std::size_t equals = line.find('=', start + std::strlen(key));
     if (equals == std::string_view::npos) return false;
-    char name[FileRewrite::kLineLimit + 1];
+    char name[ckscribe::FileRewrite::kLineLimit + 1];
     name[line.copy(name, equals - start, start)] = '\0';
     return std::strcmp(Tolk_TrimWhiteSpaces(name), key) == 0;
 }
 
 // Writes the body in lines of 512 characters; the last one ends with `end`.
-void WriteBody(FileRewrite* file, std::string_view body, const char* end) {
+void WriteBody(ckscribe::FileRewrite* file, std::string_view body, const char* end) {
     constexpr std::size_t kPiece = 512;
     for (; body.size() > kPiece; body.remove_prefix(kPiece)) file->WriteLine(body.substr(0, kPiece));
     file->Write(body);
@@ -39,15 +39,15 @@ void WriteBody(FileRewrite* file, std::string_view body, const char* end) {
 
 int WendrafilConfiguration::SetConfigurationInfo(const char* section, const char* key, const char* value) {
     if (section == nullptr || key == nullptr || value == nullptr) return 0;
-    FileRewrite file;
+    ckscribe::FileRewrite file;
     if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
     bool isInside = false;
     bool hasSection = false;
     bool isReplaced = false;
     for (std::string_view line; file.NextLine(&line);) {
-        if (!isInside && Contains(line, section) && Contains(line, "{")) {
+        if (!isInside && ckscribe::Contains(line, section) && ckscribe::Contains(line, "{")) {
             isInside = hasSection = true;
-        } else if (isInside && Contains(line, "}")) {
+        } else if (isInside && ckscribe::Contains(line, "}")) {
             if (!isReplaced) file.WriteFormatted(kEntry, key, value);
             isInside = false;
         } else if (isInside && IsEntryOf(key, line)) {
@@ -66,15 +66,15 @@ int WendrafilConfiguration::SetConfigurationInfo(const char* section, const char
 
 int WendrafilConfiguration::ClearConfigurationInfo(const char* section, const char* key) {
     if (section == nullptr || key == nullptr) return 0;
-    FileRewrite file;
+    ckscribe::FileRewrite file;
     if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
     bool isInside = false;
     for (std::string_view line; file.NextLine(&line);) {
         if (!isInside) {
-            isInside = Contains(line, section);
-        } else if (Contains(line, "}")) {
+            isInside = ckscribe::Contains(line, section);
+        } else if (ckscribe::Contains(line, "}")) {
             isInside = false;
-        } else if (Contains(line, key)) {
+        } else if (ckscribe::Contains(line, key)) {
             continue;
         }
         file.WriteLine(line);
@@ -84,13 +84,13 @@ int WendrafilConfiguration::ClearConfigurationInfo(const char* section, const ch
 
 int WendrafilConfiguration::ClearConfigurationInfo(const char* section) {
     if (section == nullptr) return 0;
-    FileRewrite file;
+    ckscribe::FileRewrite file;
     if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
     bool isInside = false;
     for (std::string_view line; file.NextLine(&line);) {
         if (isInside) {
-            isInside = !Contains(line, "}");
-        } else if (Contains(line, section)) {
+            isInside = !ckscribe::Contains(line, "}");
+        } else if (ckscribe::Contains(line, section)) {
             // Deliberate: any mention of the name counts, one in another section's value too.
             isInside = true;
         } else {
@@ -102,17 +102,17 @@ int WendrafilConfiguration::ClearConfigurationInfo(const char* section) {
 
 int WendrafilConfiguration::ReplaceConfigurationInfo(const char* section, const char* body, int) {
     if (section == nullptr || body == nullptr) return 0;
-    FileRewrite file;
+    ckscribe::FileRewrite file;
     if (GetLibraryType() != 0 || !file.Read(GetConfFileName())) return 0;
     bool isInside = false;
     bool hasSection = false;
     for (std::string_view line; file.NextLine(&line);) {
         if (!isInside) {
             file.WriteLine(line);
-            if (!Contains(line, section)) continue;
+            if (!ckscribe::Contains(line, section)) continue;
             WriteBody(&file, body, "\n");
             isInside = hasSection = true;
-        } else if (Contains(line, "}")) {
+        } else if (ckscribe::Contains(line, "}")) {
             file.WriteLine(line);
             isInside = false;
         }

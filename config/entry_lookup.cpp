@@ -59,10 +59,8 @@ const char* FindSectionName(const char* text, const char* section) {
     return nullptr;
 }
 
-}  // namespace ckscribe
-
 const char* FindEntryValue(char* text, const char* section, const char* key) {
-    const char* const found = ckscribe::FindSectionName(text, section);
+    const char* const found = FindSectionName(text, section);
     if (found == nullptr) return nullptr;
     char* const name = text + (found - text);
     CutAt(name, "}");
@@ -72,3 +70,5 @@ const char* FindEntryValue(char* text, const char* section, const char* key) {
     char* equals = std::strchr(entry, '=');
     return equals == nullptr ? nullptr : SkipSpaces(equals + 1);
 }
+
+}  // namespace ckscribe

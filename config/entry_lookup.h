@@ -19,9 +19,9 @@ namespace ckscribe {
 // "}" from there on.
 const char* FindSectionName(const char* text, const char* section);
 
-}  // namespace ckscribe
-
 // The value of `key` in `section`, or null when there is no such section or key. The text is changed: the end
 // of the section and the end of the value are overwritten with NUL. Takes time in proportion to the text's
 // length, whatever it holds.
 const char* FindEntryValue(char* text, const char* section, const char* key);
+
+}  // namespace ckscribe

@@ -8,6 +8,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+namespace ckscribe {
+
 namespace {
 
 void WriteAll(int file, std::string_view text) {
@@ -61,3 +63,5 @@ int FileRewrite::Commit() {
     close(file);
     return isComplete;
 }
+
+}  // namespace ckscribe

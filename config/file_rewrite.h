@@ -10,6 +10,8 @@
 #include "config/file_text.h"
 #include "config/growing_text.h"
 
+namespace ckscribe {
+
 class FileRewrite {
 public:
     // The longest line of a rewritten file, in characters without the line feed.
@@ -46,3 +48,5 @@ private:
 inline bool Contains(std::string_view line, const char* text) {
     return line.find(text) != std::string_view::npos;
 }
+
+}  // namespace ckscribe

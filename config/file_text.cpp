@@ -8,15 +8,17 @@
 
 #include "host/uncancelled_io.h"
 
+namespace ckscribe {
+
 int OpenFile(const char* path, int access) {
-    return ckscribe::OpenUncancelled(path, access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0777);
+    return OpenUncancelled(path, access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0777);
 }
 
 bool FileText::Read(const char* path) {
     const int file = OpenFile(path, O_RDONLY);
     if (file < 0) return false;
     const bool isRead = ReadFrom(file);
-    ckscribe::CloseUncancelled(file);
+    CloseUncancelled(file);
     return isRead;
 }
 
@@ -27,7 +29,7 @@ bool FileText::ReadFrom(int file) {
     if (size >= PTRDIFF_MAX) return false;
     text.reset(new (std::nothrow) char[size + 1]);
     if (text == nullptr) return false;
-    const ssize_t got = ckscribe::ReadUncancelled(file, text.get(), static_cast<std::uint32_t>(size));
+    const ssize_t got = ReadUncancelled(file, text.get(), static_cast<std::uint32_t>(size));
     if (got == 0) {
         text.reset();
         return false;
@@ -36,3 +38,5 @@ bool FileText::ReadFrom(int file) {
     isWhole = static_cast<unsigned long>(got) == size;
     return true;
 }
+
+}  // namespace ckscribe

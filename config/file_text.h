@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace ckscribe {
+
 // Opens a file with the given access (O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, ...); -1 on failure. The file
 // is not inherited by programs that the host starts and never becomes its terminal, and a pipe in its place
 // does not keep the host waiting. A new file gets mode 0777 less the process's umask.
@@ -23,3 +25,5 @@ struct FileText {
 private:
     bool ReadFrom(int file);
 };
+
+}  // namespace ckscribe

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace ckscribe {
+
 GrowingText::~GrowingText() { std::free(characters); }
 
 void GrowingText::Append(std::string_view text) {
@@ -22,3 +24,5 @@ bool GrowingText::Reserve(std::size_t more) {
     capacity = enough;
     return true;
 }
+
+}  // namespace ckscribe

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace ckscribe {
+
 // A text that grows in memory, and remembers instead of throwing when there is none left.
 class GrowingText {
 public:
@@ -26,3 +28,5 @@ private:
     std::size_t capacity = 0;
     bool isWhole = true;
 };
+
+}  // namespace ckscribe

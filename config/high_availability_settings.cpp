@@ -35,7 +35,7 @@ int WendrafilConfiguration::GetHAAutoRecoverCount(int& count) const {
 
 int WendrafilConfiguration::SetHAAutoRecoverCount(int count) {
     char value[6];
-    std::snprintf(value, sizeof value, "%.5s", static_cast<const char*>(NumberedName("%d", count)));
+    std::snprintf(value, sizeof value, "%.5s", static_cast<const char*>(ckscribe::NumberedName("%d", count)));
     return Set("HAConfiguration", "reconnAtt", value);
 }
 

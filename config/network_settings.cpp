@@ -17,10 +17,11 @@ int FindServer(const WendrafilConfiguration& store, const char* name, bool serve
 }
 
 // The key of the first index that is missing or empty.
-NumberedName FreeKey(const WendrafilConfiguration& store, const char* section, const char* pattern) {
+ckscribe::NumberedName FreeKey(const WendrafilConfiguration& store, const char* section,
+                               const char* pattern) {
     char entry[2];
     for (int index = 0;; ++index) {
-        const NumberedName key(pattern, index);
+        const ckscribe::NumberedName key(pattern, index);
         if (!store.GetConfigurationInfo(section, key, entry, sizeof entry) || entry[0] == '\0') return key;
     }
 }
@@ -60,16 +61,16 @@ int WendrafilConfiguration::SetOrmaNetServerName(const char* name, bool server) 
 int WendrafilConfiguration::ReplaceOrmaNetServerName(const char* oldName, const char* newName, int,
                                                      bool server) {
     const int index = FindServer(*this, oldName, server);
-    return index < 0 ? -1 : Set(NetSection(server), NumberedName("ServerName%02d", index), newName);
+    return index < 0 ? -1 : Set(NetSection(server), ckscribe::NumberedName("ServerName%02d", index), newName);
 }
 
 int WendrafilConfiguration::DeleteOrmaNetServerPair(const char* name, bool server) {
     const char* section = NetSection(server);
     const int index = FindServer(*this, name, server);
     if (index < 0) return 3;
-    return Set(section, NumberedName("ServerName%02d", index), "") &&
-           Set(section, NumberedName("ServerPort%02d", index), "") &&
-           Set(section, NumberedName("ServerHtl%02d", index), "");
+    return Set(section, ckscribe::NumberedName("ServerName%02d", index), "") &&
+           Set(section, ckscribe::NumberedName("ServerPort%02d", index), "") &&
+           Set(section, ckscribe::NumberedName("ServerHtl%02d", index), "");
 }
 
 int WendrafilConfiguration::SetServerPort(const int* port, bool server) {
@@ -80,5 +81,5 @@ int WendrafilConfiguration::SetServerHtlRequired(int required, bool server, int 
     const char* section = NetSection(server);
     const char* value = required == 1 ? "1" : "0";
     if (index < 0) return Set(section, FreeKey(*this, section, "ServerHtl%02d"), value);
-    return Set(section, NumberedName("ServerHtl%02d", index), value);
+    return Set(section, ckscribe::NumberedName("ServerHtl%02d", index), value);
 }

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+namespace ckscribe {
+
 // A key or a section name with a number in it: NumberedName("VirtualToken%02dLabel", 3) is
 // "VirtualToken03Label". The pattern holds one "%d" and at most 50 other characters.
 class NumberedName {
@@ -12,3 +14,5 @@ public:
 private:
     char text[64];
 };
+
+}  // namespace ckscribe

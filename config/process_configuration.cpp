@@ -4,7 +4,7 @@
 
 namespace {
 
-Undestroyed<CkLogConfig> theConfiguration;
+ckscribe::Undestroyed<CkLogConfig> theConfiguration;
 
 }  // namespace
 

@@ -26,15 +26,16 @@ constexpr struct {
 };
 
 // Appends the token's entries, each as a line of its own; returns how many it has.
-int AppendToken(const WendrafilConfiguration& store, const char* section, int index, GrowingText* lines) {
+int AppendToken(const WendrafilConfiguration& store, const char* section, int index,
+                ckscribe::GrowingText* lines) {
     int count = 0;
     for (const auto& entry : kTokenEntries) {
-        const NumberedName key(entry.pattern, index);
+        const ckscribe::NumberedName key(entry.pattern, index);
         char value[839];
         if (!store.GetConfigurationInfo(section, key, value, entry.size)) continue;
         char line[1000];
         std::snprintf(line, sizeof line, "   %s = %s;", static_cast<const char*>(key), value);
-        lines->Append(std::string_view(line).substr(0, FileRewrite::kLineLimit));
+        lines->Append(std::string_view(line).substr(0, ckscribe::FileRewrite::kLineLimit));
         lines->Append("\n");
         ++count;
     }
@@ -43,17 +44,17 @@ int AppendToken(const WendrafilConfiguration& store, const char* section, int in
 
 // Puts `lines` in the place of the section's own; false when no line begins the section. Not
 // ReplaceConfigurationInfo, which breaks its body after every 512 characters, in the middle of an entry.
-bool ReplaceLines(const char* section, std::string_view lines, FileRewrite* file) {
+bool ReplaceLines(const char* section, std::string_view lines, ckscribe::FileRewrite* file) {
     bool isInside = false;
     bool hasSection = false;
     for (std::string_view line; file->NextLine(&line);) {
         if (!isInside) {
             file->WriteLine(line);
             // Without the brace, the entries of the other section of virtual tokens would match as well.
-            if (!Contains(line, section) || !Contains(line, "{")) continue;
+            if (!ckscribe::Contains(line, section) || !ckscribe::Contains(line, "{")) continue;
             file->Write(lines);
             isInside = hasSection = true;
-        } else if (Contains(line, "}")) {
+        } else if (ckscribe::Contains(line, "}")) {
             file->WriteLine(line);
             isInside = false;
         }
@@ -70,7 +71,7 @@ int WendrafilConfiguration::SetVirtualTokenSN(int index, unsigned int serial, bo
 }
 
 int WendrafilConfiguration::AddVirtualTokenMember(int index, const char* serial, bool proxy) {
-    const NumberedName key("VirtualToken%02dMembers", index);
+    const ckscribe::NumberedName key("VirtualToken%02dMembers", index);
     char label[64];
     if (!GetVirtualTokenLabel(index, label, sizeof label, proxy)) return 0;
     char members[842];  // a list and a number of 840 characters, the comma between them, and NUL
@@ -100,18 +101,18 @@ int WendrafilConfiguration::RemoveVirtualTokenMember(int index, const char* seri
     }
     if (end != kept) --end;
     *end = '\0';
-    return Set(TokenSection(proxy), NumberedName("VirtualToken%02dMembers", index), kept);
+    return Set(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dMembers", index), kept);
 }
 
 int WendrafilConfiguration::DeleteVirtualToken(int index, bool proxy) {
     const char* section = TokenSection(proxy);
-    GrowingText kept;
-    GrowingText deleted;
+    ckscribe::GrowingText kept;
+    ckscribe::GrowingText deleted;
     int count = 0;
     for (int token = 0; token < kTokens; ++token) {
         count += AppendToken(*this, section, token, token == index ? &deleted : &kept);
     }
-    FileRewrite file;
+    ckscribe::FileRewrite file;
     if (count == 0 || !kept.IsWhole() || !file.Read(GetConfFileName())) return 0;
     return ReplaceLines(section, kept.View(), &file) && file.Commit();
 }

@@ -12,7 +12,7 @@
 #include "util/cache_line.h"
 
 // Threads count here in every call; nothing that they only read should be on its cache line.
-alignas(kCacheLine) std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};
+alignas(ckscribe::kCacheLine) std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};
 std::atomic<int> WendrafilConfiguration::LibraryType{0};
 char WendrafilConfiguration::server_section[64] = "OrmaSA Server";
 
@@ -29,7 +29,7 @@ void CopyCut(const char* text, char* buffer, unsigned size) {
 constexpr char kDefaultLibrary[] = "/usr/lib/libmordavek2.so";
 
 bool CanOpen(const char* path, int access) {
-    const int file = OpenFile(path, access);
+    const int file = ckscribe::OpenFile(path, access);
     return file >= 0 && ckscribe::CloseUncancelled(file) == 0;
 }
 
@@ -84,7 +84,7 @@ int WendrafilConfiguration::TestRW() const {
 int WendrafilConfiguration::ReadConfigurationFile(const char* path, char** contents,
                                                   unsigned long* size) const {
     if (path == nullptr || contents == nullptr || size == nullptr) return 0;
-    FileText file;
+    ckscribe::FileText file;
     const bool isRead = file.Read(path);
     *contents = file.text.release();
     *size = file.size;
@@ -92,7 +92,7 @@ int WendrafilConfiguration::ReadConfigurationFile(const char* path, char** conte
 }
 
 int WendrafilConfiguration::DumpFile(FILE* stream) const {
-    FileText file;
+    ckscribe::FileText file;
     if (!file.Read(GetConfFileName())) return 0;
     std::fputs(file.text.get(), stream);
     return 1;
@@ -106,11 +106,11 @@ int WendrafilConfiguration::GetConfigurationEntry(const char* section, const cha
 
 WendrafilConfiguration::Found WendrafilConfiguration::LookUp(const char* section, const char* key,
                                                              char* value, int valueSize) const {
-    FileText file;
+    ckscribe::FileText file;
     if (!file.Read(GetConfFileName())) return Found::kNoText;
     const bool isReadInVain = !file.isWhole && file.text[0] == '\0';
     if (isReadInVain) return Found::kNoText;
-    const char* found = FindEntryValue(file.text.get(), section, key);
+    const char* found = ckscribe::FindEntryValue(file.text.get(), section, key);
     if (found == nullptr) return Found::kNoEntry;
     CopyCut(found, value, static_cast<unsigned>(valueSize));
     return Found::kEntry;

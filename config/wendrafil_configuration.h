@@ -154,10 +154,10 @@ public:
     }
     int GetOrmaAuxLibraryCount() const { return Number("AuxLibrary", "AuxLibCount", 32, 0); }
     int GetOrmaAuxLibrary(char* buffer, int size, int index) const {
-        return Text("AuxLibrary", NumberedName("AuxLib%d", index), buffer, size);
+        return Text("AuxLibrary", ckscribe::NumberedName("AuxLib%d", index), buffer, size);
     }
     int GetOrmaAuxLibraryType(int index) const {
-        return Number("AuxLibrary", NumberedName("AuxLibType%d", index), 32, 0);
+        return Number("AuxLibrary", ckscribe::NumberedName("AuxLibType%d", index), 32, 0);
     }
     int GetSmmLibraryFilename(char* buffer, int size) const {
         return Text("SSM", "LibraryFilename", buffer, size);
@@ -241,7 +241,7 @@ public:
     int CardReaderDurnelCount() const { return Number("CardReader", "DurnelCount", 200, 0); }
     int IsRemoteCommandPreferred() const { return Number("CardReader", "RemoteCommand", 200, 0); }
     int GetCardReaderDurnelName(int index, char* buffer, int size) const {
-        return Text("CardReader", NumberedName("Durnel%dName", index), buffer, size);
+        return Text("CardReader", ckscribe::NumberedName("Durnel%dName", index), buffer, size);
     }
 
     // "InstanceOrmaCR" of "CardReader", as atoi reads 31 characters; a missing key leaves `*out` alone,
@@ -315,19 +315,19 @@ public:
 
     // The list of servers, from index 0 to the first missing name, in "OrmaSA Server" or "OrmaSA Client".
     int GetOrmaNetServerName(int index, char* buffer, int size, bool server) const {
-        return Text(NetSection(server), NumberedName("ServerName%02d", index), buffer, size);
+        return Text(NetSection(server), ckscribe::NumberedName("ServerName%02d", index), buffer, size);
     }
     int GetOrmaNetServerPort(int index, int* port, bool server) const {
-        return Scanned(NetSection(server), NumberedName("ServerPort%02d", index), port);
+        return Scanned(NetSection(server), ckscribe::NumberedName("ServerPort%02d", index), port);
     }
     int SetOrmaNetServerPort(int index, int port) {
-        return Set("OrmaSA Client", NumberedName("ServerPort%02d", index), port);
+        return Set("OrmaSA Client", ckscribe::NumberedName("ServerPort%02d", index), port);
     }
     int GetOrmaNetServerHtlRequired(int index, int* value, bool server) const {
-        return Scanned(NetSection(server), NumberedName("ServerHtl%02d", index), value);
+        return Scanned(NetSection(server), ckscribe::NumberedName("ServerHtl%02d", index), value);
     }
     int GetOrmaNetCertFile(int index, char* buffer, int size) const {
-        return Text("OrmaSA Client", NumberedName("ServerCertFile%02d", index), buffer, size);
+        return Text("OrmaSA Client", ckscribe::NumberedName("ServerCertFile%02d", index), buffer, size);
     }
 
     // Counts the names and copies each (at most 49 characters) into its element of `names`, when both the
@@ -428,34 +428,38 @@ public:
 
     // Virtual tokens, in "VirtualProxyToken" or "VirtualToken".
     int GetVirtualTokenLabel(int index, char* buffer, int size, bool proxy) const {
-        return Text(TokenSection(proxy), NumberedName("VirtualToken%02dLabel", index), buffer, size);
+        return Text(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dLabel", index), buffer,
+                    size);
     }
     int SetVirtualTokenLabel(int index, const char* label, bool proxy) {
-        return Set(TokenSection(proxy), NumberedName("VirtualToken%02dLabel", index), label);
+        return Set(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dLabel", index), label);
     }
     int GetVirtualTokenSN(int index, char* buffer, int size, bool proxy) const {
-        return Text(TokenSection(proxy), NumberedName("VirtualToken%02dSN", index), buffer, size);
+        return Text(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dSN", index), buffer, size);
     }
     int SetVirtualTokenSN(int index, const char* serial, bool proxy) {
-        return Set(TokenSection(proxy), NumberedName("VirtualToken%02dSN", index), serial);
+        return Set(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dSN", index), serial);
     }
     int SetVirtualTokenSN(int index, unsigned int serial, bool proxy);
     int GetVirtualTokenMembers(int index, char* buffer, int size, bool proxy) const {
-        return Text(TokenSection(proxy), NumberedName("VirtualToken%02dMembers", index), buffer, size);
+        return Text(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dMembers", index), buffer,
+                    size);
     }
     int GetVirtualSessionObjectDisableSyncType(int index, char* buffer, int size) const {
-        return Text("VirtualProxyToken", NumberedName("VirtualToken%02dSessionSynchsDisabled", index), buffer,
-                    size);
+        return Text("VirtualProxyToken",
+                    ckscribe::NumberedName("VirtualToken%02dSessionSynchsDisabled", index), buffer, size);
     }
     int SetVirtualSessionObjectDisableSyncType(int index, const char* type) {
-        return Set("VirtualProxyToken", NumberedName("VirtualToken%02dSessionSynchsDisabled", index), type);
+        return Set("VirtualProxyToken",
+                   ckscribe::NumberedName("VirtualToken%02dSessionSynchsDisabled", index), type);
     }
     int GetVirtualTokenObjectDisableSyncType(int index, char* buffer, int size) const {
-        return Text("VirtualProxyToken", NumberedName("VirtualToken%02dTokenSynchsDisabled", index), buffer,
-                    size);
+        return Text("VirtualProxyToken", ckscribe::NumberedName("VirtualToken%02dTokenSynchsDisabled", index),
+                    buffer, size);
     }
     int SetVirtualTokenObjectDisableSyncType(int index, const char* type) {
-        return Set("VirtualProxyToken", NumberedName("VirtualToken%02dTokenSynchsDisabled", index), type);
+        return Set("VirtualProxyToken", ckscribe::NumberedName("VirtualToken%02dTokenSynchsDisabled", index),
+                   type);
     }
 
     // Appends a serial number to a token's list of members, after a comma. Fails when the token has no label,
@@ -540,7 +544,7 @@ private:
         return SetConfigurationInfo(section, key, value);
     }
     int Set(const char* section, const char* key, int value) {
-        return SetConfigurationInfo(section, key, NumberedName("%d", value));
+        return SetConfigurationInfo(section, key, ckscribe::NumberedName("%d", value));
     }
 
     static const char* NetSection(bool server) { return server ? "OrmaSA Server" : "OrmaSA Client"; }

@@ -5,7 +5,7 @@
 #include "util/cache_line.h"
 #include "util/json_writer.h"
 
-alignas(kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
+alignas(ckscribe::kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
 
 AbstractDescriptor::AbstractDescriptor(const char* ownName) {
     ++uInstanceCount;

@@ -18,7 +18,7 @@
 
 namespace ckscribe {
 
-alignas(kCacheLine) CallEvent* currentCallEvent = nullptr;
+alignas(ckscribe::kCacheLine) CallEvent* currentCallEvent = nullptr;
 
 namespace {
 
@@ -80,7 +80,7 @@ void WriteRun(JsonWriter& json, const EventRun& run) {
     for (std::size_t i = 0; i < sizeof bytes; ++i)
         bytes[i] = static_cast<unsigned char>(run.began >> (8 * (sizeof bytes - 1 - i)));
     char text[2 * sizeof bytes + 1 + 2 * sizeof run.process];
-    WriteHexDigits(bytes, sizeof bytes, text);
+    ckscribe::WriteHexDigits(bytes, sizeof bytes, text);
     text[2 * sizeof bytes] = '-';
     const char* const end =
         std::to_chars(text + 2 * sizeof bytes + 1, text + sizeof text, run.process, 16).ptr;
@@ -172,7 +172,7 @@ void ForgetEventRun() {
 void WriteStartEvent(CallEvent& event, const CommandDescriptor& record) {
     Number(event);
     TellSubjects(record, event.subject);
-    TextBuffer line;
+    ckscribe::TextBuffer line;
     JsonWriter json(line);
     json.BeginObject();
     json.Key("event");
@@ -195,7 +195,7 @@ void WriteStartEvent(CallEvent& event, const CommandDescriptor& record) {
 void WriteEndEvent(CallEvent& event, const CommandDescriptor& record, unsigned long rv) {
     Number(event);
     TellSubjects(record, event.subject);
-    TextBuffer line;
+    ckscribe::TextBuffer line;
     JsonWriter json(line);
     json.BeginObject();
     json.Key("event");

@@ -12,14 +12,14 @@
 
 namespace {
 
-alignas(kCacheLine) Undestroyed<ckscribe::AppendFile> captureStream;
+alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<ckscribe::AppendFile> captureStream;
 
 ckscribe::LossReport lossReport;
 
 }  // namespace
 
 ckscribe::AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object;
-alignas(kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
+alignas(ckscribe::kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
 
 void AbstractDescriptor::Capture() const {
     if (isStreamOpen.load(std::memory_order_relaxed) != 0) {

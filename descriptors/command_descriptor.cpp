@@ -15,7 +15,7 @@ namespace {
 // Processor time of the latest start record of any call, in clock ticks. One for the whole process and set by
 // the old format alone, so that the new format shows the processor time of the process so far; kept, readers
 // of the log know both figures so.
-alignas(kCacheLine) std::uint32_t startStamp = 0;
+alignas(ckscribe::kCacheLine) std::uint32_t startStamp = 0;
 
 std::uint32_t ClockTicks() { return static_cast<std::uint32_t>(recordEnvironment.processorTime()); }
 

@@ -15,14 +15,14 @@
 
 namespace ckscribe {
 
-alignas(kCacheLine) std::atomic<int> areEventsOpen{0};
+alignas(ckscribe::kCacheLine) std::atomic<int> areEventsOpen{0};
 
 namespace {
 
 constexpr std::size_t kLongestName = 500;
 constexpr std::size_t kLongestDirectory = 1000;
 
-alignas(kCacheLine) Undestroyed<AppendFile> eventsFile;
+alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<AppendFile> eventsFile;
 
 LossReport lossReport;
 

@@ -12,7 +12,7 @@
 inline void WriteNumericText(std::FILE* stream, std::string_view bytes) {
     for (const char byte : bytes) {
         char digits[2];
-        WriteHexDigits(&byte, 1, digits);
+        ckscribe::WriteHexDigits(&byte, 1, digits);
         std::fwrite(digits, 1, sizeof digits, stream);
     }
 }

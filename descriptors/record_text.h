@@ -6,7 +6,7 @@
 
 #include "util/text_buffer.h"
 
-class RecordText : public TextBuffer {
+class RecordText : public ckscribe::TextBuffer {
 public:
     // Text in memory; Flush does nothing.
     RecordText() = default;

@@ -6,7 +6,7 @@
 
 #include "util/cache_line.h"
 
-alignas(kCacheLine) TreeMemory* TreeMemory::current = nullptr;
+alignas(ckscribe::kCacheLine) TreeMemory* TreeMemory::current = nullptr;
 
 namespace {
 

@@ -18,7 +18,7 @@ class CallsInTarget {
 public:
     // A line counts calls; each has a cache line of its own. Most threads get a line to themselves and need
     // no locked instruction on the way out. The other threads share some lines.
-    struct alignas(kCacheLine) Line {
+    struct alignas(ckscribe::kCacheLine) Line {
         std::atomic<std::uintptr_t> thread{0};  // the only one that counts here, 0 for none yet, or kShared
         std::atomic<long> calls{0};
     };

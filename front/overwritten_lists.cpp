@@ -12,7 +12,7 @@ namespace ckscribe {
 
 namespace {
 
-Undestroyed<OverwrittenLists> theLists;
+ckscribe::Undestroyed<OverwrittenLists> theLists;
 
 constexpr std::size_t kVersionWords = 1;
 

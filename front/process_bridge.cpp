@@ -4,7 +4,7 @@
 
 namespace {
 
-Undestroyed<CryptokiBridge> theBridge;
+ckscribe::Undestroyed<CryptokiBridge> theBridge;
 
 }  // namespace
 

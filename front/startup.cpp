@@ -32,10 +32,10 @@ std::atomic<OrmaMutex*> pCkLogMutex{nullptr};
 namespace {
 
 // Start and stop take turns under this lock. A thread takes it before the record lock, never after it.
-alignas(kCacheLine) Undestroyed<OrmaMutex> startMutex;
+alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<OrmaMutex> startMutex;
 
 // pCkLogMutex points to it once the library has started. It needs no memory, so the lock never fails.
-alignas(kCacheLine) Undestroyed<OrmaMutex> recordMutex;
+alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<OrmaMutex> recordMutex;
 
 // While a target is loaded or unloaded, it may call exported functions on that thread. Such calls go to
 // whatever is bound at that moment.

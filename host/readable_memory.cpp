@@ -41,7 +41,7 @@ struct KnownPage {
 };
 constexpr std::size_t kKnownPages = 64;
 KnownPage knownPages[kKnownPages];
-alignas(kCacheLine) unsigned long epoch = 1;
+alignas(ckscribe::kCacheLine) unsigned long epoch = 1;
 
 KnownPage& PlaceOf(std::uintptr_t page) { return knownPages[page / kPageSize % kKnownPages]; }
 

@@ -48,7 +48,7 @@ std::string FilesAsWords(const std::vector<std::string>& paths) {
                                  "/._-+,:@%") == path.npos;
         if (isPlain || path == "-") {
             words += path;
-        } else if (ShellWordFromPath(path.c_str(), word.data(), word.size())) {
+        } else if (ckscribe::ShellWordFromPath(path.c_str(), word.data(), word.size())) {
             words += word.c_str();
         }
     }

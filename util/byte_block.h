@@ -4,5 +4,9 @@
 
 #include <cstddef>
 
+namespace ckscribe {
+
 inline constexpr std::size_t kByteBlock = 16;
 using ByteBlock = unsigned char __attribute__((vector_size(kByteBlock)));
+
+}  // namespace ckscribe

@@ -5,4 +5,8 @@
 
 #include <cstddef>
 
+namespace ckscribe {
+
 inline constexpr std::size_t kCacheLine = 64;
+
+}  // namespace ckscribe

@@ -4,6 +4,8 @@
 
 #include "util/byte_block.h"
 
+namespace ckscribe {
+
 namespace {
 
 ByteBlock DigitsOf(ByteBlock nibbles) {
@@ -11,15 +13,28 @@ ByteBlock DigitsOf(ByteBlock nibbles) {
     return nibbles + '0' + (isLetter & ('a' - '0' - 10));
 }
 
+// Eight bytes of each, in turn: from byte `kFrom` on, the first of them from `high`.
+template <int kFrom>
+ByteBlock Interleaved(ByteBlock high, ByteBlock low) {
+    constexpr int h = kFrom;
+    constexpr int l = kFrom + static_cast<int>(kByteBlock);
+#if defined(__clang__) || __GNUC__ >= 12
+    return __builtin_shufflevector(high, low, h, l, h + 1, l + 1, h + 2, l + 2, h + 3, l + 3, h + 4, l + 4,
+                                   h + 5, l + 5, h + 6, l + 6, h + 7, l + 7);
+#else
+    return __builtin_shuffle(high, low,
+                             ByteBlock{h, l, h + 1, l + 1, h + 2, l + 2, h + 3, l + 3, h + 4, l + 4, h + 5,
+                                       l + 5, h + 6, l + 6, h + 7, l + 7});
+#endif
+}
+
 void WriteDigitsOfBlock(const unsigned char* bytes, char* digits) {
     ByteBlock block;
     std::memcpy(&block, bytes, kByteBlock);
     const ByteBlock high = DigitsOf(block >> 4);
     const ByteBlock low = DigitsOf(block & 15);
-    const ByteBlock first =
-        __builtin_shufflevector(high, low, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
-    const ByteBlock second =
-        __builtin_shufflevector(high, low, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
+    const ByteBlock first = Interleaved<0>(high, low);
+    const ByteBlock second = Interleaved<8>(high, low);
     std::memcpy(digits, &first, kByteBlock);
     std::memcpy(digits + kByteBlock, &second, kByteBlock);
 }
@@ -38,3 +53,5 @@ void WriteHexDigits(const void* bytes, std::size_t length, char* digits) {
     for (std::size_t i = 0; i < whole; i += kByteBlock) WriteDigitsOfBlock(from + i, digits + 2 * i);
     for (std::size_t i = whole; i < length; ++i) WriteDigitsOfByte(from[i], digits + 2 * i);
 }
+
+}  // namespace ckscribe

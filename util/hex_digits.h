@@ -4,6 +4,10 @@
 
 #include <cstddef>
 
+namespace ckscribe {
+
 // Writes two small hexadecimal digits for each of `length` bytes to `digits`, which has room for 2 * `length`
 // characters; adds no terminator. Any thread may call it at any time.
 void WriteHexDigits(const void* bytes, std::size_t length, char* digits);
+
+}  // namespace ckscribe

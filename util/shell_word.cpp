@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+namespace ckscribe {
+
 namespace {
 
 bool Append(const char* text, std::size_t length, char** end, const char* limit) {
@@ -23,3 +25,5 @@ bool ShellWordFromPath(const char* path, char* word, std::size_t size) {
     }
     return Append("'", sizeof "'", &word, limit);
 }
+
+}  // namespace ckscribe

@@ -7,6 +7,8 @@
 
 #include "util/hex_digits.h"
 
+namespace ckscribe {
+
 namespace {
 
 constexpr std::size_t kMostDecimalDigits = 20;  // of 2^64
@@ -73,3 +75,5 @@ void TextBuffer::AppendHexBytes(const void* bytes, std::size_t length) {
     WriteHexDigits(bytes, length, Room(2 * length));
     size += 2 * length;
 }
+
+}  // namespace ckscribe

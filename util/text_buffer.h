@@ -8,6 +8,8 @@
 #include <cstring>
 #include <string_view>
 
+namespace ckscribe {
+
 class TextBuffer {
 public:
     // What an object holds in itself: on the stack it takes no memory from elsewhere for most records, and no
@@ -54,3 +56,5 @@ private:
     std::size_t capacity = kFirstCapacity;
     char first[kFirstCapacity];
 };
+
+}  // namespace ckscribe

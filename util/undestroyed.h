@@ -3,6 +3,8 @@
 // them.
 #pragma once
 
+namespace ckscribe {
+
 template <class Object>
 union Undestroyed {
     Undestroyed() : object() {}
@@ -10,3 +12,5 @@ union Undestroyed {
 
     Object object;
 };
+
+}  // namespace ckscribe

@@ -151,7 +151,7 @@ TEST_F(FaultsTest, FileWhoseStatusIsNotToldHoldsNothing) {
 
 TEST_F(FaultsTest, FailedReadGivesAnEmptyText) {
     faults.readLimit = -2;
-    FileText file;
+    ckscribe::FileText file;
     EXPECT_TRUE(file.Read(path.c_str()));
     EXPECT_STREQ("", file.text.get());
     EXPECT_EQ(sizeof kText - 1, file.size);
@@ -162,7 +162,7 @@ TEST_F(FaultsTest, FailedReadGivesAnEmptyText) {
 
 TEST_F(FaultsTest, ReadThatGivesNothingFails) {
     faults.readLimit = 0;
-    FileText file;
+    ckscribe::FileText file;
     EXPECT_FALSE(file.Read(path.c_str()));
     EXPECT_EQ(nullptr, file.text);
     ExpectEveryEditFailsAndNothingChanges();
@@ -170,7 +170,7 @@ TEST_F(FaultsTest, ReadThatGivesNothingFails) {
 
 TEST_F(FaultsTest, ShortReadGivesTheBeginningOfTheText) {
     faults.readLimit = 9;
-    FileText file;
+    ckscribe::FileText file;
     EXPECT_TRUE(file.Read(path.c_str()));
     EXPECT_STREQ("Misc = {\n", file.text.get());
     EXPECT_FALSE(file.isWhole);
@@ -204,7 +204,7 @@ TEST_F(FaultsTest, FileIsWrittenInOneGo) {
 }
 
 TEST(GrowingText, KeepsWhatItHadWhenMemoryEnds) {
-    GrowingText text;
+    ckscribe::GrowingText text;
     text.Append("");
     EXPECT_TRUE(text.IsWhole());
     EXPECT_EQ("", text.View());

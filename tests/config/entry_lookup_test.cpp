@@ -18,7 +18,7 @@ class EntryLookupTest : public testing::TestWithParam<LookupCase> {};
 
 TEST_P(EntryLookupTest, FindsKeyInMisc) {
     std::string text = GetParam().text;
-    const char* value = FindEntryValue(text.data(), "Misc", "Key");
+    const char* value = ckscribe::FindEntryValue(text.data(), "Misc", "Key");
     EXPECT_EQ(GetParam().value, value == nullptr ? "(none)" : value);
 }
 
@@ -110,7 +110,7 @@ INSTANTIATE_TEST_SUITE_P(Key, EntryLookupTest, testing::ValuesIn(kKeys), CaseNam
 INSTANTIATE_TEST_SUITE_P(Value, EntryLookupTest, testing::ValuesIn(kValues), CaseName);
 
 std::string Find(std::string text, const char* section, const char* key) {
-    const char* value = FindEntryValue(text.data(), section, key);
+    const char* value = ckscribe::FindEntryValue(text.data(), section, key);
     return value == nullptr ? "(none)" : value;
 }
 
@@ -180,7 +180,7 @@ TEST(EntryLookup, HostileTextsTakeNoQuadraticTime) {
 
 TEST(EntryLookup, KeyOfSpacesTakesNoQuadraticTime) {
     std::string text = "Misc = {\n" + std::string(4 * kCount, ' ') + "x";
-    EXPECT_EQ(nullptr, FindEntryValue(text.data(), "Misc", " "));
+    EXPECT_EQ(nullptr, ckscribe::FindEntryValue(text.data(), "Misc", " "));
 }
 
 }  // namespace

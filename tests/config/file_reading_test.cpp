@@ -111,14 +111,14 @@ TEST_F(FileReadingTest, FileLargerThanMemoryFails) {
     Write("x");
     constexpr long kSize = 1L << 43;
     ASSERT_EQ(0, truncate(path.c_str(), kSize)) << "the file system has no files of 8 TiB";
-    FileText file;
+    ckscribe::FileText file;
     EXPECT_FALSE(file.Read(path.c_str()));
     EXPECT_EQ("(none)", Lookup("Misc", "Key"));
 }
 
 TEST_F(FileReadingTest, OpenedFileIsNotInherited) {
     Write("x");
-    const int file = OpenFile(path.c_str(), O_RDONLY);
+    const int file = ckscribe::OpenFile(path.c_str(), O_RDONLY);
     ASSERT_LE(0, file);
     EXPECT_EQ(FD_CLOEXEC, fcntl(file, F_GETFD) & FD_CLOEXEC);
     EXPECT_EQ(O_NONBLOCK, fcntl(file, F_GETFL) & O_NONBLOCK);
@@ -127,7 +127,7 @@ TEST_F(FileReadingTest, OpenedFileIsNotInherited) {
 
 TEST_F(FileReadingTest, NoFileStaysOpen) {
     Write(OneEntry("Misc", "Key", "V"));
-    const int before = OpenFile(path.c_str(), O_RDONLY);
+    const int before = ckscribe::OpenFile(path.c_str(), O_RDONLY);
     close(before);
     Lookup("Misc", "Key");
     store.TestR();
@@ -135,7 +135,7 @@ TEST_F(FileReadingTest, NoFileStaysOpen) {
     store.SetConfigurationInfo("Misc", "Key", "W");
     Write("");
     Lookup("Misc", "Key");
-    const int after = OpenFile(path.c_str(), O_RDONLY);
+    const int after = ckscribe::OpenFile(path.c_str(), O_RDONLY);
     close(after);
     EXPECT_EQ(before, after);
 }

@@ -1,6 +1,7 @@
-# Installs the package below a fresh directory, builds a tool there from the installed files alone, and uses it.
+# Installs the package below a fresh directory, builds programs there from the installed files only, and uses them: a tool,
+# the example of docs/package.md, and a program with functions of its own whose names are common.
 #
-# cmake -DBUILD=... -DTOOL_SOURCES=... -DCOMPILER=... -DGENERATOR=... -DFLAGS=... -P installed_package_test.cmake
+# cmake -DBUILD=... -DSOURCE=... -DCOMPILER=... -DGENERATOR=... -DFLAGS=... -P installed_package_test.cmake
 
 execute_process(COMMAND mktemp -d OUTPUT_VARIABLE directory OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
@@ -14,22 +15,47 @@ function(run)
   endif()
 endfunction()
 
-# expect(RESULT OUTPUT ARGUMENTS...): the tool's exit status and what it prints.
-function(expect expected_result expected_output)
+# build(NAME): builds the sources in ${directory}/NAME.sources into ${directory}/NAME.
+function(build name)
+  run(${CMAKE_COMMAND} -S ${directory}/${name}.sources -B ${directory}/${name} -G ${GENERATOR} -DCMAKE_BUILD_TYPE=Debug
+    -DCMAKE_PREFIX_PATH=${directory}/prefix -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS})
+  run(${CMAKE_COMMAND} --build ${directory}/${name})
+endfunction()
+
+# expect_of(PROGRAM RESULT OUTPUT ARGUMENTS...): the program's exit status and what it prints.
+function(expect_of program expected_result expected_output)
   execute_process(
-    COMMAND ${CMAKE_COMMAND} -E env WendrafilConfigurationPath=${directory} ${directory}/tool/configuration_tool ${ARGN}
+    COMMAND ${CMAKE_COMMAND} -E env WendrafilConfigurationPath=${directory} ${directory}/${program} ${ARGN}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL expected_result OR NOT output STREQUAL expected_output)
     file(REMOVE_RECURSE ${directory})
-    message(FATAL_ERROR "${ARGN}: expected ${expected_result} \"${expected_output}\", got ${result} \"${output}\"")
+    message(FATAL_ERROR "${program} ${ARGN}: expected ${expected_result} \"${expected_output}\", got ${result} \"${output}\"")
   endif()
 endfunction()
 
+# expect(RESULT OUTPUT ARGUMENTS...): the same of the tool.
+function(expect expected_result expected_output)
+  expect_of(tool/configuration_tool "${expected_result}" "${expected_output}" ${ARGN})
+endfunction()
+
+# example(LANGUAGE PATH): writes a block of docs/package.md, the first of that language.
+function(example language path)
+  file(READ ${SOURCE}/docs/package.md page)
+  string(FIND "${page}" "```${language}\n" begin)
+  if(begin EQUAL -1)
+    message(FATAL_ERROR "docs/package.md has no block of ${language}")
+  endif()
+  string(LENGTH "```${language}\n" length)
+  math(EXPR begin "${begin} + ${length}")
+  string(SUBSTRING "${page}" ${begin} -1 block)
+  string(FIND "${block}" "```" end)
+  string(SUBSTRING "${block}" 0 ${end} block)
+  file(WRITE ${path} "${block}")
+endfunction()
+
 run(${CMAKE_COMMAND} --install ${BUILD} --component development --prefix ${directory}/prefix)
-file(COPY ${TOOL_SOURCES}/ DESTINATION ${directory}/sources)
-run(${CMAKE_COMMAND} -S ${directory}/sources -B ${directory}/tool -G ${GENERATOR} -DCMAKE_BUILD_TYPE=Debug
-  -DCMAKE_PREFIX_PATH=${directory}/prefix -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS})
-run(${CMAKE_COMMAND} --build ${directory}/tool)
+file(COPY ${SOURCE}/tests/config/installed_tool/ DESTINATION ${directory}/tool.sources)
+build(tool)
 
 file(WRITE ${directory}/Wendrafil.conf "Cluster01 = {\n   ClusterName = one;\n}\n")
 expect(1 "" get Misc Key)
@@ -45,4 +71,15 @@ set(expected "Cluster01 = {\n   ClusterName = one;\n   ClusterReceiveTimeout = 1
 if(NOT text STREQUAL expected)
   message(SEND_ERROR "the file holds \"${text}\"")
 endif()
+
+example(cmake ${directory}/example.sources/CMakeLists.txt)
+example(cpp ${directory}/example.sources/timeout.cpp)
+build(example)
+expect_of(example/timeout 0 "Misc has no Timeout.\n")
+expect_of(example/timeout 0 "Timeout is 1500.\n")
+
+file(COPY ${SOURCE}/tests/config/program_with_common_names/ DESTINATION ${directory}/common.sources)
+build(common)
+expect_of(common/program_with_common_names 0 "")
+
 file(REMOVE_RECURSE ${directory})

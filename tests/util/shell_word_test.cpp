@@ -10,7 +10,7 @@ namespace {
 
 std::string Word(const std::string& path) {
     std::string word(4 * path.size() + 5, 'x');
-    EXPECT_TRUE(ShellWordFromPath(path.c_str(), word.data(), word.size()));
+    EXPECT_TRUE(ckscribe::ShellWordFromPath(path.c_str(), word.data(), word.size()));
     return word.c_str();
 }
 
@@ -51,7 +51,8 @@ TEST(ShellWord, IsWrittenOnlyAsFarAsThereIsRoom) {
         const size_t needed = Word(path).size() + 1;
         for (size_t size = 0; size <= needed; ++size) {
             std::string word(needed + 1, 'x');
-            EXPECT_EQ(size == needed, ShellWordFromPath(path, word.data(), size)) << path << " in " << size;
+            EXPECT_EQ(size == needed, ckscribe::ShellWordFromPath(path, word.data(), size))
+                << path << " in " << size;
             EXPECT_EQ(std::string(word.size() - size, 'x'), word.substr(size)) << path << " in " << size;
         }
     }

@@ -20,7 +20,7 @@ std::string Printed(const char* format, Arguments... arguments) {
 
 template <typename Write>
 std::string Written(Write write) {
-    TextBuffer buffer;
+    ckscribe::TextBuffer buffer;
     write(buffer);
     return std::string(buffer.Text());
 }
@@ -39,7 +39,8 @@ std::vector<unsigned long> Numbers() {
 
 TEST(TextBuffer, UnsignedDecimalsAreAsPrintfWritesThem) {
     for (const unsigned long number : Numbers()) {
-        EXPECT_EQ(Written([&](TextBuffer& text) { text.AppendDecimal(number); }), Printed("%lu", number));
+        EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) { text.AppendDecimal(number); }),
+                  Printed("%lu", number));
     }
 }
 
@@ -47,15 +48,18 @@ TEST(TextBuffer, SignedDecimalsAreAsPrintfWritesThem) {
     for (const unsigned long magnitude : Numbers()) {
         for (const unsigned long bits : {magnitude, 0 - magnitude}) {
             const long number = static_cast<long>(bits);
-            EXPECT_EQ(Written([&](TextBuffer& text) { text.AppendDecimal(number); }), Printed("%ld", number));
+            EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) { text.AppendDecimal(number); }),
+                      Printed("%ld", number));
         }
     }
-    EXPECT_EQ(Written([](TextBuffer& text) { text.AppendDecimal(LONG_MIN); }), "-9223372036854775808");
+    EXPECT_EQ(Written([](ckscribe::TextBuffer& text) { text.AppendDecimal(LONG_MIN); }),
+              "-9223372036854775808");
 }
 
 TEST(TextBuffer, HexadecimalsAreAsPrintfWritesThem) {
     for (const unsigned long number : Numbers()) {
-        EXPECT_EQ(Written([&](TextBuffer& text) { text.AppendHex(number); }), Printed("0x%lx", number));
+        EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) { text.AppendHex(number); }),
+                  Printed("0x%lx", number));
     }
 }
 
@@ -64,22 +68,23 @@ TEST(TextBuffer, PaddedNumbersAreAsPrintfWritesThem) {
         for (const unsigned long bits : {magnitude, 0 - magnitude}) {
             const int number = static_cast<int>(static_cast<unsigned>(bits));
             for (int width = 1; width <= 16; ++width) {
-                EXPECT_EQ(Written([&](TextBuffer& text) {
+                EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) {
                               text.AppendPadded(number, static_cast<unsigned>(width));
                           }),
                           Printed("%0*d", width, number));
             }
         }
     }
-    EXPECT_EQ(Written([](TextBuffer& text) { text.AppendPadded(7, 2); }), "07");
-    EXPECT_EQ(Written([](TextBuffer& text) { text.AppendPadded(-7, 5); }), "-0007");
-    EXPECT_EQ(Written([](TextBuffer& text) { text.AppendPadded(INT_MIN, 3); }), "-2147483648");
+    EXPECT_EQ(Written([](ckscribe::TextBuffer& text) { text.AppendPadded(7, 2); }), "07");
+    EXPECT_EQ(Written([](ckscribe::TextBuffer& text) { text.AppendPadded(-7, 5); }), "-0007");
+    EXPECT_EQ(Written([](ckscribe::TextBuffer& text) { text.AppendPadded(INT_MIN, 3); }), "-2147483648");
 }
 
 TEST(TextBuffer, HexBytesAreTwoSmallDigitsForEveryValue) {
     for (int value = 0; value < 256; ++value) {
         const unsigned char byte = static_cast<unsigned char>(value);
-        EXPECT_EQ(Written([&](TextBuffer& text) { text.AppendHexBytes(&byte, 1); }), Printed("%02x", value));
+        EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) { text.AppendHexBytes(&byte, 1); }),
+                  Printed("%02x", value));
     }
 }
 
@@ -90,7 +95,7 @@ TEST(TextBuffer, HexBytesOfEveryLengthAndAlignment) {
         for (std::size_t length = 0; length < 130; ++length) {
             std::string expected = "x";
             for (std::size_t i = begin; i < begin + length; ++i) expected += Printed("%02x", bytes[i]);
-            EXPECT_EQ(Written([&](TextBuffer& text) {
+            EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) {
                           text.Append('x');
                           text.AppendHexBytes(&bytes[begin], length);
                       }),
@@ -100,7 +105,7 @@ TEST(TextBuffer, HexBytesOfEveryLengthAndAlignment) {
 }
 
 TEST(TextBuffer, PiecesFollowEachOther) {
-    TextBuffer text;
+    ckscribe::TextBuffer text;
     text.Append("a\0b");  // up to the terminator, as any literal
     text.Append(std::string_view("c\0d", 3));
     text.Append('e');
@@ -113,16 +118,16 @@ TEST(TextBuffer, PiecesFollowEachOther) {
 }
 
 TEST(TextBuffer, NothingNeedsNoRoom) {
-    TextBuffer text;
+    ckscribe::TextBuffer text;
     text.Append("");
     text.AppendSpaces(0);
     text.AppendHexBytes(nullptr, 0);
     EXPECT_EQ(text.Text(), "");
-    EXPECT_EQ(text.Capacity(), TextBuffer::kFirstCapacity);
+    EXPECT_EQ(text.Capacity(), ckscribe::TextBuffer::kFirstCapacity);
 }
 
 TEST(TextBuffer, GrowsOverManySizes) {
-    TextBuffer text;
+    ckscribe::TextBuffer text;
     std::string expected;
     for (int i = 0; i < 20000; ++i) {
         text.AppendDecimal(static_cast<unsigned long>(i));
@@ -136,15 +141,16 @@ TEST(TextBuffer, GrowsOverManySizes) {
 }
 
 TEST(TextBuffer, OnePieceMayBeLargerThanTheFirstCapacity) {
-    EXPECT_EQ(Written([](TextBuffer& text) { text.AppendSpaces(5000); }), std::string(5000, ' '));
+    EXPECT_EQ(Written([](ckscribe::TextBuffer& text) { text.AppendSpaces(5000); }), std::string(5000, ' '));
     const std::string bytes(2049, '\x5A');
     std::string expected;
     for (std::size_t i = 0; i < bytes.size(); ++i) expected += "5a";
-    EXPECT_EQ(Written([&](TextBuffer& text) { text.AppendHexBytes(bytes.data(), bytes.size()); }), expected);
+    EXPECT_EQ(Written([&](ckscribe::TextBuffer& text) { text.AppendHexBytes(bytes.data(), bytes.size()); }),
+              expected);
 }
 
 TEST(TextBuffer, ClearKeepsTheMemory) {
-    TextBuffer text;
+    ckscribe::TextBuffer text;
     text.AppendSpaces(5000);
     const std::size_t capacity = text.Capacity();
     text.Clear();
@@ -155,25 +161,26 @@ TEST(TextBuffer, ClearKeepsTheMemory) {
 }
 
 TEST(TextBuffer, TheFirstKilobyteLiesInTheObjectAndIsKeptWhenTheTextGrows) {
-    TextBuffer text;
+    ckscribe::TextBuffer text;
     const auto isInObject = [&text] {
         const void* const begin = &text;
         const void* const end = &text + 1;
         return !std::less<>()(text.Text().data(), begin) && std::less<>()(text.Text().data(), end);
     };
     std::string expected;
-    for (std::size_t i = 0; i < TextBuffer::kFirstCapacity; ++i) expected += static_cast<char>('a' + i % 26);
+    for (std::size_t i = 0; i < ckscribe::TextBuffer::kFirstCapacity; ++i)
+        expected += static_cast<char>('a' + i % 26);
     text.Append(expected);
     EXPECT_TRUE(isInObject());
-    EXPECT_EQ(text.Capacity(), TextBuffer::kFirstCapacity);
+    EXPECT_EQ(text.Capacity(), ckscribe::TextBuffer::kFirstCapacity);
     text.Append('!');
     EXPECT_FALSE(isInObject());
     EXPECT_EQ(text.Text(), expected + '!');
-    EXPECT_EQ(text.Capacity(), 2 * TextBuffer::kFirstCapacity);
+    EXPECT_EQ(text.Capacity(), 2 * ckscribe::TextBuffer::kFirstCapacity);
 }
 
 TEST(TextBuffer, ATextThatNoMemoryCanHoldIsRefusedAndChangesNothing) {
-    TextBuffer text;
+    ckscribe::TextBuffer text;
     text.Append("kept");
     EXPECT_THROW(text.AppendSpaces(static_cast<std::size_t>(-1)), std::bad_alloc);
     EXPECT_THROW(text.AppendSpaces(static_cast<std::size_t>(-1) / 4), std::bad_alloc);

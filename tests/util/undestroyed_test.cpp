@@ -16,7 +16,7 @@ struct Counting {
 TEST(Undestroyed, IsConstructedAndNeverDestroyed) {
     constructed = destroyed = 0;
     {
-        const Undestroyed<Counting> holder;
+        const ckscribe::Undestroyed<Counting> holder;
         EXPECT_EQ(holder.object.value, 42);
         EXPECT_EQ(constructed, 1);
     }

@@ -135,7 +135,7 @@ std::string ConfigurationPath(const std::string& named, Findings* findings) {
 }
 
 std::optional<std::string> ReadConfiguration(const std::string& path, Findings& findings) {
-    FileText file;
+    ckscribe::FileText file;
     // Of anything but a regular file the library gets nothing.
     if (!IsRegular(path) || !file.Read(path.c_str())) {
         findings.Add(

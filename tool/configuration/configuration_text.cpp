@@ -27,7 +27,7 @@ std::optional<ConfigurationText::Section> ConfigurationText::FindSection(const s
 std::optional<ConfigurationText::Entry> ConfigurationText::FindEntry(const std::string& section,
                                                                      const std::string& key) const {
     std::string copy = text_;
-    const char* const found = FindEntryValue(copy.data(), section.c_str(), key.c_str());
+    const char* const found = ckscribe::FindEntryValue(copy.data(), section.c_str(), key.c_str());
     if (found == nullptr) return std::nullopt;
     const std::size_t value = static_cast<std::size_t>(found - copy.data());
     // Between key and value stand spaces, "=" and spaces.
