@@ -36,7 +36,8 @@ std::string_view TakeMaskWord(std::string_view* mask) {
 }
 
 unsigned ClassBit(std::string_view word) {
-    const auto* known = std::ranges::find(kClasses, word, &LoggingClass::name);
+    const auto* known = std::find_if(std::begin(kClasses), std::end(kClasses),
+                                     [=](const LoggingClass& logged) { return logged.name == word; });
     return known != std::end(kClasses) ? static_cast<unsigned>(known->bit) : 0;
 }
 
@@ -49,7 +50,8 @@ unsigned LoggingMaskOf(std::string_view mask) {
 std::span<const std::string_view> LoggingLevelWords() { return kLevels; }
 
 int LoggingLevelOf(std::string_view word) {
-    return static_cast<int>(std::ranges::find(kLevels, word) - std::begin(kLevels)) + 1;
+    return static_cast<int>(std::find(std::begin(kLevels), std::end(kLevels), word) - std::begin(kLevels)) +
+           1;
 }
 
 }  // namespace ckscribe

@@ -208,12 +208,15 @@ constexpr ParameterRule kParameterRules[] = {
     {MechanismNumber("CKM_NIST_PRF_KDF"), Exactly(56)},
     {MechanismNumber("CKM_PRF_KDF"), Exactly(56)},
 };
-static_assert(std::ranges::adjacent_find(kParameterRules, std::ranges::greater_equal(),
-                                         &ParameterRule::mechanism) == std::end(kParameterRules));
+static_assert(std::adjacent_find(std::begin(kParameterRules), std::end(kParameterRules),
+                                 [](const ParameterRule& rule, const ParameterRule& next) {
+                                     return rule.mechanism >= next.mechanism;
+                                 }) == std::end(kParameterRules));
 
 const ParameterRule* RuleFor(CK_MECHANISM_TYPE mechanism) {
-    const ParameterRule* rule =
-        std::ranges::lower_bound(kParameterRules, mechanism, std::ranges::less(), &ParameterRule::mechanism);
+    const ParameterRule* rule = std::lower_bound(
+        std::begin(kParameterRules), std::end(kParameterRules), mechanism,
+        [](const ParameterRule& known, CK_MECHANISM_TYPE type) { return known.mechanism < type; });
     const bool isListed = rule != std::end(kParameterRules) && rule->mechanism == mechanism;
     return isListed ? rule : nullptr;
 }

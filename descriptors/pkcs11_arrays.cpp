@@ -13,7 +13,9 @@ constexpr unsigned long kNoClass = ~0UL;
 
 unsigned long attributeClass(const CK_ATTRIBUTE* attributes, unsigned long count) {
     const std::span entries(attributes, count);
-    const auto entry = std::ranges::find(entries, CKA_CLASS, &CK_ATTRIBUTE::type);
+    const auto entry = std::find_if(entries.begin(), entries.end(), [](const CK_ATTRIBUTE& attribute) {
+        return attribute.type == CKA_CLASS;
+    });
     if (entry == entries.end()) return kNoClass;
 
     unsigned long objectClass;
