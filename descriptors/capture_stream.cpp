@@ -28,8 +28,10 @@ void AbstractDescriptor::Capture() const {
         fpCaptureStream.Append(record.Text());
         lossReport.After(fpCaptureStream, "capture file");
     }
-    if (ckscribe::AreEventsOpen() && ckscribe::currentCallEvent != nullptr)
+    if (ckscribe::AreEventsOpen() && ckscribe::currentCallEvent != nullptr) {
         CaptureEvent(*ckscribe::currentCallEvent);
+        ckscribe::ReportLossOfEvents();
+    }
 }
 
 void AbstractDescriptor::InitializeClass() {

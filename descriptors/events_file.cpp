@@ -120,8 +120,9 @@ void CloseEvents() {
 void AppendToEvents(std::string_view lines) {
     if (isForAnotherProcess) OpenForThisProcess();
     eventsFile.object.Append(lines);
-    lossReport.After(eventsFile.object, "events file");
 }
+
+void ReportLossOfEvents() { lossReport.After(eventsFile.object, "events file"); }
 
 void OpenEventsAnewInChild() { isForAnotherProcess = AreEventsOpen() && NamesProcess(openName); }
 

@@ -22,6 +22,10 @@ void CloseEvents();
 // Appends whole lines with one write. Errors are silent.
 void AppendToEvents(std::string_view lines);
 
+// To be called after each event, when its text is gone from the stack: tells a person once that the file is
+// lost.
+void ReportLossOfEvents();
+
 // For a child made by fork: a name with "%p" means another file there. It is opened with the first event.
 void OpenEventsAnewInChild();
 
