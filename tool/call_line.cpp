@@ -81,7 +81,7 @@ std::string TextOfChildren(const Value& value) {
     const auto& children = value.children;
     std::string text;
     for (std::size_t i = 0; i < std::min(children.size(), kMostElements); ++i)
-        text += (i == 0 ? "" : " ") + ValuesText({children[i]});
+        text += fmt::format("{}{}", i == 0 ? "" : " ", ValuesText({children[i]}));
     if (children.size() > kMostElements) text += fmt::format(" ... {} in all", children.size());
     const bool isStructure =
         !children.empty() && (!children.front().name.empty() || !children.front().type.empty());
@@ -105,7 +105,8 @@ std::string TextOfTyped(const Value& value) {
     std::string text =
         value.type.empty() ? fmt::format("{:#x}", value.number.value_or(0)) : Harmless(value.type);
     std::string inner;
-    for (const Value& child : value.children) inner += (inner.empty() ? "" : " ") + ValuesText({child});
+    for (const Value& child : value.children)
+        inner += fmt::format("{}{}", inner.empty() ? "" : " ", ValuesText({child}));
     return inner.empty() ? text : text + '(' + inner + ')';
 }
 

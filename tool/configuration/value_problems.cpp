@@ -140,7 +140,8 @@ std::string MeantMask(std::string_view mask) {
     std::string meant;
     for (const std::string_view word : MaskWords(spaced)) {
         const std::string_view name = ClassBit(word) != 0 ? word : FindNearestName(word, names).name;
-        meant += (meant.empty() ? "" : "|") + std::string(name);
+        if (!meant.empty()) meant += '|';
+        meant += name;
     }
     return meant;
 }
