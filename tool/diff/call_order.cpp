@@ -59,7 +59,10 @@ void CallOrder::OnCall(const Call& call) {
     std::vector<Value> out = call.Out();
     std::erase_if(out, [](const Value& value) { return !IsCompared(value); });
     for (Value& value : out) Blur(value, true);
-    if (!out.empty()) answered += " " + ValuesText(out);
+    if (!out.empty()) {
+        answered += ' ';
+        answered += ValuesText(out);
+    }
     threads[place->second].calls.push_back(
         {texts.NumberOf(fmt::format("{}({})", call.Function(), ValuesText(in))), texts.NumberOf(answered),
          call.FirstPlace().line, call.nanoseconds});
