@@ -8,7 +8,7 @@ namespace {
 
 template <class Write>
 std::string Written(const Write& write) {
-    TextBuffer out;
+    ckscribe::TextBuffer out;
     ckscribe::JsonWriter json(out);
     write(json);
     return std::string(out.Text());

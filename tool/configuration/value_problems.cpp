@@ -122,7 +122,8 @@ std::vector<std::string_view> MaskWords(std::string_view mask) {
 
 std::string Joined(const std::vector<std::string_view>& words) {
     std::string text;
-    for (const std::string_view word : words) text += (text.empty() ? "" : ", ") + InQuotes(word);
+    for (const std::string_view word : words)
+        text += fmt::format("{}{}", text.empty() ? "" : ", ", InQuotes(word));
     return text;
 }
 
