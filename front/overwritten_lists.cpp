@@ -47,9 +47,19 @@ const void* OverwrittenLists::Original(const void* list) const {
 
 void OverwrittenLists::GiveBack() {
     const OrmaLock lock(mutex);
+    GiveBackAll();
+    first.reset();
+}
+
+void OverwrittenLists::GiveBackIfFree() {
+    if (!mutex.LockIfFree()) return;
+    GiveBackAll();
+    mutex.Unlock();
+}
+
+void OverwrittenLists::GiveBackAll() const {
     ForgetReadablePages();
     for (const Node* node = first.get(); node != nullptr; node = node->next.get()) GiveBack(*node);
-    first.reset();
 }
 
 OverwrittenLists::Node* OverwrittenLists::Find(const void* list) const {

@@ -40,6 +40,9 @@ public:
     // that is not there any more is left alone. Forgets all lists.
     void GiveBack() CKSCRIBE_NEEDS(theRecordLock);
 
+    // Puts back the same, forgets nothing, and does nothing at all if another thread uses this object.
+    void GiveBackIfFree() CKSCRIBE_NEEDS(theRecordLock);
+
 private:
     static constexpr std::size_t kMostWords = 300;
 
@@ -55,6 +58,7 @@ private:
     Node* Find(const void* list) const;
     void ForgetAbandoned() CKSCRIBE_NEEDS(theRecordLock);
     static bool HoldsOwnEntries(const Node& node);
+    void GiveBackAll() const CKSCRIBE_NEEDS(theRecordLock);
     static void GiveBack(const Node& node);
 
     std::unique_ptr<Node> first;

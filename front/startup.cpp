@@ -118,14 +118,25 @@ void FreeRuntimeMemory() {
 #endif
 }
 
+// Another thread may hold the lock for ever: it waits in a write to the log, or is gone. The end of the
+// process waits for none. The check knows the record lock only by another name.
+CKSCRIBE_UNCHECKED void GiveListsBackIfFree() {
+    if (!recordMutex.object.LockIfFree()) return;
+    ckscribe::overwrittenLists.GiveBackIfFree();
+    recordMutex.object.Unlock();
+}
+
 // Gives the lists back before the target's own destructors, which may look at them. dlclose also lets the
 // target go and gives everything else back. The end of the process does not: other threads may still be in
 // calls, and destructors of the application may still make some.
 __attribute__((destructor)) void Unload() {
+    if (processEnds) {
+        GiveListsBackIfFree();
+        return;
+    }
     {
         const ckscribe::RecordLock lock(recordMutex.object);
         ckscribe::overwrittenLists.GiveBack();
-        if (processEnds) return;
         AbstractDescriptor::CloseCaptureStream();
         ckscribe::CloseEvents();
         ckscribe::FreeAllInputs();

@@ -42,6 +42,16 @@ void OrmaMutex::Lock() CKSCRIBE_UNCHECKED {
     ++held;
 }
 
+bool OrmaMutex::LockIfFree() CKSCRIBE_UNCHECKED {
+    if (!IsValid() || pthread_mutex_trylock(mutex) != 0) return false;
+    if (held != 0) {  // by this thread
+        pthread_mutex_unlock(mutex);
+        return false;
+    }
+    ++held;
+    return true;
+}
+
 void OrmaMutex::Unlock() CKSCRIBE_UNCHECKED {
     if (!IsValid()) return;
     --held;

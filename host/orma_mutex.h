@@ -23,6 +23,9 @@ public:
     void Lock() CKSCRIBE_ACQUIRES();
     void Unlock() CKSCRIBE_RELEASES();
 
+    // Locks it if no thread holds it, this one included, and waits for nothing. Returns whether it did.
+    bool LockIfFree() CKSCRIBE_ACQUIRES_IF(true);
+
     // Makes the mutex anew, free and valid, whatever its state: a child made by fork may call it for a
     // locked one. Returns the result of pthread_mutex_init; the object is valid even if that failed.
     int __init();
@@ -33,7 +36,7 @@ private:
     pthread_mutex_t* mutex = nullptr;  // the mutex below while it is usable, else null
     pthread_mutex_t theMutex;
     pthread_mutexattr_t attributes;
-    int held = 0;  // how many locks are held now; for a debugger
+    int held = 0;  // how many locks are held now
 };
 
 namespace ckscribe {

@@ -12,8 +12,9 @@
 #define CKSCRIBE_LOCK(name) CKSCRIBE_THREAD_SAFETY(capability(name))
 #define CKSCRIBE_LOCK_HOLDER CKSCRIBE_THREAD_SAFETY(scoped_lockable)
 
-// Functions that take a lock, let it go, or need it.
+// Functions that take a lock, take it if they return this value, let it go, or need it.
 #define CKSCRIBE_ACQUIRES(...) CKSCRIBE_THREAD_SAFETY(acquire_capability(__VA_ARGS__))
+#define CKSCRIBE_ACQUIRES_IF(...) CKSCRIBE_THREAD_SAFETY(try_acquire_capability(__VA_ARGS__))
 #define CKSCRIBE_RELEASES(...) CKSCRIBE_THREAD_SAFETY(release_capability(__VA_ARGS__))
 #define CKSCRIBE_NEEDS(...) CKSCRIBE_THREAD_SAFETY(requires_capability(__VA_ARGS__))
 

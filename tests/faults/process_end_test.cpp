@@ -7,10 +7,30 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <string>
 #include <thread>
 
 #include "tests/faults/application.h"
 #include "tests/faults/log_records.h"
+
+namespace {
+
+thread_local bool waitsInWrite = false;
+std::atomic<bool> isWaitingInWrite{false};
+
+}  // namespace
+
+// The library's writes come to this function.
+extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* bytes,
+                                                                size_t size) {
+    static const auto systemsWrite =
+        reinterpret_cast<ssize_t (*)(int, const void*, size_t)>(dlsym(RTLD_NEXT, "write"));
+    if (waitsInWrite) {
+        isWaitingInWrite = true;
+        while (true) pause();
+    }
+    return systemsWrite(descriptor, bytes, size);
+}
 
 namespace {
 
@@ -181,6 +201,21 @@ TEST_F(ProcessEndDuringCalls, ExitOfAnotherThread_IsQuickAndRecordsAreWhole) {
         std::thread([] { std::exit(0); }).detach();
         (*lateLibrary)->C_WaitForSlotEvent(0, nullptr, nullptr);
     });
+}
+
+// The log may lie on a disk that does not answer.
+TEST_F(ProcessEnd, ThreadWaitsInTheWriteOfARecord_ExitWaitsForNothing) {
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        CK_FUNCTION_LIST* list = nullptr;
+        library->C_GetFunctionList(&list);
+        std::thread([&library] {
+            waitsInWrite = true;
+            library->C_Logout(1);
+        }).detach();
+        while (!isWaitingInWrite) std::this_thread::yield();
+        std::exit(0);
+    }));
 }
 
 // ---- Of a program that is linked with the library ---------------------------------------------------------

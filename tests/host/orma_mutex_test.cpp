@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
 #include <type_traits>
 
 // If a held mutex is made anew, as in a forked child, ThreadSanitizer goes on to take it for held.
@@ -48,10 +49,37 @@ TEST(OrmaMutex, ThreadLocksTwice_ItUnlocksTwiceBeforeAnotherGetsTheMutex) {
     EXPECT_TRUE(IsFree(mutex));
 }
 
+TEST(OrmaMutex, Free_LockIfFreeLocksOnce) {
+    OrmaMutex mutex;
+    EXPECT_TRUE(mutex.LockIfFree());
+    EXPECT_FALSE(IsFree(mutex));
+    mutex.Unlock();
+    EXPECT_TRUE(IsFree(mutex));
+}
+
+TEST(OrmaMutex, HeldByThisThread_LockIfFreeLeavesItAsItIs) {
+    OrmaMutex mutex;
+    mutex.Lock();
+    EXPECT_FALSE(mutex.LockIfFree());
+    EXPECT_FALSE(IsFree(mutex));
+    mutex.Unlock();
+    EXPECT_TRUE(IsFree(mutex));
+}
+
+TEST(OrmaMutex, HeldByAnotherThread_LockIfFreeReturnsFalseAtOnce) {
+    OrmaMutex mutex;
+    mutex.Lock();
+    bool isLocked = true;
+    std::thread([&] { isLocked = mutex.LockIfFree(); }).join();
+    EXPECT_FALSE(isLocked);
+    mutex.Unlock();
+}
+
 TEST(OrmaMutex, NotValid_LockAndUnlockDoNothing) {
     OrmaMutex mutex;
     mutex.__fini();
     EXPECT_FALSE(mutex.IsValid());
+    EXPECT_FALSE(mutex.LockIfFree());
     mutex.Lock();
     mutex.Unlock();
     mutex.Unlock();
