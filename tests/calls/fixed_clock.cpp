@@ -5,12 +5,7 @@
 
 #include <atomic>
 
-// Only some systems declare their functions `noexcept`.
-#ifdef __GLIBC__
-#define NOEXCEPT_OF_SYSTEM noexcept
-#else
-#define NOEXCEPT_OF_SYSTEM
-#endif
+#include "tests/noexcept_of_system.h"
 
 namespace {
 
@@ -35,7 +30,8 @@ __attribute__((visibility("default"))) std::clock_t clock() NOEXCEPT_OF_SYSTEM {
     return nextReading.fetch_add(kTicksPerReading);
 }
 
-__attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* result) noexcept {
+__attribute__((visibility("default"))) int clock_gettime(clockid_t clock,
+                                                         timespec* result) NOEXCEPT_OF_SYSTEM {
     if (clock == CLOCK_REALTIME) {
         *result = {kFixedTime, kFixedNanoseconds};
         return 0;

@@ -11,13 +11,7 @@
 #include <vector>
 
 #include "tests/faults/marked_calls.h"
-
-// Not every system declares its functions so.
-#ifdef __GLIBC__
-#define NOEXCEPT_OF_SYSTEM noexcept
-#else
-#define NOEXCEPT_OF_SYSTEM
-#endif
+#include "tests/noexcept_of_system.h"
 
 namespace {
 

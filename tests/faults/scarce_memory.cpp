@@ -13,6 +13,8 @@
 #include <cstddef>
 #include <new>
 
+#include "tests/noexcept_of_system.h"
+
 #define REPLACEMENT __attribute__((visibility("default")))
 
 namespace {
@@ -108,15 +110,15 @@ void* New(std::size_t size) {
 
 extern "C" {
 
-REPLACEMENT void* malloc(std::size_t size) noexcept {
+REPLACEMENT void* malloc(std::size_t size) NOEXCEPT_OF_SYSTEM {
     return IsRefused() ? nullptr : Counted(originalMalloc(size));
 }
 
-REPLACEMENT void* calloc(std::size_t count, std::size_t size) noexcept {
+REPLACEMENT void* calloc(std::size_t count, std::size_t size) NOEXCEPT_OF_SYSTEM {
     return IsRefused() ? nullptr : Counted(originalCalloc(count, size));
 }
 
-REPLACEMENT void* realloc(void* block, std::size_t size) noexcept {
+REPLACEMENT void* realloc(void* block, std::size_t size) NOEXCEPT_OF_SYSTEM {
     if (IsRefused()) return nullptr;
     const long sizeBefore = SizeOf(block);
     void* const changed = originalRealloc(block, size);
@@ -128,22 +130,22 @@ REPLACEMENT void* realloc(void* block, std::size_t size) noexcept {
     return Counted(changed);
 }
 
-REPLACEMENT void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
+REPLACEMENT void* aligned_alloc(std::size_t alignment, std::size_t size) NOEXCEPT_OF_SYSTEM {
     return IsRefused() ? nullptr : Counted(originalAlignedAlloc(alignment, size));
 }
 
-REPLACEMENT void* memalign(std::size_t alignment, std::size_t size) noexcept {
+REPLACEMENT void* memalign(std::size_t alignment, std::size_t size) NOEXCEPT_OF_SYSTEM {
     return IsRefused() ? nullptr : Counted(originalMemalign(alignment, size));
 }
 
-REPLACEMENT int posix_memalign(void** block, std::size_t alignment, std::size_t size) noexcept {
+REPLACEMENT int posix_memalign(void** block, std::size_t alignment, std::size_t size) NOEXCEPT_OF_SYSTEM {
     if (IsRefused()) return ENOMEM;
     const int result = originalPosixMemalign(block, alignment, size);
     if (result == 0) Count(*block, 1);
     return result;
 }
 
-REPLACEMENT void free(void* block) noexcept {
+REPLACEMENT void free(void* block) NOEXCEPT_OF_SYSTEM {
     Count(block, -1);
     originalFree(block);
 }
