@@ -1,4 +1,5 @@
-// The base of everything that a log record is made of, and the stream into which whole records go.
+// AbstractDescriptor is the base class of every part of a log record. It also writes whole records to the
+// log.
 //
 // A record is a small tree of descriptors: one command at its root, one typed child for each argument or
 // returned structure. A tree is built, captured and destroyed by one record builder; descriptors copy every
@@ -28,7 +29,7 @@ class AbstractDescriptor {
 public:
     static constexpr std::size_t kNameLength = 32;
 
-    // `name` may be null; of a longer one the first 32 characters are kept.
+    // `name` may be null. The descriptor keeps the first 32 characters of it.
     explicit AbstractDescriptor(const char* name = nullptr);
     virtual ~AbstractDescriptor();
     AbstractDescriptor(const AbstractDescriptor&) = delete;
@@ -39,46 +40,47 @@ public:
 
     virtual int Type() const { return kUnknownDescriptor; }
 
-    // The whole descriptor: its place (old format: a new line and `indent` blanks), label, value, content.
-    // `suffix` may be null; it ends the content.
+    // Prints the whole descriptor: its place (in the old format a new line and `indent` blanks), label, value
+    // and content. `suffix` ends the content; it may be null.
     virtual void PrintDescription(RecordText& out, int indent, const char* suffix) const;
-    // The descriptor's own value.
+    // Prints the descriptor's own value.
     virtual void PrintParameters(RecordText& out, int indent) const;
-    // What the descriptor holds, then `suffix` unless it is null.
+    // Prints what the descriptor holds, then `suffix` unless it is null.
     virtual void PrintContent(RecordText& out, int indent, const char* suffix) const;
-    // The label in front of the value.
+    // Prints the label that stands in front of the value.
     virtual std::string_view GetDescriptorType() const;
 
-    // The third face of a descriptor, for events: an object of JSON.
+    // Writes the descriptor into an event as an object of JSON.
     void WriteEvent(ckscribe::JsonWriter& json) const;
-    // The members of that object after its "kind" and "name".
+    // Writes the members of that object that follow its "kind" and "name".
     virtual void WriteEventMembers(ckscribe::JsonWriter& json) const;
-    // The value as an element of a list, or as a member of a structure that gives it a name.
+    // Writes the value as an element of a list, or as a member of a structure that gives it a name.
     virtual void WriteEventValue(ckscribe::JsonWriter& json) const;
-    // The descriptor's kind in events; its label in the old format unless it has another one.
+    // Returns the descriptor's kind in events. It is the label of the old format unless a class says
+    // otherwise.
     virtual std::string_view EventKind() const { return OldFormatLabel(Type()); }
-    // The descriptor's "name" in events: its label in the new format, if that is not fixed by the type. An
-    // '=' at its end is no part of the name.
+    // Returns the descriptor's "name" in events: its label in the new format, unless the type fixes that
+    // label. A '=' at the end of the label does not belong to the name.
     virtual std::string_view EventName() const;
-    // Says which slot, session, object, user or mechanism the descriptor stands for, if for any.
+    // Notes which slot, session, object, user or mechanism the descriptor stands for, if it stands for one.
     virtual void TellSubject(ckscribe::CallSubject& subject) const;
 
-    // The same text straight to a stdio stream, which is flushed wherever the descriptors flush.
+    // Prints the same text straight to a stdio stream. The stream is flushed wherever the descriptors flush.
     void PrintDescription(std::FILE* stream, int indent, const char* suffix) const;
 
-    // Prints this tree as one record: the whole text reaches the operating system with one append before
-    // this returns. Nothing happens while no log is open; errors of the log are silent. Throws
-    // std::bad_alloc, and then has written nothing.
+    // Prints this tree as one record. One append hands the whole text to the operating system before this
+    // function returns. It does nothing while no log is open, and it reports no error of the log. If it
+    // throws std::bad_alloc, it has written nothing.
     //
-    // While events are written, the tree becomes one of them in the same way.
+    // While events are written, the tree becomes an event in the same way.
     void Capture() const;
 
     const char* Name() const { return name; }
 
     static void InitializeClass() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
-    // Closes the log. With no log open, descriptors that still live are reported to the error file.
+    // Closes the log. If no log is open, reports the descriptors that still live to the error file.
     static void TerminateClass() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
-    // Opens the log for appending in place of the one that is open; a failure goes to the error file.
+    // Opens the log for appending in place of the one that is open. Reports a failure to the error file.
     static void OpenCaptureStream(const unsigned char* path) CKSCRIBE_NEEDS(ckscribe::theRecordLock);
     static void CloseCaptureStream() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
 
@@ -87,7 +89,7 @@ public:
     static std::atomic<int> isStreamOpen;  // 1 while fpCaptureStream is open; read without the lock too
 
 protected:
-    // One event of the call that is being recorded; nothing if the tree is no whole record.
+    // Writes one event of the call that is being recorded. Writes nothing if the tree is not a whole record.
     virtual void CaptureEvent(ckscribe::CallEvent& event) const;
 
     static void PrintIndent(RecordText& out, int indent);

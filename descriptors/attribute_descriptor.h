@@ -1,4 +1,4 @@
-// Templates: one attribute, and the list of them.
+// These descriptors show an attribute and a template, which is a list of attributes.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -9,8 +9,8 @@
 
 class AttributeDescriptor : public AbstractDescriptor {
 public:
-    // The type is taken and the value copied (see ValueDescriptor::SetValue); a null attribute has type 0 and
-    // no value. `printValue` 0 leaves the value out of the text.
+    // Takes the type and copies the value (see ValueDescriptor::SetValue). A null attribute has type 0 and no
+    // value. If `printValue` is 0, the text leaves the value out.
     AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue);
     int Type() const override { return kAttribute; }
     void PrintParameters(RecordText& out, int indent) const override;
@@ -29,7 +29,7 @@ private:
 class AttributeListDescriptor : public DescriptorComposite {
 public:
     AttributeListDescriptor(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
-    // Adds an AttributeDescriptor for each entry that can be read; a null array adds nothing.
+    // Adds an AttributeDescriptor for each entry that can be read. A null array adds nothing.
     void AddAllAttributes(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
     int Type() const override { return kAttributeList; }
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;

@@ -10,7 +10,7 @@ namespace {
 
 using CharBlock = char __attribute__((vector_size(ckscribe::kByteBlock)));
 
-// One bit for each byte. Each byte is all ones or zero.
+// Returns one bit for each byte of `bytes`, each of which is all ones or zero.
 template <class Comparison>
 unsigned BitsOf(Comparison bytes) {
 #ifdef __SSE2__

@@ -1,4 +1,5 @@
-// What kinds of bytes a value consists of, on which the form depends in which it is printed.
+// KindsOf() tells which kinds of bytes a value consists of. The form in which a value is printed depends on
+// it.
 //
 // Pure function: any thread may call it at any time.
 #pragma once
@@ -7,7 +8,7 @@
 
 struct ByteKinds {
     bool isText = true;          // no byte is above kLastPrintableByte (see descriptors/rich_text.h)
-    unsigned long controls = 0;  // control bytes, counted only of a text
+    unsigned long controls = 0;  // control bytes; counted only if the value is text
 };
 
 ByteKinds KindsOf(const void* bytes, std::size_t length);

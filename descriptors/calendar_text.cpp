@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kTimeLength = sizeof "10:15:30" - 1;
 constexpr std::size_t kTimeBegin = sizeof "Sun Nov 15 " - 1;
 
-// The calendar is worked out once in a second: asking the C library for it costs as much as writing a record.
+// The calendar text is computed once a second: the C library takes as long for it as one record takes.
 struct {
     std::time_t second = 0;
     bool isZoneNamed = false;
@@ -21,8 +21,8 @@ struct {
     std::size_t length = 0;  // 0 for nothing yet
 } remembered;
 
-// `zone` is the value of TZ, null without one. A zone whose name does not fit is looked at anew for every
-// record.
+// `zone` is the value of TZ; it is null if TZ is not set. A zone whose name does not fit into `remembered` is
+// never remembered.
 bool IsRemembered(std::time_t second, const char* zone) {
     if (remembered.length == 0 || second != remembered.second || (zone != nullptr) != remembered.isZoneNamed)
         return false;

@@ -1,4 +1,4 @@
-// The local time as records print it.
+// CurrentCalendarText() gives the local time as records print it.
 #pragma once
 
 #include <string_view>
@@ -8,6 +8,6 @@ struct CalendarText {
     std::string_view calendar;  // "Sun Nov 15 10:15:30 2026"
 };
 
-// The text of the current second in the time zone that TZ names now. Valid until the next call. One thread at
-// a time.
+// Returns the text of the current second in the time zone that TZ names now. The text is valid until the next
+// call. One thread at a time may call this function.
 CalendarText CurrentCalendarText();

@@ -29,7 +29,7 @@ std::uint64_t Nanoseconds(const timespec& time) {
            static_cast<std::uint64_t>(time.tv_nsec);
 }
 
-// The run that the events of this process belong to, and how many of its calls have left one.
+// The run names the events of this process. The count says how many of its calls have left an event.
 EventRun currentRun = {0, 0};
 std::uint64_t countOfCalls = 0;
 
@@ -43,7 +43,7 @@ void Number(CallEvent& event) {
     event.number = ++countOfCalls;
 }
 
-// "2026-11-21T12:33:45": worked out once in a second.
+// This text, "2026-11-21T12:33:45" for example, is computed once a second.
 struct {
     std::time_t second = -1;
     char text[sizeof "2026-11-21T12:33:45"] = "1970-01-01T00:00:00";
@@ -132,7 +132,7 @@ void Remember(CallEvent& event, std::string_view input) {
     event.inputLength = input.size();
     event.isInputKept = input.size() > CallEvent::kInputRoom;
     if (event.isInputKept) {
-        // Without memory the call has no end event.
+        // If there is no memory for the input, the call has no end event.
         if (!KeepInput(event, input)) throw std::bad_alloc();
     } else {
         std::memcpy(event.input, input.data(), input.size());

@@ -1,9 +1,9 @@
-// One call of the application, as its two events tell it: the start event when the call has not been
-// forwarded yet, the end event when it has returned.
+// A CallEvent describes one call of the application. The start event shows the call before it is forwarded,
+// the end event after it has returned.
 //
 // A CallEvent lies in the frame of the exported function while the call is in the target. It is plain data
-// and needs no clean-up: the thread may end inside the target. What does not fit in it is kept elsewhere (see
-// descriptors/kept_inputs.h).
+// and needs no clean-up, because the thread may end inside the target. An input that does not fit into it is
+// kept in descriptors/kept_inputs.h.
 #pragma once
 
 #include <cstddef>
@@ -14,18 +14,19 @@ class CommandDescriptor;
 
 namespace ckscribe {
 
-// What people select calls by: the first child of each kind. Set by AbstractDescriptor::TellSubject.
+// People select calls by these values. AbstractDescriptor::TellSubject sets each from the first child of its
+// kind.
 struct CallSubject {
     enum Field : unsigned { kSlot = 1, kSession = 2, kObject = 4, kUser = 8, kMechanism = 16 };
 
-    unsigned known;  // fields, added
+    unsigned known;  // the sum of the fields that are set
     unsigned long slot;
     unsigned long session;
     unsigned long object;
     unsigned long user;
     unsigned long mechanism;
 
-    // A field that is known keeps its value.
+    // Sets a field once: a field that is known keeps its value.
     void Tell(Field field, unsigned long CallSubject::*member, unsigned long value) {
         if ((known & field) != 0) return;
         known |= field;
@@ -33,7 +34,8 @@ struct CallSubject {
     }
 };
 
-// Names one load of this library in one process: no two share it. A child made by fork has its own.
+// An EventRun names one load of this library in one process. No two loads share a name; a child made by fork
+// has a name of its own.
 struct EventRun {
     std::uint64_t began;  // nanoseconds since 1970
     unsigned process;
@@ -44,31 +46,31 @@ struct CallEvent {
 
     const char* function;       // the exported name
     timespec time;              // when the call began
-    std::uint64_t nanoseconds;  // in the target; 0 if nothing was forwarded
+    std::uint64_t nanoseconds;  // time in the target; 0 if nothing was forwarded
     std::uint64_t number;       // 0 until the call leaves its first event
-    EventRun run;               // of the first event
+    EventRun run;               // the run of the first event
     CallSubject subject;
-    std::size_t inputLength;  // of the JSON values in "in", of a start event that was written
-    bool isInputKept;         // elsewhere, and not in `input`
+    std::size_t inputLength;  // length of the JSON values in "in" of a written start event
+    bool isInputKept;         // the input is in descriptors/kept_inputs.h, not in `input`
     bool isTimed;             // events were open when the call began; if not, nothing else is set
     char input[kInputRoom];
 };
 
-// The call whose record is built now; null if no call is. Set by whoever calls a builder, under the record
-// lock.
+// This is the call whose record is being built; null if the record belongs to no call. Whoever calls a
+// builder sets it, under the record lock.
 extern CallEvent* currentCallEvent;
 
-// For a call that begins while events are open.
+// Call this function when a call begins while events are open.
 void BeginCallEvent(CallEvent& event, const char* exportedName);
 timespec NoteForwarding();
 void NoteReturn(CallEvent& event, const timespec& forwarded);
 
-// Write one event into the events file, as the tree of the record has it. Need the record lock; throw
-// std::bad_alloc.
+// These functions write one event into the events file, with the content of the record's tree. They need the
+// record lock and throw std::bad_alloc.
 void WriteStartEvent(CallEvent& event, const CommandDescriptor& record);
 void WriteEndEvent(CallEvent& event, const CommandDescriptor& record, unsigned long rv);
 
-// Names the events of this process from here on differently. For a child made by fork.
+// Gives the events of this process a new run from here on. A child made by fork calls this function.
 void ForgetEventRun();
 
 }  // namespace ckscribe

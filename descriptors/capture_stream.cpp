@@ -1,4 +1,4 @@
-// The log that whole records go to.
+// Records go to the log as a whole; this file opens, writes and closes it.
 
 #include <cstdio>
 
@@ -64,6 +64,7 @@ void AbstractDescriptor::CloseCaptureStream() {
     if (isStreamOpen.load(std::memory_order_relaxed) == 0) return;
     fpCaptureStream.Close();
     isStreamOpen.store(0, std::memory_order_relaxed);
-    // Kept although it forgets living descriptors: survivors are reported only when no log was open.
+    // COMPAT: closing a log forgets the descriptors that still live. Readers of the error file know survivors
+    // to be reported only if no log was open.
     uInstanceCount = 0;
 }

@@ -12,9 +12,9 @@
 
 namespace {
 
-// Processor time of the latest start record of any call, in clock ticks. One for the whole process and set by
-// the old format alone, so that the new format shows the processor time of the process so far; kept, readers
-// of the log know both figures so.
+// This stamp is the processor time of the latest start record of any call, in clock ticks. COMPAT: only start
+// records of the old format set it, for the whole process. New-format ends show the processor time of the
+// process so far. Readers of the log know both figures.
 alignas(ckscribe::kCacheLine) std::uint32_t startStamp = 0;
 
 std::uint32_t ClockTicks() { return static_cast<std::uint32_t>(recordEnvironment.processorTime()); }

@@ -1,4 +1,5 @@
-// The root of every record: which function, which part of it, start or end, and its result.
+// A CommandDescriptor is the root of every record. It shows the function, its specifier, start or end, and
+// the result.
 #pragma once
 
 #include "descriptors/descriptor_composite.h"
@@ -6,23 +7,24 @@
 
 class CommandDescriptor : public DescriptorComposite {
 public:
-    // `rv` is the function's return value (CK_RV) in an end record and 0 in a start record.
+    // `rv` is the return value of the function (CK_RV) in an end record. It is 0 in a start record.
     CommandDescriptor(CommandType type, CommandPhase phase, unsigned long rv)
         : CommandDescriptor(type, ckscribe::kSinglePart, phase, rv) {}
     CommandDescriptor(CommandType type, CommandSpecifier specifier, CommandPhase phase, unsigned long rv)
         : type(type), specifier(specifier), phase(phase), rv(rv) {}
 
     int Type() const override { return kCommand; }
-    // The head of the record, everything between the label and the brace.
+    // Prints the head of the record: everything between the label and the brace.
     void PrintParameters(RecordText& out, int indent) const override;
 
-    // Constant strings; a number without a name gives "UnknownType", "UnknownSpecifier", "UnknownPhase" or,
-    // in the new format, "ERR!".
+    // These functions return constant strings. A number without a name gives "UnknownType",
+    // "UnknownSpecifier", "UnknownPhase" or, in the new format, "ERR!".
     static std::string_view GetCommandType(CommandType type);
     static std::string_view GetCommandSpecifier(CommandSpecifier specifier);
     static std::string_view GetCommandPhase(CommandPhase phase);
 
-    // The way back, for the names of the old format, compared exactly; 5 for any other text.
+    // These functions find the number of an old-format name. The text must match exactly; any other text
+    // gives 5.
     static CommandSpecifier GetCommandSpecifier(const char* name);
     static CommandPhase GetCommandPhase(const char* name);
 

@@ -17,7 +17,7 @@ constexpr unsigned long RoundedUpToGrowth(unsigned long length) {
     return (length + kGrowth - 1) / kGrowth * kGrowth;
 }
 
-// The value of a hexadecimal digit. Any other character sets the parsing error and counts as 0.
+// Returns the value of a hexadecimal digit. Any other character sets the parsing error and counts as 0.
 int HexToInt(char digit, DescriptorReport& report) {
     const int value = Tolk_atox(digit);
     if (value >= 0) return value;

@@ -1,5 +1,5 @@
-// A byte value in its tagged text form, which a person can read and edit: Txt("abc"), RTF("ab\a") or
-// Num("00ff"). Writes a value in that form and reads back what stands between the quotes.
+// A DataDescriptor holds a byte value and writes it in a tagged text form that people can read and edit:
+// Txt("abc"), RTF("ab\a") or Num("00ff"). It also reads back the text between the quotes.
 //
 // The descriptor owns a copy of its bytes. It has no lock: one thread at a time.
 
@@ -12,7 +12,7 @@
 
 class DataDescriptor {
 public:
-    // The forms of GetDataValueFromText.
+    // These are the forms that GetDataValueFromText reads.
     enum Format { kNumeric = 0, kText = 1, kRichText = 2 };
 
     DataDescriptor() = default;
@@ -20,27 +20,28 @@ public:
     DataDescriptor(const DataDescriptor&) = delete;
     DataDescriptor& operator=(const DataDescriptor&) = delete;
 
-    // Replaces the value by a copy of `length` bytes; a null `data` gives an empty value. Without memory the
-    // value is empty and the report's memory error is set.
+    // Replaces the value by a copy of `length` bytes. A null `data` gives an empty value. If there is no
+    // memory, the value becomes empty and the memory error of the report is set.
     void UseData(void* data, unsigned short length, DescriptorReport& report);
 
-    // Appends one byte. Without memory the value stays as it was, the report's memory error and parsing error
-    // are set and the result is false.
+    // Appends one byte. If there is no memory, the value does not change, the memory error and the parsing
+    // error of the report are set, and the result is false.
     bool AddDataByte(char byte, DescriptorReport& report);
 
-    // Replaces the value by the one that `length` characters of `text` stand for (a null `text` gives an
-    // empty value). `format` is one of Format; any other sets the report's parsing error and reads as
-    // kNumeric. Undoes what Write does, doubled quotes included. What cannot be understood sets the parsing
-    // error and the reading goes on: a character that is no hexadecimal digit counts as 0, and so does the
-    // missing half of a last odd digit; an unknown or unfinished escape gives no byte. Without memory the
-    // reading ends at the bytes that it has, with the flags of AddDataByte.
+    // Replaces the value by the one that `length` characters of `text` stand for. A null `text` gives an
+    // empty value. `format` is one of Format; any other number sets the parsing error of the report and is
+    // read as kNumeric. This function undoes what Write does, doubled quotes included. A text that cannot be
+    // understood sets the parsing error, and the reading goes on: a character that is not a hexadecimal digit
+    // counts as 0, the missing half of a last odd digit counts as 0, and an unknown or unfinished escape
+    // gives no byte. If there is no memory, the reading ends with the bytes read so far and with the flags
+    // that AddDataByte sets.
     void GetDataValueFromText(int format, char* text, unsigned int length, DescriptorReport& report);
 
-    // Writes the value with tag, parentheses and quotes, without flushing. Sets nothing in the report.
+    // Writes the value with tag, parentheses and quotes. Does not flush and does not change the report.
     void Write(std::FILE* stream, DescriptorReport& report) const;
     void WriteDataValue(std::FILE* stream, DescriptorReport& report) const;
 
-    // Copies the value to `buffer`, which has room for GetDataSize() bytes; adds no terminator.
+    // Copies the value to `buffer`, which has room for GetDataSize() bytes. Adds no terminator.
     void GetData(char* buffer) const;
     unsigned long GetDataSize() const { return size; }
 

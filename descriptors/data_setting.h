@@ -1,4 +1,5 @@
-// What becomes of the data of calls: of what goes in and out, and of what objects hold.
+// The data setting says whether records show the data of calls: what goes in, what comes out and what objects
+// hold.
 #pragma once
 
 #include <atomic>
@@ -7,7 +8,7 @@
 
 namespace ckscribe {
 
-// The key "HideData", set once, at start-up. One word that any thread may read.
+// This variable holds the key "HideData". The start-up sets it once; any thread may read it.
 extern std::atomic<DataSetting> dataSetting;
 
 inline bool IsDataHiddenInLog() {
@@ -17,10 +18,10 @@ inline bool IsDataShownInEvents() {
     return dataSetting.load(std::memory_order_relaxed) == DataSetting::kShown;
 }
 
-// What bytes of a call are. One fact for the text log and for events.
+// BytesAre says whether bytes of a call are data. The text log and events share this fact.
 enum class BytesAre {
     kData,         // shown where data are shown
-    kDescription,  // tell what something is, and not what it holds: always shown
+    kDescription,  // always shown: they say what something is, not what it holds
 };
 
 }  // namespace ckscribe

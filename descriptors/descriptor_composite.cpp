@@ -12,8 +12,8 @@ namespace {
 constexpr std::size_t kFirstRoom = 8;
 constexpr int kIndentOfChildren = 3;
 
-// How many children an array of `count` has room for. The array doubles each time that it is full: a list of
-// a million handles costs a million times what one handle costs.
+// Returns how many children an array of `count` children has room for. The array doubles each time that it is
+// full: a list of a million handles costs a million times what one handle costs.
 std::size_t RoomFor(std::size_t count) { return count == 0 ? 0 : std::max(kFirstRoom, std::bit_ceil(count)); }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// A descriptor that holds other descriptors and prints them between braces.
+// A DescriptorComposite holds other descriptors and prints them between braces.
 #pragma once
 
 #include "descriptors/abstract_descriptor.h"
@@ -8,11 +8,11 @@ public:
     DescriptorComposite() = default;
     ~DescriptorComposite() override;
 
-    // Appends `child`, which then belongs to this composite; null is ignored. If the list cannot grow, the
-    // child is deleted and std::bad_alloc thrown.
+    // Appends `child`, which belongs to this composite from then on. Ignores null. If the list cannot grow,
+    // deletes the child and throws std::bad_alloc.
     void AddDescriptor(AbstractDescriptor* child);
 
-    // The i-th child in the order of adding. `i` must be below ChildCount().
+    // Returns the i-th child in the order of adding. `i` must be below ChildCount().
     AbstractDescriptor* ChildAtIndex(unsigned i) const { return children[i]; }
     unsigned ChildCount() const { return childCount; }
 

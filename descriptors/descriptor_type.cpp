@@ -11,7 +11,8 @@ struct Labels {
 
 constexpr std::string_view kOwnName;
 
-// Indexed by type. HAMember and HAStatus have no "=" in the new format; kept, log readers know them so.
+// The index of this table is the type. COMPAT: HAMember and HAStatus have no "=" in the new format, because
+// readers of the log know their labels without it.
 constexpr Labels kLabels[] = {
     {"Unknown", "Unknown"},
     {"Command", kOwnName},

@@ -1,4 +1,4 @@
-// The kinds of descriptors and the label that each prints in front of its value.
+// Each kind of descriptor has a type and prints a label in front of its value.
 #pragma once
 
 #include <string_view>
@@ -34,11 +34,11 @@ enum DescriptorType : int {
     kPointer = 27,
 };
 
-// The label of a type in the old format; "Unknown" for a number that is no type.
+// Returns the label of a type in the old format, or "Unknown" for a number that is not a type.
 std::string_view OldFormatLabel(int type);
 
-// The label of a type in the new format, or nothing where the descriptor's own name is the label.
+// Returns the label of a type in the new format. It is empty if the descriptor's own name is the label.
 std::string_view NewFormatLabel(int type);
 
-// The number of an old-format label, compared exactly; 0 for any other text.
+// Returns the type of an old-format label. The text must match exactly; any other text gives 0.
 int GetDescriptorType(const char* oldFormatLabel);

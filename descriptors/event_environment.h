@@ -1,4 +1,4 @@
-// What an event says of its surroundings, each through a function that a test can replace.
+// An event asks these functions for its surroundings. A test can replace each of them.
 #pragma once
 
 #include <ctime>
@@ -8,7 +8,7 @@ namespace ckscribe {
 struct EventEnvironment {
     timespec (*wallClock)();       // UTC
     timespec (*monotonicClock)();  // for durations
-    int (*threadNumber)();         // the system's number of the calling thread
+    int (*threadNumber)();         // the number that the system gives the calling thread
 };
 
 // Only tests change it, before the events that the change is for.

@@ -1,4 +1,5 @@
-// The members "type" and "number" of an event's object: a number of PKCS#11, and its name if it has one.
+// These functions write the members "type" and "number" of an event's object: the number of PKCS#11 and its
+// name, if it has one.
 #pragma once
 
 namespace ckscribe {

@@ -26,9 +26,9 @@ alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<AppendFile> eventsFile;
 
 LossReport lossReport;
 
-// What a forked child opens its own file by. Its directory may be another one by then.
+// A forked child opens its own file by these names. Its current directory may be another one by then.
 char openName[kLongestName + 1] = {};
-char directory[kLongestDirectory + 1] = {};  // in front of a relative name; empty if there is no need of it
+char directory[kLongestDirectory + 1] = {};  // stands in front of a relative name; else empty
 bool isForAnotherProcess = false;
 
 bool NamesProcess(const char* name) {
@@ -40,7 +40,7 @@ bool NamesProcess(const char* name) {
     return false;
 }
 
-// A path under construction. What does not fit makes it unusable.
+// A Path grows piece by piece. A piece that does not fit makes it unusable.
 class Path {
 public:
     void Append(std::string_view more) {
@@ -61,7 +61,8 @@ private:
     char text[kRoom + 1] = {};
 };
 
-// Any other letter after a percent sign stands for itself, as the percent sign does.
+// Replaces "%p" and "%%". A percent sign in front of any other letter stands for itself, and so does the
+// letter.
 void AppendExpanded(Path& path, const char* name) {
     char number[20];
     std::snprintf(number, sizeof number, "%d", recordEnvironment.processId());

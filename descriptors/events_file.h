@@ -1,4 +1,4 @@
-// The file that events go to.
+// These functions open, write and close the file that events go to.
 //
 // Opening, closing and appending need the record lock.
 #pragma once
@@ -8,25 +8,26 @@
 
 namespace ckscribe {
 
-// 1 while events are written; read without the lock, too.
+// The value is 1 while events are written. Threads also read it without the lock.
 extern std::atomic<int> areEventsOpen;
 
 inline bool AreEventsOpen() { return areEventsOpen.load(std::memory_order_relaxed) != 0; }
 
-// Opens the file that the key "Events" names, in place of the one that is open; nothing if `name` is empty.
-// "%p" in the name stands for the number of the process, "%%" for a percent sign. A failure goes to the error
-// file.
+// Opens the file that the key "Events" names, in place of the one that is open. Opens nothing if `name` is
+// empty. In the name, "%p" stands for the number of the process and "%%" for a percent sign. Reports a
+// failure to the error file.
 void OpenEvents(const char* name);
 void CloseEvents();
 
-// Appends whole lines with one write. Errors are silent.
+// Appends whole lines with one write. Does not report errors.
 void AppendToEvents(std::string_view lines);
 
-// To be called after each event, when its text is gone from the stack: tells a person once that the file is
-// lost.
+// Reports once to a person that the file is lost. Call it after each event, when the text of the event no
+// longer lies on the stack.
 void ReportLossOfEvents();
 
-// For a child made by fork: a name with "%p" means another file there. It is opened with the first event.
+// A child made by fork calls this function. If the name holds "%p", the child has another file and opens it
+// with its first event.
 void OpenEventsAnewInChild();
 
 }  // namespace ckscribe

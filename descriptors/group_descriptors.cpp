@@ -11,7 +11,7 @@
 
 namespace {
 
-// A serial that fills its field has no terminator.
+// Makes the descriptor of a serial. A serial that fills its field has no terminator.
 template <std::size_t size>
 AbstractDescriptor* Serial(const char (&field)[size]) {
     char serial[size + 1] = {};

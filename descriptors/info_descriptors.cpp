@@ -12,14 +12,14 @@
 
 namespace {
 
-// The whole of a fixed field: texts in these structures are padded, not terminated.
+// Returns the whole of a fixed field: texts in these structures are padded, not terminated.
 template <class Character, std::size_t size>
 AbstractDescriptor* Field(const Character (&field)[size]) {
     return new ByteStringDescriptor(field, size, nullptr, ckscribe::BytesAre::kDescription);
 }
 
-// The members of a structure as events show them: the children of its descriptor, in their order, each under
-// the member's name; not those without a name. A structure that could not be read shows no members.
+// Writes the members of a structure into an event: the named children of its descriptor, in their order, each
+// under its name. Writes no members of a structure that could not be read.
 void WriteMembers(ckscribe::JsonWriter& json, const DescriptorComposite& structure,
                   std::initializer_list<std::string_view> names) {
     if (structure.ChildCount() == 0) return;

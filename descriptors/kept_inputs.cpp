@@ -31,9 +31,9 @@ struct Kept {
 
 Kept* first = nullptr;
 std::size_t count = 0;
-std::size_t nextSearch = kFirstSearch;  // for ended threads, at this count
+std::size_t nextSearch = kFirstSearch;  // a search for ended threads begins at this count
 
-// The signal 0 is sent to nobody; asking for it tells whether there is a thread of this number.
+// Signal 0 reaches no thread. The attempt to send it shows whether a thread of this number exists.
 bool IsAlive(int thread) {
     const int error = errno;
 #if defined(__FreeBSD__)

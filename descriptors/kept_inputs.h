@@ -1,10 +1,11 @@
-// Where the inputs of calls stay that are too long for a CallEvent, from the start event to the end event.
+// Inputs that are too long for a CallEvent stay here from the start event to the end event.
 //
 // A thread may end inside the target, or leave it by longjmp, and then never asks for its input again. Inputs
-// of ended threads are found and freed when the number of inputs has doubled, and an input is freed when
-// another call has its CallEvent at the same address. So what is kept never grows with the calls.
+// of ended threads are found and freed when the number of inputs has doubled. An input is also freed when
+// another call has its CallEvent at the same address. Memory therefore does not grow with the number of
+// calls.
 //
-// Needs the record lock.
+// Every function needs the record lock.
 #pragma once
 
 #include <string_view>
@@ -13,17 +14,17 @@ namespace ckscribe {
 
 struct CallEvent;
 
-// Keeps a copy for that call. False if there is no memory.
+// Keeps a copy of the input for that call. Returns false if there is no memory.
 bool KeepInput(const CallEvent& event, std::string_view input);
 
-// The copy, valid until the next call of a function here; empty if there is none.
+// Returns the copy, or an empty text if there is none. It is valid until the next call of a function here.
 std::string_view KeptInput(const CallEvent& event);
 
 void FreeInput(const CallEvent& event);
 void FreeAllInputs();
 
-// For a child made by fork: of its parent's inputs it needs only those of the thread that forked, which has
-// another number now.
+// A child made by fork calls this function. It keeps only the inputs of the thread that forked, under the
+// number that this thread has now, and frees the others.
 void KeepInputsOfForkingThread(int numberInParent, int numberInChild);
 
 }  // namespace ckscribe

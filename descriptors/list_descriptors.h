@@ -1,15 +1,15 @@
-// Arrays of slots, mechanism types and object handles. A null array adds nothing; of an array that cannot be
-// read to its end, the elements in front are added.
+// These descriptors show arrays of slots, mechanism types and object handles. A null array adds nothing. If
+// an array cannot be read to its end, the elements in front are added.
 #pragma once
 
 #include "descriptors/descriptor_composite.h"
 
 namespace ckscribe {
 
-// What the lists share: how events show them.
+// The lists share this base class, which writes them into events.
 class ListDescriptor : public DescriptorComposite {
 public:
-    // The elements; of a null array the number that came with it.
+    // Writes the elements. For a null array, writes the count that came with it.
     void WriteEventMembers(JsonWriter& json) const override;
 
 protected:

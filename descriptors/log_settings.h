@@ -1,4 +1,4 @@
-// The settings that printing and record builders use. InitializeDescriptorLibrary reads them from the
+// Printing and record builders use these settings. InitializeDescriptorLibrary reads them from the
 // configuration at each start of the library; they stay fixed until the next start.
 #pragma once
 
@@ -15,10 +15,11 @@ inline bool UseNewLogFormat() { return bUseNewLogFormat.load(std::memory_order_r
 
 namespace ckscribe {
 
-// The logging level since the latest start.
+// Returns the logging level since the latest start.
 inline unsigned LevelInForce() { return uLoggingLevel.load(std::memory_order_relaxed); }
 
-// The key "FileMode", for every file that the library creates; -1 stands for 0666 less the umask.
+// This is the value of the key "FileMode" for every file that the library creates. -1 stands for 0666 less
+// the umask.
 extern std::atomic<int> newFileMode;
 
 inline NewFilePermissions PermissionsOfNewFiles() {

@@ -11,7 +11,8 @@ namespace ckscribe {
 
 namespace {
 
-// What the system says of an errno, in English: the host's language is not asked, since that may read files.
+// This class gives the system's text for an errno, always in English. The host's language would need files to
+// be read.
 class SystemsWords {
 public:
     explicit SystemsWords(int error)

@@ -17,7 +17,8 @@ MechanismDescriptor::MechanismDescriptor(const CK_MECHANISM* mechanism) {
 }
 
 void MechanismDescriptor::PrintParameters(RecordText& out, int indent) const {
-    // The old format opens no parenthesis although it closes one; kept, log readers expect the text so.
+    // COMPAT: the old format opens no parenthesis although it closes one, because readers of the log expect
+    // this text.
     if (UseNewLogFormat()) out.Append('(');
     out.Append(GetMechanismType(type));
     out.Append(',');
@@ -40,7 +41,7 @@ void MechInfoDescriptor::PrintParameters(RecordText& out, int) const {
     out.Append(')');
 }
 
-// A mechanism that could not be read has no type.
+// Writes no members if the mechanism could not be read: it has no type then.
 void MechanismDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
     if (!isGiven) return;
     ckscribe::WriteMechanismType(json, type);

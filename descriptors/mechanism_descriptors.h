@@ -1,4 +1,4 @@
-// A mechanism with its parameter, and what a token says about a mechanism.
+// These descriptors show a mechanism with its parameter and what a token says about a mechanism.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -7,7 +7,7 @@
 
 class MechanismDescriptor : public AbstractDescriptor {
 public:
-    // The parameter's bytes are copied; a null mechanism has type 0 and no parameter.
+    // Copies the bytes of the parameter. A null mechanism has type 0 and no parameter.
     explicit MechanismDescriptor(const CK_MECHANISM* mechanism);
     int Type() const override { return kMechanism; }
     void PrintParameters(RecordText& out, int indent) const override;
@@ -22,7 +22,7 @@ private:
 
 class MechInfoDescriptor : public AbstractDescriptor {
 public:
-    // Null gives zeros.
+    // A null pointer gives zeros.
     explicit MechInfoDescriptor(const CK_MECHANISM_INFO* info);
     int Type() const override { return kMechanismInfo; }
     void PrintParameters(RecordText& out, int indent) const override;

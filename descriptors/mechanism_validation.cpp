@@ -16,7 +16,7 @@ constexpr std::uint32_t kInvalid = CKR_MECHANISM_PARAM_INVALID << 16;
 struct Lengths {
     unsigned long least;
     unsigned long most;
-    bool noneAllowed;  // a null pointer and length 0 will do, too
+    bool noneAllowed;  // a null pointer with length 0 is valid, too
 
     constexpr bool Allow(unsigned long length) const { return least <= length && length <= most; }
 };
@@ -27,33 +27,35 @@ constexpr Lengths AtLeast(unsigned long least) {
     return {least, std::numeric_limits<unsigned long>::max(), false};
 }
 
-// Whether the content of a parameter that has the mechanism's length is valid.
+// A ContentCheck says whether the content of a parameter is valid. The parameter has the length of its
+// mechanism.
 using ContentCheck = bool (*)(const void* parameter);
 
-// The word (unsigned long or pointer) at that index of a parameter, which may lie at any address.
+// Returns the word (unsigned long or pointer) at that index of a parameter. The parameter may lie at any
+// address.
 unsigned long Word(const void* parameter, std::size_t index) {
     unsigned long word;
     std::memcpy(&word, static_cast<const char*>(parameter) + index * sizeof word, sizeof word);
     return word;
 }
 
-// The parameter is the requested MAC length alone.
+// The parameter holds only the requested MAC length.
 template <unsigned long kFullLength>
 bool MacLengthAtMost(const void* parameter) {
     return Word(parameter, 0) <= kFullLength;
 }
 
-// Effective bits, MAC length.
+// The parameter holds effective bits and MAC length.
 bool IsRc2MacLengthValid(const void* parameter) { return Word(parameter, 1) <= 8; }
 
-// Word size, rounds, MAC length, which may be up to two words.
+// The parameter holds word size, rounds and MAC length. The MAC length may be up to two words.
 bool IsRc5MacLengthValid(const void* parameter) {
     const unsigned long wordSize = Word(parameter, 0);
     const unsigned long macLength = Word(parameter, 2);
     return macLength <= wordSize || macLength - wordSize <= wordSize;
 }
 
-// Initialisation vector, password, password length, salt, salt length, iterations.
+// The parameter holds initialisation vector, password, password length, salt, salt length and iterations.
 bool ArePasswordAndSaltPresent(const void* parameter) {
     const unsigned long password = Word(parameter, 1);
     const unsigned long passwordLength = Word(parameter, 2);
@@ -68,8 +70,8 @@ struct ParameterRule {
     ContentCheck isContentValid = nullptr;
 };
 
-// In ascending order of the mechanisms. The mechanisms that stand here as numbers have no name in this
-// system.
+// The rules stand in ascending order of the mechanisms. A mechanism that stands here as a number has no name
+// in this library.
 constexpr ParameterRule kParameterRules[] = {
     {MechanismNumber("CKM_RSA_PKCS_OAEP"), Exactly(40)},
     {MechanismNumber("CKM_RSA_PKCS_PSS"), Exactly(24)},

@@ -1,5 +1,5 @@
-// Numeric text: the form in which byte values that are not text are written, two lowercase hexadecimal digits
-// a byte, the high half first.
+// Numeric text is the form of byte values that are not text: two lowercase hexadecimal digits a byte, the
+// high half first.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// What a record says of its surroundings, each through a function that a test can replace.
+// A record asks these functions for its surroundings. A test can replace each of them.
 #pragma once
 
 #include <ctime>
@@ -10,8 +10,8 @@ struct RecordEnvironment {
     int (*threadId)();  // the low 32 bits of the calling thread's identity
 };
 
-// Changed by tests alone, before the records that it is meant for.
+// Only tests change it, before the records that the change is for.
 extern RecordEnvironment recordEnvironment;
 
-// The process id is remembered; a child made by fork forgets its parent's.
+// The process id is remembered. A child made by fork calls this function to forget the id of its parent.
 void ForgetProcessId();

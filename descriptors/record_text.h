@@ -1,4 +1,4 @@
-// The text that a descriptor tree prints itself into: kept in memory until it is taken, or handed on to a
+// A descriptor tree prints itself into a RecordText. The text stays in memory until it is taken, or goes to a
 // stdio stream at every flush.
 #pragma once
 
@@ -8,15 +8,16 @@
 
 class RecordText : public ckscribe::TextBuffer {
 public:
-    // Text in memory; Flush does nothing.
+    // The text stays in memory; Flush does nothing.
     RecordText() = default;
 
-    // Text on its way to `stream`, which stays the caller's. Write errors are left to the stream's error
-    // flag.
+    // The text goes to `stream`, which stays the caller's. Write errors show only in the error flag of the
+    // stream.
     explicit RecordText(std::FILE* stream) : stream(stream) {}
     ~RecordText() { HandOn(); }
 
-    // Everything written so far leaves this process' memory: the stream is written to and flushed.
+    // Hands everything written so far to the operating system: writes it to the stream and flushes the
+    // stream.
     void Flush() {
         if (stream == nullptr) return;
         HandOn();

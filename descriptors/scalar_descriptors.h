@@ -1,7 +1,8 @@
-// Numbers of a call: handles, identifiers, flags, counts, lengths, addresses, booleans.
+// These descriptors show the numbers of a call: handles, identifiers, flags, counts, lengths, addresses,
+// booleans.
 //
-// A hexadecimal number shows the low 32 bits of its value; kept, the width of these fields is part of the
-// format.
+// COMPAT: a hexadecimal number shows the low 32 bits of its value, because readers of the log expect fields
+// of this width.
 #pragma once
 
 #include "descriptors/abstract_descriptor.h"
@@ -55,10 +56,10 @@ public:
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
-// The slot that stands behind an address.
+// This descriptor shows a slot whose address the call gives.
 //
-// COMPAT: records show the address in place of the slot. Events show the slot; of an address that cannot be
-// read they show no value.
+// COMPAT: records show the address in place of the slot, as readers of the log expect. Events show the slot.
+// If the address cannot be read, events show no value.
 class SlotAddressDescriptor : public SlotIDDescriptor {
 public:
     explicit SlotAddressDescriptor(const unsigned long* address);
@@ -70,21 +71,22 @@ private:
     bool isReadable;
 };
 
-// The length of a PIN or of another secret: 0 where the text log hides data. Events never show it.
+// This descriptor shows the length of a PIN or of another secret. The text log shows 0 where it hides data.
+// Events never show the length.
 class PinLengthDescriptor : public ULongDescriptor {
 public:
     explicit PinLengthDescriptor(unsigned long length);
     void WriteEventMembers(ckscribe::JsonWriter&) const override {}
 };
 
-// An address. A name given to it is never printed: its label is fixed.
+// This descriptor shows an address. Its label is fixed: a name given to it is never printed.
 class PtrDescriptor : public ULongDescriptor {
 public:
     explicit PtrDescriptor(const void* address, const char* name = nullptr);
     int Type() const override { return kPointer; }
 };
 
-// A number that the new format shows as a signed one of 32 bits.
+// The new format shows this number as a signed one of 32 bits.
 class UShortDescriptor : public AbstractDescriptor {
 public:
     explicit UShortDescriptor(unsigned long value, const char* name = nullptr)
@@ -116,13 +118,14 @@ public:
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
-// Labelled like any UShortDescriptor; kept.
+// COMPAT: the label is that of any UShortDescriptor, because readers of the log expect it.
 class PedIdDescriptor : public UShortDescriptor {
 public:
     using UShortDescriptor::UShortDescriptor;
 };
 
-// Has no type of its own and prints "Unknown" as its label; kept.
+// COMPAT: a byte has no type of its own and prints "Unknown" as its label, because readers of the log expect
+// it.
 class ByteDescriptor : public AbstractDescriptor {
 public:
     explicit ByteDescriptor(unsigned char value, const char* name = nullptr)

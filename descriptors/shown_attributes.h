@@ -1,15 +1,14 @@
-// The attributes that tell what an object is and not what it holds. They are shown where data are hidden,
-// too.
+// Shown attributes say what an object is, not what it holds. Records show them even where data are hidden.
 #pragma once
 
 #include <cstddef>
 
 namespace ckscribe {
 
-// How a value of an attribute is to be understood.
+// AttributeForm says how to understand the value of an attribute.
 enum class AttributeForm {
     kBytes,       // as text where it is readable
-    kId,          // bytes that are no text even if they look like it
+    kId,          // bytes that are not text even if they look like it
     kBoolean,     // CK_BBOOL
     kNumber,      // CK_ULONG
     kDate,        // CK_DATE, or nothing
@@ -18,7 +17,7 @@ enum class AttributeForm {
 };
 
 struct ShownAttribute {
-    bool isShown;  // false as well if an attribute of this type cannot have this size
+    bool isShown;  // also false if an attribute of this type cannot have this size
     AttributeForm form;
 };
 

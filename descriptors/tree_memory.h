@@ -1,15 +1,15 @@
-// Memory of descriptor trees. Each logged call builds two trees and forgets them again at once. Their parts
-// lie on the stack of the thread that builds them: taking them costs next to nothing there, and no other
-// thread's processor has them in its cache.
+// TreeMemory holds the memory of descriptor trees. Each logged call builds two trees and soon forgets them.
+// Their parts lie on the stack of the thread that builds them: stack memory costs almost nothing, and no
+// other thread's processor has it in its cache.
 #pragma once
 
 #include <cstddef>
 
 #include "host/record_lock.h"
 
-// While an object of this class lives, memory of trees comes from it as long as it has room, and from the
-// heap afterwards. Objects may be nested. Made under the record lock, like the trees, which must not outlive
-// it.
+// While an object of this class lives, trees take their memory from it as long as it has room, and from the
+// heap afterwards. Objects may be nested. Make the object under the record lock, before the trees; they must
+// not outlive it.
 class TreeMemory {
 public:
     static constexpr std::size_t kSize = 2048;
@@ -19,12 +19,12 @@ public:
     TreeMemory(const TreeMemory&) = delete;
     TreeMemory& operator=(const TreeMemory&) = delete;
 
-    // `size` bytes, aligned for any object. Throws std::bad_alloc.
+    // Returns `size` bytes, aligned for any object. Throws std::bad_alloc.
     static void* Take(std::size_t size);
 
-    // Gives memory of that size back, which comes from the innermost object or from the heap; null is
-    // allowed. A debug build ends the process for any other memory. Room in an object is used again only if
-    // what was taken last is given back first.
+    // Gives back memory of that size. It must come from the innermost object or from the heap; null is
+    // allowed. A debug build ends the process for any other memory. An object uses its room again only if the
+    // piece that was taken last is given back first.
     static void GiveBack(void* memory, std::size_t size);
 
 private:

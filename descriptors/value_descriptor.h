@@ -1,4 +1,4 @@
-// Bytes of a call: attribute values, mechanism parameters, texts, data buffers, PINs.
+// These descriptors show bytes of a call: attribute values, mechanism parameters, texts, data buffers, PINs.
 #pragma once
 
 #include <cstddef>
@@ -7,22 +7,24 @@
 #include "descriptors/data_setting.h"
 #include "descriptors/value_format.h"
 
-// Bytes that are printed inside their owner's text, without a line of their own.
+// A ValueDescriptor prints its bytes inside the text of its owner, without a line of their own.
 class ValueDescriptor : public AbstractDescriptor {
 public:
-    // `name` may be null. The bytes are copied, see SetValue.
+    // `name` may be null. The bytes are copied as SetValue describes.
     explicit ValueDescriptor(const void* value = nullptr, unsigned long length = 0,
                              const char* name = nullptr,
                              ckscribe::BytesAre bytesAre = ckscribe::BytesAre::kData);
     ~ValueDescriptor() override;
 
-    // Takes a copy of `length` bytes in place of the old one; of memory that cannot be read to its end, the
-    // part in front. Null or a length of 0 leaves no value. The length CK_UNAVAILABLE_INFORMATION (all ones)
-    // gives the eight bytes of that word itself, so that an unavailable attribute prints as sixteen f; kept,
-    // readers of the log look for it. Throws std::bad_alloc, and then holds no value.
+    // Takes a copy of `length` bytes in place of the old value. If the memory cannot be read to its end, the
+    // copy holds the part in front. Null or a length of 0 leaves no value. If it throws std::bad_alloc, the
+    // descriptor holds no value.
     //
-    // While data are hidden, data become PINDescriptor::cMaskedPIN instead: a value that would be printed as
-    // "<null>" or as sixteen f still is.
+    // COMPAT: the length CK_UNAVAILABLE_INFORMATION (all ones) gives the eight bytes of that word itself. An
+    // unavailable attribute prints as sixteen f, because readers of the log look for it.
+    //
+    // While data are hidden, data become PINDescriptor::cMaskedPIN instead. A value that prints as "<null>"
+    // or as sixteen f is not masked.
     void SetValue(const void* value, unsigned long length,
                   ckscribe::BytesAre bytesAre = ckscribe::BytesAre::kData);
     void ReleaseValue();
@@ -30,20 +32,20 @@ public:
     int Type() const override { return kValue; }
     void PrintDescription(RecordText& out, int indent, const char* suffix) const override;
     void PrintParameters(RecordText& out, int indent) const override;
-    // The size that the call claims, and the bytes themselves if they are shown.
+    // Writes the size that the call claims and, if events show them, the bytes.
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
-    // As a text without its padding.
+    // Writes the bytes as a text without its padding.
     void WriteEventValue(ckscribe::JsonWriter& json) const override;
 
-    // The form that suits the bytes.
+    // Returns the form that suits the bytes.
     ValueFormat FormatFromDataValue() const;
-    // The bytes in that form, between double quotes.
+    // Prints the bytes in that form, between double quotes.
     void PrintValue(RecordText& out, ValueFormat format) const;
 
     unsigned long Length() const { return length; }
-    // The length that was given, of whatever memory.
+    // Returns the length that the caller gave, even if the memory is shorter.
     unsigned long ClaimedLength() const { return claimedLength; }
-    // The bytes if events show them, and none otherwise.
+    // Returns the bytes if events show them, otherwise an empty text.
     std::string_view BytesInEvents() const;
 
 protected:
@@ -58,7 +60,7 @@ private:
     ckscribe::BytesAre bytesAre = ckscribe::BytesAre::kData;
 };
 
-// Bytes with a label and a line of their own.
+// A ByteStringDescriptor prints its bytes with a label and on a line of their own.
 class ByteStringDescriptor : public ValueDescriptor {
 public:
     using ValueDescriptor::ValueDescriptor;
@@ -66,7 +68,8 @@ public:
     void PrintDescription(RecordText& out, int indent, const char* suffix) const override;
 };
 
-// A PIN or another secret: always the same mask, whatever was given and however long it is.
+// A PINDescriptor shows a PIN or another secret. It always prints the same mask, whatever the secret and its
+// length are.
 class PINDescriptor : public ByteStringDescriptor {
 public:
     static constexpr char cMaskedPIN[] = "********";
@@ -74,17 +77,17 @@ public:
     static constexpr char cLabel[] = "PIN=";
 
     std::string_view EventKind() const override { return "PIN"; }
-    // The label, where it says more than the kind.
+    // Returns the label if it says more than the kind.
     std::string_view EventName() const override;
     void WriteEventMembers(ckscribe::JsonWriter&) const override {}
 
-    // `isGiven` is false for a null PIN pointer: it prints as no value. The PIN itself never gets here.
+    // `isGiven` is false for a null PIN pointer, which prints as no value. The PIN itself never gets here.
     explicit PINDescriptor(bool isGiven = true, const char* label = cLabel)
         : ByteStringDescriptor(isGiven ? cMaskedPIN : nullptr, isGiven ? cMaskPINlen : 0, label,
                                ckscribe::BytesAre::kDescription) {}
 };
 
-// A text with its length, its characters as they are.
+// A StringDescriptor prints a text with its length. The characters stand as they are.
 class StringDescriptor : public ValueDescriptor {
 public:
     using ValueDescriptor::ValueDescriptor;

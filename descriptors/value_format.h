@@ -1,12 +1,12 @@
-// The three forms in which bytes are printed.
+// Bytes are printed in one of these three forms.
 #pragma once
 
 #include <string_view>
 
 enum ValueFormat : int { kNumeric = 1, kSimpleText = 2, kRichText = 3 };
 
-// "Numeric", "SimpleText", "RichText"; "Unknown" for any other number.
+// Returns "Numeric", "SimpleText" or "RichText", or "Unknown" for any other number.
 std::string_view GetValueFormat(ValueFormat format);
 
-// The number of such a name, compared exactly; 0 for any other text.
+// Returns the number of such a name. The text must match exactly; any other text gives 0.
 ValueFormat GetValueFormat(const char* name);

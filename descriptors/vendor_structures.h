@@ -1,7 +1,7 @@
-// The vendor's structures, as far as records show them.
+// These are the vendor's structures, as far as records show them.
 #pragma once
 
-// State of an M-of-N activation.
+// This structure holds the state of an M-of-N activation.
 struct CA_M_OF_N_STATUS {
     unsigned long words[5];
 };
@@ -11,7 +11,7 @@ struct CK_HA_MEMBER {
     unsigned long memberStatus;
 };
 
-// State of a high-availability group. The first listSize members count.
+// This structure holds the state of a high-availability group. The first listSize members count.
 struct CK_HA_STATUS {
     char groupSerial[24];
     CK_HA_MEMBER memberList[32];
