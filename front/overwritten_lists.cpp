@@ -86,9 +86,12 @@ bool OverwrittenLists::HoldsOwnEntries(const Node& node) {
     return std::any_of(node.list + kVersionWords, node.list + node.size, IsInOwnImage);
 }
 
+// Writes too if the process can open no more files and therefore cannot ask: this library's own entries stand
+// in the list, hence it has been written before.
 void OverwrittenLists::GiveBack(const Node& node) {
     void** const list = const_cast<void**>(node.list);
-    if (!HoldsOwnEntries(node) || !IsWritable(list, node.size * sizeof *list)) return;
+    if (!HoldsOwnEntries(node)) return;
+    if (WritabilityOf(list, node.size * sizeof *list) == Writability::kNo) return;
     for (std::size_t i = kVersionWords; i < node.size; ++i) {
         if (IsInOwnImage(list[i])) list[i] = node.original[i];
     }

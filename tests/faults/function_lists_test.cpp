@@ -2,6 +2,7 @@
 // thread may stop the library while one is asked for.
 
 #include <dlfcn.h>
+#include <sys/resource.h>
 
 #include <thread>
 
@@ -74,6 +75,20 @@ TEST_F(FunctionListsOfTarget, DlcloseGivesEachListBackWhatStoodInIt) {
         EXPECT_EQ(list->version.minor, kTargetListVersion.minor);
         targetAnswer = AnswerWithSession;
         EXPECT_EQ(list->C_Logout(7), 1007U);
+    }));
+}
+
+TEST_F(FunctionListsOfTarget, NoFileCanBeOpened_DlcloseGivesEachListBackAllTheSame) {
+    EXPECT_TRUE(Survives([] {
+        const Target target(SCRIPTED_TARGET);
+        Library library;
+        CK_FUNCTION_LIST* const list = ListOf(library);
+        void** const vendorList = VendorListOf(library);
+        const rlimit none = {0, 0};
+        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+        library.Close();
+        EXPECT_EQ(ForeignFunctionsIn(*list, target), "");
+        EXPECT_EQ(ForeignFunctionsIn(vendorList, target), "");
     }));
 }
 

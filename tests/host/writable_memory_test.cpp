@@ -28,6 +28,8 @@ TEST(WritableMemory, ConstantsAndNull_AreNotWritable) {
     EXPECT_FALSE(IsWritable(const_cast<char*>(constantBytes), sizeof constantBytes));
     EXPECT_FALSE(IsWritable(nullptr, 8));
     EXPECT_FALSE(IsWritable(reinterpret_cast<void*>(-8), 8));
+    EXPECT_EQ(WritabilityOf(const_cast<char*>(constantBytes), sizeof constantBytes), Writability::kNo);
+    EXPECT_EQ(WritabilityOf(nullptr, 8), Writability::kNo);
 }
 
 TEST(WritableMemory, OnePageOfTwoIsReadOnly_MemoryIsNotWritable) {
@@ -58,12 +60,13 @@ TEST(WritableMemory, IsWritable_LeavesNoFileOpen) {
     EXPECT_EQ(after, before);
 }
 
-TEST(WritableMemoryDeathTest, NoFileCanBeOpened_MemoryCountsAsNotWritable) {
+TEST(WritableMemoryDeathTest, NoFileCanBeOpened_WritabilityIsUnknownAndMemoryCountsAsNotWritable) {
     const auto ask = [] {
         const rlimit none = {0, 0};
         setrlimit(RLIMIT_NOFILE, &none);
         char byte = 'a';
-        _exit(IsWritable(&byte, 1) ? 1 : 0);
+        if (IsWritable(&byte, 1)) _exit(1);
+        _exit(WritabilityOf(&byte, 1) == Writability::kUnknown ? 0 : 2);
     };
     EXPECT_EXIT(ask(), testing::ExitedWithCode(0), "");
 }
