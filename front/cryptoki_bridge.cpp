@@ -41,6 +41,12 @@ void* AddressOf(Function function) {
     return reinterpret_cast<void*>(function);
 }
 
+// Null for an address in no image.
+const void* ImageOf(void* address) {
+    Dl_info info = {};
+    return dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
+}
+
 // What the loader says, without the path with which it usually begins.
 const char* WithoutPath(const char* words, std::string_view path) {
     const std::string_view text = words;
@@ -129,7 +135,7 @@ CK_FUNCTION_LIST CryptokiBridge::ListedFunctions(const char* path) {
         ExplainFailure(kNoList, path, words != nullptr ? words : "it is only found in this library");
         return {};
     }
-    if (ExportsOtherStandardFunctions()) return {};
+    if (ExportsOtherStandardFunctions(ImageOf(address))) return {};
     CK_FUNCTION_LIST* list = nullptr;
     const CK_RV rv = reinterpret_cast<CK_C_GetFunctionList>(address)(&list);
     if (rv == CKR_OK && list != nullptr) return ckscribe::TargetsFunctions(*list);
@@ -141,9 +147,14 @@ CK_FUNCTION_LIST CryptokiBridge::ListedFunctions(const char* path) {
     return {};
 }
 
-bool CryptokiBridge::ExportsOtherStandardFunctions() const {
+// A look-up also finds functions of other images, which the target depends on.
+bool CryptokiBridge::ExportsOtherStandardFunctions(const void* image) const {
+    const auto isExported = [&](const char* name) {
+        void* const address = GetSymbolAddressSilent(handle, name, 1);
+        return address != nullptr && ImageOf(address) == image;
+    };
 #define C_EVERY_ROW(Name, ...) \
-    if (GetSymbolAddressSilent(handle, "C_" #Name, 1) != nullptr) return true;
+    if (isExported("C_" #Name)) return true;
 #define C_LIST_ROW(...)
 #define C_UNBOUND_ROW(...)
 #include "functions/functions.def"

@@ -128,7 +128,7 @@ private:
     bool BindRequired(SlotIndex index, const char* name, void* listed = nullptr);
     void BindOptional(SlotIndex index, const char* name, unsigned silent, void* listed = nullptr);
     CK_FUNCTION_LIST ListedFunctions(const char* path);
-    bool ExportsOtherStandardFunctions() const;
+    bool ExportsOtherStandardFunctions(const void* image) const;
     void ExplainFailure(const char* what, const char* path, const char* reason);
 
     static constexpr std::size_t kErrorSize = 250;

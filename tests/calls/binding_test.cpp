@@ -279,6 +279,14 @@ TEST_F(Binding, TargetExportsOnlyItsList_FunctionsOfTheListAreForwarded) {
     EXPECT_EQ("", Errors());
 }
 
+// What such a target lacks, the loader finds in the library that it depends on.
+TEST_F(Binding, TargetExportsOnlyItsListAndDependsOnAnotherPkcs11Library_FunctionsOfTheListAreForwarded) {
+    UseTarget("scripted_target_that_exports_its_list_and_has_a_dependency");
+    EXPECT_EQ("", OutputOfStart());
+    EXPECT_EQ(EverythingBut({}), Forwarded());
+    EXPECT_EQ("", Errors());
+}
+
 TEST_F(Binding, TargetExportsItsListAndOneFunction_OthersAreMissing) {
     UseTarget("scripted_target_that_exports_its_list_and_logout");
     const Names missing = Without(kBindingOrder, {"C_GetFunctionList", "C_Logout"});
