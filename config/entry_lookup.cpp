@@ -7,8 +7,8 @@ namespace {
 
 bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)); }
 
-// Scans what follows a section's name. True when that opens a section: white space, "=", white space, "{".
-// `*after` receives the character where the scan stopped.
+// True if white space, "=", white space and "{" follow a section's name: they open the section. `*after`
+// receives the place where the scan stops.
 bool OpensSection(const char* afterName, const char** after) {
     const char* c = afterName;
     bool hasEquals = false;
@@ -23,7 +23,7 @@ bool StartsSectionName(const char* text, const char* c) {
 
 void CutAt(char* text, const char* ends) { text[std::strcspn(text, ends)] = '\0'; }
 
-// NUL stands before a key when the section's own name holds the "}" that ended the section.
+// If the section's own name holds the "}" that ends the section, NUL stands before the first key.
 bool StartsKey(const char* c) {
     return c[-1] == ' ' || c[-1] == '\r' || c[-1] == '\n' || c[-1] == '{' || c[-1] == '\0';
 }
@@ -35,7 +35,7 @@ char* SkipSpaces(char* c) {
 
 char* FindKey(char* body, const char* key) {
     const std::size_t length = std::strlen(key);
-    char* equals = body;  // the end of the spaces after the key; kept, so that no space is skipped twice
+    char* equals = body;  // the end of the spaces after the key; it stays, and no space is skipped twice
     for (char* found = body; (found = std::strstr(found, key)) != nullptr; ++found) {
         if (found + length >= equals) equals = SkipSpaces(found + length);
         if (StartsKey(found) && *equals == '=') return found;

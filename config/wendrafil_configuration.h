@@ -2,17 +2,20 @@
 
 // The configuration store: finds the vendor's configuration file, reads its settings and edits them.
 //
-// An instance holds the file's path and five result buffers, but neither an open file nor its text: every
-// lookup reads the whole file again, so that a change made by another program counts at once. Nothing throws
-// and nothing is printed unless said so; results are 1 for success or found and 0 for failure or not found. A
-// value that was not found leaves the caller's buffer alone; one that does not fit is cut without notice.
+// An instance holds the file's path and five result buffers. It holds neither an open file nor its text:
+// every lookup reads the whole file again, and a change that another program makes counts at once. No
+// function throws or prints unless its comment says so. A function returns 1 for success or "found", and 0
+// for failure or "not found", unless its comment says otherwise. A lookup that finds nothing leaves the
+// caller's buffer alone. A value that does not fit is cut without notice.
 //
-// Sizes of buffers count the terminating NUL. A pointer that an accessor returns points into the instance and
-// is valid until that accessor is called again.
+// Sizes of buffers are in bytes and count the terminating NUL. Numbers of characters do not count it. A
+// pointer that an accessor returns points into the instance and is valid until that accessor is called again.
 //
-// Threads: lookups into the caller's own buffers may run at the same time, on one instance too. Accessors
-// that return a pointer, and everything that edits, must be serialised by the caller (editors across
-// processes too).
+// Threads: lookups into the caller's own buffers may run at the same time, on one instance too. The caller
+// serialises accessors that return a pointer. The caller also serialises everything that edits, across
+// processes too.
+//
+// COMPAT: begins the comment of something odd that stays because readers of configurations depend on it.
 
 #include <atomic>
 #include <cstdio>
@@ -24,18 +27,18 @@ public:
     WendrafilConfiguration();
     virtual ~WendrafilConfiguration();
 
-    // The path of the configuration file. Every operation on the file asks for it here, so that a derived
-    // class can point the whole store at another file.
+    // Returns the path of the configuration file. Every operation on the file asks this function for it: a
+    // derived class can point the whole store at another file.
     virtual const char* GetConfFileName() const;
 
     WendrafilConfiguration(const WendrafilConfiguration&) = delete;
     WendrafilConfiguration& operator=(const WendrafilConfiguration&) = delete;
 
-    // --- Places and kinds of store
-    // ---------------------------------------------------------------------------
+    // ---- Places and kinds of store ----
 
-    // Stores and returns the file's path: "Wendrafil.conf" in the directory (its first 256 characters) that
-    // the environment variable "WendrafilConfigurationPath" names, else in "/etc". Run by the constructor.
+    // Stores and returns the file's path. The file is "Wendrafil.conf" in the directory that the environment
+    // variable "WendrafilConfigurationPath" names (its first 256 characters), else in "/etc". The constructor
+    // calls this function.
     const char* InitializeConfFileName();
 
     // Empties the registry path and returns the environment variable "WendrafilRegistryPath", which may be
@@ -43,18 +46,18 @@ public:
     const char* InitializeRegistryPathName();
     const char* GetRegistryPathName() const { return registryPathName; }
 
-    // Cuts a path back to its directory, in place; "/" and "\" separate, and the last of them stays.
+    // Cuts a path back to its directory, in place. "/" and "\" separate, and the last of them stays.
     static void StripOffFileName(char* path);
 
-    // The kind of store for all instances: 0 the file (the only one that works), 1 the registry, which finds
-    // and stores nothing; any other value stands for no store.
+    // The kind of store, for all instances: 0 is the file, the only kind that works. 1 is the registry, which
+    // finds and stores nothing. Any other value means that there is no store.
     static void SetLibraryType(int type) { LibraryType.store(type, std::memory_order_relaxed); }
     static int GetLibraryType() { return LibraryType.load(std::memory_order_relaxed); }
 
-    // The section of the network server's settings, for all instances; "OrmaSA Server" at first.
-    // GetServerSection fails for a null buffer or when `size` is below the name's length; a name whose NUL
-    // does not fit loses its last character. SetServerSection fails for null and keeps 63 characters; it must
-    // not run while another thread uses the section.
+    // The name of the section with the network server's settings, for all instances; "OrmaSA Server" at
+    // first. GetServerSection copies it; 0 for a null buffer or if `size` is below the name's length. COMPAT:
+    // if `size` equals that length, the copy lacks the last character. SetServerSection keeps 63 characters
+    // of the name; 0 for null. It must not run while another thread uses the section.
     static int GetServerSection(char* buffer, unsigned int size);
     static int SetServerSection(const char* name);
 
@@ -62,52 +65,53 @@ public:
     static const char* GetSessionSectionName() { return "Session"; }
     static int IsSTCEnabled() { return 1; }
 
-    // 1 when the file can be opened for reading, or for reading and writing. With another kind of store
-    // always 1.
+    // TestR returns 1 if the file can be opened for reading, TestRW if it can be opened for reading and
+    // writing; else 0. With another kind of store both return 1.
     int TestR() const;
     int TestRW() const;
 
-    // --- Reading the file
-    // ------------------------------------------------------------------------------------
+    // ---- Reading the file ----
 
-    // Reads a whole file: `*contents` receives a new array that the caller deletes (delete[]), with a NUL
-    // after the text, and `*size` the file's size. Fails for null arguments, a file that cannot be opened or
-    // asked for its size, without memory, and for an empty file; `*contents` is null then. A failed or short
-    // read is not reported: the text then ends early.
+    // Reads a whole file and returns 1. `*contents` receives a new array with a NUL after the text; the
+    // caller deletes it with delete[]. `*size` receives the file's size in bytes. Returns 0 for null
+    // arguments, and, with `*contents` null, for a file that cannot be opened or asked for its size, for an
+    // empty file, and if there is no memory. COMPAT: a failed or short read is not reported; the text ends
+    // early.
     int ReadConfigurationFile(const char* path, char** contents, unsigned long* size) const;
 
-    // Writes the text of the configuration file to `stream`.
+    // Writes the text of the configuration file to `stream`. Returns 0 if the file cannot be read, else 1.
     int DumpFile(FILE* stream) const;
 
-    // Looks a key up (config/entry_lookup.h says how) and copies its value, cut to `valueSize` - 1
-    // characters. `valueSize` is taken as unsigned; with 0 nothing is copied. Null arguments: not found.
+    // Looks a key up as config/entry_lookup.h describes and copies its value, cut to `valueSize` - 1
+    // characters. Returns 1 if the key is found, else 0; 0 for null arguments. `valueSize` is taken as
+    // unsigned; with 0 nothing is copied.
     int GetConfigurationEntry(const char* section, const char* key, char* value, int valueSize) const;
 
-    // The same when the store is the file, else 0.
+    // Does the same if the store is the file; else returns 0.
     int GetConfigurationInfo(const char* section, const char* key, char* value, int valueSize) const;
 
-    // The same in the current kind of store.
+    // Does the same in the current kind of store.
     int GetEntry(const char* section, const char* key, char* value, unsigned long valueSize) const;
 
-    // The registry store exists in name only: nothing is found or stored.
+    // The registry store exists in name only. These find and store nothing and return 0.
     int GetRegistryEntry(const char*, const char*, char*, unsigned long) const { return 0; }
     int SetRegistryEntry(const char*, const char*, const char*, unsigned short) { return 0; }
 
-    // --- Changing the file
-    // -----------------------------------------------------------------------------------
+    // ---- Changing the file ----
 
-    // Each rewrites the whole file in place: lines are cut at 838 characters and end with a line feed. 0 when
-    // the store is not the file, for null arguments, when the file cannot be read whole or cannot be written
-    // (it is untouched then), or when a line to write has 840 characters or more with its line feed; the old
-    // line is gone then, the rest is written. Errors in writing go unreported.
+    // Each function rewrites the whole file in place and returns 1. COMPAT: lines are cut at 838 characters
+    // and end with a line feed. A function returns 0, and the file is untouched, for null arguments, if the
+    // store is not the file, if the file cannot be read whole, and if it cannot be opened for writing. It
+    // also returns 0 if a line to write has 840 characters or more with its line feed: the old line is gone
+    // then, and the rest is written. Errors in writing are not reported.
     //
-    // A section is taken to begin at a line that contains its name anywhere and to end at the next line that
-    // contains "}". Names that are part of others, and values that mention a section, are therefore edited
-    // along with it; a section that nothing closes gets no new key.
+    // COMPAT: a section begins at a line that contains its name anywhere, and ends at the next line that
+    // contains "}". An edit therefore also changes sections whose names contain this one, and places where a
+    // value mentions it. A section that no "}" closes gets no new key.
 
-    // Sets a key. An entry of that name, or of a longer name that ends with it, becomes "   key = value;"; a
-    // missing one is inserted before the section's "}", a missing section appended to the file. The line that
-    // begins a section must contain "{" too.
+    // Sets a key. An entry of that name becomes "   key = value;". COMPAT: so does an entry whose longer name
+    // ends with it. A missing entry is inserted before the section's "}". A missing section is appended to
+    // the file. Here the line that begins a section must contain "{", too.
     int SetConfigurationInfo(const char* section, const char* key, const char* value);
     int SetEntry(const char* section, const char* key, const char* value, unsigned short reserved = 0);
 
@@ -121,29 +125,32 @@ public:
     int ClearConfigurationInfo(const char* section);
     int ClearSection(const char* section, unsigned short = 0) { return ClearConfigurationInfo(section); }
 
-    // Replaces all lines of a section by `body`, broken into lines after every 512 characters; a missing
-    // section is appended to the file. The last argument is not used.
+    // Replaces all lines of a section by `body`, which is broken into lines after every 512 characters. A
+    // missing section is appended to the file. The last argument is not used.
     int ReplaceConfigurationInfo(const char* section, const char* body, int reserved);
 
-    // --- Settings
-    // --------------------------------------------------------------------------------------------
+    // ---- Settings ----
     //
-    // One accessor for each setting, with its editor beside it. Their bodies show section, key, the size of
-    // the buffer in which a number is read, and the number that stands for a missing key:
+    // Each setting has one accessor, and its editor stands beside it. The body of an accessor shows its
+    // section, its key, the size of the buffer into which a number is read, and its result if the key is
+    // missing:
     //
-    //   Number(section, key, size, missing)    the value as atoi reads it: "12abc" is 12, "abc" is 0
-    //   Text(section, key, buffer, size)       the value into the caller's buffer; 1 when found, else 0
-    //   Scanned(section, key, int*)            1 when a number was found and stored, else 0
-    //   ServerNumber, ServerText, ServerScanned    the same in the server section, then in "OrmaSA Server"
-    //   Set(section, key, text or number)      as SetConfigurationInfo; 1 when done, else 0
+    //   Number(section, key, size, missing)    returns the number as atoi reads it: "12abc" is 12, "abc" is 0
+    //   Text(section, key, buffer, size)       copies the value into the caller's buffer; 1 if found, else 0
+    //   Scanned(section, key, int*)            stores the number; 1 if there is one, else 0 and nothing
+    //   stored ServerNumber, ServerText, ServerScanned    the same in the server section, then in "OrmaSA
+    //   Server" Set(section, key, text or number)      as SetConfigurationInfo; 1 for success, else 0
     //
-    // Accessors without a body have rules of their own, which their comments tell. Indices and cluster
-    // numbers are written with at least two digits. `proxy` and `server` choose the first of two sections. A
-    // null buffer reads as not found.
+    // The store converts no unit: a number has the unit in which the vendor's software reads its key, and a
+    // unit stands here only where the store itself depends on it. Switches return the number, and 0 means
+    // off. The comments of accessors without a body state their rules. Names of keys and sections hold
+    // indices and cluster numbers with at least two digits. `proxy` and `server` choose the first of two
+    // sections. A null buffer counts as "not found".
 
-    // Target libraries. "LibUNIX64" of a section, "/usr/lib/libmordavek2.so" when it is missing (result 0);
-    // the form without arguments reads section "Wendrafil2". The load-balancing library is "LibUNIX" of
-    // "LBLib2", with the same default.
+    // These read the paths of the target libraries. The first copies "LibUNIX64" of a section and returns 1;
+    // if the key is missing, it copies "/usr/lib/libmordavek2.so" and returns 0. The second returns the same
+    // for section "Wendrafil2". The third returns "LibUNIX" of "LBLib2", the load-balancing library, and has
+    // the same default.
     int LibraryFileName(const char* section, char* buffer, int size) const;
     const char* LibraryFileName();
     const char* LBLibLibraryFileName();
@@ -173,7 +180,7 @@ public:
         return Text(section, "DaemonName", buffer, size);
     }
 
-    // Behaviour of the client library.
+    // These control how the client library behaves.
     int IsPre1863RSAKeyGenRemapEnabled() const { return Number("Misc", "RSAPre1863KeyGenMechRemap", 200, 0); }
     int IsRSANonFIPSKeyGenRemapEnabled() const { return Number("Misc", "RSAKeyGenMechRemap", 200, 0); }
     int UseQuorvanthBranding() const { return Number("Misc", "UseQuorvanthBranding", 200, 0); }
@@ -195,37 +202,39 @@ public:
     int IsAutoCleanUpDisabled() const { return Number("Session", "AutoCleanUpDisabled", 200, 0); }
     bool IsOneBaseSlotId() const { return Number("Presentation", "OneBaseSlotId", 200, 0) != 0; }
 
-    // "AllowPTK" of "Misc" begins with "1".
+    // True if "AllowPTK" of "Misc" begins with "1".
     bool GetAllowPTK() const;
 
-    // "KeysInHW" of "Misc" is "YES" in any case.
+    // True if "KeysInHW" of "Misc" is "YES", in capitals or not.
     bool IsKeyInHW() const;
 
-    // "CryptokiContainerName" of "Misc", at most 99 characters; `buffer` has room for 100.
+    // Copies "CryptokiContainerName" of "Misc", at most 99 characters; `buffer` has room for 100 bytes. 1 if
+    // found, else 0.
     int GetCryptokiContainerName(char* buffer) const {
         return Text("Misc", "CryptokiContainerName", buffer, 100);
     }
 
-    // "AppIdMajor" and "AppIdMinor" of "Misc", hexadecimal after "0x", else decimal; 0 when missing.
-    // Deliberate: a missing minor number repeats the major one. 1 when either was found.
+    // Stores "AppIdMajor" and "AppIdMinor" of "Misc", hexadecimal after "0x", else decimal. A missing major
+    // number is 0. COMPAT: a missing minor number repeats the major one. Returns 1 if either is found, else
+    // 0.
     int ExplicitAppId(unsigned long& major, unsigned long& minor) const;
 
-    // The log file of the enabler, "LogFile" of "Misc"; empty when missing.
+    // Returns the path of the enabler's log file, "LogFile" of "Misc"; empty if the key is missing.
     const char* EnablerLogFileName();
     int SetEnablerLogFileName(const char* path) { return Set("Misc", "LogFile", path); }
 
-    // Certificate management products.
+    // These serve products that manage certificates.
     int IsEntrustMgr() const { return Number("Misc", "EntrustMgr4", 200, 0); }
     int IsUseEntrustDatabase() const { return Number("Misc", "EntrustSoftwareKeyStorage", 200, 0); }
     int IsEntrust3_0Used() const { return Number("Misc", "Entrust3_0", 200, 0); }
     int IsEntrustSWInstall() const { return Number("Misc", "EntrustSWInstall", 200, 0); }
     int SetEntrustSWInstall(int value) { return Set("Misc", "EntrustSWInstall", value); }
 
-    // "TokenInitString" of "Misc" into `buffer`, which has room for 100: the value's length, at most 99; 0
-    // for a missing key or a null buffer.
+    // Copies "TokenInitString" of "Misc" into `buffer`, which has room for 100 bytes. Returns the number of
+    // characters copied, at most 99; 0 for a missing key or a null buffer.
     int GetEntrustCAPasswd(char* buffer) const;
 
-    // Commands to the device: time-outs, slots.
+    // These control commands to the device: their time-outs, and its slots.
     int OrmaDefaultTimeOut() const { return Number("Orma", "DefaultTimeOut", 200, 10000); }
     int OrmaCommandTimeOutKeyPairGenValue() const { return Number("Orma", "KeypairGenTimeOut", 200, 0); }
     int OrmaCommandTimeOutFirmwareUpdate() const {
@@ -237,18 +246,18 @@ public:
     int OrmaSlotCount() const { return Number("Orma", "SlotCount", 200, 0); }
     int IsBufferedCommandSet() const { return Number("Orma", "BufferedCommand", 200, 0); }
 
-    // Card readers.
+    // These describe card readers.
     int CardReaderDurnelCount() const { return Number("CardReader", "DurnelCount", 200, 0); }
     int IsRemoteCommandPreferred() const { return Number("CardReader", "RemoteCommand", 200, 0); }
     int GetCardReaderDurnelName(int index, char* buffer, int size) const {
         return Text("CardReader", ckscribe::NumberedName("Durnel%dName", index), buffer, size);
     }
 
-    // "InstanceOrmaCR" of "CardReader", as atoi reads 31 characters; a missing key leaves `*out` alone,
-    // result 0.
+    // Stores "InstanceOrmaCR" of "CardReader", as atoi reads its first 31 characters, and returns 1. A
+    // missing key leaves `*out` alone and returns 0.
     int InstanceOrmaCR(int* out) const;
 
-    // The network client.
+    // These control the network client.
     int IsClient() const { return Number("OrmaSA Client", "NetClient", 200, 0); }
     int GetOrmaNetSendTimeout() const { return Number("OrmaSA Client", "SendTimeout", 200, 10000); }
     int GetOrmaNetReceiveTimeout() const { return Number("OrmaSA Client", "ReceiveTimeout", 200, 20000); }
@@ -274,7 +283,7 @@ public:
     int SetClientCertFile(const char* path) { return Set("OrmaSA Client", "ClientCertFile", path); }
     int DeleteClientCertFile() { return Set("OrmaSA Client", "ClientCertFile", ""); }
 
-    // The network server.
+    // These control the network server.
     int IsServer() const { return ServerNumber("NetServer", 200, 0); }
     int RequiredClientAuth() const { return ServerNumber("ClientAuth", 200, 0); }
     int IsServerKeyEncrypted() const { return ServerNumber("EncryptedKey", 200, 0); }
@@ -298,22 +307,25 @@ public:
     int SetServerCertFile(const char* path) { return Set("OrmaSA Server", "ServerCertFile", path); }
     int GetClientCAFile(char* buffer, int size) const { return ServerText("ClientCAFile", buffer, size); }
 
-    // Written to the server section, and only when that fails to "OrmaSA Server".
+    // Writes to the server section. Writes to "OrmaSA Server" only if that fails. 1 if either succeeds.
     int SetClientCAFile(const char* path) {
         return Set(server_section, "ClientCAFile", path) || Set("OrmaSA Server", "ClientCAFile", path);
     }
 
-    // "AttackTimeout", in the server section, then "OrmaSA Server": 10 when missing or 0, at most 20.
+    // Returns "AttackTimeout" of the server section, else of "OrmaSA Server": at most 20, and 10 if the key
+    // is missing or 0.
     int GetAttackTimeout() const;
 
-    // "NTLSThreads", in the server section, then "OrmaSA Server": 1 when missing or 0.
+    // Returns "NTLSThreads" of the server section, else of "OrmaSA Server": a number of threads, and 1 if the
+    // key is missing or 0.
     int GetServerThreadCount() const;
 
-    // `check` becomes false when "SRC_IP_CHK" of "OrmaSA Server" begins with "disable", else true. 1 when
-    // found.
+    // Sets `check` to false if "SRC_IP_CHK" of "OrmaSA Server" begins with "disable", else to true. Returns 1
+    // if the key is found, else 0.
     int GetSourceIPChecking(bool& check) const;
 
-    // The list of servers, from index 0 to the first missing name, in "OrmaSA Server" or "OrmaSA Client".
+    // The list of servers stands in "OrmaSA Server" or "OrmaSA Client". It begins at index 0 and ends before
+    // the first missing name.
     int GetOrmaNetServerName(int index, char* buffer, int size, bool server) const {
         return Text(NetSection(server), ckscribe::NumberedName("ServerName%02d", index), buffer, size);
     }
@@ -330,63 +342,65 @@ public:
         return Text("OrmaSA Client", ckscribe::NumberedName("ServerCertFile%02d", index), buffer, size);
     }
 
-    // Counts the names and copies each (at most 49 characters) into its element of `names`, when both the
-    // array and the element are there; an element has room for 50. 1 when there are any, else 0.
+    // Counts the names, and copies each (at most 49 characters) into its element of `names` unless the array
+    // or the element is null. An element has room for 50 bytes. Returns 1 if there are any names, else 0.
     int GetListOfServers(int& count, char** names, bool server) const;
 
-    // Adds a name to the list, in the first place whose name is empty or missing. 2, and nothing is written,
-    // when the list holds it already.
+    // Adds a name to the list, in the first place whose name is empty or missing. Returns 1 or 0. Returns 2
+    // and writes nothing if the list holds the name already.
     int SetOrmaNetServerName(const char* name, bool server);
 
-    // Renames the server that is called `oldName`; -1 when there is none. The index is not used: the name
-    // tells.
+    // Renames the server that is called `oldName`. Returns 1 or 0, and -1 if there is no such server. The
+    // index is not used: the name identifies the server.
     int ReplaceOrmaNetServerName(const char* oldName, const char* newName, int index, bool server);
 
-    // Empties a server's name, port and HTL entries in this order, up to the first failure; their places
-    // stay. 3 when the list does not hold the name.
+    // Empties a server's name, port and HTL entries in this order, up to the first failure. Their places
+    // stay. Returns 1 or 0, and 3 if the list does not hold the name.
     int DeleteOrmaNetServerPair(const char* name, bool server);
 
-    // Writes the port to the first index whose "ServerPort%02d" is empty or missing.
+    // Writes the port to the first index whose "ServerPort%02d" is empty or missing. Returns 1 or 0.
     int SetServerPort(const int* port, bool server);
 
-    // Writes "1" when `required` is 1, else "0". A negative index stands for the first one whose
-    // "ServerHtl%02d" is empty or missing.
+    // Writes "1" if `required` is 1, else "0". Returns 1 or 0. A negative index stands for the first one
+    // whose "ServerHtl%02d" is empty or missing.
     int SetServerHtlRequired(int required, bool server, int index);
 
-    // Clusters are sections "Cluster01", "Cluster02", ... up to the first one without a "ClusterName".
-    // Names longer than 39 characters are never found.
+    // Clusters are sections "Cluster01", "Cluster02" and so forth, up to the first one without a
+    // "ClusterName". COMPAT: no function finds a name of more than 39 characters.
 
-    // Copies the "ClusterMemberFile" (at most 1023 characters, empty when missing) of the cluster called
-    // `name`; `out` has room for 1024. Deliberate: only the first two clusters are looked at. 1 when found,
-    // else 0.
+    // Copies the "ClusterMemberFile" (at most 1023 characters, empty if missing) of the cluster called
+    // `name`. `out` has room for 1024 bytes. Returns 1 if the cluster is found, else 0. COMPAT: only the
+    // first two clusters are looked at.
     int GetClusterMemberFile(const char* name, char* out) const;
 
-    // Copies each non-empty name (at most 49 characters) to the next element of `names`; the caller supplies
-    // enough elements, with room for 50 each. 1 when there are any; 0 when there is a first cluster but every
-    // name is empty; without a cluster 3 when a client certificate file is configured and 2 when not.
+    // Copies each non-empty name (at most 49 characters) to the next element of `names`. The caller supplies
+    // enough elements, with room for 50 bytes each. Returns 1 if there are any, and 0 if there are clusters
+    // but every name is empty. Without a cluster, returns 3 if a client certificate file is configured,
+    // else 2.
     int GetListOfClusters(int& count, char** names) const;
 
-    // For a command line: print the "ClusterReceiveTimeout" (or "ClusterRecoverInterval"), at most 4
-    // characters, of the cluster called args[1], or of all named clusters when args[1] begins with
-    // "ALLCLUSTERTIMEOUTS" (or "ALLCLUSTERINTERVALS"). `value` is not written. 1; -1 when there is no such
-    // cluster, which is printed too.
+    // These serve a command line: they print the "ClusterReceiveTimeout" in milliseconds (or the
+    // "ClusterRecoverInterval" in seconds), at most 4 characters, of the cluster called args[1]. If args[1]
+    // begins with "ALLCLUSTERTIMEOUTS" (or "ALLCLUSTERINTERVALS"), they print it for all named clusters.
+    // `value` is not written. They return 1. If there is no such cluster, they print that and return -1.
     int GetOrmaNetClusterReceiveTimeout(int& value, char** args) const;
     int GetOrmaNetClusterRecoverInterval(int& value, char** args) const;
 
-    // Sets them. -1 when there is no such cluster, which is printed.
+    // These set the two times and return 1 or 0. If there is no such cluster, they print that and return -1.
     int SetOrmaNetClusterReceiveTimeout(const char* name, int milliseconds);
     int SetOrmaNetClusterRecoverInterval(const char* name, int seconds);
 
-    // Adds a cluster, in the first place whose name is empty or missing: writes its member file, unless that
-    // is empty, then its name, and returns the result of the last. 2, and nothing is written, when it exists.
+    // Adds a cluster, in the first place whose name is empty or missing: writes the path of its member file,
+    // unless that is empty, and then its name. Returns the result of the latter, 1 or 0. Returns 2 and writes
+    // nothing if the cluster exists.
     int SetOrmaNetClusterName(const char* name, const char* memberFile);
 
-    // Empties a cluster's name and member file entries, and deletes the member file and the cluster's server
-    // certificate, which stands beside the folder of the client's. Says on standard output what is missing.
-    // 1, for an unknown cluster too; 0 when no client certificate file is configured.
+    // Empties a cluster's name and member file entries. Deletes the member file and the cluster's server
+    // certificate, which stands beside the folder of the client's. Prints on standard output which files are
+    // missing. Returns 1, for an unknown cluster too, and 0 if no client certificate file is configured.
     int DeleteOrmaNetClusterPair(const char* name);
 
-    // High availability.
+    // These control high availability.
     int IsHAOnly(bool proxy) const {
         return Number(proxy ? "ProxyConfiguration" : "HAConfiguration", "HAOnly", 200, 0);
     }
@@ -407,26 +421,27 @@ public:
     int HASynchronizeDisable(const char* key) { return Set("HASynchronize", key, "0"); }
     int GetHARecovery(const char* key) const { return Number("HARecovery", key, 32, 0); }
 
-    // Adds 1 to GetHARecovery.
+    // Writes the number that GetHARecovery returns plus 1. Returns 1 or 0.
     int UpHARecovery(const char* key);
 
-    // "haLogStatus" and "haProxy" of "HAConfiguration": `on` becomes true when the value begins with
-    // "enable", false when it begins with "#" or is missing. Deliberate: any other value leaves `on` alone. 1
-    // when found.
+    // These read "haLogStatus" and "haProxy" of "HAConfiguration". They set `on` to true if the value begins
+    // with "enable", and to false if it begins with "#" or is missing. COMPAT: any other value leaves `on`
+    // alone. They return 1 if the key is found, else 0.
     int GetHALog(bool& on) const { return Switch("haLogStatus", on); }
     int GetHAProxy(bool& on) const { return Switch("haProxy", on); }
 
-    // "logLen" of "HAConfiguration", as atoi reads 18 characters: 0 when missing, 262144 for a negative
-    // number or a value that begins with "#". 1 when found.
+    // Stores "logLen" of "HAConfiguration", as atoi reads its first 18 characters: 0 if it is missing, and
+    // 262144 for a negative number or a value that begins with "#". Returns 1 if the key is found, else 0.
     int GetHALogfilemaxlen(int& length) const;
 
-    // "reconnAtt" of "HAConfiguration", as atoi reads 4 characters; 0 when missing. 1 when found.
+    // Stores "reconnAtt" of "HAConfiguration", a number of attempts, as atoi reads its first 4 characters; 0
+    // if it is missing. Returns 1 if the key is found, else 0.
     int GetHAAutoRecoverCount(int& count) const;
 
-    // Writes at most 5 characters of the number.
+    // Writes at most 5 characters of the number. Returns 1 or 0.
     int SetHAAutoRecoverCount(int count);
 
-    // Virtual tokens, in "VirtualProxyToken" or "VirtualToken".
+    // Virtual tokens stand in "VirtualProxyToken" or "VirtualToken".
     int GetVirtualTokenLabel(int index, char* buffer, int size, bool proxy) const {
         return Text(TokenSection(proxy), ckscribe::NumberedName("VirtualToken%02dLabel", index), buffer,
                     size);
@@ -462,51 +477,56 @@ public:
                    type);
     }
 
-    // Appends a serial number to a token's list of members, after a comma. Fails when the token has no label,
-    // and when list and number have more than 840 characters together.
+    // Appends a serial number to a token's list of members, after a comma. COMPAT: the comma also follows an
+    // empty list. Returns 0 if the token has no label, or if list and number have more than 840 characters
+    // together; else the result of the edit.
     int AddVirtualTokenMember(int index, const char* serial, bool proxy);
 
-    // Takes every member of that serial number off a token's list, and all spaces. Fails when the list is
-    // missing or empty.
+    // Takes every member of that serial number off a token's list, and all spaces. Returns 0 if the list is
+    // missing or empty; else the result of the edit.
     int RemoveVirtualTokenMember(int index, const char* serial, bool proxy);
 
-    // Takes a token out of its section, which is rebuilt: of each other token below index 100 it keeps label,
-    // serial number, members and the two synchronisation entries, under the same index. Fails, with the file
-    // untouched, when the section holds no token at all.
+    // Takes a token out of its section and rebuilds the section. Each other token below index 100 keeps its
+    // label, serial number, members and the two synchronisation entries, under the same index. Returns 1.
+    // Returns 0, with the file untouched, if the section holds no token at all.
     int DeleteVirtualToken(int index, bool proxy);
 
-    // PIN entry devices. Deliberate: where these are said to return 0, that is success, and 1 failure.
+    // These describe PIN entry devices. COMPAT: those that store through a pointer return 0 for success and 1
+    // for failure.
 
-    // "PEDTimeout1" to "PEDTimeout4" of "Orma", 0 for each that is missing. 0; 1 when any pointer is null.
+    // Stores "PEDTimeout1" to "PEDTimeout4" of "Orma", and 0 for each that is missing. Returns 0, and 1 if
+    // any pointer is null.
     int PEDTimeout(unsigned long* t1, unsigned long* t2, unsigned long* t3, unsigned long* t4) const;
 
-    // "HSMSlot" of "RemotePed": 0; 1, and `*slot` is 0, when it is missing; 1 for null. Or the slot itself.
+    // The first stores "HSMSlot" of "RemotePed" and returns 0. If the key is missing, it stores 0 and returns
+    // 1; for null it returns 1. The second returns the slot, and 0 if the key is missing.
     int HSMSlot(unsigned int* slot) const;
     unsigned int HSMSlot() const;
     int SetHSMSlot(int slot) { return Set("RemotePed", "HSMSlot", slot); }
 
-    // The default identifier of "PEDId" of "Orma" (see ParsePedIdString): 0; 1 when the key is missing or
-    // cannot be parsed, and for null. Or the identifier itself, 0 without one.
+    // The first stores the default identifier of "PEDId" of "Orma" (see ParsePedIdString) and returns 0. It
+    // returns 1 if the key is missing or cannot be parsed, and for null. The second returns the identifier,
+    // and 0 without one.
     int PEDId(unsigned int* id) const;
     unsigned int PEDId() const;
     int SetPEDId(int id) { return Set("Orma", "PEDId", id); }
 
-    // A slot's identifier in "PEDId" of "Orma", or the default one: 0; 1 when there is neither. Deliberate:
-    // the default is looked for in what the search for the slot has left of the text, its first item up to a
-    // ":". With "1:7, 5" every slot but 1 is given 1.
+    // Stores a slot's identifier of "PEDId" of "Orma", or the default one, and returns 0. Returns 1 if there
+    // is neither. COMPAT: the search for the slot cuts the text, and the default is then looked for in its
+    // first item up to a ":". With "1:7, 5" every slot but 1 gets the identifier 1.
     int PEDIdForSlot(unsigned int slot, unsigned short* id) const;
 
-    // Parses a list of identifiers, "5, 1:7, 2:9": 5 is the default, 7 that of slot 1, 9 that of slot 2. The
-    // wanted results (a null pointer wants none) are stored; 1 when all were found, else 0. The text is split
-    // in place, as far as it was needed. Identifiers have at most 5 characters and slots 9, white space
-    // around them is skipped, and none is above 65534; deliberate: a default above that is found, with the
-    // value 0.
+    // Parses a list of identifiers, "5, 1:7, 2:9": 5 is the default, 7 belongs to slot 1, and 9 to slot 2.
+    // Stores the results whose pointers are not null. Returns 1 if all of these are found, else 0. Splits the
+    // text in place, as far as it reads it. Identifiers have at most 5 characters, and slots 9. White space
+    // around them is skipped. No identifier is above 65534. COMPAT: a default above that is found, and its
+    // value is 0.
     static int ParsePedIdString(char* text, unsigned int slot, unsigned short* slotId,
                                 unsigned short* defaultId);
 
 protected:
-    // What a look into the file gives. kNoText: the file cannot be opened, or not a single byte of it can be
-    // read.
+    // The result of a look into the file. kNoText: the file cannot be opened, or not a single byte of it can
+    // be read.
     enum class Found { kNoText, kNoEntry, kEntry };
 
     // Looks into the file as GetConfigurationEntry does, for arguments that are not null.
@@ -514,20 +534,21 @@ protected:
 
     static constexpr int kResultSize = 500;
 
-    // For the derived logging class: its cached logging mask, which this class sets to 0 and never reads.
-    // Atomic because application threads read it while one of them renews it; relaxed accesses suffice, it
-    // stands alone.
+    // The derived logging class keeps its mask here. This class sets it to 0 and never reads it. It is atomic
+    // because application threads read it while one of them renews it. Relaxed accesses suffice, since no
+    // other value depends on it.
     std::atomic<unsigned> loggingMask{0};
 
-    // Result buffers. The second, the fourth and the fifth are the derived logging class's to use.
+    // Accessors that return a pointer store their results here. The derived logging class uses the second,
+    // the fourth and the fifth.
     char libraryFileName[kResultSize] = {};
     char ckLogLibraryFileName[kResultSize] = {};
     char lbLibLibraryFileName[kResultSize] = {};
     char logFileName[kResultSize] = {};
     char errorFileName[kResultSize] = {};
 
-    // Counts the logging class's queries; this class never touches it. Atomic, relaxed, as application
-    // threads count without a lock.
+    // The logging class counts its queries here. This class never touches it. It is atomic, and accesses are
+    // relaxed, because application threads count without a lock.
     static std::atomic<unsigned> reqToCheckConfigFile;
 
 private:
@@ -552,7 +573,7 @@ private:
 
     int Switch(const char* key, bool& on) const;
 
-    // Relaxed: readers on other threads need the value only.
+    // Accesses are relaxed: other threads need only the value.
     static std::atomic<int> LibraryType;
     static char server_section[64];
 

@@ -1,11 +1,12 @@
-# Installs the package below a fresh directory, builds programs there from the installed files only, and uses them: a tool,
-# the example of docs/package.md, and a program with functions of its own whose names are common.
+# Installs the package below a fresh directory, and builds and uses programs there from the installed files only: a tool,
+# the example of docs/package.md, and a program with functions of its own whose names are common. Every header that an
+# installed header names, in a comment too, is installed.
 #
 # cmake -DBUILD=... -DSOURCE=... -DCOMPILER=... -DGENERATOR=... -DFLAGS=... -P installed_package_test.cmake
 
 execute_process(COMMAND mktemp -d OUTPUT_VARIABLE directory OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
-# run(COMMAND...): succeeds, or ends the test with what the command printed.
+# run(COMMAND...): runs the command. If it fails, shows what it printed and ends the test.
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
@@ -22,7 +23,7 @@ function(build name)
   run(${CMAKE_COMMAND} --build ${directory}/${name})
 endfunction()
 
-# expect_of(PROGRAM RESULT OUTPUT ARGUMENTS...): the program's exit status and what it prints.
+# expect_of(PROGRAM RESULT OUTPUT ARGUMENTS...): runs the program and compares its exit status and what it prints.
 function(expect_of program expected_result expected_output)
   execute_process(
     COMMAND ${CMAKE_COMMAND} -E env WendrafilConfigurationPath=${directory} ${directory}/${program} ${ARGN}
@@ -33,12 +34,12 @@ function(expect_of program expected_result expected_output)
   endif()
 endfunction()
 
-# expect(RESULT OUTPUT ARGUMENTS...): the same of the tool.
+# expect(RESULT OUTPUT ARGUMENTS...): does the same with the tool.
 function(expect expected_result expected_output)
   expect_of(tool/configuration_tool "${expected_result}" "${expected_output}" ${ARGN})
 endfunction()
 
-# example(LANGUAGE PATH): writes a block of docs/package.md, the first of that language.
+# example(LANGUAGE PATH): writes the first block of that language in docs/package.md to the file PATH.
 function(example language path)
   file(READ ${SOURCE}/docs/package.md page)
   string(FIND "${page}" "```${language}\n" begin)
@@ -53,7 +54,28 @@ function(example language path)
   file(WRITE ${path} "${block}")
 endfunction()
 
+# expect_complete_headers(DIRECTORY): every header that a header of the directory names is there.
+function(expect_complete_headers include)
+  set(count 0)
+  file(GLOB_RECURSE headers ${include}/*.h)
+  foreach(header ${headers})
+    file(READ ${header} text)
+    string(REGEX REPLACE "#include <[^>]*>" "" text "${text}")
+    string(REGEX MATCHALL "[a-z_]+/[a-z_]+\\.h" named "${text}")
+    foreach(name ${named})
+      math(EXPR count "${count} + 1")
+      if(NOT EXISTS ${include}/${name})
+        message(SEND_ERROR "${header} names ${name}, which is not installed: add it to the package, or do not name it")
+      endif()
+    endforeach()
+  endforeach()
+  if(count LESS 2)
+    message(SEND_ERROR "expected headers in ${include} that name others")
+  endif()
+endfunction()
+
 run(${CMAKE_COMMAND} --install ${BUILD} --component development --prefix ${directory}/prefix)
+expect_complete_headers(${directory}/prefix/include/ckscribe)
 file(COPY ${SOURCE}/tests/config/installed_tool/ DESTINATION ${directory}/tool.sources)
 build(tool)
 
