@@ -50,6 +50,7 @@ void AbstractDescriptor::TerminateClass() {
 
 void AbstractDescriptor::OpenCaptureStream(const unsigned char* path) {
     CloseCaptureStream();
+    lossReport.Forget();
     const char* const name = reinterpret_cast<const char*>(path);
     if (fpCaptureStream.Open(name, ckscribe::PermissionsOfNewFiles())) {
         isStreamOpen.store(1, std::memory_order_relaxed);

@@ -7,11 +7,11 @@
 #include "descriptors/log_settings.h"
 #include "host/append_file.h"
 
-void ReportErrorInLog(const char* text) {
+bool ReportErrorInLog(const char* text) {
     const char* const path = configuration.CkLogErrorFile();
-    if (*path == '\0') return;
+    if (*path == '\0') return true;
     ckscribe::AppendFile file;
-    if (!file.OpenForAppendingAlone(path, ckscribe::PermissionsOfNewFiles())) return;
+    if (!file.OpenForAppendingAlone(path, ckscribe::PermissionsOfNewFiles())) return false;
 
     const std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -23,7 +23,7 @@ void ReportErrorInLog(const char* text) {
     // COMPAT: the entry begins with a new line and has none at its end. Two blanks stand behind the stamp.
     char line[sizeof stamp + 1300];
     const int length = std::snprintf(line, sizeof line, "\n %s %s", stamp, text);
-    if (length < 0) return;
+    if (length < 0) return false;
     const std::size_t printed = static_cast<std::size_t>(length);
-    file.Append({line, printed < sizeof line ? printed : sizeof line - 1});
+    return file.Append({line, printed < sizeof line ? printed : sizeof line - 1});
 }

@@ -88,6 +88,7 @@ void OpenForThisProcess() {
     path.Append(directory);
     AppendExpanded(path, openName);
     isForAnotherProcess = false;
+    lossReport.Forget();
     const bool isOpen = path.IsWhole() && eventsFile.object.Open(path.Text(), PermissionsOfNewFiles());
     areEventsOpen.store(isOpen ? 1 : 0, std::memory_order_relaxed);
     if (!isOpen) ReportFailure(path.Text());

@@ -33,12 +33,12 @@ private:
 
 }  // namespace
 
-void LossReport::Report(const AppendFile& file, const char* kind) {
+bool LossReport::Report(const AppendFile& file, const char* kind) {
     const SystemsWords reason(file.WhyLost());
     char text[AppendFile::kLongestPath + 200];
     std::snprintf(text, sizeof text, "Lost %s %s and could not open it again: %s.", kind, file.Path(),
                   reason.Text());
-    ReportErrorInLog(text);
+    return ReportErrorInLog(text);
 }
 
 }  // namespace ckscribe

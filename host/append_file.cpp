@@ -76,7 +76,7 @@ bool BecomesWritable(int descriptor, long deadline) {
     }
 }
 
-void WriteWhole(int descriptor, std::string_view text) {
+bool WriteWhole(int descriptor, std::string_view text) {
     bool begun = false;
     long deadline = 0;  // 0: there is none yet
     while (!text.empty()) {
@@ -88,11 +88,12 @@ void WriteWhole(int descriptor, std::string_view text) {
             continue;
         } else if (written < 0 && errno == EAGAIN && begun) {
             if (deadline == 0) deadline = CoarseMilliseconds() + kLongestWait;
-            if (!BecomesWritable(descriptor, deadline)) return;
+            if (!BecomesWritable(descriptor, deadline)) return false;
         } else {
-            return;
+            return false;
         }
     }
+    return true;
 }
 
 }  // namespace
@@ -158,6 +159,7 @@ bool AppendFile::IsInspectionDue() {
 }
 
 void AppendFile::Inspect() {
+    ++inspections;
     LookAtLimit();
     struct stat status;
     if (descriptor < 0 || fstat(descriptor, &status) != 0 || !IsOurs(status)) {
@@ -188,20 +190,21 @@ void AppendFile::LookAtLimit() {
     inspectionTime = CoarseMilliseconds();
 }
 
-void AppendFile::Append(std::string_view text) {
-    if (descriptor < 0 && *openPath == '\0') return;
+bool AppendFile::Append(std::string_view text) {
+    if (descriptor < 0 && *openPath == '\0') return false;
     if (IsInspectionDue()) Inspect();
     if (descriptor >= 0 && !mayRaiseSignal) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
-        if (written == static_cast<ssize_t>(text.size())) return;
+        if (written == static_cast<ssize_t>(text.size())) return true;
         // Since the inspection a limit may have been set, or the descriptor closed. The rest is written
         // behind the shield.
         Inspect();
         if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }
-    if (descriptor < 0) return;
+    if (descriptor < 0) return false;
     const SignalShield shield;
-    WriteWhole(descriptor, WithinFileSizeLimit(descriptor, text));
+    const std::string_view allowed = WithinFileSizeLimit(descriptor, text);
+    return WriteWhole(descriptor, allowed) && allowed.size() == text.size();
 }
 
 }  // namespace ckscribe

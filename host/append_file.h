@@ -63,9 +63,13 @@ public:
     // known.
     const char* Path() const { return openPath; }
 
+    // How often the descriptor has been looked at. WhyLost() changes only then.
+    unsigned long Inspections() const { return inspections; }
+
     // Appends the whole text with one write where the system takes it in one; a short write is completed, an
     // interrupted one repeated, any other failure given up silently. Does nothing when no file is open.
-    void Append(std::string_view text);
+    // Returns whether the system took the whole text.
+    bool Append(std::string_view text);
 
 private:
     bool OpenFor(const char* path, int access, NewFilePermissions permissions);
@@ -86,6 +90,7 @@ private:
     bool hadName = false;  // when it was opened: it was no file that had been deleted before
     bool mayRaiseSignal = true;
     int whyLost = 0;
+    unsigned long inspections = 0;
     unsigned appends = 0;      // since the descriptor was inspected
     long inspectionTime = -1;  // in milliseconds of the coarse clock
     int openAccess = 0;

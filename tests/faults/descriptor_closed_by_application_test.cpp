@@ -216,6 +216,34 @@ TEST_F(LostLog, LogIsFoundAndLostAgain_EachLossIsReportedOnce) {
     EXPECT_EQ(LoggedSessions(), (std::vector<CK_ULONG>{1}));
 }
 
+TEST_F(LostLog, LibraryIsStartedAgainAndItsLogIsLostBeforeTheFirstRecord_LossIsReportedAgain) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        for (int starts = 0; starts < 2; ++starts) {
+            library.Exported<void()>("CkLogSpecialInitialize")();
+            LoseLog();
+            library->C_Logout(1);
+            library.Finalize();
+            FindLog();
+        }
+    }));
+    ExpectReports(2, "Is a directory");
+}
+
+TEST_F(LostLog, ErrorFileCannotBeWrittenAtFirst_LineComesWhenItCan) {
+    EXPECT_TRUE(Survives([this] {
+        Library library;
+        library->C_Logout(1);
+        std::filesystem::create_directory(ErrorPath());
+        LoseLog();
+        ExpectCallsGoOn(library);
+        std::filesystem::remove(ErrorPath());
+        LetTheClockMove();
+        ExpectCallsGoOn(library);
+    }));
+    ExpectReports(1, "Is a directory");
+}
+
 TEST_F(LostLog, LogIsDeletedWithItsDirectory_OneLineInTheErrorFileSaysSo) {
     const std::string logs = directory.File("logs");
     std::filesystem::create_directory(logs);
