@@ -151,7 +151,8 @@ bool AppendFile::IsOurs(const struct stat& status) const {
 
 bool AppendFile::IsStillOurs() const {
     struct stat status;
-    return fstat(descriptor, &status) == 0 && IsOurs(status);
+    if (fstat(descriptor, &status) == 0) return IsOurs(status);
+    return errno != EBADF;
 }
 
 bool AppendFile::IsInspectionDue() {
@@ -162,19 +163,22 @@ void AppendFile::Inspect() {
     ++inspections;
     LookAtLimit();
     struct stat status;
-    if (descriptor < 0 || fstat(descriptor, &status) != 0 || !IsOurs(status)) {
+    const bool isKnown = descriptor >= 0 && fstat(descriptor, &status) == 0;
+    if (descriptor >= 0 && !isKnown && errno != EBADF) {
+        ReplaceFile();  // a file server forgot the file, or a disk fails
+    } else if (!isKnown || !IsOurs(status)) {
         descriptor = -1;
         Reopen();
     } else if (hadName && status.st_nlink == 0) {
-        ReplaceDeletedFile();
+        ReplaceFile();
     }
 }
 
 // Somebody removed the file, perhaps because a new one has its name by now. Nobody can read what is appended
 // to a file without a name; while there is no other, it is appended there all the same.
-void AppendFile::ReplaceDeletedFile() {
-    const int deleted = descriptor;
-    if (Reopen()) CloseUncancelled(deleted);
+void AppendFile::ReplaceFile() {
+    const int before = descriptor;
+    if (Reopen()) CloseUncancelled(before);
 }
 
 bool AppendFile::Reopen() {

@@ -80,7 +80,7 @@ private:
     bool IsInspectionDue();
     void Inspect();
     bool Reopen();
-    void ReplaceDeletedFile();
+    void ReplaceFile();
     void LookAtLimit();
 
     int descriptor = -1;  // also when the host closed it and it could not be opened again yet

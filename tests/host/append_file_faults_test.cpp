@@ -1,12 +1,17 @@
-// The system's write takes less than all, or fails. This program is linked with --wrap=write, so that the
-// library's writes come to __wrap_write below.
+// The system's write takes less than all or fails, or its fstat fails. This program is linked with
+// --wrap=write and --wrap=fstat, so that the library's calls come to __wrap_write and __wrap_fstat below.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <deque>
+#include <filesystem>
 #include <string>
+#include <utility>
 
 #include "host/append_file.h"
 #include "tests/temporary_directory.h"
@@ -27,6 +32,8 @@ bool isStuck = false;       // and when this is set, nothing any more
 std::string taken;
 int writes = 0;
 
+int fstatError = 0;  // of the next fstat; 0: it does not fail
+
 }  // namespace
 
 extern "C" ssize_t __real_write(int descriptor, const void* bytes, size_t size);
@@ -46,6 +53,14 @@ extern "C" ssize_t __wrap_write(int descriptor, const void* bytes, size_t size) 
     }
     taken.append(static_cast<const char*>(bytes), result);
     return static_cast<ssize_t>(result);
+}
+
+extern "C" int __real_fstat(int descriptor, struct stat* status);
+
+extern "C" int __wrap_fstat(int descriptor, struct stat* status) {
+    if (fstatError == 0) return __real_fstat(descriptor, status);
+    errno = std::exchange(fstatError, 0);
+    return -1;
 }
 
 namespace ckscribe {
@@ -122,6 +137,45 @@ TEST_F(AppendFileFaults, ReaderNeverReads_BegunRecordWaitsATenthOfASecondAtMost)
     EXPECT_EQ(Taken({Takes(1), Takes(2)}, "abcdef"), "abc");
     isStuck = false;
     EXPECT_EQ(Taken({}, "next"), "next");
+}
+
+// ---- The file cannot be looked at -----------------------------------------------------------------------
+
+// Also those with the high numbers that the library takes.
+int OpenDescriptors() {
+    int open = 0;
+    for (int descriptor = 0; descriptor < 5000; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) >= 0) ++open;
+    }
+    return open;
+}
+
+// Such errors come from file servers and from disks; a descriptor that the host closed gives EBADF.
+TEST_F(AppendFileFaults, FileCannotBeLookedAt_ItIsOpenedAgainAndTheOldDescriptorIsClosed) {
+    const int before = OpenDescriptors();
+    for (const int error : {ESTALE, EIO}) {
+        usleep(20'000);  // the descriptor is looked at when the coarse clock has moved
+        fstatError = error;
+        EXPECT_TRUE(file.Append("a record\n"));
+        EXPECT_EQ(fstatError, 0) << "nobody looked";
+        EXPECT_EQ(OpenDescriptors(), before);
+    }
+    EXPECT_EQ(std::filesystem::file_size(directory.File("log")), 2 * 9U);
+}
+
+TEST_F(AppendFileFaults, FileCannotBeLookedAtWhenItIsClosed_DescriptorIsClosed) {
+    const int before = OpenDescriptors();
+    fstatError = ESTALE;
+    file.Close();
+    EXPECT_EQ(fstatError, 0) << "nobody looked";
+    EXPECT_EQ(OpenDescriptors(), before - 1);
+}
+
+TEST_F(AppendFileFaults, FileCannotBeLookedAtWhenItIsClosed_NumberOfTheHostStaysOpen) {
+    const int before = OpenDescriptors();
+    fstatError = EBADF;
+    file.Close();
+    EXPECT_EQ(OpenDescriptors(), before);
 }
 
 }  // namespace
