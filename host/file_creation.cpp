@@ -19,18 +19,26 @@ int Create(const char* path, int flags, mode_t permissions) {
     return descriptor;
 }
 
+bool IsSymbolicLink(const char* path) {
+    struct stat status;
+    return lstat(path, &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 }  // namespace
 
 int OpenOrCreate(const char* path, int flags, NewFilePermissions permissions) {
     if (!permissions) return OpenUncancelled(path, flags | O_CREAT, 0666);
-    const int existing = OpenUncancelled(path, flags, 0);
-    if (existing >= 0 || errno != ENOENT) return existing;
-    const int created = Create(path, flags | O_EXCL, *permissions);
-    if (created >= 0 || errno != EEXIST) return created;
-    // Another process has created the file meanwhile, or the path is a symbolic link to no file yet.
-    const int anothers = OpenUncancelled(path, flags, 0);
-    if (anothers >= 0 || errno != ENOENT) return anothers;
-    return Create(path, flags, *permissions);
+    constexpr int kTries = 2;
+    for (int i = 0; i < kTries; ++i) {
+        const int existing = OpenUncancelled(path, flags, 0);
+        if (existing >= 0 || errno != ENOENT) return existing;
+        const int created = Create(path, flags | O_EXCL, *permissions);
+        if (created >= 0 || errno != EEXIST) return created;
+        // Another process has created the file meanwhile, or the path is a symbolic link to no file yet.
+    }
+    if (IsSymbolicLink(path)) return Create(path, flags, *permissions);
+    // Other processes create and remove the file all the time. Theirs keeps the permissions that it has.
+    return OpenUncancelled(path, flags | O_CREAT, *permissions);
 }
 
 }  // namespace ckscribe
