@@ -18,11 +18,14 @@ constexpr char kExamples[] =
     "  ckscribe run -- pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so -L\n"
     "  ckscribe COMMAND --help\n";
 
+void AddVersion(CLI::App& app) { app.set_version_flag("--version", "ckscribe " CKSCRIBE_VERSION); }
+
 // Prints a sub-command's or the command's own help or version, or says what is wrong with the arguments.
 int Explain(const CLI::App& app, const CLI::ParseError& problem, const std::vector<std::string>& arguments) {
     if (problem.get_exit_code() == 0) return app.exit(problem);
     const std::string subcommand = SubcommandIn(app, arguments);
-    Say(fmt::format("{} 'ckscribe {}--help' shows what there is.", problem.what(),
+    const std::string what = problem.what();
+    Say(fmt::format("{}{} 'ckscribe {}--help' shows what there is.", what, what.ends_with('.') ? "" : ".",
                     subcommand.empty() ? "" : subcommand + " "));
     return subcommand == "run" ? int{kRunFailed} : int{kWrongUse};
 }
@@ -32,11 +35,12 @@ int Explain(const CLI::App& app, const CLI::ParseError& problem, const std::vect
 int main(int count, char** words) {
     CLI::App app("Logs the PKCS#11 calls of other programs, and answers questions about the log.",
                  "ckscribe");
-    app.set_version_flag("--version", "ckscribe " CKSCRIBE_VERSION);
     app.require_subcommand(1);
     app.footer(kExamples);
     int status = kWell;
     AddSubcommands(app, status);
+    AddVersion(app);
+    for (CLI::App* const subcommand : app.get_subcommands(nullptr)) AddVersion(*subcommand);
     const std::vector<std::string> arguments(words + 1, words + count);
     try {
         ParseArguments(app, arguments);

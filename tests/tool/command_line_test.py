@@ -20,6 +20,12 @@ class CommandLine(unittest.TestCase):
         self.assertRegex(done.stdout, r"\Ackscribe \d+\.\d+\.\d+\n\Z")
         self.assertEqual(done.stderr, "")
 
+    def test_version_of_each_subcommand_is_that_of_the_command(self):
+        for name in subcommands():
+            with self.subTest(name):
+                done = ckscribe(name, "--version")
+                self.assertEqual((done.returncode, done.stdout, done.stderr), (0, ckscribe("--version").stdout, ""))
+
     def test_help_of_each_subcommand_has_an_example_of_it(self):
         self.assertIn("run", subcommands())
         for name in subcommands():
@@ -50,6 +56,11 @@ class CommandLine(unittest.TestCase):
                 done = ckscribe(*words)
                 self.assertEqual((done.returncode, done.stdout), (2, ""))
                 self.assertRegex(done.stderr, r"\Ackscribe: .*'ckscribe --help' shows what there is\.\n\Z")
+
+    def test_wrong_use_is_said_in_whole_sentences(self):
+        done = ckscribe("conf", "get")
+        self.assertEqual((done.returncode, done.stdout, done.stderr),
+                         (2, "", "ckscribe: key is required. 'ckscribe conf --help' shows what there is.\n"))
 
     def test_wrong_use_of_run_ends_with_125(self):
         for words in ([], ["--frobnicate", "true"], ["-o"]):
