@@ -99,17 +99,34 @@ int List(const ConfOptions& options) {
 int Get(const ConfOptions& options) {
     const KeyName name = NameIn(options.key);
     const LoggingKey* const known = name.IsOfLibrary() ? FindLoggingKey(name.key) : nullptr;
-    const ConfigurationAt settings(ConfigurationPath(options.configuration));
+    const std::string path = ConfigurationPath(options.configuration);
+    const ConfigurationAt settings(path);
     // As many characters as the library takes, and its NUL.
     constexpr std::size_t kLongestOfAll = 65535;
     std::string value((known != nullptr ? LongestValue(known->kind) : kLongestOfAll) + 1, '\0');
     if (!settings.GetConfigurationInfo(name.section.c_str(), name.key.c_str(), value.data(),
                                        static_cast<int>(value.size()))) {
+        Findings findings;
+        if (!ReadConfiguration(path, findings)) Say(findings.All().back().what);
         SayDefault(name);
         return kNotWell;
     }
     fmt::print("{}\n", value.c_str());
     return kWell;
+}
+
+// A key of the library that the value would set, too, were it the first of its name in the file; empty for
+// none. The order of a file changes with later edits.
+std::string_view KeyWithin(std::string_view value) {
+    for (const LoggingKey& key : kLoggingKeys) {
+        for (std::size_t place = value.find(key.name); place != value.npos;
+             place = value.find(key.name, place + 1)) {
+            const std::size_t sign = value.find_first_not_of(' ', place + key.name.size());
+            const bool isAfterBlank = place > 0 && value[place - 1] == ' ';
+            if (isAfterBlank && sign != value.npos && value[sign] == '=') return key.name;
+        }
+    }
+    return {};
 }
 
 // Why a value is none for this key of the library; empty when it is.
@@ -150,6 +167,9 @@ int Set(const ConfOptions& options) {
     if (const auto problem = file.Open(ConfigurationPath(options.configuration))) return Refuse(*problem);
     const Edit edit = SetKey(file.Text(), name.section, name.key, options.value);
     if (!edit.text) return Refuse(edit.refusal);
+    if (const std::string_view key = KeyWithin(options.value); name.IsOfLibrary() && !key.empty())
+        return Refuse(
+            fmt::format("A value cannot hold \"{} =\": the library finds keys within values.", key));
     if (*edit.text == file.Text()) return kWell;
     if (const auto problem = file.WriteCopy(*edit.text)) return Refuse(*problem);
     const std::string why = WhyCopyIsWrong(file.CopyPath(), name, options.value);

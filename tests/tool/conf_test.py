@@ -118,6 +118,13 @@ class Reading(Place):
                 done = self.conf("get", key)
                 self.assertEqual((done.returncode, done.stdout, done.stderr), (1, "", f"ckscribe: {said}\n"))
 
+    def test_get_without_a_file_says_that_the_file_is_missing_and_what_counts(self):
+        self.path.rename(self.directory / "elsewhere")
+        done = ckscribe("conf", "--config", str(self.path), "get", "Enabled")
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (
+            1, "", f"ckscribe: {self.path} cannot be read: there is no such file. Every setting has its default, and nothing is "
+                   'logged.\nckscribe: Enabled is not set, and "0" counts in its place.\n'))
+
     def test_wrong_use_ends_with_2(self):
         for words in ([], ["frobnicate"], ["get"], ["set", "Enabled"], ["unset"]):
             with self.subTest(words):
@@ -215,6 +222,17 @@ class Refusing(Place):
         self.assert_refused(["set", "LibUNIX64", "/tmp/x Enabled = 0"],
                             'The file has no room for this: Enabled of section CkLog2 would then read as "0" and no longer as '
                             '"1".')
+
+    def test_value_with_a_key_that_stands_before_it_in_the_file(self):
+        self.assert_refused(["set", "File", "/tmp/x Enabled  = 0"],
+                            'A value cannot hold "Enabled =": the library finds keys within values.')
+        self.set("File", "/tmp/xEnabled Enabled")
+
+    def test_announcing_with_a_word(self):
+        self.assert_refused(["set", "Announce", "no"],
+                            '"no" is no plain 0: functions that the target lacks are announced on standard output. Write '
+                            '"Announce = 0;" to keep standard output as it is.')
+        self.set("Announce", "0")
 
     def test_key_that_an_earlier_value_holds(self):
         self.path.write_bytes(b"CkLog2 = {\n   Comment = we Enabled= it;\n   File = a Enabled = x;\n}\n")

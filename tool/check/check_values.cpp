@@ -112,12 +112,6 @@ void TellAnnounce(const Setup& setup, Findings& findings) {
     } else if (WithoutBlanks(*value) == "1") {
         findings.Add(Level::kOk, "Announce", line,
                      "Functions that the target lacks are announced on standard output.");
-    } else {
-        findings.Add(
-            Level::kWrong, "Announce", line,
-            fmt::format("{} is no plain 0: functions that the target lacks are announced on standard output.",
-                        InQuotes(*value)),
-            "Write \"Announce = 0;\" to keep standard output as it is.");
     }
 }
 

@@ -111,6 +111,16 @@ Problem LevelProblem(const LoggingKey& key, std::string_view value) {
         nearest.isSlip ? Entry(key, nearest.name) : "Leave the key out if that is what you want."};
 }
 
+Problem AnnounceProblem(const LoggingKey& key, std::string_view value) {
+    const std::string_view plain = WithoutBlanks(value);
+    if (key.name != "Announce" || plain == "0" || plain == "1") return std::nullopt;
+    return ValueProblem{
+        Level::kWrong,
+        fmt::format("{} is no plain 0: functions that the target lacks are announced on standard output.",
+                    InQuotes(value)),
+        "Write \"Announce = 0;\" to keep standard output as it is."};
+}
+
 // --- The mask
 
 std::vector<std::string_view> MaskWords(std::string_view mask) {
@@ -190,8 +200,9 @@ std::optional<ValueProblem> FindValueProblem(const LoggingKey& key, std::string_
             return MaskProblem(key, value);
         case KeyKind::kLevel:
             return LevelProblem(key, value);
-        case KeyKind::kMode:
         case KeyKind::kSwitch:
+            return AnnounceProblem(key, value);
+        case KeyKind::kMode:
             break;
     }
     return std::nullopt;
