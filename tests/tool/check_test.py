@@ -15,6 +15,7 @@ import signal
 import socket
 import subprocess
 import tempfile
+import textwrap
 import time
 import unittest
 
@@ -358,6 +359,15 @@ class Syntax(SetUp):
                           "Delete the line, or take away the mark before it if it is to count.")
         self.assert_no_log()
 
+    def test_commented_key_behind_the_one_that_counts(self):
+        self.write(self.section().replace("   Error", "   # Enabled = 0;\n   Error"))
+        self.assert_found("note", "Enabled", 6,
+                          "This does not count: the first of its name counts, on line 3. Without that one this line would "
+                          "count, although it begins like a comment.",
+                          "Take away the blank before the name, or delete the line.")
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
     def test_key_inside_an_earlier_value(self):
         self.write(self.section().replace("   Enabled", "   Comment = set Enabled = 0 to stop;\n   Enabled"))
         self.assert_found("wrong", "Enabled", 3,
@@ -374,6 +384,18 @@ class Syntax(SetUp):
         self.assert_found("note", "Colour", 8,
                           'The library knows no key of this name. The nearest one that it knows is "Error".')
         self.assert_no_log()
+
+    def test_blank_or_another_character_in_the_middle_of_a_key(self):
+        for name in ("Ena bled", "Ena\tbled", "Ena/bled"):
+            with self.subTest(name):
+                self.write(self.section().replace("Enabled", name))
+                self.assert_found("wrong", name, 3,
+                                  'The library knows no key of this name. The nearest one that it knows is "Enabled".',
+                                  "Call it Enabled.")
+                self.assert_no_log()
+        self.write(self.section().replace("   Announce", "   ten boats = 1;\n   Announce"))
+        self.assertEqual([finding for finding in self.check() if finding["about"].startswith("ten")], [])
+        self.assert_logged(FUNCTIONS)
 
     def test_key_in_lower_case(self):
         self.write(self.section().replace("Enabled", "enabled"))
@@ -1073,8 +1095,8 @@ class AllIsWell(SetUp):
 
     def examples_in(self, file):
         """Every section CkLog2 that the file shows, with its paths made those of this test."""
-        text = re.sub(r"(?m)^    ", "", file.read_text())
-        for section in re.findall(r"(?ms)^CkLog2 = \{\n.*?^\}", text):
+        for found in re.finditer(r"(?ms)^( *)CkLog2 = \{\n.*?^\1\}", file.read_text()):
+            section = textwrap.dedent(found[0])
             section = re.sub(r"(LibUNIX64 = ).*;", rf"\g<1>{self.target};", section)
             yield re.sub(r"(?m)(= ?)\S*/([\w.%-]+);$", rf"\g<1>{self.directory}/\g<2>;",
                          section.replace(str(self.target), "TARGET")).replace("TARGET", str(self.target))

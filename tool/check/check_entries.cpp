@@ -10,6 +10,7 @@
 #include "tool/configuration/logging_keys.h"
 #include "tool/harmless_text.h"
 #include "tool/nearest_name.h"
+#include "util/without_blanks.h"
 
 namespace ckscribe {
 
@@ -215,15 +216,29 @@ private:
     }
 
     void ExplainUnknown(const WrittenEntry& entry) {
-        if (entry.isCommentedOut || entry.sign == ' ') return;
+        if (entry.isCommentedOut) return;
+        const std::string_view name = NameAsWritten(entry);
+        if (name.empty()) return;
         const auto names = KeyNames();
-        const NearestName nearest = FindNearestName(entry.name, names);
+        const NearestName nearest = FindNearestName(name, names);
         const bool isMissed = nearest.isSlip && !text_.FindEntry(kSection, std::string(nearest.name));
+        // The end of a name with a blank in it is a name of its own for the library.
+        if (name.size() > entry.name.size() && !isMissed) return;
         findings_.Add(
-            isMissed ? Level::kWrong : Level::kNote, entry.name, text_.LineOf(entry.place),
+            isMissed ? Level::kWrong : Level::kNote, name, text_.LineOf(entry.place),
             fmt::format("The library knows no key of this name. The nearest one that it knows is \"{}\".",
                         nearest.name),
             isMissed ? fmt::format("Call it {}.", nearest.name) : "");
+    }
+
+    // Everything before the "=", also where a blank or another character that no name holds stands in the
+    // middle; empty when there is no "=".
+    std::string_view NameAsWritten(const WrittenEntry& entry) const {
+        if (entry.sign != ' ') return entry.name;
+        const std::string_view rest = text_.Text().substr(entry.place);
+        const std::size_t end = rest.find_first_of("=;{}\r\n");
+        if (end == rest.npos || rest[end] != '=') return {};
+        return WithoutBlanks(rest.substr(0, end));
     }
 
     void ExplainUncounted(const WrittenEntry& entry, const std::optional<ConfigurationText::Entry>& counted) {
@@ -254,6 +269,13 @@ private:
         } else if (entry.sign == ':') {
             Add(Level::kWrong, "a \":\" follows the name and no \"=\".",
                 fmt::format("Write \"{} = {};\".", entry.name, entry.value));
+        } else if (counted && entry.isCommentedOut) {
+            Add(Level::kNote,
+                fmt::format(
+                    "the first of its name counts, on line {}. Without that one this line would count, "
+                    "although it begins like a comment.",
+                    text_.LineOf(counted->key)),
+                "Take away the blank before the name, or delete the line.");
         } else if (counted) {
             const bool isSame = text_.ValueOf(*counted) == entry.value;
             Add(isSame ? Level::kNote : Level::kWrong,
