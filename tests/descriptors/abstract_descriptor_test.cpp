@@ -2,7 +2,7 @@
 
 namespace {
 
-// A descriptor of any type, with a value of its own.
+// A Sample has any type and its own value.
 class Sample : public AbstractDescriptor {
 public:
     explicit Sample(int type, const char* name = nullptr, const char* value = "<value>")
@@ -17,7 +17,7 @@ private:
 
 using AbstractDescriptorTest = RecordTest;
 
-TEST_F(AbstractDescriptorTest, LivingOnesAreCounted) {
+TEST_F(AbstractDescriptorTest, DescriptorLives_InstanceCountIncludesIt) {
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
     {
         const AbstractDescriptor first;
@@ -28,7 +28,7 @@ TEST_F(AbstractDescriptorTest, LivingOnesAreCounted) {
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
 }
 
-TEST_F(AbstractDescriptorTest, ANameHasAtMostThirtyTwoCharacters) {
+TEST_F(AbstractDescriptorTest, NameIsLong_DescriptorKeepsItsFirst32Characters) {
     EXPECT_STREQ(AbstractDescriptor().Name(), "");
     EXPECT_STREQ(AbstractDescriptor(nullptr).Name(), "");
     EXPECT_STREQ(AbstractDescriptor("").Name(), "");
@@ -41,7 +41,7 @@ TEST_F(AbstractDescriptorTest, ANameHasAtMostThirtyTwoCharacters) {
     EXPECT_EQ(New<Sample>(3, forty.c_str()), forty.substr(0, 32) + "<value>");
 }
 
-TEST_F(AbstractDescriptorTest, TheBaseHasNoValue) {
+TEST_F(AbstractDescriptorTest, BaseDescriptor_PrintsOnlyItsLabel) {
     EXPECT_EQ(AbstractDescriptor().Type(), 0);
     EXPECT_EQ(Old<AbstractDescriptor>(), "\nUnknown");
     EXPECT_EQ(New<AbstractDescriptor>(), "Unknown");
@@ -49,7 +49,7 @@ TEST_F(AbstractDescriptorTest, TheBaseHasNoValue) {
     EXPECT_EQ(New<AbstractDescriptor>("named"), "Unknown");
 }
 
-TEST_F(AbstractDescriptorTest, TheOldFormatBeginsALineAndIndents) {
+TEST_F(AbstractDescriptorTest, OldFormat_DescriptorBeginsANewIndentedLine) {
     UseOldFormat();
     const Sample sample(8);
     EXPECT_EQ(Printed(sample, 0), "\nSessionHandle<value>");
@@ -60,7 +60,7 @@ TEST_F(AbstractDescriptorTest, TheOldFormatBeginsALineAndIndents) {
     EXPECT_EQ(Printed(sample, 0, ""), "\nSessionHandle<value>");
 }
 
-TEST_F(AbstractDescriptorTest, TheNewFormatKeepsToItsLine) {
+TEST_F(AbstractDescriptorTest, NewFormat_DescriptorBeginsNoNewLine) {
     UseNewFormat();
     const Sample sample(8);
     EXPECT_EQ(Printed(sample, 0), "Sesn=<value>");
@@ -68,7 +68,7 @@ TEST_F(AbstractDescriptorTest, TheNewFormatKeepsToItsLine) {
     EXPECT_EQ(Printed(sample, 3, " "), "Sesn=<value> ");
 }
 
-TEST_F(AbstractDescriptorTest, TheLabelDependsOnTypeAndFormat) {
+TEST_F(AbstractDescriptorTest, TypeAndFormat_DecideTheLabel) {
     EXPECT_EQ(Old<Sample>(11, "tknPresent="), "\nByteBoolean<value>");
     EXPECT_EQ(New<Sample>(11, "tknPresent="), "tknPresent=<value>");
     EXPECT_EQ(New<Sample>(11), "<value>");
@@ -79,7 +79,7 @@ TEST_F(AbstractDescriptorTest, TheLabelDependsOnTypeAndFormat) {
     EXPECT_EQ(New<Sample>(-1, "ignored="), "Unknown<value>");
 }
 
-TEST_F(AbstractDescriptorTest, AnyNumberButZeroMeansTheNewFormat) {
+TEST_F(AbstractDescriptorTest, FormatSettingIsNotZero_DescriptorPrintsTheNewFormat) {
     const Sample sample(8);
     for (const int flag : {1, 2, -1, 1 << 30}) {
         bUseNewLogFormat.store(flag);
@@ -87,10 +87,9 @@ TEST_F(AbstractDescriptorTest, AnyNumberButZeroMeansTheNewFormat) {
     }
 }
 
-// ---- Text on its way
-// ----------------------------------------------------------------------------------------
+// ---- RecordText -------------------------------------------------------------------------------------------
 
-TEST(RecordText, TextInMemoryStaysThere) {
+TEST(RecordText, TextInMemoryIsFlushed_ItStaysInMemory) {
     RecordText text;
     text.Append("one");
     text.Flush();
@@ -98,7 +97,7 @@ TEST(RecordText, TextInMemoryStaysThere) {
     EXPECT_EQ(text.Text(), "onetwo");
 }
 
-TEST(RecordText, TextForAStreamLeavesAtEveryFlushAndAtTheEnd) {
+TEST(RecordText, TextForAStream_IsWrittenAtEachFlushAndAtTheEnd) {
     char bytes[32] = {};
     std::FILE* const stream = fmemopen(bytes, sizeof bytes, "w");
     {

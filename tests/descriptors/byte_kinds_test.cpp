@@ -8,13 +8,13 @@ namespace {
 
 ByteKinds KindsOfText(const std::string& bytes) { return KindsOf(bytes.data(), bytes.size()); }
 
-TEST(ByteKinds, NoByteIsATextWithoutControls) {
+TEST(ByteKinds, NoBytes_AreATextWithoutControlBytes) {
     EXPECT_TRUE(KindsOf(nullptr, 0).isText);
     EXPECT_EQ(KindsOf(nullptr, 0).controls, 0U);
 }
 
-// Sixteen bytes are looked at together, and what is left one by one.
-TEST(ByteKinds, EveryByteCountsAtEveryPlace) {
+// KindsOf looks at sixteen bytes together and then at each byte that is left.
+TEST(ByteKinds, EachByteAtEachPlace_DecidesTheKind) {
     for (std::size_t length = 1; length <= 50; ++length) {
         for (std::size_t place = 0; place < length; ++place) {
             for (int byte = 0; byte < 256; ++byte) {
@@ -30,7 +30,7 @@ TEST(ByteKinds, EveryByteCountsAtEveryPlace) {
     }
 }
 
-TEST(ByteKinds, EveryControlByteIsCounted) {
+TEST(ByteKinds, ControlBytesOfAText_AreAllCounted) {
     for (std::size_t length = 0; length <= 100; ++length) {
         std::string bytes;
         std::size_t controls = 0;
@@ -45,7 +45,7 @@ TEST(ByteKinds, EveryControlByteIsCounted) {
     EXPECT_EQ(KindsOfText(std::string(100'000, '\t')).controls, 100'000U);
 }
 
-TEST(ByteKinds, NothingBehindTheBytesCounts) {
+TEST(ByteKinds, BytesBehindTheValue_DoNotChangeTheKind) {
     const std::string bytes = std::string(20, 'x') + std::string(20, '\xff') + std::string(20, '\n');
     EXPECT_TRUE(KindsOf(bytes.data(), 20).isText);
     EXPECT_EQ(KindsOf(bytes.data(), 20).controls, 0U);

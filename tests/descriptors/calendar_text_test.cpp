@@ -8,7 +8,7 @@ class CalendarTextTest : public RecordTest {
 protected:
     static std::string Calendar() { return std::string(CurrentCalendarText().calendar); }
     static std::string Time() { return std::string(CurrentCalendarText().time); }
-    // What the C library makes of `now`.
+    // Returns the text that the C library makes of `now`.
     static std::string LocalTime(const char* format) {
         std::tm local{};
         tzset();
@@ -20,7 +20,7 @@ protected:
     static void SetZone(const std::string& zone) { setenv("TZ", zone.c_str(), 1); }
 };
 
-TEST_F(CalendarTextTest, IsTheFixedCalendarForm) {
+TEST_F(CalendarTextTest, CalendarText_HasTheFixedForm) {
     EXPECT_EQ(Calendar(), "Sun Nov 15 10:15:30 2026");
     EXPECT_EQ(Time(), "10:15:30");
     now = PointInTime(1999, 2, 3, 4, 5, 6);
@@ -32,8 +32,9 @@ TEST_F(CalendarTextTest, IsTheFixedCalendarForm) {
     EXPECT_EQ(Calendar(), "Fri Dec 31 23:59:59 9999");
 }
 
-// The first second of a process, without a zone: where nothing is remembered, nothing looks like it.
-TEST_F(CalendarTextTest, IsWorkedOutForEveryFirstSecond) {
+// The first second of a process may be 0 or -1, and TZ may not be set. The remembered text is empty then and
+// must not be taken for that second.
+TEST_F(CalendarTextTest, FirstSecondIsZeroOrMinusOne_TextIsThatOfTheCLibrary) {
     unsetenv("TZ");
     for (const std::time_t first : {0, -1}) {
         now = first;
@@ -41,7 +42,7 @@ TEST_F(CalendarTextTest, IsWorkedOutForEveryFirstSecond) {
     }
 }
 
-TEST_F(CalendarTextTest, FollowsEverySecond) {
+TEST_F(CalendarTextTest, SecondChanges_TextShowsTheNewSecond) {
     EXPECT_EQ(Time(), "10:15:30");
     EXPECT_EQ(Time(), "10:15:30");
     ++now;
@@ -50,7 +51,7 @@ TEST_F(CalendarTextTest, FollowsEverySecond) {
     EXPECT_EQ(Time(), "10:14:59");
 }
 
-TEST_F(CalendarTextTest, AChangeOfTheTimeZoneIsSeenAtOnce) {
+TEST_F(CalendarTextTest, TimeZoneChangesWithinASecond_TextShowsTheNewZone) {
     EXPECT_EQ(Time(), "10:15:30");
     SetZone("EAST-9");
     EXPECT_EQ(Calendar(), "Sun Nov 15 19:15:30 2026");
@@ -64,7 +65,7 @@ TEST_F(CalendarTextTest, AChangeOfTheTimeZoneIsSeenAtOnce) {
     EXPECT_EQ(Time(), "10:15:30");
 }
 
-TEST_F(CalendarTextTest, AnUnsetTimeZoneIsNoEmptyOne) {
+TEST_F(CalendarTextTest, TimeZoneIsUnset_TextShowsTheZoneOfTheSystem) {
     SetZone("EAST-9");
     EXPECT_EQ(Time(), "19:15:30");
     unsetenv("TZ");
@@ -73,7 +74,7 @@ TEST_F(CalendarTextTest, AnUnsetTimeZoneIsNoEmptyOne) {
     EXPECT_EQ(Time(), "19:15:30");
 }
 
-TEST_F(CalendarTextTest, LongNamesOfZonesAreToldApartByTheirEnds) {
+TEST_F(CalendarTextTest, LongZonesDifferAtTheirEnds_TextShowsTheZoneInForce) {
     for (std::size_t length = 50; length < 90; ++length) {
         const std::string name = std::string(1, '<').append(length, 'Z').append(1, '>');
         SetZone(name + "-1");
@@ -85,7 +86,7 @@ TEST_F(CalendarTextTest, LongNamesOfZonesAreToldApartByTheirEnds) {
     }
 }
 
-TEST_F(CalendarTextTest, SummerTimeCounts) {
+TEST_F(CalendarTextTest, ZoneHasSummerTime_TextShowsItInSummer) {
     SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
     now = PointInTime(2026, 7, 1, 12, 0, 0);
     EXPECT_EQ(Calendar(), "Wed Jul  1 14:00:00 2026");
@@ -93,7 +94,7 @@ TEST_F(CalendarTextTest, SummerTimeCounts) {
     EXPECT_EQ(Calendar(), "Thu Jan  1 13:00:00 2026");
 }
 
-TEST_F(CalendarTextTest, ATimeThatNoCalendarHoldsStillPrints) {
+TEST_F(CalendarTextTest, TimeIsBeyondTheCalendar_TextStillHasItsForm) {
     now = static_cast<std::time_t>(1) << 62;
     EXPECT_EQ(Time().size(), 8U);
     EXPECT_GE(Calendar().size(), 24U);

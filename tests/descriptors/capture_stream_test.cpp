@@ -1,4 +1,4 @@
-// The log that records go to, and the start and stop of everything that prints.
+// Records go to the log; the library starts and stops everything that prints.
 
 #include <sys/stat.h>
 
@@ -29,7 +29,7 @@ protected:
         return AbstractDescriptor::isStreamOpen.load() == 1;
     }
 
-    // The text of the error file's only entry, behind its time.
+    // Returns the text of the only entry of the error file, without its time.
     std::string Error() const {
         const std::string text = FileText(errors);
         const std::size_t stamp = text.find("]:  ");
@@ -41,14 +41,14 @@ protected:
     const std::string errors = file.directory.File("errors");
 };
 
-TEST_F(CaptureStreamTest, NothingIsCapturedWhileNoLogIsOpen) {
+TEST_F(CaptureStreamTest, NoLogIsOpen_CaptureWritesNothing) {
     EXPECT_FALSE(IsOpen());
     CommandDescriptor(kLogout, kStartPhase, 0).Capture();
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(FileText(errors), "");
 }
 
-TEST_F(CaptureStreamTest, ARecordIsInTheFileWhenCaptureReturns) {
+TEST_F(CaptureStreamTest, CaptureReturns_RecordIsInTheFile) {
     UseNewFormat();
     Open(log);
     EXPECT_TRUE(IsOpen());
@@ -62,14 +62,14 @@ TEST_F(CaptureStreamTest, ARecordIsInTheFileWhenCaptureReturns) {
               "\n10:15:30 01234-567:FINILogout CKR_OK12345clks {}");
 }
 
-TEST_F(CaptureStreamTest, AnyDescriptorMayBeCaptured) {
+TEST_F(CaptureStreamTest, DescriptorIsNoCommand_CaptureWritesItsText) {
     UseOldFormat();
     Open(log);
     SessionHandleDescriptor(5).Capture();
     EXPECT_EQ(FileText(log), "\nSessionHandle(0x5)");
 }
 
-TEST_F(CaptureStreamTest, LargeAndSmallRecordsFollowEachOther) {
+TEST_F(CaptureStreamTest, LargeAndSmallRecords_FollowEachOtherWhole) {
     UseNewFormat();
     Open(log);
     std::string expected;
@@ -81,7 +81,7 @@ TEST_F(CaptureStreamTest, LargeAndSmallRecordsFollowEachOther) {
     }
 }
 
-// A record whose printing makes another one.
+// Printing this descriptor makes another record.
 class Interrupted : public AbstractDescriptor {
 public:
     void PrintParameters(RecordText& out, int) const override {
@@ -91,7 +91,7 @@ public:
     }
 };
 
-TEST_F(CaptureStreamTest, ARecordMayInterruptAnother) {
+TEST_F(CaptureStreamTest, PrintingMakesAnotherRecord_BothRecordsAreWhole) {
     UseNewFormat();
     Open(log);
     for (const char* expected :
@@ -102,7 +102,7 @@ TEST_F(CaptureStreamTest, ARecordMayInterruptAnother) {
     }
 }
 
-TEST_F(CaptureStreamTest, ALogThatExistsGrows) {
+TEST_F(CaptureStreamTest, LogExists_RecordIsAppended) {
     std::ofstream(log) << "before";
     Open(log);
     UseNewFormat();
@@ -110,7 +110,7 @@ TEST_F(CaptureStreamTest, ALogThatExistsGrows) {
     EXPECT_EQ(FileText(log), "beforeSesn=5");
 }
 
-TEST_F(CaptureStreamTest, OpeningAnotherLogClosesTheFirst) {
+TEST_F(CaptureStreamTest, AnotherLogIsOpened_RecordsGoOnlyThere) {
     const std::string second = file.directory.File("second");
     UseNewFormat();
     Open(log);
@@ -125,7 +125,7 @@ TEST_F(CaptureStreamTest, OpeningAnotherLogClosesTheFirst) {
     EXPECT_EQ(FileText(second), "Sesn=6");
 }
 
-TEST_F(CaptureStreamTest, ALogThatCannotBeOpenedIsReported) {
+TEST_F(CaptureStreamTest, LogCannotBeOpened_ErrorFileSaysWhich) {
     Open(log);
     const std::string missing = file.directory.File("missing/log");
     Open(missing);
@@ -135,19 +135,19 @@ TEST_F(CaptureStreamTest, ALogThatCannotBeOpenedIsReported) {
     EXPECT_EQ(FileText(log), "");
 }
 
-TEST_F(CaptureStreamTest, AnEmptyNameIsNoLog) {
+TEST_F(CaptureStreamTest, LogNameIsEmpty_NoLogIsOpened) {
     Open("");
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(Error(), "Could not open capture file .");
 }
 
-TEST_F(CaptureStreamTest, ALongNameIsReportedWhole) {
+TEST_F(CaptureStreamTest, LogNameIsLong_ErrorFileHasAllOfIt) {
     const std::string name = std::string("/").append(498, 'n');
     Open(name);
     EXPECT_EQ(Error(), "Could not open capture file " + name + ".");
 }
 
-TEST_F(CaptureStreamTest, SurvivorsAreReportedWhenNoLogWasOpen) {
+TEST_F(CaptureStreamTest, DescriptorsSurviveWithoutALog_ErrorFileSaysHowMany) {
     const AbstractDescriptor first;
     const AbstractDescriptor second;
     AbstractDescriptor::TerminateClass();
@@ -155,7 +155,7 @@ TEST_F(CaptureStreamTest, SurvivorsAreReportedWhenNoLogWasOpen) {
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 2U);
 }
 
-TEST_F(CaptureStreamTest, SurvivorsAreForgottenWhenALogWasOpen) {
+TEST_F(CaptureStreamTest, DescriptorsSurviveAnOpenLog_NothingIsReported) {
     Open(log);
     {
         const AbstractDescriptor first;
@@ -168,13 +168,13 @@ TEST_F(CaptureStreamTest, SurvivorsAreForgottenWhenALogWasOpen) {
     AbstractDescriptor::uInstanceCount = 0;
 }
 
-TEST_F(CaptureStreamTest, WithoutSurvivorsThereIsNothingToReport) {
+TEST_F(CaptureStreamTest, NoDescriptorSurvives_NothingIsReported) {
     AbstractDescriptor::TerminateClass();
     TerminateDescriptorLibrary();
     EXPECT_EQ(FileText(errors), "");
 }
 
-TEST_F(CaptureStreamTest, TheBeginningForgetsWhatLived) {
+TEST_F(CaptureStreamTest, LibraryStarts_InstanceCountIsZeroAndNoLogIsOpen) {
     Open(log);
     {
         const AbstractDescriptor survivor;
@@ -185,7 +185,7 @@ TEST_F(CaptureStreamTest, TheBeginningForgetsWhatLived) {
     AbstractDescriptor::uInstanceCount = 0;
 }
 
-TEST_F(CaptureStreamTest, TheLibraryOpensTheLogItIsTold) {
+TEST_F(CaptureStreamTest, LogIsNamed_LibraryOpensThatLog) {
     DescriptorLibrary::CaptureStream(reinterpret_cast<const unsigned char*>(log.c_str()));
     EXPECT_TRUE(IsOpen());
     AbstractDescriptor::CloseCaptureStream();
@@ -196,8 +196,7 @@ TEST_F(CaptureStreamTest, TheLibraryOpensTheLogItIsTold) {
     EXPECT_EQ(FileText(log), "Sesn=5");
 }
 
-// ---- From the configuration
-// ---------------------------------------------------------------------------------
+// ---- The configuration ------------------------------------------------------------------------------------
 
 class InitializeTest : public CaptureStreamTest {
 protected:
@@ -207,7 +206,7 @@ protected:
     }
 };
 
-TEST_F(InitializeTest, EverySettingIsTaken) {
+TEST_F(InitializeTest, KeysAreSet_LibraryUsesEverySetting) {
     Initialize("NewFormat = 1;\nEnabled = 1;\nLoggingLevel = ADMIN;\nFile = " + log + ";\n");
     EXPECT_TRUE(UseNewLogFormat());
     EXPECT_EQ(ckscribe::LevelInForce(), 3U);
@@ -216,7 +215,7 @@ TEST_F(InitializeTest, EverySettingIsTaken) {
     EXPECT_EQ(FileText(log), "Sesn=5");
 }
 
-TEST_F(InitializeTest, WithoutKeysNothingIsLogged) {
+TEST_F(InitializeTest, KeysAreAbsent_NoLogIsOpenedAndDefaultsHold) {
     bUseNewLogFormat.store(1);
     uLoggingLevel.store(1);
     Initialize("");
@@ -226,7 +225,7 @@ TEST_F(InitializeTest, WithoutKeysNothingIsLogged) {
     EXPECT_EQ(FileText(errors), "");
 }
 
-TEST_F(InitializeTest, ADisabledLogIsNotEvenCreated) {
+TEST_F(InitializeTest, LogIsDisabled_NoFileIsCreated) {
     Initialize("Enabled = 0;\nNewFormat = 1;\nLoggingLevel = DESTROY;\nFile = " + log + ";\n");
     EXPECT_FALSE(IsOpen());
     EXPECT_TRUE(UseNewLogFormat());
@@ -235,14 +234,14 @@ TEST_F(InitializeTest, ADisabledLogIsNotEvenCreated) {
     EXPECT_NE(stat(log.c_str(), &status), 0);
 }
 
-TEST_F(InitializeTest, ALogThatWasOpenIsClosedFirst) {
+TEST_F(InitializeTest, LogWasOpenAndIsDisabled_LogIsClosed) {
     Initialize("Enabled = 1;\nFile = " + log + ";\n");
     EXPECT_TRUE(IsOpen());
     Initialize("Enabled = 0;\nFile = " + log + ";\n");
     EXPECT_FALSE(IsOpen());
 }
 
-TEST_F(InitializeTest, AnyNumberButZeroCounts) {
+TEST_F(InitializeTest, SwitchIsAnyNumberButZero_SettingIsOn) {
     Initialize("Enabled = 7;\nNewFormat = -1;\nFile = " + log + ";\n");
     EXPECT_TRUE(IsOpen());
     EXPECT_TRUE(UseNewLogFormat());
@@ -251,7 +250,7 @@ TEST_F(InitializeTest, AnyNumberButZeroCounts) {
     EXPECT_FALSE(UseNewLogFormat());
 }
 
-TEST_F(InitializeTest, ALogThatCannotBeOpenedIsReportedAndTheRestCounts) {
+TEST_F(InitializeTest, LogCannotBeOpened_ErrorIsReportedAndOtherSettingsHold) {
     Initialize("Enabled = 1;\nNewFormat = 1;\nLoggingLevel = MODIFY;\nFile = /nowhere/at/all;\n");
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(Error(), "Could not open capture file /nowhere/at/all.");

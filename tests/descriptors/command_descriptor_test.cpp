@@ -28,7 +28,7 @@ protected:
         return Printed(CommandDescriptor(arguments...));
     }
 
-    // Start records of the old format alone set the stamp from which end records count.
+    // Only start records of the old format set the stamp from which end records count.
     static void StampStart(std::clock_t stamp) {
         UseOldFormat();
         ticks = stamp;
@@ -54,29 +54,29 @@ protected:
 
 // ---- The new format ---------------------------------------------------------------------------------------
 
-TEST_F(NewRecord, AStartIsPrecededByAnEmptyLine) {
+TEST_F(NewRecord, StartInNewFormat_EmptyLineStandsInFront) {
     CommandDescriptor command(kLogout, kStartPhase, 0);
     command.AddDescriptor(new SessionHandleDescriptor(5));
     EXPECT_EQ(Printed(command), "\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }");
 }
 
-TEST_F(NewRecord, AnEndSaysItsResultAndTheClock) {
+TEST_F(NewRecord, EndInNewFormat_ShowsResultAndClock) {
     EXPECT_EQ(Record(kLogout, kEndPhase, 0UL), "\n10:15:30 01234-567:FINILogout CKR_OK12345clks {}");
 }
 
-TEST_F(NewRecord, AFailureStandsBetweenAsterisks) {
+TEST_F(NewRecord, CallFails_AsterisksEncloseTheResult) {
     EXPECT_EQ(Record(kLogout, kEndPhase, kPinIncorrect),
               "\n10:15:30 01234-567:FINILogout ***CKR_PIN_INCORRECT***12345clks {}");
 }
 
-TEST_F(NewRecord, AResultWithoutANameIsANumber) {
+TEST_F(NewRecord, ResultHasNoName_RecordShowsItsNumber) {
     EXPECT_EQ(Record(kLogout, kEndPhase, kUnnamed),
               "\n10:15:30 01234-567:FINILogout ***CKR_UNKNOWN 0x80000999***12345clks {}");
     EXPECT_EQ(Record(kLogout, kEndPhase, ULONG_MAX),
               "\n10:15:30 01234-567:FINILogout ***CKR_UNKNOWN 0xffffffffffffffff***12345clks {}");
 }
 
-TEST_F(NewRecord, ASpecifierFollowsTheName) {
+TEST_F(NewRecord, CommandHasASpecifier_ItFollowsTheName) {
     EXPECT_EQ(Record(kEncrypt, kSinglePart, kStartPhase, 0UL), "\n\n10:15:30 01234-567:STRTEncrypt {}");
     EXPECT_EQ(Record(kEncrypt, kInitPart, kStartPhase, 0UL), "\n\n10:15:30 01234-567:STRTEncrypt_Init {}");
     EXPECT_EQ(Record(kEncrypt, kUpdatePart, kEndPhase, 0UL),
@@ -88,24 +88,24 @@ TEST_F(NewRecord, ASpecifierFollowsTheName) {
               "\n\n10:15:30 01234-567:STRTDigest_UnknownSpecifier {}");
 }
 
-TEST_F(NewRecord, AnyOtherPhaseIsAnErrorWithAResult) {
+TEST_F(NewRecord, PhaseIsUnknown_RecordShowsAnErrorWithAResult) {
     EXPECT_EQ(Record(kLogout, kNoPhase, 0UL), "\n10:15:30 01234-567:ERR!Logout CKR_OK12345clks {}");
     EXPECT_EQ(Record(kLogout, kInitPart, kNoPhase, kUnnamed),
               "\n10:15:30 01234-567:ERR!Logout_Init ***CKR_UNKNOWN 0x80000999***12345clks {}");
 }
 
-TEST_F(NewRecord, ATypeWithoutANameIsSaidToBeUnknown) {
+TEST_F(NewRecord, TypeHasNoName_RecordShowsAnUnknownType) {
     for (const unsigned type : {14U, 44U, 45U, 50U, 145U, 146U, 280U, 300U, UINT_MAX}) {
         EXPECT_EQ(Record(CommandType{type}, kStartPhase, 0UL), "\n\n10:15:30 01234-567:STRTUnknownType {}")
             << type;
     }
 }
 
-TEST_F(NewRecord, TheResultOfAStartIsNotLookedAt) {
+TEST_F(NewRecord, StartHasAResult_RecordDoesNotShowIt) {
     EXPECT_EQ(Record(kLogout, kStartPhase, kPinIncorrect), "\n\n10:15:30 01234-567:STRTLogout {}");
 }
 
-TEST_F(NewRecord, HeadNumbersArePaddedAndMayBeNegative) {
+TEST_F(NewRecord, NumbersOfTheHead_ArePaddedAndMayBeNegative) {
     now = PointInTime(2026, 1, 2, 3, 4, 5);
     processId = 7;
     threadId = 8;
@@ -119,7 +119,7 @@ TEST_F(NewRecord, HeadNumbersArePaddedAndMayBeNegative) {
     EXPECT_EQ(Record(kLogout, kStartPhase, 0UL), "\n\n03:04:05 1234567--2147483648:STRTLogout {}");
 }
 
-TEST_F(NewRecord, TheClockOfAnEndIsTheProcessors) {
+TEST_F(NewRecord, ClockOfAnEnd_ShowsTheProcessorTimeOfTheProcess) {
     ticks = 0;
     EXPECT_EQ(Record(kLogout, kEndPhase, 0UL), "\n10:15:30 01234-567:FINILogout CKR_OK0clks {}");
     Record(kLogout, kStartPhase, 0UL);
@@ -131,13 +131,13 @@ TEST_F(NewRecord, TheClockOfAnEndIsTheProcessors) {
     EXPECT_EQ(Record(kLogout, kEndPhase, 0UL), "\n10:15:30 01234-567:FINILogout CKR_OK-2147483648clks {}");
 }
 
-TEST_F(NewRecord, FollowsTheTimeZone) {
+TEST_F(NewRecord, TimeZoneChanges_NewRecordShowsTheNewTime) {
     EXPECT_EQ(Record(kLogout, kStartPhase, 0UL), "\n\n10:15:30 01234-567:STRTLogout {}");
     setenv("TZ", "EAST-9", 1);
     EXPECT_EQ(Record(kLogout, kStartPhase, 0UL), "\n\n19:15:30 01234-567:STRTLogout {}");
 }
 
-TEST_F(NewRecord, ReachesTheSystemPieceByPiece) {
+TEST_F(NewRecord, NewRecordForAStream_IsFlushedPieceByPiece) {
     CommandDescriptor start(kEncrypt, kInitPart, kStartPhase, 0);
     start.AddDescriptor(new SessionHandleDescriptor(5));
     EXPECT_EQ(FlushedPieces(start), (std::vector<std::string>{"\n", "\n10:15:30 01234-567:STRTEncrypt_Init",
@@ -151,7 +151,7 @@ TEST_F(NewRecord, ReachesTheSystemPieceByPiece) {
 
 // ---- The old format ---------------------------------------------------------------------------------------
 
-TEST_F(OldRecord, AStartHasItsHeadAndItsChildren) {
+TEST_F(OldRecord, StartInOldFormat_ShowsHeadAndChildren) {
     CommandDescriptor command(kLogout, kStartPhase, 0);
     command.AddDescriptor(new SessionHandleDescriptor(5));
     EXPECT_EQ(Printed(command),
@@ -161,7 +161,7 @@ TEST_F(OldRecord, AStartHasItsHeadAndItsChildren) {
               "\n}");
 }
 
-TEST_F(OldRecord, AnEndSaysItsResultAndTheClock) {
+TEST_F(OldRecord, EndInOldFormat_ShowsResultAndClock) {
     StampStart(12345);
     EXPECT_EQ(Record(kLogout, kEndPhase, 0UL),
               "\nCommand(Logout, None, End, CKR_OK) PID:  1234  Time:  Sun Nov 15 10:15:30 2026\n"
@@ -170,7 +170,7 @@ TEST_F(OldRecord, AnEndSaysItsResultAndTheClock) {
               "\n}");
 }
 
-TEST_F(OldRecord, AResultWithoutANameIsANumberAndThereAreNoAsterisks) {
+TEST_F(OldRecord, ResultHasNoName_RecordShowsItsNumberWithoutAsterisks) {
     StampStart(0);
     ticks = 77;
     EXPECT_EQ(Record(kLogout, kEndPhase, kPinIncorrect),
@@ -181,7 +181,7 @@ TEST_F(OldRecord, AResultWithoutANameIsANumberAndThereAreNoAsterisks) {
               "Sun Nov 15 10:15:30 2026\n // 77 clock cycles\n{\n}");
 }
 
-TEST_F(OldRecord, EverySpecifierIsSaid) {
+TEST_F(OldRecord, EachSpecifier_HasItsNameInTheHead) {
     const auto head = [](CommandSpecifier specifier) {
         const std::string record = Record(kDigest, specifier, kStartPhase, 0UL);
         return record.substr(0, record.find(')') + 1);
@@ -194,7 +194,7 @@ TEST_F(OldRecord, EverySpecifierIsSaid) {
     EXPECT_EQ(head(CommandSpecifier{5}), "\nCommand(Digest, UnknownSpecifier, Start)");
 }
 
-TEST_F(OldRecord, AnyOtherPhaseHasNoResultAndStampsLikeAStart) {
+TEST_F(OldRecord, PhaseIsUnknown_RecordShowsNoResultAndSetsTheStamp) {
     StampStart(100);
     ticks = 1100;
     EXPECT_EQ(Record(kLogout, kNoPhase, kPinIncorrect),
@@ -205,14 +205,14 @@ TEST_F(OldRecord, AnyOtherPhaseHasNoResultAndStampsLikeAStart) {
               " // 150 clock cycles\n{\n}");
 }
 
-TEST_F(OldRecord, ATypeWithoutANameIsSaidToBeUnknown) {
+TEST_F(OldRecord, TypeHasNoName_RecordShowsAnUnknownType) {
     for (const unsigned type : {14U, 300U}) {
         EXPECT_EQ(Record(CommandType{type}, kStartPhase, 0UL),
                   "\nCommand(UnknownType, None, Start) PID:  1234  Time:  Sun Nov 15 10:15:30 2026\n\n{\n}");
     }
 }
 
-TEST_F(OldRecord, NumbersOfTheHeadAreNotPadded) {
+TEST_F(OldRecord, NumbersOfTheHead_AreNotPadded) {
     now = PointInTime(2026, 1, 2, 3, 4, 5);
     processId = 7;
     EXPECT_EQ(Record(kLogout, kStartPhase, 0UL),
@@ -222,7 +222,7 @@ TEST_F(OldRecord, NumbersOfTheHeadAreNotPadded) {
               "\nCommand(Logout, None, Start) PID:  -7  Time:  Fri Jan  2 03:04:05 2026\n\n{\n}");
 }
 
-TEST_F(OldRecord, TheClockCountsFromTheLatestStartOfAnyCall) {
+TEST_F(OldRecord, ClockOfAnEnd_CountsFromTheLatestStartOfAnyCall) {
     const auto cycles = [] {
         const std::string record = Record(kLogin, kEndPhase, 0UL);
         return record.substr(record.find(" // "), record.find("\n{") - record.find(" // "));
@@ -232,7 +232,7 @@ TEST_F(OldRecord, TheClockCountsFromTheLatestStartOfAnyCall) {
     ticks = 2000;
     EXPECT_EQ(cycles(), " // 400 clock cycles");
     ticks = 2500;
-    EXPECT_EQ(cycles(), " // 900 clock cycles");  // an end leaves the stamp alone
+    EXPECT_EQ(cycles(), " // 900 clock cycles");  // an end does not change the stamp
     ticks = 1500;
     EXPECT_EQ(cycles(), " // -100 clock cycles");
     StampStart(0x7FFF'FFFF);
@@ -243,14 +243,14 @@ TEST_F(OldRecord, TheClockCountsFromTheLatestStartOfAnyCall) {
     EXPECT_EQ(cycles(), " // 5 clock cycles");
 }
 
-TEST_F(OldRecord, ItsStampIsSubtractedInTheNewFormatToo) {
+TEST_F(OldRecord, StampOfAnOldRecord_IsSubtractedInTheNewFormatToo) {
     StampStart(45);
     UseNewFormat();
     ticks = 100;
     EXPECT_EQ(Record(kLogout, kEndPhase, 0UL), "\n10:15:30 01234-567:FINILogout CKR_OK55clks {}");
 }
 
-TEST_F(OldRecord, ReachesTheSystemPieceByPiece) {
+TEST_F(OldRecord, OldRecordForAStream_IsFlushedPieceByPiece) {
     CommandDescriptor start(kLogout, kStartPhase, 0);
     start.AddDescriptor(new SessionHandleDescriptor(5));
     EXPECT_EQ(FlushedPieces(start),
@@ -263,7 +263,7 @@ TEST_F(OldRecord, ReachesTheSystemPieceByPiece) {
                                         " // 0 clock cycles", "\n{\n}", "(end)"}));
 }
 
-TEST_F(OldRecord, RecordsFollowEachOtherWithoutAnEmptyLine) {
+TEST_F(OldRecord, RecordsInOldFormat_FollowEachOtherWithoutAnEmptyLine) {
     std::string log;
     CommandDescriptor start(kLogout, kStartPhase, 0);
     start.AddDescriptor(new SessionHandleDescriptor(5));
@@ -284,20 +284,20 @@ TEST_F(OldRecord, RecordsFollowEachOtherWithoutAnEmptyLine) {
 
 // ---- Surroundings -----------------------------------------------------------------------------------------
 
-TEST(RecordEnvironment, SaysWhereTheRecordIsMade) {
+TEST(RecordEnvironment, EnvironmentIsNotReplaced_GivesTimeProcessAndThread) {
     EXPECT_EQ(recordEnvironment.processId(), getpid());
     EXPECT_EQ(recordEnvironment.threadId(),
               static_cast<int>(static_cast<std::uint32_t>((std::uintptr_t)pthread_self())));
     const std::time_t before = std::time(nullptr);
-    const std::time_t told = recordEnvironment.now();
-    EXPECT_LE(before, told);
-    EXPECT_LE(told, std::time(nullptr));
+    const std::time_t given = recordEnvironment.now();
+    EXPECT_LE(before, given);
+    EXPECT_LE(given, std::time(nullptr));
     const std::clock_t ticks = recordEnvironment.processorTime();
     EXPECT_GE(ticks, 0);
     EXPECT_LE(ticks, std::clock());
 }
 
-TEST(RecordEnvironment, AChildForgetsItsParentsNumber) {
+TEST(RecordEnvironment, ChildForgetsTheProcessId_GivesItsOwnNumber) {
     EXPECT_EQ(recordEnvironment.processId(), getpid());
     const pid_t child = fork();
     if (child == 0) {

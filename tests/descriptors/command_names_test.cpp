@@ -23,7 +23,7 @@ std::string_view NameOfPhase(unsigned phase) {
 unsigned SpecifierOfName(const char* name) { return CommandDescriptor::GetCommandSpecifier(name); }
 unsigned PhaseOfName(const char* name) { return CommandDescriptor::GetCommandPhase(name); }
 
-TEST(CommandNames, EveryTypeHasItsNameAndNoOtherHasOne) {
+TEST(CommandNames, EachCommandType_HasItsNameAndNoOtherNumberHasOne) {
     std::map<unsigned, std::string> names;
     for (const ExpectedCommandName& command : kExpectedStandardCommandNames)
         names[command.type] = command.name;
@@ -38,7 +38,7 @@ TEST(CommandNames, EveryTypeHasItsNameAndNoOtherHasOne) {
     EXPECT_EQ(NameOfType(1U << 31), "UnknownType");
 }
 
-TEST(CommandNames, TypesOfTheStandardHaveTheirNumbers) {
+TEST(CommandNames, CommandTypesOfTheStandard_HaveTheirNumbers) {
     EXPECT_EQ(NameOfType(kInitialize), "Initialize");
     EXPECT_EQ(NameOfType(kTerminate), "Terminate");
     EXPECT_EQ(NameOfType(kWaitForSlotEvent), "WaitForSlotEvent");
@@ -50,7 +50,7 @@ TEST(CommandNames, TypesOfTheStandardHaveTheirNumbers) {
     EXPECT_EQ(kPerformSelfTest, 50U);
 }
 
-TEST(CommandNames, SpecifiersLeadThereAndBack) {
+TEST(CommandNames, NameOfASpecifier_GivesItsNumberBack) {
     const char* const names[] = {"None", "Init", "Update", "Final", "Key"};
     for (unsigned specifier = 0; specifier < 5; ++specifier) {
         EXPECT_EQ(NameOfSpecifier(specifier), names[specifier]);
@@ -64,7 +64,7 @@ TEST(CommandNames, SpecifiersLeadThereAndBack) {
     }
 }
 
-TEST(CommandNames, PhasesHaveANameInEachFormat) {
+TEST(CommandNames, Phase_HasANameInEachFormat) {
     bUseNewLogFormat.store(0);
     EXPECT_EQ(NameOfPhase(0), "Start");
     EXPECT_EQ(NameOfPhase(1), "End");
@@ -76,7 +76,7 @@ TEST(CommandNames, PhasesHaveANameInEachFormat) {
     bUseNewLogFormat.store(0);
 }
 
-TEST(CommandNames, OnlyOldNamesOfPhasesLeadBack) {
+TEST(CommandNames, OldNameOfAPhase_GivesItsNumberAndANewNameDoesNot) {
     for (const int format : {0, 1}) {
         bUseNewLogFormat.store(format);
         EXPECT_EQ(PhaseOfName("Start"), 0U);

@@ -1,5 +1,5 @@
-// How DataDescriptor takes memory, and what it does when there is none. The linker leads the allocations of
-// this program through the functions below (--wrap), so that a test can let one fail.
+// These tests show how DataDescriptor takes memory and what it does when there is none. The linker leads the
+// allocations of this program through the functions below (--wrap). A test can let one of them fail.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-// How many more allocations succeed; negative: all of them.
+// This many more allocations succeed; if it is negative, all of them do.
 int allocationsLeft = -1;
 
 std::size_t lastSize = 0;
@@ -54,7 +54,7 @@ protected:
     DescriptorReport report;
 };
 
-TEST_F(DataDescriptorMemory, UseDataIsEmptyAndAMemoryError) {
+TEST_F(DataDescriptorMemory, NoMemoryForUseData_ValueIsEmptyAndMemoryErrorIsSet) {
     char first[] = "first", second[] = "second";
     descriptor.UseData(first, 5, report);
     allocationsLeft = 0;
@@ -67,7 +67,7 @@ TEST_F(DataDescriptorMemory, UseDataIsEmptyAndAMemoryError) {
     EXPECT_EQ(Data(), "x");
 }
 
-TEST_F(DataDescriptorMemory, AddDataByteLeavesTheValueAndSetsBothErrors) {
+TEST_F(DataDescriptorMemory, NoMemoryForAddDataByte_ValueStaysAndBothErrorsAreSet) {
     char eight[] = "12345678";
     descriptor.UseData(eight, 8, report);
     allocationsLeft = 0;
@@ -80,7 +80,7 @@ TEST_F(DataDescriptorMemory, AddDataByteLeavesTheValueAndSetsBothErrors) {
     EXPECT_EQ(Data(), "123456789");
 }
 
-TEST_F(DataDescriptorMemory, AddDataByteNeedsNoneUpToAMultipleOfEight) {
+TEST_F(DataDescriptorMemory, RoomIsLeft_AddDataByteAllocatesNothing) {
     char seven[] = "1234567";
     descriptor.UseData(seven, 7, report);
     allocationsLeft = 0;
@@ -91,7 +91,7 @@ TEST_F(DataDescriptorMemory, AddDataByteNeedsNoneUpToAMultipleOfEight) {
     EXPECT_EQ(Data(), "12345678");
 }
 
-TEST_F(DataDescriptorMemory, RoomComesInMultiplesOfEight) {
+TEST_F(DataDescriptorMemory, ValueGrows_RoomIsAMultipleOfEight) {
     char bytes[] = "123456789abcdefgh";
     const std::size_t rooms[] = {8, 8, 16, 16, 24};
     const unsigned short lengths[] = {1, 8, 9, 16, 17};
@@ -104,7 +104,7 @@ TEST_F(DataDescriptorMemory, RoomComesInMultiplesOfEight) {
     EXPECT_EQ(lastSize, 24u);
 }
 
-TEST_F(DataDescriptorMemory, TheFirstByteNeedsSome) {
+TEST_F(DataDescriptorMemory, NoMemoryForTheFirstByte_ValueStaysEmptyAndBothErrorsAreSet) {
     allocationsLeft = 0;
     EXPECT_FALSE(descriptor.AddDataByte('1', report));
     allocationsLeft = -1;
@@ -113,7 +113,7 @@ TEST_F(DataDescriptorMemory, TheFirstByteNeedsSome) {
     EXPECT_EQ(report.parsingError, 1);
 }
 
-TEST_F(DataDescriptorMemory, ReadingEndsAtWhatFits) {
+TEST_F(DataDescriptorMemory, MemoryEndsWhileReading_ValueHoldsTheBytesThatFit) {
     char plain[] = "123456789abcdefghijk";
     char numeric[] = "3132333435363738396162";
     struct {

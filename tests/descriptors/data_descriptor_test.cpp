@@ -59,7 +59,7 @@ std::string ParsedWithError(int format, const std::string& text) {
     return data;
 }
 
-TEST(DataDescriptor, AFreshOneIsEmpty) {
+TEST(DataDescriptor, NewDataDescriptor_IsEmpty) {
     const DataDescriptor descriptor;
     EXPECT_EQ(descriptor.GetDataSize(), 0u);
     EXPECT_EQ(Written(descriptor), "Txt(\"\")");
@@ -68,7 +68,7 @@ TEST(DataDescriptor, AFreshOneIsEmpty) {
     EXPECT_EQ(untouched, '!');
 }
 
-TEST(DataDescriptor, OwnsACopy) {
+TEST(DataDescriptor, CallerChangesItsBytes_ValueStays) {
     DataDescriptor descriptor;
     DescriptorReport report;
     char bytes[] = "abcdefgh";
@@ -77,7 +77,7 @@ TEST(DataDescriptor, OwnsACopy) {
     EXPECT_EQ(DataOf(descriptor), "abcdefgh");
 }
 
-TEST(DataDescriptor, UseDataReplacesTheValue) {
+TEST(DataDescriptor, UseData_ReplacesTheValue) {
     DataDescriptor descriptor;
     Use(descriptor, "a long first value");
     Use(descriptor, "second");
@@ -93,7 +93,7 @@ TEST(DataDescriptor, UseDataReplacesTheValue) {
     EXPECT_EQ(report.errorOccurred(), 0);
 }
 
-TEST(DataDescriptor, ResetMakesItEmpty) {
+TEST(DataDescriptor, Reset_EmptiesTheValue) {
     DataDescriptor descriptor;
     Use(descriptor, "value");
     descriptor.Reset();
@@ -102,7 +102,7 @@ TEST(DataDescriptor, ResetMakesItEmpty) {
     EXPECT_EQ(DataOf(descriptor), "again");
 }
 
-TEST(DataDescriptor, GrowsByteByByte) {
+TEST(DataDescriptor, BytesAreAdded_ValueGrowsByEach) {
     DataDescriptor descriptor;
     DescriptorReport report;
     std::string expected;
@@ -115,7 +115,7 @@ TEST(DataDescriptor, GrowsByteByByte) {
     EXPECT_EQ(report.errorOccurred(), 0);
 }
 
-TEST(DataDescriptor, GrowsFromAnyLengthOfItsData) {
+TEST(DataDescriptor, BytesAreAddedToAValueOfAnyLength_ValueEndsWithThem) {
     for (std::size_t length = 0; length < 20; ++length) {
         DataDescriptor descriptor;
         DescriptorReport report;
@@ -125,12 +125,12 @@ TEST(DataDescriptor, GrowsFromAnyLengthOfItsData) {
     }
 }
 
-TEST(DataDescriptor, PrintableBytesAreText) {
+TEST(DataDescriptor, PrintableBytes_AreWrittenAsText) {
     EXPECT_EQ(WrittenForm("abc"), "Txt(\"abc\")");
     EXPECT_EQ(WrittenForm(" ~\"\\"), "Txt(\" ~\"\\\")");
 }
 
-TEST(DataDescriptor, AByteAbove126IsNumeric) {
+TEST(DataDescriptor, AnyByteIsAbove126_ValueIsWrittenAsNumericText) {
     EXPECT_EQ(WrittenForm("ab\x7F"), "Num(\"61627f\")");
     EXPECT_EQ(WrittenForm("\x80 longer than five printable bytes"),
               "Num(\"80206c6f6e676572207468616e2066697665207072696e7461626c65206279746573\")");
@@ -138,7 +138,7 @@ TEST(DataDescriptor, AByteAbove126IsNumeric) {
               "Num(\"61616161616161616161616161616161616161610aff\")");
 }
 
-TEST(DataDescriptor, RichTextNeedsMoreThanFivePrintableBytesForOneControlByte) {
+TEST(DataDescriptor, MoreThanFivePrintableBytesForEachControlByte_ValueIsWrittenAsRichText) {
     EXPECT_EQ(WrittenForm("\n"), "Num(\"0a\")");
     EXPECT_EQ(WrittenForm("abcde\n"), "Num(\"61626364650a\")");
     EXPECT_EQ(WrittenForm("abcdef\n"), "RTF(\"abcdef\\a\")");
@@ -146,24 +146,24 @@ TEST(DataDescriptor, RichTextNeedsMoreThanFivePrintableBytesForOneControlByte) {
     EXPECT_EQ(WrittenForm(std::string("\0abcdefghijk\x1F", 13)), "RTF(\"\\0abcdefghijk\\v\")");
 }
 
-TEST(DataDescriptor, RichTextDoublesBackslashAndQuote) {
+TEST(DataDescriptor, BackslashAndQuoteInRichText_AreDoubled) {
     EXPECT_EQ(WrittenForm("\n\"\\abcd"), "RTF(\"\\a\"\"\\\\abcd\")");
 }
 
-TEST(DataDescriptor, ReadsText) {
+TEST(DataDescriptor, Text_ReadsAsItsCharacters) {
     EXPECT_EQ(Parsed(kText, "a\\n\"\"b"), "a\\n\"\"b");
     EXPECT_EQ(Parsed(kText, std::string("a\0\xFFz", 4)), std::string("a\0\xFFz", 4));
     EXPECT_EQ(Parsed(kText, ""), "");
 }
 
-TEST(DataDescriptor, ReadsNumericText) {
+TEST(DataDescriptor, NumericText_ReadsAsItsBytes) {
     EXPECT_EQ(Parsed(kNumeric, "00ff7FaBCd"), std::string("\x00\xFF\x7F\xAB\xCD", 5));
     EXPECT_EQ(Parsed(kNumeric, "0123456789abcdefABCDEF"),
               std::string("\x01\x23\x45\x67\x89\xAB\xCD\xEF\xAB\xCD\xEF"));
     EXPECT_EQ(Parsed(kNumeric, ""), "");
 }
 
-TEST(DataDescriptor, WhatIsNoHexadecimalDigitCountsAsZero) {
+TEST(DataDescriptor, CharacterIsNoHexadecimalDigit_ReadsAsZeroWithAnError) {
     EXPECT_EQ(ParsedWithError(kNumeric, "1g41"), "\x10\x41");
     EXPECT_EQ(ParsedWithError(kNumeric, "g141"), "\x01\x41");
     for (const char* wrong : {"1/", "1:", "1@", "1G", "1`", "1g", "1 ", "1\xFF"}) {
@@ -171,12 +171,12 @@ TEST(DataDescriptor, WhatIsNoHexadecimalDigitCountsAsZero) {
     }
 }
 
-TEST(DataDescriptor, TheMissingHalfOfALastDigitCountsAsZero) {
+TEST(DataDescriptor, LastDigitHasNoPartner_MissingHalfReadsAsZeroWithAnError) {
     EXPECT_EQ(ParsedWithError(kNumeric, "41b"), "\x41\xB0");
     EXPECT_EQ(ParsedWithError(kNumeric, "4"), "\x40");
 }
 
-TEST(DataDescriptor, ReadsRichText) {
+TEST(DataDescriptor, RichText_ReadsAsItsBytes) {
     EXPECT_EQ(Parsed(kRichText, "ab\\a"), "ab\n");
     EXPECT_EQ(Parsed(kRichText, "\\0\\9\\a\\v\\w\\z"), std::string("\x00\x09\x0A\x1F\x20\x23", 6));
     EXPECT_EQ(Parsed(kRichText, "\\A\\V\\W\\Z"), "\x0A\x1F\x20\x23");
@@ -187,14 +187,14 @@ TEST(DataDescriptor, ReadsRichText) {
     EXPECT_EQ(Parsed(kRichText, ""), "");
 }
 
-TEST(DataDescriptor, ReadsDoubledQuotesAsOne) {
+TEST(DataDescriptor, DoubledQuotes_ReadAsOneQuote) {
     EXPECT_EQ(Parsed(kRichText, "a\"\"b"), "a\"b");
     EXPECT_EQ(Parsed(kRichText, "a\"\"\"\""), "a\"\"");
     EXPECT_EQ(Parsed(kRichText, "a\"b"), "a\"b");
     EXPECT_EQ(Parsed(kRichText, "a\""), "a\"");
 }
 
-TEST(DataDescriptor, AnUnknownEscapeGivesNoByte) {
+TEST(DataDescriptor, EscapeIsUnknown_GivesNoByteAndSetsAnError) {
     EXPECT_EQ(ParsedWithError(kRichText, "a\\-b"), "ab");
     EXPECT_EQ(ParsedWithError(kRichText, "a\\\"b"), "ab");
     EXPECT_EQ(ParsedWithError(kRichText,
@@ -206,13 +206,13 @@ TEST(DataDescriptor, AnUnknownEscapeGivesNoByte) {
     EXPECT_EQ(ParsedWithError(kRichText, "\\"), "");
 }
 
-TEST(DataDescriptor, AnUnknownFormatIsAnErrorAndReadAsNumeric) {
+TEST(DataDescriptor, FormatIsUnknown_TextReadsAsNumericWithAnError) {
     EXPECT_EQ(ParsedWithError(3, "4142"), "AB");
     EXPECT_EQ(ParsedWithError(-1, "4142"), "AB");
     EXPECT_EQ(ParsedWithError(3, ""), "");
 }
 
-TEST(DataDescriptor, TextReplacesTheValue) {
+TEST(DataDescriptor, TextIsRead_ReplacesTheValue) {
     DataDescriptor descriptor;
     DescriptorReport report;
     Use(descriptor, "before");
@@ -224,7 +224,7 @@ TEST(DataDescriptor, TextReplacesTheValue) {
     EXPECT_EQ(report.errorOccurred(), 0);
 }
 
-TEST(DataDescriptor, ReadsNoFurtherThanTheLength) {
+TEST(DataDescriptor, TextIsLongerThanTheLength_ReadingEndsAtTheLength) {
     DataDescriptor descriptor;
     DescriptorReport report;
     char text[] = "4142g";
@@ -236,7 +236,7 @@ TEST(DataDescriptor, ReadsNoFurtherThanTheLength) {
     EXPECT_EQ(report.parsingError, 1);
 }
 
-TEST(DataDescriptor, AnErrorThatIsInTheReportStays) {
+TEST(DataDescriptor, ReportHasErrors_SuccessfulReadingLeavesThem) {
     DataDescriptor descriptor;
     DescriptorReport report;
     report.parsingError = 1;
@@ -248,8 +248,8 @@ TEST(DataDescriptor, AnErrorThatIsInTheReportStays) {
     EXPECT_EQ(report.memoryError, 1);
 }
 
-// What stands between the quotes reads back as the value, whichever form was chosen.
-TEST(DataDescriptor, EveryByteSurvivesWritingAndReading) {
+// In each form, the text between the quotes reads back as the value.
+TEST(DataDescriptor, EachByte_SurvivesWritingAndReading) {
     for (int byte = 0; byte < 256; ++byte) {
         const std::string bytes = std::string("text around: \"") + static_cast<char>(byte) + "\\\\\"\"";
         const std::string written = WrittenForm(bytes);

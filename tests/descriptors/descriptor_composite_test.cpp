@@ -9,7 +9,7 @@ namespace {
 
 using DescriptorCompositeTest = RecordTest;
 
-// Notes its own end.
+// A Mortal notes its own end.
 class Mortal : public AbstractDescriptor {
 public:
     Mortal(std::string& ends, char letter) : ends(ends), letter(letter) {}
@@ -22,7 +22,7 @@ private:
 
 AbstractDescriptor* Session(unsigned long handle) { return new SessionHandleDescriptor(handle); }
 
-TEST_F(DescriptorCompositeTest, AnEmptyOneStillPrintsItsBraces) {
+TEST_F(DescriptorCompositeTest, NoChildren_CompositePrintsItsBraces) {
     EXPECT_EQ(Old<DescriptorComposite>(), "\nUnknown\n{\n}");
     EXPECT_EQ(New<DescriptorComposite>(), "Unknown{}");
     const DescriptorComposite composite;
@@ -32,7 +32,7 @@ TEST_F(DescriptorCompositeTest, AnEmptyOneStillPrintsItsBraces) {
     EXPECT_EQ(Printed(composite, 3, " "), "Unknown{} ");
 }
 
-TEST_F(DescriptorCompositeTest, EveryChildIsFollowedByItsSeparator) {
+TEST_F(DescriptorCompositeTest, OldFormat_SemicolonFollowsEachChild) {
     DescriptorComposite composite;
     UseOldFormat();
     composite.AddDescriptor(Session(0xA1));
@@ -45,7 +45,7 @@ TEST_F(DescriptorCompositeTest, EveryChildIsFollowedByItsSeparator) {
               "\n}");
 }
 
-TEST_F(DescriptorCompositeTest, EveryChildIsFollowedByABlankInTheNewFormat) {
+TEST_F(DescriptorCompositeTest, NewFormat_BlankFollowsEachChild) {
     UseNewFormat();
     DescriptorComposite composite;
     composite.AddDescriptor(Session(161));
@@ -53,7 +53,7 @@ TEST_F(DescriptorCompositeTest, EveryChildIsFollowedByABlankInTheNewFormat) {
     EXPECT_EQ(Printed(composite), "Unknown{Sesn=161 Sesn=178 }");
 }
 
-TEST_F(DescriptorCompositeTest, CompositesMayHoldComposites) {
+TEST_F(DescriptorCompositeTest, CompositeHoldsComposites_AllArePrinted) {
     for (const bool isNew : {false, true}) {
         bUseNewLogFormat.store(isNew);
         auto* inner = new DescriptorComposite;
@@ -77,7 +77,7 @@ TEST_F(DescriptorCompositeTest, CompositesMayHoldComposites) {
     }
 }
 
-TEST_F(DescriptorCompositeTest, ChildrenStayInTheOrderOfAdding) {
+TEST_F(DescriptorCompositeTest, ManyChildren_StayInTheOrderOfAdding) {
     UseNewFormat();
     DescriptorComposite composite;
     std::string expected = "Unknown{";
@@ -91,7 +91,7 @@ TEST_F(DescriptorCompositeTest, ChildrenStayInTheOrderOfAdding) {
     }
 }
 
-TEST_F(DescriptorCompositeTest, ANullChildIsIgnored) {
+TEST_F(DescriptorCompositeTest, ChildIsNull_CompositeIgnoresIt) {
     DescriptorComposite composite;
     composite.AddDescriptor(nullptr);
     EXPECT_EQ(composite.ChildCount(), 0U);
@@ -100,7 +100,7 @@ TEST_F(DescriptorCompositeTest, ANullChildIsIgnored) {
     EXPECT_EQ(composite.ChildCount(), 1U);
 }
 
-TEST_F(DescriptorCompositeTest, ItsEndIsTheEndOfItsChildrenTheLastFirst) {
+TEST_F(DescriptorCompositeTest, CompositeEnds_ChildrenEndInReverseOrder) {
     std::string ends;
     {
         DescriptorComposite composite;
@@ -118,7 +118,7 @@ TEST_F(DescriptorCompositeTest, ItsEndIsTheEndOfItsChildrenTheLastFirst) {
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
 }
 
-TEST_F(DescriptorCompositeTest, ResettingForgetsTheChildrenAlone) {
+TEST_F(DescriptorCompositeTest, ResetOfTheChildren_ForgetsThemWithoutDeletingThem) {
     std::string ends;
     DescriptorComposite composite;
     const auto first = std::make_unique<Mortal>(ends, 'a');
@@ -130,7 +130,7 @@ TEST_F(DescriptorCompositeTest, ResettingForgetsTheChildrenAlone) {
     EXPECT_EQ(composite.ChildCount(), 1U);
 }
 
-TEST_F(DescriptorCompositeTest, ItsContentIsFlushedAtItsEnd) {
+TEST_F(DescriptorCompositeTest, CompositeForAStream_IsFlushedAtTheEndOfItsContent) {
     UseNewFormat();
     DescriptorComposite composite;
     composite.AddDescriptor(Session(5));

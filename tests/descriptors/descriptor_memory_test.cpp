@@ -1,5 +1,6 @@
-// What descriptors ask of the heap and what they do without it. This program is linked with --wrap for malloc
-// and realloc, with which record texts grow, and for operator new: see the functions named __wrap_ below.
+// These tests show how much descriptors take from the heap and what they do without it. This program is
+// linked with --wrap for malloc and realloc, with which record texts grow, and for operator new: see the
+// functions named __wrap_ below.
 
 #include <gtest/gtest.h>
 
@@ -64,8 +65,8 @@ protected:
     }
 };
 
-// The bytes that a list takes from the heap while it grows to this many handles. Growing copies what the list
-// holds, so they bound the time, too.
+// Returns the bytes that a list takes from the heap while it grows to this many handles. Growing copies what
+// the list holds, so the bytes also bound the time.
 std::size_t BytesTakenByHandles(std::size_t count) {
     const std::vector<unsigned long> handles(count, 7);
     sizes.clear();
@@ -78,7 +79,7 @@ std::size_t BytesTakenByHandles(std::size_t count) {
     return std::accumulate(sizes.begin(), sizes.end(), std::size_t{0});
 }
 
-TEST_F(DescriptorMemory, ListOfChildrenDoublesWhenItIsFull) {
+TEST_F(DescriptorMemory, ListOfChildrenIsFull_RoomDoubles) {
     std::vector<AbstractDescriptor*> children;
     for (unsigned i = 0; i < 33; ++i) children.push_back(new SessionHandleDescriptor(i));
     DescriptorComposite composite;
@@ -143,7 +144,7 @@ TEST_F(DescriptorMemory, NoMemoryForARecord_NothingIsWritten) {
     AbstractDescriptor::uInstanceCount = 1;  // large
 }
 
-TEST_F(DescriptorMemory, AShortTreeNeedsNothingOfTheHeap) {
+TEST_F(DescriptorMemory, ShortTree_TakesNothingFromTheHeap) {
     isOutOfMemory = true;
     for (int i = 0; i < 1000; ++i) {
         const TreeMemory memory;
@@ -156,7 +157,7 @@ TEST_F(DescriptorMemory, AShortTreeNeedsNothingOfTheHeap) {
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
 }
 
-TEST_F(DescriptorMemory, WhatFindsNoRoomInTheTreesMemoryComesFromTheHeap) {
+TEST_F(DescriptorMemory, TreeMemoryIsFull_MemoryComesFromTheHeap) {
     const TreeMemory memory;
     isWatching = true;
     void* const large = TreeMemory::Take(TreeMemory::kSize + 1);
@@ -177,7 +178,7 @@ TEST_F(DescriptorMemory, WhatFindsNoRoomInTheTreesMemoryComesFromTheHeap) {
     isOutOfMemory = false;
 }
 
-TEST_F(DescriptorMemory, PiecesLieApartAndAreAligned) {
+TEST_F(DescriptorMemory, PiecesOfTreeMemory_LieApartAndAreAligned) {
     const TreeMemory memory;
     std::byte* const first = static_cast<std::byte*>(TreeMemory::Take(1));
     std::byte* const second = static_cast<std::byte*>(TreeMemory::Take(33));
@@ -189,7 +190,7 @@ TEST_F(DescriptorMemory, PiecesLieApartAndAreAligned) {
     EXPECT_EQ(static_cast<std::byte*>(TreeMemory::Take(1)) - third, 16);
 }
 
-TEST_F(DescriptorMemory, TheInnerMemoryIsTakenFromUntilItEnds) {
+TEST_F(DescriptorMemory, TreeMemoryIsNested_InnermostIsUsedUntilItEnds) {
     const TreeMemory outer;
     std::byte* const first = static_cast<std::byte*>(TreeMemory::Take(16));
     {

@@ -12,13 +12,13 @@ std::string Written(const DescriptorReport& report) {
     return PrintedText([&](std::FILE* stream) { report.write(stream); });
 }
 
-TEST(DescriptorReport, AFreshOneHasNoError) {
+TEST(DescriptorReport, NewReport_HasNoError) {
     const DescriptorReport report;
     EXPECT_EQ(report.errorOccurred(), 0);
     EXPECT_EQ(Written(report), "Descriptor Report\n\tNo error.");
 }
 
-TEST(DescriptorReport, CountersStandBeforeTheErrors) {
+TEST(DescriptorReport, CountersAndErrors_CountersArePrintedFirst) {
     DescriptorReport report;
     report.objectCount = 4000000001;
     report.skippedObjects = 2;
@@ -32,7 +32,7 @@ TEST(DescriptorReport, CountersStandBeforeTheErrors) {
               "\n\tSkipped objects during processing: 3\n\tParsing error.");
 }
 
-TEST(DescriptorReport, OneSkippedObjectIsEnoughForTheCounters) {
+TEST(DescriptorReport, OneObjectIsSkipped_CountersArePrinted) {
     DescriptorReport report;
     report.skippedObjects = 1;
     EXPECT_EQ(Written(report),
@@ -40,13 +40,13 @@ TEST(DescriptorReport, OneSkippedObjectIsEnoughForTheCounters) {
               "\n\tSkipped objects during processing: 0\n\tNo error.");
 }
 
-TEST(DescriptorReport, TheSecondCountOfSkippedObjectsAloneIsNotPrinted) {
+TEST(DescriptorReport, OnlyTheSecondSkippedCountIsSet_CountersAreNotPrinted) {
     DescriptorReport report;
     report.secondSkippedObjects = 7;
     EXPECT_EQ(Written(report), "Descriptor Report\n\tNo error.");
 }
 
-TEST(DescriptorReport, CountersWhoseSumWrapsToZeroAreNotPrinted) {
+TEST(DescriptorReport, SumOfTheCountersWrapsToZero_CountersAreNotPrinted) {
     DescriptorReport report;
     report.skippedObjects = 0x80000000;
     EXPECT_EQ(Written(report), "Descriptor Report\n\tNo error.");
@@ -55,7 +55,7 @@ TEST(DescriptorReport, CountersWhoseSumWrapsToZeroAreNotPrinted) {
     EXPECT_EQ(Written(report), "Descriptor Report\n\tNo error.");
 }
 
-TEST(DescriptorReport, AnAbortedOnePrintsNoCounters) {
+TEST(DescriptorReport, RunIsAborted_CountersAreNotPrinted) {
     DescriptorReport report;
     report.operationAborted = 1;
     report.objectCount = 5;
@@ -84,7 +84,7 @@ constexpr Flag kFlags[] = {
     {&DescriptorReport::parsingError, "\n\tParsing error."},
 };
 
-TEST(DescriptorReport, EveryFlagIsAnErrorWithALineOfItsOwn) {
+TEST(DescriptorReport, EachFlag_IsAnErrorWithItsOwnLine) {
     for (const Flag& flag : kFlags) {
         for (const std::uint16_t set : {std::uint16_t{1}, std::uint16_t{0x8000}}) {
             DescriptorReport report;
@@ -95,7 +95,7 @@ TEST(DescriptorReport, EveryFlagIsAnErrorWithALineOfItsOwn) {
     }
 }
 
-TEST(DescriptorReport, AllFlagsPrintInThisOrder) {
+TEST(DescriptorReport, AllFlagsAreSet_LinesStandInThisOrder) {
     DescriptorReport report;
     std::string expected = "Descriptor Report";
     for (const Flag& flag : kFlags) {
@@ -105,8 +105,8 @@ TEST(DescriptorReport, AllFlagsPrintInThisOrder) {
     EXPECT_EQ(Written(report), expected);
 }
 
-// The fields lie in the order in which tools that fill a report in place know them.
-TEST(DescriptorReport, FieldsLieInThisOrder) {
+// Tools fill a report in place and know its fields in this order.
+TEST(DescriptorReport, FieldsOfTheReport_LieInThisOrder) {
     EXPECT_EQ(offsetof(DescriptorReport, objectCount), 0u);
     EXPECT_EQ(offsetof(DescriptorReport, skippedObjects), 4u);
     EXPECT_EQ(offsetof(DescriptorReport, secondSkippedObjects), 8u);

@@ -45,25 +45,25 @@ constexpr Expected kExpected[] = {
     {27, "Pointer", "Ptr="},
 };
 
-TEST(DescriptorType, EveryTypeHasItsLabels) {
+TEST(DescriptorType, EachType_HasItsLabelInEachFormat) {
     for (const Expected& row : kExpected) {
         EXPECT_EQ(OldFormatLabel(row.type), row.oldFormat);
         EXPECT_EQ(NewFormatLabel(row.type), row.newFormat);
     }
 }
 
-TEST(DescriptorType, NoOtherNumberIsAType) {
+TEST(DescriptorType, NumberIsNoType_LabelIsUnknown) {
     for (const int number : {-1, 28, 256, INT_MIN, INT_MAX}) {
         EXPECT_EQ(OldFormatLabel(number), "Unknown");
         EXPECT_EQ(NewFormatLabel(number), "Unknown");
     }
 }
 
-TEST(DescriptorType, OldLabelsLeadBackToTheirTypes) {
+TEST(DescriptorType, OldLabel_GivesItsType) {
     for (const Expected& row : kExpected) EXPECT_EQ(GetDescriptorType(row.oldFormat), row.type);
 }
 
-TEST(DescriptorType, AnyOtherTextIsUnknown) {
+TEST(DescriptorType, TextIsNoOldLabel_GivesTypeZero) {
     for (const char* text :
          {"", "command", "COMMAND", "Command ", "Comman", "Slot=", "Sesn=", "TokenInfo=", "28"}) {
         EXPECT_EQ(GetDescriptorType(text), 0) << text;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// One entry of the error file, written at `time`.
+// Returns one entry of the error file, written at `time`.
 std::string Entry(std::time_t time, const std::string& text) {
     std::tm local{};
     localtime_r(&time, &local);
@@ -39,14 +39,14 @@ protected:
     const std::string path = file.directory.File("errors");
 };
 
-TEST_F(ErrorLogTest, AnEntryIsTheTimeAndTheText) {
+TEST_F(ErrorLogTest, Report_AppendsTheTimeAndTheText) {
     file.Write("Error = " + path + ";\n");
     ExpectReport("x");
     ExpectReport("a second text, %s and %n as they are");
     ExpectReport("");
 }
 
-TEST_F(ErrorLogTest, TheShapeOfAnEntry) {
+TEST_F(ErrorLogTest, Entry_HasTheFixedShape) {
     file.Write("Error = " + path + ";\n");
     ReportErrorInLog("x");
     const std::string text = FileText(path);
@@ -61,7 +61,7 @@ TEST_F(ErrorLogTest, TheShapeOfAnEntry) {
     }
 }
 
-TEST_F(ErrorLogTest, TheTimeIsThatOfTheZoneThatIsNamedNow) {
+TEST_F(ErrorLogTest, TimeZoneChanges_EntryShowsTheTimeOfTheNewZone) {
     file.Write("Error = " + path + ";\n");
     for (const char* zone : {"UTC", "EAST-9", "WEST11:30"}) {
         setenv("TZ", zone, 1);
@@ -70,7 +70,7 @@ TEST_F(ErrorLogTest, TheTimeIsThatOfTheZoneThatIsNamedNow) {
     }
     setenv("TZ", "UTC", 1);
     tzset();
-    setenv("TZ", "EAST-9", 1);  // not yet told to the C library
+    setenv("TZ", "EAST-9", 1);  // the C library does not know it yet
     const std::size_t before = FileText(path).size();
     const std::time_t earliest = std::time(nullptr) + 9 * 3600;
     ReportErrorInLog("x");
@@ -81,7 +81,7 @@ TEST_F(ErrorLogTest, TheTimeIsThatOfTheZoneThatIsNamedNow) {
     EXPECT_TRUE(entry == Entry(earliest, "x") || entry == Entry(latest, "x")) << entry;
 }
 
-TEST_F(ErrorLogTest, TheDefaultFileLiesInTheCurrentDirectory) {
+TEST_F(ErrorLogTest, ErrorKeyIsAbsent_EntryGoesToTheCurrentDirectory) {
     file.Write("");
     char before[4096];
     ASSERT_NE(getcwd(before, sizeof before), nullptr);
@@ -94,7 +94,7 @@ TEST_F(ErrorLogTest, TheDefaultFileLiesInTheCurrentDirectory) {
     EXPECT_TRUE(entry == Entry(earliest, "x") || entry == Entry(latest, "x")) << entry;
 }
 
-TEST_F(ErrorLogTest, AnEmptyNameOrAFileThatCannotBeOpenedIsSilence) {
+TEST_F(ErrorLogTest, NameIsEmptyOrFileCannotBeOpened_NothingIsReported) {
     file.Write("Error = ;\n");
     ReportErrorInLog("x");
     file.Write("Error = " + file.directory.Path() + ";\n");
@@ -104,7 +104,7 @@ TEST_F(ErrorLogTest, AnEmptyNameOrAFileThatCannotBeOpenedIsSilence) {
     EXPECT_EQ(FileText(file.directory.File("logerror.txt")), "");
 }
 
-TEST_F(ErrorLogTest, EveryEntryGoesWhereTheConfigurationSaysThen) {
+TEST_F(ErrorLogTest, ErrorKeyChanges_NextEntryGoesToTheNewFile) {
     file.Write("Error = " + path + ";\n");
     ReportErrorInLog("first");
     const std::string second = file.directory.File("second");
@@ -115,13 +115,13 @@ TEST_F(ErrorLogTest, EveryEntryGoesWhereTheConfigurationSaysThen) {
     EXPECT_NE(FileText(second).find("second"), std::string::npos);
 }
 
-TEST_F(ErrorLogTest, AFifoThatNobodyReadsDoesNotHang) {
+TEST_F(ErrorLogTest, ErrorFileIsAFifoWithoutAReader_ReportReturns) {
     file.Write("Error = " + path + ";\n");
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     ReportErrorInLog("x");
 }
 
-TEST_F(ErrorLogTest, TheLongestReportIsWhole) {
+TEST_F(ErrorLogTest, LongestReport_IsWrittenWhole) {
     file.Write("Error = " + path + ";\n");
     ExpectReport(std::string("Could not open capture file /").append(498, 'p').append("."));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The commands of the standard that have a name, with the name that records show. A command of the vendor has
-// the name of its function in tests/expected_functions.def, without "CA_".
+// These are the standard's commands that have a name, each with the name that records show. A command of the
+// vendor has the name of its function in tests/expected_functions.def, without "CA_".
 
 struct ExpectedCommandName {
     unsigned type;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Every name of the tables with its number, written out here on their own: not one number comes from the
-// PKCS#11 header or from the tables under test.
+// These tables hold every name with its number. They are written by hand: no number comes from the PKCS#11
+// header or from the tables under test.
 
 struct ExpectedName {
     unsigned long value;
@@ -443,7 +443,7 @@ inline constexpr ExpectedName kExpectedMechanisms[] = {
     {0x80000A03, "CKM_PRF_KDF"},
 };
 
-// In the order of the lookup.
+// The rows stand in the order of the lookup.
 inline constexpr ExpectedName kExpectedReturnValues[] = {
     {0x0, "CKR_OK"},
     {0x1, "CKR_CANCEL"},

@@ -14,13 +14,13 @@ namespace {
 constexpr std::uint32_t kValid = 0;
 constexpr std::uint32_t kInvalid = 0x710000;
 
-// A parameter of exactly that many zero bytes on the heap, so that a sanitizer sees a byte too many that is
+// The parameter has exactly that many zero bytes on the heap, and a sanitizer sees it if one byte too many is
 // read.
 class Parameter {
 public:
     explicit Parameter(std::size_t length) : bytes(new char[length]()), size(length) {}
 
-    // A parameter of unsigned longs.
+    // Makes a parameter of unsigned longs.
     Parameter(std::initializer_list<unsigned long> words) : Parameter(words.size() * sizeof(unsigned long)) {
         std::memcpy(bytes.get(), std::data(words), size);
     }
@@ -30,7 +30,7 @@ public:
         return ValidateCkMechanismParam(&mechanism).code;
     }
 
-    // The code when the parameter lies at an odd address.
+    // Returns the code for the parameter at an odd address.
     std::uint32_t UnalignedCodeFor(CK_MECHANISM_TYPE type) const {
         const std::unique_ptr<char[]> shifted(new char[size + 1]);
         std::memcpy(shifted.get() + 1, bytes.get(), size);
@@ -54,7 +54,7 @@ struct ExactLength {
     bool noneAllowed;
 };
 
-// Written out here on their own: no number comes from the PKCS#11 header or from the table under test.
+// This table is written by hand: no number comes from the PKCS#11 header or from the table under test.
 constexpr ExactLength kExactLengths[] = {
     {0x9, 40, false},        {0xD, 24, false},        {0xE, 24, false},        {0x31, 40, false},
     {0x32, 72, false},       {0x43, 24, false},       {0x44, 24, false},       {0x45, 24, false},
@@ -105,7 +105,7 @@ std::string HexName(CK_MECHANISM_TYPE mechanism) {
     return name;
 }
 
-TEST(MechanismOfExactLength, OnlyThatLengthIsValid) {
+TEST(MechanismOfExactLength, MechanismHasAnExactLength_OnlyThatLengthIsValid) {
     for (const auto& [mechanism, length, noneAllowed] : kExactLengths) {
         SCOPED_TRACE(HexName(mechanism));
         EXPECT_EQ(Parameter(length).CodeFor(mechanism), kValid);
@@ -116,14 +116,14 @@ TEST(MechanismOfExactLength, OnlyThatLengthIsValid) {
     }
 }
 
-TEST(MechanismOfExactLength, NoParameterIsValidWhereAllowed) {
+TEST(MechanismOfExactLength, NoParameter_IsValidOnlyWhereTheMechanismAllowsIt) {
     for (const auto& [mechanism, length, noneAllowed] : kExactLengths) {
         SCOPED_TRACE(HexName(mechanism));
         EXPECT_EQ(CodeWithNullPointer(mechanism, 0), noneAllowed ? kValid : kInvalid);
     }
 }
 
-TEST(MechanismOfExactLength, LengthWithoutPointerIsInvalid) {
+TEST(MechanismOfExactLength, MechanismHasAnExactLength_LengthWithoutPointerIsInvalid) {
     for (const auto& [mechanism, length, noneAllowed] : kExactLengths) {
         SCOPED_TRACE(HexName(mechanism));
         EXPECT_EQ(CodeWithNullPointer(mechanism, length), kInvalid);
@@ -132,20 +132,20 @@ TEST(MechanismOfExactLength, LengthWithoutPointerIsInvalid) {
     }
 }
 
-TEST(MechanismOfExactLength, PointerWithoutLengthIsInvalid) {
+TEST(MechanismOfExactLength, MechanismHasAnExactLength_PointerWithoutLengthIsInvalid) {
     for (const ExactLength& row : kExactLengths) {
         EXPECT_EQ(Parameter(0).CodeFor(row.mechanism), kInvalid) << HexName(row.mechanism);
     }
 }
 
-TEST(MechanismValidation, TheTestedMechanismsAreAllDifferent) {
+TEST(MechanismValidation, TestedMechanisms_AreAllDifferent) {
     std::set<CK_MECHANISM_TYPE> mechanisms;
     for (const ExactLength& row : kExactLengths) mechanisms.insert(row.mechanism);
     EXPECT_EQ(mechanisms.size(), 131u);
     EXPECT_EQ(std::size(kExactLengths), 131u);
 }
 
-TEST(MechanismValidation, DiffieHellmanTakesAnyLengthButNone) {
+TEST(MechanismValidation, ParameterOfDiffieHellman_MayHaveAnyLengthButZero) {
     EXPECT_EQ(Parameter(1).CodeFor(kDhPkcsDerive), kValid);
     EXPECT_EQ(Parameter(4096).CodeFor(kDhPkcsDerive), kValid);
     EXPECT_EQ(Parameter(0).CodeFor(kDhPkcsDerive), kInvalid);
@@ -155,7 +155,7 @@ TEST(MechanismValidation, DiffieHellmanTakesAnyLengthButNone) {
 
 class AtLeastEight : public testing::TestWithParam<CK_MECHANISM_TYPE> {};
 
-TEST_P(AtLeastEight, TakesEightAndMore) {
+TEST_P(AtLeastEight, ParameterOfRc2_NeedsEightBytesOrMore) {
     EXPECT_EQ(Parameter(7).CodeFor(GetParam()), kInvalid);
     EXPECT_EQ(Parameter(8).CodeFor(GetParam()), kValid);
     EXPECT_EQ(Parameter(9).CodeFor(GetParam()), kValid);
@@ -169,21 +169,21 @@ INSTANTIATE_TEST_SUITE_P(MechanismValidation, AtLeastEight, testing::Values(kRc2
 
 class Unchecked : public testing::TestWithParam<CK_MECHANISM_TYPE> {};
 
-TEST_P(Unchecked, TakesAnythingThatIsThere) {
+TEST_P(Unchecked, MechanismIsUnchecked_AnyParameterIsValid) {
     EXPECT_EQ(CodeWithNullPointer(GetParam(), 0), kValid);
     EXPECT_EQ(Parameter(0).CodeFor(GetParam()), kValid);
     EXPECT_EQ(Parameter(1).CodeFor(GetParam()), kValid);
     EXPECT_EQ(Parameter(4096).CodeFor(GetParam()), kValid);
 }
 
-TEST_P(Unchecked, LengthWithoutPointerIsInvalid) {
+TEST_P(Unchecked, MechanismIsUnchecked_LengthWithoutPointerIsInvalid) {
     EXPECT_EQ(CodeWithNullPointer(GetParam(), 1), kInvalid);
     EXPECT_EQ(CodeWithNullPointer(GetParam(), 16), kInvalid);
 }
 
 INSTANTIATE_TEST_SUITE_P(MechanismValidation, Unchecked, testing::Values(kDes3Ecb, kAesEcb));
 
-TEST(MechanismValidation, AnyOtherMechanismIsValidWithoutLengthOnly) {
+TEST(MechanismValidation, MechanismIsUnlisted_OnlyLengthZeroIsValid) {
     std::set<CK_MECHANISM_TYPE> listed = {kDhPkcsDerive, kRc2Ecb, kRc2Mac, kDes3Ecb, kAesEcb};
     for (const ExactLength& row : kExactLengths) listed.insert(row.mechanism);
     const Parameter none(0), one(1), eight(8), sixteen(16);
@@ -204,7 +204,7 @@ TEST(MechanismValidation, AnyOtherMechanismIsValidWithoutLengthOnly) {
     expectUnlisted(~0UL);
 }
 
-TEST(MechanismValidation, NoMechanismIsInvalid) {
+TEST(MechanismValidation, MechanismIsNull_IsInvalid) {
     EXPECT_EQ(ValidateCkMechanismParam(nullptr).code, kInvalid);
 }
 
@@ -218,7 +218,7 @@ constexpr struct {
     {0x222, 20}, {0x257, 28},      {0x252, 32},      {0x262, 48},      {0x272, 64},
 };
 
-TEST(MechanismValidation, AGeneralMacIsAtMostTheFullMac) {
+TEST(MechanismValidation, GeneralMac_IsValidUpToTheFullLength) {
     ASSERT_EQ(std::size(kGeneralMacs), 20u);
     for (const auto& [mechanism, length] : kGeneralMacs) {
         SCOPED_TRACE(HexName(mechanism));
@@ -233,7 +233,7 @@ TEST(MechanismValidation, AGeneralMacIsAtMostTheFullMac) {
     }
 }
 
-TEST(MechanismValidation, TheMacOfRc2IsAtMostEightBytes) {
+TEST(MechanismValidation, MacOfRc2_IsValidUpToEightBytes) {
     EXPECT_EQ(Parameter({~0UL, 0}).CodeFor(kRc2MacGeneral), kValid);
     EXPECT_EQ(Parameter({~0UL, 8}).CodeFor(kRc2MacGeneral), kValid);
     EXPECT_EQ(Parameter({0, 9}).CodeFor(kRc2MacGeneral), kInvalid);
@@ -242,7 +242,7 @@ TEST(MechanismValidation, TheMacOfRc2IsAtMostEightBytes) {
     EXPECT_EQ(Parameter({0, 9}).UnalignedCodeFor(kRc2MacGeneral), kInvalid);
 }
 
-TEST(MechanismValidation, TheMacOfRc5IsAtMostTwoWords) {
+TEST(MechanismValidation, MacOfRc5_IsValidUpToTwoWords) {
     EXPECT_EQ(Parameter({4, ~0UL, 8}).CodeFor(kRc5MacGeneral), kValid);
     EXPECT_EQ(Parameter({4, 0, 9}).CodeFor(kRc5MacGeneral), kInvalid);
     EXPECT_EQ(Parameter({8, ~0UL, 16}).CodeFor(kRc5MacGeneral), kValid);
@@ -256,17 +256,17 @@ TEST(MechanismValidation, TheMacOfRc5IsAtMostTwoWords) {
     EXPECT_EQ(Parameter({8, 0, 17}).UnalignedCodeFor(kRc5MacGeneral), kInvalid);
 }
 
-TEST(MechanismValidation, TwiceTheWordSizeOfRc5DoesNotWrap) {
+TEST(MechanismValidation, WordSizeOfRc5IsHuge_TwiceTheSizeDoesNotWrap) {
     EXPECT_EQ(Parameter({0x8000000000000000, 0, ~0UL}).CodeFor(kRc5MacGeneral), kValid);
     EXPECT_EQ(Parameter({0x7FFFFFFFFFFFFFFF, 0, ~0UL - 1}).CodeFor(kRc5MacGeneral), kValid);
     EXPECT_EQ(Parameter({0x7FFFFFFFFFFFFFFF, 0, ~0UL}).CodeFor(kRc5MacGeneral), kInvalid);
 }
 
-// Initialisation vector, password, password length, salt, salt length, iterations. The addresses are wild on
-// purpose: nobody may read there.
+// The parameter holds initialisation vector, password, password length, salt, salt length and iterations. The
+// addresses are invalid on purpose: the library must not read there.
 class PasswordBased : public testing::TestWithParam<CK_MECHANISM_TYPE> {};
 
-TEST_P(PasswordBased, PasswordAndSaltThatHaveALengthMustBeThere) {
+TEST_P(PasswordBased, PasswordOrSaltHasALengthAndNoAddress_ParameterIsInvalid) {
     EXPECT_EQ(Parameter({0, 0x10, 7, 0x20, 9, 1000}).CodeFor(GetParam()), kValid);
     EXPECT_EQ(Parameter({0, 0, 0, 0, 0, 0}).CodeFor(GetParam()), kValid);
     EXPECT_EQ(Parameter({0, 0x10, 0, 0x20, 0, 0}).CodeFor(GetParam()), kValid);
@@ -282,7 +282,7 @@ INSTANTIATE_TEST_SUITE_P(MechanismValidation, PasswordBased, testing::Range<CK_M
 
 class UncheckedPasswordBased : public testing::TestWithParam<CK_MECHANISM_TYPE> {};
 
-TEST_P(UncheckedPasswordBased, MayLackPasswordAndSalt) {
+TEST_P(UncheckedPasswordBased, MechanismDoesNotCheckItsContent_PasswordAndSaltMayBeMissing) {
     EXPECT_EQ(Parameter({0, 0, 1, 0, 1, 1000}).CodeFor(GetParam()), kValid);
 }
 
@@ -290,7 +290,7 @@ INSTANTIATE_TEST_SUITE_P(MechanismValidation, UncheckedPasswordBased,
                          testing::Values(0x3A0, 0x3A1, 0x3A2, 0x3A3, 0x801E, 0x801F),
                          [](const auto& test) { return HexName(test.param); });
 
-TEST(MechanismValidation, TheContentOfOtherMechanismsIsNotChecked) {
+TEST(MechanismValidation, ContentOfOtherMechanisms_IsNotChecked) {
     const std::set<CK_MECHANISM_TYPE> checked = {
         0x104, 0x124, 0x135, 0x137, 0x202, 0x212,      0x222,      0x252,      0x257,     0x262,
         0x272, 0x304, 0x314, 0x324, 0x334, 0x564,      0x1084,     0x1089,     0x3A5,     0x3A6,

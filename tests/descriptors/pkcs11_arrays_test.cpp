@@ -11,14 +11,14 @@ constexpr unsigned long kNoClass = 0xFFFFFFFFFFFFFFFF;
 
 CK_ATTRIBUTE Entry(CK_ATTRIBUTE_TYPE type, unsigned long& value) { return {type, &value, sizeof value}; }
 
-TEST(AttributeClass, AnEmptyTemplateHasNone) {
+TEST(AttributeClass, TemplateIsEmpty_ClassIsAllOnes) {
     unsigned long privateKey = 3;
     const CK_ATTRIBUTE entries[] = {Entry(CKA_CLASS, privateKey)};
     EXPECT_EQ(attributeClass(entries, 0), kNoClass);
     EXPECT_EQ(attributeClass(nullptr, 0), kNoClass);
 }
 
-TEST(AttributeClass, IsThatOfTheLastEntryWhenItIsTheOnlyOne) {
+TEST(AttributeClass, LastEntryIsTheOnlyClass_ItsClassIsFound) {
     unsigned long keyType = 0x1F, length = 32, secretKey = 0x80000201;
     const CK_ATTRIBUTE entries[] = {Entry(CKA_KEY_TYPE, keyType), Entry(CKA_VALUE_LEN, length),
                                     Entry(CKA_CLASS, secretKey)};
@@ -26,20 +26,20 @@ TEST(AttributeClass, IsThatOfTheLastEntryWhenItIsTheOnlyOne) {
     EXPECT_EQ(attributeClass(entries, 2), kNoClass);
 }
 
-TEST(AttributeClass, IsThatOfTheFirstOfTwo) {
+TEST(AttributeClass, TwoEntriesHoldAClass_FirstCounts) {
     unsigned long label = 9, publicKey = 2, privateKey = 3;
     const CK_ATTRIBUTE entries[] = {Entry(CKA_LABEL, label), Entry(CKA_CLASS, publicKey),
                                     Entry(CKA_CLASS, privateKey)};
     EXPECT_EQ(attributeClass(entries, 3), 2u);
 }
 
-TEST(AttributeClass, UsesAllSixtyFourBits) {
+TEST(AttributeClass, ClassUses64Bits_AllOfThemAreFound) {
     unsigned long wide = 0x123456789ABCDEF0;
     const CK_ATTRIBUTE entries[] = {Entry(CKA_CLASS, wide)};
     EXPECT_EQ(attributeClass(entries, 1), 0x123456789ABCDEF0u);
 }
 
-TEST(AttributeClass, MayLieAtAnyAddress) {
+TEST(AttributeClass, ClassLiesAtAnOddAddress_ClassIsFound) {
     const unsigned long privateKey = 3;
     char bytes[1 + sizeof privateKey];
     std::memcpy(bytes + 1, &privateKey, sizeof privateKey);
@@ -47,7 +47,7 @@ TEST(AttributeClass, MayLieAtAnyAddress) {
     EXPECT_EQ(attributeClass(entries, 1), 3u);
 }
 
-TEST(AttributeClass, IsNoneWhenTheEntryCannotHoldIt) {
+TEST(AttributeClass, EntryIsTooShortForAClass_ClassIsAllOnes) {
     const std::unique_ptr<char[]> sevenBytes(new char[7]());
     unsigned long privateKey = 3;
     const CK_ATTRIBUTE noValue[] = {{CKA_CLASS, nullptr, 8}, Entry(CKA_CLASS, privateKey)};
@@ -56,7 +56,7 @@ TEST(AttributeClass, IsNoneWhenTheEntryCannotHoldIt) {
     EXPECT_EQ(attributeClass(shortValue, 1), kNoClass);
 }
 
-TEST(CopyULONGArrayTo32Array, CopiesAndSaysHowMany) {
+TEST(CopyULONGArrayTo32Array, NumbersFitIn32Bits_AreCopiedAndCounted) {
     unsigned long in[] = {1, 0xFFFFFFFF, 0x80000000};
     unsigned long inCount = 3;
     unsigned int out[] = {91, 92, 93, 94};
@@ -70,7 +70,7 @@ TEST(CopyULONGArrayTo32Array, CopiesAndSaysHowMany) {
     EXPECT_EQ(out[3], 94u);
 }
 
-TEST(CopyULONGArrayTo32Array, FillsTheRoomExactly) {
+TEST(CopyULONGArrayTo32Array, RoomIsJustEnoughFor32Bits_NumbersFillIt) {
     unsigned long in[] = {11, 12};
     unsigned long inCount = 2;
     unsigned int out[] = {91, 92};
@@ -81,7 +81,7 @@ TEST(CopyULONGArrayTo32Array, FillsTheRoomExactly) {
     EXPECT_EQ(out[1], 12u);
 }
 
-TEST(CopyULONGArrayTo32Array, CopiesNothingWithoutRoom) {
+TEST(CopyULONGArrayTo32Array, RoomFor32BitsIsTooSmall_NothingIsCopied) {
     unsigned long in[] = {1, 2, 3};
     unsigned long inCount = 3;
     unsigned int out[] = {91, 92};
@@ -92,7 +92,7 @@ TEST(CopyULONGArrayTo32Array, CopiesNothingWithoutRoom) {
     EXPECT_EQ(out[1], 92u);
 }
 
-TEST(CopyULONGArrayTo32Array, ACountBeyond32BitsIsTooMany) {
+TEST(CopyULONGArrayTo32Array, CountExceeds32Bits_NothingIsCopied) {
     unsigned long in[] = {1};
     unsigned long inCount = 0x100000001;
     unsigned int out[] = {91};
@@ -101,7 +101,7 @@ TEST(CopyULONGArrayTo32Array, ACountBeyond32BitsIsTooMany) {
     EXPECT_EQ(out[0], 91u);
 }
 
-TEST(CopyULONGArrayTo32Array, StopsAtANumberThatDoesNotFit) {
+TEST(CopyULONGArrayTo32Array, NumberDoesNotFitIn32Bits_CopyEndsInFrontOfIt) {
     unsigned long in[] = {1, 0x100000000, 3};
     unsigned long inCount = 3;
     unsigned int out[] = {91, 92, 93};
@@ -113,14 +113,14 @@ TEST(CopyULONGArrayTo32Array, StopsAtANumberThatDoesNotFit) {
     EXPECT_EQ(out[2], 93u);
 }
 
-TEST(CopyULONGArrayTo32Array, CopiesNothingFromNothing) {
+TEST(CopyULONGArrayTo32Array, NoNumbersFor32Bits_NothingIsCopied) {
     unsigned long inCount = 0;
     unsigned int outCount = 5;
     EXPECT_EQ(CopyULONGArrayTo32Array(nullptr, &inCount, nullptr, &outCount), 0u);
     EXPECT_EQ(outCount, 0u);
 }
 
-TEST(Copy32ArrayToULONGArray, CopiesAndSaysHowMany) {
+TEST(Copy32ArrayToULONGArray, NumbersOf32Bits_AreCopiedAndCounted) {
     unsigned int in[] = {1, 0xFFFFFFFF};
     unsigned int inCount = 2;
     unsigned long out[] = {91, 92, 93};
@@ -133,7 +133,7 @@ TEST(Copy32ArrayToULONGArray, CopiesAndSaysHowMany) {
     EXPECT_EQ(out[2], 93u);
 }
 
-TEST(Copy32ArrayToULONGArray, FillsTheRoomExactly) {
+TEST(Copy32ArrayToULONGArray, RoomIsJustEnoughForULONGs_NumbersFillIt) {
     unsigned int in[] = {11, 12};
     unsigned int inCount = 2;
     unsigned long out[] = {91, 92};
@@ -144,7 +144,7 @@ TEST(Copy32ArrayToULONGArray, FillsTheRoomExactly) {
     EXPECT_EQ(out[1], 12u);
 }
 
-TEST(Copy32ArrayToULONGArray, CopiesNothingWithoutRoom) {
+TEST(Copy32ArrayToULONGArray, RoomForULONGsIsTooSmall_NothingIsCopied) {
     unsigned int in[] = {1, 2, 3};
     unsigned int inCount = 3;
     unsigned long out[] = {91, 92};
@@ -155,7 +155,7 @@ TEST(Copy32ArrayToULONGArray, CopiesNothingWithoutRoom) {
     EXPECT_EQ(out[1], 92u);
 }
 
-TEST(Copy32ArrayToULONGArray, CopiesNothingFromNothing) {
+TEST(Copy32ArrayToULONGArray, NoNumbersOf32Bits_NothingIsCopied) {
     unsigned int inCount = 0;
     unsigned long outCount = 5;
     EXPECT_EQ(Copy32ArrayToULONGArray(nullptr, &inCount, nullptr, &outCount), 0u);

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a function prints to a stream, as text.
+// Returns as text what a function prints to a stream.
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the tests of log records share: fixed surroundings, both formats, and every way to print.
+// The tests of log records share fixed surroundings, both formats and every way to print.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -26,7 +26,8 @@ inline std::time_t PointInTime(int year, int month, int day, int hour, int minut
     return timegm(&point);
 }
 
-// The text that a descriptor prints: into memory and to a stdio stream alike.
+// Returns the text that a descriptor prints. Printing into memory and to a stdio stream must give the same
+// text.
 inline std::string Printed(const AbstractDescriptor& descriptor, int indent = 0,
                            const char* suffix = nullptr) {
     RecordText inMemory;
@@ -37,8 +38,8 @@ inline std::string Printed(const AbstractDescriptor& descriptor, int indent = 0,
     return text;
 }
 
-// The pieces in which a descriptor's text reaches the system when it is printed to a stdio stream; what is
-// left in the stream at the end comes last.
+// Returns the pieces in which a descriptor's text reaches the system when it is printed to a stdio stream.
+// The last piece is the text that is left in the stream at the end.
 inline std::vector<std::string> FlushedPieces(const AbstractDescriptor& descriptor) {
     std::vector<std::string> pieces;
     cookie_io_functions_t functions{};
@@ -58,7 +59,7 @@ inline std::vector<std::string> FlushedPieces(const AbstractDescriptor& descript
 inline void UseOldFormat() { bUseNewLogFormat.store(0); }
 inline void UseNewFormat() { bUseNewLogFormat.store(1); }
 
-// The text of a descriptor that is made and printed in one format.
+// Makes a descriptor, prints it in one format and returns the text.
 template <class Descriptor, class... Arguments>
 std::string Old(Arguments... arguments) {
     UseOldFormat();
@@ -70,7 +71,7 @@ std::string New(Arguments... arguments) {
     return Printed(Descriptor(arguments...));
 }
 
-// Fixes what a record says of its surroundings: 10:15:30 on Sun Nov 15 2026, process 1234, thread 567.
+// Fixes the surroundings of a record: 10:15:30 on Sun Nov 15 2026, process 1234, thread 567.
 class RecordTest : public testing::Test {
 protected:
     RecordTest() {
@@ -85,7 +86,7 @@ protected:
         AbstractDescriptor::uInstanceCount = 0;
     }
     ~RecordTest() override {
-        // Whatever a test has made is gone with it.
+        // The descriptors that a test has made must be gone with it.
         EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
         AbstractDescriptor::uInstanceCount = 0;
         recordEnvironment = realEnvironment;

@@ -13,8 +13,7 @@ constexpr unsigned long kWide =
 
 const void* Address(unsigned long address) { return reinterpret_cast<const void*>(address); }
 
-// ---- Every number in every format
-// ---------------------------------------------------------------------------
+// ---- Each number in each format ---------------------------------------------------------------------------
 
 struct Row {
     unsigned long value;
@@ -50,7 +49,7 @@ constexpr Row kULongTable[] = {
     {ULONG_MAX, kDecimal, "(18446744073709551615)", "18446744073709551615"},
 };
 
-TEST_F(ScalarDescriptorTest, AULongPrintsInItsFormat) {
+TEST_F(ScalarDescriptorTest, ULongWithAFormat_PrintsInThatFormat) {
     for (const Row& row : kULongTable) {
         EXPECT_EQ(Old<ULongDescriptor>(row.value, nullptr, row.format), std::string("\nULong") + row.oldText);
         EXPECT_EQ(New<ULongDescriptor>(row.value, nullptr, row.format), row.newText);
@@ -59,7 +58,7 @@ TEST_F(ScalarDescriptorTest, AULongPrintsInItsFormat) {
     }
 }
 
-TEST_F(ScalarDescriptorTest, TheDefaultFormatIsTheOneWithoutAFormat) {
+TEST_F(ScalarDescriptorTest, ULongWithoutAFormat_PrintsInTheDefaultFormat) {
     for (const Row& row : kULongTable) {
         if (row.format != kDefaultFormat) continue;
         EXPECT_EQ(Old<ULongDescriptor>(row.value), std::string("\nULong") + row.oldText);
@@ -75,7 +74,7 @@ TEST_F(ScalarDescriptorTest, TheDefaultFormatIsTheOneWithoutAFormat) {
     }
 }
 
-TEST_F(ScalarDescriptorTest, TheDefaultFormatIsChosenWhenTheDescriptorIsMade) {
+TEST_F(ScalarDescriptorTest, LogFormatChangesAfterwards_DefaultFormatOfANumberStays) {
     UseOldFormat();
     const ULongDescriptor madeInOld(255, "n=");
     UseNewFormat();
@@ -85,7 +84,7 @@ TEST_F(ScalarDescriptorTest, TheDefaultFormatIsChosenWhenTheDescriptorIsMade) {
     EXPECT_EQ(Printed(madeInNew), "\nULong(255)");
 }
 
-TEST_F(ScalarDescriptorTest, AnAddressIsAlwaysHexadecimalAndItsNameNeverShown) {
+TEST_F(ScalarDescriptorTest, Address_IsAlwaysHexadecimalAndShowsNoName) {
     for (const char* name : {static_cast<const char*>(nullptr), "pInfo="}) {
         EXPECT_EQ(Old<PtrDescriptor>(Address(0x7FFF1000), name), "\nPointer(0x7fff1000)");
         EXPECT_EQ(New<PtrDescriptor>(Address(0x7FFF1000), name), "Ptr=0x7fff1000");
@@ -115,7 +114,7 @@ constexpr ShortRow kUShortTable[] = {
     {ULONG_MAX, "(0xffffffff)", "-1"},
 };
 
-TEST_F(ScalarDescriptorTest, AUShortIsSignedInTheNewFormat) {
+TEST_F(ScalarDescriptorTest, UShortInNewFormat_IsSigned) {
     for (const ShortRow& row : kUShortTable) {
         EXPECT_EQ(Old<UShortDescriptor>(row.value), std::string("\nUShort") + row.oldText);
         EXPECT_EQ(New<UShortDescriptor>(row.value), row.newText);
@@ -129,7 +128,7 @@ TEST_F(ScalarDescriptorTest, AUShortIsSignedInTheNewFormat) {
     }
 }
 
-TEST_F(ScalarDescriptorTest, AByteIsHexadecimalAndHasNoType) {
+TEST_F(ScalarDescriptorTest, Byte_IsHexadecimalAndHasNoType) {
     const auto byte = [](int value) { return static_cast<unsigned char>(value); };
     EXPECT_EQ(Old<ByteDescriptor>(byte(0)), "\nUnknown0x0");
     EXPECT_EQ(New<ByteDescriptor>(byte(0)), "Unknown0x0");
@@ -137,7 +136,7 @@ TEST_F(ScalarDescriptorTest, AByteIsHexadecimalAndHasNoType) {
     EXPECT_EQ(New<ByteDescriptor>(byte(0xFF), "n="), "Unknown0xff");
 }
 
-TEST_F(ScalarDescriptorTest, ABooleanIsTrueUnlessZero) {
+TEST_F(ScalarDescriptorTest, Boolean_IsTrueUnlessItIsZero) {
     for (int value = 0; value < 256; ++value) {
         const auto byte = static_cast<unsigned char>(value);
         const std::string text = value != 0 ? "true" : "false";
@@ -147,7 +146,7 @@ TEST_F(ScalarDescriptorTest, ABooleanIsTrueUnlessZero) {
     }
 }
 
-TEST_F(ScalarDescriptorTest, AValueMayBeReplaced) {
+TEST_F(ScalarDescriptorTest, ValueIsReplaced_NewValueIsPrinted) {
     UseNewFormat();
     SessionHandleDescriptor session(5);
     session.SetValue(6);
@@ -163,7 +162,7 @@ TEST_F(ScalarDescriptorTest, AValueMayBeReplaced) {
     EXPECT_EQ(Printed(byte), "Unknown0x7");
 }
 
-TEST_F(ScalarDescriptorTest, EveryTypeHasItsNumber) {
+TEST_F(ScalarDescriptorTest, EachDescriptor_HasTheNumberOfItsType) {
     EXPECT_EQ(ULongDescriptor(0).Type(), 22);
     EXPECT_EQ(SlotIDDescriptor(0).Type(), 5);
     EXPECT_EQ(ObjectHandleDescriptor(0).Type(), 6);
@@ -178,7 +177,7 @@ TEST_F(ScalarDescriptorTest, EveryTypeHasItsNumber) {
     EXPECT_EQ(ByteBooleanDescriptor(0).Type(), 11);
 }
 
-TEST_F(ScalarDescriptorTest, EveryValueIsFlushed) {
+TEST_F(ScalarDescriptorTest, NumberForAStream_IsFlushed) {
     for (const bool isNew : {false, true}) {
         bUseNewLogFormat.store(isNew);
         const ULongDescriptor number(5);

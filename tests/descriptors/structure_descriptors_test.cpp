@@ -1,4 +1,4 @@
-// Descriptors of PKCS#11 structures and lists: every field of a fixture has a value of its own.
+// These tests show descriptors of PKCS#11 structures and lists. Each field of a fixture has its own value.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -20,7 +20,7 @@ using StructureDescriptorTest = RecordTest;
 
 constexpr unsigned long kWide = 0x1234567880000001;  // its low 32 bits are -2147483647 with a sign
 
-// Whether an attribute's value is shown.
+// These values say whether the value of an attribute is shown.
 constexpr unsigned char kWithValue = 1;
 constexpr unsigned char kWithoutValue = 0;
 
@@ -29,7 +29,7 @@ void Fill(Character (&field)[size], const std::string& text) {
     for (std::size_t i = 0; i < size; ++i) field[i] = static_cast<Character>(i < text.size() ? text[i] : ' ');
 }
 
-// A field's text with the blanks that fill it up.
+// Returns the text of a field with the blanks that fill it up.
 std::string Padded(std::string text, std::size_t size) {
     text.resize(size, ' ');
     return text;
@@ -40,8 +40,7 @@ Element* Nowhere() {
     return reinterpret_cast<Element*>(16);
 }
 
-// ---- Attributes
-// ---------------------------------------------------------------------------------------------
+// ---- Attributes -------------------------------------------------------------------------------------------
 
 class AttributeDescriptorTest : public RecordTest {
 protected:
@@ -52,7 +51,7 @@ protected:
                                   {0x12345678, nullptr, 0}};
 };
 
-TEST_F(AttributeDescriptorTest, ItsNameAndItsValue) {
+TEST_F(AttributeDescriptorTest, Attribute_ShowsItsNameAndItsValue) {
     EXPECT_EQ(Old<AttributeDescriptor>(&attributes[0], kWithValue),
               "\nAttribute(CKA_CLASS,Value(Numeric\"0300000000000000\"))");
     EXPECT_EQ(New<AttributeDescriptor>(&attributes[0], kWithValue), "CKA_CLASS=\"0300000000000000\"");
@@ -61,34 +60,34 @@ TEST_F(AttributeDescriptorTest, ItsNameAndItsValue) {
     EXPECT_EQ(New<AttributeDescriptor>(&attributes[1], kWithValue), "CKA_LABEL=\"my key\"");
 }
 
-TEST_F(AttributeDescriptorTest, AnUnknownTypeAndNoValue) {
+TEST_F(AttributeDescriptorTest, AttributeIsUnknownAndHasNoValue_TextShowsTheUnknownNameAndNoValue) {
     EXPECT_EQ(Old<AttributeDescriptor>(&attributes[2], kWithValue),
               "\nAttribute(CKA_XXX,Value(SimpleText\"<null>\"))");
     EXPECT_EQ(New<AttributeDescriptor>(&attributes[2], kWithValue), "CKA_XXX=\"<null>\"");
 }
 
-TEST_F(AttributeDescriptorTest, TheValueMayBeLeftOut) {
+TEST_F(AttributeDescriptorTest, ValueOfAnAttributeIsLeftOut_OnlyItsNameIsShown) {
     EXPECT_EQ(Old<AttributeDescriptor>(&attributes[0], kWithoutValue), "\nAttribute(CKA_CLASS)");
     EXPECT_EQ(New<AttributeDescriptor>(&attributes[0], kWithoutValue), "CKA_CLASS");
     EXPECT_EQ(New<AttributeDescriptor>(&attributes[1], static_cast<unsigned char>(255)),
               "CKA_LABEL=\"my key\"");
 }
 
-TEST_F(AttributeDescriptorTest, AnUnavailableValueIsSixteenF) {
+TEST_F(AttributeDescriptorTest, ValueOfAnAttributeIsUnavailable_TextShowsSixteenF) {
     attributes[1].ulValueLen = CK_UNAVAILABLE_INFORMATION;
     EXPECT_EQ(Old<AttributeDescriptor>(&attributes[1], kWithValue),
               "\nAttribute(CKA_LABEL,Value(Numeric\"ffffffffffffffff\"))");
     EXPECT_EQ(New<AttributeDescriptor>(&attributes[1], kWithValue), "CKA_LABEL=\"ffffffffffffffff\"");
 }
 
-TEST_F(AttributeDescriptorTest, NullHasTypeZeroAndNoValue) {
+TEST_F(AttributeDescriptorTest, AttributeIsNull_TypeIsZeroAndNoValueIsShown) {
     EXPECT_EQ(New<AttributeDescriptor>(nullptr, kWithValue), "CKA_CLASS=\"<null>\"");
     EXPECT_EQ(Old<AttributeDescriptor>(nullptr, kWithValue),
               "\nAttribute(CKA_CLASS,Value(SimpleText\"<null>\"))");
     EXPECT_EQ(New<AttributeDescriptor>(Nowhere<CK_ATTRIBUTE>(), kWithValue), "CKA_CLASS=\"<null>\"");
 }
 
-TEST_F(AttributeDescriptorTest, CountsAsTwoWithItsValue) {
+TEST_F(AttributeDescriptorTest, Attribute_CountsAsTwoDescriptorsWithItsValue) {
     {
         const AttributeDescriptor attribute(&attributes[0], kWithoutValue);
         EXPECT_EQ(AbstractDescriptor::uInstanceCount, 2U);
@@ -97,7 +96,7 @@ TEST_F(AttributeDescriptorTest, CountsAsTwoWithItsValue) {
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
 }
 
-TEST_F(AttributeDescriptorTest, HoldsACopy) {
+TEST_F(AttributeDescriptorTest, CallerChangesTheAttribute_DescriptorStays) {
     UseNewFormat();
     const AttributeDescriptor attribute(&attributes[1], kWithValue);
     label[0] = 'X';
@@ -105,7 +104,7 @@ TEST_F(AttributeDescriptorTest, HoldsACopy) {
     EXPECT_EQ(Printed(attribute), "CKA_LABEL=\"my key\"");
 }
 
-TEST_F(AttributeDescriptorTest, AListHoldsEveryEntry) {
+TEST_F(AttributeDescriptorTest, Template_ShowsEveryEntry) {
     EXPECT_EQ(Old<AttributeListDescriptor>(attributes, 3U, kWithValue),
               "\nAttributeList"
               "\n{"
@@ -117,30 +116,29 @@ TEST_F(AttributeDescriptorTest, AListHoldsEveryEntry) {
               "AttrList={CKA_CLASS=\"0300000000000000\" CKA_LABEL=\"my key\" CKA_XXX=\"<null>\" }");
 }
 
-TEST_F(AttributeDescriptorTest, AListMayLeaveAllValuesOut) {
+TEST_F(AttributeDescriptorTest, ValuesOfATemplateAreLeftOut_OnlyNamesAreShown) {
     EXPECT_EQ(Old<AttributeListDescriptor>(attributes, 2U, kWithoutValue),
               "\nAttributeList\n{\n   Attribute(CKA_CLASS);\n   Attribute(CKA_LABEL);\n}");
     EXPECT_EQ(New<AttributeListDescriptor>(attributes, 2U, kWithoutValue), "AttrList={CKA_CLASS CKA_LABEL }");
 }
 
-TEST_F(AttributeDescriptorTest, NoArrayOrNoCountIsAnEmptyList) {
+TEST_F(AttributeDescriptorTest, TemplateHasNoArrayOrNoCount_ListIsEmpty) {
     EXPECT_EQ(Old<AttributeListDescriptor>(nullptr, 3U, kWithValue), "\nAttributeList\n{\n}");
     EXPECT_EQ(New<AttributeListDescriptor>(nullptr, 3U, kWithValue), "AttrList={}");
     EXPECT_EQ(New<AttributeListDescriptor>(attributes, 0U, kWithValue), "AttrList={}");
     EXPECT_EQ(New<AttributeListDescriptor>(Nowhere<CK_ATTRIBUTE>(), ULONG_MAX, kWithValue), "AttrList={}");
 }
 
-// ---- Mechanisms
-// ---------------------------------------------------------------------------------------------
+// ---- Mechanisms -------------------------------------------------------------------------------------------
 
-TEST_F(StructureDescriptorTest, AMechanismHasItsNameAndItsParameter) {
+TEST_F(StructureDescriptorTest, Mechanism_ShowsItsNameAndItsParameter) {
     unsigned char vector[] = {0x00, 0x11, 0xEE, 0xFF};
     CK_MECHANISM mechanism = {CKM_AES_CBC, vector, sizeof vector};
     EXPECT_EQ(Old<MechanismDescriptor>(&mechanism), "\nMechanismCKM_AES_CBC,Value(Numeric\"0011eeff\"))");
     EXPECT_EQ(New<MechanismDescriptor>(&mechanism), "Mech=(CKM_AES_CBC,\"0011eeff\")");
 }
 
-TEST_F(StructureDescriptorTest, AMechanismWithoutParameterSaysSo) {
+TEST_F(StructureDescriptorTest, MechanismHasNoParameter_TextShowsNoValue) {
     CK_MECHANISM mechanism = {CKM_RSA_PKCS, nullptr, 0};
     EXPECT_EQ(Old<MechanismDescriptor>(&mechanism), "\nMechanismCKM_RSA_PKCS,Value(SimpleText\"<null>\"))");
     EXPECT_EQ(New<MechanismDescriptor>(&mechanism), "Mech=(CKM_RSA_PKCS,\"<null>\")");
@@ -148,7 +146,7 @@ TEST_F(StructureDescriptorTest, AMechanismWithoutParameterSaysSo) {
     EXPECT_EQ(New<MechanismDescriptor>(&mechanism), "Mech=(Unknown Mechanism Type,\"<null>\")");
 }
 
-TEST_F(StructureDescriptorTest, ANullMechanismHasTypeZero) {
+TEST_F(StructureDescriptorTest, MechanismIsNull_TypeIsZero) {
     EXPECT_EQ(New<MechanismDescriptor>(nullptr), "Mech=(CKM_RSA_PKCS_KEY_PAIR_GEN,\"<null>\")");
     EXPECT_EQ(Old<MechanismDescriptor>(nullptr),
               "\nMechanismCKM_RSA_PKCS_KEY_PAIR_GEN,Value(SimpleText\"<null>\"))");
@@ -156,7 +154,7 @@ TEST_F(StructureDescriptorTest, ANullMechanismHasTypeZero) {
               "Mech=(CKM_RSA_PKCS_KEY_PAIR_GEN,\"<null>\")");
 }
 
-TEST_F(StructureDescriptorTest, AMechanismIsFlushedAtItsEnd) {
+TEST_F(StructureDescriptorTest, MechanismForAStream_IsFlushedAtItsEnd) {
     CK_MECHANISM mechanism = {CKM_RSA_PKCS, nullptr, 0};
     UseNewFormat();
     EXPECT_EQ(FlushedPieces(MechanismDescriptor(&mechanism)),
@@ -167,13 +165,13 @@ TEST_F(StructureDescriptorTest, AMechanismIsFlushedAtItsEnd) {
         (std::vector<std::string>{"\nMechanismCKM_RSA_PKCS,Value", "(SimpleText\"<null>\"))", "(end)"}));
 }
 
-TEST_F(StructureDescriptorTest, AMechanismCountsAsTwoWithItsParameter) {
+TEST_F(StructureDescriptorTest, Mechanism_CountsAsTwoDescriptorsWithItsParameter) {
     const MechanismDescriptor mechanism(nullptr);
     EXPECT_EQ(AbstractDescriptor::uInstanceCount, 2U);
     EXPECT_EQ(mechanism.Type(), 15);
 }
 
-TEST_F(StructureDescriptorTest, MechanismInfoIsTheSameInBothFormats) {
+TEST_F(StructureDescriptorTest, MechanismInfo_HasTheSameValuesInBothFormats) {
     const CK_MECHANISM_INFO info = {512, kWide, 0xAB00000123};
     EXPECT_EQ(Old<MechInfoDescriptor>(&info), "\nMechanismInfo(512,1311768467015204865,0x123)");
     EXPECT_EQ(New<MechInfoDescriptor>(&info), "MechInfo=(512,1311768467015204865,0x123)");
@@ -182,10 +180,9 @@ TEST_F(StructureDescriptorTest, MechanismInfoIsTheSameInBothFormats) {
     EXPECT_EQ(MechInfoDescriptor(nullptr).Type(), 16);
 }
 
-// ---- Structures of the library, its slots, tokens and sessions
-// -----------------------------------------------
+// ---- Structures of the library, its slots, tokens and sessions --------------------------------------------
 
-TEST_F(StructureDescriptorTest, SessionInfo) {
+TEST_F(StructureDescriptorTest, SessionInfo_ShowsItsFourFields) {
     const CK_SESSION_INFO info = {11, 3, 6, 0x77};
     EXPECT_EQ(Old<SessionInfoDescriptor>(&info), "\nSessionInfo(0xb,0x3,0x6,0x77)");
     EXPECT_EQ(New<SessionInfoDescriptor>(&info), "SesInfo=(11,3,0x6,0x77)");
@@ -198,7 +195,7 @@ TEST_F(StructureDescriptorTest, SessionInfo) {
     EXPECT_EQ(SessionInfoDescriptor(nullptr).Type(), 17);
 }
 
-TEST_F(StructureDescriptorTest, LibraryInfo) {
+TEST_F(StructureDescriptorTest, LibraryInfo_ShowsVersionMakerAndFlags) {
     CK_INFO info{};
     info.cryptokiVersion = {2, 20};
     Fill(info.manufacturerID, "a maker");
@@ -221,7 +218,7 @@ TEST_F(StructureDescriptorTest, LibraryInfo) {
     EXPECT_EQ(New<InfoDescriptor>(Nowhere<CK_INFO>()), "Info={}");
 }
 
-TEST_F(StructureDescriptorTest, SlotInfo) {
+TEST_F(StructureDescriptorTest, SlotInfo_ShowsDescriptionMakerAndFlags) {
     CK_SLOT_INFO info{};
     Fill(info.slotDescription, "a slot");
     Fill(info.manufacturerID, "its maker");
@@ -246,7 +243,7 @@ TEST_F(StructureDescriptorTest, SlotInfo) {
     EXPECT_EQ(New<SlotInfoDescriptor>(Nowhere<CK_SLOT_INFO>()), "SlotInfo={}");
 }
 
-TEST_F(StructureDescriptorTest, TokenInfo) {
+TEST_F(StructureDescriptorTest, TokenInfo_ShowsItsTextsFlagsAndNumbers) {
     CK_TOKEN_INFO info{};
     Fill(info.label, "a token");
     Fill(info.manufacturerID, "its maker");
@@ -304,25 +301,24 @@ TEST_F(StructureDescriptorTest, TokenInfo) {
     EXPECT_EQ(New<TokenInfoDescriptor>(Nowhere<CK_TOKEN_INFO>()), "TokenInfo={}");
 }
 
-TEST_F(StructureDescriptorTest, FieldsAreNotCutAtZeros) {
+TEST_F(StructureDescriptorTest, FieldHoldsZeros_TextShowsAllOfIt) {
     CK_TOKEN_INFO info{};
     Fill(info.label, std::string("ab\0cd", 5));
     const std::string text = New<TokenInfoDescriptor>(&info);
     const std::string label = "ab\\0cd" + std::string(27, ' ');
     EXPECT_TRUE(text.starts_with("TokenInfo={\"" + label + "\" ")) << text;
-    EXPECT_NE(text.find("\"" + std::string(64, '0') + "\""), std::string::npos);  // the maker, all zeros
+    EXPECT_NE(text.find("\"" + std::string(64, '0') + "\""), std::string::npos);  // the maker is all zeros
 }
 
-TEST_F(StructureDescriptorTest, InfoTypesAreTheirOwn) {
+TEST_F(StructureDescriptorTest, InfoDescriptors_HaveTheNumbersOfTheirTypes) {
     EXPECT_EQ(InfoDescriptor(nullptr).Type(), 20);
     EXPECT_EQ(SlotInfoDescriptor(nullptr).Type(), 19);
     EXPECT_EQ(TokenInfoDescriptor(nullptr).Type(), 18);
 }
 
-// ---- Lists
-// --------------------------------------------------------------------------------------------------
+// ---- Lists ------------------------------------------------------------------------------------------------
 
-TEST_F(StructureDescriptorTest, ListsKeepTheOrderOfTheirArrays) {
+TEST_F(StructureDescriptorTest, Lists_KeepTheOrderOfTheirArrays) {
     const unsigned long numbers[] = {1, 3, 0x80000001, 2};
     EXPECT_EQ(
         Old<SlotIDListDescriptor>(numbers, 4U),
@@ -339,7 +335,7 @@ TEST_F(StructureDescriptorTest, ListsKeepTheOrderOfTheirArrays) {
     EXPECT_EQ(ObjectHandleListDescriptor(nullptr, 0).Type(), 23);
 }
 
-TEST_F(StructureDescriptorTest, NoArrayOrNoCountIsAnEmptyList) {
+TEST_F(StructureDescriptorTest, ListHasNoArrayOrNoCount_ListIsEmpty) {
     const unsigned long number = 1;
     EXPECT_EQ(New<SlotIDListDescriptor>(nullptr, 5U), "SlotLst={}");
     EXPECT_EQ(New<MechTypeListDescriptor>(nullptr, 5U), "MechTypeLst={}");
@@ -349,7 +345,7 @@ TEST_F(StructureDescriptorTest, NoArrayOrNoCountIsAnEmptyList) {
     EXPECT_EQ(Old<ObjectHandleListDescriptor>(&number, 0U), "\nObjectHandleList\n{\n}");
 }
 
-TEST_F(StructureDescriptorTest, AListEndsWhereItsArrayCannotBeReadOn) {
+TEST_F(StructureDescriptorTest, ArrayCannotBeReadToItsEnd_ListShowsThePartInFront) {
     const std::size_t pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     char* const pages = static_cast<char*>(
         mmap(nullptr, 2 * pageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
@@ -373,10 +369,9 @@ TEST_F(StructureDescriptorTest, AListEndsWhereItsArrayCannotBeReadOn) {
     munmap(pages, 2 * pageSize);
 }
 
-// ---- Groups
-// -------------------------------------------------------------------------------------------------
+// ---- Groups -----------------------------------------------------------------------------------------------
 
-TEST_F(StructureDescriptorTest, MofNStatusIsItsFiveWords) {
+TEST_F(StructureDescriptorTest, MofNStatus_ShowsItsFiveWords) {
     const CA_M_OF_N_STATUS status = {{1, 22, 333, 4444, kWide}};
     EXPECT_EQ(Old<MofNStatusInfoDescriptor>(&status),
               "\nMofNStatusInfo\n{\n   ULong(0x1);\n   ULong(0x16);\n   ULong(0x14d);\n   ULong(0x115c);"
@@ -399,7 +394,7 @@ CK_HA_STATUS Group(unsigned long size) {
     return status;
 }
 
-TEST_F(StructureDescriptorTest, AMemberIsItsSerialAndItsStatus) {
+TEST_F(StructureDescriptorTest, MemberOfAGroup_ShowsSerialAndStatus) {
     const CK_HA_STATUS status = Group(1);
     EXPECT_EQ(Old<HAMemberDescriptor>(&status.memberList[2]),
               "\nHAMember\n{\n   ByteString(SimpleText\"<null>\");\n   UShort(0x32);\n}");
@@ -408,7 +403,7 @@ TEST_F(StructureDescriptorTest, AMemberIsItsSerialAndItsStatus) {
     EXPECT_EQ(HAMemberDescriptor(nullptr).Type(), 25);
 }
 
-TEST_F(StructureDescriptorTest, AGroupIsItsSerialItsMembersAndTheirNumber) {
+TEST_F(StructureDescriptorTest, Group_ShowsSerialMembersAndTheirNumber) {
     const CK_HA_STATUS two = Group(2);
     EXPECT_EQ(Old<HAStatusDescriptor>(&two),
               "\nHAStatus"
@@ -434,13 +429,13 @@ TEST_F(StructureDescriptorTest, AGroupIsItsSerialItsMembersAndTheirNumber) {
     EXPECT_EQ(HAStatusDescriptor(nullptr).Type(), 26);
 }
 
-TEST_F(StructureDescriptorTest, AnEmptyGroupHasTwoChildren) {
+TEST_F(StructureDescriptorTest, GroupIsEmpty_ShowsSerialAndNumber) {
     const CK_HA_STATUS none = Group(0);
     EXPECT_EQ(HAStatusDescriptor(&none).ChildCount(), 2U);
     EXPECT_EQ(New<HAStatusDescriptor>(&none), "HAStatus{group-7\"<null>\" 0 }");
 }
 
-TEST_F(StructureDescriptorTest, AGroupHasNoMoreMembersThanItsStructure) {
+TEST_F(StructureDescriptorTest, CountOfMembersIsTooLarge_GroupShowsNoMoreThanItsStructureHolds) {
     const CK_HA_STATUS full = Group(32);
     EXPECT_EQ(HAStatusDescriptor(&full).ChildCount(), 34U);
     const CK_HA_STATUS wild = Group(ULONG_MAX);
@@ -449,7 +444,7 @@ TEST_F(StructureDescriptorTest, AGroupHasNoMoreMembersThanItsStructure) {
     EXPECT_EQ(text.substr(text.find("HAMember{member-31")), "HAMember{member-31\"<null>\" 79 } -1 }");
 }
 
-TEST_F(StructureDescriptorTest, ASerialThatFillsItsFieldEndsWithIt) {
+TEST_F(StructureDescriptorTest, SerialFillsItsField_TextEndsWithTheField) {
     CK_HA_STATUS status = Group(0);
     std::memcpy(status.groupSerial, "0123456789abcdefghijklmn", 24);
     std::memcpy(status.memberList[0].memberSerial, "ABCDEFGHIJKLMNOPQRSTUVWX", 24);

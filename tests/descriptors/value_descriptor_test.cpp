@@ -35,10 +35,9 @@ std::string NewValue(const std::string& bytes, const char* name = nullptr) {
     return Printed(Descriptor(bytes.data(), bytes.size(), name));
 }
 
-// ---- Names of formats
-// ---------------------------------------------------------------------------------------
+// ---- Names of formats -------------------------------------------------------------------------------------
 
-TEST(ValueFormatNames, LeadThereAndBack) {
+TEST(ValueFormatNames, NameOfAForm_GivesItsNumberBack) {
     EXPECT_EQ(GetValueFormat(ValueFormat{1}), "Numeric");
     EXPECT_EQ(GetValueFormat(ValueFormat{2}), "SimpleText");
     EXPECT_EQ(GetValueFormat(ValueFormat{3}), "RichText");
@@ -52,17 +51,16 @@ TEST(ValueFormatNames, LeadThereAndBack) {
         EXPECT_EQ(GetValueFormat(name), 0);
 }
 
-// ---- The choice of the format
-// -------------------------------------------------------------------------------
+// ---- The choice of the format -----------------------------------------------------------------------------
 
-TEST_F(ValueDescriptorTest, EveryByteAloneHasItsFormat) {
+TEST_F(ValueDescriptorTest, ValueIsOneByte_ByteDecidesTheForm) {
     for (int byte = 0; byte < 256; ++byte) {
         const ValueFormat expected = byte >= 32 && byte <= 126 ? kSimpleText : kNumeric;
         EXPECT_EQ(FormatOf(std::string(1, static_cast<char>(byte))), expected) << byte;
     }
 }
 
-TEST_F(ValueDescriptorTest, ControlBytesMakeRichTextWhileTheyAreTheFewer) {
+TEST_F(ValueDescriptorTest, ControlBytesAreTheFewer_ValueIsRichText) {
     EXPECT_EQ(FormatOf(""), kSimpleText);
     EXPECT_EQ(FormatOf("abc"), kSimpleText);
     EXPECT_EQ(FormatOf("ab\n"), kRichText);
@@ -78,27 +76,26 @@ TEST_F(ValueDescriptorTest, ControlBytesMakeRichTextWhileTheyAreTheFewer) {
     }
 }
 
-TEST_F(ValueDescriptorTest, OneByteAboveTextMakesAllOfItNumeric) {
+TEST_F(ValueDescriptorTest, OneByteIsNoText_WholeValueIsNumeric) {
     EXPECT_EQ(FormatOf("a text of many characters\x7F"), kNumeric);
     EXPECT_EQ(FormatOf("\x80 a text of many characters"), kNumeric);
     EXPECT_EQ(FormatOf("a text\xFFof many\ncharacters"), kNumeric);
     EXPECT_EQ(FormatOf("a text of many characters~"), kSimpleText);
 }
 
-// ---- The three forms
-// ----------------------------------------------------------------------------------------
+// ---- The three forms --------------------------------------------------------------------------------------
 
-TEST_F(ValueDescriptorTest, SimpleTextIsEveryByteAsItIs) {
+TEST_F(ValueDescriptorTest, SimpleText_ShowsEachByteAsItIs) {
     EXPECT_EQ(PrintedAs("abc", kSimpleText), "\"abc\"");
     EXPECT_EQ(PrintedAs("a\"b\\c\n\0\xFF"s, kSimpleText), "\"a\"b\\c\n\0\xFF\""s);
     EXPECT_EQ(PrintedAs("abc", static_cast<ValueFormat>(0)), "\"abc\"");
 }
 
-TEST_F(ValueDescriptorTest, NumericTextIsTwoDigitsAByte) {
+TEST_F(ValueDescriptorTest, NumericText_ShowsTwoDigitsForEachByte) {
     EXPECT_EQ(PrintedAs("\0A\x9f\xF0"s, kNumeric), "\"00419ff0\"");
 }
 
-TEST_F(ValueDescriptorTest, RichTextEscapesControlBytesBackslashesAndQuotes) {
+TEST_F(ValueDescriptorTest, RichText_EscapesControlBytesBackslashesAndQuotes) {
     EXPECT_EQ(PrintedAs("ab\n", kRichText), "\"ab\\a\"");
     EXPECT_EQ(PrintedAs("a\"b\\c", kRichText), "\"a\"\"b\\\\c\"");
     const std::string escapes = "0123456789abcdefghijklmnopqrstuv";
@@ -111,16 +108,15 @@ TEST_F(ValueDescriptorTest, RichTextEscapesControlBytesBackslashesAndQuotes) {
     }
 }
 
-TEST_F(ValueDescriptorTest, NoValueIsSaidSoInEveryForm) {
+TEST_F(ValueDescriptorTest, NoValue_IsShownAsNullInEachForm) {
     for (const ValueFormat format : {kNumeric, kSimpleText, kRichText}) {
         EXPECT_EQ(PrintedAs("", format), "\"<null>\"");
     }
 }
 
-// ---- ValueDescriptor
-// ----------------------------------------------------------------------------------------
+// ---- ValueDescriptor --------------------------------------------------------------------------------------
 
-TEST_F(ValueDescriptorTest, TheOldFormatNamesTheForm) {
+TEST_F(ValueDescriptorTest, OldFormat_NamesTheForm) {
     EXPECT_EQ(OldValue("abc"), "Value(SimpleText\"abc\")");
     EXPECT_EQ(OldValue("ab\n"), "Value(RichText\"ab\\a\")");
     EXPECT_EQ(OldValue("\0A"s), "Value(Numeric\"0041\")");
@@ -129,7 +125,7 @@ TEST_F(ValueDescriptorTest, TheOldFormatNamesTheForm) {
     EXPECT_EQ(OldValue("abc", "name="), "Value(SimpleText\"abc\")");
 }
 
-TEST_F(ValueDescriptorTest, TheNewFormatIsTheQuotedValueAlone) {
+TEST_F(ValueDescriptorTest, NewFormat_ShowsOnlyTheQuotedValue) {
     EXPECT_EQ(NewValue("abc"), "\"abc\"");
     EXPECT_EQ(NewValue("ab\n"), "\"ab\\a\"");
     EXPECT_EQ(NewValue("\0A"s), "\"0041\"");
@@ -137,7 +133,7 @@ TEST_F(ValueDescriptorTest, TheNewFormatIsTheQuotedValueAlone) {
     EXPECT_EQ(NewValue("abc", "name="), "\"abc\"");
 }
 
-TEST_F(ValueDescriptorTest, HasNoLineOfItsOwnButKeepsItsSuffix) {
+TEST_F(ValueDescriptorTest, Value_HasNoLineOfItsOwnButASuffix) {
     const ValueDescriptor value("abc", 3);
     UseOldFormat();
     EXPECT_EQ(Printed(value, 6, ";"), "Value(SimpleText\"abc\");");
@@ -145,7 +141,7 @@ TEST_F(ValueDescriptorTest, HasNoLineOfItsOwnButKeepsItsSuffix) {
     EXPECT_EQ(Printed(value, 6, " "), "\"abc\" ");
 }
 
-TEST_F(ValueDescriptorTest, TheLabelIsFlushedBeforeTheValue) {
+TEST_F(ValueDescriptorTest, LabelForAStream_IsFlushedBeforeTheValue) {
     UseOldFormat();
     EXPECT_EQ(FlushedPieces(ValueDescriptor("abc", 3)),
               (std::vector<std::string>{"Value", "(end)", "(SimpleText\"abc\")"}));
@@ -153,7 +149,7 @@ TEST_F(ValueDescriptorTest, TheLabelIsFlushedBeforeTheValue) {
     EXPECT_EQ(FlushedPieces(ValueDescriptor("abc", 3)), (std::vector<std::string>{"(end)", "\"abc\""}));
 }
 
-TEST_F(ValueDescriptorTest, HoldsACopy) {
+TEST_F(ValueDescriptorTest, CallerChangesItsBytes_ValueStays) {
     char bytes[] = "before";
     ValueDescriptor value(bytes, 6);
     bytes[0] = 'X';
@@ -168,7 +164,7 @@ TEST_F(ValueDescriptorTest, HoldsACopy) {
     EXPECT_EQ(value.Length(), 0U);
 }
 
-TEST_F(ValueDescriptorTest, NullAndLengthZeroAreNoValue) {
+TEST_F(ValueDescriptorTest, AddressIsNullOrLengthIsZero_TextShowsNoValue) {
     UseNewFormat();
     const ValueDescriptor null(nullptr, 5);
     EXPECT_EQ(Printed(null), "\"<null>\"");
@@ -181,7 +177,7 @@ TEST_F(ValueDescriptorTest, NullAndLengthZeroAreNoValue) {
     EXPECT_EQ(Printed(ValueDescriptor()), "\"<null>\"");
 }
 
-TEST_F(ValueDescriptorTest, AnUnavailableLengthIsSixteenF) {
+TEST_F(ValueDescriptorTest, LengthIsUnavailable_TextShowsSixteenF) {
     EXPECT_EQ(New<ValueDescriptor>("abc", ULONG_MAX), "\"ffffffffffffffff\"");
     EXPECT_EQ(Old<ValueDescriptor>("abc", ULONG_MAX), "Value(Numeric\"ffffffffffffffff\")");
     const ValueDescriptor null(nullptr, ULONG_MAX);
@@ -190,7 +186,7 @@ TEST_F(ValueDescriptorTest, AnUnavailableLengthIsSixteenF) {
     EXPECT_EQ(null.Length(), 8U);
 }
 
-TEST_F(ValueDescriptorTest, WhatCannotBeReadIsLeftOut) {
+TEST_F(ValueDescriptorTest, BytesCannotBeReadToTheirEnd_ValueHoldsThePartInFront) {
     const std::size_t pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     char* const pages = static_cast<char*>(
         mmap(nullptr, 2 * pageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
@@ -208,17 +204,16 @@ TEST_F(ValueDescriptorTest, WhatCannotBeReadIsLeftOut) {
     munmap(pages, 2 * pageSize);
 }
 
-TEST_F(ValueDescriptorTest, LargeValuesPrintWhole) {
+TEST_F(ValueDescriptorTest, ValueIsLarge_IsPrintedWhole) {
     const std::string bytes(100'000, '\xA5');
     std::string digits;
     for (std::size_t i = 0; i < bytes.size(); ++i) digits += "a5";
     EXPECT_EQ(NewValue(bytes), "\"" + digits + "\"");
 }
 
-// ---- ByteStringDescriptor
-// -----------------------------------------------------------------------------------
+// ---- ByteStringDescriptor ---------------------------------------------------------------------------------
 
-TEST_F(ValueDescriptorTest, AByteStringHasALineAndALabel) {
+TEST_F(ValueDescriptorTest, ByteString_HasItsOwnLineAndALabel) {
     EXPECT_EQ(OldValue<ByteStringDescriptor>("abc"), "\nByteString(SimpleText\"abc\")");
     EXPECT_EQ(OldValue<ByteStringDescriptor>("abc", "label="), "\nByteString(SimpleText\"abc\")");
     EXPECT_EQ(NewValue<ByteStringDescriptor>("abc"), "\"abc\"");
@@ -231,10 +226,9 @@ TEST_F(ValueDescriptorTest, AByteStringHasALineAndALabel) {
     EXPECT_EQ(Printed(indented, 3, " "), "label=\"0102\" ");
 }
 
-// ---- PINDescriptor
-// ------------------------------------------------------------------------------------------
+// ---- PINDescriptor ----------------------------------------------------------------------------------------
 
-TEST_F(ValueDescriptorTest, APinIsAlwaysTheSameMask) {
+TEST_F(ValueDescriptorTest, Pin_IsAlwaysShownAsTheSameMask) {
     EXPECT_STREQ(PINDescriptor::cMaskedPIN, "********");
     EXPECT_EQ(PINDescriptor::cMaskPINlen, 8U);
     EXPECT_STREQ(PINDescriptor::cLabel, "PIN=");
@@ -244,15 +238,14 @@ TEST_F(ValueDescriptorTest, APinIsAlwaysTheSameMask) {
     EXPECT_EQ(New<PINDescriptor>(true, "Old="), "Old=\"********\"");
 }
 
-TEST_F(ValueDescriptorTest, ANullPinIsNoValue) {
+TEST_F(ValueDescriptorTest, PinIsNull_TextShowsNoValue) {
     EXPECT_EQ(Old<PINDescriptor>(false), "\nByteString(SimpleText\"<null>\")");
     EXPECT_EQ(New<PINDescriptor>(false), "PIN=\"<null>\"");
 }
 
-// ---- StringDescriptor
-// ---------------------------------------------------------------------------------------
+// ---- StringDescriptor -------------------------------------------------------------------------------------
 
-TEST_F(ValueDescriptorTest, AStringHasItsLengthAndItsBytesAsTheyAre) {
+TEST_F(ValueDescriptorTest, String_ShowsItsLengthAndItsBytesAsTheyAre) {
     EXPECT_EQ(OldValue<StringDescriptor>("abc"), "\nByteString(3,\"abc\")");
     EXPECT_EQ(NewValue<StringDescriptor>("abc"), "(3,\"abc\")");
     EXPECT_EQ(NewValue<StringDescriptor>("abc", "file="), "file=(3,\"abc\")");
@@ -262,7 +255,7 @@ TEST_F(ValueDescriptorTest, AStringHasItsLengthAndItsBytesAsTheyAre) {
     EXPECT_EQ(StringDescriptor().Type(), 14);
 }
 
-TEST_F(ValueDescriptorTest, TypesAreTheirOwn) {
+TEST_F(ValueDescriptorTest, ValueDescriptors_HaveTheNumbersOfTheirTypes) {
     EXPECT_EQ(ValueDescriptor().Type(), 3);
     EXPECT_EQ(ByteStringDescriptor().Type(), 14);
 }
