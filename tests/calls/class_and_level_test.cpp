@@ -71,7 +71,7 @@ TEST_F(ClassMask, MaskWithoutAKnownName_LogsNothing) {
         EXPECT_EQ(Names{}, LoggedWithMask(mask)) << mask;
 }
 
-TEST_F(ClassMask, MaskMayNameItsClassesBetweenBlanksOrBars) {
+TEST_F(ClassMask, BlanksOrBarsSeparateTheClasses_MaskNamesEachOfThem) {
     const Names both = Sorted(FunctionsOfClass(0x100) + FunctionsOfClass(0x4000));
     for (const char* mask : {"GEN_FUNC|SIGN_VERIFY_FUNC", "GEN_FUNC | SIGN_VERIFY_FUNC",
                              "GEN_FUNC SIGN_VERIFY_FUNC", "||SIGN_VERIFY_FUNC  |unknown| GEN_FUNC "})

@@ -20,7 +20,7 @@ protected:
         return count;
     }
 
-    // What stands behind `key` in the last line that has it.
+    // Returns the text behind `key` in the last line that has it.
     static std::string Last(const std::string& events, const std::string& key) {
         const std::size_t from = events.rfind(key) + key.size();
         return events.substr(from, events.find_first_of(",}", from) - from);
@@ -45,7 +45,7 @@ protected:
 
 }  // namespace
 
-TEST_F(EventsFile, IsNotThereWithoutTheKey) {
+TEST_F(EventsFile, KeyIsAbsent_NoEventsFileIsMade) {
     Unset("Events");
     Load();
     api.C_Logout(81);
@@ -53,7 +53,7 @@ TEST_F(EventsFile, IsNotThereWithoutTheKey) {
     EXPECT_EQ("", Errors());
 }
 
-TEST_F(EventsFile, IsNotThereWithAnEmptyKey) {
+TEST_F(EventsFile, KeyIsEmpty_NoEventsFileIsMade) {
     Set("Events", "");
     Load();
     api.C_Logout(81);
@@ -61,12 +61,12 @@ TEST_F(EventsFile, IsNotThereWithAnEmptyKey) {
     EXPECT_EQ("", Log());
 }
 
-TEST_F(EventsFile, IsNotThereWithoutACall) {
+TEST_F(EventsFile, NoCallIsMade_NoEventsFileIsMade) {
     Load();
     EXPECT_FALSE(Exists("events.jsonl"));
 }
 
-TEST_F(EventsFile, HasBothEventsOfACallWithoutATextLog) {
+TEST_F(EventsFile, TextLogIsOff_EventsFileHasBothEventsOfACall) {
     Load();
     api.C_Logout(81);
     EXPECT_EQ(1u, Count(Events(), R"({"event":"start",)"));
@@ -74,7 +74,7 @@ TEST_F(EventsFile, HasBothEventsOfACallWithoutATextLog) {
     EXPECT_EQ("", Log());
 }
 
-TEST_F(EventsFile, StandsBesideATextLog) {
+TEST_F(EventsFile, TextLogIsOn_EventsFileStandsBesideIt) {
     Set("Enabled", "1");
     Load();
     api.C_Logout(81);
@@ -83,14 +83,14 @@ TEST_F(EventsFile, StandsBesideATextLog) {
               Log());
 }
 
-TEST_F(EventsFile, IsRelativeToTheDirectoryOfTheStart) {
+TEST_F(EventsFile, NameIsRelative_EventsFileLiesInTheDirectoryOfTheStart) {
     Set("Events", "relative.jsonl");
     Load();
     api.C_Logout(81);
     EXPECT_TRUE(Exists("relative.jsonl"));
 }
 
-TEST_F(EventsFile, NameMayHoldTheProcessAndPercentSigns) {
+TEST_F(EventsFile, NameHoldsPercentSigns_TheyStandForTheProcessAndThemselves) {
     Set("Events", directory.File("%p-%%p-%x-%p%"));
     Load();
     api.C_Logout(81);
@@ -98,7 +98,7 @@ TEST_F(EventsFile, NameMayHoldTheProcessAndPercentSigns) {
     EXPECT_TRUE(Exists(process + "-%p-%x-" + process + "%"));
 }
 
-TEST_F(EventsFile, FailureToOpenItIsOneLineInTheErrorFile) {
+TEST_F(EventsFile, EventsFileCannotBeOpened_ErrorFileHasOneLine) {
     Set("Events", directory.File("missing/events.jsonl"));
     Load();
     EXPECT_EQ(CKR_OK, api.C_Logout(81));
@@ -108,7 +108,7 @@ TEST_F(EventsFile, FailureToOpenItIsOneLineInTheErrorFile) {
     EXPECT_EQ(1u, Count(Errors(), "\n"));
 }
 
-TEST_F(EventsFile, GetsThePermissionsOfFileMode) {
+TEST_F(EventsFile, FileModeIsSet_EventsFileHasThesePermissions) {
     Set("FileMode", "0640");
     Load();
     api.C_Logout(81);
@@ -117,7 +117,7 @@ TEST_F(EventsFile, GetsThePermissionsOfFileMode) {
     EXPECT_EQ(0640u, status.st_mode & 0777);
 }
 
-TEST_F(EventsFile, HasTheClassesOfTheMask) {
+TEST_F(EventsFile, MaskNamesClasses_EventsFileHasOnlyTheirCalls) {
     Set("LoggingMask", "GEN_FUNC");
     Load();
     api.C_Logout(81);
@@ -126,7 +126,7 @@ TEST_F(EventsFile, HasTheClassesOfTheMask) {
     EXPECT_EQ(2u, Count(Events(), R"("function":"C_Finalize")"));
 }
 
-TEST_F(EventsFile, HasTheCommandsOfTheLevel) {
+TEST_F(EventsFile, LevelIsSet_EventsFileHasOnlyItsCommands) {
     Set("LoggingLevel", "DESTROY");
     Load();
     api.C_Logout(81);
@@ -136,7 +136,7 @@ TEST_F(EventsFile, HasTheCommandsOfTheLevel) {
     EXPECT_EQ(2u, Count(Events(), R"("function":"C_DestroyObject")"));
 }
 
-TEST_F(EventsFile, EndAloneHasANumberAndNoInput) {
+TEST_F(EventsFile, OnlyTheEndIsLogged_EventHasANumberAndNoInput) {
     Set("LoggingMask", "GEN_FUNC");
     Load();
     script.answer = [this, isOuter = true]() mutable {
@@ -157,7 +157,7 @@ TEST_F(EventsFile, EndAloneHasANumberAndNoInput) {
     EXPECT_EQ(0u, Count(events, R"("function":"C_CloseSession","session")"));
 }
 
-TEST_F(EventsFile, CallsAreCountedOnAfterAStopAndAStart) {
+TEST_F(EventsFile, LibraryStopsAndStarts_CountOfCallsGoesOn) {
     Load();
     api.C_Logout(81);
     api.C_Logout(81);
@@ -168,7 +168,7 @@ TEST_F(EventsFile, CallsAreCountedOnAfterAStopAndAStart) {
     EXPECT_EQ(run, Last(Events(), R"("run":)"));
 }
 
-TEST_F(EventsFile, CallThatLeavesNoEventIsNotCounted) {
+TEST_F(EventsFile, CallLeavesNoEvent_ItIsNotCounted) {
     Set("LoggingMask", "SESSION_FUNC");
     Load();
     api.C_Logout(81);
@@ -177,7 +177,7 @@ TEST_F(EventsFile, CallThatLeavesNoEventIsNotCounted) {
     EXPECT_EQ("2", Last(Events(), R"("call":)"));
 }
 
-TEST_F(EventsFile, ForkedChildCountsInARunOfItsOwn) {
+TEST_F(EventsFile, ProcessForks_ChildCountsInItsOwnRun) {
     Load();
     api.C_Logout(81);
     const std::string run = Last(Events(), R"("run":)");
@@ -192,7 +192,7 @@ TEST_F(EventsFile, ForkedChildCountsInARunOfItsOwn) {
     EXPECT_EQ(run, Last(Events(), R"("run":)"));
 }
 
-TEST_F(EventsFile, ForkedChildWritesIntoAFileOfItsOwn) {
+TEST_F(EventsFile, NameHoldsTheProcess_ForkedChildWritesItsOwnFile) {
     Set("Events", "events-%p.jsonl");
     Load();
     api.C_Logout(81);
@@ -207,7 +207,7 @@ TEST_F(EventsFile, ForkedChildWritesIntoAFileOfItsOwn) {
     EXPECT_EQ(2u, Count(Contents(directory.File("events-" + std::to_string(child) + ".jsonl")), "\n"));
 }
 
-TEST_F(EventsFile, CallThatAChildInheritsKeepsRunAndNumber) {
+TEST_F(EventsFile, ChildInheritsACall_CallKeepsRunAndNumber) {
     Set("HideData", "0");
     Load();
     api.C_Logout(81);

@@ -1,4 +1,5 @@
-// What events show of values that are unusual. Each function's own events are stated with its records.
+// Events show unusual values in this way. The tests of each function's records state the events of that
+// function.
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
 
@@ -42,14 +43,14 @@ protected:
 
 }  // namespace
 
-TEST_F(EventsOfCalls, NumbersAbove2To53AreStrings) {
+TEST_F(EventsOfCalls, NumberIsAbove2To53_EventShowsAString) {
     api.C_GetObjectSize(1UL << 53, (1UL << 53) + 1, nullptr);
     EXPECT_EQ(
         R"("rv":0,"result":"CKR_OK","session":9007199254740992,"object":"9007199254740993","in":[{"kind":"SessionHandle","value":9007199254740992},{"kind":"ObjectHandle","value":"9007199254740993"}],"out":[{"kind":"UShort","value":0}]})",
         End());
 }
 
-TEST_F(EventsOfCalls, AllBitsOfShortNumbersAndFlagsAreThere) {
+TEST_F(EventsOfCalls, ShortNumbersAndFlags_EventShowsAllBits) {
     CK_ULONG size = 0;
     script.answer = [&] { size = 0x123456789AUL; };
     api.C_GetObjectSize(81, 98, &size);
@@ -58,7 +59,7 @@ TEST_F(EventsOfCalls, AllBitsOfShortNumbersAndFlagsAreThere) {
         End());
 }
 
-TEST_F(EventsOfCalls, ResultWithoutANameIsUnknown) {
+TEST_F(EventsOfCalls, ResultHasNoName_EventShowsItAsUnknown) {
     script.result = 0x80000999;
     api.C_Logout(81);
     EXPECT_EQ(
@@ -66,7 +67,7 @@ TEST_F(EventsOfCalls, ResultWithoutANameIsUnknown) {
         End());
 }
 
-TEST_F(EventsOfCalls, ResultOfTodaysStandardHasItsName) {
+TEST_F(EventsOfCalls, ResultIsOfTodaysStandard_EventShowsItsName) {
     script.result = CKR_FUNCTION_REJECTED;
     api.C_Logout(81);
     EXPECT_EQ(
@@ -74,7 +75,7 @@ TEST_F(EventsOfCalls, ResultOfTodaysStandardHasItsName) {
         End());
 }
 
-TEST_F(EventsOfCalls, OneNameMayStandBesideTwoNumbers) {
+TEST_F(EventsOfCalls, TwoNumbersShareAName_EventShowsNameAndNumber) {
     CK_MECHANISM standard = {CKM_AES_GCM, nullptr, 0};
     api.C_DigestInit(81, &standard);
     EXPECT_EQ(
@@ -88,7 +89,7 @@ TEST_F(EventsOfCalls, OneNameMayStandBesideTwoNumbers) {
         End());
 }
 
-TEST_F(EventsOfCalls, MechanismWithoutANameHasItsNumberOnly) {
+TEST_F(EventsOfCalls, MechanismHasNoName_EventShowsOnlyItsNumber) {
     CK_MECHANISM mechanism = {0x80FFFFFF, nullptr, 0};
     api.C_DigestInit(81, &mechanism);
     EXPECT_EQ(
@@ -96,14 +97,14 @@ TEST_F(EventsOfCalls, MechanismWithoutANameHasItsNumberOnly) {
         End());
 }
 
-TEST_F(EventsOfCalls, MissingMechanismIsNoMechanism) {
+TEST_F(EventsOfCalls, MechanismIsNull_EventShowsNoTypeAndNoParameter) {
     api.C_DigestInit(81, nullptr);
     EXPECT_EQ(
         R"("rv":0,"result":"CKR_OK","session":81,"in":[{"kind":"SessionHandle","value":81},{"kind":"Mechanism"}],"out":[]})",
         End());
 }
 
-TEST_F(EventsOfCalls, MechanismsOfAListHaveNames) {
+TEST_F(EventsOfCalls, MechanismsOfAList_EventShowsTheirNames) {
     CK_MECHANISM_TYPE types[] = {CKM_RSA_PKCS, 0x80FFFFFF};
     CK_ULONG count = 2;
     api.C_GetMechanismList(7, types, &count);
@@ -112,7 +113,7 @@ TEST_F(EventsOfCalls, MechanismsOfAListHaveNames) {
         End());
 }
 
-TEST_F(EventsOfCalls, ListThatIsLeftNullShowsTheCount) {
+TEST_F(EventsOfCalls, ListIsNull_EventShowsTheCount) {
     CK_ULONG count = 0;
     script.answer = [&] { count = 3; };
     api.C_GetSlotList(CK_TRUE, nullptr, &count);
@@ -121,7 +122,7 @@ TEST_F(EventsOfCalls, ListThatIsLeftNullShowsTheCount) {
         End());
 }
 
-TEST_F(EventsOfCalls, EmptyListHasNoValues) {
+TEST_F(EventsOfCalls, ListIsEmpty_EventShowsNoValues) {
     CK_SLOT_ID slots[1];
     CK_ULONG count = 0;
     api.C_GetSlotList(CK_FALSE, slots, &count);
@@ -130,7 +131,7 @@ TEST_F(EventsOfCalls, EmptyListHasNoValues) {
         End());
 }
 
-TEST_F(EventsOfCalls, BufferThatIsLeftNullShowsTheSize) {
+TEST_F(EventsOfCalls, BufferIsNull_EventShowsTheSize) {
     ShowData();
     Restart();
     CK_ULONG length = 0;
@@ -142,7 +143,7 @@ TEST_F(EventsOfCalls, BufferThatIsLeftNullShowsTheSize) {
         End());
 }
 
-TEST_F(EventsOfCalls, SlotOfAnEventIsTheSlotAndNotItsAddress) {
+TEST_F(EventsOfCalls, CallGivesTheAddressOfASlot_EventShowsTheSlot) {
     CK_SLOT_ID slot = 0;
     script.answer = [&] { slot = 7; };
     api.C_WaitForSlotEvent(1, &slot, nullptr);
@@ -155,20 +156,20 @@ TEST_F(EventsOfCalls, SlotOfAnEventIsTheSlotAndNotItsAddress) {
               End());
 }
 
-TEST_F(EventsOfCalls, TextsAreEscaped) {
+TEST_F(EventsOfCalls, TextHoldsQuotesOrBackslashes_EventEscapesThem) {
     ShowData();
     Restart();
     EXPECT_EQ(R"({"kind":"ByteString","size":8,"text":"a\"b\\{}/'"})", EndOfDigestUpdate(R"(a"b\{}/')"));
 }
 
-TEST_F(EventsOfCalls, TextsMayHaveAnyReadableCharacter) {
+TEST_F(EventsOfCalls, TextIsReadable_EventShowsAnyOfItsCharacters) {
     ShowData();
     Restart();
     EXPECT_EQ("{\"kind\":\"ByteString\",\"size\":10,\"text\":\"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\x91~\"}",
               EndOfDigestUpdate("\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\x91~"));
 }
 
-TEST_F(EventsOfCalls, BytesThatNobodyCanReadAreHexadecimal) {
+TEST_F(EventsOfCalls, BytesAreNotReadable_EventShowsThemInHexadecimal) {
     ShowData();
     const std::pair<std::string, std::string> cases[] = {
         {"a\nb", "610a62"},                // a control character
@@ -191,7 +192,7 @@ TEST_F(EventsOfCalls, BytesThatNobodyCanReadAreHexadecimal) {
     }
 }
 
-TEST_F(EventsOfCalls, DescribingAttributesAreDecodedWithoutData) {
+TEST_F(EventsOfCalls, DataAreHidden_EventDecodesDescribingAttributes) {
     CK_OBJECT_CLASS objectClass = CKO_SECRET_KEY;
     CK_BBOOL isToken = CK_TRUE;
     CK_BBOOL isPrivate = CK_FALSE;
@@ -223,7 +224,7 @@ TEST_F(EventsOfCalls, DescribingAttributesAreDecodedWithoutData) {
                             {CKA_MODULUS, modulus.data(), modulus.size()}}));
 }
 
-TEST_F(EventsOfCalls, OtherAttributesShowTheirSizeWithoutData) {
+TEST_F(EventsOfCalls, DataAreHidden_EventShowsTheSizeOfOtherAttributes) {
     auto value = Bytes("key material");
     EXPECT_EQ(
         R"({"type":"CKA_VALUE","number":17,"size":12},{"type":"CKA_URL","number":137,"size":12},{"number":2147487743,"size":12},{"type":"CKA_TOKEN","number":1,"size":2})",
@@ -233,7 +234,7 @@ TEST_F(EventsOfCalls, OtherAttributesShowTheirSizeWithoutData) {
                             {CKA_TOKEN, value.data(), 2}}));
 }
 
-TEST_F(EventsOfCalls, OtherAttributesShowTheirBytesWithData) {
+TEST_F(EventsOfCalls, DataAreShown_EventShowsTheBytesOfOtherAttributes) {
     ShowData();
     Restart();
     auto value = Bytes("key material");
@@ -245,7 +246,7 @@ TEST_F(EventsOfCalls, OtherAttributesShowTheirBytesWithData) {
                             {CKA_TOKEN, bytes.data(), bytes.size()}}));
 }
 
-TEST_F(EventsOfCalls, UnavailableAttributesSayIt) {
+TEST_F(EventsOfCalls, AttributeIsUnavailable_EventSaysIt) {
     CK_ATTRIBUTE attributes[] = {{CKA_LABEL, nullptr, 0}, {CKA_VALUE, nullptr, 0}};
     script.answer = [&] {
         attributes[0].ulValueLen = 9;
@@ -257,7 +258,7 @@ TEST_F(EventsOfCalls, UnavailableAttributesSayIt) {
         End());
 }
 
-TEST_F(EventsOfCalls, InputOfAnEndEventIsTheOneThatWentIn) {
+TEST_F(EventsOfCalls, TargetChangesTheInput_EndEventShowsTheOriginalInput) {
     ShowData();
     Restart();
     auto data = Bytes("before");
@@ -269,7 +270,7 @@ TEST_F(EventsOfCalls, InputOfAnEndEventIsTheOneThatWentIn) {
         End());
 }
 
-TEST_F(EventsOfCalls, LongInputIsRepeatedWhole) {
+TEST_F(EventsOfCalls, InputIsLong_EndEventRepeatsAllOfIt) {
     ShowData();
     Restart();
     for (const std::size_t size : {400U, 450U, 500U, 100'000U}) {
@@ -281,7 +282,7 @@ TEST_F(EventsOfCalls, LongInputIsRepeatedWhole) {
     }
 }
 
-TEST_F(EventsOfCalls, LongInputsOfNestedCallsAreKeptApart) {
+TEST_F(EventsOfCalls, NestedCallsHaveLongInputs_EachEndEventShowsItsOwn) {
     ShowData();
     Restart();
     script.answer = [&, isOuter = true]() mutable {

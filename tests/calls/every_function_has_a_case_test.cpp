@@ -3,7 +3,7 @@
 #include "tests/calls/every_function.h"
 
 // Every standard function of functions/functions.def has a test of its name, which states its records.
-TEST(EveryFunctionHasACase, ByItsName) {
+TEST(EveryFunctionHasACase, EveryFunctionOfTheList_HasACaseWithItsName) {
     std::set<std::string> cases;
     const testing::UnitTest& program = *testing::UnitTest::GetInstance();
     for (int i = 0; i < program.total_test_suite_count(); ++i) {

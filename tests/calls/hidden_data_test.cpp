@@ -1,4 +1,4 @@
-// What the text log shows with "HideData".
+// The text log masks data if "HideData" says so.
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
 
@@ -29,7 +29,7 @@ constexpr char kHiddenSignature[] = R"(
 
 }  // namespace
 
-TEST_F(HiddenData, ByteStringsBecomeAMask) {
+TEST_F(HiddenData, DataAreHidden_ByteStringsBecomeAMask) {
     MakeSignature();
     NewLog(kHiddenSignature);
     OldLog(R"(
@@ -46,7 +46,7 @@ Command(Sign, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
 })");
 }
 
-TEST_F(HiddenData, OnlyAPlainZeroAndNoKeyShowData) {
+TEST_F(HiddenData, KeyIsZeroOrAbsent_DataAreShownAndOtherwiseHidden) {
     MakeSignature();
     for (const char* value : {"1", "", "00", "yes", "no", "-0", "0x0", "off", "2"}) {
         SCOPED_TRACE(value);
@@ -59,7 +59,7 @@ TEST_F(HiddenData, OnlyAPlainZeroAndNoKeyShowData) {
     NewLog(kShownSignature);
 }
 
-TEST_F(HiddenData, MissingValueStaysNull) {
+TEST_F(HiddenData, DataAreHidden_MissingValueStaysNull) {
     CK_ULONG length = 0;
     Call(api.C_Sign, 0x51, nullptr, 7, nullptr, &length);
     NewLog(R"(
@@ -68,7 +68,7 @@ TEST_F(HiddenData, MissingValueStaysNull) {
 10:15:30 <id>:FINISign <rv>12345clks {"<null>" })");
 }
 
-TEST_F(HiddenData, DescribingAttributesStayVisibleAndOthersDoNot) {
+TEST_F(HiddenData, DataAreHidden_OnlyDescribingAttributesStayVisible) {
     CK_OBJECT_CLASS objectClass = CKO_SECRET_KEY;
     CK_BBOOL isToken = CK_TRUE;
     auto label = Bytes("my key");
@@ -97,7 +97,7 @@ TEST_F(HiddenData, DescribingAttributesStayVisibleAndOthersDoNot) {
         "CKA_VALUE=\"ffffffffffffffff\" } }\n10:15:30 <id>:FINISetAttributeValue <rv>12345clks {}");
 }
 
-TEST_F(HiddenData, DescribingAttributesOfAnImpossibleSizeAreHidden) {
+TEST_F(HiddenData, DescribingAttributeHasAnImpossibleSize_ItIsHidden) {
     auto bytes = Bytes("1234567890");
     CK_ATTRIBUTE attributes[] = {
         {CKA_CLASS, bytes.data(), 7},        {CKA_KEY_TYPE, bytes.data(), 9},
@@ -113,7 +113,7 @@ TEST_F(HiddenData, DescribingAttributesOfAnImpossibleSizeAreHidden) {
         "}\n10:15:30 <id>:FINISetAttributeValue <rv>12345clks {}");
 }
 
-TEST_F(HiddenData, ParametersOfMechanismsBecomeAMask) {
+TEST_F(HiddenData, DataAreHidden_ParametersOfMechanismsBecomeAMask) {
     auto parameter = Bytes("the vector");
     CK_MECHANISM mechanism = {CKM_AES_CBC, parameter.data(), parameter.size()};
     Call(api.C_EncryptInit, 0x51, &mechanism, 0x62);
@@ -123,7 +123,7 @@ TEST_F(HiddenData, ParametersOfMechanismsBecomeAMask) {
 10:15:30 <id>:FINIEncrypt_Init <rv>12345clks {})");
 }
 
-TEST_F(HiddenData, MechanismWithoutAParameterShowsNone) {
+TEST_F(HiddenData, DataAreHidden_MechanismWithoutAParameterShowsNone) {
     CK_MECHANISM mechanism = {CKM_RSA_PKCS, nullptr, 0};
     Call(api.C_EncryptInit, 0x51, &mechanism, 0x62);
     NewLog(R"(
@@ -132,7 +132,7 @@ TEST_F(HiddenData, MechanismWithoutAParameterShowsNone) {
 10:15:30 <id>:FINIEncrypt_Init <rv>12345clks {})");
 }
 
-TEST_F(HiddenData, LabelOfATokenStaysVisible) {
+TEST_F(HiddenData, DataAreHidden_LabelOfATokenStaysVisible) {
     auto pin = Bytes("Q~J^Q~J^");
     std::vector<CK_BYTE> label(32, ' ');
     std::copy_n("my token", 8, label.begin());
@@ -143,7 +143,7 @@ TEST_F(HiddenData, LabelOfATokenStaysVisible) {
 10:15:30 <id>:FINIInitToken <rv>12345clks {})");
 }
 
-TEST_F(HiddenData, ReturnedStructuresStayVisible) {
+TEST_F(HiddenData, DataAreHidden_ReturnedStructuresStayVisible) {
     CK_SLOT_INFO info = {};
     PutPadded(info.slotDescription, "A slot");
     PutPadded(info.manufacturerID, "Its maker");

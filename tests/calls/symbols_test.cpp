@@ -1,5 +1,5 @@
-// What the built library shows to the dynamic loader and asks of it. Read with the tools of binutils, which
-// every compiler brings.
+// The built library shows to the dynamic loader, and asks of it, only what these tests state. They read it
+// with the tools of binutils, which every compiler brings.
 #include <cstdio>
 #include <set>
 #include <sstream>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// What a tool tells of the library.
+// Returns what a tool prints about the library.
 std::string OutputOf(std::string command) {
     command.append(" ").append(kLibraryPath);
     std::FILE* const pipe = popen(command.c_str(), "r");
@@ -41,7 +41,7 @@ std::set<std::string> NeededLibraries() {
 
 }  // namespace
 
-TEST(Symbols, LibraryExportsTheFunctionsOfTheListAndTwoForTheHostOnly) {
+TEST(Symbols, Library_ExportsOnlyTheFunctionsOfTheListAndTwoForTheHost) {
     std::multiset<std::string> expected = {"CkLogSpecialInitialize", "CkLogSpecialFinalize"};
     for (const ExpectedFunction& function : kExpectedFunctions) expected.insert(function.name);
     EXPECT_EQ(expected, DefinedSymbols());
@@ -55,7 +55,7 @@ const std::set<std::string> kSanitizers = {"libasan.so.8", "libubsan.so.1",  "li
 const std::set<std::string> kSanitizers = {};
 #endif
 
-TEST(Symbols, LibraryDependsOnTheSystemOnly) {
+TEST(Symbols, Library_DependsOnlyOnTheSystem) {
     std::set<std::string> allowed = {"libc.so.6", "libpthread.so.0", "libdl.so.2", "ld-linux-x86-64.so.2",
                                      "libc.so.7", "libthr.so.3"};
     allowed.insert(kSanitizers.begin(), kSanitizers.end());

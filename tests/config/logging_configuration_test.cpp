@@ -31,20 +31,20 @@ protected:
     Settings settings;
 };
 
-TEST_F(LoggingConfigurationTest, HasItsSection) {
+TEST_F(LoggingConfigurationTest, Configuration_HasTheSectionCkLog2) {
     EXPECT_STREQ(CkLogConfig::GetCkLogSectionName(), "CkLog2");
 }
 
 // ---- Texts
 // --------------------------------------------------------------------------------------------------
 
-TEST_F(LoggingConfigurationTest, PathsHaveDefaults) {
+TEST_F(LoggingConfigurationTest, KeysOfPathsAreAbsent_PathsAreTheDefaults) {
     EXPECT_STREQ(settings.CkLogLibraryFileName(), "/usr/lib/libmordavek2.so");
     EXPECT_STREQ(settings.LogFileName(), "log.txt");
     EXPECT_STREQ(settings.CkLogErrorFile(), "logerror.txt");
 }
 
-TEST_F(LoggingConfigurationTest, PathsAreThoseOfTheirKeys) {
+TEST_F(LoggingConfigurationTest, KeysOfPathsAreSet_PathsAreTheirs) {
     file.Write("LibUNIX64 = /opt/target.so;\nFile = /var/log/calls;\nError = /var/log/errors;\n");
     const char* const library = settings.CkLogLibraryFileName();
     const char* const log = settings.LogFileName();
@@ -54,7 +54,7 @@ TEST_F(LoggingConfigurationTest, PathsAreThoseOfTheirKeys) {
     EXPECT_STREQ(errors, "/var/log/errors");
 }
 
-TEST_F(LoggingConfigurationTest, APathStaysUntilItIsAskedForAgain) {
+TEST_F(LoggingConfigurationTest, FileChanges_PathStaysUntilItIsAskedForAgain) {
     file.Write("LibUNIX64 = /first.so;\nFile = /first;\nError = /first.errors;\n");
     const char* const log = settings.LogFileName();
     file.Write("LibUNIX64 = /second.so;\nFile = /second;\nError = /second.errors;\n");
@@ -68,7 +68,7 @@ TEST_F(LoggingConfigurationTest, APathStaysUntilItIsAskedForAgain) {
     EXPECT_STREQ(settings.CkLogLibraryFileName(), "/usr/lib/libmordavek2.so");
 }
 
-TEST_F(LoggingConfigurationTest, PathsAreCutAt499Characters) {
+TEST_F(LoggingConfigurationTest, PathIsLong_ItIsCutAt499Characters) {
     const std::string path = std::string("/").append(600, 'p');
     file.Write("LibUNIX64 = " + path + ";\nFile = " + path + ";\nError = " + path + ";\n");
     EXPECT_EQ(settings.CkLogLibraryFileName(), path.substr(0, 499));
@@ -76,13 +76,13 @@ TEST_F(LoggingConfigurationTest, PathsAreCutAt499Characters) {
     EXPECT_EQ(settings.CkLogErrorFile(), path.substr(0, 499));
 }
 
-TEST_F(LoggingConfigurationTest, EmptyPathsAreNoMissingOnes) {
+TEST_F(LoggingConfigurationTest, KeyOfAPathIsEmpty_PathIsEmpty) {
     file.Write("File = ;\nError = ;\n");
     EXPECT_STREQ(settings.LogFileName(), "");
     EXPECT_STREQ(settings.CkLogErrorFile(), "");
 }
 
-TEST_F(LoggingConfigurationTest, OtherSectionsDoNotCount) {
+TEST_F(LoggingConfigurationTest, KeyStandsInAnotherSection_ItIsIgnored) {
     std::ofstream(file.directory.File("Wendrafil.conf"))
         << "Wendrafil2 = {\nLibUNIX64 = /other.so;\nFile = /other;\nNewFormat = 1;\nEnabled = 1;\n"
            "LoggingLevel = DESTROY;\nLoggingMask = GEN_FUNC;\n}\n";
@@ -98,7 +98,7 @@ TEST_F(LoggingConfigurationTest, OtherSectionsDoNotCount) {
 // ---- Numbers and words
 // --------------------------------------------------------------------------------------
 
-TEST_F(LoggingConfigurationTest, SwitchesAreNumbers) {
+TEST_F(LoggingConfigurationTest, SwitchIsRead_ItIsANumber) {
     EXPECT_EQ(settings.IsNewCkLogFormat(), 0);
     EXPECT_EQ(settings.IsLoggingEnabledMordavek(), 0);
     const struct {
@@ -115,7 +115,7 @@ TEST_F(LoggingConfigurationTest, SwitchesAreNumbers) {
     }
 }
 
-TEST_F(LoggingConfigurationTest, LevelsAreExactWords) {
+TEST_F(LoggingConfigurationTest, LevelIsRead_OnlyExactWordsAreLevels) {
     EXPECT_EQ(settings.LoggingLevel(), 4);
     const struct {
         const char* word;
@@ -182,7 +182,7 @@ TEST_F(MaskOfUnreadableFile, OtherKindOfStore_EveryClassIsLogged) {
 // ---- The mask
 // -----------------------------------------------------------------------------------------------
 
-TEST_F(LoggingConfigurationTest, EveryClassHasItsNameAndNoOther) {
+TEST_F(LoggingConfigurationTest, EachClass_HasItsNameAndNoOther) {
     EXPECT_EQ(MaskOf("GEN_FUNC"), 0x100U);
     EXPECT_EQ(MaskOf("SLOT_TOKEN_FUNC"), 0x200U);
     EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
@@ -200,7 +200,7 @@ TEST_F(LoggingConfigurationTest, EveryClassHasItsNameAndNoOther) {
     }
 }
 
-TEST_F(LoggingConfigurationTest, NamesAreSeparatedByBlanksAndBars) {
+TEST_F(LoggingConfigurationTest, BlanksAndBars_SeparateTheNamesOfAMask) {
     for (const char* names :
          {"GEN_FUNC|SIGN_VERIFY_FUNC", "GEN_FUNC | SIGN_VERIFY_FUNC", "GEN_FUNC SIGN_VERIFY_FUNC",
           "GEN_FUNC||  |SIGN_VERIFY_FUNC|", "|GEN_FUNC SIGN_VERIFY_FUNC",
@@ -210,7 +210,7 @@ TEST_F(LoggingConfigurationTest, NamesAreSeparatedByBlanksAndBars) {
     EXPECT_EQ(MaskOf("SESSION_FUNC|QUORVANTH_FUNC"), 0x40400U);
 }
 
-TEST_F(LoggingConfigurationTest, TwelveNamesCount) {
+TEST_F(LoggingConfigurationTest, MaskHasMoreThanTwelveNames_FirstTwelveCount) {
     EXPECT_EQ(MaskOf("GEN_FUNC|SLOT_TOKEN_FUNC|SESSION_FUNC|OBJ_MNGMNT_FUNC|ENC_DEC_FUNC|DIGEST_FUNC|"
                      "SIGN_VERIFY_FUNC|KEY_MNGMNT_FUNC|MISC_FUNC|ALL_FUNC|QUORVANTH_FUNC"),
               0x7FF00U);
@@ -218,14 +218,14 @@ TEST_F(LoggingConfigurationTest, TwelveNamesCount) {
     EXPECT_EQ(MaskOf("a b c d e f g h i j k MISC_FUNC GEN_FUNC"), 0x10000U);
 }
 
-TEST_F(LoggingConfigurationTest, TheValueIsCutAt199Characters) {
+TEST_F(LoggingConfigurationTest, MaskIsLong_ItIsCutAt199Characters) {
     const std::string names = "GEN_FUNC" + std::string(182, ' ') + "MISC_FUNC";
     ASSERT_EQ(names.size(), 199U);
     EXPECT_EQ(MaskOf(names), 0x10100U);
     EXPECT_EQ(MaskOf("GEN_FUNC" + std::string(183, ' ') + "MISC_FUNC"), 0x100U);
 }
 
-TEST_F(LoggingConfigurationTest, WithoutTheKeyEverythingIsLoggedThoughTheResultIsZero) {
+TEST_F(LoggingConfigurationTest, MaskIsAbsent_EveryClassIsLoggedThoughTheResultIsZero) {
     MaskOf("GEN_FUNC");
     file.Write("");
     EXPECT_EQ(settings.GetLoggingMask(), 0U);
@@ -233,7 +233,7 @@ TEST_F(LoggingConfigurationTest, WithoutTheKeyEverythingIsLoggedThoughTheResultI
     for (int bit = 0x100; bit <= 0x40000; bit <<= 1) EXPECT_EQ(settings.DoWeLogThis(bit), 1) << bit;
 }
 
-TEST_F(LoggingConfigurationTest, AMissingFileIsAMissingKey) {
+TEST_F(LoggingConfigurationTest, FileIsMissing_EveryKeyIsMissing) {
     std::remove(file.directory.File("Wendrafil.conf").c_str());
     EXPECT_EQ(settings.GetLoggingMask(), 0U);
     EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 1);
@@ -241,7 +241,7 @@ TEST_F(LoggingConfigurationTest, AMissingFileIsAMissingKey) {
     EXPECT_STREQ(settings.LogFileName(), "log.txt");
 }
 
-TEST_F(LoggingConfigurationTest, AnEmptyMaskLogsNothing) {
+TEST_F(LoggingConfigurationTest, MaskIsEmpty_NothingIsLogged) {
     for (const char* names : {"", " ", "NONE", "sign_verify_func"}) {
         EXPECT_EQ(MaskOf(names), 0U);
         Settings::reqToCheckConfigFile.store(1);
@@ -249,7 +249,7 @@ TEST_F(LoggingConfigurationTest, AnEmptyMaskLogsNothing) {
     }
 }
 
-TEST_F(LoggingConfigurationTest, ACallIsLoggedWhenItsClassIs) {
+TEST_F(LoggingConfigurationTest, ClassIsInTheMask_ItsCallsAreLogged) {
     MaskOf("SESSION_FUNC|QUORVANTH_FUNC");
     Settings::reqToCheckConfigFile.store(1);
     EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
@@ -263,20 +263,20 @@ TEST_F(LoggingConfigurationTest, ACallIsLoggedWhenItsClassIs) {
     EXPECT_EQ(settings.DoWeLogThis(0), 1);
 }
 
-TEST_F(LoggingConfigurationTest, TheFirstQueryReadsTheMask) {
+TEST_F(LoggingConfigurationTest, FirstQuery_ReadsTheMask) {
     file.Write("LoggingMask = SESSION_FUNC;\n");
     Settings::reqToCheckConfigFile.store(0);
     EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
     EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
 }
 
-TEST_F(LoggingConfigurationTest, WithoutALookTheMaskIsEmpty) {
+TEST_F(LoggingConfigurationTest, MaskWasNeverRead_ItIsEmpty) {
     Settings::reqToCheckConfigFile.store(1);
     EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
     EXPECT_EQ(settings.DoWeLogThis(ALL_FUNC), 0);
 }
 
-TEST_F(LoggingConfigurationTest, Each500thQueryLooksAgain) {
+TEST_F(LoggingConfigurationTest, Each500thQuery_ReadsTheMaskAgain) {
     file.Write("LoggingMask = SESSION_FUNC;\n");
     Settings::reqToCheckConfigFile.store(0);
     EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
@@ -294,7 +294,7 @@ TEST_F(LoggingConfigurationTest, Each500thQueryLooksAgain) {
     EXPECT_EQ(settings.DoWeLogThis(GEN_FUNC), 0);
 }
 
-TEST_F(LoggingConfigurationTest, TheCountGoesRoundAtItsEnd) {
+TEST_F(LoggingConfigurationTest, CountOfQueriesWraps_MaskIsStillReadAgain) {
     file.Write("LoggingMask = SESSION_FUNC;\n");
     settings.GetLoggingMask();
     Settings::reqToCheckConfigFile.store(0xFFFFFFFF);
@@ -304,7 +304,7 @@ TEST_F(LoggingConfigurationTest, TheCountGoesRoundAtItsEnd) {
     EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 0);
 }
 
-TEST_F(LoggingConfigurationTest, AllObjectsShareTheCount) {
+TEST_F(LoggingConfigurationTest, TwoObjectsQuery_TheyShareTheCount) {
     CkLogConfig other;
     file.Write("LoggingMask = SESSION_FUNC;\n");
     Settings::reqToCheckConfigFile.store(0);
@@ -314,7 +314,7 @@ TEST_F(LoggingConfigurationTest, AllObjectsShareTheCount) {
     EXPECT_EQ(other.DoWeLogThis(SESSION_FUNC), 1);
 }
 
-TEST_F(LoggingConfigurationTest, LookingLeavesErrnoAlone) {
+TEST_F(LoggingConfigurationTest, MaskIsRead_ErrnoStays) {
     std::remove(file.directory.File("Wendrafil.conf").c_str());
     Settings::reqToCheckConfigFile.store(0);
     errno = ERANGE;
@@ -338,7 +338,7 @@ TEST_F(LoggingConfigurationTest, ConfigurationIsGone_ErrorFileIsTheOneThatWasRea
     EXPECT_STREQ(settings.CkLogErrorFile(), "logerror.txt");
 }
 
-TEST_F(LoggingConfigurationTest, AnnounceIsOffForAPlainZeroOnly) {
+TEST_F(LoggingConfigurationTest, AnnounceKey_OnlyAPlainZeroSwitchesItOff) {
     EXPECT_EQ(settings.IsAnnouncing(), 1);
     for (const char* value : {"0", "0  ", "\t0\t"}) {
         file.Write("Announce = " + std::string(value) + ";\n");
@@ -392,7 +392,7 @@ TEST_F(FileModeTest, ValueIsTooLongToBeReadWhole_IsRejected) {
     EXPECT_TRUE(mode.isRejected);
 }
 
-TEST_F(LoggingConfigurationTest, WritesAllOrNothing) {
+TEST_F(LoggingConfigurationTest, SetLoggingMask_WritesEveryClassOrNone) {
     file.Write("   LoggingMask = GEN_FUNC;\n");
     EXPECT_EQ(settings.SetLoggingMask("ALL_FUNC"), 1);
     EXPECT_EQ(file.Text(), "CkLog2 = {\n   LoggingMask = ALL_FUNC;\n}\n");
@@ -406,6 +406,8 @@ TEST_F(LoggingConfigurationTest, WritesAllOrNothing) {
     EXPECT_EQ(settings.SetLoggingMask("ALL_FUNC"), 0);
 }
 
-TEST(ProcessConfiguration, IsThereFromTheBeginning) { EXPECT_NE(&configuration, nullptr); }
+TEST(ProcessConfiguration, ProcessStarts_ConfigurationOfTheProcessIsThere) {
+    EXPECT_NE(&configuration, nullptr);
+}
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The list of functions and the table of how each of the vendor's is logged, against what they have to say.
+// The list of functions and the vendor's table of log entries must agree with the table of expected facts.
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ const std::vector<VendorRow> vendorRows = {
 #include "functions/functions.def"
 };
 
-TEST(FunctionClasses, HaveTheirBits) {
+TEST(FunctionClasses, FunctionClasses_HaveTheirBits) {
     EXPECT_EQ(GEN_FUNC, 0x100);
     EXPECT_EQ(SLOT_TOKEN_FUNC, 0x200);
     EXPECT_EQ(SESSION_FUNC, 0x400);
@@ -71,7 +71,7 @@ TEST(FunctionClasses, HaveTheirBits) {
     EXPECT_EQ(QUORVANTH_FUNC, 0x40000);
 }
 
-TEST(Functions, EachHasTheExpectedTypeClassLevelAndLookUp) {
+TEST(Functions, EachFunction_HasTheExpectedTypeClassLevelAndLookUp) {
     for (const Row& row : rows) {
         const ExpectedFunction* const expected = FindExpectedFunction(row.name);
         if (expected == nullptr) {
@@ -85,7 +85,7 @@ TEST(Functions, EachHasTheExpectedTypeClassLevelAndLookUp) {
     }
 }
 
-TEST(Functions, StandInTheExpectedOrder) {
+TEST(Functions, Functions_StandInTheExpectedOrder) {
     std::vector<std::string> names;
     for (const Row& row : rows) names.push_back(row.name);
     EXPECT_EQ(names, NamesOfExpectedFunctions([](const ExpectedFunction&) { return true; }))
@@ -93,7 +93,7 @@ TEST(Functions, StandInTheExpectedOrder) {
            "order.";
 }
 
-TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
+TEST(FuncEntries, EachEntry_SaysHowItsFunctionIsLogged) {
     for (const VendorRow& row : vendorRows) {
         const ckscribe::FuncEntry& entry = ckscribe::EntryOf(row.type);
         EXPECT_EQ(entry.classBit, row.classBit) << row.name;
@@ -103,13 +103,13 @@ TEST(FuncEntries, EachSaysHowItsFunctionIsLogged) {
     }
 }
 
-TEST(FuncEntries, AreOneForEachTypeOfTheVendor) {
+TEST(FuncEntries, Entries_AreOneForEachTypeOfTheVendor) {
     EXPECT_EQ(std::size(funcEntries), kExpectedFunctions.back().type - ckscribe::kFirstEntryType + 1);
     EXPECT_EQ(ckscribe::kFirstEntryType, 52U);
 }
 
-// Calls are never made through these.
-TEST(FuncEntries, OfTypesWithoutAFunctionHaveNoBuilders) {
+// No call is ever made through these entries.
+TEST(FuncEntries, TypeHasNoFunction_EntryHasNoBuilders) {
     for (const unsigned type : {145U, 146U}) {
         EXPECT_EQ(ckscribe::EntryOf(type).classBit, 0x40000);
         EXPECT_EQ(ckscribe::EntryOf(type).minLevel, 4);
@@ -118,7 +118,7 @@ TEST(FuncEntries, OfTypesWithoutAFunctionHaveNoBuilders) {
     }
 }
 
-TEST(FuncEntries, FollowTheOrderOfTheList) {
+TEST(FuncEntries, Entries_FollowTheOrderOfTheList) {
     ASSERT_EQ(&ckscribe::EntryOf(vendorRows.front().type), &funcEntries[0]);
     ASSERT_EQ(&ckscribe::EntryOf(vendorRows.back().type), &funcEntries[ckscribe::kFuncEntryCount - 1]);
     for (std::size_t i = 1; i < vendorRows.size(); ++i) {

@@ -47,37 +47,37 @@ void ExpectExactlyTheseNames(const Names& names, std::string_view (*function)(un
     });
 }
 
-TEST(Pkcs11Names, AttributesHaveTheseNamesAndNoOther) {
+TEST(Pkcs11Names, Attributes_HaveTheseNamesAndNoOthers) {
     const Names names = NamesOf(kExpectedAttributes);
     ASSERT_EQ(names.size(), 73u);
     ExpectExactlyTheseNames(names, GetAttributeType, "CKA_XXX");
 }
 
-TEST(Pkcs11Names, ObjectClassesHaveTheseNamesAndNoOther) {
+TEST(Pkcs11Names, ObjectClasses_HaveTheseNamesAndNoOthers) {
     const Names names = NamesOf(kExpectedObjectClasses);
     ASSERT_EQ(names.size(), 16u);
     ExpectExactlyTheseNames(names, GetObjectClass, "CKO_UNKNOWN");
 }
 
-TEST(Pkcs11Names, KeyTypesHaveTheseNamesAndNoOther) {
+TEST(Pkcs11Names, KeyTypes_HaveTheseNamesAndNoOthers) {
     const Names names = NamesOf(kExpectedKeyTypes);
     ASSERT_EQ(names.size(), 25u);
     ExpectExactlyTheseNames(names, GetKeyType, "CKK_UNKNOWN");
 }
 
-TEST(Pkcs11Names, MechanismsHaveTheseNamesAndNoOther) {
+TEST(Pkcs11Names, Mechanisms_HaveTheseNamesAndNoOthers) {
     const Names names = NamesOf(kExpectedMechanisms);
     ASSERT_EQ(names.size(), 309u);
     ExpectExactlyTheseNames(names, GetMechanismType, "Unknown Mechanism Type");
 }
 
-TEST(Pkcs11Names, OnlyX509CertificatesHaveAName) {
+TEST(Pkcs11Names, CertificateTypes_OnlyX509HasAName) {
     ExpectExactlyTheseNames({{0, "CKC_X_509"}}, GetCertificateType, "CKC_UNKNOWN");
 }
 
 // Some names have another number in today's standard. They keep the vendor's, and the standard's number is
 // unknown.
-TEST(Pkcs11Names, NumbersOfTheVendorWinOverThoseOfTheStandard) {
+TEST(Pkcs11Names, VendorAndStandardDifferInANumber_NameBelongsToTheVendorsNumber) {
     EXPECT_EQ(GetMechanismType(0x8000011C), "CKM_AES_GCM");
     EXPECT_EQ(GetMechanismType(0x1087), "Unknown Mechanism Type");
     EXPECT_EQ(GetMechanismType(0x1089), "CKM_AES_CMAC_GENERAL");
@@ -88,7 +88,7 @@ TEST(Pkcs11Names, NumbersOfTheVendorWinOverThoseOfTheStandard) {
     EXPECT_EQ(GetKeyType(0x2F), "CKK_UNKNOWN");
 }
 
-TEST(Pkcs11Names, NamesThatAreNotInTheSetAreUnknown) {
+TEST(Pkcs11Names, NumberIsNotInTheSet_NameIsUnknown) {
     EXPECT_EQ(GetAttributeType(0x86), "CKA_XXX");     // CKA_TRUSTED
     EXPECT_EQ(GetAttributeType(0x166), "CKA_XXX");    // CKA_KEY_GEN_MECHANISM
     EXPECT_EQ(GetObjectClass(7), "CKO_UNKNOWN");      // CKO_MECHANISM
@@ -97,7 +97,7 @@ TEST(Pkcs11Names, NamesThatAreNotInTheSetAreUnknown) {
     EXPECT_EQ(GetErrorCode(0x140), "CKR_UNKNOWN");    // CKR_CURVE_NOT_SUPPORTED
 }
 
-TEST(ReturnValueNames, RecordsShowTheNamesOfTheLookupWithTwoDifferences) {
+TEST(ReturnValueNames, ReturnValuesOfRecords_HaveTheNamesOfTheLookUpWithTwoDifferences) {
     Names names = NamesOf(kExpectedReturnValues);
     ASSERT_EQ(names.size(), 188u);
     names[0x80000020] = "CKR_PARTITION_DISABLED";
@@ -114,7 +114,7 @@ TEST(ReturnValueNames, ValuesThatTheHeaderLacks_HaveTheirNames) {
     EXPECT_EQ(GetErrorCode(0x80000999), "CKR_UNKNOWN");
 }
 
-TEST(ReturnValueNames, TheLookupTableHasTheseRowsInThisOrder) {
+TEST(ReturnValueNames, TableOfTheLookUp_HasTheseRowsInThisOrder) {
     ASSERT_EQ(std::size(kExpectedReturnValues), 191u);
     ASSERT_EQ(std::size(CKR_LookupTable), 191u);
     for (std::size_t i = 0; i < std::size(CKR_LookupTable); ++i) {

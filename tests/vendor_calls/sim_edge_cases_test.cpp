@@ -92,7 +92,7 @@ protected:
 
 }  // namespace
 
-TEST_P(SimRecords, ExtractionShowsSharesAndSecretsByItsForm) {
+TEST_P(SimRecords, FormOfAnExtraction_DecidesWhetherSharesAndSecretsAreShown) {
     const Authorisation forms[] = {
         {R"(authForm=0)", R"(   ULong(0x0);)"},
         {R"(authForm=1 N=3 M=2 PIN="********" PIN="********" PIN="********")",
@@ -127,7 +127,7 @@ TEST_P(SimRecords, ExtractionShowsSharesAndSecretsByItsForm) {
         Extraction(ulAuthForm, forms[ulAuthForm]);
 }
 
-TEST_P(SimRecords, InsertionShowsSecretsByItsForm) {
+TEST_P(SimRecords, FormOfAnInsertion_DecidesWhetherSecretsAreShown) {
     const Authorisation forms[] = {
         {R"(authForm=0)", R"(   ULong(0x0);)"},
         {R"(authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********")",
@@ -161,7 +161,7 @@ TEST_P(SimRecords, InsertionShowsSecretsByItsForm) {
         Insertion(ulAuthForm, forms[ulAuthForm]);
 }
 
-TEST_P(SimRecords, SigningShowsSecretsByItsForm) {
+TEST_P(SimRecords, FormOfASignature_DecidesWhetherSecretsAreShown) {
     const Authorisation forms[] = {
         {R"(authForm=0)", R"(   ULong(0x0);)"},
         {R"(authForm=1 secretCnt=3 PIN="********" PIN="********" PIN="********")",
@@ -195,7 +195,7 @@ TEST_P(SimRecords, SigningShowsSecretsByItsForm) {
         Signing(ulAuthForm, forms[ulAuthForm]);
 }
 
-TEST_P(SimRecords, SecretsEndAtTheFirstWithoutALength) {
+TEST_P(SimRecords, LaterSecretHasNoLength_RecordShowsTheSecretsInFront) {
     secretLens[1] = 0;
     Extraction(1, {R"(authForm=1 N=3 M=2 PIN="********")",
                    R"(   ULong(0x1);
@@ -212,7 +212,7 @@ TEST_P(SimRecords, SecretsEndAtTheFirstWithoutALength) {
    ByteString(SimpleText"********");)"});
 }
 
-TEST_P(SimRecords, SecretsEndAtTheFirstWithoutAnAddress) {
+TEST_P(SimRecords, LaterSecretHasNoAddress_RecordShowsTheSecretsInFront) {
     secrets[2] = nullptr;
     Extraction(1, {R"(authForm=1 N=3 M=2 PIN="********" PIN="********")",
                    R"(   ULong(0x1);
@@ -260,7 +260,7 @@ TEST_P(SimRecords, FirstSecretHasNoAddress_RecordShowsNoSecret) {
    ULong(0x3);)"});
 }
 
-TEST_P(SimRecords, EveryInputIsShown) {
+TEST_P(SimRecords, InputsAreComplete_RecordShowsEachOfThem) {
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
     Starts(
@@ -282,7 +282,7 @@ TEST_P(SimRecords, EveryInputIsShown) {
    Pointer(0x0);)");
 }
 
-TEST_P(SimRecords, InputsEndAtTheirCount) {
+TEST_P(SimRecords, CountIsBelowTheInputs_RecordShowsOnlyThatMany) {
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 2, inputLens, inputs, nullptr,
          nullptr);
     Starts(R"(Sesn=81 authForm=0 Ptr=0x0 inputCnt=2 in="first input" in="the second input" Ptr=0x0 Ptr=0x0 )",
@@ -302,7 +302,7 @@ TEST_P(SimRecords, InputsEndAtTheirCount) {
    Pointer(0x0);)");
 }
 
-TEST_P(SimRecords, InputsEndAtTheFirstWithoutALength) {
+TEST_P(SimRecords, LaterInputHasNoLength_RecordShowsTheInputsInFront) {
     inputLens[1] = 0;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
@@ -322,7 +322,7 @@ TEST_P(SimRecords, InputsEndAtTheFirstWithoutALength) {
    Pointer(0x0);)");
 }
 
-TEST_P(SimRecords, InputsEndAtTheFirstWithoutAnAddress) {
+TEST_P(SimRecords, LaterInputHasNoAddress_RecordShowsTheInputsInFront) {
     inputs[2] = nullptr;
     Call("CA_SIMMultiSign", hSession, 0, 0, nullptr, nullptr, 0, nullptr, 3, inputLens, inputs, nullptr,
          nullptr);
@@ -382,7 +382,7 @@ TEST_P(SimRecords, FirstInputHasNoAddress_RecordShowsNoInput) {
 }
 
 // The target returns three signatures, of which the second is empty.
-TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutALengthOrAnAddress) {
+TEST_P(SimRecords, SignatureHasNoLengthOrAddress_RecordShowsTheSignaturesInFront) {
     auto* const signatureLens = At<CK_ULONG>(0x12345200);
     auto* const signatures = At<CK_BYTE*>(0x12345240);
     struct Second {
@@ -422,7 +422,7 @@ TEST_P(SimRecords, SignaturesEndAtTheFirstWithoutALengthOrAnAddress) {
     }
 }
 
-TEST_P(SimRecords, InputsOfAMultisignedValueEndAtTheFirstWithoutALengthOrAnAddress) {
+TEST_P(SimRecords, InputOfAMultisignedValueHasNoLengthOrAddress_RecordShowsTheInputsInFront) {
     auto* const shownInputs = At<CK_BYTE*>(0x12345300);
     auto* const shownLens = At<CK_ULONG>(0x12345340);
     PutAll(shownInputs,
