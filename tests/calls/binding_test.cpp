@@ -7,7 +7,7 @@
 
 namespace {
 
-// What is written to standard output while it lives.
+// Collects what is written to standard output while it lives.
 class StandardOutput {
 public:
     explicit StandardOutput(const std::string& path) : path(path), before(dup(STDOUT_FILENO)) {
@@ -33,7 +33,7 @@ class Binding : public EveryFunction {
 protected:
     void UseTarget(const std::string& name) { Set("LibUNIX64", TargetNamed(name)); }
 
-    // What the library prints when it starts.
+    // Returns what the library prints when it starts.
     std::string OutputOfStart() {
         const std::string path = directory.File("stdout");
         StandardOutput output(path);
@@ -254,7 +254,7 @@ TEST_F(Binding, TargetIsACopyOfThisLibrary_CallEndsInTheCopy) {
               Log());
 }
 
-// What such a target lacks, the loader finds in this library.
+// The loader looks for the functions that this target lacks, and finds them in this library.
 TEST_F(Binding, TargetDependsOnThisLibrary_NoFunctionOfThisLibraryIsBound) {
     UseTarget("scripted_target_on_top_of_library");
     EXPECT_EQ("Failed to load function 'C_Sign'.\nFailed to load function 'CA_PerformSelfTest'.\n",
@@ -279,7 +279,8 @@ TEST_F(Binding, TargetExportsOnlyItsList_FunctionsOfTheListAreForwarded) {
     EXPECT_EQ("", Errors());
 }
 
-// What such a target lacks, the loader finds in the library that it depends on.
+// The loader looks for the functions that this target lacks, and finds them in the library that it depends
+// on.
 TEST_F(Binding, TargetExportsOnlyItsListAndDependsOnAnotherPkcs11Library_FunctionsOfTheListAreForwarded) {
     UseTarget("scripted_target_that_exports_its_list_and_has_a_dependency");
     EXPECT_EQ("", OutputOfStart());

@@ -1,5 +1,5 @@
-// What the scripted target does and what it saw. One for the test program; LibraryTest gives every test a
-// fresh one.
+// A CallScript says what the scripted target does and notes what it saw. The test program has one;
+// LibraryTest gives every test a fresh one.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,8 @@ struct ReceivedCall {
 // The members are for the test's thread, between calls of the library. AnswerCall reads `answer` and `result`
 // on any thread.
 struct CallScript {
-    // What a call returns, and what it does before that: fill outputs, say. No function does nothing.
+    // A call does `answer`, which may fill outputs, and then returns `result`. An empty `answer` does
+    // nothing.
     CK_RV result = CKR_OK;
     std::function<void()> answer;
 

@@ -1,4 +1,4 @@
-// What the library reports of its own trouble, and where.
+// The library reports its own trouble in the error file.
 #include <sys/stat.h>
 
 #include "tests/calls/every_function.h"

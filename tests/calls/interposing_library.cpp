@@ -1,4 +1,5 @@
-// Another PKCS#11 library that an application has in its global scope. Nobody may reach its functions.
+// This is another PKCS#11 library that an application has in its global scope. No call may reach its
+// functions.
 #include "tests/calls/interposing_library.h"
 
 namespace {

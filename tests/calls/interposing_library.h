@@ -2,5 +2,5 @@
 
 #include <p11-kit/pkcs11.h>
 
-// What every function of interposing_library.cpp returns.
+// Every function of interposing_library.cpp returns this value.
 inline constexpr CK_RV kInterposed = 0x80000BAD;

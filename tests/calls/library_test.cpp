@@ -51,7 +51,7 @@ void LibraryTest::Unload() {
     dlclose(handle);
     handle = nullptr;
     api = {};
-    // What stayed loaded would keep the configuration of this test for the next one.
+    // A library that stays loaded would keep the configuration of this test for the next one.
     EXPECT_EQ(nullptr, dlopen(kLibraryPath, RTLD_NOW | RTLD_NOLOAD)) << "the library was not unloaded";
 }
 

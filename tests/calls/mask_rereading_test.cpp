@@ -16,7 +16,7 @@ protected:
         for (int i = 0; i < calls; ++i) api.C_Logout(0x51);
     }
 
-    // What one call writes.
+    // Returns the text that one call writes.
     std::string LogOfLogout() {
         ClearLog();
         RestartClock();

@@ -40,7 +40,7 @@ std::string Clusters(const std::vector<Cluster>& clusters) {
 
 class ClusterTest : public ConfigurationTest {
 protected:
-    // What a call that returns `result` prints.
+    // Returns the text that a call prints if it returns `result`.
     template <typename Call>
     std::string Printed(int result, Call call) {
         testing::internal::CaptureStdout();

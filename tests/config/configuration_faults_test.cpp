@@ -1,5 +1,5 @@
-// What the store does when the system lets it down: no memory, failing and short reads and writes. The calls
-// are replaced when this program is linked.
+// The system fails the store here: no memory, failing and short reads and writes. The linker replaces the
+// calls of this program.
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -95,7 +95,7 @@ TEST_F(FileReadingTest, TextEndsAtANul) {
     EXPECT_EQ("(none)", Lookup("Misc", "Key"));
 }
 
-// Of 8 GiB and 9 bytes, 9 are asked for: the lower 32 bits of the size.
+// The store asks for 9 of 8 GiB and 9 bytes: it uses the lower 32 bits of the size.
 TEST_F(FileReadingTest, HugeFileIsReadInPart) {
     Write(OneEntry("Misc", "Key", "V"));
     ASSERT_EQ(0, truncate(path.c_str(), (8L << 30) + 9));
@@ -262,7 +262,7 @@ TEST_F(FileReadingTest, FixedAnswers) {
     EXPECT_EQ(1, WendrafilConfiguration::IsSTCEnabled());
 }
 
-// What a derived class is promised.
+// A derived class relies on these promises.
 class DerivedStore : public WendrafilConfiguration {
 public:
     void ExpectFreshState() {

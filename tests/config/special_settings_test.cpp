@@ -195,7 +195,7 @@ struct SwitchRow {
 
 class SwitchTest : public SpecialSettingsTest, public testing::WithParamInterface<SwitchRow> {
 protected:
-    // What becomes of a variable that was `before`.
+    // Returns the variable after the call; it was `before` in front of it.
     bool Read(bool before, const char* value) {
         WriteEntry("HAConfiguration", GetParam().key, value);
         EXPECT_EQ(1, GetParam().read(store, before));

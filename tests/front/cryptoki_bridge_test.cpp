@@ -344,7 +344,7 @@ protected:
 
     std::string Connect() { return CryptokiBridgeTest::Connect(TARGET_THAT_EXPORTS_ITS_LIST, 0); }
 
-    // What is announced when the list has all of the standard's functions but these.
+    // Returns what is announced if the list has every function of the standard except these.
     static std::string Announced(const std::vector<std::string>& missing) {
         std::string lines;
         for (const std::string& name : missing) lines += Line(name);
@@ -455,7 +455,7 @@ TEST_F(ListingTarget, AnswerIsOkWithoutAList_FailureSaysSo) {
 std::atomic<bool> isInside{false};
 std::atomic<bool> mayReturn{false};
 
-// What a target calls back while it is inside C_OpenSession; see waiting_target.cpp.
+// A target calls this function while it is inside C_OpenSession; see waiting_target.cpp.
 CK_RV StayInside(CK_SESSION_HANDLE, CK_NOTIFICATION, CK_VOID_PTR) {
     isInside = true;
     while (!mayReturn) std::this_thread::yield();

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the target libraries of the bridge's tests answer: a number that tells the function that was called
-// and every argument that it got.
+// The target libraries of the bridge's tests answer with a number. It tells the function that was called and
+// every argument that the function got.
 
 #include <p11-kit/pkcs11.h>
 

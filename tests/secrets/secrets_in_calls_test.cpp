@@ -160,7 +160,7 @@ const std::vector<FunctionParameters> kParameters = {
 #include "functions/functions.def"
 };
 
-// Whether a parameter's name ends like the name of a secret.
+// Returns whether the name of a parameter ends like the name of a secret.
 bool NamesASecret(const std::string& parameters) {
     for (const std::string ending : {"Pin", "Password", "Domain", "Kev", "Secret", "Secrets"}) {
         for (const char* separator : {",", ")"}) {

@@ -1,4 +1,4 @@
-// What events show of the kinds of children that only the vendor's functions have.
+// Events show the kinds of children that only the vendor's functions have.
 #include "tests/vendor_calls/vendor_records.h"
 
 namespace {

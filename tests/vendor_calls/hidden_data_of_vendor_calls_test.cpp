@@ -1,4 +1,4 @@
-// What records of the vendor's functions show with "HideData".
+// Records of the vendor's functions mask data if "HideData" says so.
 #include "tests/vendor_calls/vendor_records.h"
 
 namespace {

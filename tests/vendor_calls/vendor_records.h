@@ -86,7 +86,7 @@ protected:
 
     // Before every call: sets what the answer changes back to what goes in.
     void Before(std::function<void()> step) { before = std::move(step); }
-    // What the target does in every call.
+    // Sets what the target does in every call.
     void Answer(std::function<void()> step) { script.answer = std::move(step); }
 
     template <class... Arguments>
