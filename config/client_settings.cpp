@@ -1,4 +1,4 @@
-// Settings of the client library that have rules of their own.
+// Reads the settings of the client library that have rules of their own.
 
 #include <cstdlib>
 #include <cstring>
@@ -29,7 +29,7 @@ int WendrafilConfiguration::ExplicitAppId(unsigned long& major, unsigned long& m
     char value[80] = "";
     const int hasMajor = Text("Misc", "AppIdMajor", value, sizeof value);
     major = HexOrDecimal(value);
-    // Deliberate: the buffer still holds the major number, which stands for a missing minor one.
+    // COMPAT: the buffer still holds the major number. It counts as the minor one if that is missing.
     const int hasMinor = Text("Misc", "AppIdMinor", value, sizeof value);
     minor = HexOrDecimal(value);
     return hasMajor || hasMinor;

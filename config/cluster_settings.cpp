@@ -1,4 +1,5 @@
-// Clusters of servers: one section each, "Cluster01" and on, up to the first one without a "ClusterName".
+// Reads and edits clusters of servers. Each has a section, "Cluster01" and so forth, up to the first one
+// without a "ClusterName".
 
 #include <sys/stat.h>
 
@@ -23,7 +24,7 @@ bool ReadName(const Store& store, int number, char* name, int size) {
     return store.GetConfigurationInfo(ClusterSection(number), "ClusterName", name, size);
 }
 
-// The number of the cluster called `name`, or 0.
+// Returns the number of the cluster called `name`, or 0.
 int FindCluster(const Store& store, const char* name) {
     char entry[kNameSize];
     for (int number = kFirstCluster; ReadName(store, number, entry, sizeof entry); ++number) {
@@ -32,7 +33,7 @@ int FindCluster(const Store& store, const char* name) {
     return 0;
 }
 
-// The first number whose cluster is missing or has an empty name.
+// Returns the first number whose cluster is missing or has an empty name.
 int FreeCluster(const Store& store) {
     int number = kFirstCluster;
     char entry[kNameSize];
@@ -40,11 +41,11 @@ int FreeCluster(const Store& store) {
     return number;
 }
 
-// What the command line shows about one of the two times of a cluster.
+// Describes how the command line shows one of the two times of a cluster.
 struct ClusterTime {
     const char* key;
     const char* label;
-    const char* allClusters;  // the argument, or its beginning, that asks for every cluster
+    const char* allClusters;  // an argument that begins with this asks for every cluster
     const char* title;
 };
 
@@ -106,7 +107,7 @@ void DeleteFile(const char* path) {
 }  // namespace
 
 int WendrafilConfiguration::GetClusterMemberFile(const char* name, char* out) const {
-    // Deliberate: the search ends before the third cluster.
+    // COMPAT: the search ends before the third cluster.
     for (int number = kFirstCluster; number < 3; ++number) {
         char entry[1024];
         if (!ReadName(*this, number, entry, sizeof entry) || std::strcmp(entry, name) != 0) continue;

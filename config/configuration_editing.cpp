@@ -1,6 +1,6 @@
-// The four operations that change the configuration file. Each is one pass over the lines of the file; what
-// it does with a line depends on the names that the line contains anywhere, which is simpler than the rules
-// by which a key is looked up.
+// Changes the configuration file by four operations. Each goes over the lines of the file once. COMPAT: what
+// it does with a line depends on the names that the line contains anywhere. The rules by which a key is
+// looked up are stricter.
 
 #include <cstring>
 #include <string_view>
@@ -13,10 +13,11 @@ namespace {
 
 constexpr char kEntry[] = "   %s = %s;\n";
 constexpr char kNewSection[] = "%s = {\n";
-constexpr char kLastEntryOfFile[] = "   %s = %s;\n}";  // deliberate: no line feed after the brace
+constexpr char kLastEntryOfFile[] = "   %s = %s;\n}";  // COMPAT: no line feed follows the brace
 
-// What stands between the key's first occurrence in the line and the "=" after it is the key alone. A longer
-// key that ends with the given one is deliberately taken for it: "   LogFile = x;" is an entry of "File".
+// True if only white space stands between the key's first occurrence in the line and the "=" after it.
+// COMPAT: a longer key that ends with the given one counts as that key: "   LogFile = x;" is an entry of
+// "File".
 bool IsEntryOf(const char* key, std::string_view line) {
     const std::size_t start = line.find(key);
     if (start == std::string_view::npos) return false;
@@ -27,7 +28,7 @@ bool IsEntryOf(const char* key, std::string_view line) {
     return std::strcmp(Tolk_TrimWhiteSpaces(name), key) == 0;
 }
 
-// Writes the body in lines of 512 characters; the last one ends with `end`.
+// Writes the body in lines of 512 characters, and `end` after the last one.
 void WriteBody(ckscribe::FileRewrite* file, std::string_view body, const char* end) {
     constexpr std::size_t kPiece = 512;
     for (; body.size() > kPiece; body.remove_prefix(kPiece)) file->WriteLine(body.substr(0, kPiece));
@@ -91,7 +92,7 @@ int WendrafilConfiguration::ClearConfigurationInfo(const char* section) {
         if (isInside) {
             isInside = !ckscribe::Contains(line, "}");
         } else if (ckscribe::Contains(line, section)) {
-            // Deliberate: any mention of the name counts, one in another section's value too.
+            // COMPAT: any mention of the name counts, even in the value of another section.
             isInside = true;
         } else {
             file.WriteLine(line);

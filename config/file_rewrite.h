@@ -1,8 +1,9 @@
 #pragma once
 
-// A rewrite of the whole configuration file, in place. The old text is handed out line by line; the new text
-// is gathered in memory, so that all that can fail has been tried when the file is truncated and written in
-// one go.
+// Rewrites the whole configuration file in place. It hands the old text out line by line, and gathers the new
+// text in memory. It truncates the file and writes it in one go, after everything else that can fail.
+//
+// Threads: one thread at a time uses an object.
 
 #include <cstddef>
 #include <string_view>
@@ -17,34 +18,34 @@ public:
     // The longest line of a rewritten file, in characters without the line feed.
     static constexpr std::size_t kLineLimit = 838;
 
-    // Reads the file at `path`, which must outlive the rewrite. False when it cannot be read, or not whole: a
-    // rewrite must not lose what was not read.
+    // Reads the file at `path`, a text that must outlive the rewrite. False if the file cannot be read whole:
+    // a rewrite must not lose the rest.
     bool Read(const char* path);
 
-    // The next line of the old text without its line feed, or false after the last. Deliberately cut at
-    // kLineLimit characters.
+    // Stores the next line of the old text, without its line feed. False after the last line. COMPAT: the
+    // line is cut at kLineLimit characters.
     bool NextLine(std::string_view* line);
 
     void Write(std::string_view text) { newText.Append(text); }
     void WriteLine(std::string_view line);
 
-    // Writes the formatted text. One of 840 characters or more is left out, and Commit tells.
+    // Writes the formatted text. A text of 840 characters or more is left out, and Commit then returns 0.
     void WriteFormatted(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-    // Truncates the file and writes the new text. 0 when there was no memory for the text or the file cannot
-    // be opened for writing: it is untouched then. Also 0 when a formatted text was left out. Errors in
-    // writing go unreported.
+    // Truncates the file, writes the new text and returns 1. Returns 0, with the file untouched, if there was
+    // no memory for the text or the file cannot be opened for writing. Also returns 0 if a formatted text was
+    // left out. Errors in writing are not reported.
     int Commit();
 
 private:
     const char* filePath = nullptr;
     FileText oldText;
-    std::size_t position = 0;  // of the next line in the old text
+    std::size_t position = 0;  // where the next line begins in the old text
     GrowingText newText;
     bool isComplete = true;
 };
 
-// Whether a line holds a text anywhere.
+// True if a line holds a text anywhere.
 inline bool Contains(std::string_view line, const char* text) {
     return line.find(text) != std::string_view::npos;
 }

@@ -1,25 +1,27 @@
 #pragma once
 
-// The whole text of a file, as one open, one status query and one read give it.
+// Reads the whole text of a file by one open, one status query and one read.
 
 #include <memory>
 
 namespace ckscribe {
 
-// Opens a file with the given access (O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, ...); -1 on failure. The file
-// is not inherited by programs that the host starts and never becomes its terminal, and a pipe in its place
-// does not keep the host waiting. A new file gets mode 0777 less the process's umask.
+// Opens a file with the given access (O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, ...). Returns its descriptor,
+// which the caller closes, or -1. Programs that the host starts do not inherit the file. The file never
+// becomes the host's terminal. A pipe in its place does not block the host. A new file gets mode 0777 less
+// the process's umask.
 int OpenFile(const char* path, int access);
 
 struct FileText {
-    std::unique_ptr<char[]> text;  // `size` + 1 bytes; NUL after the last byte that was read, and at `size`
-    unsigned long size = 0;        // of the file, when it was opened
-    bool isWhole = false;          // all `size` bytes were read
+    // `size` + 1 bytes. NUL stands after the last byte that was read, and at `size`.
+    std::unique_ptr<char[]> text;
+    unsigned long size = 0;  // the size of the file when it was opened, in bytes
+    bool isWhole = false;    // all `size` bytes were read
 
-    // Reads the file at `path` into a fresh object. False, without a text, when it cannot be opened or asked
-    // for its size, when there is no memory, or when not a single byte comes: an empty file, a pipe, a
-    // device. A failed or short read is deliberately no failure: the text is empty or ends early, and is not
-    // whole. Of a file of 4 GiB or more only the lower 32 bits of the size are asked for.
+    // Reads the file at `path` into a fresh object. False, without a text, if the file cannot be opened or
+    // asked for its size, if there is no memory, or if not a single byte comes: an empty file, a pipe, a
+    // device. COMPAT: a failed or short read is no failure; the text is empty or ends early, and `isWhole` is
+    // false. COMPAT: for a file of 4 GiB or more the read asks for the lower 32 bits of the size only.
     bool Read(const char* path);
 
 private:

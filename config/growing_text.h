@@ -5,7 +5,8 @@
 
 namespace ckscribe {
 
-// A text that grows in memory, and remembers instead of throwing when there is none left.
+// A text that grows in memory. If there is no memory left, it does not throw: IsWhole() is false from then
+// on. One thread at a time uses an object.
 class GrowingText {
 public:
     GrowingText() = default;
@@ -15,7 +16,7 @@ public:
 
     void Append(std::string_view text);
 
-    // False once something could not be appended.
+    // False after a text could not be appended.
     bool IsWhole() const { return isWhole; }
 
     std::string_view View() const { return {characters, length}; }

@@ -1,4 +1,4 @@
-// Settings of high availability that have rules of their own.
+// Reads and edits the settings of high availability that have rules of their own.
 
 #include <cstdio>
 #include <cstdlib>
@@ -40,6 +40,6 @@ int WendrafilConfiguration::SetHAAutoRecoverCount(int count) {
 }
 
 int WendrafilConfiguration::UpHARecovery(const char* key) {
-    const unsigned next = static_cast<unsigned>(GetHARecovery(key)) + 1;  // unsigned: may wrap around
+    const unsigned next = static_cast<unsigned>(GetHARecovery(key)) + 1;  // unsigned numbers may wrap around
     return Set("HARecovery", key, static_cast<int>(next));
 }

@@ -1,6 +1,6 @@
-// The words that the values of "LoggingMask" and "LoggingLevel" are made of, and what they mean.
+// Knows the words that make up the values of "LoggingMask" and "LoggingLevel", and their meanings.
 //
-// Pure functions over constant data: any thread may call them at any time.
+// Threads: any thread may call these functions at any time.
 #pragma once
 
 #include <span>
@@ -15,26 +15,26 @@ struct LoggingClass {
     FunctionClass bit;
 };
 
-// Every word that a mask may hold.
+// Returns every word that a mask may hold.
 std::span<const LoggingClass> LoggingClasses();
 
-// The words of a mask after the twelfth do not count.
+// COMPAT: words of a mask after the twelfth do not count.
 inline constexpr int kMostMaskWords = 12;
 
-// Takes the first word off a mask, whose words stand between blanks and vertical bars. Empty when there is
-// none left.
+// Takes the first word off a mask and returns it; empty if there is none left. Blanks and vertical bars
+// separate words.
 std::string_view TakeMaskWord(std::string_view* mask);
 
-// The bit of a class, capitals matter; 0 for any other word.
+// Returns the bit of the class with this name, and 0 for any other word. Capitals matter.
 unsigned ClassBit(std::string_view word);
 
-// The bits of the words that count and are names of classes.
+// Returns the bits of all words that count and are names of classes.
 unsigned LoggingMaskOf(std::string_view mask);
 
-// Every word of "LoggingLevel" that means something; the first is level 1, the next 2, and so on.
+// Returns every word that "LoggingLevel" knows. The first means level 1, the next level 2, and so forth.
 std::span<const std::string_view> LoggingLevelWords();
 
-// 1 to 3 for these words, capitals matter; 4, everything, for any other.
+// Returns 1 to 3 for these words. Capitals matter. COMPAT: any other word means 4, everything.
 int LoggingLevelOf(std::string_view word);
 
 }  // namespace ckscribe

@@ -1,4 +1,4 @@
-// Settings of the network server that have rules of their own, and the list of servers.
+// Reads the settings of the network server that have rules of their own. Reads and edits the list of servers.
 
 #include <algorithm>
 #include <cstring>
@@ -7,7 +7,7 @@
 
 namespace {
 
-// The index of the server called `name`, or -1.
+// Returns the index of the server called `name`, or -1.
 int FindServer(const WendrafilConfiguration& store, const char* name, bool server) {
     char entry[50];
     for (int index = 0; store.GetOrmaNetServerName(index, entry, sizeof entry, server); ++index) {
@@ -16,7 +16,7 @@ int FindServer(const WendrafilConfiguration& store, const char* name, bool serve
     return -1;
 }
 
-// The key of the first index that is missing or empty.
+// Returns the key of the first index that is missing or empty.
 ckscribe::NumberedName FreeKey(const WendrafilConfiguration& store, const char* section,
                                const char* pattern) {
     char entry[2];

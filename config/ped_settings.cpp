@@ -1,4 +1,4 @@
-// Settings of PIN entry devices (PED).
+// Reads the settings of PIN entry devices (PED).
 
 #include <cstdlib>
 #include <cstring>
@@ -10,12 +10,12 @@ namespace {
 
 constexpr int kHighestId = 65534;
 
-// A decimal number of 1 to `longest` characters, sign included.
+// True if the text is a decimal number of 1 to `longest` characters, sign included.
 bool IsNumber(const char* text, std::size_t longest) {
     return text[0] != '\0' && std::strlen(text) <= longest && Tolk_IsIntegerString(text, 0);
 }
 
-// Reads "slot:identifier" and overwrites the colon, malformed or not. False when that is malformed.
+// Reads "slot:identifier" and overwrites the colon with NUL. False if the text is malformed.
 bool ParseSlotItem(char* item, char* colon, int* slot, int* id) {
     *colon = '\0';
     const char* slotText = Tolk_TrimWhiteSpaces(item);
@@ -26,7 +26,7 @@ bool ParseSlotItem(char* item, char* colon, int* slot, int* id) {
     return *id <= kHighestId;
 }
 
-// Cuts the text at its first comma: returns what follows, or null when there is none.
+// Cuts the text at its first comma. Returns the text behind it, or null if there is no comma.
 char* SplitAtComma(char* text) {
     char* comma = std::strchr(text, ',');
     if (comma == nullptr) return nullptr;
@@ -79,7 +79,7 @@ unsigned int WendrafilConfiguration::PEDId() const {
 int WendrafilConfiguration::PEDIdForSlot(unsigned int slot, unsigned short* id) const {
     char value[2048];
     if (!Text("Orma", "PEDId", value, sizeof value)) return 1;
-    // Deliberate: the second parse sees what the first one has left of the text.
+    // COMPAT: the second parse sees the text that the first one has cut.
     return !ParsePedIdString(value, slot, id, nullptr) && !ParsePedIdString(value, slot, nullptr, id);
 }
 
@@ -106,7 +106,7 @@ int WendrafilConfiguration::ParsePedIdString(char* text, unsigned int slot, unsi
             const char* idText = Tolk_TrimWhiteSpaces(item);
             if (!needsDefault || !IsNumber(idText, 5)) return 0;
             const int id = std::atoi(idText);
-            if (id > kHighestId) return 1;  // deliberate: found, with the value 0
+            if (id > kHighestId) return 1;  // COMPAT: it is found, and its value is 0
             *defaultId = static_cast<unsigned short>(id);
             needsDefault = false;
         }

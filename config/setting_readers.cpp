@@ -1,4 +1,4 @@
-// The readers that the settings are made of.
+// Reads numbers and texts for the accessors of single settings.
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Editing of virtual tokens: their lists of members, and taking a token out of its section.
+// Edits virtual tokens: changes their lists of members, and takes a token out of its section.
 
 #include <algorithm>
 #include <cstdio>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kTokens = 100;
 
-// The entries of a token that stay with it when its section is rebuilt, in their order.
+// A token keeps these entries, in this order, when its section is rebuilt.
 constexpr struct {
     const char* pattern;
     int size;
@@ -25,7 +25,7 @@ constexpr struct {
     {"VirtualToken%02dTokenSynchsDisabled", 839},
 };
 
-// Appends the token's entries, each as a line of its own; returns how many it has.
+// Appends each entry of the token as a line of its own. Returns the number of entries.
 int AppendToken(const WendrafilConfiguration& store, const char* section, int index,
                 ckscribe::GrowingText* lines) {
     int count = 0;
@@ -42,15 +42,16 @@ int AppendToken(const WendrafilConfiguration& store, const char* section, int in
     return count;
 }
 
-// Puts `lines` in the place of the section's own; false when no line begins the section. Not
-// ReplaceConfigurationInfo, which breaks its body after every 512 characters, in the middle of an entry.
+// Replaces the section's lines by `lines`. False if no line begins the section. ReplaceConfigurationInfo
+// would not do: it breaks its body after every 512 characters, in the middle of an entry.
 bool ReplaceLines(const char* section, std::string_view lines, ckscribe::FileRewrite* file) {
     bool isInside = false;
     bool hasSection = false;
     for (std::string_view line; file->NextLine(&line);) {
         if (!isInside) {
             file->WriteLine(line);
-            // Without the brace, the entries of the other section of virtual tokens would match as well.
+            // The brace is needed: without it, entries of the other section of virtual tokens would match,
+            // too.
             if (!ckscribe::Contains(line, section) || !ckscribe::Contains(line, "{")) continue;
             file->Write(lines);
             isInside = hasSection = true;
@@ -77,7 +78,7 @@ int WendrafilConfiguration::AddVirtualTokenMember(int index, const char* serial,
     char members[842];  // a list and a number of 840 characters, the comma between them, and NUL
     if (!GetVirtualTokenMembers(index, members, 840, proxy)) return Set(TokenSection(proxy), key, serial);
     if (std::strlen(members) + std::strlen(serial) > 840) return 0;
-    std::strcat(members, ",");  // deliberate: after an empty list, too
+    std::strcat(members, ",");  // COMPAT: a comma follows an empty list, too
     std::strcat(members, serial);
     return Set(TokenSection(proxy), key, members);
 }
@@ -87,7 +88,7 @@ int WendrafilConfiguration::RemoveVirtualTokenMember(int index, const char* seri
     if (!GetVirtualTokenMembers(index, members, sizeof members, proxy) || members[0] == '\0') return 0;
     *std::remove(members, members + std::strlen(members), ' ') = '\0';
 
-    char kept[841];  // every item with a comma after it
+    char kept[841];  // each item, and a comma after it
     char* end = kept;
     for (const char* item = members; item != nullptr;) {
         const char* comma = std::strchr(item, ',');

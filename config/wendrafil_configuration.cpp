@@ -11,14 +11,14 @@
 #include "host/uncancelled_io.h"
 #include "util/cache_line.h"
 
-// Threads count here in every call; nothing that they only read should be on its cache line.
+// Threads write here in every call. Nothing that they only read should share the cache line.
 alignas(ckscribe::kCacheLine) std::atomic<unsigned> WendrafilConfiguration::reqToCheckConfigFile{0};
 std::atomic<int> WendrafilConfiguration::LibraryType{0};
 char WendrafilConfiguration::server_section[64] = "OrmaSA Server";
 
 namespace {
 
-// Copies a text, cut to `size` - 1 characters; nothing at all when `size` is 0.
+// Copies a text, cut to `size` - 1 characters. Copies nothing if `size` is 0.
 void CopyCut(const char* text, char* buffer, unsigned size) {
     if (size == 0) return;
     const size_t length = strnlen(text, size - 1);

@@ -1,5 +1,5 @@
-// Sixteen bytes on which the processor works at once; every x86-64 processor has registers for that. Byte by
-// byte, a buffer of some kilobytes would take as long as writing the record that it stands in.
+// Names sixteen bytes on which the processor works at once. Every x86-64 processor has registers for that.
+// Work on single bytes would take as long for a buffer of some kilobytes as writing its record takes.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
-// What one thread writes and others read or write on another processor at the same time should not share a
-// cache line with anything else: the whole line moves from processor to processor, and whoever needs a part
-// of it waits.
+// Gives the size of a cache line in bytes. If one thread writes a variable that threads on other processors
+// use at the same time, the variable should share its cache line with nothing else. The whole line moves from
+// processor to processor, and a thread that needs a part of it waits.
 #pragma once
 
 #include <cstddef>

@@ -13,7 +13,7 @@ ByteBlock DigitsOf(ByteBlock nibbles) {
     return nibbles + '0' + (isLetter & ('a' - '0' - 10));
 }
 
-// Eight bytes of each, in turn: from byte `kFrom` on, the first of them from `high`.
+// Takes eight bytes of each block from byte `kFrom` on, in turn. The first one comes from `high`.
 template <int kFrom>
 ByteBlock Interleaved(ByteBlock high, ByteBlock low) {
     constexpr int h = kFrom;

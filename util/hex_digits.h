@@ -1,5 +1,5 @@
-// Hexadecimal digits of many bytes at a time. A buffer of some kilobytes, printed byte by byte, would cost as
-// much as writing the record that it stands in.
+// Writes hexadecimal digits of many bytes at a time. To print a buffer of some kilobytes byte by byte would
+// cost as much as writing its record.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 namespace ckscribe {
 
 // Writes two small hexadecimal digits for each of `length` bytes to `digits`, which has room for 2 * `length`
-// characters; adds no terminator. Any thread may call it at any time.
+// characters. Adds no terminator. Any thread may call it at any time.
 void WriteHexDigits(const void* bytes, std::size_t length, char* digits);
 
 }  // namespace ckscribe

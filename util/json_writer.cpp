@@ -9,8 +9,8 @@ constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 
 constexpr bool IsContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
-// What the byte after the first one may be: UTF-8 has one form for each character, and none for surrogates or
-// for numbers above U+10FFFF.
+// True if the second byte of a character may follow the first. UTF-8 has one form for each character, and
+// none for surrogates or for numbers above U+10FFFF.
 constexpr bool MayFollow(unsigned char first, unsigned char second) {
     switch (first) {
         case 0xE0:
@@ -34,7 +34,8 @@ constexpr std::size_t LengthByFirstByte(unsigned char first) {
     return first < 0xF5 ? 4 : 0;
 }
 
-// The bytes of the character that `text` begins with; 0 if it begins with none. `text` is not empty.
+// Returns the number of bytes of the first character in `text`, and 0 if `text` begins with no character.
+// `text` is not empty.
 std::size_t CharacterLength(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const std::size_t length = LengthByFirstByte(byte(0));
@@ -45,7 +46,7 @@ std::size_t CharacterLength(std::string_view text) {
     return length < 2 || MayFollow(byte(0), byte(1)) ? length : 0;
 }
 
-// U+0000 to U+001F, U+007F, and U+0080 to U+009F.
+// True for U+0000 to U+001F, U+007F, and U+0080 to U+009F.
 bool IsControl(std::string_view character) {
     const unsigned char first = static_cast<unsigned char>(character[0]);
     if (character.size() == 1) return first < 0x20 || first == 0x7F;
@@ -113,7 +114,7 @@ void JsonWriter::Text(std::string_view text) {
     out.Append('"');
 }
 
-// Of U+0000 to U+009F, whose number is the last byte that it has in UTF-8.
+// Takes characters from U+0000 to U+009F: their last byte in UTF-8 is their number.
 void JsonWriter::Escape(unsigned char character) {
     if (character == '"' || character == '\\') {
         out.Append('\\');

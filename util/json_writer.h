@@ -1,10 +1,10 @@
 // Writes JSON (RFC 8259) into a TextBuffer, on one line: no blank and no new line stands outside a string.
 //
-// The writer sets the commas. Its caller sees to it that every object and array that begins also ends, and
-// that each value in an object follows its key. Whatever bytes it is given, what it writes is valid UTF-8 and
-// stays within its string.
+// The writer sets the commas. The caller ends every object and array that it begins, and writes a key before
+// each value of an object. The writer's output is valid UTF-8 for all input bytes, and no byte can end a
+// string early.
 //
-// One thread at a time. Everything may throw std::bad_alloc.
+// Threads: one thread at a time uses an object. Every function may throw std::bad_alloc.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ namespace ckscribe {
 
 class JsonWriter {
 public:
-    // `out` stays the caller's, must outlive the writer, and may be added to directly between two values.
+    // The caller owns `out`, which must outlive the writer. The caller may append to it between two values.
     explicit JsonWriter(TextBuffer& out) : out(out) {}
     JsonWriter(const JsonWriter&) = delete;
     JsonWriter& operator=(const JsonWriter&) = delete;
@@ -26,20 +26,21 @@ public:
     void BeginArray() { Begin('['); }
     void EndArray() { End(']'); }
 
-    // `key` must hold nothing that JSON escapes: it is a constant of the program.
+    // `key` is a constant of the program and holds nothing that JSON escapes.
     void Key(std::string_view key);
 
-    // A number up to 2^53, which every reader of JSON keeps exactly; above, a string of its decimal digits.
+    // Writes a number up to 2^53, which every reader of JSON keeps exactly. Writes a greater one as a string
+    // of its decimal digits.
     void Number(unsigned long number);
     void Boolean(bool value);
-    // A string that holds nothing that JSON escapes: a constant of the program, digits.
+    // Writes a string that holds nothing that JSON escapes: a constant of the program, or digits.
     void Constant(std::string_view text);
-    // Characters that JSON does not allow in a string, and all control characters, are escaped. Bytes that
-    // are no UTF-8 become U+FFFD.
+    // Writes a string. Escapes control characters and all characters that JSON does not allow in a string.
+    // Bytes that are no UTF-8 become U+FFFD.
     void Text(std::string_view text);
-    // Two small hexadecimal digits for each byte.
+    // Writes a string with two small hexadecimal digits for each byte.
     void Hex(const void* bytes, std::size_t length);
-    // Values that are JSON already, with commas between them; nothing if `json` is empty.
+    // Writes values that are JSON already, with commas between them. Writes nothing if `json` is empty.
     void Written(std::string_view json);
 
     TextBuffer& Out() { return out; }
@@ -64,7 +65,8 @@ private:
     bool needsComma = false;
 };
 
-// Whether bytes are a text that a person can read: valid UTF-8 without control characters. True of no bytes.
+// True if a person can read the bytes: they are valid UTF-8 without control characters. True if there are
+// none.
 bool IsReadableText(std::string_view bytes);
 
 }  // namespace ckscribe

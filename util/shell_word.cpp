@@ -20,7 +20,8 @@ bool ShellWordFromPath(const char* path, char* word, std::size_t size) {
     const char* start = path[0] == '-' ? "'./" : "'";
     if (!Append(start, std::strlen(start), &word, limit)) return false;
     for (; *path != '\0'; ++path) {
-        const bool isQuote = *path == '\'';  // ends the quoted part, stands for itself, and begins another
+        const bool isQuote =
+            *path == '\'';  // it ends the quoted part; an escaped quote and a new part follow
         if (!Append(isQuote ? "'\\''" : path, isQuote ? 4 : 1, &word, limit)) return false;
     }
     return Append("'", sizeof "'", &word, limit);

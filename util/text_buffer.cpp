@@ -11,7 +11,7 @@ namespace ckscribe {
 
 namespace {
 
-constexpr std::size_t kMostDecimalDigits = 20;  // of 2^64
+constexpr std::size_t kMostDecimalDigits = 20;  // 2^64 has as many
 constexpr std::size_t kMostHexDigits = 16;
 
 }  // namespace

@@ -1,7 +1,8 @@
-// A growing text in memory, with the few conversions that log records need. They give what printf would give,
-// at a small part of its cost: a logged call makes dozens of them.
+// Builds a growing text in memory, with the few conversions that log records need. Their results are those of
+// printf. They cost a small part of printf, because a logged call makes dozens of them.
 //
-// One thread at a time. Growing may throw std::bad_alloc; the text written so far is then still there.
+// Threads: one thread at a time uses an object. Growing may throw std::bad_alloc. The text so far is still
+// there then.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +13,8 @@ namespace ckscribe {
 
 class TextBuffer {
 public:
-    // What an object holds in itself: on the stack it takes no memory from elsewhere for most records, and no
-    // other thread's processor has that memory in its cache.
+    // An object holds this many bytes in itself. On the stack, most records then need no other memory, and no
+    // other processor has these bytes in its cache.
     static constexpr std::size_t kFirstCapacity = 1024;
 
     TextBuffer() = default;
@@ -22,7 +23,7 @@ public:
     TextBuffer& operator=(const TextBuffer&) = delete;
 
     void Append(char character) { *Room(1) = character, ++size; }
-    // Inline, so that a literal is stored by an instruction or two.
+    // It is inline, so that an instruction or two store a literal.
     void Append(std::string_view more) {
         if (more.empty()) return;
         std::memcpy(Room(more.size()), more.data(), more.size());
@@ -36,14 +37,14 @@ public:
     void AppendHex(unsigned long value);                         // "0x%lx"
     void AppendHexBytes(const void* bytes, std::size_t length);  // "%02x" of each byte
 
-    // The text so far, valid until the next call that changes it; it has no terminator.
+    // Returns the text so far, without a terminator. It is valid until the next call that changes it.
     std::string_view Text() const { return {text, size}; }
     std::size_t Capacity() const { return capacity; }
     void Clear() { size = 0; }
 
 private:
-    // A place for at least `more` further characters. The caller writes there and adds what it wrote to
-    // `size`.
+    // Returns a place for at least `more` further characters. The caller writes there and adds the number of
+    // written characters to `size`.
     char* Room(std::size_t more) {
         if (capacity - size < more) Grow(more);
         return text + size;

@@ -43,7 +43,7 @@ bool HexadecimalValue(const char* digits, unsigned* value) {
     return true;
 }
 
-// Deliberate: no more than eight binary digits, though the result has room for 32.
+// COMPAT: takes no more than eight binary digits, though the result has room for 32.
 bool BinaryValue(const char* digits, unsigned* value) {
     if (std::strlen(digits) > 8) return false;
     for (*value = 0; *digits != '\0'; ++digits) {
@@ -129,7 +129,7 @@ int Tolk_IsIntegerString(const char* s, int hex) {
 }
 
 int Tolk_atoi(const char* s, int radix, int* out) {
-    // Deliberate: the radix is passed as the flag, so that hexadecimal digits are admitted in every radix.
+    // COMPAT: the radix serves as the flag, and hexadecimal digits are therefore admitted in every radix.
     if (!Tolk_IsIntegerString(s, radix)) return -1;
     const char sign = *s == '-' || *s == '+' ? *s++ : '\0';
     unsigned value = 0;
@@ -161,8 +161,8 @@ int Tolk_AsciiHexToBin(const char* s, unsigned char* out, int hex, int* outLen) 
 int Tolk_AsciiHexToNewByteArray(const char* s, unsigned char** out, int* outLen) {
     const int sized = Tolk_AsciiHexToBin(s, nullptr, 1, outLen);
     if (sized != 0 || out == nullptr) return sized;
-    // Cleared, because the first byte takes part in an odd conversion; one byte more, so that the empty text
-    // gets a block too.
+    // The block is cleared, because the first byte takes part in an odd conversion. It has one byte more, so
+    // that the empty text gets a block, too.
     auto* bytes = static_cast<unsigned char*>(std::calloc(static_cast<size_t>(*outLen) + 1, 1));
     if (bytes == nullptr) return -1;
     if (Tolk_AsciiHexToBin(s, bytes, 1, outLen) != 0) {

@@ -1,6 +1,6 @@
-// An object with static storage that is never destroyed. An application may still call this library from its
-// exit handlers and static destructors when the library's own have long run; what such calls use must outlive
-// them.
+// Holds an object with static storage that is never destroyed. An application may call this library from its
+// exit handlers and static destructors after the library's own destructors have run. The objects that such
+// calls use must still be there.
 #pragma once
 
 namespace ckscribe {
