@@ -70,7 +70,8 @@ void AddCheckCommand(CLI::App& app, int& status) {
     check
         ->add_option("--config", options->configuration,
                      "Look at this configuration file, or at the one in this folder")
-        ->type_name("FILE|DIRECTORY");
+        ->type_name("FILE|DIRECTORY")
+        ->check(WhyNoPath);
     check->add_option("--user", options->user, "Judge as this user (root only)")->type_name("NAME");
     check->add_flag("--initialize", options->target.initialize,
                     "Also call the target's C_Initialize and C_Finalize");

@@ -205,7 +205,8 @@ void AddConfCommand(CLI::App& app, int& status) {
     CLI::App* const conf = app.add_subcommand("conf", "Read and edit the configuration file");
     const auto options = std::make_shared<ConfOptions>();
     conf->add_option("--config", options->configuration, "This configuration file, or the one in this folder")
-        ->type_name("FILE|DIRECTORY");
+        ->type_name("FILE|DIRECTORY")
+        ->check(WhyNoPath);
     conf->require_subcommand(1);
     conf->footer(kExamples);
     constexpr char kKeyHelp[] = "A key of section CkLog2, or SECTION.KEY";

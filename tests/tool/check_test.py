@@ -156,7 +156,7 @@ class Place(SetUp):
         path = self.directory / "Wendrafil.conf"
         self.assert_found("wrong", "configuration", None,
                           f"{path} cannot be read: there is no such file. Every setting has its default, and nothing is logged.",
-                          f"Let the application's user read it, or set {VARIABLE} to the folder of another Wendrafil.conf.")
+                          f"Create it, or set {VARIABLE} to the folder of another Wendrafil.conf.")
         self.assert_defaults()
 
     def test_default_place(self):
@@ -951,6 +951,11 @@ class Files(SetUp):
         self.assert_logged(FUNCTIONS)
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o644)
 
+    def test_log_whose_path_ends_with_a_slash(self):
+        self.write(self.section(File=f"{self.log}/"))
+        self.assert_found("wrong", "File", 5, f"The log {self.log}/ names a folder.", "Name a file in it.")
+        self.assert_no_log()
+
     @unittest.skipIf(os.getuid() != 0, "only root can give a file to another user")
     def test_log_of_another_user_in_a_folder_that_everybody_may_write_to(self):
         """Whether the system opens it says the system (fs.protected_regular); check has to say the same."""
@@ -1036,6 +1041,20 @@ class P11Kit(SetUp):
         self.directory.chmod(0o777)
         self.assert_found("note", "p11-kit", None,
                           f"{target} names the target itself: what applications call through p11-kit is not logged.")
+        self.assert_well()
+
+
+    def test_target_and_library_are_modules_of_different_programs(self):
+        self.write(self.section())
+        library = self.write_module("ckscribe.module", self.directory / "libckscribe.so")
+        target = self.write_module("target.module", self.target)
+        target.write_text(target.read_text() + "disable-in: application\n")
+        shutil.copy(LIBRARY, self.directory / "libckscribe.so")
+        self.give_to_nobody()
+        self.directory.chmod(0o777)
+        self.assert_found("note", "p11-kit", None,
+                          f'{library} names ckscribe and {target} its target, and "enable-in" or "disable-in" says which programs '
+                          "get them: none may get both.", "")
         self.assert_well()
 
 
@@ -1151,6 +1170,11 @@ class Output(SetUp):
 
 
 class User(SetUp):
+    def test_no_path_behind_config(self):
+        done = ckscribe("check", "--config", "")
+        self.assertEqual((done.returncode, done.stdout, done.stderr),
+                         (2, "", "ckscribe: --config: The path is empty. 'ckscribe check --help' shows what there is.\n"))
+
     def test_unknown_user(self):
         done = ckscribe("check", "--user", "nobody-of-this-name")
         self.assertEqual((done.returncode, done.stdout), (2, ""))
@@ -1167,6 +1191,17 @@ class User(SetUp):
                          [f"The log {self.log} is not there and cannot be created in {self.directory}",
                           f"The error file {self.errors} is not there and cannot be created in {self.directory}"])
         self.assertEqual([finding for finding in self.check() if finding["level"] == "wrong"], [])
+
+    @unittest.skipIf(os.getuid() != 0, "only root can become another user")
+    def test_target_that_another_user_may_not_read(self):
+        self.write(self.section(Enabled=0, Error="/dev/null"))
+        self.directory.chmod(0o711)
+        (self.directory / "Wendrafil.conf").chmod(0o644)
+        self.target.chmod(0o700)
+        self.assert_found("wrong", "LibUNIX64", 2,
+                          "The target does not load, and every call answers CKR_FUNCTION_NOT_SUPPORTED. The loader says: "
+                          f"{self.target}: cannot open shared object file: Permission denied. It cannot be read: Permission "
+                          "denied.", "Let the application's user read it and enter every folder above it.", ["--user", "nobody"])
 
     @unittest.skipIf(os.getuid() != 0, "only root can become another user")
     def test_another_user_has_all_of_its_groups(self):

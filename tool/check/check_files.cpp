@@ -102,13 +102,13 @@ private:
 
     void CheckMissing() {
         const std::string path = FollowLinks(file_.path);
-        if (FindPathProblem(path)) {
-            TellUnreachable(path, ENOENT);
-            return;
-        }
         if (path.ends_with('/')) {
             Add(Level::kWrong, fmt::format("The {} {} names a folder.", file_.name, file_.path),
                 "Name a file in it.");
+            return;
+        }
+        if (FindPathProblem(path)) {
+            TellUnreachable(path, ENOENT);
             return;
         }
         if (const int error = TryCreating(path)) {

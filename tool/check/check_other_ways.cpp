@@ -108,6 +108,11 @@ void TellModule(Setup& setup, std::string_view about, const std::string& file, c
     }
 }
 
+// The file says which programs get its module.
+bool IsForSomePrograms(const std::string& file) {
+    return !ModulesIn(file, {"enable-in", "disable-in"}, ':').empty();
+}
+
 }  // namespace
 
 void CheckP11Kit(Setup& setup, Findings& findings) {
@@ -121,7 +126,13 @@ void CheckP11Kit(Setup& setup, Findings& findings) {
             if (IsSameFile(path, TargetPath(setup))) targets = file;
         }
     }
-    if (!own.empty() && !targets.empty()) {
+    if (!own.empty() && !targets.empty() && (IsForSomePrograms(own) || IsForSomePrograms(targets))) {
+        findings.Add(
+            Level::kNote, "p11-kit", 0,
+            fmt::format("{} names ckscribe and {} its target, and \"enable-in\" or \"disable-in\" says which "
+                        "programs get them: none may get both.",
+                        own, targets));
+    } else if (!own.empty() && !targets.empty()) {
         findings.Add(Level::kWrong, "p11-kit", 0,
                      fmt::format("{} names ckscribe and {} its target: p11-kit loads the target twice, and "
                                  "may take the two for "

@@ -45,8 +45,10 @@ std::string ExplainFile(const std::string& path) {
 }
 
 std::string RemedyFor(const std::string& path, const std::string& error) {
-    struct stat status;
-    if (path.find('/') != path.npos && stat(path.c_str(), &status) != 0) return kNameTarget;
+    if (path.find('/') != path.npos && access(path.c_str(), R_OK) != 0) {
+        if (errno != EACCES) return kNameTarget;
+        return "Let the application's user read it and enter every folder above it.";
+    }
     if (error.find("undefined symbol") != error.npos)
         return "Ask its vendor for a library that is complete, or install what defines that symbol.";
     if (error.find("cannot open shared object file") != error.npos && error.find(path) == error.npos)

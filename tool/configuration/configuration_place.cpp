@@ -114,6 +114,8 @@ void TellReadable(const std::string& path, Findings& findings) {
 
 }  // namespace
 
+std::string WhyNoPath(const std::string& named) { return named.empty() ? "The path is empty." : ""; }
+
 std::string ConfigurationPath(const std::string& named, Findings* findings) {
     if (!named.empty()) return NamedPath(named, findings);
     const std::string path = CkLogConfig().GetConfFileName();
@@ -142,7 +144,10 @@ std::optional<std::string> ReadConfiguration(const std::string& path, Findings& 
             Level::kWrong, kAbout, 0,
             fmt::format("{} cannot be read: {}. Every setting has its default, and nothing is logged.", path,
                         WhyUnreadable(path)),
-            fmt::format("Let the application's user read it, or set {} to the folder of another {}.",
+            fmt::format("{}, or set {} to the folder of another {}.",
+                        access(path.c_str(), F_OK) != 0 && errno == ENOENT
+                            ? "Create it"
+                            : "Let the application's user read it",
                         kVariable, kFileName));
         return std::nullopt;
     }

@@ -8,6 +8,10 @@
 
 namespace ckscribe {
 
+// Why this cannot name a configuration on the command line; empty when it can. An empty word, such as a
+// variable of the shell that is not set, does not stand for the default.
+std::string WhyNoPath(const std::string& named);
+
 // The path of the file that was named on the command line, as file or as folder, or else of the one that the
 // library finds. With `findings`, tells which it is and why.
 std::string ConfigurationPath(const std::string& named, Findings* findings = nullptr);
