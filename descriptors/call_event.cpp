@@ -220,7 +220,6 @@ void WriteEndEvent(CallEvent& event, const CommandDescriptor& record, unsigned l
     json.EndObject();
     line.Append('\n');
     AppendToEvents(line.Text());
-    if (event.isInputKept) FreeInput(event);
 }
 
 }  // namespace ckscribe

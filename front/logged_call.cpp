@@ -1,6 +1,7 @@
 #include "front/logged_call.h"
 
 #include "descriptors/abstract_descriptor.h"
+#include "descriptors/kept_inputs.h"
 #include "descriptors/tree_memory.h"
 #include "host/host_shield.h"
 #include "host/readable_memory.h"
@@ -16,6 +17,7 @@ void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void
     BehindHostShield([=, &event] {
         const RecordLock lock(*recordLock);
         currentCallEvent = event.isTimed ? &event : nullptr;
+        const bool isEndOfLongInput = event.isTimed && event.isInputKept;
         const TreeMemory memory;
         // What an earlier record found readable may be unmapped by now, and a target that refuses a call
         // has not looked at it.
@@ -24,6 +26,8 @@ void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void
             build(builder);
         } catch (...) {
         }
+        // Here and not where the end event is written: memory may be short before that.
+        if (isEndOfLongInput) FreeInput(event);
     });
 }
 

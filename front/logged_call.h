@@ -13,7 +13,7 @@ namespace ckscribe {
 
 // Builds and prints one record of the call `event`: calls `build(builder)` under the record lock and behind
 // the shield, unless neither log nor events are open. Nothing of it reaches the application. If there is no
-// memory for a record, it is left out.
+// memory for a record, it is left out. Frees the input that the call's start event has kept, after the end.
 void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void* builder);
 
 template <class Builder>
@@ -52,7 +52,11 @@ CK_RV LoggedCall(const char* function, int classBit, const Start& start, const F
         BeginCallEvent(event, function);
     if (configuration.DoWeLogThis(classBit)) MakeRecord(event, Start(start));
     const CK_RV rv = event.isTimed ? TimedCall(event, forward) : forward();
-    if (configuration.DoWeLogThis(classBit)) MakeRecord(event, [rv, end] { end(rv); });
+    if (configuration.DoWeLogThis(classBit)) {
+        MakeRecord(event, [rv, end] { end(rv); });
+    } else if (event.isTimed && event.isInputKept) {
+        MakeRecord(event, [] {});  // frees the input
+    }
     return rv;
 }
 
