@@ -1,6 +1,7 @@
 #include "tests/faults/log_records.h"
 
 #include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
@@ -169,7 +170,14 @@ bool TakeEvent(std::string_view& text, LogRecord& record) {
     record.function.erase(0, record.function.find('_') + 1);
     record.process = event["pid"];
     record.thread = std::to_string(event["tid"].get<int>());
-    if (!record.isStart) record.result = event["result"];
+    if (!record.isStart) {
+        record.result = event["result"];
+        if (record.result == "CKR_UNKNOWN") {
+            char number[20];
+            std::snprintf(number, sizeof number, " 0x%lx", event["rv"].get<unsigned long>());
+            record.result += number;
+        }
+    }
     record.children = ChildrenOfEvent(record.isStart ? event["in"] : event["out"]);
     text.remove_prefix(end + 1);
     return true;

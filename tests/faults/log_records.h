@@ -7,8 +7,9 @@
 
 struct LogRecord {
     bool isStart = false;
-    std::string function;  // with its specifier: "Encrypt_Init"; without one: "Logout"
-    std::string result;    // of an end record: the name, or "CKR_UNKNOWN 0x..."
+    // With its specifier: "Encrypt_Init"; without one: "Logout". Of an event: "EncryptInit".
+    std::string function;
+    std::string result;  // of an end record: the name, or "CKR_UNKNOWN 0x..."
     int process = 0;
     std::string thread;  // of the new format and of events; empty in the old one
     // The text between the outermost braces; of an event the elements of "in" or "out" in such a form.

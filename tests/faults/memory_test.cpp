@@ -2,10 +2,13 @@
 // out, and no lock and no memory stays behind. The memory that a process needs does not grow with the
 // number of its calls.
 
+#include <alloca.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -296,6 +299,39 @@ TEST_F(Memory, MemoryIsShortInTheFirstCallOfAProcess_CallReachesTheTarget) {
             EXPECT_TRUE(status == 0 || !wasRefused) << "allocation " << allocation << ": " << Ending(status);
         }
     }
+}
+
+// A call that never comes back does not free what its start left. Its thread may have been at any depth of
+// its stack.
+TEST_F(Memory, ThreadsEndInCallsWithLongInput_MemoryDoesNotGrow) {
+    EXPECT_TRUE(SurvivesWithNewLog([] {
+        constexpr unsigned kThreads = 1000;
+        constexpr std::size_t kLength = 4000;
+        constexpr long kMostGrowth = 100 * 2 * kLength;  // of the first threads; their bytes are shown in hex
+        targetAnswer = [](const char*, const TargetWord*, std::size_t) -> CK_RV { pthread_exit(nullptr); };
+        static Library library;
+        library.Exported<void()>("CkLogSpecialInitialize")();
+        const long before = AllocatedBytes();
+        for (std::uintptr_t i = 0; i < kThreads; ++i) {
+            pthread_t thread;
+            ASSERT_EQ(pthread_create(
+                          &thread, nullptr,
+                          [](void* depth) -> void* {
+                              auto* const unused = static_cast<char*>(
+                                  alloca(reinterpret_cast<std::uintptr_t>(depth) * 64 + 64));
+                              asm volatile("" : : "r"(unused) : "memory");
+                              CK_BYTE data[kLength] = {0xFF};
+                              CK_ULONG length = 0;
+                              library->C_Sign(1, data, sizeof data, nullptr, &length);
+                              return nullptr;
+                          },
+                          reinterpret_cast<void*>(i)),
+                      0);
+            ASSERT_EQ(pthread_join(thread, nullptr), 0);
+        }
+        EXPECT_LE(AllocatedBytes(), before + kMostGrowth);
+        EXPECT_EQ(ParseLog(Contents("calls.log")).records.size(), kThreads);
+    }));
 }
 
 TEST_F(Memory, ManyCallsInTheNewFormat_MemoryDoesNotGrow) { ExpectNoGrowth(); }
