@@ -6,9 +6,11 @@
 #include "descriptors/rich_text.h"
 #include "util/byte_block.h"
 
+namespace ckscribe {
+
 namespace {
 
-using CharBlock = char __attribute__((vector_size(ckscribe::kByteBlock)));
+using CharBlock = char __attribute__((vector_size(kByteBlock)));
 
 // Returns one bit for each byte of `bytes`, each of which is all ones or zero.
 template <class Comparison>
@@ -17,14 +19,14 @@ unsigned BitsOf(Comparison bytes) {
     return static_cast<unsigned>(__builtin_ia32_pmovmskb128(reinterpret_cast<CharBlock>(bytes)));
 #else
     unsigned bits = 0;
-    for (std::size_t i = 0; i < ckscribe::kByteBlock; ++i) bits |= bytes[i] != 0 ? 1U << i : 0U;
+    for (std::size_t i = 0; i < kByteBlock; ++i) bits |= bytes[i] != 0 ? 1U << i : 0U;
     return bits;
 #endif
 }
 
 void AddBlock(const unsigned char* bytes, ByteKinds& kinds) {
     ckscribe::ByteBlock block;
-    std::memcpy(&block, bytes, ckscribe::kByteBlock);
+    std::memcpy(&block, bytes, kByteBlock);
     kinds.isText = BitsOf(block > kLastPrintableByte) == 0;
     const unsigned controls = BitsOf(block < kFirstPrintableByte);
     if (controls != 0) kinds.controls += static_cast<unsigned long>(std::popcount(controls));
@@ -39,9 +41,11 @@ void AddByte(unsigned char byte, ByteKinds& kinds) {
 
 ByteKinds KindsOf(const void* bytes, std::size_t length) {
     const unsigned char* const from = static_cast<const unsigned char*>(bytes);
-    const std::size_t whole = length / ckscribe::kByteBlock * ckscribe::kByteBlock;
+    const std::size_t whole = length / kByteBlock * kByteBlock;
     ByteKinds kinds;
-    for (std::size_t i = 0; i < whole && kinds.isText; i += ckscribe::kByteBlock) AddBlock(from + i, kinds);
+    for (std::size_t i = 0; i < whole && kinds.isText; i += kByteBlock) AddBlock(from + i, kinds);
     for (std::size_t i = whole; i < length && kinds.isText; ++i) AddByte(from[i], kinds);
     return kinds;
 }
+
+}  // namespace ckscribe

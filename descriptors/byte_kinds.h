@@ -6,9 +6,13 @@
 
 #include <cstddef>
 
+namespace ckscribe {
+
 struct ByteKinds {
     bool isText = true;          // no byte is above kLastPrintableByte (see descriptors/rich_text.h)
     unsigned long controls = 0;  // control bytes; counted only if the value is text
 };
 
 ByteKinds KindsOf(const void* bytes, std::size_t length);
+
+}  // namespace ckscribe

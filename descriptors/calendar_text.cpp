@@ -7,6 +7,8 @@
 
 #include "descriptors/record_environment.h"
 
+namespace ckscribe {
+
 namespace {
 
 constexpr std::size_t kTimeLength = sizeof "10:15:30" - 1;
@@ -52,3 +54,5 @@ CalendarText CurrentCalendarText() {
     const std::string_view calendar(remembered.text, remembered.length);
     return {calendar.substr(kTimeBegin, kTimeLength), calendar};
 }
+
+}  // namespace ckscribe

@@ -45,7 +45,7 @@ void CommandDescriptor::PrintNewHead(RecordText& out) const {
         out.Flush();
     }
     out.Append('\n');
-    out.Append(CurrentCalendarText().time);
+    out.Append(ckscribe::CurrentCalendarText().time);
     out.Append(' ');
     out.AppendPadded(recordEnvironment.processId(), 5);
     out.Append('-');
@@ -86,7 +86,7 @@ void CommandDescriptor::PrintOldHead(RecordText& out) const {
     out.Append(") PID:  ");
     out.AppendDecimal(static_cast<long>(recordEnvironment.processId()));
     out.Append("  Time:  ");
-    out.Append(CurrentCalendarText().calendar);
+    out.Append(ckscribe::CurrentCalendarText().calendar);
     out.Append('\n');
     out.Flush();
     if (phase == ckscribe::kEndPhase) {

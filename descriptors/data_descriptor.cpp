@@ -86,7 +86,7 @@ void DataDescriptor::ReadText(std::string_view text, DescriptorReport& report) {
 
 void DataDescriptor::ReadRichText(std::string_view text, DescriptorReport& report) {
     while (!text.empty()) {
-        const std::optional<char> byte = TakeRichTextByte(text);
+        const std::optional<char> byte = ckscribe::TakeRichTextByte(text);
         if (!byte) {
             report.parsingError = 1;
         } else if (!AddDataByte(*byte, report)) {
@@ -116,18 +116,18 @@ void DataDescriptor::WriteDataValue(std::FILE* stream, DescriptorReport&) const 
             break;
         case kRichText:
             std::fputs("RTF(\"", stream);
-            WriteRichText(stream, Bytes());
+            ckscribe::WriteRichText(stream, Bytes());
             break;
         case kNumeric:
             std::fputs("Num(\"", stream);
-            WriteNumericText(stream, Bytes());
+            ckscribe::WriteNumericText(stream, Bytes());
             break;
     }
     std::fputs("\")", stream);
 }
 
 DataDescriptor::Format DataDescriptor::FormatFromBytes() const {
-    const ByteKinds kinds = KindsOf(bytes, size);
+    const ckscribe::ByteKinds kinds = ckscribe::KindsOf(bytes, size);
     if (!kinds.isText) return kNumeric;
     if (kinds.controls == 0) return kText;
     const unsigned long printable = size - kinds.controls;

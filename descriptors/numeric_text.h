@@ -8,6 +8,8 @@
 
 #include "util/hex_digits.h"
 
+namespace ckscribe {
+
 // Writes `bytes` as numeric text, without the quotes around them.
 inline void WriteNumericText(std::FILE* stream, std::string_view bytes) {
     for (const char byte : bytes) {
@@ -16,3 +18,5 @@ inline void WriteNumericText(std::FILE* stream, std::string_view bytes) {
         std::fwrite(digits, 1, sizeof digits, stream);
     }
 }
+
+}  // namespace ckscribe

@@ -11,6 +11,8 @@
 #include <optional>
 #include <string_view>
 
+namespace ckscribe {
+
 // The index of each escape character is the byte that it stands for. Only the first 32 are written; all 36
 // are understood when they are read.
 inline constexpr std::string_view kRichTextEscapes = "0123456789abcdefghijklmnopqrstuvwxyz";
@@ -68,3 +70,5 @@ inline std::optional<char> TakeRichTextByte(std::string_view& text) {
     if (text.starts_with('\\')) return takeCharacter();
     return ByteOfRichTextEscape(takeCharacter());
 }
+
+}  // namespace ckscribe

@@ -63,7 +63,7 @@ void ValueDescriptor::ReleaseValue() {
 }
 
 ValueFormat ValueDescriptor::FormatFromDataValue() const {
-    const ByteKinds kinds = KindsOf(value, length);
+    const ckscribe::ByteKinds kinds = ckscribe::KindsOf(value, length);
     if (!kinds.isText) return kNumeric;
     if (kinds.controls == 0) return kSimpleText;
     const unsigned long printable = length - kinds.controls;
@@ -91,8 +91,8 @@ void ValueDescriptor::PrintSimpleText(RecordText& out) const {
 void ValueDescriptor::PrintNumericText(RecordText& out) const { out.AppendHexBytes(value, length); }
 
 void ValueDescriptor::PrintRichText(RecordText& out) const {
-    PutRichText({reinterpret_cast<const char*>(value), length},
-                [&out](char character) { out.Append(character); });
+    ckscribe::PutRichText({reinterpret_cast<const char*>(value), length},
+                          [&out](char character) { out.Append(character); });
 }
 
 void ValueDescriptor::PrintParameters(RecordText& out, int) const {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace ckscribe;
+
 namespace {
 
 ByteKinds KindsOfText(const std::string& bytes) { return KindsOf(bytes.data(), bytes.size()); }

@@ -2,6 +2,8 @@
 
 #include "tests/descriptors/record_test.h"
 
+using namespace ckscribe;
+
 namespace {
 
 class CalendarTextTest : public RecordTest {

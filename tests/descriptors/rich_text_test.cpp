@@ -5,6 +5,8 @@
 #include "descriptors/numeric_text.h"
 #include "tests/descriptors/printed_text.h"
 
+using namespace ckscribe;
+
 namespace {
 
 std::string AsRichText(std::string_view bytes) {
