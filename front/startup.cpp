@@ -1,5 +1,7 @@
 #include "front/startup.h"
 
+#include <dlfcn.h>
+#include <link.h>
 #include <pthread.h>
 
 #include "config/process_configuration.h"
@@ -13,6 +15,7 @@
 #include "front/overwritten_lists.h"
 #include "front/process_bridge.h"
 #include "host/host_shield.h"
+#include "host/own_image.h"
 #include "host/record_lock.h"
 #include "host/thread_number.h"
 #include "util/cache_line.h"
@@ -65,8 +68,29 @@ void UnlockInChild() {
     ckscribe::OpenEventsAnewInChild();
 }
 
+// Whether the program is linked with this library, directly or through other libraries, or the loader was
+// asked to load it with the program. Such a library is never unloaded before the process ends.
+bool isPartOfProgram = false;
+
+// To be asked while the library is loaded. What dlopen loads comes into the program's scope, if at all, only
+// after its constructors: the GNU loader does it so. Other loaders may not, and dlmopen has other scopes.
+bool IsInScopeOfProgram() {
+#if defined(__GLIBC__)
+    void* const program = dlopen(nullptr, RTLD_LAZY);
+    if (program == nullptr) return false;
+    Lmid_t scope = LM_ID_NEWLM;
+    const bool isFound = dlinfo(program, RTLD_DI_LMID, &scope) == 0 && scope == LM_ID_BASE &&
+                         ckscribe::IsInOwnImage(dlsym(program, "CkLogSpecialInitialize"));
+    dlclose(program);
+    return isFound;
+#else
+    return false;
+#endif
+}
+
 // Handles forks from here on: the process may fork while another thread makes the first call.
 __attribute__((constructor)) void Load() {
+    isPartOfProgram = IsInScopeOfProgram();
     CryptokiBridge::startAgain = ckscribe::StartLibrary;
     pthread_atfork(LockForFork, UnlockInParent, UnlockInChild);
 }
@@ -130,7 +154,7 @@ CKSCRIBE_UNCHECKED void GiveListsBackIfFree() {
 // target go and gives everything else back. The end of the process does not: other threads may still be in
 // calls, and destructors of the application may still make some.
 __attribute__((destructor)) void Unload() {
-    if (processEnds) {
+    if (processEnds || isPartOfProgram) {
         GiveListsBackIfFree();
         return;
     }

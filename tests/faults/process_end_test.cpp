@@ -222,11 +222,13 @@ TEST_F(ProcessEnd, ThreadWaitsInTheWriteOfARecord_ExitWaitsForNothing) {
 
 // The loader runs the library's destructors before the exit handlers that were registered before the
 // program's start, and threads call on meanwhile.
-TEST_F(ProcessEnd, LinkedProgramEnds_CallsOfItsThreadsStillReachTheTarget) {
+class EndOfLinkedProgram : public ProcessEnd, public testing::WithParamInterface<const char*> {};
+
+TEST_P(EndOfLinkedProgram, CallsOfItsThreadsStillReachTheTarget) {
     for (int round = 0; round < 3; ++round) {
         SearchAndRemove(LogPath());
         const int status = StatusOf([] {
-            execl(LINKED_PROGRAM, LINKED_PROGRAM, nullptr);
+            execl(GetParam(), GetParam(), nullptr);
             _exit(127);
         });
         EXPECT_EQ(status, 0) << Ending(status);
@@ -235,5 +237,9 @@ TEST_F(ProcessEnd, LinkedProgramEnds_CallsOfItsThreadsStillReachTheTarget) {
         EXPECT_GE(log.records.size(), 240U);
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(FirstCallComesFromMain, EndOfLinkedProgram, testing::Values(LINKED_PROGRAM));
+INSTANTIATE_TEST_SUITE_P(FirstCallComesBeforeMain, EndOfLinkedProgram,
+                         testing::Values(LINKED_PROGRAM_WITH_EARLY_CALL));
 
 }  // namespace

@@ -102,6 +102,28 @@ TEST_F(Reloading, LibraryIsLoadedAgainAndAgain_NothingOfItStays) {
     ExpectWholeRecords(2 * kRounds);
 }
 
+// What dlopen puts into the program's scope is nevertheless unloaded by dlclose. The target has no functions
+// that the loader could bind to this library's: they would hold it.
+TEST_F(Reloading, LibraryIsLoadedIntoTheScopeOfTheProgram_NothingOfItStays) {
+    Set("LibUNIX64", TARGET_WITHOUT_FUNCTIONS);
+    Set("Announce", "0");
+    EXPECT_TRUE(Survives([] {
+        const int descriptorsBefore = OpenDescriptors();
+        for (CK_ULONG round = 0; round < 3; ++round) {
+            void* const handle = dlopen(CKSCRIBE_LIBRARY, RTLD_NOW | RTLD_GLOBAL);
+            ASSERT_NE(handle, nullptr);
+            const auto logout = reinterpret_cast<CK_C_Logout>(dlsym(handle, "C_Logout"));
+            EXPECT_EQ(logout(round), CKR_FUNCTION_NOT_SUPPORTED);
+            dlclose(handle);
+            ASSERT_FALSE(IsLoaded(CKSCRIBE_LIBRARY));
+            ASSERT_FALSE(IsLoaded(TARGET_WITHOUT_FUNCTIONS));
+        }
+        EXPECT_EQ(OpenDescriptors(), descriptorsBefore);
+        EXPECT_FALSE(LeaksAreFound());
+    }));
+    ExpectWholeRecords(6);
+}
+
 // Here the runtime's memory for exceptions belongs to the application. It is larger than all that one load
 // changes.
 TEST_F(Reloading, LibrarySharesTheRuntimeOfTheApplication_DlcloseLeavesTheMemoryOfTheRuntime) {
