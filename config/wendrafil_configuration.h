@@ -366,7 +366,7 @@ public:
     int SetServerHtlRequired(int required, bool server, int index);
 
     // Clusters are sections "Cluster01", "Cluster02" and so forth, up to the first one without a
-    // "ClusterName". COMPAT: no function finds a name of more than 39 characters.
+    // "ClusterName". COMPAT: only GetClusterMemberFile finds a name of more than 39 characters.
 
     // Copies the "ClusterMemberFile" (at most 1023 characters, empty if missing) of the cluster called
     // `name`. `out` has room for 1024 bytes. Returns 1 if the cluster is found, else 0. COMPAT: only the

@@ -67,7 +67,7 @@ private:
     }
 };
 
-TEST_F(ClusterTest, MemberFileOfTheFirstTwo) {
+TEST_F(ClusterTest, MemberFile_OnlyTheFirstTwoClustersAreFound) {
     Write(Clusters({{"one", "/1", "-", "-"}, {"two", "/2", "-", "-"}, {"three", "/3", "-", "-"}}));
     char out[1024] = "untouched";
     EXPECT_EQ(1, store.GetClusterMemberFile("one", out));
@@ -80,21 +80,21 @@ TEST_F(ClusterTest, MemberFileOfTheFirstTwo) {
     EXPECT_STREQ("/2", out);
 }
 
-TEST_F(ClusterTest, MemberFileOfTheSecondWithoutTheFirst) {
+TEST_F(ClusterTest, MemberFile_SecondClusterIsFoundWithoutTheFirst) {
     Write("Cluster02 = {\n ClusterName = two;\n ClusterMemberFile = /2;\n}\n");
     char out[1024] = "untouched";
     EXPECT_EQ(1, store.GetClusterMemberFile("two", out));
     EXPECT_STREQ("/2", out);
 }
 
-TEST_F(ClusterTest, MissingMemberFileIsEmpty) {
+TEST_F(ClusterTest, MemberFileMissing_PathIsEmpty) {
     Write(Clusters({{"one", "-", "-", "-"}}));
     char out[1024] = "overwritten";
     EXPECT_EQ(1, store.GetClusterMemberFile("one", out));
     EXPECT_STREQ("", out);
 }
 
-TEST_F(ClusterTest, MemberFileHas1023CharactersAndSoHasItsName) {
+TEST_F(ClusterTest, MemberFile_PathAndNameAreCutTo1023Characters) {
     const std::string text = std::string(1022, 't') + "abc";
     for (const size_t length : {1023U, 1024U, 1025U}) {
         Write(Clusters({{text.substr(0, length), text.substr(0, length), "-", "-"}}));
@@ -107,7 +107,7 @@ TEST_F(ClusterTest, MemberFileHas1023CharactersAndSoHasItsName) {
     }
 }
 
-TEST_F(ClusterTest, ListHoldsTheNamesThatAreNotEmpty) {
+TEST_F(ClusterTest, ListOfClusters_HoldsTheNamesThatAreNotEmpty) {
     Write(Clusters({{"one", "-", "-", "-"}, {"", "-", "-", "-"}, {"three", "-", "-", "-"}}) +
           "Cluster05 = {\n ClusterName = five;\n}\n");
     char first[50] = "";
@@ -122,7 +122,7 @@ TEST_F(ClusterTest, ListHoldsTheNamesThatAreNotEmpty) {
     EXPECT_STREQ("untouched", third);
 }
 
-TEST_F(ClusterTest, ListTellsWhyItIsEmpty) {
+TEST_F(ClusterTest, ListOfClustersIsEmpty_ResultSaysWhy) {
     int count = 4711;
     Write(Clusters({{"", "-", "-", "-"}, {"", "-", "-", "-"}}) +
           OneEntry("OrmaSA Client", "ClientCertFile", "/c"));
@@ -138,7 +138,7 @@ TEST_F(ClusterTest, ListTellsWhyItIsEmpty) {
     EXPECT_EQ(0, count);
 }
 
-TEST_F(ClusterTest, ListedNamesAreCutTo49Characters) {
+TEST_F(ClusterTest, ListOfClusters_NamesAreCutTo49Characters) {
     const std::string name = std::string(48, 'n') + "abc";
     for (const size_t length : {49U, 50U, 51U}) {
         Write(Clusters({{name.substr(0, length), "-", "-", "-"}}));
@@ -215,13 +215,13 @@ TEST_F(ClusterTest, PrintsAllRecoveryIntervals) {
     EXPECT_EQ(kAll, PrintedInterval(1, "ALLCLUSTERINTERVALS!"));
 }
 
-TEST_F(ClusterTest, PrintsOnlyATitleWithoutClusters) {
+TEST_F(ClusterTest, NoClusters_OnlyATitleIsPrinted) {
     Write("A = {\n}\n");
     EXPECT_EQ("Printing all cluster receive timeouts:\n========================================\n",
               PrintedTimeout(1, "ALLCLUSTERTIMEOUTS"));
 }
 
-TEST_F(ClusterTest, NamesAreComparedOver39Characters) {
+TEST_F(ClusterTest, NameOfMoreThan39Characters_IsNotFound) {
     const std::string name(40, 'n');
     for (const size_t length : {39U, 40U}) {
         Write(Clusters({{name.substr(0, length), "-", "5", "-"}}));
@@ -233,7 +233,7 @@ TEST_F(ClusterTest, NamesAreComparedOver39Characters) {
     }
 }
 
-TEST_F(ClusterTest, SetsTheTimesOfACluster) {
+TEST_F(ClusterTest, SetTimes_WritesThemToTheClustersSection) {
     Write(Clusters({{"one", "-", "1", "2"}, {"two", "-", "-", "4"}, {"three", "-", "5", "-"}}));
     EXPECT_EQ("", Printed(1, [this] { return store.SetOrmaNetClusterReceiveTimeout("two", 777); }));
     EXPECT_EQ("", Printed(1, [this] { return store.SetOrmaNetClusterRecoverInterval("one", -8); }));
@@ -246,7 +246,7 @@ TEST_F(ClusterTest, SetsTheTimesOfACluster) {
         Text());
 }
 
-TEST_F(ClusterTest, SetsNoTimesOfAnUnknownCluster) {
+TEST_F(ClusterTest, SetTimesOfAnUnknownCluster_FailsAndWritesNothing) {
     const std::string text = Clusters({{"one", "-", "1", "2"}});
     Write(text);
     EXPECT_EQ("Cluster entry not found.\n",
@@ -287,7 +287,7 @@ TEST_F(ClusterTest, DoesNotAddAKnownCluster) {
     EXPECT_EQ(text, Text());
 }
 
-TEST_F(ClusterTest, ResultOfAddingIsThatOfTheName) {
+TEST_F(ClusterTest, AddCluster_ResultIsThatOfWritingTheName) {
     const std::string tooLong(840, 'x');
     Write(Clusters({{"", "old", "-", "-"}}));
     EXPECT_EQ(1, store.SetOrmaNetClusterName("one", tooLong.c_str()));
@@ -315,7 +315,7 @@ protected:
     }
 };
 
-TEST_F(DeleteClusterTest, EmptiesTheEntriesAndDeletesTheFiles) {
+TEST_F(DeleteClusterTest, DeleteCluster_EmptiesTheEntriesAndDeletesTheFiles) {
     WriteClusters({{"one", "one.members", "-", "-"}, {"two", "two.members", "3", "4"}});
     for (const char* file :
          {"one.members", "two.members", "cert/server/oneCert.pem", "cert/server/twoCert.pem"}) {
@@ -331,14 +331,14 @@ TEST_F(DeleteClusterTest, EmptiesTheEntriesAndDeletesTheFiles) {
     EXPECT_FALSE(fs::exists("cert/server/twoCert.pem"));
 }
 
-TEST_F(DeleteClusterTest, SaysWhichFilesAreMissing) {
+TEST_F(DeleteClusterTest, DeleteCluster_PrintsWhichFilesAreMissing) {
     WriteClusters({{"one", "one.members", "-", "-"}});
     EXPECT_EQ("The file one.members doesn't exist...\nThe file " + directory.File("cert/server/oneCert.pem") +
                   " doesn't exist...\n",
               Printed(1, [this] { return store.DeleteOrmaNetClusterPair("one"); }));
 }
 
-TEST_F(DeleteClusterTest, MemberFileThatIsNotConfiguredIsMissing) {
+TEST_F(DeleteClusterTest, MemberFileIsNotConfigured_DeleteCallsItMissing) {
     WriteClusters({{"one", "one.members", "-", "-"}, {"two", "-", "-", "-"}});
     Create("one.members");
     Create("cert/server/twoCert.pem");
@@ -349,7 +349,7 @@ TEST_F(DeleteClusterTest, MemberFileThatIsNotConfiguredIsMissing) {
     EXPECT_EQ("", Lookup("Cluster02", "ClusterMemberFile"));
 }
 
-TEST_F(DeleteClusterTest, UnknownClusterChangesNothing) {
+TEST_F(DeleteClusterTest, DeleteUnknownCluster_ChangesNothing) {
     WriteClusters({{"one", "one.members", "-", "-"}});
     const std::string text = Text();
     EXPECT_EQ("The requested cluster: two doesn't exist in the Velmora-INC configuration file.\n",
@@ -357,7 +357,7 @@ TEST_F(DeleteClusterTest, UnknownClusterChangesNothing) {
     EXPECT_EQ(text, Text());
 }
 
-TEST_F(DeleteClusterTest, NeedsTheClientCertificate) {
+TEST_F(DeleteClusterTest, ClientCertificateIsNotConfigured_DeleteFails) {
     Write(Clusters({{"one", "one.members", "-", "-"}}));
     Create("one.members");
     EXPECT_EQ("Unable to access the Velmora-INC configuration file.\n",
@@ -366,7 +366,7 @@ TEST_F(DeleteClusterTest, NeedsTheClientCertificate) {
     EXPECT_TRUE(fs::exists("one.members"));
 }
 
-TEST_F(DeleteClusterTest, ShortDirectoryOfTheClientCertificateIsDropped) {
+TEST_F(DeleteClusterTest, ClientCertificateHasAShortDirectory_DeleteDropsTheDirectory) {
     Write(Clusters({{"one", "-", "-", "-"}}) + OneEntry("OrmaSA Client", "ClientCertFile", "/short/x.pem"));
     Create("cert/server/oneCert.pem");
     EXPECT_EQ("The file  doesn't exist...\n",
@@ -374,7 +374,7 @@ TEST_F(DeleteClusterTest, ShortDirectoryOfTheClientCertificateIsDropped) {
     EXPECT_FALSE(fs::exists("cert/server/oneCert.pem"));
 }
 
-TEST_F(DeleteClusterTest, MemberFileIsReadFrom79Characters) {
+TEST_F(DeleteClusterTest, PathOfMemberFileIsLong_DeleteReads79Characters) {
     const std::string name = std::string(78, 'm') + "abc";
     for (const size_t length : {78U, 79U, 80U, 81U}) {
         WriteClusters({{"one", name.substr(0, length), "-", "-"}});
@@ -386,7 +386,7 @@ TEST_F(DeleteClusterTest, MemberFileIsReadFrom79Characters) {
     }
 }
 
-TEST_F(DeleteClusterTest, NamesOf40CharactersAreNeverKnown) {
+TEST_F(DeleteClusterTest, DeleteClusterOf40Characters_ChangesNothing) {
     const std::string name(40, 'n');
     WriteClusters({{name, "one.members", "-", "-"}});
     EXPECT_EQ("The requested cluster: " + name + " doesn't exist in the Velmora-INC configuration file.\n",
@@ -397,7 +397,7 @@ TEST_F(DeleteClusterTest, NamesOf40CharactersAreNeverKnown) {
 }
 
 // A configuration value must never run as a command, nor be taken for an option or for several files.
-TEST_F(DeleteClusterTest, HostileNamesAreFileNamesOnly) {
+TEST_F(DeleteClusterTest, DeleteClusterWithHostileName_TakesItForAFileNameOnly) {
     Create("keep");
     for (const char* name : {"a b",         "a'b",          "'",
                              "''",          "a\"b",         "$(touch ran)",
@@ -428,7 +428,7 @@ TEST_F(DeleteClusterTest, HostileNamesAreFileNamesOnly) {
 }
 
 // The command itself, as a program in the place of rm sees it.
-TEST_F(DeleteClusterTest, RunsRmForEachFile) {
+TEST_F(DeleteClusterTest, DeleteCluster_RunsRmForEachFile) {
     fs::create_directory("bin");
     std::ofstream("bin/rm")
         << "#!/bin/sh\nfor word; do printf '[%s]' \"$word\"; done >> seen\necho >> seen\n";

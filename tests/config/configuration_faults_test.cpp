@@ -143,7 +143,7 @@ TEST_F(FaultsTest, WithoutMemoryForTheTokensThatStayTheFileIsUntouched) {
     }
 }
 
-TEST_F(FaultsTest, FileWhoseStatusIsNotToldHoldsNothing) {
+TEST_F(FaultsTest, StatusOfFileFails_NothingIsFound) {
     faults.failsStatus = true;
     EXPECT_EQ("(none)", Lookup("Misc", "Key"));
     ExpectEveryEditFailsAndNothingChanges();
@@ -160,7 +160,7 @@ TEST_F(FaultsTest, FailedReadGivesAnEmptyText) {
     ExpectEveryEditFailsAndNothingChanges();
 }
 
-TEST_F(FaultsTest, ReadThatGivesNothingFails) {
+TEST_F(FaultsTest, ReadGivesNoByte_ReadingFails) {
     faults.readLimit = 0;
     ckscribe::FileText file;
     EXPECT_FALSE(file.Read(path.c_str()));
@@ -168,7 +168,7 @@ TEST_F(FaultsTest, ReadThatGivesNothingFails) {
     ExpectEveryEditFailsAndNothingChanges();
 }
 
-TEST_F(FaultsTest, ShortReadGivesTheBeginningOfTheText) {
+TEST_F(FaultsTest, ReadIsShort_TextEndsEarly) {
     faults.readLimit = 9;
     ckscribe::FileText file;
     EXPECT_TRUE(file.Read(path.c_str()));
@@ -181,7 +181,7 @@ TEST_F(FaultsTest, ShortReadGivesTheBeginningOfTheText) {
     ExpectEveryEditFailsAndNothingChanges();
 }
 
-TEST_F(FaultsTest, ShortAndInterruptedWritesGoOn) {
+TEST_F(FaultsTest, WritesAreShortOrInterrupted_WholeFileIsWritten) {
     faults.writeLimit = 7;
     faults.interruptions = 2;
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
@@ -191,19 +191,19 @@ TEST_F(FaultsTest, ShortAndInterruptedWritesGoOn) {
 }
 
 // The file is truncated by then, and nothing can be done about it.
-TEST_F(FaultsTest, FailedWriteIsGivenUpAndNotReported) {
+TEST_F(FaultsTest, WriteFails_WritingStopsAndResultIsSuccess) {
     faults.writeLimit = -2;
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
     EXPECT_EQ(1, faults.writes);
     EXPECT_EQ("", Text());
 }
 
-TEST_F(FaultsTest, FileIsWrittenInOneGo) {
+TEST_F(FaultsTest, FileIsWritten_OneWriteTakesTheWholeText) {
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
     EXPECT_EQ(1, faults.writes);
 }
 
-TEST(GrowingText, KeepsWhatItHadWhenMemoryEnds) {
+TEST(GrowingText, MemoryEnds_TextSoFarStays) {
     ckscribe::GrowingText text;
     text.Append("");
     EXPECT_TRUE(text.IsWhole());

@@ -36,7 +36,7 @@ std::string CaseName(const testing::TestParamInfo<EditCase>& info) { return info
 
 class SetTest : public EditTest {};
 
-TEST_P(SetTest, SetsKeyInMisc) {
+TEST_P(SetTest, SetKeyInMisc_FileIsAsExpected) {
     ExpectEdit([](Store& store) { return store.SetConfigurationInfo("Misc", "Key", "new"); });
 }
 
@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(, SetTest, testing::ValuesIn(kSets), CaseName);
 
 class SetLimitTest : public ConfigurationTest {};
 
-TEST_F(SetLimitTest, LinesAreCutAt838Characters) {
+TEST_F(SetLimitTest, LongLinesOfTheFile_AreCutAt838Characters) {
     const std::string line = std::string(837, 'a') + "bcd";
     for (const size_t length : {837U, 838U, 839U, 840U}) {
         const std::string text = "Misc = {\n   Key = 1;\n}\n";
@@ -98,7 +98,7 @@ TEST_F(SetLimitTest, LinesAreCutAt838Characters) {
     }
 }
 
-TEST_F(SetLimitTest, WhatStandsBehind838CharactersIsNotSeen) {
+TEST_F(SetLimitTest, KeyBehind838CharactersOfALine_IsNotSeen) {
     const std::string blanks(838 - 4, ' ');
     Write(blanks + "Misc = {\n   Key = 1;\n}\n");
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));
@@ -106,7 +106,7 @@ TEST_F(SetLimitTest, WhatStandsBehind838CharactersIsNotSeen) {
 }
 
 // "   Key = " and ";\n" are 11 characters of the 839 that a written line may have.
-TEST_F(SetLimitTest, LineOf839CharactersIsTheLongestThatIsWritten) {
+TEST_F(SetLimitTest, SetKey_LineOf839CharactersIsTheLongestThatIsWritten) {
     const std::string longest(828, 'v');
     const std::string before = "Misc = {\n   A = 1;\n   Key = old;\n}\nB = {\n}\n";
     Write(before);
@@ -117,13 +117,13 @@ TEST_F(SetLimitTest, LineOf839CharactersIsTheLongestThatIsWritten) {
     EXPECT_EQ("Misc = {\n   A = 1;\n}\nB = {\n}\n", Text()) << "the line is gone, the rest is written";
 }
 
-TEST_F(SetLimitTest, InsertedLineThatIsTooLongIsLeftOut) {
+TEST_F(SetLimitTest, SetKey_InsertedLineThatIsTooLongIsLeftOut) {
     Write("Misc = {\n   A = 1;\n}\nB = {\n}\n");
     EXPECT_EQ(0, store.SetConfigurationInfo("Misc", "Key", std::string(829, 'v').c_str()));
     EXPECT_EQ("Misc = {\n   A = 1;\n}\nB = {\n}\n", Text());
 }
 
-TEST_F(SetLimitTest, AppendedTextsThatAreTooLongAreLeftOut) {
+TEST_F(SetLimitTest, SetKey_AppendedTextsThatAreTooLongAreLeftOut) {
     const std::string longest(827, 'v');  // "}" takes one more
     Write("B = {\n}\n");
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", longest.c_str()));
@@ -141,7 +141,7 @@ TEST_F(SetLimitTest, AppendedTextsThatAreTooLongAreLeftOut) {
     EXPECT_EQ("B = {\n}\n   Key = V;\n}", Text());
 }
 
-TEST_F(SetLimitTest, EmptyTextsAreTexts) {
+TEST_F(SetLimitTest, SetKey_EmptyNamesAndValuesAreWrittenLikeOthers) {
     Write("Misc = {\n   Key = old;\n}\n");
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", ""));
     EXPECT_EQ("Misc = {\n   Key = ;\n}\n", Text());
@@ -150,7 +150,7 @@ TEST_F(SetLimitTest, EmptyTextsAreTexts) {
     EXPECT_EQ("Misc = {\n   Key = ;\n    = V;\n}\n", Text());
 }
 
-TEST_F(SetLimitTest, PercentSignsAreOrdinaryCharacters) {
+TEST_F(SetLimitTest, SetKey_PercentSignsAreOrdinaryCharacters) {
     Write("A = {\n}\n");
     EXPECT_EQ(1, store.SetConfigurationInfo("%s", "%n", "%d%s"));
     EXPECT_EQ("A = {\n}\n%s = {\n   %n = %d%s;\n}", Text());
@@ -162,7 +162,7 @@ TEST_F(SetLimitTest, PercentSignsAreOrdinaryCharacters) {
 
 class ClearKeyTest : public EditTest {};
 
-TEST_P(ClearKeyTest, ClearsKeyOfMisc) {
+TEST_P(ClearKeyTest, ClearKeyOfMisc_FileIsAsExpected) {
     ExpectEdit([](Store& store) { return store.ClearConfigurationInfo("Misc", "Key"); });
 }
 
@@ -185,7 +185,7 @@ const EditCase kKeyClears[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, ClearKeyTest, testing::ValuesIn(kKeyClears), CaseName);
 
-TEST_F(ConfigurationTest, ClearEntryOfANumberClearsLongerOnesToo) {
+TEST_F(ConfigurationTest, ClearEntryOfANumberedKey_ClearsLongerKeysToo) {
     Write("OrmaSA Client = {\n   ServerName01 = a;\n   ServerName010 = b;\n   ServerName02 = c;\n}\n");
     EXPECT_EQ(1, store.ClearEntry("OrmaSA Client", "ServerName01", 0));
     EXPECT_EQ("OrmaSA Client = {\n   ServerName02 = c;\n}\n", Text());
@@ -196,7 +196,7 @@ TEST_F(ConfigurationTest, ClearEntryOfANumberClearsLongerOnesToo) {
 
 class ClearSectionTest : public EditTest {};
 
-TEST_P(ClearSectionTest, ClearsMisc) {
+TEST_P(ClearSectionTest, ClearSectionMisc_FileIsAsExpected) {
     ExpectEdit([](Store& store) { return store.ClearConfigurationInfo("Misc"); });
 }
 
@@ -219,7 +219,7 @@ INSTANTIATE_TEST_SUITE_P(, ClearSectionTest, testing::ValuesIn(kSectionClears), 
 
 class ReplaceTest : public EditTest {};
 
-TEST_P(ReplaceTest, ReplacesMisc) {
+TEST_P(ReplaceTest, ReplaceSectionMisc_FileIsAsExpected) {
     ExpectEdit(
         [](Store& store) { return store.ReplaceConfigurationInfo("Misc", "   A = 1;\n   B = 2;", 0); });
 }
@@ -250,7 +250,7 @@ protected:
     }
 };
 
-TEST_F(ReplaceBodyTest, IsBrokenAfterEvery512Characters) {
+TEST_F(ReplaceBodyTest, ReplaceSection_BodyIsBrokenAfterEvery512Characters) {
     std::string body;
     for (int i = 0; body.size() < 1100; ++i) body += std::to_string(i) + ",";
     body.resize(1100);
@@ -266,7 +266,7 @@ TEST_F(ReplaceBodyTest, IsBrokenAfterEvery512Characters) {
     EXPECT_EQ(76U, body.substr(1024).size());
 }
 
-TEST_F(ReplaceBodyTest, HeaderThatIsTooLongIsLeftOut) {
+TEST_F(ReplaceBodyTest, ReplaceSection_HeaderThatIsTooLongIsLeftOut) {
     Write("A = {\n}\n");
     EXPECT_EQ(0, store.ReplaceConfigurationInfo(std::string(835, 's').c_str(), "x", 0));
     EXPECT_EQ("A = {\n}\nx\n}", Text());
@@ -295,13 +295,13 @@ protected:
     int Edit() { return GetParam().edit(store); }
 };
 
-TEST_P(AnyEditTest, ChangesTheFile) {
+TEST_P(AnyEditTest, EveryEdit_ChangesTheFile) {
     Write(OneEntry("Misc", "Key", "old"));
     EXPECT_EQ(1, Edit());
     EXPECT_NE(OneEntry("Misc", "Key", "old"), Text());
 }
 
-TEST_P(AnyEditTest, OnlyInAFileStore) {
+TEST_P(AnyEditTest, StoreIsNotTheFile_EditFailsAndFileIsUntouched) {
     Write(OneEntry("Misc", "Key", "old"));
     for (const int type : {1, 2, -1}) {
         Store::SetLibraryType(type);
@@ -310,7 +310,7 @@ TEST_P(AnyEditTest, OnlyInAFileStore) {
     }
 }
 
-TEST_P(AnyEditTest, NeedsAFileThatHoldsSomething) {
+TEST_P(AnyEditTest, FileIsMissingOrEmpty_EditFails) {
     EXPECT_EQ(0, Edit());
     EXPECT_FALSE(std::filesystem::exists(path));
     Write("");
@@ -318,7 +318,7 @@ TEST_P(AnyEditTest, NeedsAFileThatHoldsSomething) {
     EXPECT_EQ("", Text());
 }
 
-TEST_P(AnyEditTest, LeavesAFileAloneThatCannotBeWritten) {
+TEST_P(AnyEditTest, FileCannotBeWritten_EditFailsAndFileIsUntouched) {
     const bool isRoot = geteuid() == 0;
     ASSERT_EQ(0, isRoot ? seteuid(65534) : 0) << "nothing is forbidden to root";
     TemporaryDirectory own;
@@ -335,7 +335,7 @@ TEST_P(AnyEditTest, LeavesAFileAloneThatCannotBeWritten) {
     ASSERT_EQ(0, isRoot ? seteuid(0) : 0);
 }
 
-TEST_P(AnyEditTest, KeepsThePermissionsOfTheFile) {
+TEST_P(AnyEditTest, EveryEdit_KeepsThePermissionsOfTheFile) {
     Write(OneEntry("Misc", "Key", "old"));
     chmod(path.c_str(), 0640);
     EXPECT_EQ(1, Edit());
@@ -344,7 +344,7 @@ TEST_P(AnyEditTest, KeepsThePermissionsOfTheFile) {
     EXPECT_EQ(0640U, status.st_mode & 07777U);
 }
 
-TEST_P(AnyEditTest, KeepsTheFileWhereALinkPoints) {
+TEST_P(AnyEditTest, FileIsALink_EditKeepsTheLink) {
     const std::string target = directory.File("target");
     std::ofstream(target) << OneEntry("Misc", "Key", "old");
     std::filesystem::create_symlink(target, path);
@@ -356,7 +356,7 @@ TEST_P(AnyEditTest, KeepsTheFileWhereALinkPoints) {
 INSTANTIATE_TEST_SUITE_P(, AnyEditTest, testing::ValuesIn(kEdits),
                          [](const auto& info) { return info.param.name; });
 
-TEST_F(ConfigurationTest, NullTextsAreRefusedBeforeTheFileIsTouched) {
+TEST_F(ConfigurationTest, NullArguments_EditFailsAndFileIsUntouched) {
     const std::string text = "Misc = {\n   Key = old;\n}";
     Write(text);
     EXPECT_EQ(0, store.SetConfigurationInfo(nullptr, "Key", "V"));
@@ -373,7 +373,7 @@ TEST_F(ConfigurationTest, NullTextsAreRefusedBeforeTheFileIsTouched) {
     EXPECT_EQ(text, Text());
 }
 
-TEST_F(ConfigurationTest, LargeFileIsRewrittenWhole) {
+TEST_F(ConfigurationTest, FileIsLarge_EditRewritesItWhole) {
     std::string text;
     for (int i = 0; text.size() < 3 << 20; ++i) text += "   Entry" + std::to_string(i) + " = x;\n";
     Write(text + "Misc = {\n}\n" + text);

@@ -16,7 +16,7 @@ struct LookupCase {
 
 class EntryLookupTest : public testing::TestWithParam<LookupCase> {};
 
-TEST_P(EntryLookupTest, FindsKeyInMisc) {
+TEST_P(EntryLookupTest, KeyInMisc_ValueIsAsExpected) {
     std::string text = GetParam().text;
     const char* value = ckscribe::FindEntryValue(text.data(), "Misc", "Key");
     EXPECT_EQ(GetParam().value, value == nullptr ? "(none)" : value);
@@ -120,18 +120,18 @@ TEST(EntryLookup, SectionNameMayHoldBlanks) {
     EXPECT_EQ("V", Find("Orma Client = {\n K = W;\n}\nOrma = {\n K = V;\n}", "Orma", "K"));
 }
 
-TEST(EntryLookup, BraceInSectionNameLeavesTheSectionOpen) {
+TEST(EntryLookup, SectionNameHoldsABrace_SectionStaysOpen) {
     EXPECT_EQ("V", Find("a} = {\n B = 1;\n}\n K = V;\n", "a}", "K"));
     EXPECT_EQ("V", Find("a}K = {\n}\nK = V;\n", "a}K", "K"));
 }
 
-TEST(EntryLookup, KeyDirectlyAfterTheEndOfTheSectionName) {
+TEST(EntryLookup, SectionNameHoldsTheEnd_KeyBehindItIsFound) {
     // The end of the section falls on the "}" of the name; what begins behind it counts as the start of a
     // line.
     EXPECT_EQ("{", Find("a} = {\n}\n", "a}", ""));
 }
 
-TEST(EntryLookup, NoSectionWithoutAName) {
+TEST(EntryLookup, SectionNameIsEmpty_NothingIsFound) {
     EXPECT_EQ("(none)", Find("= {\n K = V;\n}", "", "K"));
     EXPECT_EQ("(none)", Find("", "", ""));
 }
@@ -141,7 +141,9 @@ TEST(EntryLookup, EmptyKeyIsTheFirstEqualsAfterABlank) {
     EXPECT_EQ("(none)", Find("Misc={\nK=V;\n}", "Misc", ""));
 }
 
-TEST(EntryLookup, KeyThatHoldsAnEquals) { EXPECT_EQ("b = V", Find("Misc = {\n a=b = V;\n}", "Misc", "a=b")); }
+TEST(EntryLookup, KeyHoldsAnEquals_ValueIsFound) {
+    EXPECT_EQ("b = V", Find("Misc = {\n a=b = V;\n}", "Misc", "a=b"));
+}
 
 TEST(EntryLookup, KeyThatHoldsAnEntryEndHasNoValue) {
     EXPECT_EQ("(none)", Find("Misc = {\n a;b = V;\n}", "Misc", "a;b"));

@@ -15,12 +15,12 @@ std::string PathWithDirectory(const char* directory) {
     return store.GetConfFileName();
 }
 
-TEST(FileLocation, IsInEtcWithoutTheVariable) {
+TEST(FileLocation, VariableIsMissing_FileIsInEtc) {
     unsetenv("WendrafilConfigurationPath");
     EXPECT_STREQ("/etc/Wendrafil.conf", WendrafilConfiguration().GetConfFileName());
 }
 
-TEST(FileLocation, IsInTheDirectoryOfTheVariable) {
+TEST(FileLocation, VariableNamesADirectory_FileIsThere) {
     EXPECT_EQ("/opt/x/Wendrafil.conf", PathWithDirectory("/opt/x"));
     EXPECT_EQ("/opt/x//Wendrafil.conf", PathWithDirectory("/opt/x/"));
     EXPECT_EQ("/Wendrafil.conf", PathWithDirectory(""));
@@ -28,7 +28,7 @@ TEST(FileLocation, IsInTheDirectoryOfTheVariable) {
     EXPECT_EQ("\xFF\x80/Wendrafil.conf", PathWithDirectory("\xFF\x80"));
 }
 
-TEST(FileLocation, TakesAtMost256CharactersOfTheVariable) {
+TEST(FileLocation, VariableIsLong_256CharactersCount) {
     std::string directory;
     for (int i = 0; i < 300; ++i) directory += static_cast<char>('a' + i % 26);
     for (const size_t length : {255U, 256U, 257U, 300U}) {
@@ -37,7 +37,7 @@ TEST(FileLocation, TakesAtMost256CharactersOfTheVariable) {
     }
 }
 
-TEST(FileLocation, IsChosenOnceForAnInstance) {
+TEST(FileLocation, VariableChangesLater_InstanceKeepsItsFile) {
     setenv("WendrafilConfigurationPath", "/first", 1);
     WendrafilConfiguration store;
     setenv("WendrafilConfigurationPath", "/second", 1);
@@ -47,7 +47,7 @@ TEST(FileLocation, IsChosenOnceForAnInstance) {
     unsetenv("WendrafilConfigurationPath");
 }
 
-TEST(FileLocation, RegistryPathIsToldButNotKept) {
+TEST(FileLocation, RegistryPath_IsReturnedAndNotKept) {
     WendrafilConfiguration store;
     EXPECT_STREQ("", store.GetRegistryPathName());
     setenv("WendrafilRegistryPath", "/registry", 1);
@@ -68,7 +68,7 @@ std::string Stripped(const char* path) {
     return text;
 }
 
-TEST(StripOffFileName, KeepsTheDirectoryWithItsSeparator) {
+TEST(StripOffFileName, PathWithFileName_DirectoryStaysWithItsSeparator) {
     EXPECT_EQ("/a/b/", Stripped("/a/b/c.conf"));
     EXPECT_EQ("a\\b\\", Stripped("a\\b\\c.conf"));
     EXPECT_EQ("a\\b/", Stripped("a\\b/c.conf"));

@@ -140,7 +140,7 @@ TEST_F(FileReadingTest, NoFileStaysOpen) {
     EXPECT_EQ(before, after);
 }
 
-TEST_F(FileReadingTest, TestsOfAccess) {
+TEST_F(FileReadingTest, TestRAndTestRW_SayHowTheFileCanBeOpened) {
     EXPECT_EQ(0, store.TestR());
     EXPECT_EQ(0, store.TestRW());
     Write("x");
@@ -148,7 +148,7 @@ TEST_F(FileReadingTest, TestsOfAccess) {
     EXPECT_EQ(1, store.TestRW());
 }
 
-TEST_F(FileReadingTest, TestsOfAccessToAnotherKindOfStoreLookAtNothing) {
+TEST_F(FileReadingTest, StoreIsNotTheFile_TestRAndTestRWSucceed) {
     for (const int type : {1, 2, -1}) {
         WendrafilConfiguration::SetLibraryType(type);
         EXPECT_EQ(type, WendrafilConfiguration::GetLibraryType());
@@ -157,7 +157,7 @@ TEST_F(FileReadingTest, TestsOfAccessToAnotherKindOfStoreLookAtNothing) {
     }
 }
 
-TEST_F(FileReadingTest, DumpWritesTheText) {
+TEST_F(FileReadingTest, DumpFile_WritesTheTextToTheStream) {
     char dumped[64] = "";
     FILE* stream = fmemopen(dumped, sizeof dumped, "w");
     EXPECT_EQ(0, store.DumpFile(stream));
@@ -256,7 +256,7 @@ TEST_F(FileReadingTest, ServerSectionKeeps63Characters) {
     }
 }
 
-TEST_F(FileReadingTest, FixedAnswers) {
+TEST_F(FileReadingTest, NamesOfSectionsAndStc_AreConstant) {
     EXPECT_STREQ("LBLib2", WendrafilConfiguration::GetLBLibSectionName());
     EXPECT_STREQ("Session", WendrafilConfiguration::GetSessionSectionName());
     EXPECT_EQ(1, WendrafilConfiguration::IsSTCEnabled());
@@ -276,7 +276,7 @@ public:
     }
 };
 
-TEST_F(FileReadingTest, FreshInstanceIsCleared) {
+TEST_F(FileReadingTest, FreshInstance_ResultBuffersAndMaskAreEmpty) {
     alignas(DerivedStore) unsigned char memory[sizeof(DerivedStore)];
     std::memset(memory, 0xA5, sizeof memory);
     DerivedStore* fresh = new (memory) DerivedStore;

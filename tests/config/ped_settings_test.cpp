@@ -37,7 +37,7 @@ protected:
     }
 };
 
-TEST_F(PedSettingsTest, Timeouts) {
+TEST_F(PedSettingsTest, PEDTimeout_StoresTheFourNumbers) {
     unsigned long t[] = {11, 12, 13, 14};
     Write(
         "Decoy = {\n PEDTimeout1 = 9;\n}\nOrma = {\n PEDTimeout1 = 1;\n PEDTimeout2 = 22;\n PEDTimeout3 = "
@@ -57,7 +57,7 @@ TEST_F(PedSettingsTest, Timeouts) {
     EXPECT_EQ(~0UL, t[3]);
 }
 
-TEST_F(PedSettingsTest, TimeoutsAreReadIntoBuffersOf200Characters) {
+TEST_F(PedSettingsTest, PEDTimeout_Reads199CharactersOfEachNumber) {
     unsigned long t[4];
     Write("Orma = {\n PEDTimeout1 = " + Zeros(198) + "7;\n PEDTimeout2 = " + Zeros(198) +
           "12;\n PEDTimeout3 = " + Zeros(198) + "345;\n PEDTimeout4 = " + Zeros(199) + "6;\n}\n");
@@ -68,7 +68,7 @@ TEST_F(PedSettingsTest, TimeoutsAreReadIntoBuffersOf200Characters) {
     EXPECT_EQ(0UL, t[3]);
 }
 
-TEST_F(PedSettingsTest, TimeoutsNeedAllPointers) {
+TEST_F(PedSettingsTest, PEDTimeoutWithANullPointer_FailsAndStoresNothing) {
     Write(OneEntry("Orma", "PEDTimeout1", "5"));
     unsigned long t = 4711;
     EXPECT_EQ(1, store.PEDTimeout(nullptr, &t, &t, &t));
@@ -78,7 +78,7 @@ TEST_F(PedSettingsTest, TimeoutsNeedAllPointers) {
     EXPECT_EQ(4711UL, t);
 }
 
-TEST_F(PedSettingsTest, SlotOfTheDevice) {
+TEST_F(PedSettingsTest, HSMSlot_IsTheNumberOrZero) {
     unsigned slot = 4711;
     EXPECT_EQ(1, store.HSMSlot(nullptr));
     Write(OneEntry("Decoy", "HSMSlot", "3"));
@@ -89,7 +89,7 @@ TEST_F(PedSettingsTest, SlotOfTheDevice) {
     EXPECT_EQ(3U, slot);
 }
 
-TEST_F(PedSettingsTest, DefaultIdentifier) {
+TEST_F(PedSettingsTest, PEDId_IsTheDefaultIdentifier) {
     EXPECT_EQ(5, Default("5"));
     EXPECT_EQ(5, Default("5, 1:7, 2:9"));
     EXPECT_EQ(5, Default("1:7, 5"));
@@ -108,7 +108,7 @@ TEST_F(PedSettingsTest, DefaultIdentifier) {
     }
 }
 
-TEST_F(PedSettingsTest, DefaultIdentifierNeedsPlaceAndKey) {
+TEST_F(PedSettingsTest, PEDIdWithoutPlaceOrKey_Fails) {
     WriteId("5");
     EXPECT_EQ(1, store.PEDId(nullptr));
     Write(OneEntry("Orma", "Unknown", "5"));
@@ -121,14 +121,14 @@ TEST_F(PedSettingsTest, DefaultIdentifierNeedsPlaceAndKey) {
     EXPECT_EQ(4711, slotsId);
 }
 
-TEST_F(PedSettingsTest, DefaultIdentifierIsReadFrom199Characters) {
+TEST_F(PedSettingsTest, PEDId_Reads199Characters) {
     const std::string slots = "1:7," + std::string(192, ' ');
     EXPECT_EQ(123, Default(slots + "123"));
     EXPECT_EQ(123, Default(slots + "1234"));
     EXPECT_EQ(123, Default(slots + "12345"));
 }
 
-TEST_F(PedSettingsTest, IdentifierOfASlot) {
+TEST_F(PedSettingsTest, PEDIdForSlot_IsTheSlotsOrTheDefault) {
     EXPECT_EQ(7, OfSlot(1, "5, 1:7, 2:9"));
     EXPECT_EQ(9, OfSlot(2, "5, 1:7, 2:9"));
     EXPECT_EQ(5, OfSlot(3, "5, 1:7, 2:9"));
@@ -144,7 +144,7 @@ TEST_F(PedSettingsTest, IdentifierOfASlot) {
     EXPECT_EQ(65531, OfSlot(1, "1:-5"));
 }
 
-TEST(ParsePedIdString, MalformedItemOfASlotFails) {
+TEST(ParsePedIdString, ItemOfASlotIsMalformed_ParsingFails) {
     for (const char* item : {":7", "1:", " :7", "1: ", "x:7", "1:x", "1:7:8", "0000000001:7", "1:000007",
                              "1:65535", "1x:7", "1:0x7", ":"}) {
         std::string text = std::string(item) + ", 1:7";
@@ -154,7 +154,7 @@ TEST(ParsePedIdString, MalformedItemOfASlotFails) {
     }
 }
 
-TEST_F(PedSettingsTest, DefaultForASlotIsSoughtInWhatTheFirstSearchLeft) {
+TEST_F(PedSettingsTest, PEDIdForSlot_DefaultComesFromTheTextThatTheFirstSearchCut) {
     EXPECT_EQ(1, OfSlot(2, "1:7, 5")) << "all that is left is the first item, up to its colon";
     EXPECT_EQ(1, OfSlot(1, "1:x, 5")) << "after a malformed item, too";
     EXPECT_EQ(1, OfSlot(1, "1:, 5")) << "also when the colon is its last character";
@@ -166,14 +166,14 @@ TEST_F(PedSettingsTest, DefaultForASlotIsSoughtInWhatTheFirstSearchLeft) {
     EXPECT_EQ(-1, OfSlot(2, "123456:7, 5")) << "a slot of six digits is no identifier";
 }
 
-TEST_F(PedSettingsTest, IdentifierOfASlotIsReadFrom2047Characters) {
+TEST_F(PedSettingsTest, PEDIdForSlot_Reads2047Characters) {
     const std::string list = "5," + std::string(2040, ' ') + "1:";
     EXPECT_EQ(234, OfSlot(1, list + "234"));
     EXPECT_EQ(234, OfSlot(1, list + "2345"));
     EXPECT_EQ(234, OfSlot(1, list + "23456"));
 }
 
-TEST(ParsePedIdString, NeedsAPlaceForAResult) {
+TEST(ParsePedIdString, AllPointersAreNull_ParsingFails) {
     char text[] = "5, 1:7";
     EXPECT_EQ(0, Store::ParsePedIdString(text, 1, nullptr, nullptr));
     EXPECT_STREQ("5, 1:7", text);
@@ -186,7 +186,7 @@ struct ParseCase {
     int defaultId;
 };
 
-TEST(ParsePedIdString, FindsBothResults) {
+TEST(ParsePedIdString, ListOfIdentifiers_SlotsAndDefaultAreFound) {
     const ParseCase cases[] = {
         {"5, 1:7", 1, 7, 5},
         {"1:7, 5", 1, 7, 5},
@@ -213,7 +213,7 @@ TEST(ParsePedIdString, FindsBothResults) {
     }
 }
 
-TEST(ParsePedIdString, SplitsAsFarAsItLooks) {
+TEST(ParsePedIdString, ListOfIdentifiers_IsSplitAsFarAsItIsRead) {
     std::string text = "1:7,2:9,5";
     unsigned short id = 0;
     EXPECT_EQ(1, Store::ParsePedIdString(text.data(), 2, &id, nullptr));

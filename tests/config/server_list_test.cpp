@@ -28,7 +28,7 @@ std::string Replaced(std::string text, const std::string& oldLine, const std::st
     return text.replace(position, oldLine.size(), newLine);
 }
 
-TEST_F(ServerListTest, CopiesNamesUpToTheFirstMissingOne) {
+TEST_F(ServerListTest, ListOfServers_EndsBeforeTheFirstMissingName) {
     Write(kClientList);
     char first[50] = "";
     char second[50] = "";
@@ -45,7 +45,7 @@ TEST_F(ServerListTest, CopiesNamesUpToTheFirstMissingOne) {
     EXPECT_STREQ("wrong", first);
 }
 
-TEST_F(ServerListTest, CountsWithoutPlacesForNames) {
+TEST_F(ServerListTest, ListOfServers_CountsNamesThatHaveNoPlace) {
     Write(kClientList);
     int count = 4711;
     EXPECT_EQ(1, store.GetListOfServers(count, nullptr, false));
@@ -57,21 +57,21 @@ TEST_F(ServerListTest, CountsWithoutPlacesForNames) {
     EXPECT_STREQ("beta", second);
 }
 
-TEST_F(ServerListTest, IsEmptyWithoutAFirstName) {
+TEST_F(ServerListTest, FirstNameIsMissing_ListOfServersIsEmpty) {
     Write("OrmaSA Client = {\n   ServerName01 = beta;\n}\n");
     int count = 4711;
     EXPECT_EQ(0, store.GetListOfServers(count, nullptr, false));
     EXPECT_EQ(0, count);
 }
 
-TEST_F(ServerListTest, CountsEmptyNames) {
+TEST_F(ServerListTest, ListOfServers_CountsEmptyNames) {
     Write("OrmaSA Client = {\n   ServerName00 = ;\n   ServerName01 = beta;\n}\n");
     int count = 4711;
     EXPECT_EQ(1, store.GetListOfServers(count, nullptr, false));
     EXPECT_EQ(2, count);
 }
 
-TEST_F(ServerListTest, NamesAreCutTo49Characters) {
+TEST_F(ServerListTest, ListOfServers_NamesAreCutTo49Characters) {
     std::string name(48, 'n');
     name += "abc";  // not in one expression: g++ 12 then warns of bounds that are kept
     for (const size_t length : {49U, 50U, 51U}) {
@@ -109,7 +109,7 @@ TEST_F(ServerListTest, AddsTheFirstName) {
     EXPECT_EQ("A = {\n}\nOrmaSA Server = {\n   ServerName00 = a;\n}", Text());
 }
 
-TEST_F(ServerListTest, DoesNotAddAKnownName) {
+TEST_F(ServerListTest, AddKnownName_WritesNothing) {
     const std::string text = "OrmaSA Client = {\n   ServerName00 = ;\n   ServerName01 = b;\n}\n";
     Write(text);
     EXPECT_EQ(2, store.SetOrmaNetServerName("b", false));
@@ -117,7 +117,7 @@ TEST_F(ServerListTest, DoesNotAddAKnownName) {
     EXPECT_EQ(text, Text());
 }
 
-TEST_F(ServerListTest, NamesOf50CharactersAreNeverKnown) {
+TEST_F(ServerListTest, AddNameOf50Characters_IsNeverTakenForKnown) {
     const std::string name(50, 'n');
     Write(OneEntry("OrmaSA Client", "ServerName00", name));
     EXPECT_EQ(2, store.SetOrmaNetServerName(name.substr(0, 49).c_str(), false)) << "what is read of it";
@@ -137,7 +137,7 @@ TEST_F(ServerListTest, RenamesAServerWhateverItsIndex) {
     EXPECT_EQ(Replaced(kClientList, "ServerName00 = wrong;", "ServerName00 = right;"), Text());
 }
 
-TEST_F(ServerListTest, RenamesNoUnknownServer) {
+TEST_F(ServerListTest, RenameUnknownServer_FailsAndWritesNothing) {
     Write(kClientList);
     EXPECT_EQ(-1, store.ReplaceOrmaNetServerName("gamma", "x", 0, false));
     EXPECT_EQ(-1, store.ReplaceOrmaNetServerName("delta", "x", 3, false)) << "behind the first missing index";
@@ -145,7 +145,7 @@ TEST_F(ServerListTest, RenamesNoUnknownServer) {
     EXPECT_EQ(kClientList, Text());
 }
 
-TEST_F(ServerListTest, DeletingEmptiesTheEntriesOfAServer) {
+TEST_F(ServerListTest, DeleteServer_EmptiesItsEntries) {
     Write(kClientList);
     EXPECT_EQ(1, store.DeleteOrmaNetServerPair("alpha", false));
     EXPECT_EQ(
@@ -164,7 +164,7 @@ TEST_F(ServerListTest, DeletingEmptiesTheEntriesOfAServer) {
         Text());
 }
 
-TEST_F(ServerListTest, DeletingAddsEntriesThatAreMissing) {
+TEST_F(ServerListTest, DeleteServer_AddsEntriesThatAreMissing) {
     Write(kClientList);
     EXPECT_EQ(1, store.DeleteOrmaNetServerPair("wrong", true));
     EXPECT_EQ(Replaced(kClientList, "   ServerName00 = wrong;\n",
@@ -185,7 +185,7 @@ private:
     mutable int accessesLeft;
 };
 
-TEST_F(ServerListTest, DeletingEndsAtTheFirstFailure) {
+TEST_F(ServerListTest, DeleteServer_EndsAtTheFirstFailure) {
     const std::string text =
         "OrmaSA Client = {\n   ServerName00 = a;\n   ServerPort00 = 1;\n   ServerHtl00 = 1;\n}\n";
     const std::string withoutName = Replaced(text, "ServerName00 = a;", "ServerName00 = ;");
@@ -199,7 +199,7 @@ TEST_F(ServerListTest, DeletingEndsAtTheFirstFailure) {
     }
 }
 
-TEST_F(ServerListTest, DeletesNoUnknownServer) {
+TEST_F(ServerListTest, DeleteUnknownServer_FailsAndWritesNothing) {
     Write(kClientList);
     EXPECT_EQ(3, store.DeleteOrmaNetServerPair("gamma", false));
     EXPECT_EQ(3, store.DeleteOrmaNetServerPair("delta", false));

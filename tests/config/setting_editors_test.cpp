@@ -88,19 +88,23 @@ protected:
     std::string Decoy() const { return OneEntry("Decoy", GetParam().key, "9"); }
 };
 
-TEST_P(EditorTest, AppendsAMissingSection) { ExpectEdit(Decoy(), Decoy() + Header() + Line() + "}"); }
+TEST_P(EditorTest, SectionIsMissing_EditorAppendsIt) {
+    ExpectEdit(Decoy(), Decoy() + Header() + Line() + "}");
+}
 
-TEST_P(EditorTest, InsertsAMissingEntry) {
+TEST_P(EditorTest, EntryIsMissing_EditorInsertsIt) {
     ExpectEdit(Decoy() + Header() + "   Other = 1;\n}\nLast = {\n}\n",
                Decoy() + Header() + "   Other = 1;\n" + Line() + "}\nLast = {\n}\n");
 }
 
-TEST_P(EditorTest, ReplacesItsEntry) {
+TEST_P(EditorTest, EntryIsThere_EditorReplacesIt) {
     ExpectEdit(Decoy() + Header() + "   Other = 1;\n" + Line("8") + "}\nLast = {\n" + Line("7") + "}\n",
                Decoy() + Header() + "   Other = 1;\n" + Line() + "}\nLast = {\n" + Line("7") + "}\n");
 }
 
-TEST_P(EditorTest, TellsThatItFailed) { EXPECT_EQ(0, GetParam().edit(store)) << "there is no file"; }
+TEST_P(EditorTest, FileIsMissing_EditorReturns0) {
+    EXPECT_EQ(0, GetParam().edit(store)) << "there is no file";
+}
 
 INSTANTIATE_TEST_SUITE_P(, EditorTest, testing::ValuesIn(kEditors),
                          [](const auto& info) { return info.param.name; });

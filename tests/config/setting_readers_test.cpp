@@ -104,14 +104,14 @@ protected:
     }
 };
 
-TEST_P(NumberTest, IsItsDefaultWhenMissing) {
+TEST_P(NumberTest, KeyIsMissing_ResultIsTheDefault) {
     Write(AmongOthers(GetParam().section, "Unknown", "903"));
     EXPECT_EQ(GetParam().missing, GetParam().read(store));
     Write(OneEntry("Decoy", GetParam().key, "904"));
     EXPECT_EQ(GetParam().missing, GetParam().read(store));
 }
 
-TEST_P(NumberTest, IsWhatAtoiReads) {
+TEST_P(NumberTest, KeyIsThere_ResultIsTheNumberThatAtoiReads) {
     EXPECT_EQ(73, Read("73"));
     EXPECT_EQ(-73, Read("-73"));
     EXPECT_EQ(12, Read("12abc"));
@@ -119,7 +119,7 @@ TEST_P(NumberTest, IsWhatAtoiReads) {
     EXPECT_EQ(0, Read(""));
 }
 
-TEST_P(NumberTest, ReadsAsFarAsItsBufferReaches) {
+TEST_P(NumberTest, ValueIsLong_NumberEndsWithTheBuffer) {
     const size_t size = GetParam().size;
     EXPECT_EQ(7, Read(Zeros(size - 2) + "7")) << "size - 1 characters";
     EXPECT_EQ(1, Read(Zeros(size - 2) + "12")) << "size characters, the last one cut";
@@ -128,7 +128,7 @@ TEST_P(NumberTest, ReadsAsFarAsItsBufferReaches) {
 
 INSTANTIATE_TEST_SUITE_P(, NumberTest, testing::ValuesIn(kNumbers), RowName<NumberRow>);
 
-TEST_F(ConfigurationTest, IsOneBaseSlotId) {
+TEST_F(ConfigurationTest, IsOneBaseSlotId_IsTrueForAnyNumberButZero) {
     const auto read = [this](const std::string& value) {
         Write(AmongOthers("Presentation", "OneBaseSlotId", value));
         return store.IsOneBaseSlotId();
@@ -178,24 +178,24 @@ protected:
     }
 };
 
-TEST_P(ServerNumberTest, IsReadInTheServerSectionFirst) {
+TEST_P(ServerNumberTest, KeyInBothSections_ServerSectionCounts) {
     const char* key = GetParam().key;
     EXPECT_EQ(5, Read(OneEntry("OrmaSA Server", key, "4") + OneEntry("Net2", key, "5")));
     EXPECT_EQ(GetParam().missing, Read(OneEntry("OrmaSA Server", key, "4") + OneEntry("Net2", key, "x")))
         << "what is no number counts as 0, not as missing";
 }
 
-TEST_P(ServerNumberTest, IsReadInOrmaSAServerWhenTheServerSectionHasNone) {
+TEST_P(ServerNumberTest, KeyOnlyInOrmaSAServer_ItCounts) {
     EXPECT_EQ(4, Read(OneEntry("OrmaSA Server", GetParam().key, "4") + OneEntry("Net2", "Unknown", "5")));
     EXPECT_EQ(4, Read(OneEntry("OrmaSA Server", GetParam().key, "4")));
 }
 
-TEST_P(ServerNumberTest, IsItsDefaultWhenBothLackIt) {
+TEST_P(ServerNumberTest, KeyInNeitherSection_ResultIsTheDefault) {
     EXPECT_EQ(GetParam().missing,
               Read(AmongOthers("Net2", "Unknown", "4") + OneEntry("Decoy", GetParam().key, "5")));
 }
 
-TEST_P(ServerNumberTest, ReadsAsFarAsItsBufferReaches) {
+TEST_P(ServerNumberTest, ValueIsLong_NumberEndsWithTheBuffer) {
     const char* key = GetParam().key;
     EXPECT_EQ(7, Read(OneEntry("Net2", key, Zeros(198) + "7")));
     EXPECT_EQ(3, Read(OneEntry("Net2", key, Zeros(198) + "34")));
@@ -271,7 +271,7 @@ const TextRow kTexts[] = {
 
 class TextTest : public ConfigurationTest, public testing::WithParamInterface<TextRow> {};
 
-TEST_P(TextTest, LeavesTheBufferAloneWhenMissing) {
+TEST_P(TextTest, KeyIsMissing_BufferStaysAsItIs) {
     char buffer[] = "untouched";
     Write(AmongOthers(GetParam().section, "Unknown", "V"));
     EXPECT_EQ(0, GetParam().read(store, buffer, sizeof buffer));
@@ -280,7 +280,7 @@ TEST_P(TextTest, LeavesTheBufferAloneWhenMissing) {
     EXPECT_STREQ("untouched", buffer);
 }
 
-TEST_P(TextTest, IsCutToTheBuffer) {
+TEST_P(TextTest, ValueIsLong_TextIsCutToTheBuffer) {
     for (const char* value : {"", "/a b/c", "abcdefg", "abcdefgh", "abcdefghi"}) {
         Write(AmongOthers(GetParam().section, GetParam().key, value));
         char buffer[10];
@@ -291,7 +291,7 @@ TEST_P(TextTest, IsCutToTheBuffer) {
     }
 }
 
-TEST_P(TextTest, NullBufferReadsAsMissing) {
+TEST_P(TextTest, BufferIsNull_ResultIsNotFound) {
     Write(AmongOthers(GetParam().section, GetParam().key, "V"));
     EXPECT_EQ(0, GetParam().read(store, nullptr, 8));
 }
@@ -316,7 +316,7 @@ protected:
     }
 };
 
-TEST_P(ServerTextTest, IsReadInTheServerSectionThenInOrmaSAServer) {
+TEST_P(ServerTextTest, Key_IsReadInTheServerSectionThenInOrmaSAServer) {
     const std::string fallback = OneEntry("OrmaSA Server", GetParam().key, "fallback");
     EXPECT_EQ("first", Read(fallback + OneEntry("Net2", GetParam().key, "first")));
     EXPECT_EQ("", Read(fallback + OneEntry("Net2", GetParam().key, ""))) << "an empty value is found";
@@ -374,7 +374,7 @@ protected:
     }
 };
 
-TEST_P(ScannedTest, StoresOnlyANumber) {
+TEST_P(ScannedTest, ValueIsNoNumber_NothingIsStored) {
     Expect(1, 73, Entry("73"));
     Expect(1, -73, Entry("-73"));
     Expect(1, 73, Entry("\t 73 seconds"));
@@ -384,13 +384,13 @@ TEST_P(ScannedTest, StoresOnlyANumber) {
     Expect(0, 4711, OneEntry("Decoy", GetParam().key, "73"));
 }
 
-TEST_P(ScannedTest, Reads31Characters) {
+TEST_P(ScannedTest, ValueIsLong_31CharactersAreRead) {
     Expect(1, 7, Entry(Zeros(30) + "7"));
     Expect(1, 1, Entry(Zeros(30) + "12"));
     Expect(1, 1, Entry(Zeros(30) + "123"));
 }
 
-TEST_P(ScannedTest, FallsBackOnlyForTheServer) {
+TEST_P(ScannedTest, KeyOnlyInOrmaSAServer_OnlyServersSettingsFallBack) {
     Store::SetServerSection("Net2");
     const char* key = GetParam().key;
     const std::string original = OneEntry(GetParam().section, key, "4");
@@ -431,7 +431,7 @@ protected:
     }
 };
 
-TEST_P(OwnTextTest, IsReadIntoABufferOf500Characters) {
+TEST_P(OwnTextTest, ValueIsLong_499CharactersAreKept) {
     const std::string longText = std::string(497, '/') + "abcd";
     EXPECT_EQ("/lib/x.so", Read("/lib/x.so"));
     EXPECT_EQ("", Read(""));
@@ -440,7 +440,7 @@ TEST_P(OwnTextTest, IsReadIntoABufferOf500Characters) {
     EXPECT_EQ(longText.substr(0, 499), Read(longText));
 }
 
-TEST_P(OwnTextTest, IsItsDefaultWhenMissing) {
+TEST_P(OwnTextTest, KeyIsMissing_ResultIsTheDefault) {
     Read("/lib/an/earlier/result/that/is/long.so");
     Write(AmongOthers(GetParam().section, "Unknown", "V"));
     EXPECT_STREQ(GetParam().missing, GetParam().read(store));
@@ -461,7 +461,7 @@ TEST_F(ConfigurationTest, OwnTextsDoNotShareABuffer) {
     EXPECT_STREQ("/3", log);
 }
 
-TEST_F(ConfigurationTest, LibraryFileNameOfASection) {
+TEST_F(ConfigurationTest, LibraryFileName_IsThatOfTheSectionOrTheDefault) {
     Write(OneEntry("Any Section", "LibUNIX64", "/lib/other.so"));
     char buffer[26];
     EXPECT_EQ(1, store.LibraryFileName("Any Section", buffer, sizeof buffer));

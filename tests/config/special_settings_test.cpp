@@ -79,7 +79,7 @@ TEST_F(SpecialSettingsTest, KeyIsInHardwareForYesInAnyCase) {
     EXPECT_FALSE(store.IsKeyInHW());
 }
 
-TEST_F(SpecialSettingsTest, EntrustPasswordTellsItsLength) {
+TEST_F(SpecialSettingsTest, GetEntrustCAPasswd_ReturnsTheLength) {
     const std::string longValue = std::string(98, 'p') + "abc";
     for (const size_t length : {0U, 1U, 99U, 100U, 101U}) {
         WriteEntry("Misc", "TokenInitString", longValue.substr(0, length));
@@ -97,7 +97,7 @@ TEST_F(SpecialSettingsTest, EntrustPasswordTellsItsLength) {
     EXPECT_STREQ("untouched", untouched);
 }
 
-TEST_F(SpecialSettingsTest, CryptokiContainerNameTellsWhetherItIsThere) {
+TEST_F(SpecialSettingsTest, GetCryptokiContainerName_ReturnsWhetherTheKeyIsThere) {
     const std::string longValue = std::string(98, 'p') + "abc";
     for (const size_t length : {0U, 1U, 99U, 100U, 101U}) {
         WriteEntry("Misc", "CryptokiContainerName", longValue.substr(0, length));
@@ -114,7 +114,7 @@ TEST_F(SpecialSettingsTest, CryptokiContainerNameTellsWhetherItIsThere) {
     EXPECT_STREQ("untouched", untouched);
 }
 
-TEST_F(SpecialSettingsTest, InstanceOfTheCardReader) {
+TEST_F(SpecialSettingsTest, InstanceOrmaCR_StoresTheNumberOrNothing) {
     const auto expect = [this](int result, int number, const std::string& value) {
         WriteEntry("CardReader", "InstanceOrmaCR", value);
         int out = 4711;
@@ -140,7 +140,7 @@ struct AppIdCase {
     unsigned long minor;
 };
 
-TEST_F(SpecialSettingsTest, ApplicationIdentifier) {
+TEST_F(SpecialSettingsTest, ExplicitAppId_StoresBothNumbers) {
     const auto Entry = [](const std::string& key, const std::string& value) {
         return " " + key + " = " + value + ";\n";
     };
@@ -203,16 +203,16 @@ protected:
     }
 };
 
-TEST_P(SwitchTest, IsOnForEnable) {
+TEST_P(SwitchTest, ValueBeginsWithEnable_SwitchIsOn) {
     for (const char* value : {"enable", "enabled", "enableXY", "enableXYZ", "enable#"})
         EXPECT_TRUE(Read(false, value)) << value;
 }
 
-TEST_P(SwitchTest, IsOffForANumberSign) {
+TEST_P(SwitchTest, ValueBeginsWithANumberSign_SwitchIsOff) {
     for (const char* value : {"#", "#enable", "##"}) EXPECT_FALSE(Read(true, value)) << value;
 }
 
-TEST_P(SwitchTest, StaysForAnythingElse) {
+TEST_P(SwitchTest, ValueIsAnythingElse_SwitchStays) {
     for (const char* value :
          {"disable", "disabled", "disableXY", "disableXYZ", "enabl", "Enable", "0", "", "x#"}) {
         EXPECT_TRUE(Read(true, value)) << value;
@@ -220,7 +220,7 @@ TEST_P(SwitchTest, StaysForAnythingElse) {
     }
 }
 
-TEST_P(SwitchTest, IsOffWhenMissing) {
+TEST_P(SwitchTest, KeyIsMissing_SwitchIsOff) {
     WriteEntry("HAConfiguration", "Unknown", "enabled");
     bool on = true;
     EXPECT_EQ(0, GetParam().read(store, on));
@@ -234,7 +234,7 @@ const SwitchRow kSwitches[] = {
 INSTANTIATE_TEST_SUITE_P(, SwitchTest, testing::ValuesIn(kSwitches),
                          [](const auto& info) { return info.param.name; });
 
-TEST_F(SpecialSettingsTest, LengthOfTheHighAvailabilityLog) {
+TEST_F(SpecialSettingsTest, GetHALogfilemaxlen_StoresTheLengthOrADefault) {
     const auto expect = [this](int length, const std::string& value) {
         WriteEntry("HAConfiguration", "logLen", value);
         int out = 4711;
@@ -257,7 +257,7 @@ TEST_F(SpecialSettingsTest, LengthOfTheHighAvailabilityLog) {
     EXPECT_EQ(0, out);
 }
 
-TEST_F(SpecialSettingsTest, AutomaticRecoveries) {
+TEST_F(SpecialSettingsTest, GetHAAutoRecoverCount_StoresTheNumberOfAttempts) {
     const auto expect = [this](int count, const std::string& value) {
         WriteEntry("HAConfiguration", "reconnAtt", value);
         int out = 4711;

@@ -14,14 +14,14 @@ protected:
     void ExpectMembers(const std::string& members) { EXPECT_EQ(Token("VirtualToken", members), Text()); }
 };
 
-TEST_F(VirtualTokenTest, AddsMembers) {
+TEST_F(VirtualTokenTest, AddMember_AppendsItToTheList) {
     Write("VirtualToken = {\n   VirtualToken01Label = one;\n}\nVirtualProxyToken = {\n}\n");
     EXPECT_EQ(1, store.AddVirtualTokenMember(1, "111", false));
     EXPECT_EQ(1, store.AddVirtualTokenMember(1, "222", false));
     EXPECT_EQ(Token("VirtualToken", "111,222") + "VirtualProxyToken = {\n}\n", Text());
 }
 
-TEST_F(VirtualTokenTest, AddsMembersOfAProxyToken) {
+TEST_F(VirtualTokenTest, AddMemberOfAProxyToken_AppendsItToTheList) {
     Write(Token("VirtualToken", "1") + Token("VirtualProxyToken", "2"));
     EXPECT_EQ(1, store.AddVirtualTokenMember(1, "3", true));
     EXPECT_EQ(Token("VirtualToken", "1") + Token("VirtualProxyToken", "2,3"), Text());
@@ -43,7 +43,7 @@ TEST_F(VirtualTokenTest, AddsNoMemberWithoutALabel) {
 }
 
 // "   VirtualToken01Members = " and ";\n" take 29 of the 839 characters that a written line may have.
-TEST_F(VirtualTokenTest, AddsAMemberAsLongAsTheLineHasRoom) {
+TEST_F(VirtualTokenTest, AddMember_SucceedsWhileTheLineHasRoom) {
     const std::string list(800, '1');
     Write(Token("VirtualToken", list));
     EXPECT_EQ(1, store.AddVirtualTokenMember(1, "222222222", false));
@@ -70,7 +70,7 @@ struct RemoveCase {
     const char* after;
 };
 
-TEST_F(VirtualTokenTest, RemovesMembers) {
+TEST_F(VirtualTokenTest, RemoveMember_TakesItOffTheList) {
     const RemoveCase cases[] = {
         {"111,222,333", "222", "111,333"},
         {"111,222,333", "111", "222,333"},
@@ -93,7 +93,7 @@ TEST_F(VirtualTokenTest, RemovesMembers) {
     }
 }
 
-TEST_F(VirtualTokenTest, RemovesMembersOfAProxyToken) {
+TEST_F(VirtualTokenTest, RemoveMemberOfAProxyToken_TakesItOffTheList) {
     Write(Token("VirtualToken", "1,2") + Token("VirtualProxyToken", "1,2"));
     EXPECT_EQ(1, store.RemoveVirtualTokenMember(1, "1", true));
     EXPECT_EQ(Token("VirtualToken", "1,2") + Token("VirtualProxyToken", "2"), Text());
@@ -108,7 +108,7 @@ TEST_F(VirtualTokenTest, RemovesNoMemberOfAListThatIsEmptyOrMissing) {
 }
 
 // The list is read into 840 characters; what is written of it fits into a line only when members went.
-TEST_F(VirtualTokenTest, RemovesFromTheLongestList) {
+TEST_F(VirtualTokenTest, RemoveMember_WorksOnTheLongestList) {
     const std::string list = std::string(400, '1') + "," + std::string(438, '2');
     Write(Token("VirtualToken", list + "3"));
     EXPECT_EQ(1, store.RemoveVirtualTokenMember(1, std::string(438, '2').c_str(), false));
@@ -160,13 +160,13 @@ const char kTokensWithoutTheSecond[] =
     "   VirtualToken00Label = elsewhere;\n"
     "}\n";
 
-TEST_F(VirtualTokenTest, DeletingKeepsTheOthersUnderTheirIndices) {
+TEST_F(VirtualTokenTest, DeletingToken_KeepsTheOthersUnderTheirIndices) {
     Write(kTokens);
     EXPECT_EQ(1, store.DeleteVirtualToken(1, false));
     EXPECT_EQ(kTokensWithoutTheSecond, Text());
 }
 
-TEST_F(VirtualTokenTest, DeletingATokenThatIsNotThereKeepsAll) {
+TEST_F(VirtualTokenTest, DeletingMissingToken_KeepsAllOthers) {
     Write(kTokensWithoutTheSecond);
     for (const int index : {1, 50, 100, -1}) {
         EXPECT_EQ(1, store.DeleteVirtualToken(index, false));
@@ -174,13 +174,13 @@ TEST_F(VirtualTokenTest, DeletingATokenThatIsNotThereKeepsAll) {
     }
 }
 
-TEST_F(VirtualTokenTest, DeletingTheOnlyTokenLeavesTheSection) {
+TEST_F(VirtualTokenTest, DeletingTheOnlyToken_LeavesTheSection) {
     Write("VirtualToken = {\n   VirtualToken05SN = 5;\n}\n");
     EXPECT_EQ(1, store.DeleteVirtualToken(5, false));
     EXPECT_EQ("VirtualToken = {\n}\n", Text());
 }
 
-TEST_F(VirtualTokenTest, DeletingTouchesOnlyTheSectionItIsToldOf) {
+TEST_F(VirtualTokenTest, DeletingToken_TouchesOnlyTheChosenSection) {
     const std::string proxies =
         "VirtualProxyToken = {\n   VirtualToken00Label = p0;\n   VirtualToken01Label = p1;\n}\n";
     const std::string tokens =
@@ -193,7 +193,7 @@ TEST_F(VirtualTokenTest, DeletingTouchesOnlyTheSectionItIsToldOf) {
     EXPECT_EQ(tokens + "VirtualProxyToken = {\n   VirtualToken00Label = p0;\n}\n", Text());
 }
 
-TEST_F(VirtualTokenTest, DeletingNeedsASectionOfTokens) {
+TEST_F(VirtualTokenTest, SectionHoldsNoToken_DeletingFails) {
     for (const char* text :
          {"A = {\n}", "VirtualToken = {\n   Other = 1;\n}", "VirtualToken =\n{\n VirtualToken00SN = 1;\n}"}) {
         Write(text);
@@ -202,7 +202,7 @@ TEST_F(VirtualTokenTest, DeletingNeedsASectionOfTokens) {
     }
 }
 
-TEST_F(VirtualTokenTest, DeletingKeepsEntriesWholeHoweverManyThereAre) {
+TEST_F(VirtualTokenTest, DeletingToken_KeepsEntriesWholeHoweverManyThereAre) {
     std::string kept;
     for (int i = 10; i < 60; ++i) {
         kept += "   VirtualToken" + std::to_string(i) + "Members = " + std::string(500, '1') + ";\n";
@@ -212,7 +212,7 @@ TEST_F(VirtualTokenTest, DeletingKeepsEntriesWholeHoweverManyThereAre) {
     EXPECT_EQ("VirtualToken = {\n" + kept + "}\n", Text());
 }
 
-TEST_F(VirtualTokenTest, DeletingKeepsWhatIsReadOfLongEntries) {
+TEST_F(VirtualTokenTest, DeletingToken_KeepsTheReadPartOfLongEntries) {
     const std::string v = std::string(900, 'v');
     Write("VirtualToken = {\n VirtualToken01Label=" + v + "\n VirtualToken01SN=" + v +
           "\n VirtualToken01Members=" + v + "\n VirtualToken02Label = two;\n}\n");
@@ -223,7 +223,7 @@ TEST_F(VirtualTokenTest, DeletingKeepsWhatIsReadOfLongEntries) {
               Text());
 }
 
-TEST_F(VirtualTokenTest, DeletingReadsAsFarAsItsBuffersReach) {
+TEST_F(VirtualTokenTest, DeletingToken_ReadsEntriesAsFarAsItsBuffersReach) {
     const auto section = [](const std::string& text, const std::string& list) {
         return "VirtualToken = {\n   VirtualToken01Label = " + text + ";\n   VirtualToken01SN = " + text +
                ";\n   VirtualToken01Members = " + list + ";\n}\n";
@@ -238,7 +238,7 @@ TEST_F(VirtualTokenTest, DeletingReadsAsFarAsItsBuffersReach) {
     }
 }
 
-TEST_F(VirtualTokenTest, NothingIsEditedInAnotherKindOfStore) {
+TEST_F(VirtualTokenTest, StoreIsNotTheFile_NoTokenIsEdited) {
     Write(kTokens);
     WendrafilConfiguration::SetLibraryType(1);
     EXPECT_EQ(0, store.DeleteVirtualToken(1, false));

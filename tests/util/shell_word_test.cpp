@@ -23,7 +23,7 @@ std::string Read(const std::string& word) {
     return {text, length};
 }
 
-TEST(ShellWord, IsQuoted) {
+TEST(ShellWord, Path_IsQuoted) {
     EXPECT_EQ("'/a/b.pem'", Word("/a/b.pem"));
     EXPECT_EQ("''", Word(""));
     EXPECT_EQ("'a b'", Word("a b"));
@@ -34,7 +34,7 @@ TEST(ShellWord, IsQuoted) {
     EXPECT_EQ("'a-b'", Word("a-b"));
 }
 
-TEST(ShellWord, IsReadAsOneWordByTheShell) {
+TEST(ShellWord, Path_IsReadAsOneWordByTheShell) {
     for (const char* path :
          {"/a/b.pem", "",      " ",     "a  b ",     "a'b",      "'",        "''",  "\"",
           "\\",       "a\\",   "$HOME", "$(echo x)", "`echo x`", "a;b",      "a&b", "a|b",
@@ -46,7 +46,7 @@ TEST(ShellWord, IsReadAsOneWordByTheShell) {
     EXPECT_EQ("[./--]", Read(Word("--")));
 }
 
-TEST(ShellWord, IsWrittenOnlyAsFarAsThereIsRoom) {
+TEST(ShellWord, WordIsTooLong_OnlyTheRoomIsWritten) {
     for (const char* path : {"", "ab", "'", "a'b", "-", "-a'"}) {
         const size_t needed = Word(path).size() + 1;
         for (size_t size = 0; size <= needed; ++size) {

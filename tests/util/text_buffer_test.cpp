@@ -88,7 +88,7 @@ TEST(TextBuffer, HexBytesAreTwoSmallDigitsForEveryValue) {
     }
 }
 
-TEST(TextBuffer, HexBytesOfEveryLengthAndAlignment) {
+TEST(TextBuffer, HexBytes_AreRightForEveryLengthAndAlignment) {
     std::vector<unsigned char> bytes(300);
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<unsigned char>(i * 167 + 13);
     for (std::size_t begin = 0; begin < 20; ++begin) {
@@ -104,7 +104,7 @@ TEST(TextBuffer, HexBytesOfEveryLengthAndAlignment) {
     }
 }
 
-TEST(TextBuffer, PiecesFollowEachOther) {
+TEST(TextBuffer, SeveralPieces_FollowEachOther) {
     ckscribe::TextBuffer text;
     text.Append("a\0b");  // up to the terminator, as any literal
     text.Append(std::string_view("c\0d", 3));
@@ -117,7 +117,7 @@ TEST(TextBuffer, PiecesFollowEachOther) {
     EXPECT_EQ(text.Text(), std::string_view("ac\0de   120xabfe", 16));
 }
 
-TEST(TextBuffer, NothingNeedsNoRoom) {
+TEST(TextBuffer, AppendNothing_NeedsNoRoom) {
     ckscribe::TextBuffer text;
     text.Append("");
     text.AppendSpaces(0);
@@ -126,7 +126,7 @@ TEST(TextBuffer, NothingNeedsNoRoom) {
     EXPECT_EQ(text.Capacity(), ckscribe::TextBuffer::kFirstCapacity);
 }
 
-TEST(TextBuffer, GrowsOverManySizes) {
+TEST(TextBuffer, TextGrowsOverManySizes_NothingIsLost) {
     ckscribe::TextBuffer text;
     std::string expected;
     for (int i = 0; i < 20000; ++i) {
@@ -149,7 +149,7 @@ TEST(TextBuffer, OnePieceMayBeLargerThanTheFirstCapacity) {
               expected);
 }
 
-TEST(TextBuffer, ClearKeepsTheMemory) {
+TEST(TextBuffer, Clear_KeepsTheMemory) {
     ckscribe::TextBuffer text;
     text.AppendSpaces(5000);
     const std::size_t capacity = text.Capacity();

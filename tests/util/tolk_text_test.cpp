@@ -21,7 +21,7 @@ TEST(TolkText, AtoxKnowsHexadecimalDigitsOnly) {
     }
 }
 
-TEST(TolkText, HexHeader) {
+TEST(TolkText, IsHexHeader_ReturnsTheLengthOfThePrefix) {
     for (const char* text : {"x", "X", "x1", "X0x"}) EXPECT_EQ(1, Tolk_isHexHeader(text)) << text;
     for (const char* text : {"0x", "0X", "0x1", "0XF"}) EXPECT_EQ(2, Tolk_isHexHeader(text)) << text;
     for (const char* text : {"", "0", "1x", "00x", " 0x", "h"}) EXPECT_EQ(0, Tolk_isHexHeader(text)) << text;
@@ -52,7 +52,7 @@ struct CompareCase {
     int result;
 };
 
-TEST(TolkText, Stricmp) {
+TEST(TolkText, Stricmp_ComparesFoldedTexts) {
     const CompareCase cases[] = {
         {"ABC", "abc", 0},    {"", "", 0},          {"ab", "abc", -1},
         {"abc", "ab", 1},     {"", "a", -1},        {"a", "", 1},
@@ -64,7 +64,7 @@ TEST(TolkText, Stricmp) {
     for (const CompareCase& c : cases) EXPECT_EQ(c.result, Tolk_stricmp(c.a, c.b)) << c.a << " and " << c.b;
 }
 
-TEST(TolkText, Strnicmp) {
+TEST(TolkText, Strnicmp_ComparesAtMostNFoldedCharacters) {
     EXPECT_EQ(0, Tolk_strnicmp("a", "b", 0));
     EXPECT_EQ(0, Tolk_strnicmp("ABC", "abd", 2));
     EXPECT_EQ('c' - 'd', Tolk_strnicmp("ABC", "abd", 3));
@@ -79,7 +79,7 @@ TEST(TolkText, Strnicmp) {
     EXPECT_EQ(0, Tolk_strnicmp("a", "A", INT_MIN));
 }
 
-TEST(TolkText, SkipWhiteSpaces) {
+TEST(TolkText, SkipWhiteSpaces_ReturnsTheFirstOtherCharacter) {
     char text[] = "\t \x01\x1F\x7F\r\n a ";
     EXPECT_STREQ("a ", Tolk_SkipWhiteSpaces(text));
     EXPECT_STREQ("", Tolk_SkipWhiteSpaces(" \t"));
@@ -88,7 +88,7 @@ TEST(TolkText, SkipWhiteSpaces) {
     EXPECT_STREQ("\xA0", Tolk_SkipWhiteSpaces("\xA0"));
 }
 
-TEST(TolkText, RemoveTrailingWhitespaces) {
+TEST(TolkText, RemoveTrailingWhitespaces_OverwritesThemWithNul) {
     char text[] = " a b \t\x7F\r\n";
     Tolk_RemoveTrailingWhitespaces(text);
     EXPECT_EQ(std::string(" a b\0\0\0\0\0\0", 10), std::string(text, sizeof text));
@@ -103,7 +103,7 @@ TEST(TolkText, RemoveTrailingWhitespaces) {
     EXPECT_STREQ("", empty);
 }
 
-TEST(TolkText, TrimWhiteSpaces) {
+TEST(TolkText, TrimWhiteSpaces_CutsBothEnds) {
     char text[] = "\t a b \r\n";
     EXPECT_STREQ("a b", Tolk_TrimWhiteSpaces(text));
     EXPECT_EQ(text + 2, Tolk_TrimWhiteSpaces(text));
@@ -111,7 +111,7 @@ TEST(TolkText, TrimWhiteSpaces) {
     EXPECT_STREQ("", Tolk_TrimWhiteSpaces(spaces));
 }
 
-TEST(TolkText, IsIntegerString) {
+TEST(TolkText, IsIntegerString_AcceptsASignAndDigitsOnly) {
     for (const char* text : {"", "-", "+", "0", "-12", "+0123456789"}) {
         EXPECT_EQ(1, Tolk_IsIntegerString(text, 0)) << text;
         EXPECT_EQ(1, Tolk_IsIntegerString(text, 1)) << text;
@@ -136,7 +136,7 @@ struct AtoiCase {
     int value;
 };
 
-TEST(TolkAtoi, Converts) {
+TEST(TolkAtoi, IntegerText_IsConverted) {
     const AtoiCase cases[] = {
         {"12", 10, 12},
         {"1a", 10, 20},
@@ -172,7 +172,7 @@ TEST(TolkAtoi, Converts) {
     }
 }
 
-TEST(TolkAtoi, FailsWithoutAWord) {
+TEST(TolkAtoi, TextCannotBeConverted_FailsAndPrintsNothing) {
     const AtoiCase cases[] = {
         {"12345678901", 10, 0},
         {"-2147483649", 10, 0},
@@ -202,7 +202,7 @@ TEST(TolkAtoi, FailsWithoutAWord) {
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
 }
 
-TEST(TolkAtoi, FailsAloudWhenADigitAboveFiveOverflows) {
+TEST(TolkAtoi, DigitAboveFiveOverflows_FailsAndPrintsError) {
     for (const char* text :
          {"4294967296", "4294967299", "9999999999", "-4294967296", "429496729a", "+9999999996"}) {
         int value = 4711;
@@ -222,7 +222,7 @@ struct ToBinCase {
     std::vector<unsigned char> bytes;
 };
 
-TEST(TolkText, AsciiHexToBinConverts) {
+TEST(TolkText, AsciiHexToBin_ConvertsDigits) {
     const ToBinCase cases[] = {
         {"", 1, {}},
         {"00", 1, {0}},
@@ -253,7 +253,7 @@ TEST(TolkText, AsciiHexToBinShiftsAnOddFirstDigitIntoWhatIsThere) {
     EXPECT_EQ(0xEE, out[2]);
 }
 
-TEST(TolkText, AsciiHexToBinTellsTheSize) {
+TEST(TolkText, AsciiHexToBinWithoutPlace_StoresTheSize) {
     const struct {
         const char* text;
         int length;
@@ -265,7 +265,7 @@ TEST(TolkText, AsciiHexToBinTellsTheSize) {
     }
 }
 
-TEST(TolkText, AsciiHexToBinFails) {
+TEST(TolkText, AsciiHexToBin_FailsForOtherTexts) {
     unsigned char out[] = {0xEE, 0xEE};
     int length = 4711;
     EXPECT_EQ(-1, Tolk_AsciiHexToBin(nullptr, out, 1, &length));
@@ -280,7 +280,7 @@ TEST(TolkText, AsciiHexToBinFails) {
     EXPECT_EQ(0xEE, out[1]);
 }
 
-TEST(TolkText, AsciiHexToNewByteArray) {
+TEST(TolkText, AsciiHexToNewByteArray_ReturnsANewBlock) {
     const std::pair<const char*, std::string> cases[] = {
         {"0aFF", "\x0A\xFF"}, {"abc", "\x0A\xBC"}, {"f", "\x0F"}, {"", ""}};
     for (const auto& [text, bytes] : cases) {
@@ -293,7 +293,7 @@ TEST(TolkText, AsciiHexToNewByteArray) {
     }
 }
 
-TEST(TolkText, AsciiHexToNewByteArrayFails) {
+TEST(TolkText, AsciiHexToNewByteArray_FailsForOtherTexts) {
     unsigned char marker = 0;
     unsigned char* out = &marker;
     int length = 4711;
@@ -315,7 +315,7 @@ TEST(TolkText, AsciiToHexConvertsPairs) {
     EXPECT_EQ(0UL, Tolk_AsciiToHex("", out.data(), 0));
 }
 
-TEST(TolkText, AsciiToHexFails) {
+TEST(TolkText, AsciiToHex_Returns0ForOtherTexts) {
     std::vector<unsigned char> out(3, 0xEE);
     EXPECT_EQ(0UL, Tolk_AsciiToHex(nullptr, out.data(), 3));
     EXPECT_EQ(0UL, Tolk_AsciiToHex("ab", nullptr, 3));
@@ -338,7 +338,7 @@ struct TagCase {
     const char* value;  // null: no match
 };
 
-TEST(TolkText, ParseTagValuePair) {
+TEST(TolkText, ParseTagValuePair_ReturnsTheValue) {
     const TagCase cases[] = {
         {"Key = 5", "Key", "5"},
         {"Key=5", "Key", "5"},
@@ -376,7 +376,7 @@ TEST(TolkText, ParseTagValuePair) {
     }
 }
 
-TEST(TolkText, ParseTagValuePairAsBoolean) {
+TEST(TolkText, ParseTagValuePairAsBoolean_StoresTheTruthValue) {
     const std::pair<const char*, int> cases[] = {
         {"  Enabled = TRUE", 1}, {"Enabled=true", 1},   {"ENABLED = 1", 1},    {"Enabled = False", 0},
         {"Enabled = 0", 0},      {"Enabled = yes", -1}, {"Enabled = 1 ", -1},  {"Enabled = true\n", -1},
@@ -389,7 +389,7 @@ TEST(TolkText, ParseTagValuePairAsBoolean) {
     }
 }
 
-TEST(TolkText, ParseTagValuePairAsInteger) {
+TEST(TolkText, ParseTagValuePairAsInteger_StoresTheNumber) {
     int out = 4711;
     EXPECT_EQ(0, Tolk_ParseTagValuePairAsInteger(" Count = -12", "count", &out));
     EXPECT_EQ(-12, out);
@@ -415,7 +415,7 @@ std::string Binary(std::vector<unsigned char> data, int bits, int group) {
     return out;
 }
 
-TEST(TolkText, FormatAsBinary) {
+TEST(TolkText, FormatAsBinary_WritesBitsAndGroups) {
     EXPECT_EQ("101", Binary({0x05}, 3, 0));
     EXPECT_EQ("1 1111 1111 ", Binary({0xFF, 0x01}, 9, 4));
     EXPECT_EQ("", Binary({}, 0, 0));
@@ -446,7 +446,7 @@ std::string Address(const std::vector<unsigned char>& data) {
     return text;
 }
 
-TEST(TolkText, PrintArrayWithTitle) {
+TEST(TolkText, PrintArrayWithTitle_PrintsTitleAndOffsets) {
     const std::vector<unsigned char> data = {0x00, 0x01, 0xAB, 0xFF, 0x10};
     EXPECT_EQ("Title (5 bytes @ " + Address(data) + "):\n\t0000: 0001\n\t0002: abff\n\t0004: 10\n",
               Printed("Title", data, 5, 2));
@@ -462,11 +462,11 @@ TEST(TolkText, PrintArrayOffsetsAreHexadecimal) {
     EXPECT_EQ("\t0010: 5a\n", Printed("T", data, 17, 16).substr(Printed("T", data, 16, 16).size()));
 }
 
-TEST(TolkText, PrintArrayWithoutTitle) {
+TEST(TolkText, PrintArrayWithoutTitle_PrintsBytesOnly) {
     EXPECT_EQ("0001\nabff\n10\n", Printed(nullptr, {0x00, 0x01, 0xAB, 0xFF, 0x10}, 5, 2));
 }
 
-TEST(TolkText, PrintArrayOfNothing) {
+TEST(TolkText, PrintArrayOfNothing_PrintsNoBytes) {
     EXPECT_EQ("T (3 bytes @ " + Address({}) + "):\n", Printed("T", {}, 3, 2));
     const std::vector<unsigned char> data = {1};
     EXPECT_EQ("T (0 bytes @ " + Address(data) + "):\n", Printed("T", data, 0, 2));
@@ -474,14 +474,14 @@ TEST(TolkText, PrintArrayOfNothing) {
     EXPECT_EQ("", Printed(nullptr, data, 0, 2));
 }
 
-TEST(TolkText, PrintArrayOnStandardOutput) {
+TEST(TolkText, PrintArray_PrintsOnStandardOutput) {
     const unsigned char data[] = {0x12, 0x34, 0x56};
     testing::internal::CaptureStdout();
     Tolk_PrintArray(nullptr, data, 3, 2);
     EXPECT_EQ("1234\n56\n", testing::internal::GetCapturedStdout());
 }
 
-TEST(TolkText, CopyArrayUInt32) {
+TEST(TolkText, CopyArrayUInt32_WidensTheElements) {
     const unsigned source[] = {1, 0xFFFFFFFFU, 3};
     unsigned count = 3;
     unsigned long wide[] = {~0UL, ~0UL, ~0UL, ~0UL};

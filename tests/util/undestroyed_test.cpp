@@ -13,7 +13,7 @@ struct Counting {
     int value = 42;
 };
 
-TEST(Undestroyed, IsConstructedAndNeverDestroyed) {
+TEST(Undestroyed, Object_IsConstructedAndNeverDestroyed) {
     constructed = destroyed = 0;
     {
         const ckscribe::Undestroyed<Counting> holder;
