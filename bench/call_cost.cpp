@@ -1,12 +1,12 @@
-// What calls through one PKCS#11 library cost, or, as the floor, what it costs to append the records that
-// those calls leave in a log.
+// Measures the time of calls through one PKCS#11 library. As the floor, measures the time that it takes to
+// append the records of those calls to a log.
 //
 //   call_cost --module=FILE [--log=FILE] [--floor | --counted] [--calls=N] [Google Benchmark's own options]
 //
 // --module   the library to call
 // --log      the file that it logs to: emptied before each run, so that no run pays for an earlier one
 // --floor    each call is replaced by bare appends to --log of the bytes that the call itself logs, and by
-//            the readings of the processor time without which there are no such records
+//            the readings of the processor time that such records need
 // --counted  each call adds 1 to one number of all threads, once before and once after
 // --calls    how many times each thread calls in a run
 //
@@ -44,7 +44,7 @@ long calls = 1000;
 CK_FUNCTION_LIST* library = nullptr;
 int floorFile = -1;
 
-// Where the threads of a run wait for the last of them.
+// The threads of a run wait here for the last of them.
 std::optional<std::barrier<>> finish;
 
 using Call = void (CallingThread::*)();
@@ -118,7 +118,7 @@ void Append(const std::vector<std::string>& records, const std::vector<bool>& ne
     }
 }
 
-// The time of a thread that is done early, while others still wait for a processor, would not be the run's.
+// The time of one thread does not serve: it may be done early, while others still wait for a processor.
 template <class Work>
 void Run(benchmark::State& state, const Work& work) {
     while (state.KeepRunningBatch(calls)) {
@@ -136,9 +136,9 @@ void RunCalls(benchmark::State& state) {
 
 alignas(ckscribe::kCacheLine) std::atomic<unsigned> queries{0};
 
-// What no call that asks the logging mask twice can do without: all threads count their queries in one place.
-// The count is waited for before the call, as by everything that other threads must see before the target is
-// entered.
+// Does the least work of a call that asks the logging mask twice: all threads count their queries in one
+// place. It waits for the count before the call, because other threads must see the count before the target
+// is entered.
 template <Call call>
 void RunCountedCalls(benchmark::State& state) {
     const auto count = [] {

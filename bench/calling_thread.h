@@ -1,10 +1,10 @@
-// The calls that are measured, as one thread of an application makes them.
+// Makes the measured calls as one thread of an application makes them.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
 
 // Each thread has an object of its own, with its own session and buffers, as PKCS#11 asks of applications. A
-// call that fails ends the program: it would have measured something else.
+// call that fails ends the program, because its time would mean something else.
 class CallingThread {
 public:
     // Opens a session. `library` has been initialised.

@@ -1,6 +1,7 @@
-// A target library whose functions succeed and do nothing: what a call over it costs is the logger's.
+// A target library whose functions succeed and do nothing. The time of a call over it is the time of the
+// logger.
 //
-// Peers want a version, a slot and a session before they forward anything, so it has these.
+// It has a version, a slot and a session, because peers want these before they forward anything.
 
 #pragma GCC visibility push(default)
 #include <p11-kit/pkcs11.h>
@@ -12,7 +13,7 @@ namespace {
 
 constexpr CK_SLOT_ID kSlot = 1;
 
-// What each function answers, told apart by the function's type. This is every function but the four below.
+// Answers for every function but the four below. The functions differ by their types.
 template <class... Arguments>
 CK_RV Answer(CK_RV (*)(Arguments...), Arguments...) {
     return CKR_OK;

@@ -1,5 +1,5 @@
-// What it costs to look the logging mask up in the configuration file, by the size of the file, and what that
-// adds to each query, of which one in so many looks.
+// Measures how long it takes to look the logging mask up in the configuration file, for files of several
+// sizes, and how much that adds to each query. One query in so many looks.
 
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
@@ -26,8 +26,8 @@ std::string ConfigurationOfSize(std::size_t size) {
     return text + section;
 }
 
-// A directory of its own with a configuration file of that size, which the settings that are made while it
-// lives use.
+// Makes a directory with a configuration file of that size. Settings that are made during its life use this
+// file.
 class ConfigurationFile {
 public:
     explicit ConfigurationFile(std::size_t size) {

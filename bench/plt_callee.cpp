@@ -1,4 +1,4 @@
-// A function behind the procedure linkage table of plt_calls.
+// Holds the function that plt_calls calls through its procedure linkage table.
 extern "C" __attribute__((visibility("default"))) unsigned NextNumber(unsigned number) {
     return number * 3 + 1;
 }

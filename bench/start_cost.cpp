@@ -1,10 +1,10 @@
-// What an application waits for before its first call is answered: it loads a PKCS#11 library and asks it for
-// its function list.
+// Measures how long an application waits before its first call is answered: it loads a PKCS#11 library and
+// asks it for its function list.
 //
 //   start_cost --module=FILE [Google Benchmark's own options]
 //
-// The library is unloaded in between, so that every start finds all of it undone but for the files, which the
-// system still has in memory.
+// The library is unloaded after each start. Every start therefore begins anew, except that the system still
+// has the files in memory.
 
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>

@@ -1,9 +1,9 @@
-# What every target of this project is compiled with. Called once per target: ckscribe_compile(NAME).
+# ckscribe_compile(NAME) sets how a target of this project is compiled. Every target calls it once.
 
-# Debian's p11-kit keeps the PKCS#11 header below its own folder; it is needed at build time only.
+# Debian's p11-kit keeps the PKCS#11 header in a folder of its own. Only the build needs it.
 find_path(PKCS11_INCLUDE_DIR p11-kit/pkcs11.h PATH_SUFFIXES p11-kit-1 REQUIRED)
 
-# ckscribe_tool_lacks(SENTENCE): says why the command is left out; an error if it was asked for.
+# ckscribe_tool_lacks(SENTENCE): says why the command is left out. It is an error if the command was asked for.
 function(ckscribe_tool_lacks sentence)
   if(CKSCRIBE_TOOL STREQUAL "AUTO")
     message(STATUS "${sentence}")
@@ -23,7 +23,7 @@ function(ckscribe_compile target)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ckscribe>)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${CKSCRIBE_WERROR}>:-Werror>)
-  # Which lock something needs is a rule, and no opinion of the compiler's.
+  # A missing lock is a fault and no matter of style: this warning is always an error.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety> $<$<CXX_COMPILER_ID:Clang>:-Werror=thread-safety>)
   if(CKSCRIBE_FUZZ)
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
@@ -32,7 +32,8 @@ function(ckscribe_compile target)
     target_compile_options(${target} PUBLIC
       $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}> $<BUILD_INTERFACE:-fno-omit-frame-pointer>
       $<BUILD_INTERFACE:-fno-sanitize-recover=all>
-      # Functions of the vendor are called as rows of words, whatever they are declared as (front/vendor_words.h).
+      # The library calls every function of the vendor with a row of words, whatever its declaration is
+      # (front/vendor_words.h).
       $<BUILD_INTERFACE:$<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>>)
     target_link_options(${target} PUBLIC $<BUILD_INTERFACE:-fsanitize=${CKSCRIBE_SANITIZE}>)
   endif()

@@ -1,6 +1,6 @@
-# The package for programs that read or edit the configuration file: find_package(ckscribe) gives them the static
+# Makes the package for programs that read or edit the configuration file: find_package(ckscribe) gives them the static
 # libraries ckscribe::config and ckscribe::util, whose headers are included as "config/..." and "util/...".
-# Installed with the component "development".
+# The component "development" installs it.
 
 set(CKSCRIBE_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/ckscribe)
 
@@ -13,7 +13,7 @@ function(ckscribe_package_library target name)
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ckscribe/${name} COMPONENT development)
 endfunction()
 
-# The package depends on no other, so that the exported targets are its whole configuration.
+# The exported targets are the whole configuration of the package, because it depends on no other.
 function(ckscribe_install_package)
   install(EXPORT ckscribe NAMESPACE ckscribe:: FILE ckscribeConfig.cmake
     DESTINATION ${CKSCRIBE_PACKAGE_DIR} COMPONENT development)

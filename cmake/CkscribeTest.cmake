@@ -1,5 +1,5 @@
-# How the test programs are built: ckscribe_test(NAME ...) makes one, ckscribe_test_sources(NAME ...) compiles sources
-# that several of them share.
+# Builds the test programs. ckscribe_test(NAME ...) makes one. ckscribe_test_sources(NAME ...) compiles sources that
+# several of them share.
 #
 # Compiling the tests costs far more than compiling the library. Therefore they are compiled without optimization in
 # every configuration, share one precompiled header, and share the objects of their common sources. The library keeps
@@ -7,7 +7,7 @@
 
 set(CKSCRIBE_TEST_OPTIMIZATION "-O0" CACHE STRING "Optimization of the tests; it stands behind the configuration's own")
 
-# ckscribe_compile_test_library(TARGET): compiles what a test program loads. Everything that it defines is exported.
+# ckscribe_compile_test_library(TARGET): compiles a library that a test program loads. The library exports every name.
 function(ckscribe_compile_test_library target)
   ckscribe_compile(${target})
   set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET default)
@@ -15,13 +15,13 @@ function(ckscribe_compile_test_library target)
   target_include_directories(${target} SYSTEM PRIVATE ${PKCS11_INCLUDE_DIR})
 endfunction()
 
-# ckscribe_test_module(NAME SOURCES...): such a library.
+# ckscribe_test_module(NAME SOURCES...): makes such a library.
 function(ckscribe_test_module name)
   add_library(${name} MODULE ${ARGN})
   ckscribe_compile_test_library(${name})
 endfunction()
 
-# ckscribe_compile_test(TARGET): compiles what goes into test programs. All of it is compiled alike, as the shared
+# ckscribe_compile_test(TARGET): compiles a part of test programs. All parts are compiled alike, as the shared
 # precompiled header requires: position independent as programs are, and not as libraries are.
 function(ckscribe_compile_test target)
   ckscribe_compile(${target})
@@ -35,14 +35,14 @@ function(ckscribe_compile_test target)
   target_include_directories(${target} SYSTEM PRIVATE ${PKCS11_INCLUDE_DIR})
 endfunction()
 
-# What is linked into every test program, and owns the precompiled header of all.
+# Every test program links this library. It owns their common precompiled header.
 add_library(ckscribe_test_common OBJECT ${PROJECT_SOURCE_DIR}/tests/sanitizer_options.cpp)
 ckscribe_compile_test(ckscribe_test_common)
 target_link_libraries(ckscribe_test_common PUBLIC GTest::gtest GTest::gtest_main Threads::Threads ${CMAKE_DL_LIBS})
 target_precompile_headers(ckscribe_test_common PRIVATE ${PROJECT_SOURCE_DIR}/tests/precompiled.h)
 
-# ckscribe_test_sources(NAME SOURCES... [DEFINITIONS...]): sources that are compiled once, for all test programs that
-# name NAME among their libraries. DEFINITIONS hold for those programs' own sources, too.
+# ckscribe_test_sources(NAME SOURCES... [DEFINITIONS...]): compiles sources once, for all test programs that name NAME
+# among their libraries. DEFINITIONS hold for those programs' own sources, too.
 function(ckscribe_test_sources name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEFINITIONS" ${ARGN})
   add_library(${name} OBJECT ${arg_SOURCES})
@@ -52,7 +52,7 @@ function(ckscribe_test_sources name)
   target_precompile_headers(${name} REUSE_FROM ckscribe_test_common)
 endfunction()
 
-# ckscribe_test(NAME SOURCES... LIBS libraries...): one test program, every test of it known to CTest by name.
+# ckscribe_test(NAME SOURCES... LIBS libraries...): makes one test program. CTest knows each of its tests by name.
 function(ckscribe_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})

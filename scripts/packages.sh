@@ -1,4 +1,4 @@
-# For ./demo and ./check, which read this file: installing what is missing of Debian's packages.
+# Installs Debian packages that are missing. ./demo and ./check read this file.
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
@@ -8,7 +8,7 @@ is_installed() {
     dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q ' installed$'
 }
 
-# need_packages PACKAGE...: installs those that are not there; asks the network only when one is missing.
+# need_packages PACKAGE...: installs the packages that are missing. Uses the network only if there are any.
 need_packages() {
     local missing=() package
     for package in "$@"; do
@@ -22,8 +22,8 @@ need_packages() {
             apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null >/dev/null
 }
 
-# need_sshd: installs openssh-server for tests that start an sshd of their own. The service that comes with it must not
-# make the machine reachable, and heeds a file that says so; where it was installed before, it is left as it is.
+# need_sshd: installs openssh-server for tests that start an sshd of their own. The service of that package must not make
+# the machine reachable: a file keeps it from starting. If the package is installed already, its service stays as it is.
 need_sshd() {
     local stay_down=/etc/ssh/sshd_not_to_be_run
     is_installed openssh-server && return

@@ -1,5 +1,5 @@
-# Counts the calls of a text log of the new format by function and result, as a script would: the ends, and the starts
-# that got none, joined by process, thread and function.
+# Counts the calls of a text log of the new format by function and result, as a script would. It counts the ends, and the
+# starts without an end. Process, thread and function join a start to its end.
 #
 #     LC_ALL=C gawk -f count_calls.awk calls.log
 match($0, /^[0-9][0-9]:[0-9][0-9]:[0-9][0-9] ([0-9]+-+[0-9]+):(STRT|FINI)([A-Za-z_0-9]+) (\**([A-Z_]+[A-Z])[^{]*)?\{.*\}$/, part) {
