@@ -339,6 +339,17 @@ class Modules(InDirectory):
         self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
         self.assertIn(f"{program} is set-user-ID or set-group-ID", done.stderr)
 
+    @unittest.skipUnless(os.geteuid() == 0, "needs root to become another user")
+    def test_process_that_changes_its_user_before_it_loads_the_module_works_as_without_run(self):
+        done = run(APPLICATION, "dropped", ONE)
+        self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
+        self.assertEqual(
+            done.stderr,
+            f"ckscribe: No call was logged: the command did not load {ONE}.\n"
+            "ckscribe: Does it load one with these arguments? A daemon that runs already has to be started by 'ckscribe run' itself, "
+            "and a program that changes its user or root cannot be followed.\n",
+        )
+
     def test_program_of_another_architecture_is_no_script_and_cannot_be_run(self):
         program = self.place / "foreign"
         program.write_bytes(b"\x7fELF\x01\x01\x01" + bytes(9) + b"\x02\x00\x03\x00" + bytes(200))

@@ -273,10 +273,24 @@ bool IsConfigured(const link_map* requester) {
     return false;
 }
 
+bool CanBeRead(const char* path) {
+    const int descriptor = OpenFile(path, O_RDONLY);
+    if (descriptor >= 0) CloseFile(descriptor);
+    return descriptor >= 0;
+}
+
+// A process that has changed its user or its root may see the private configuration or libckscribe.so no
+// more. It then gets its module: without its configuration libckscribe.so would not be silent.
+bool IsInReach() {
+    static Text configuration;
+    if (configuration.IsEmpty()) configuration.Add(place.Get()).Add(kConfigurationFile);
+    return CanBeRead(configuration.Get()) && CanBeRead(library.Get());
+}
+
 // The file to load for a name or a path that could be the module.
 const char* FileFor(const char* path, const link_map* requester) {
     if (module.IsEmpty()) ConsiderFile(path);
-    return moduleFile.Is(path) && IsConfigured(requester) ? library.Get() : path;
+    return moduleFile.Is(path) && IsInReach() && IsConfigured(requester) ? library.Get() : path;
 }
 
 const char* Search(const char* name, const link_map* requester, unsigned stage) {

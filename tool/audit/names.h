@@ -12,6 +12,7 @@ inline constexpr char kRunVariable[] = "CKSCRIBE_RUN";
 inline constexpr char kConfigurationVariable[] = "WendrafilConfigurationPath";
 
 // Files of the private directory.
+inline constexpr char kConfigurationFile[] = "/Wendrafil.conf";
 inline constexpr char kSettingsFile[] = "/run.settings";  // lines "NAME VALUE", see below
 inline constexpr char kNoticesFile[] = "/notices";        // records of the audit libraries, see below
 inline constexpr char kTargetLink[] = "/module.so";  // what the private configuration names as the target

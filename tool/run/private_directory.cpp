@@ -22,7 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kConfigurationFile[] = "/Wendrafil.conf";
 constexpr mode_t kOnlyUser = 0700;
 constexpr char kTemplate[] = "/ckscribe-run.XXXXXX";
 

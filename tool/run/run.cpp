@@ -66,7 +66,6 @@ public:
 
 private:
     void SayNothingWasLogged() {
-        const bool isNamed = choice_.kind != ModuleChoice::Kind::kFirst;
         if (notices_.lost != 0) {
             output_.Say(fmt::format(
                 "No call was logged: {} of the processes had no {} any more, and what they load is left "
@@ -74,7 +73,7 @@ private:
                 notices_.lost, kConfigurationVariable));
             return;
         }
-        if (isNamed)
+        if (choice_.kind != ModuleChoice::Kind::kFirst)
             output_.Say(fmt::format("No call was logged: the command did not load {}.", choice_.text));
         else
             output_.Say("No call was logged: the command loaded no PKCS#11 module.");
@@ -85,12 +84,9 @@ private:
                 "file.",
                 fmt::join(notices_.linked, ", ")));
         else if (notices_.untouched.empty())
-            output_.Say(isNamed ? "Leave out -m, or the argument that names it: then the first module is "
-                                  "logged that is loaded."
-                                : "Does it load one with these arguments? A daemon that runs already has to "
-                                  "be started by "
-                                  "'ckscribe run' itself, and a program that changes its user or root cannot "
-                                  "be followed.");
+            output_.Say(
+                "Does it load one with these arguments? A daemon that runs already has to be started by "
+                "'ckscribe run' itself, and a program that changes its user or root cannot be followed.");
     }
 
     void SayOthers() {

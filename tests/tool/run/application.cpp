@@ -105,6 +105,13 @@ void SayWhatIsInherited() {
     std::printf("group %d\n", getpgrp() == getpid());
 }
 
+// As a server does that begins as root: something else is loaded at run time, and the module as another user.
+void BecomeNobody() {
+    constexpr unsigned kNobody = 65534;
+    dlopen("/no/such/library.so", RTLD_NOW);
+    if (setgid(kNobody) != 0 || setuid(kNobody) != 0) Fail("to become another user");
+}
+
 volatile std::sig_atomic_t interrupts = 0;
 
 void SurviveAnInterrupt() {
@@ -132,6 +139,10 @@ int main(int count, char** words) {
         if (verb == "hang") {
             CK_SLOT_ID slot = 0;
             Load(words[i])->C_WaitForSlotEvent(0, &slot, nullptr);
+        }
+        if (verb == "dropped") {
+            BecomeNobody();
+            CountSlots(words[i]);
         }
         if (verb == "cleared") {
             clearenv();
