@@ -26,6 +26,15 @@ const std::map<std::string, RunFormat> kFormats{{"calls", RunFormat::kCalls},
                                                 {"old", RunFormat::kOld},
                                                 {"events", RunFormat::kEvents}};
 
+// Makes the number of a format of its name; a text that is not empty says what is wrong with it.
+std::string TakeFormat(std::string& word) {
+    const auto format = kFormats.find(word);
+    if (format == kFormats.end())
+        return fmt::format("\"{}\" is no format. These are: calls, text, old, events.", word);
+    word = std::to_string(static_cast<int>(format->second));
+    return "";
+}
+
 class Help : public CLI::Formatter {
     std::string make_usage(const CLI::App*, std::string) const override {
         return "Usage: ckscribe run [OPTIONS] [--] COMMAND [ARGUMENT...]\n";
@@ -81,7 +90,7 @@ void AddRunCommand(CLI::App& app, int& status) {
         ->type_name("FILE");
     run->add_option("--format", options.format, "calls (a line each), text or old (the log), or events")
         ->type_name("FORMAT")
-        ->transform(CLI::Transformer(kFormats).description(""));
+        ->transform(CLI::Validator(TakeFormat, ""));
     run->add_option("-e,--classes", parsed->classes,
                     "Log these classes of functions only, with commas between them")
         ->type_name("CLASS[,CLASS]");

@@ -5,6 +5,7 @@ import os
 import pathlib
 import re
 import signal
+import struct
 import subprocess
 import tempfile
 import time
@@ -140,6 +141,19 @@ class Calls(InDirectory):
         self.assertEqual([event["event"] for event in events], ["start", "end"] * 4)
         self.assertEqual(events[5]["function"], "C_GetSlotList")
 
+    def test_output_file_that_cannot_take_the_calls_is_named_and_the_command_goes_on(self):
+        done = run("-o", "/dev/full", APPLICATION, "slots", ONE)
+        self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
+        self.assertEqual(
+            done.stderr,
+            "ckscribe: /dev/full cannot be written: No space left on device. Calls are missing there; the command goes on.\n",
+        )
+
+    def test_unknown_format_is_refused_with_the_list_of_formats(self):
+        done = run("--format", "xml", APPLICATION, "slots", ONE)
+        self.assertEqual((done.returncode, done.stdout), (125, ""))
+        self.assertIn('"xml" is no format. These are: calls, text, old, events. \'ckscribe run --help\'', done.stderr)
+
     def test_output_file_with_data_is_for_the_user_only(self):
         hidden, shown = self.place / "hidden", self.place / "shown"
         run("-o", hidden, APPLICATION, "slots", ONE, umask=0o022)
@@ -201,6 +215,17 @@ class Ends(InDirectory):
             self.assertEqual(command.communicate(timeout=60)[0], "interrupted\n")
         self.assertEqual(command.returncode, 0)
 
+    def test_hangup_that_is_ignored_does_not_end_the_wait_for_what_the_command_leaves_running(self):
+        ready = "sh -c 'sleep 4' & echo left"
+        with subprocess.Popen([TOOL, "run", "sh", "-c", ready], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+                              preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN)) as command:
+            command.stdout.readline()
+            time.sleep(0.5)  # the shell has ended
+            command.send_signal(signal.SIGHUP)
+            with self.assertRaises(subprocess.TimeoutExpired):
+                command.wait(0.5)
+            self.assertEqual(command.wait(60), 0)
+
     def test_command_that_is_not_there_ends_with_127(self):
         for name in ("no-such-command", "/no/such/command"):
             done = run(name)
@@ -254,7 +279,7 @@ class Modules(InDirectory):
         hard = HERE / f"hard-{os.getpid()}.so"
         os.link(ONE, hard)
         self.addCleanup(hard.unlink)
-        for name in (ONE, str(link), str(hard), f"{HERE}/../run/./one_module.so", os.path.relpath(ONE), f"/proc/self/root{ONE}"):
+        for name in (ONE, str(link), str(hard), f"{HERE}/../run/./one_module.so", f"./{os.path.relpath(ONE)}", f"/proc/self/root{ONE}"):
             with self.subTest(name):
                 done = run("-m", ONE, APPLICATION, "slots", TWO, name)
                 self.assertEqual(done.stdout, "2 slots\n1 slots\n")
@@ -356,6 +381,27 @@ class Modules(InDirectory):
         program.chmod(0o755)
         done = run(program)
         self.assertEqual((done.returncode, done.stderr), (126, f"ckscribe: {program} cannot be run: Exec format error.\n"))
+
+    def test_program_of_another_architecture_works_with_its_own_environment_and_is_told_so(self):
+        # For x86, 32 bits: it ends with 7 if its environment is empty, else with 8.
+        program = self.place / "foreign"
+        code = bytes.fromhex("8b0c24 8b5c8c08 85db 0f95c3 0fb6db 83c307 b801000000 cd80")
+        begin, address = 52 + 32, 0x08048000
+        size = begin + len(code)
+        header = struct.pack("<HHIIIIIHHHHHH", 2, 3, 1, address + begin, 52, 0, 0, 52, 32, 1, 40, 0, 0)
+        segment = struct.pack("<IIIIIIII", 1, 0, address, address, size, size, 5, 4096)
+        program.write_bytes(b"\x7fELF\x01\x01\x01" + bytes(9) + header + segment + code)
+        program.chmod(0o755)
+        try:
+            self.assertEqual(subprocess.run([program], env={}).returncode, 7)
+        except OSError:
+            self.skipTest("this kernel runs no programs of 32 bits")
+        done = subprocess.run([TOOL, "run", program], env={}, stderr=subprocess.PIPE, text=True, timeout=60)
+        self.assertEqual(done.returncode, 7)
+        self.assertEqual(
+            sentences(done.stderr)[0],
+            f"{program} is of another architecture than libckscribe.so. Use a ckscribe that is built for it.",
+        )
 
     def test_text_without_an_interpreter_is_run_by_the_shell(self):
         script = self.place / "script"

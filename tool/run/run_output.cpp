@@ -12,6 +12,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "tool/messages.h"
 #include "tool/run/run_failure.h"
 
 namespace ckscribe {
@@ -184,9 +185,17 @@ void RunOutput::Write(std::string_view text) {
             pollfd ready{descriptor_, POLLOUT, 0};
             poll(&ready, 1, -1);
         } else if (errno != EINTR) {
+            SayLoss(errno);
             return;
         }
     }
+}
+
+void RunOutput::SayLoss(int error) {
+    if (isLossSaid_ || descriptor_ == STDERR_FILENO) return;
+    isLossSaid_ = true;
+    ckscribe::Say(fmt::format("{} cannot be written: {}. Calls are missing there; the command goes on.",
+                              options_.output, std::strerror(error)));
 }
 
 }  // namespace ckscribe

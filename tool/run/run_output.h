@@ -37,6 +37,7 @@ public:
 private:
     void OnCall(const Call& call) override;
     void Write(std::string_view text);
+    void SayLoss(int error);  // once, that the file of the options cannot be written
     void SayUnfinished(const std::vector<KeptCall>& unfinished);
     void SayCrash(const SupervisedCommand& command, const std::vector<KeptCall>& unfinished);
 
@@ -52,6 +53,7 @@ private:
     std::uint64_t calls_ = 0;
     bool isFinishing_ = false;
     bool isAtLineStart_ = true;
+    bool isLossSaid_ = false;
 };
 
 }  // namespace ckscribe

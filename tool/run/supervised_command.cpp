@@ -102,7 +102,10 @@ void SupervisedCommand::TakeSignal(const siginfo_t& signal) {
         return;
     }
     // A terminal sends its signals to the command, too. What one process sends is meant for the command.
-    isInterrupted_ = true;
+    // What is ignored, as with nohup, ends nothing here.
+    struct sigaction action;
+    sigaction(signal.si_signo, nullptr, &action);
+    if (action.sa_handler != SIG_IGN) isInterrupted_ = true;
     if (signal.si_code <= 0 && !hasEnded_) kill(process_, signal.si_signo);
 }
 
