@@ -1,4 +1,4 @@
-"""How OpenSSH's programs get a PIN without a terminal."""
+"""Gives OpenSSH's programs a PIN without a terminal."""
 
 import os
 

@@ -24,7 +24,7 @@ OLD_RECORD = re.compile(
 
 class Record:
     """`text` is a record of the new format without its time, process, thread and ticks, as 'FINILogin CKR_OK {}'.
-    `call` is what both formats tell of it: function, specifier, whether it is a start, result."""
+    `call` holds the parts that both formats have: function, specifier, whether it is a start, result."""
 
     def __init__(self, match, is_start, text=None):
         fields = match.groupdict()

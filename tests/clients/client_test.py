@@ -1,4 +1,4 @@
-"""What the tests of this folder share: one session of a client of PKCS#11, held three times over the same software
+"""The tests of this folder share this: one session of a client of PKCS#11, held three times over the same software
 token, and the comparison of the three.
 
 A test program defines what a session does, as a function of a Place, and passes it to compare_sessions(), which holds
@@ -117,7 +117,7 @@ class Place:
         return [TOOL, "run", "--data", "-o", self.directory / f"run.{self.runs}", "--"]
 
     def keep(self, *names):
-        """Notes what is in files that the client wrote."""
+        """Notes the contents of files that the client wrote."""
         for name in names:
             self.note(f"file {name}", (self.directory / name).read_bytes())
 

@@ -14,7 +14,7 @@ from client_test import PIN, WRONG_PIN, compare_sessions, fail
 
 
 def path_of_server():
-    """sshd has to be called by its whole path, and its directory is not in everybody's PATH."""
+    """Returns the whole path of sshd. sshd insists on being called by it, and not every PATH has its directory."""
     path = shutil.which("sshd", path=f"{os.environ['PATH']}:/usr/sbin")
     if path is None:
         fail("there is no sshd: install openssh-server, or run ./check, which does")
@@ -91,7 +91,7 @@ def session(place):
     except SystemExit:
         print(f"The server's log:\n{server_log.read_text()}")
         raise
-    # How much the server tells of the end is a matter of chance: ssh hangs up on it.
+    # The server's last messages differ by chance, because ssh closes the connection.
     place.note("server", "".join(line for line in server_log.open() if line.startswith("Accepted ")))
     check_pins_are_not_kept(place)
 

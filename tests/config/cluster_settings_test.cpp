@@ -20,7 +20,8 @@ struct Cluster {
     std::string interval;
 };
 
-// The file of clusters "Cluster01" and on; each value is one of the four entries, "-" for a missing one.
+// Returns the file of clusters "Cluster01" and so forth. Each value is one of the four entries; "-" is a
+// missing one.
 std::string Clusters(const std::vector<Cluster>& clusters) {
     std::string text;
     int number = 0;
@@ -299,7 +300,8 @@ TEST_F(ClusterTest, AddCluster_ResultIsThatOfWritingTheName) {
 
 class DeleteClusterTest : public ClusterTest {
 protected:
-    // Member files have to be told in 79 characters, so the test works in the directory of its files.
+    // A path of a member file has at most 79 characters. The test therefore works in the directory of its
+    // files.
     DeleteClusterTest() {
         fs::current_path(directory.Path());
         fs::create_directories("cert/client");
@@ -396,7 +398,7 @@ TEST_F(DeleteClusterTest, DeleteClusterOf40Characters_ChangesNothing) {
     EXPECT_EQ(name, Lookup("Cluster02", "ClusterName"));
 }
 
-// A configuration value must never run as a command, nor be taken for an option or for several files.
+// A value of the configuration must never run as a command, and is neither an option nor several files.
 TEST_F(DeleteClusterTest, DeleteClusterWithHostileName_TakesItForAFileNameOnly) {
     Create("keep");
     for (const char* name : {"a b",         "a'b",          "'",
@@ -427,7 +429,7 @@ TEST_F(DeleteClusterTest, DeleteClusterWithHostileName_TakesItForAFileNameOnly) 
     }
 }
 
-// The command itself, as a program in the place of rm sees it.
+// A program in the place of rm writes down the command.
 TEST_F(DeleteClusterTest, DeleteCluster_RunsRmForEachFile) {
     fs::create_directory("bin");
     std::ofstream("bin/rm")

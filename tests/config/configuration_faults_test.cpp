@@ -26,7 +26,7 @@ struct Faults {
     int writes = 0;
 } faults;
 
-// Counts down to 0; true there, and from then on.
+// Counts down to 0. True at 0 and from then on.
 bool IsDue(int* countdown) {
     if (*countdown == kNever) return false;
     if (*countdown == 0) return true;
@@ -190,7 +190,7 @@ TEST_F(FaultsTest, WritesAreShortOrInterrupted_WholeFileIsWritten) {
     EXPECT_EQ(expected.replace(expected.find("old"), 3, "new"), Text());
 }
 
-// The file is truncated by then, and nothing can be done about it.
+// The file is truncated by then, and the store cannot undo that.
 TEST_F(FaultsTest, WriteFails_WritingStopsAndResultIsSuccess) {
     faults.writeLimit = -2;
     EXPECT_EQ(1, store.SetConfigurationInfo("Misc", "Key", "new"));

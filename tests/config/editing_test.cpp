@@ -1,4 +1,4 @@
-// The four operations that change the file: the whole file before and after, byte for byte.
+// Four operations change the file. Each case has the whole file before and after, byte for byte.
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -149,7 +149,7 @@ TEST(EntryLookup, KeyThatHoldsAnEntryEndHasNoValue) {
     EXPECT_EQ("(none)", Find("Misc = {\n a;b = V;\n}", "Misc", "a;b"));
 }
 
-// Sanitizers measure the whole text at every strstr, which makes any search take quadratic time.
+// Sanitizers measure the whole text at every strstr. Any search then takes quadratic time.
 #if !defined(__has_feature)
 #define __has_feature(feature) 0
 #endif

@@ -284,7 +284,7 @@ TEST_F(FileReadingTest, FreshInstance_ResultBuffersAndMaskAreEmpty) {
     fresh->~DerivedStore();
 }
 
-// No lookup keeps anything in common with another.
+// No lookup shares data with another.
 TEST_F(FileReadingTest, LookupsOnOneInstanceMayRunAtTheSameTime) {
     Write("A = {\n Key = 1;\n}\nB = {\n Key = 2;\n}\n");
     std::vector<std::thread> threads;
