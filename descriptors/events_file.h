@@ -6,6 +6,8 @@
 #include <atomic>
 #include <string_view>
 
+#include "host/record_lock.h"
+
 namespace ckscribe {
 
 // The value is 1 while events are written. Threads also read it without the lock.
@@ -16,8 +18,8 @@ inline bool AreEventsOpen() { return areEventsOpen.load(std::memory_order_relaxe
 // Opens the file that the key "Events" names, in place of the one that is open. Opens nothing if `name` is
 // empty. In the name, "%p" stands for the number of the process and "%%" for a percent sign. Reports a
 // failure to the error file.
-void OpenEvents(const char* name);
-void CloseEvents();
+void OpenEvents(const char* name) CKSCRIBE_NEEDS(theRecordLock);
+void CloseEvents() CKSCRIBE_NEEDS(theRecordLock);
 
 // Appends whole lines with one write. Does not report errors.
 void AppendToEvents(std::string_view lines);

@@ -59,6 +59,10 @@ void FreeWhere(const Condition& isToGo) {
     }
 }
 
+void FreeInputOf(const CallEvent& event) {
+    FreeWhere([&event](const Kept& kept) { return kept.event == &event; });
+}
+
 void FreeInputsOfEndedThreads() {
     FreeWhere([](const Kept& kept) { return !IsAlive(kept.thread); });
     nextSearch = 2 * count < kFirstSearch ? kFirstSearch : 2 * count;
@@ -67,7 +71,7 @@ void FreeInputsOfEndedThreads() {
 }  // namespace
 
 bool KeepInput(const CallEvent& event, std::string_view input) {
-    FreeInput(event);
+    FreeInputOf(event);
     if (count >= nextSearch) FreeInputsOfEndedThreads();
     auto* const kept = static_cast<Kept*>(std::malloc(sizeof(Kept) + input.size()));
     if (kept == nullptr) return false;
@@ -85,9 +89,7 @@ std::string_view KeptInput(const CallEvent& event) {
     return {};
 }
 
-void FreeInput(const CallEvent& event) {
-    FreeWhere([&event](const Kept& kept) { return kept.event == &event; });
-}
+void FreeInput(const CallEvent& event) { FreeInputOf(event); }
 
 void FreeAllInputs() {
     FreeWhere([](const Kept&) { return true; });

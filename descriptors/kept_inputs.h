@@ -10,6 +10,8 @@
 
 #include <string_view>
 
+#include "host/record_lock.h"
+
 namespace ckscribe {
 
 struct CallEvent;
@@ -20,8 +22,8 @@ bool KeepInput(const CallEvent& event, std::string_view input);
 // Returns the copy, or an empty text if there is none. It is valid until the next call of a function here.
 std::string_view KeptInput(const CallEvent& event);
 
-void FreeInput(const CallEvent& event);
-void FreeAllInputs();
+void FreeInput(const CallEvent& event) CKSCRIBE_NEEDS(theRecordLock);
+void FreeAllInputs() CKSCRIBE_NEEDS(theRecordLock);
 
 // A child made by fork calls this function. It keeps only the inputs of the thread that forked, under the
 // number that this thread has now, and frees the others.

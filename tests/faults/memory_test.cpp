@@ -2,7 +2,6 @@
 // out, and no lock and no memory stays behind. The memory that a process needs does not grow with the
 // number of its calls.
 
-#include <alloca.h>
 #include <pthread.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -318,7 +317,7 @@ TEST_F(Memory, ThreadsEndInCallsWithLongInput_MemoryDoesNotGrow) {
                           &thread, nullptr,
                           [](void* depth) -> void* {
                               auto* const unused = static_cast<char*>(
-                                  alloca(reinterpret_cast<std::uintptr_t>(depth) * 64 + 64));
+                                  __builtin_alloca(reinterpret_cast<std::uintptr_t>(depth) * 64 + 64));
                               asm volatile("" : : "r"(unused) : "memory");
                               CK_BYTE data[kLength] = {0xFF};
                               CK_ULONG length = 0;
