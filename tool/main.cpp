@@ -1,6 +1,9 @@
 #include <fmt/core.h>
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -30,6 +33,13 @@ int Explain(const CLI::App& app, const CLI::ParseError& problem, const std::vect
     return subcommand == "run" ? int{kRunFailed} : int{kWrongUse};
 }
 
+// A result that did not arrive is no result. `run` writes none to standard output.
+int AfterWriting(int status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    Say(fmt::format("Standard output cannot be written: {}.", std::strerror(errno)));
+    return status == kWell ? int{kNotWell} : status;
+}
+
 }  // namespace
 
 int main(int count, char** words) {
@@ -47,5 +57,5 @@ int main(int count, char** words) {
     } catch (const CLI::ParseError& problem) {
         return Explain(app, problem, arguments);
     }
-    return status;
+    return SubcommandIn(app, arguments) == "run" ? status : AfterWriting(status);
 }

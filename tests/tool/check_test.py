@@ -368,6 +368,18 @@ class Syntax(SetUp):
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
+    def test_comment_with_a_key_that_would_not_be_found(self):
+        self.write(self.section().replace("   Error", "   # Enabled\t= 0;\n   Error"))
+        self.assert_found("note", "Enabled", 6, 'This does not count: a tab stands between the name and "=".')
+        self.assert_well()
+        self.assert_logged(FUNCTIONS)
+
+    def test_semicolon_in_a_value(self):
+        self.write(self.section(File=f"{self.log};old.txt"))
+        self.assert_found("note", "CkLog2", 5, '"old.txt" does not count: the ";" before it ends the value.',
+                          'Choose a value without ";".')
+        self.assert_logged(FUNCTIONS)
+
     def test_key_inside_an_earlier_value(self):
         self.write(self.section().replace("   Enabled", "   Comment = set Enabled = 0 to stop;\n   Enabled"))
         self.assert_found("wrong", "Enabled", 3,
@@ -1161,6 +1173,12 @@ class Output(SetUp):
             done = subprocess.run(["script", "-qec", f"{TOOL} check", "/dev/null"], capture_output=True, text=True,
                                   env=environment, cwd=self.directory, timeout=60)
             self.assertEqual("\033[32mok" in done.stdout, colours)
+
+    def test_closed_standard_streams(self):
+        self.write(self.section())
+        done = subprocess.run(["bash", "-c", '"$0" check <&- 2>&-', TOOL], stdout=subprocess.PIPE, text=True, timeout=60,
+                              env=os.environ | self.environment, cwd=self.directory)
+        self.assertIn(f"ok    LibUNIX64, line 2: The target {self.target} loads.\n", done.stdout)
 
     def test_bytes_that_are_no_text(self):
         self.write(self.section().encode().replace(b"Enabled = 1", b"Enabled = \xff\x01"))

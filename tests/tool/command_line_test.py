@@ -1,6 +1,7 @@
 import pathlib
 import re
 import subprocess
+import tempfile
 import unittest
 
 from tool_test import ARGUMENTS, TOOL, ckscribe, main
@@ -61,6 +62,15 @@ class CommandLine(unittest.TestCase):
         done = ckscribe("conf", "get")
         self.assertEqual((done.returncode, done.stdout, done.stderr),
                          (2, "", "ckscribe: key is required. 'ckscribe conf --help' shows what there is.\n"))
+
+    def test_result_that_cannot_be_written_is_said(self):
+        with open("/dev/full", "w") as full, tempfile.NamedTemporaryFile("w", suffix=".conf") as configuration:
+            configuration.write("CkLog2 = {\n   Enabled = 1;\n}\n")
+            configuration.flush()
+            done = subprocess.run([TOOL, "conf", "--config", configuration.name, "get", "Enabled"], stdout=full,
+                                  stderr=subprocess.PIPE, text=True, timeout=60)
+        self.assertEqual((done.returncode, done.stderr),
+                         (1, "ckscribe: Standard output cannot be written: No space left on device.\n"))
 
     def test_wrong_use_of_run_ends_with_125(self):
         for words in ([], ["--frobnicate", "true"], ["-o"]):

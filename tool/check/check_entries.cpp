@@ -218,7 +218,10 @@ private:
     void ExplainUnknown(const WrittenEntry& entry) {
         if (entry.isCommentedOut) return;
         const std::string_view name = NameAsWritten(entry);
-        if (name.empty()) return;
+        if (name.empty()) {
+            ExplainRestOfValue(entry);
+            return;
+        }
         const auto names = KeyNames();
         const NearestName nearest = FindNearestName(name, names);
         const bool isMissed = nearest.isSlip && !text_.FindEntry(kSection, std::string(nearest.name));
@@ -229,6 +232,15 @@ private:
             fmt::format("The library knows no key of this name. The nearest one that it knows is \"{}\".",
                         nearest.name),
             isMissed ? fmt::format("Call it {}.", nearest.name) : "");
+    }
+
+    // Text directly behind a ";" is likely meant to belong to the value.
+    void ExplainRestOfValue(const WrittenEntry& entry) {
+        if (text_.Text()[entry.place - 1] != ';') return;
+        findings_.Add(
+            Level::kNote, kSection, text_.LineOf(entry.place),
+            fmt::format("{} does not count: the \";\" before it ends the value.", InQuotes(entry.name)),
+            "Choose a value without \";\".");
     }
 
     // Everything before the "=", also where a blank or another character that no name holds stands in the
@@ -245,8 +257,8 @@ private:
         const char before = text_.Text()[entry.place - 1];
         const int line = text_.LineOf(entry.place);
         const auto Add = [&](Level level, std::string_view why, std::string_view remedy) {
-            findings_.Add(level, entry.name, line, fmt::format("This does not count: {}", why),
-                          std::string(remedy));
+            findings_.Add(entry.isCommentedOut ? Level::kNote : level, entry.name, line,
+                          fmt::format("This does not count: {}", why), std::string(remedy));
         };
         if (entry.isCommentedOut && !IsLineBegin(before)) {
             Add(Level::kNote, fmt::format("{} stands directly before the name.", InQuotes({&before, 1})),

@@ -155,6 +155,8 @@ void CloseStandardStreams() {
     setpgid(0, 0);
     // Should the parent be killed meanwhile.
     alarm(static_cast<unsigned>(seconds) + 1);
+    // Where standard streams are closed, the pipe may have the number of one of them.
+    answerTo = fcntl(answerTo, F_DUPFD_CLOEXEC, 3);
     CloseStandardStreams();
     const std::string answer =
         Examine(path, initialize).dump(-1, ' ', true, Json::error_handler_t::replace) + "\n";
