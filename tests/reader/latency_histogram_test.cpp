@@ -29,7 +29,7 @@ TEST(LatencyHistogram, BucketsFollowEachOtherWithoutAGap) {
 TEST(LatencyHistogram, PercentileIsTheNearestRank) {
     LatencyHistogram histogram;
     EXPECT_EQ(histogram.Percentile(50), std::nullopt);
-    for (const std::uint64_t duration : {15, 20, 35, 40, 50}) histogram.Add(duration);
+    for (const std::uint64_t duration : {15U, 20U, 35U, 40U, 50U}) histogram.Add(duration);
     EXPECT_EQ(histogram.Percentile(5), 15U);
     EXPECT_EQ(histogram.Percentile(30), 20U);
     EXPECT_EQ(histogram.Percentile(40), 20U);
