@@ -55,6 +55,13 @@ struct CallsWhenDestroyed {
 
 class ProcessEnd : public FaultsTest {
 protected:
+    // The process ends while threads write. The kernel ends a write of theirs only between two pages of the
+    // file: the record is there up to the end of a page.
+    void ExpectNoRecordIsCutButByTheSystem(const ParsedLog& log) const {
+        constexpr std::size_t kPage = 4096;
+        EXPECT_TRUE(log.remainder.empty() || Log().size() % kPage == 0) << log.remainder;
+    }
+
     std::set<CK_ULONG> SessionsOfWholeCalls() const {
         const ParsedLog log = ParseLog(Log());
         EXPECT_EQ(log.remainder, "");
@@ -169,7 +176,7 @@ protected:
             })) << "in round "
                 << round;
             const ParsedLog log = ParseLog(Log());
-            EXPECT_EQ(log.remainder, "");
+            ExpectNoRecordIsCutButByTheSystem(log);
             EXPECT_GE(log.records.size(), 2U * kCallsBefore);
         }
     }
@@ -233,7 +240,7 @@ TEST_P(EndOfLinkedProgram, CallsOfItsThreadsStillReachTheTarget) {
         });
         EXPECT_EQ(status, 0) << Ending(status);
         const ParsedLog log = ParseLog(Log());
-        EXPECT_EQ(log.remainder, "");
+        ExpectNoRecordIsCutButByTheSystem(log);
         EXPECT_GE(log.records.size(), 240U);
     }
 }
