@@ -54,7 +54,7 @@ public:
         for (Line& line : sharedLines) line.thread.store(kShared, std::memory_order_relaxed);
     }
 
-    // Whether no call is inside.
+    // Returns true if no call is inside.
     bool None() const {
         for (const Line& line : ownLines) {
             if (line.calls.load(std::memory_order_seq_cst) != 0) return false;

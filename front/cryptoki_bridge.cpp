@@ -47,7 +47,7 @@ const void* ImageOf(void* address) {
     return dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
 }
 
-// What the loader says, without the path with which it usually begins.
+// Returns the loader's message without the path with which it usually begins.
 const char* WithoutPath(const char* words, std::string_view path) {
     const std::string_view text = words;
     const bool begins = text.starts_with(path) && text.substr(path.size()).starts_with(": ");

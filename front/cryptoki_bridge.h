@@ -14,7 +14,7 @@
 
 namespace ckscribe {
 
-// Whether the stub, and not the target, answered a call of the calling thread since this was set to false.
+// True if the stub, and not the target, answered a call of the calling thread since this was set to false.
 [[gnu::tls_model("initial-exec")]] extern constinit thread_local bool stubHasAnswered;
 
 }  // namespace ckscribe
