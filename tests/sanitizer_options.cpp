@@ -2,7 +2,12 @@
 
 #define SANITIZER_OPTIONS extern "C" __attribute__((visibility("default"))) const char*
 
-// An allocation that cannot be had fails as it does without a sanitizer. No signal stack: a cancelled thread
-// leaves its frames marked as in use, and the clean-up of such a stack at its end would meet those marks.
-SANITIZER_OPTIONS __asan_default_options() { return "allocator_may_return_null=1:use_sigaltstack=0"; }
+// An allocation that cannot be had fails as it does without a sanitizer.
+//
+// A cancelled thread leaves its frames marked as in use: nothing unwinds the marks with them. Whatever runs
+// there later, the sanitizer's own functions too, would meet those marks. Therefore variables live on a stack
+// of the sanitizer's, as the search for their use after a return has it, and threads have no signal stack.
+SANITIZER_OPTIONS __asan_default_options() {
+    return "allocator_may_return_null=1:detect_stack_use_after_return=1:use_sigaltstack=0";
+}
 SANITIZER_OPTIONS __tsan_default_options() { return "allocator_may_return_null=1"; }
