@@ -54,7 +54,7 @@ bool AreEventsTested();
 class FaultsTest : public testing::Test {
 protected:
     // How long a child may take, in seconds; more than enough under any sanitizer.
-    static constexpr unsigned kPatience = 240;
+    static constexpr unsigned kPatience = 540;
 
     FaultsTest();
 
