@@ -674,6 +674,21 @@ void SetBytes(Value& value, char form, std::string_view text) {
     value.bytes = std::move(bytes);
 }
 
+// Members of structures that are padded with blanks to a length of their own. A text that has it is no bytes,
+// whatever it looks like: many tokens have a serial number of sixteen hexadecimal digits.
+constexpr struct {
+    std::string_view name;
+    std::size_t size;
+} kPaddedTexts[] = {
+    {"label", 32}, {"manufacturerID", 32}, {"model", 16}, {"serialNumber", 16}, {"slotDescription", 64}};
+
+char FormOf(const ChildToken& token) {
+    for (const auto& padded : kPaddedTexts) {
+        if (token.form == '?' && token.name == padded.name && token.text.size() == padded.size) return 'S';
+    }
+    return token.form;
+}
+
 Value ValueOf(const ChildToken& token) {
     const Kind& kind = kKinds[token.kind];
     Value value;
@@ -694,7 +709,7 @@ Value ValueOf(const ChildToken& token) {
         case Shape::kBytes:
         case Shape::kValue:
         case Shape::kText:
-            if (value.kind != "PIN") SetBytes(value, token.form, token.text);
+            if (value.kind != "PIN") SetBytes(value, FormOf(token), token.text);
             break;
         case Shape::kAttribute:
             if (token.form != '-') SetBytes(value, token.form, token.text);

@@ -50,6 +50,21 @@ Strings CallsOf(const CollectedCalls& log) {
 
 std::int64_t Seconds(const Moment& moment) { return moment.nanoseconds / kNanosecondsPerSecond; }
 
+TEST(NewTextLog, SerialNumberOfHexadecimalDigits_IsText) {
+    const std::string blanks(31, ' ');
+    const CollectedCalls log =
+        ReadLog("\n10:15:30 01234-567:FINIGetTokenInfo CKR_OK1clks {Ptr=0x1 TokenInfo={\"t" + blanks +
+                "\" \"m" + blanks +
+                "\" \"model           \" \"0123456789abcdef\" Flgs=5 "
+                "1 2 3 4 5 6 7 8 9 10 } }");
+    ASSERT_EQ(log.calls.size(), 1U);
+    const Value serial = log[0].Out().at(1).children.at(3);
+    EXPECT_EQ(serial.name, "serialNumber");
+    EXPECT_EQ(serial.bytes, "0123456789abcdef");
+    EXPECT_EQ(serial.size, 16U);
+    EXPECT_TRUE(serial.isText);
+}
+
 TEST(NewTextLog, RecordsBecomeCalls) {
     const CollectedCalls log = ReadLog(kNewLog);
     EXPECT_EQ(log.stretches.size(), 0U);
