@@ -40,7 +40,7 @@ public:
     bool Print(const ThreadPair& pair) const {
         static const std::vector<ComparedCall> kNone;
         const auto differences = Compare(pair.first != nullptr ? pair.first->calls : kNone,
-                                         pair.second != nullptr ? pair.second->calls : kNone);
+                                         pair.second != nullptr ? pair.second->calls : kNone, texts);
         if (differences.empty()) return false;
         const std::string before = pair.first != nullptr ? NameOf(*pair.first) : "no thread";
         const std::string after = pair.second != nullptr ? NameOf(*pair.second) : "no thread";
@@ -59,21 +59,22 @@ private:
     void PrintCall(const DifferentCall& different) const {
         const ComparedCall& call = different.after != nullptr ? *different.after : *different.before;
         const std::string place = palette.Quiet(PlaceOf(different));
-        const std::string& asked = texts[call.asked];
+        const std::string& asked = texts[call.question.shown];
         switch (different.difference) {
             case Difference::kGone:
-                fmt::print("{}  {}\n", palette.Bad(fmt::format("- {} = {}", asked, texts[call.answered])),
+                fmt::print("{}  {}\n", palette.Bad(fmt::format("- {} = {}", asked, texts[call.answer.shown])),
                            place);
                 return;
             case Difference::kNew:
-                fmt::print("{}  {}\n", palette.Good(fmt::format("+ {} = {}", asked, texts[call.answered])),
-                           place);
+                fmt::print("{}  {}\n",
+                           palette.Good(fmt::format("+ {} = {}", asked, texts[call.answer.shown])), place);
                 return;
             case Difference::kOtherAnswer:
-                fmt::print("{}  {}\n",
-                           palette.Notable(fmt::format("! {} = {}, before: {}", asked, texts[call.answered],
-                                                       texts[different.before->answered])),
-                           place);
+                fmt::print(
+                    "{}  {}\n",
+                    palette.Notable(fmt::format("! {} = {}, before: {}", asked, texts[call.answer.shown],
+                                                texts[different.before->answer.shown])),
+                    place);
                 return;
             case Difference::kMuchLonger:
                 fmt::print("{}  {}\n",
@@ -106,7 +107,11 @@ int Run(const Options& options) {
 
     const Printer printer(options, texts);
     bool isDifferent = false;
-    for (const ThreadPair& pair : PairThreads(before.Threads(), after.Threads()))
+    // A log of the old format has no threads.
+    const bool byProcess = !before.HasThreads() || !after.HasThreads();
+    const auto beforeThreads = before.TakeThreads(byProcess);
+    const auto afterThreads = after.TakeThreads(byProcess);
+    for (const ThreadPair& pair : PairThreads(beforeThreads, afterThreads, texts))
         isDifferent |= printer.Print(pair);
     std::fflush(stdout);
     return isDifferent ? kNotWell : kWell;

@@ -85,6 +85,32 @@ class Diff(unittest.TestCase):
         self.assertEqual(self.diff(one + other, log(RUN[3:5], thread=7) + log(RUN[:2], thread=8)), (0, []))
         self.assertEqual(self.diff(one, one + other)[1][0], "no thread | process 1, thread 2")
 
+    def test_addresses_of_lengths_do_not_count_but_lengths_do(self):
+        def run(address, length):
+            return log([("Encrypt", f'Sesn=5 "data" pusEncryptedDataLen={address} *pusEncryptedDataLen={length} ', "CKR_OK", "")])
+
+        self.assertEqual(self.diff(run("0x1234", 16), run("0xfffffff0", 16)), (0, []))
+        self.assertEqual(self.diff(run("0x1234", 16), run("0x1234", 32))[0], 1)
+
+    def test_of_threads_that_begin_alike_those_are_paired_that_go_on_alike(self):
+        short, long = RUN[:3], RUN[:5]
+        self.assertEqual(self.diff(log(short) + log(long, thread=2), log(long, thread=7) + log(short, thread=8)), (0, []))
+
+    def test_thread_whose_first_call_never_came_back_is_paired_by_it(self):
+        wait, login = ("WaitForSlotEvent", "Flgs=0 ", "CKR_OK", "Slot=1 "), RUN[3]
+        after = log([wait, login], thread=3) + log([login, RUN[0]], thread=4)
+        before = log([wait], thread=3).split("\n10:15:30 00001-003:FINI")[0] + "\n" + log([login], thread=3) + log([login, RUN[0]], thread=4)
+        self.assertEqual(self.diff(before, after), (1, [
+            "process 1, thread 3 | process 1, thread 3", "! C_WaitForSlotEvent(flags=0x0) = CKR_OK, before: ?  after:2"]))
+
+    def test_log_without_threads_is_compared_by_process(self):
+        old = "".join(f"\nCommand(Finalize, None, {phase}) PID:  {process}  Time:  Sat Nov 21 12:33:45 2026\n{ticks}\n{{\n}}"
+                      for process in (71, 72) for phase, ticks in (("Start", ""), ("End, CKR_OK", " // 7 clock cycles")))
+        new = log(RUN[-1:], thread=5) + log(RUN[-1:], process=2, thread=6)
+        self.assertEqual(self.diff(old, new), (0, []))
+        self.assertEqual(self.diff(old, new + log(RUN[-1:], process=2, thread=7))[1],
+                         ["process 72 | process 2", "+ C_Finalize() = CKR_OK  after:8"])
+
     def test_log_that_cannot_be_read_is_no_equal_run(self):
         done = ckscribe("diff", "/nowhere/a", "/nowhere/b")
         self.assertEqual((done.returncode, done.stdout), (1, ""))

@@ -2,41 +2,45 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "tool/call_line.h"
+#include "tool/diff/comparable_call.h"
 
 namespace ckscribe {
 
 namespace {
 
 // Takes off what another run of the same program has otherwise.
-void Blur(Value& value, bool isOutput) {
-    if (value.kind == "SessionHandle" || value.kind == "ObjectHandle" || value.kind == "Pointer")
-        value.number.reset();
-    if (value.kind == "ObjectHandleList") {
+void Blur(Value& value) {
+    if (value.kind == "Mechanism") {
+        for (Value& parameter : value.children) parameter.bytes.reset();
+    }
+    if (value.kind == "ObjectHandleList" &&
+        !(value.children.size() == 1 && value.children[0].name == "count")) {
         // How many there are counts.
         value.number = value.children.size();
         value.children.clear();
         value.isGroup = false;
-        return;
     }
-    if (value.kind == "Mechanism") {
-        for (Value& parameter : value.children) parameter.bytes.reset();
-        return;
-    }
-    if (isOutput) {
-        value.bytes.reset();
-        value.size.reset();
-    }
-    for (Value& child : value.children) Blur(child, isOutput);
 }
 
-bool IsOfOneRun(const Value& value) {
-    return value.kind == "SessionHandle" || value.kind == "ObjectHandle" || value.kind == "Pointer";
+std::string TextWithoutRun(std::vector<Value> values) {
+    for (Value& value : values) Blur(value);
+    return ValuesText(values);
 }
 
-// Structures tell memory and sessions in use, which no two runs share.
-bool IsCompared(const Value& output) {
-    return output.kind == "SlotIDList" || output.kind == "MechTypeList" || output.kind == "ObjectHandleList";
+std::vector<ComparedThread> ByProcess(std::vector<ComparedThread> threads) {
+    std::vector<ComparedThread> processes;
+    for (ComparedThread& thread : threads) {
+        const auto found = std::ranges::find(processes, thread.process, &ComparedThread::process);
+        if (found == processes.end()) {
+            processes.push_back({thread.process, {}, std::move(thread.calls)});
+        } else {
+            found->calls.insert(found->calls.end(), thread.calls.begin(), thread.calls.end());
+        }
+    }
+    return processes;
 }
 
 }  // namespace
@@ -48,24 +52,33 @@ std::uint32_t SharedTexts::NumberOf(const std::string& text) {
 }
 
 void CallOrder::OnCall(const Call& call) {
-    const std::string key = fmt::format("{} {} {}", call.process, call.thread.value_or(0), call.run);
-    const auto [place, isNew] = places.try_emplace(key, threads.size());
+    hasThreads = hasThreads && call.thread.has_value();
+    const auto [place, isNew] = places.try_emplace({call.process, call.thread}, threads.size());
     if (isNew) threads.push_back({call.process, call.thread, {}});
 
-    std::vector<Value> in = call.In();
-    std::erase_if(in, IsOfOneRun);
-    for (Value& value : in) Blur(value, false);
+    const auto compared = [this](const std::string& shown, const Comparable& comparable) {
+        return ComparedText{texts.NumberOf(shown), texts.NumberOf(comparable.shape),
+                            texts.NumberOf(comparable.facts)};
+    };
     std::string answered = ResultText(call);
-    std::vector<Value> out = call.Out();
-    std::erase_if(out, [](const Value& value) { return !IsCompared(value); });
-    for (Value& value : out) Blur(value, true);
-    if (!out.empty()) {
-        answered += ' ';
-        answered += ValuesText(out);
-    }
+    if (const std::string lists = TextWithoutRun(ComparedOutputs(call)); !lists.empty())
+        answered += fmt::format(" {}", lists);
     threads[place->second].calls.push_back(
-        {texts.NumberOf(fmt::format("{}({})", call.Function(), ValuesText(in))), texts.NumberOf(answered),
-         call.FirstPlace().line, call.nanoseconds});
+        {compared(fmt::format("{}({})", call.Function(), TextWithoutRun(ComparedInputs(call))),
+                  ComparableQuestion(call)),
+         compared(answered, ComparableAnswer(call)), call.FirstPlace().line, call.nanoseconds});
+}
+
+std::vector<ComparedThread> CallOrder::TakeThreads(bool byProcess) {
+    std::vector<ComparedThread> taken = std::move(threads);
+    threads.clear();
+    places.clear();
+    if (byProcess) taken = ByProcess(std::move(taken));
+    // Calls came in the order of their ends.
+    for (ComparedThread& thread : taken) std::ranges::stable_sort(thread.calls, {}, &ComparedCall::line);
+    std::ranges::stable_sort(taken, {},
+                             [](const ComparedThread& thread) { return thread.calls.front().line; });
+    return taken;
 }
 
 }  // namespace ckscribe

@@ -1,9 +1,9 @@
-// The calls of a run, thread by thread, as far as two runs can be compared by them: without handles,
-// addresses, times, bytes that came out, and initialisation vectors.
+// The calls of a run, thread by thread, with what two runs can be compared by.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -25,9 +25,16 @@ private:
     std::vector<const std::string*> texts;
 };
 
+// Numbers of SharedTexts.
+struct ComparedText {
+    std::uint32_t shown = 0;  // "C_Login(user=1, PIN=********)", "CKR_OK", "CKR_OK slots=[1 2]", "?"
+    std::uint32_t shape = 0;  // see Comparable
+    std::uint32_t facts = 0;
+};
+
 struct ComparedCall {
-    std::uint32_t asked = 0;     // "C_Login(user=1, PIN=********)", a number of SharedTexts
-    std::uint32_t answered = 0;  // "CKR_OK", "CKR_OK slots=[1 2]", "?"
+    ComparedText question;
+    ComparedText answer;
     std::uint64_t line = 0;
     std::optional<std::uint64_t> nanoseconds;
 };
@@ -35,10 +42,10 @@ struct ComparedCall {
 struct ComparedThread {
     std::uint32_t process = 0;
     std::optional<std::int64_t> thread;
-    std::vector<ComparedCall> calls;
+    std::vector<ComparedCall> calls;  // in the order in which they began
 };
 
-// Collects a run. Threads stand in the order of their first calls to end.
+// Collects a run.
 class CallOrder : public LogSink {
 public:
     // `texts` outlives this.
@@ -46,12 +53,17 @@ public:
 
     void OnCall(const Call& call) override;
 
-    const std::vector<ComparedThread>& Threads() const { return threads; }
+    // Whether each call has a thread.
+    bool HasThreads() const { return hasThreads; }
+
+    // The threads in the order of their first calls. `byProcess`: each process as one thread. Empties this.
+    std::vector<ComparedThread> TakeThreads(bool byProcess);
 
 private:
     SharedTexts& texts;
     std::vector<ComparedThread> threads;
-    std::unordered_map<std::string, std::size_t> places;
+    std::map<std::pair<std::uint32_t, std::optional<std::int64_t>>, std::size_t> places;
+    bool hasThreads = true;
 };
 
 }  // namespace ckscribe

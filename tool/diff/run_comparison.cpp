@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tool/diff/comparable_call.h"
+
 namespace ckscribe {
 
 namespace {
@@ -11,11 +13,19 @@ constexpr std::uint64_t kLonger = 10'000'000;
 // How far the runs may be apart before they are the same again.
 constexpr std::size_t kFarthest = 400;
 
-bool IsSame(const ComparedCall& one, const ComparedCall& other) { return one.asked == other.asked; }
+bool IsSame(const ComparedText& one, const ComparedText& other, const SharedTexts& texts) {
+    return one.shape == other.shape &&
+           (one.facts == other.facts || AreFactsAlike(texts[one.facts], texts[other.facts]));
+}
+
+bool IsSame(const ComparedCall& one, const ComparedCall& other, const SharedTexts& texts) {
+    return IsSame(one.question, other.question, texts);
+}
 
 // How many calls are gone and how many are new until both runs go on alike: the fewest of both together.
 std::pair<std::size_t, std::size_t> FindNextSame(std::span<const ComparedCall> before,
-                                                 std::span<const ComparedCall> after) {
+                                                 std::span<const ComparedCall> after,
+                                                 const SharedTexts& texts) {
     for (std::size_t distance = 1; distance <= std::min(kFarthest, before.size() + after.size());
          ++distance) {
         for (std::size_t gone = 0; gone <= distance; ++gone) {
@@ -23,11 +33,11 @@ std::pair<std::size_t, std::size_t> FindNextSame(std::span<const ComparedCall> b
             if (gone > before.size() || added > after.size()) continue;
             const bool isEnd = gone == before.size() && added == after.size();
             if (isEnd) return {gone, added};
-            if (gone == before.size() || added == after.size() || !IsSame(before[gone], after[added]))
+            if (gone == before.size() || added == after.size() || !IsSame(before[gone], after[added], texts))
                 continue;
             // One like call is an accident, two in a row are not.
             const bool isLast = gone + 1 == before.size() || added + 1 == after.size();
-            if (isLast || IsSame(before[gone + 1], after[added + 1])) return {gone, added};
+            if (isLast || IsSame(before[gone + 1], after[added + 1], texts)) return {gone, added};
         }
     }
     return {std::min<std::size_t>(1, before.size()), std::min<std::size_t>(1, after.size())};
@@ -42,13 +52,13 @@ bool IsMuchLonger(const ComparedCall& before, const ComparedCall& after) {
 }  // namespace
 
 std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
-                                   const std::vector<ComparedCall>& after) {
+                                   const std::vector<ComparedCall>& after, const SharedTexts& texts) {
     std::vector<DifferentCall> differences;
     std::span<const ComparedCall> left = before;
     std::span<const ComparedCall> right = after;
     while (!left.empty() || !right.empty()) {
-        if (!left.empty() && !right.empty() && IsSame(left[0], right[0])) {
-            if (left[0].answered != right[0].answered) {
+        if (!left.empty() && !right.empty() && IsSame(left[0], right[0], texts)) {
+            if (!IsSame(left[0].answer, right[0].answer, texts)) {
                 differences.push_back({Difference::kOtherAnswer, &left[0], &right[0]});
             } else if (IsMuchLonger(left[0], right[0])) {
                 differences.push_back({Difference::kMuchLonger, &left[0], &right[0]});
@@ -57,7 +67,7 @@ std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
             right = right.subspan(1);
             continue;
         }
-        const auto [gone, added] = FindNextSame(left, right);
+        const auto [gone, added] = FindNextSame(left, right, texts);
         for (std::size_t i = 0; i < gone; ++i) differences.push_back({Difference::kGone, &left[i], nullptr});
         for (std::size_t i = 0; i < added; ++i) differences.push_back({Difference::kNew, nullptr, &right[i]});
         left = left.subspan(gone);
@@ -67,26 +77,31 @@ std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
 }
 
 std::vector<ThreadPair> PairThreads(const std::vector<ComparedThread>& before,
-                                    const std::vector<ComparedThread>& after) {
+                                    const std::vector<ComparedThread>& after, const SharedTexts& texts) {
     std::vector<ThreadPair> pairs;
+    for (const ComparedThread& thread : before) pairs.push_back({&thread, nullptr});
     std::vector<bool> isTaken(after.size());
-    for (const ComparedThread& thread : before) {
-        pairs.push_back({&thread, nullptr});
-        for (std::size_t i = 0; i < after.size(); ++i) {
-            if (isTaken[i] || !IsSame(thread.calls.front(), after[i].calls.front())) continue;
-            isTaken[i] = true;
-            pairs.back().second = &after[i];
-            break;
+    // Gives each thread without a partner the first free one that is like it.
+    const auto pairAlike = [&](const auto& isAlike) {
+        for (ThreadPair& pair : pairs) {
+            for (std::size_t i = 0; i < after.size() && pair.second == nullptr; ++i) {
+                if (isTaken[i] || !isAlike(*pair.first, after[i])) continue;
+                isTaken[i] = true;
+                pair.second = &after[i];
+            }
         }
-    }
-    std::size_t next = 0;
-    for (ThreadPair& pair : pairs) {
-        if (pair.second != nullptr) continue;
-        while (next < after.size() && isTaken[next]) ++next;
-        if (next == after.size()) break;
-        isTaken[next] = true;
-        pair.second = &after[next];
-    }
+    };
+    const auto beginsAlike = [&texts](const ComparedThread& one, const ComparedThread& other) {
+        return IsSame(one.calls.front(), other.calls.front(), texts);
+    };
+    pairAlike([&texts](const ComparedThread& one, const ComparedThread& other) {
+        return std::ranges::equal(one.calls, other.calls,
+                                  [&texts](const ComparedCall& call, const ComparedCall& otherCall) {
+                                      return IsSame(call, otherCall, texts);
+                                  });
+    });
+    pairAlike(beginsAlike);
+    pairAlike([](const ComparedThread&, const ComparedThread&) { return true; });
     for (std::size_t i = 0; i < after.size(); ++i) {
         if (!isTaken[i]) pairs.push_back({nullptr, &after[i]});
     }

@@ -27,12 +27,13 @@ struct DifferentCall {
 
 // The differences of two threads, in the order of their calls.
 std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
-                                   const std::vector<ComparedCall>& after);
+                                   const std::vector<ComparedCall>& after, const SharedTexts& texts);
 
-// Which threads of two runs belong together: those whose first calls ask the same, in the order of the runs;
-// then the rest, in order. Null where a run has fewer.
+// Which threads of two runs belong together: those whose first calls ask the same, in the order of the runs,
+// and of several first those that ask the same all along; then the rest, in order. Null where a run has
+// fewer.
 using ThreadPair = std::pair<const ComparedThread*, const ComparedThread*>;
 std::vector<ThreadPair> PairThreads(const std::vector<ComparedThread>& before,
-                                    const std::vector<ComparedThread>& after);
+                                    const std::vector<ComparedThread>& after, const SharedTexts& texts);
 
 }  // namespace ckscribe

@@ -1,0 +1,38 @@
+// What of a call two runs can be compared by.
+//
+// Handles, addresses, times, parameters of mechanisms (initialisation vectors) and bytes that came out differ
+// from run to run. Logs of different formats lack different things. What one of two logs lacks does not
+// count.
+//
+// Pure functions: any thread may call them at any time.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "reader/call.h"
+#include "reader/value.h"
+
+namespace ckscribe {
+
+// A question or an answer. Two are alike if their shapes are the same and their facts do not contradict each
+// other.
+struct Comparable {
+    std::string shape;  // the function, or the result; and which values there are
+    std::string
+        facts;  // as many for each shape, with a separator behind each; an empty one: the log lacks it
+};
+
+Comparable ComparableQuestion(const Call& call);
+Comparable ComparableAnswer(const Call& call);
+
+// Of facts that belong to the same shape.
+bool AreFactsAlike(std::string_view one, std::string_view other);
+
+// The inputs that are compared: without handles and addresses.
+std::vector<Value> ComparedInputs(const Call& call);
+// The outputs that are compared: lists.
+std::vector<Value> ComparedOutputs(const Call& call);
+
+}  // namespace ckscribe
