@@ -6,7 +6,7 @@
 #include <tuple>
 #include <unordered_map>
 
-#include "functions/pkcs11_names.h"
+#include "tool/call_roles.h"
 #include "tool/report_remarks.h"
 
 namespace ckscribe {
@@ -19,55 +19,8 @@ constexpr std::size_t kMostExamples = 1000;
 constexpr std::uint64_t kShortestRetry = 2;
 constexpr std::uint64_t kShortestPolling = 10;
 
-// What a function does that the report follows.
-enum class Role : std::uint8_t {
-    kOther,
-    kOpenSession,
-    kCloseSession,
-    kCloseAllSessions,
-    kFinalize,
-    kLogin,
-    kBeginSearch,
-    kSearch,
-    kEndSearch,
-    kMakeObject,
-    kMakeKeyPair,
-    kReadAttributes,
-    kTokenInfo,
-};
-
-struct RoleRow {
-    std::string_view function;
-    Role role;
-};
-constexpr RoleRow kRoles[] = {
-    {"C_OpenSession", Role::kOpenSession},
-    {"CA_OpenSession", Role::kOpenSession},
-    {"C_CloseSession", Role::kCloseSession},
-    {"C_CloseAllSessions", Role::kCloseAllSessions},
-    {"C_Finalize", Role::kFinalize},
-    {"C_Login", Role::kLogin},
-    {"CA_IndirectLogin", Role::kLogin},
-    {"C_FindObjectsInit", Role::kBeginSearch},
-    {"C_FindObjects", Role::kSearch},
-    {"C_FindObjectsFinal", Role::kEndSearch},
-    {"C_CreateObject", Role::kMakeObject},
-    {"C_CopyObject", Role::kMakeObject},
-    {"C_GenerateKey", Role::kMakeObject},
-    {"C_UnwrapKey", Role::kMakeObject},
-    {"C_DeriveKey", Role::kMakeObject},
-    {"C_GenerateKeyPair", Role::kMakeKeyPair},
-    {"C_GetAttributeValue", Role::kReadAttributes},
-    {"C_GetTokenInfo", Role::kTokenInfo},
-};
-
-// Functions that only ask; calling them again and again is polling.
-constexpr std::string_view kAsking[] = {"C_GetInfo",          "C_GetSlotList",      "C_GetSlotInfo",
-                                        "C_GetTokenInfo",     "C_GetMechanismList", "C_GetMechanismInfo",
-                                        "C_WaitForSlotEvent", "C_GetSessionInfo",   "CA_WaitForSlotEvent"};
-
 struct Figures {
-    Role role = Role::kOther;
+    CallRole role = CallRole::kOther;
     bool isAsking = false;
     std::uint64_t calls = 0;
     std::uint64_t errors = 0;
@@ -81,13 +34,6 @@ struct Handle {
     std::uint32_t process = 0;
     std::uint64_t handle = 0;
     friend auto operator<=>(const Handle&, const Handle&) = default;
-};
-
-struct ObjectInfo {
-    std::string label;
-    std::string id;
-    std::string objectClass;
-    bool IsEmpty() const { return label.empty() && id.empty() && objectClass.empty(); }
 };
 
 struct Key {
@@ -107,75 +53,10 @@ struct Slot {
     std::string serial;
 };
 
-std::string Hex(std::string_view bytes) {
-    static constexpr char kDigits[] = "0123456789abcdef";
-    std::string hex;
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        hex += {kDigits[value >> 4], kDigits[value & 15]};
-    }
-    return hex;
-}
-
-// A text that a fixed field is padded with blanks to.
-std::string Trimmed(std::string_view text) {
-    const std::size_t last = text.find_last_not_of(std::string_view(" \0", 2));
-    return std::string(text.substr(0, last == text.npos ? 0 : last + 1));
-}
-
-// The number that an attribute's value is, whatever the log shows of it.
-std::optional<std::uint64_t> NumberOfAttribute(const Value& attribute) {
-    for (const Value& value : attribute.children) {
-        if (value.name == "value" && value.number) return value.number;
-    }
-    if (!attribute.bytes || attribute.bytes->size() != sizeof(std::uint64_t)) return std::nullopt;
-    std::uint64_t number = 0;
-    std::memcpy(&number, attribute.bytes->data(), sizeof number);
-    return number;
-}
-
-std::string TextOfAttribute(const Value& attribute) {
-    for (const Value& value : attribute.children) {
-        if (value.name == "value" && value.bytes) return *value.bytes;
-    }
-    return attribute.bytes.value_or("");
-}
-
-void ReadAttributes(const std::vector<Value>& children, ObjectInfo& info) {
-    for (const Value& list : children) {
-        if (list.kind != "AttributeList") continue;
-        for (const Value& attribute : list.children) {
-            if (attribute.type == "CKA_LABEL") {
-                info.label = TextOfAttribute(attribute);
-            } else if (attribute.type == "CKA_ID") {
-                info.id = Hex(TextOfAttribute(attribute));
-            } else if (attribute.type == "CKA_CLASS") {
-                if (const auto number = NumberOfAttribute(attribute)) {
-                    info.objectClass = GetObjectClass(*number);
-                } else if (const std::string name = TextOfAttribute(attribute); name.starts_with("CKO_")) {
-                    info.objectClass = name;
-                }
-            }
-        }
-    }
-}
-
 void FillInfo(ObjectInfo& info, const ObjectInfo& other) {
     if (info.label.empty()) info.label = other.label;
     if (info.id.empty()) info.id = other.id;
     if (info.objectClass.empty()) info.objectClass = other.objectClass;
-}
-
-// The first numbers of a kind, those of lists included.
-void CollectNumbers(const std::vector<Value>& children, std::string_view kind,
-                    std::vector<std::uint64_t>& numbers) {
-    for (const Value& child : children) {
-        if (child.kind == kind && child.number) numbers.push_back(*child.number);
-        if (child.kind != "ObjectHandleList") continue;
-        for (const Value& element : child.children) {
-            if (element.number) numbers.push_back(*element.number);
-        }
-    }
 }
 
 ReportedCall Reported(const Call& call) {
@@ -277,10 +158,8 @@ struct ReportBuilder::OfLog {
         functions.resize(FunctionCount());
         for (std::size_t i = known; i < functions.size(); ++i) {
             const std::string_view name = FunctionName(FunctionIndex(i));
-            for (const RoleRow& row : kRoles) {
-                if (row.function == name) functions[i].role = row.role;
-            }
-            functions[i].isAsking = std::ranges::find(kAsking, name) != std::end(kAsking);
+            functions[i].role = RoleOf(name);
+            functions[i].isAsking = IsAsking(name);
         }
     }
 
@@ -344,61 +223,56 @@ struct ReportBuilder::OfLog {
         thread.length = 0;
     }
 
-    void TakeRole(Role role, const Call& call) {
+    void TakeRole(CallRole role, const Call& call) {
         const bool isOk = call.hasEnd && call.result == "CKR_OK";
         const Handle session{call.process, call.fields.session.value_or(0)};
         switch (role) {
-            case Role::kOther:
+            case CallRole::kOther:
                 return;
-            case Role::kOpenSession:
+            case CallRole::kOpenSession:
                 if (!isOk || !call.fields.session) return;
                 ++sessionsOpened;
                 sessions[session] = {call.fields.slot.value_or(0), Reported(call)};
                 return;
-            case Role::kCloseSession:
+            case CallRole::kCloseSession:
                 if (isOk) sessionsClosed += sessions.erase(session);
                 return;
-            case Role::kCloseAllSessions:
-            case Role::kFinalize:
+            case CallRole::kCloseAllSessions:
+            case CallRole::kFinalize:
                 if (!isOk) return;
                 sessionsClosed += std::erase_if(sessions, [&](const auto& open) {
                     return open.first.process == call.process &&
-                           (role == Role::kFinalize || open.second.slot == call.fields.slot);
+                           (role == CallRole::kFinalize || open.second.slot == call.fields.slot);
                 });
                 return;
-            case Role::kLogin:
+            case CallRole::kLogin:
                 if (call.IsError()) TakeLoginFailure(call);
                 return;
-            case Role::kBeginSearch: {
-                ObjectInfo info;
-                ReadAttributes(call.In(), info);
-                searches[session] = std::move(info);
+            case CallRole::kBeginSearch:
+                searches[session] = InfoIn(call.In());
                 return;
-            }
-            case Role::kSearch: {
+            case CallRole::kSearch: {
                 const auto search = searches.find(session);
-                if (!isOk || search == searches.end() || search->second.IsEmpty()) return;
-                std::vector<std::uint64_t> handles;
-                CollectNumbers(call.Out(), "ObjectHandle", handles);
-                for (const std::uint64_t handle : handles)
-                    FillInfo(keys[{call.process, handle}].info, search->second);
+                if (search == searches.end() || search->second.IsEmpty()) return;
+                for (const ToldObject& found : ObjectsToldBy(role, call))
+                    FillInfo(keys[{call.process, found.handle}].info, search->second);
                 return;
             }
-            case Role::kEndSearch:
+            case CallRole::kEndSearch:
                 searches.erase(session);
                 return;
-            case Role::kMakeObject:
-            case Role::kMakeKeyPair:
-                if (isOk) TakeNewObjects(role, call);
+            case CallRole::kMakeObject:
+            case CallRole::kMakeKeyPair:
+                // The handle may have been another object's before.
+                for (ToldObject& made : ObjectsToldBy(role, call))
+                    keys[{call.process, made.handle}].info = std::move(made.info);
                 return;
-            case Role::kReadAttributes: {
-                if (!isOk || !call.fields.object) return;
-                ObjectInfo info;
-                ReadAttributes(call.Out(), info);
-                if (!info.IsEmpty()) FillInfo(keys[{call.process, *call.fields.object}].info, info);
+            case CallRole::kReadAttributes:
+                for (const ToldObject& read : ObjectsToldBy(role, call)) {
+                    if (!read.info.IsEmpty()) FillInfo(keys[{call.process, read.handle}].info, read.info);
+                }
                 return;
-            }
-            case Role::kTokenInfo:
+            case CallRole::kTokenInfo:
                 if (isOk && call.fields.slot) TakeToken(*call.fields.slot, call);
                 return;
         }
@@ -412,32 +286,12 @@ struct ReportBuilder::OfLog {
         failure.last = seen;
     }
 
-    void TakeNewObjects(Role role, const Call& call) {
-        std::vector<std::uint64_t> handles;
-        CollectNumbers(call.Out(), "ObjectHandle", handles);
-        std::vector<Value> templates = call.In();
-        std::erase_if(templates, [](const Value& value) { return value.kind != "AttributeList"; });
-        const std::size_t pairs = role == Role::kMakeKeyPair ? 2 : 1;
-        for (std::size_t i = 0; i < pairs && i < handles.size() && i < templates.size(); ++i) {
-            ObjectInfo info;
-            ReadAttributes({templates[i]}, info);
-            if (role == Role::kMakeKeyPair && info.objectClass.empty())
-                info.objectClass = i == 0 ? "CKO_PUBLIC_KEY" : "CKO_PRIVATE_KEY";
-            // The handle may have been another object's before.
-            keys[{call.process, handles[i]}].info = std::move(info);
-        }
-    }
-
     void TakeToken(std::uint64_t number, const Call& call) {
         Slot& slot = slots[number];
         if (!slot.token.empty() || !slot.serial.empty()) return;
-        for (const Value& info : call.Out()) {
-            if (info.kind != "TokenInfo") continue;
-            for (const Value& member : info.children) {
-                if (member.name == "label") slot.token = Trimmed(member.bytes.value_or(""));
-                if (member.name == "serialNumber") slot.serial = Trimmed(member.bytes.value_or(""));
-            }
-        }
+        ToldToken token = TokenToldBy(call);
+        slot.token = std::move(token.label);
+        slot.serial = std::move(token.serial);
     }
 
     void TakeFields(const Call& call) {

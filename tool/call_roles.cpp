@@ -1,0 +1,181 @@
+#include "tool/call_roles.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+#include "functions/pkcs11_names.h"
+
+namespace ckscribe {
+
+namespace {
+
+struct RoleRow {
+    std::string_view function;
+    CallRole role;
+};
+constexpr RoleRow kRoles[] = {
+    {"C_OpenSession", CallRole::kOpenSession},
+    {"CA_OpenSession", CallRole::kOpenSession},
+    {"C_CloseSession", CallRole::kCloseSession},
+    {"C_CloseAllSessions", CallRole::kCloseAllSessions},
+    {"C_Finalize", CallRole::kFinalize},
+    {"C_Login", CallRole::kLogin},
+    {"CA_IndirectLogin", CallRole::kLogin},
+    {"C_FindObjectsInit", CallRole::kBeginSearch},
+    {"C_FindObjects", CallRole::kSearch},
+    {"C_FindObjectsFinal", CallRole::kEndSearch},
+    {"C_CreateObject", CallRole::kMakeObject},
+    {"C_CopyObject", CallRole::kMakeObject},
+    {"C_GenerateKey", CallRole::kMakeObject},
+    {"C_UnwrapKey", CallRole::kMakeObject},
+    {"C_DeriveKey", CallRole::kMakeObject},
+    {"C_GenerateKeyPair", CallRole::kMakeKeyPair},
+    {"C_GetAttributeValue", CallRole::kReadAttributes},
+    {"C_GetTokenInfo", CallRole::kTokenInfo},
+};
+
+// Functions that only ask; calling them again and again is polling.
+constexpr std::string_view kAsking[] = {"C_GetInfo",          "C_GetSlotList",      "C_GetSlotInfo",
+                                        "C_GetTokenInfo",     "C_GetMechanismList", "C_GetMechanismInfo",
+                                        "C_WaitForSlotEvent", "C_GetSessionInfo",   "CA_WaitForSlotEvent"};
+
+// The names stand in the order of CallRole.
+constexpr std::string_view kRoleNames[] = {
+    "",           "open session", "close session", "close all sessions",
+    "finalize",   "log in",       "begin search",  "search",
+    "end search", "make object",  "make key pair", "read attributes",
+    "token info"};
+
+std::string Hex(std::string_view bytes) {
+    static constexpr char kDigits[] = "0123456789abcdef";
+    std::string hex;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        hex += {kDigits[value >> 4], kDigits[value & 15]};
+    }
+    return hex;
+}
+
+// A text that a fixed field is padded with blanks to.
+std::string Trimmed(std::string_view text) {
+    const std::size_t last = text.find_last_not_of(std::string_view(" \0", 2));
+    return std::string(text.substr(0, last == text.npos ? 0 : last + 1));
+}
+
+// The number that an attribute's value is, whatever the log shows of it.
+std::optional<std::uint64_t> NumberOfAttribute(const Value& attribute) {
+    for (const Value& value : attribute.children) {
+        if (value.name == "value" && value.number) return value.number;
+    }
+    if (!attribute.bytes || attribute.bytes->size() != sizeof(std::uint64_t)) return std::nullopt;
+    std::uint64_t number = 0;
+    std::memcpy(&number, attribute.bytes->data(), sizeof number);
+    return number;
+}
+
+std::string TextOfAttribute(const Value& attribute) {
+    for (const Value& value : attribute.children) {
+        if (value.name == "value" && value.bytes) return *value.bytes;
+    }
+    return attribute.bytes.value_or("");
+}
+
+// The first numbers of a kind, those of lists included.
+void CollectNumbers(const std::vector<Value>& children, std::string_view kind,
+                    std::vector<std::uint64_t>& numbers) {
+    for (const Value& child : children) {
+        if (child.kind == kind && child.number) numbers.push_back(*child.number);
+        if (child.kind != "ObjectHandleList") continue;
+        for (const Value& element : child.children) {
+            if (element.number) numbers.push_back(*element.number);
+        }
+    }
+}
+
+bool IsOk(const Call& call) { return call.hasEnd && call.result == "CKR_OK"; }
+
+std::vector<std::uint64_t> HandlesIn(const std::vector<Value>& children) {
+    std::vector<std::uint64_t> handles;
+    CollectNumbers(children, "ObjectHandle", handles);
+    return handles;
+}
+
+std::vector<ToldObject> MadeObjects(CallRole role, const Call& call) {
+    std::vector<ToldObject> objects;
+    const std::vector<std::uint64_t> handles = HandlesIn(call.Out());
+    std::vector<Value> templates = call.In();
+    std::erase_if(templates, [](const Value& value) { return value.kind != "AttributeList"; });
+    const std::size_t pairs = role == CallRole::kMakeKeyPair ? 2 : 1;
+    for (std::size_t i = 0; i < pairs && i < handles.size() && i < templates.size(); ++i) {
+        ObjectInfo info = InfoIn({templates[i]});
+        if (role == CallRole::kMakeKeyPair && info.objectClass.empty())
+            info.objectClass = i == 0 ? "CKO_PUBLIC_KEY" : "CKO_PRIVATE_KEY";
+        objects.push_back({handles[i], std::move(info)});
+    }
+    return objects;
+}
+
+}  // namespace
+
+CallRole RoleOf(std::string_view function) {
+    const auto* const row = std::ranges::find(kRoles, function, &RoleRow::function);
+    return row == std::end(kRoles) ? CallRole::kOther : row->role;
+}
+
+std::string_view NameOf(CallRole role) { return kRoleNames[static_cast<std::size_t>(role)]; }
+
+bool IsAsking(std::string_view function) { return std::ranges::find(kAsking, function) != std::end(kAsking); }
+
+ObjectInfo InfoIn(const std::vector<Value>& children) {
+    ObjectInfo info;
+    for (const Value& list : children) {
+        if (list.kind != "AttributeList") continue;
+        for (const Value& attribute : list.children) {
+            if (attribute.type == "CKA_LABEL") {
+                info.label = TextOfAttribute(attribute);
+            } else if (attribute.type == "CKA_ID") {
+                info.id = Hex(TextOfAttribute(attribute));
+            } else if (attribute.type == "CKA_CLASS") {
+                if (const auto number = NumberOfAttribute(attribute)) {
+                    info.objectClass = GetObjectClass(*number);
+                } else if (const std::string name = TextOfAttribute(attribute); name.starts_with("CKO_")) {
+                    info.objectClass = name;
+                }
+            }
+        }
+    }
+    return info;
+}
+
+std::vector<ToldObject> ObjectsToldBy(CallRole role, const Call& call) {
+    std::vector<ToldObject> objects;
+    if (!IsOk(call)) return objects;
+    switch (role) {
+        case CallRole::kSearch:
+            for (const std::uint64_t handle : HandlesIn(call.Out())) objects.push_back({handle, {}});
+            return objects;
+        case CallRole::kMakeObject:
+        case CallRole::kMakeKeyPair:
+            return MadeObjects(role, call);
+        case CallRole::kReadAttributes:
+            if (call.fields.object) objects.push_back({*call.fields.object, InfoIn(call.Out())});
+            return objects;
+        default:
+            return objects;
+    }
+}
+
+ToldToken TokenToldBy(const Call& call) {
+    ToldToken token;
+    for (const Value& info : call.Out()) {
+        if (info.kind != "TokenInfo") continue;
+        for (const Value& member : info.children) {
+            if (member.name == "label") token.label = Trimmed(member.bytes.value_or(""));
+            if (member.name == "serialNumber") token.serial = Trimmed(member.bytes.value_or(""));
+        }
+    }
+    return token;
+}
+
+}  // namespace ckscribe
