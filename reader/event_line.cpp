@@ -247,7 +247,10 @@ void SetPlain(Value& value, const element& json) {
             const std::string_view text = json;
             std::uint64_t number = 0;
             const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-            if (error == std::errc() && end == text.data() + text.size()) {
+            // A smaller number is written without quotes; such digits are a text, a serial number perhaps.
+            constexpr std::uint64_t kLargestPlain = std::uint64_t{1} << 53;
+            const bool isNumber = error == std::errc() && end == text.data() + text.size();
+            if (isNumber && number > kLargestPlain && !text.starts_with('0')) {
                 value.number = number;
             } else {
                 SetBytes(value, text);
@@ -330,6 +333,16 @@ std::vector<Value> ChildrenOfEvent(std::string_view line, std::string_view membe
         return values;
     for (const element child : children) values.push_back(ValueOf(child));
     return values;
+}
+
+std::string MemberOfEvent(std::string_view line, std::string_view member) {
+    thread_local simdjson::dom::parser parser;
+    simdjson::dom::array children;
+    element document;
+    if (parser.parse(line.data(), line.size()).get(document) != simdjson::SUCCESS ||
+        document[member].get(children) != simdjson::SUCCESS)
+        return {};
+    return simdjson::minify(children);
 }
 
 }  // namespace ckscribe

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -30,5 +31,8 @@ private:
 
 // The children "in" or "out" of an event's line; none when the line has none.
 std::vector<Value> ChildrenOfEvent(std::string_view line, std::string_view member);
+
+// The same member as JSON without white space; empty when the line has none.
+std::string MemberOfEvent(std::string_view line, std::string_view member);
 
 }  // namespace ckscribe

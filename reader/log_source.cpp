@@ -29,7 +29,7 @@ using std::string_view_literals::operator""sv;
 
 constexpr std::size_t kHead = 8;
 
-bool IsPacked(std::string_view head) {
+bool HasMagic(std::string_view head) {
     for (const std::string_view magic : {"\x1f\x8b"sv,
                                          "\xfd"
                                          "7zXZ\0"sv,
@@ -72,6 +72,11 @@ bool LogSource::Open(const std::string& path) {
     } else {
         writtenAt = std::time(nullptr);
     }
+    return Begin();
+}
+
+// Reads enough to see whether the file is packed.
+bool LogSource::Begin() {
     head.resize(kHead);
     std::size_t count = 0;
     while (count < kHead) {
@@ -80,7 +85,7 @@ bool LogSource::Open(const std::string& path) {
         count += more;
     }
     head.resize(count);
-    if (!IsPacked(head)) return error.empty();
+    if (!HasMagic(head)) return error.empty();
 
     unpacker = std::make_unique<Unpacker>();
     archive_read_support_filter_all(unpacker->stream);
@@ -105,6 +110,46 @@ std::size_t LogSource::ReadFile(char* bytes, std::size_t count) {
         bytesRead += static_cast<std::uint64_t>(got);
         return static_cast<std::size_t>(got);
     }
+}
+
+bool LogSource::Rewind() {
+    if (descriptor < 0 || lseek(descriptor, 0, SEEK_SET) != 0) return false;
+    unpacker.reset();
+    error.clear();
+    bytesRead = 0;
+    return Begin();
+}
+
+bool LogSource::Skip(std::uint64_t count) {
+    const std::uint64_t buffered = unpacker == nullptr ? std::min<std::uint64_t>(count, head.size()) : 0;
+    head.erase(0, buffered);
+    count -= buffered;
+    if (unpacker == nullptr) {
+        struct stat status {};
+        const off_t now = lseek(descriptor, 0, SEEK_CUR);
+        if (now < 0 || fstat(descriptor, &status) != 0) return false;
+        const off_t next = now + static_cast<off_t>(count);
+        return next <= status.st_size && lseek(descriptor, next, SEEK_SET) == next;
+    }
+    std::vector<char> block(256 << 10);
+    while (count != 0) {
+        const std::size_t got = Read(block.data(), std::min<std::uint64_t>(count, block.size()));
+        if (got == 0) return false;
+        count -= got;
+    }
+    return true;
+}
+
+std::string LogSource::Stamp() const {
+    struct stat status {};
+    if (descriptor < 0 || fstat(descriptor, &status) != 0) return "";
+    std::string stamp;
+    for (const auto number : {static_cast<long long>(status.st_dev), static_cast<long long>(status.st_ino),
+                              static_cast<long long>(status.st_size),
+                              static_cast<long long>(status.st_mtim.tv_sec),
+                              static_cast<long long>(status.st_mtim.tv_nsec)})
+        (stamp += std::to_string(number)) += ' ';
+    return stamp;
 }
 
 long LogSource::ReadForUnpacker(archive*, void* self, const void** bytes) {

@@ -27,6 +27,17 @@ public:
     // a compressed file that ends early gives what can be unpacked of it.
     std::size_t Read(char* bytes, std::size_t size);
 
+    // Goes back to the beginning of what is open, or leaves out the next `count` bytes. On failure (standard
+    // input, an end that comes sooner) they return false.
+    bool Rewind();
+    bool Skip(std::uint64_t count);
+
+    // The file is unpacked while it is read.
+    bool IsPacked() const { return unpacker != nullptr; }
+
+    // Tells this file, as it lies on the disk, from others and from itself after a change.
+    std::string Stamp() const;
+
     // Why nothing more can be read; empty while all is well.
     const std::string& Error() const { return error; }
 
@@ -41,6 +52,7 @@ private:
 
     std::size_t ReadFile(char* bytes, std::size_t count);
     static long ReadForUnpacker(archive*, void* source, const void** bytes);
+    bool Begin();
     void Close();
 
     int descriptor = -1;

@@ -167,12 +167,17 @@ std::vector<ToldObject> ObjectsToldBy(CallRole role, const Call& call) {
 }
 
 ToldToken TokenToldBy(const Call& call) {
+    // Many digits may be a number or a text; here they are a text.
+    const auto text = [](const Value& member) {
+        if (member.number) return std::to_string(*member.number);
+        return Trimmed(member.bytes.value_or(""));
+    };
     ToldToken token;
     for (const Value& info : call.Out()) {
         if (info.kind != "TokenInfo") continue;
         for (const Value& member : info.children) {
-            if (member.name == "label") token.label = Trimmed(member.bytes.value_or(""));
-            if (member.name == "serialNumber") token.serial = Trimmed(member.bytes.value_or(""));
+            if (member.name == "label") token.label = text(member);
+            if (member.name == "serialNumber") token.serial = text(member);
         }
     }
     return token;

@@ -1,0 +1,47 @@
+// Takes calls and makes rows of those that came from events. Text logs have no run, so that their calls
+// cannot be told from repeats: their records are counted and left out.
+//
+// Used by one thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "reader/call.h"
+#include "tool/fleet/call_row.h"
+
+namespace ckscribe {
+
+class RowSink : public CallSink {
+public:
+    explicit RowSink(std::string host) : host(std::move(host)) {}
+
+    // The calls that follow are of this log of the host.
+    void SetLog(std::string name) { log = std::move(name); }
+    void SetPositions(CallPositions next) { positions = next; }
+
+    void OnCall(const Call& call) override;
+    void OnUnreadable(const UnreadableStretch& stretch) override { unreadableLines += stretch.lines; }
+
+    const std::string& Rows() const { return rows; }
+    void DropRows() { rows.clear(); }
+    const CallPositions& Positions() const { return positions; }
+    std::uint64_t CallsOfText() const { return callsOfText; }
+    std::uint64_t UnreadableLines() const { return unreadableLines; }
+
+private:
+    const std::string host;
+    std::string log;
+    std::string rows;
+    CallPositions positions;
+    std::uint64_t callsOfText = 0;
+    std::uint64_t unreadableLines = 0;
+};
+
+// The name of a file's log on its host: its whole path without what rotation and compression add.
+std::string LogNameOf(const std::string& path);
+
+// Says that a file is a text log, or holds one, and what to do about it.
+void SayTextLog(const std::string& path);
+
+}  // namespace ckscribe

@@ -1,0 +1,210 @@
+#include "tool/fleet/shipping.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "reader/call_reader.h"
+#include "reader/log_family.h"
+#include "reader/log_source.h"
+#include "tool/exit_status.h"
+#include "tool/fleet/row_sink.h"
+#include "tool/harmless_text.h"
+#include "tool/messages.h"
+
+namespace ckscribe {
+
+namespace {
+
+// The first event of a file is looked for so far.
+constexpr std::size_t kHead = 64 << 10;
+// So much is inserted at once.
+constexpr std::size_t kBatch = 16 << 20;
+// No line is longer.
+constexpr std::size_t kLongestLine = 256 << 20;
+constexpr std::string_view kEventBegin = "{\"event\":";
+
+// Reads till there are `size` bytes or the end.
+std::string ReadUpTo(LogSource& source, std::size_t size) {
+    std::string bytes(size, '\0');
+    std::size_t count = 0;
+    while (count < size) {
+        const std::size_t more = source.Read(bytes.data() + count, size - count);
+        if (more == 0) break;
+        count += more;
+    }
+    bytes.resize(count);
+    return bytes;
+}
+
+// The first event of a file, with what stands before it.
+enum class HeadKind { kWhole, kNotYet, kNoEvent };
+struct Head {
+    HeadKind kind = HeadKind::kNotYet;
+    std::string text;
+};
+
+Head HeadOf(LogSource& source) {
+    std::string bytes = ReadUpTo(source, kHead);
+    std::size_t begin = 0;
+    while (begin < bytes.size()) {
+        const std::size_t end = bytes.find('\n', begin);
+        const bool isEvent = std::string_view(bytes).substr(begin).starts_with(kEventBegin);
+        // A line that is longer than the head is known by its beginning.
+        if (isEvent && (end != bytes.npos || bytes.size() == kHead))
+            return {HeadKind::kWhole, bytes.substr(0, end == bytes.npos ? end : end + 1)};
+        if (end == bytes.npos) break;
+        begin = end + 1;
+    }
+    const std::string_view rest = std::string_view(bytes).substr(begin);
+    const bool maySoon =
+        bytes.empty() || (!rest.empty() && (rest.starts_with(kEventBegin) || kEventBegin.starts_with(rest)));
+    return {maySoon ? HeadKind::kNotYet : HeadKind::kNoEvent, {}};
+}
+
+class Shipping {
+public:
+    Shipping(const std::vector<std::string>& paths, const std::string& host, ShippingState& state,
+             Engine& engine)
+        : paths(paths), state(state), engine(engine), sink(host) {}
+
+    int Ship() {
+        for (const LogFamily& family : FamiliesOf(paths)) {
+            positions = CallPositions();
+            for (const std::uint32_t file : family) ShipFile(paths[file]);
+        }
+        state.ForgetUnused();
+        state.Save();
+        return status;
+    }
+
+private:
+    void Complain(const std::string& path, std::string_view what) {
+        Say(fmt::format("{}: {}.", Harmless(path), what));
+        status = kNotWell;
+    }
+
+    void ShipFile(const std::string& path) {
+        LogSource source;
+        if (!source.Open(path)) return Complain(path, source.Error());
+        const std::string stamp = source.IsPacked() ? source.Stamp() : "";
+        if (!stamp.empty() && state.IsDone(stamp)) return;
+        const Head head = HeadOf(source);
+        if (head.kind == HeadKind::kNoEvent) return RefuseFile(path, source);
+        if (head.kind == HeadKind::kNotYet) {
+            if (!source.Error().empty()) Complain(path, source.Error());
+            return;
+        }
+        ShippedContent& content = state.ContentOf(FingerprintOf(head.text));
+        if (!GoOn(source, content)) {
+            if (!source.Error().empty()) Complain(path, source.Error());
+            return;
+        }
+        positions.StartBehind(content.position);
+        sink.SetLog(LogNameOf(path));
+        sink.SetPositions(positions);
+        const std::uint64_t textBefore = sink.CallsOfText();
+        const std::uint64_t unreadableBefore = sink.UnreadableLines();
+        const bool isAllRead = ShipRest(path, source, head.text, content);
+        positions.StartBehind(content.position);
+        if (sink.CallsOfText() != textBefore) {
+            SayTextLog(path);
+            status = kNotWell;
+        }
+        if (const std::uint64_t lines = sink.UnreadableLines() - unreadableBefore; lines != 0)
+            Say(fmt::format("{}: {} cannot be read and {} left out.", Harmless(path),
+                            lines == 1 ? "1 line" : fmt::format("{} lines", lines),
+                            lines == 1 ? "is" : "are"));
+        if (!source.Error().empty()) return Complain(path, source.Error());
+        if (isAllRead && !stamp.empty()) state.SetDone(stamp);
+    }
+
+    // A file that begins with no event: it is a text log, or nothing that the library writes. An empty one is
+    // neither.
+    void RefuseFile(const std::string& path, LogSource& source) {
+        source.Rewind();
+        RowSink seen("");
+        CallReader reader(seen);
+        reader.Feed(ReadUpTo(source, kBatch));
+        reader.Finish();
+        if (seen.CallsOfText() == 0) return Complain(path, "it begins with no event of a call");
+        SayTextLog(path);
+        status = kNotWell;
+    }
+
+    // Goes to where reading goes on. Returns false if there is nothing behind it.
+    bool GoOn(LogSource& source, ShippedContent& content) {
+        if (!source.Rewind()) return false;
+        if (content.offset == 0) return true;
+        const std::uint64_t size = std::min(content.offset, ShippingState::kTail);
+        // A copy that is not finished yet ends before.
+        if (!source.Skip(content.offset - size)) return false;
+        tail = ReadUpTo(source, size);
+        if (tail.size() < size) return false;
+        if (FingerprintOf(tail) == content.tail) return true;
+        content.offset = 0;
+        return source.Rewind();
+    }
+
+    // Returns whether all was read.
+    bool ShipRest(const std::string& path, LogSource& source, const std::string& head,
+                  ShippedContent& content) {
+        if (content.offset == 0) tail.clear();
+        std::string bytes;
+        while (true) {
+            const std::string more = ReadUpTo(source, kBatch);
+            const bool isAtEnd = more.size() < kBatch;
+            bytes += more;
+            // A line without its end may still be being written.
+            const std::size_t whole = bytes.rfind('\n') + 1;
+            if (whole == 0) {
+                if (isAtEnd) return true;
+                if (bytes.size() < kLongestLine) continue;
+                Complain(path, "a line is longer than 256 MiB");
+                return false;
+            }
+            // Somebody may have emptied the file after its head was read, and written more than there was.
+            if (!source.IsPacked() && !StillBeginsWith(source, head, content.offset + bytes.size()))
+                return false;
+            ShipLines(std::string_view(bytes).substr(0, whole), content);
+            bytes.erase(0, whole);
+            if (isAtEnd) return bytes.empty();
+        }
+    }
+
+    static bool StillBeginsWith(LogSource& source, const std::string& head, std::uint64_t next) {
+        return source.Rewind() && ReadUpTo(source, head.size()) == head && source.Skip(next - head.size());
+    }
+
+    void ShipLines(std::string_view lines, ShippedContent& content) {
+        CallReader reader(sink);
+        reader.Feed(lines);
+        reader.Finish();
+        if (!sink.Rows().empty()) engine.Insert(engine.Table(), sink.Rows());
+        sink.DropRows();
+        tail.append(lines.substr(lines.size() - std::min<std::size_t>(lines.size(), ShippingState::kTail)));
+        if (tail.size() > ShippingState::kTail) tail.erase(0, tail.size() - ShippingState::kTail);
+        content.offset += lines.size();
+        content.tail = FingerprintOf(tail);
+        content.position = sink.Positions().Last();
+        state.Save();
+    }
+
+    const std::vector<std::string>& paths;
+    ShippingState& state;
+    Engine& engine;
+    RowSink sink;
+    CallPositions positions;
+    std::string tail;  // the last bytes before content.offset
+    int status = kWell;
+};
+
+}  // namespace
+
+int ShipCalls(const std::vector<std::string>& paths, const std::string& host, ShippingState& state,
+              Engine& engine) {
+    return Shipping(paths, host, state, engine).Ship();
+}
+
+}  // namespace ckscribe

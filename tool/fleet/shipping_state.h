@@ -1,0 +1,69 @@
+// What `ckscribe convert --state` remembers from run to run: how much of each file an engine has.
+//
+// A file is known by its content, whatever its name: by its first event, which no other file begins with, and
+// by the bytes before the place where reading goes on. So a renamed, copied or compressed file goes on where
+// it was left, and a file that was emptied begins anew. In doubt a file is read from its beginning: a repeat
+// replaces the row that it repeats, while a gap would stay.
+//
+// Used by one thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace ckscribe {
+
+// Why the state cannot be used, as a sentence.
+struct StateError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct ShippedContent {
+    std::uint64_t offset = 0;    // so many bytes (unpacked) are done with
+    std::string tail;            // fingerprint of the last of them
+    std::uint64_t position = 0;  // of the last row
+    std::int64_t seen = 0;       // when a file last had this content, in seconds since 1970
+};
+
+class ShippingState {
+public:
+    // How many bytes before an offset are looked at, at most.
+    static constexpr std::uint64_t kTail = 4096;
+
+    // Reads the file, if there is one, and keeps other processes from using it until the end. Throws
+    // StateError, also when it is the state of another host.
+    ShippingState(std::string path, const std::string& host);
+    ~ShippingState();
+    ShippingState(const ShippingState&) = delete;
+    ShippingState& operator=(const ShippingState&) = delete;
+
+    ShippedContent& ContentOf(const std::string& fingerprint);
+
+    // Packed files that are done with, as LogSource::Stamp names them: they need not be unpacked again.
+    bool IsDone(const std::string& stamp);
+    void SetDone(const std::string& stamp);
+    // Forgets packed files that were not asked about, and contents that were not for long.
+    void ForgetUnused();
+
+    // Replaces the file at once. Throws StateError.
+    void Save();
+
+private:
+    void Read();
+
+    const std::string path;
+    const std::string host;
+    std::map<std::string, ShippedContent> contents;
+    std::set<std::string> doneFiles;
+    std::set<std::string> doneFilesOfRun;
+    int lock = -1;
+};
+
+// Names bytes: the same for the same bytes.
+std::string FingerprintOf(std::string_view bytes);
+
+}  // namespace ckscribe
