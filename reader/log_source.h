@@ -33,7 +33,7 @@ public:
     bool Skip(std::uint64_t count);
 
     // The file is unpacked while it is read.
-    bool IsPacked() const { return unpacker != nullptr; }
+    bool IsUnpacking() const { return unpacker != nullptr; }
 
     // Tells this file, as it lies on the disk, from others and from itself after a change.
     std::string Stamp() const;

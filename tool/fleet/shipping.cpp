@@ -88,7 +88,7 @@ private:
     void ShipFile(const std::string& path) {
         LogSource source;
         if (!source.Open(path)) return Complain(path, source.Error());
-        const std::string stamp = source.IsPacked() ? source.Stamp() : "";
+        const std::string stamp = source.IsUnpacking() ? source.Stamp() : "";
         if (!stamp.empty() && state.IsDone(stamp)) return;
         const Head head = HeadOf(source);
         if (head.kind == HeadKind::kNoEvent) return RefuseFile(path, source);
@@ -165,7 +165,7 @@ private:
                 return false;
             }
             // Somebody may have emptied the file after its head was read, and written more than there was.
-            if (!source.IsPacked() && !StillBeginsWith(source, head, content.offset + bytes.size()))
+            if (!source.IsUnpacking() && !StillBeginsWith(source, head, content.offset + bytes.size()))
                 return false;
             ShipLines(std::string_view(bytes).substr(0, whole), content);
             bytes.erase(0, whole);
