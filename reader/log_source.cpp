@@ -144,10 +144,10 @@ std::string LogSource::Stamp() const {
     struct stat status {};
     if (descriptor < 0 || fstat(descriptor, &status) != 0) return "";
     std::string stamp;
-    for (const auto number : {static_cast<long long>(status.st_dev), static_cast<long long>(status.st_ino),
-                              static_cast<long long>(status.st_size),
-                              static_cast<long long>(status.st_mtim.tv_sec),
-                              static_cast<long long>(status.st_mtim.tv_nsec)})
+    for (const auto number :
+         {static_cast<long long>(status.st_dev), static_cast<long long>(status.st_ino),
+          static_cast<long long>(status.st_size), static_cast<long long>(status.st_mtim.tv_sec),
+          static_cast<long long>(status.st_mtim.tv_nsec)})
         (stamp += std::to_string(number)) += ' ';
     return stamp;
 }
