@@ -23,6 +23,12 @@ function(ckscribe_compile target)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ckscribe>)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${CKSCRIBE_WERROR}>:-Werror>)
+  # What is shipped does not name the directory in which it was built. Where tests are built, people debug, and debuggers
+  # look for the sources by these names.
+  if(NOT CKSCRIBE_TESTS OR NOT BUILD_TESTING)
+    target_compile_options(${target} PRIVATE
+      -ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+  endif()
   # A missing lock is a fault and no matter of style: this warning is always an error.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety> $<$<CXX_COMPILER_ID:Clang>:-Werror=thread-safety>)
   if(CKSCRIBE_FUZZ)

@@ -1,5 +1,30 @@
 # Installs Debian packages that are missing. ./demo and ./check read this file.
 
+# What scripts/make_packages needs.
+building_packages=(
+    ccache
+    cmake
+    dpkg-dev
+    fakeroot
+    g++
+    libarchive-dev
+    libbz2-dev
+    libcli11-dev
+    libfmt-dev
+    libjs-chart.js
+    liblz4-dev
+    liblzma-dev
+    libp11-kit-dev
+    libsimdjson-dev
+    libzstd-dev
+    ninja-build
+    nlohmann-json3-dev
+    pkg-config
+    rpm
+    scdoc
+    zlib1g-dev
+)
+
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }

@@ -1,6 +1,6 @@
 """Installs what was built and looks for the library where p11-kit finds modules.
 
-Called with the build directory and the directory of libraries below the prefix.
+Called with the build directory and the directory of modules below the prefix.
 """
 
 import pathlib
@@ -8,14 +8,14 @@ import subprocess
 import sys
 import tempfile
 
-build, libraries = sys.argv[1:]
+build, directory = sys.argv[1:]
 
 with tempfile.TemporaryDirectory(prefix="ckscribe-installed.") as prefix:
     subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True, stdout=subprocess.DEVNULL)
-    modules = [path.name for path in pathlib.Path(prefix, libraries, "pkcs11").iterdir()]
+    modules = [path.name for path in pathlib.Path(prefix, directory).iterdir()]
     if modules != ["libckscribe.so"]:
         sys.exit(f"FAILED: installed as modules were {modules}")
-    module = pathlib.Path(prefix, libraries, "pkcs11", "libckscribe.so")
+    module = pathlib.Path(prefix, directory, "libckscribe.so")
     needed = subprocess.run(["readelf", "-d", module], check=True, capture_output=True, text=True).stdout
     if "libstdc++" in needed or "libgcc_s" in needed or "RUNPATH" in needed:
         sys.exit(f"FAILED: the installed library needs more than the system's own:\n{needed}")

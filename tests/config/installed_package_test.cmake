@@ -1,6 +1,6 @@
 # Installs the package below a fresh directory, and builds and uses programs there from the installed files only: a tool,
 # the example of docs/package.md, and a program with functions of its own whose names are common. Every header that an
-# installed header names, in a comment too, is installed.
+# installed header names, in a comment too, is installed. pkg-config leads to the same libraries as CMake.
 #
 # cmake -DBUILD=... -DSOURCE=... -DCOMPILER=... -DGENERATOR=... -DFLAGS=... -P installed_package_test.cmake
 
@@ -99,6 +99,14 @@ example(cpp ${directory}/example.sources/timeout.cpp)
 build(example)
 expect_of(example/timeout 0 "Misc has no Timeout.\n")
 expect_of(example/timeout 0 "Timeout is 1500.\n")
+
+# The same program, with what pkg-config says.
+file(GLOB_RECURSE pkg_config_file ${directory}/prefix/ckscribe-config.pc)
+get_filename_component(pkg_config_directory ${pkg_config_file} DIRECTORY)
+run(sh -c "options=$(PKG_CONFIG_PATH=${pkg_config_directory} pkg-config --define-variable=prefix=${directory}/prefix --cflags --libs ckscribe-config) \
+  && ${COMPILER} -std=c++20 ${FLAGS} ${directory}/example.sources/timeout.cpp $options -o ${directory}/with_pkg_config")
+file(WRITE ${directory}/Wendrafil.conf "Misc = {\n   Timeout = 2500;\n}\n")
+expect_of(with_pkg_config 0 "Timeout is 2500.\n")
 
 file(COPY ${SOURCE}/tests/config/program_with_common_names/ DESTINATION ${directory}/common.sources)
 build(common)

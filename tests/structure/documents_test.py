@@ -9,7 +9,7 @@ import unittest
 
 SOURCE = pathlib.Path(sys.argv.pop(1))
 README = SOURCE / "README.md"
-DOCUMENTS = [README, SOURCE / "CONTRIBUTING.md", *sorted((SOURCE / "docs").glob("*.md")), SOURCE / "tests/fuzz/README.md"]
+DOCUMENTS = [README, SOURCE / "CHANGELOG.md", SOURCE / "CONTRIBUTING.md", *sorted((SOURCE / "docs").glob("*.md")), SOURCE / "tests/fuzz/README.md"]
 
 MOST_LINES_OF_README = 120
 LINES_OF_FIRST_SCREEN = 24

@@ -1,0 +1,13 @@
+// Which build of the library a file is. No code reads it: `strings libckscribe.so | grep '^ckscribe '` does.
+
+namespace {
+
+// Without these attributes compiler and linker leave it out.
+#if __has_cpp_attribute(gnu::retain)
+[[gnu::used, gnu::retain]]
+#else
+[[gnu::used]]
+#endif
+constexpr char kIdentity[] = "ckscribe " CKSCRIBE_VERSION " (commit " CKSCRIBE_COMMIT ")";
+
+}  // namespace

@@ -1,0 +1,37 @@
+"""The drop-in for services: systemd takes it, and it sets what it says.
+
+systemd_test.py EXAMPLES"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+EXAMPLES = pathlib.Path(sys.argv.pop(1))
+
+
+class DropIn(unittest.TestCase):
+    def verify(self, text):
+        """What systemd says of a service with this drop-in."""
+        with tempfile.TemporaryDirectory(prefix="ckscribe-systemd.") as directory:
+            service = pathlib.Path(directory, "signer.service")
+            service.write_text("[Service]\nType=oneshot\nExecStart=/bin/true\nProtectSystem=strict\n")
+            drop_in = pathlib.Path(directory, "signer.service.d/ckscribe.conf")
+            drop_in.parent.mkdir()
+            drop_in.write_text(text)
+            done = subprocess.run(["systemd-analyze", "verify", "--man=no", service], capture_output=True, text=True, timeout=50,
+                                  env=os.environ | {"SYSTEMD_UNIT_PATH": f"{directory}:/lib/systemd/system"})
+            return [line for line in (done.stdout + done.stderr).splitlines() if directory in line]
+
+    def test_Example_IsTakenWithoutAWord(self):
+        self.assertEqual(self.verify((EXAMPLES / "ckscribe-service.conf").read_text()), [])
+
+    def test_ExampleWithAMisspeltKey_IsNotTaken(self):
+        text = (EXAMPLES / "ckscribe-service.conf").read_text().replace("LogsDirectoryMode", "LogDirectoryMode")
+        self.assertRegex("".join(self.verify(text)), "LogDirectoryMode")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
