@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 namespace ckscribe {
@@ -13,10 +14,15 @@ namespace {
 
 constexpr std::size_t kWidth = 30;
 
+// Tests set the variable, so that they need no log that takes a second.
+std::chrono::milliseconds TimeBeforeFirst() {
+    const char* const set = std::getenv("CKSCRIBE_PROGRESS_AFTER_MS");
+    return std::chrono::milliseconds(set != nullptr ? std::atoi(set) : 1000);
+}
+
 }  // namespace
 
-ProgressBar::ProgressBar()
-    : isOnTerminal(isatty(STDERR_FILENO) == 1), next(begin + std::chrono::seconds(1)) {}
+ProgressBar::ProgressBar() : isOnTerminal(isatty(STDERR_FILENO) == 1), next(begin + TimeBeforeFirst()) {}
 
 ProgressBar::~ProgressBar() {
     if (isShown) std::fputs("\r\033[K", stderr);

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -74,8 +75,10 @@ int Follow(Options& options, ShownCalls& calls) {
             SayMissedDurations(options.filter);
             hasSaid = true;
         }
+        if (std::ranges::all_of(logs, &FollowedLog::IsEnded)) break;
         if (!isNews) std::this_thread::sleep_for(kPause);
     }
+    return std::ranges::any_of(logs, &FollowedLog::IsUseless) ? kNotWell : kWell;
 }
 
 int Run(Options& options) {

@@ -1,6 +1,9 @@
 """Calls that are shown, selected and followed."""
+import gzip
+import lzma
 import os
 import pathlib
+import pty
 import re
 import select
 import subprocess
@@ -110,6 +113,15 @@ class Filters(unittest.TestCase):
         text = ckscribe("show", "--records", str(OLD)).stdout
         self.assertEqual(sorted(text.split("Command(")), sorted((OLD.read_text()[1:] + "\n").split("Command(")))
 
+    def test_name_that_is_not_known_is_said_with_the_nearest_one(self):
+        done = ckscribe("show", "--function", "Sign,C_Login,C_Lgin", "--result", "PIN_INCORRECT,CKR_UNKNOWN,CKR_OKAY", "-", input=LOG)
+        self.assertEqual((done.returncode, done.stdout), (0, ""))
+        self.assertEqual(done.stderr.splitlines(), [
+            'ckscribe: "Sign" is no function that is known here. The nearest one is C_Sign.',
+            'ckscribe: "C_Lgin" is no function that is known here. The nearest one is C_Login.',
+            'ckscribe: "PIN_INCORRECT" is no result that is known here. The nearest one is CKR_PIN_INCORRECT.',
+            'ckscribe: "CKR_OKAY" is no result that is known here. The nearest one is CKR_OK.'])
+
     def test_arguments_that_make_no_sense_are_wrong_use(self):
         for arguments in (["--slower", "5"], ["--last", "soon"], ["--since", "25:00"], ["--process", "x"], ["--date", "x"]):
             with self.subTest(arguments):
@@ -117,8 +129,8 @@ class Filters(unittest.TestCase):
 
 
 class Follower:
-    def __init__(self, *arguments):
-        self.process = subprocess.Popen([TOOL, "show", "-f", *map(str, arguments)], stdout=subprocess.PIPE)
+    def __init__(self, *arguments, **options):
+        self.process = subprocess.Popen([TOOL, "show", "-f", *map(str, arguments)], **options, stdout=subprocess.PIPE)
         self.text = b""
 
     def __enter__(self):
@@ -129,7 +141,7 @@ class Follower:
         self.process.wait()
         self.process.stdout.close()
 
-    def lines(self, count, seconds=20):
+    def lines(self, count, seconds=60):
         """All lines so far, at least `count` of them unless the time is over."""
         end = time.monotonic() + seconds
         while self.text.count(b"\n") < count and time.monotonic() < end:
@@ -171,6 +183,126 @@ class Following(unittest.TestCase):
                 self.assertEqual(follower.lines(1), ["10:15:30 1 C_Initialize() = ?"])
                 self.assertGreater(time.monotonic() - began, 0.9)
                 self.assertEqual(len(follower.lines(2, seconds=1.5)), 1)
+
+
+
+    def test_rotated_files_are_shown_before_the_one_that_grows_whatever_packs_them(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            path.with_name("calls.log.2.gz").write_bytes(gzip.compress(call(2, "Finalize", True).encode()))
+            path.with_name("calls.log.1").write_text(call(2, "Finalize", False))
+            path.write_text(call(1, "Initialize", False))
+            with Follower(path, path.with_name("calls.log.1"), path.with_name("calls.log.2.gz")) as follower:
+                self.assertEqual(follower.lines(2), ["10:15:30 1 C_Finalize() = CKR_OK", "10:15:30 1 C_Initialize() = CKR_OK"])
+
+    def test_compressed_file_is_shown_and_then_what_takes_its_place(self):
+        for packed in (gzip.compress, lzma.compress):
+            with tempfile.TemporaryDirectory() as folder, self.subTest(packed.__module__):
+                path = pathlib.Path(folder, "calls.log.1.gz")
+                path.write_bytes(packed((call(2, "Finalize", True) + call(1, "Initialize", False)).encode()))
+                with Follower(path) as follower:
+                    self.assertEqual(follower.lines(1)[:1], ["10:15:30 1 C_Initialize() = CKR_OK"])
+                    # Rotation renames what it has packed.
+                    new = path.with_name("new")
+                    new.write_bytes(packed(call(2, "Finalize", False).encode()))
+                    new.rename(path)
+                    self.assertEqual([line for line in follower.lines(2) if not line.endswith("?")][1:],
+                                     ["10:15:30 1 C_Finalize() = CKR_OK"])
+
+    def test_standard_input_is_followed_to_its_end(self):
+        with Follower("-", stdin=subprocess.PIPE) as follower:
+            follower.process.stdin.write((call(1, "Initialize", False) + call(2, "Finalize", True)).encode())
+            follower.process.stdin.flush()
+            self.assertEqual(follower.lines(2), ["10:15:30 1 C_Initialize() = CKR_OK", "10:15:30 1 C_Finalize() = ?"])
+            follower.process.stdin.write((call(3, "Logout", True)).encode())
+            follower.process.stdin.close()
+            # The call that was shown in progress is not shown once more.
+            self.assertEqual(follower.lines(3)[2:], ["10:15:30 1 C_Logout() = ?"])
+            self.assertEqual(follower.process.wait(60), 0)
+            self.assertEqual(follower.lines(4, seconds=0.5)[3:], [])
+
+    def test_fifo_is_followed_from_writer_to_writer(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            os.mkfifo(path)
+            with Follower(path) as follower:
+                for count, function in enumerate(("Initialize", "Finalize"), 1):
+                    with open(path, "w") as log:
+                        log.write(call(1, function, False) + "\n")
+                    self.assertEqual(follower.lines(count)[count - 1:], [f"10:15:30 1 C_{function}() = CKR_OK"])
+
+    def test_file_that_is_not_there_yet_is_said_and_awaited(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            with Follower(path, stderr=subprocess.PIPE) as follower:
+                self.assertEqual(follower.process.stderr.readline().decode(),
+                                 f"ckscribe: {path}: No such file or directory. It is read as soon as that is possible.\n")
+                path.write_text(call(1, "Initialize", False))
+                self.assertEqual(follower.lines(1), ["10:15:30 1 C_Initialize() = CKR_OK"])
+                follower.process.stderr.close()
+
+    def test_directory_cannot_be_followed(self):
+        done = ckscribe("show", "-f", "/")
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (1, "", "ckscribe: /: Is a directory.\n"))
+
+    def test_records_and_filters_work_while_following(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            path.write_text(LOG)
+            with Follower("--records", "--errors", path) as follower:
+                self.assertEqual(follower.lines(3), LOG.split("\n")[0:3])
+                failed = "\n10:15:33 00001--03:FINISign ***CKR_DEVICE_ERROR***1clks {}"
+                with open(path, "a") as log:
+                    log.write(call(8, "Finalize", False) + failed)
+                self.assertEqual(follower.lines(4)[3:], [failed[1:]])
+
+
+class Progress(unittest.TestCase):
+    """The bar on a terminal, which standard error is here."""
+
+    def run_on_terminal(self, *arguments, environment=None, feed=None):
+        """What the terminal got, when the command has ended with 0."""
+        ours, theirs = pty.openpty()
+        process = subprocess.Popen([TOOL, *map(str, arguments)], env=os.environ | (environment or {}), stderr=theirs,
+                                   stdout=subprocess.DEVNULL, stdin=subprocess.PIPE)
+        os.close(theirs)
+        if feed:
+            feed(process.stdin)
+        process.stdin.close()
+        text = b""
+        try:
+            while piece := os.read(ours, 65536):
+                text += piece
+        except OSError:  # the other side is closed
+            pass
+        os.close(ours)
+        self.assertEqual(process.wait(100), 0)
+        return text.decode()
+
+    def test_bar_shows_how_much_is_done_with_rate_and_time_left_and_goes(self):
+        for command in (["report"], ["show"], ["convert", "--to", "csv"], ["diff", NEW]):
+            with self.subTest(command[0]):
+                text = self.run_on_terminal(*command, NEW, environment={"CKSCRIBE_PROGRESS_AFTER_MS": "0"})
+                bar = re.match(r"\r\x1b\[K\[(=*) *\] +(\d+) %  \d+ MB/s  \d+:\d\d left", text)
+                self.assertTrue(bar, text)
+                self.assertAlmostEqual(len(bar[1]) / 30, int(bar[2]) / 100, delta=0.04)
+                self.assertTrue(text.endswith("\r\x1b[K"), text)
+
+    def test_bar_comes_after_a_second_only(self):
+        self.assertEqual(self.run_on_terminal("report", NEW, environment={"CKSCRIBE_PROGRESS_AFTER_MS": "3600000"}), "")
+
+        def feed(pipe):
+            pipe.write(NEW.read_bytes() * 3)
+            pipe.flush()
+            # The command has begun by now.
+            time.sleep(1.2)
+            pipe.write(NEW.read_bytes() * 3)
+
+        self.assertRegex(self.run_on_terminal("report", "-", feed=feed), r"\A\r\x1b\[K\d+ MB  \d+ MB/s")
+
+    def test_there_is_no_bar_where_standard_error_is_no_terminal(self):
+        done = ckscribe("report", str(NEW), environment={"CKSCRIBE_PROGRESS_AFTER_MS": "0"})
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
 
 
 main()

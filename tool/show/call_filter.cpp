@@ -1,11 +1,20 @@
 #include "tool/show/call_filter.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <charconv>
 #include <ctime>
+#include <span>
 
+#include "functions/pkcs11_names.h"
 #include "reader/log_reading.h"
+#include "reader/recorded_functions.h"
+#include "reader/result_names.h"
+#include "tool/harmless_text.h"
 #include "tool/log_arguments.h"
+#include "tool/messages.h"
+#include "tool/nearest_name.h"
 
 namespace ckscribe {
 
@@ -50,6 +59,34 @@ template <class Number>
 bool Selects(const std::vector<std::int64_t>& numbers, const std::optional<Number>& number) {
     if (numbers.empty()) return true;
     return number && std::ranges::find(numbers, static_cast<std::int64_t>(*number)) != numbers.end();
+}
+
+// A slip in a name selects nothing, and the reader must learn why. A log may still have names that this
+// version does not know.
+void SayUnknownName(const std::string& name, std::string_view prefix, std::string_view what,
+                    std::span<const std::string_view> known) {
+    const std::string prefixed = fmt::format("{}{}", prefix, name);
+    const std::string_view nearest =
+        std::ranges::find(known, prefixed) != known.end() ? prefixed : FindNearestName(name, known).name;
+    Say(fmt::format("{} is no {} that is known here. The nearest one is {}.", InQuotes(name), what, nearest));
+}
+
+void SayUnknownFunctions(const std::vector<std::string>& functions) {
+    std::vector<std::string_view> known;
+    for (std::size_t i = 0; i < FunctionCount(); ++i)
+        known.push_back(FunctionName(FunctionIndex{static_cast<std::uint16_t>(i)}));
+    for (const std::string& name : functions) {
+        if (std::ranges::find(known, name) == known.end()) SayUnknownName(name, "C_", "function", known);
+    }
+}
+
+void SayUnknownResults(const std::vector<std::string>& results) {
+    std::vector<std::string_view> known;
+    for (const ReturnValueRow& row : CKR_LookupTable) known.push_back(row.name);
+    for (const std::string& name : results) {
+        if (name != kUnknownResult && FindResult(name) == nullptr)
+            SayUnknownName(name, "CKR_", "result", known);
+    }
 }
 
 bool IsNamed(const std::vector<std::string>& names, std::string_view name) {
@@ -126,6 +163,8 @@ void CallFilter::AddTo(CLI::App& command) {
 
 void CallFilter::Prepare(bool inUtc) {
     isUtc = inUtc;
+    SayUnknownFunctions(functions);
+    SayUnknownResults(results);
     processes = NumbersOf("--process", processTexts);
     threads = NumbersOf("--thread", threadTexts);
     sessions = NumbersOf("--session", sessionTexts);

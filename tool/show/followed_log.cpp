@@ -1,10 +1,18 @@
 #include "tool/show/followed_log.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
 #include "reader/log_source.h"
+#include "tool/harmless_text.h"
+#include "tool/messages.h"
 
 namespace ckscribe {
 
@@ -13,35 +21,70 @@ namespace {
 constexpr std::size_t kBlock = 1 << 20;
 constexpr std::chrono::seconds kInProgress{1};
 
+bool IsPackedFile(const std::string& path) {
+    LogSource source;
+    return source.Open(path) && source.IsUnpacking();
+}
+
 }  // namespace
 
 FollowedLog::FollowedLog(std::vector<std::string> files, ShownCalls& shown)
-    : paths(std::move(files)), calls(shown), reader(shown) {}
+    : paths(std::move(files)), calls(shown), reader(*this), block(kBlock) {}
 
-FollowedLog::~FollowedLog() {
+FollowedLog::~FollowedLog() { Close(); }
+
+void FollowedLog::Close() {
     if (descriptor > STDIN_FILENO) close(descriptor);
+    descriptor = -1;
+}
+
+// A file that cannot grow, compressed or not.
+void FollowedLog::ReadPacked(const std::string& path) {
+    LogSource source;
+    if (source.Open(path)) {
+        while (const std::size_t count = source.Read(block.data(), block.size()))
+            reader.Feed({block.data(), count});
+    }
+    if (!source.Error().empty()) Say(fmt::format("{}: {}.", Harmless(path), source.Error()));
 }
 
 void FollowedLog::ReadOlderFiles() {
-    std::vector<char> block(kBlock);
     for (std::size_t i = 0; i + 1 < paths.size(); ++i) {
-        LogSource source;
-        if (!source.Open(paths[i])) continue;
-        while (const std::size_t count = source.Read(block.data(), block.size()))
-            reader.Feed({block.data(), count});
+        ReadPacked(paths[i]);
         reader.EndFile();
     }
 }
 
+void FollowedLog::Open() {
+    const std::string& path = paths.back();
+    // A FIFO without a writer must not block.
+    descriptor = IsStandardInput() ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat status {};
+    if (descriptor < 0 || fstat(descriptor, &status) != 0) {
+        if (!hasSaidWhyNotOpen)
+            Say(fmt::format("{}: {}. It is read as soon as that is possible.", Harmless(path),
+                            std::strerror(errno)));
+        hasSaidWhyNotOpen = true;
+        return;
+    }
+    if (S_ISDIR(status.st_mode)) {
+        Say(fmt::format("{}: {}.", Harmless(path), std::strerror(EISDIR)));
+        isEnded = isUseless = true;
+        return;
+    }
+    offset = 0;
+    isRegular = S_ISREG(status.st_mode);
+    isPacked = isRegular && !IsStandardInput() && IsPackedFile(path);
+    if (isPacked) ReadPacked(path);
+}
+
 bool FollowedLog::Read() {
+    if (isEnded) return false;
     if (!isBegun) ReadOlderFiles();
     isBegun = true;
-    if (descriptor < 0) {
-        const std::string& path = paths.back();
-        descriptor = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        offset = 0;
-    }
+    if (descriptor < 0) Open();
     bool isNews = ReadDescriptor();
+    if (isEnded) return true;
     // What the file still got before it was rotated has been read by now.
     if (!isNews) isNews = FollowRotation();
     if (!isNews) reader.Settle();
@@ -49,36 +92,53 @@ bool FollowedLog::Read() {
     return isNews;
 }
 
+bool FollowedLog::HasInput() const {
+    pollfd input{descriptor, POLLIN, 0};
+    return poll(&input, 1, 0) == 1;
+}
+
 bool FollowedLog::ReadDescriptor() {
-    if (descriptor < 0) return false;
-    std::vector<char> block(kBlock);
+    if (descriptor < 0 || isPacked || isEnded) return false;
     bool isNews = false;
-    while (true) {
+    while (isRegular || HasInput()) {
         const ssize_t count = read(descriptor, block.data(), block.size());
-        if (count <= 0) return isNews;
-        reader.Feed({block.data(), static_cast<std::size_t>(count)});
-        offset += static_cast<std::uint64_t>(count);
-        isNews = true;
+        if (count < 0 && errno == EINTR) continue;
+        if (count > 0) {
+            reader.Feed({block.data(), static_cast<std::size_t>(count)});
+            offset += static_cast<std::uint64_t>(count);
+            isNews = true;
+            // Whoever writes without a pause does not keep what was read from the terminal.
+            if (!isRegular) return true;
+            continue;
+        }
+        if (isRegular) return isNews;
+        if (IsStandardInput()) {
+            End();
+        } else {
+            // The writers of a FIFO are gone; others may come.
+            Close();
+        }
+        return isNews;
     }
+    return isNews;
 }
 
 // Returns whether there is another file to read, or the same one from its beginning.
 bool FollowedLog::FollowRotation() {
     struct stat here {};
     struct stat there {};
-    if (descriptor <= STDIN_FILENO || fstat(descriptor, &here) != 0) return false;
-    if (static_cast<std::uint64_t>(here.st_size) < offset) {
+    if (descriptor < 0 || !isRegular || fstat(descriptor, &here) != 0) return false;
+    if (!isPacked && static_cast<std::uint64_t>(here.st_size) < offset) {
         reader.EndFile();
         lseek(descriptor, 0, SEEK_SET);
         offset = 0;
         return true;
     }
-    if (stat(paths.back().c_str(), &there) != 0 ||
+    if (IsStandardInput() || stat(paths.back().c_str(), &there) != 0 ||
         (here.st_ino == there.st_ino && here.st_dev == there.st_dev))
         return false;
     reader.EndFile();
-    close(descriptor);
-    descriptor = -1;
+    Close();
     return true;
 }
 
@@ -95,6 +155,17 @@ void FollowedLog::ShowCallsInProgress() {
         calls.ShowOpen(call);
     });
     std::erase_if(inProgress, [](const auto& call) { return !call.second.isOpen; });
+}
+
+void FollowedLog::OnCall(const Call& call) {
+    const auto found = inProgress.find({call.startPlace.file, call.startPlace.line});
+    const bool isShown = found != inProgress.end() && found->second.isShown;
+    if (!call.IsUnfinished() || !isShown) calls.OnCall(call);
+}
+
+void FollowedLog::End() {
+    reader.Finish();
+    isEnded = true;
 }
 
 }  // namespace ckscribe

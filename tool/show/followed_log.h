@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "reader/call_reader.h"
@@ -13,19 +14,27 @@
 
 namespace ckscribe {
 
-class FollowedLog {
+class FollowedLog : private CallSink {
 public:
-    // `paths`: the files of one family, the oldest first; the last of them grows. `calls` outlives this.
+    // `paths`: the files of one family, the oldest first; the last of them grows. "-" is standard input.
+    // `calls` outlives this.
     FollowedLog(std::vector<std::string> paths, ShownCalls& calls);
-    ~FollowedLog();
+    ~FollowedLog() override;
     FollowedLog(const FollowedLog&) = delete;
     FollowedLog& operator=(const FollowedLog&) = delete;
 
     void SetFirstDay(std::int64_t day) { reader.SetFirstDay(day); }
 
     // Reads what is there by now, and shows each call that has been in progress for a second. Returns false
-    // if nothing new was there.
+    // if nothing new was there. Says which files cannot be read.
     bool Read();
+
+    // Nothing can come any more: standard input is at its end, or the file is none that can be read. Calls
+    // without an end have been shown.
+    bool IsEnded() const { return isEnded; }
+
+    // It is none that can be read.
+    bool IsUseless() const { return isUseless; }
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -34,20 +43,35 @@ private:
         bool isShown = false;
         bool isOpen = true;
     };
+    using StartPlace = std::pair<std::uint32_t, std::uint64_t>;
 
+    void OnCall(const Call& call) override;
+
+    bool IsStandardInput() const { return paths.back() == "-"; }
+    void ReadPacked(const std::string& path);
     void ReadOlderFiles();
+    void Open();
+    void Close();
     bool ReadDescriptor();
+    bool HasInput() const;
     bool FollowRotation();
     void ShowCallsInProgress();
+    void End();
 
     std::vector<std::string> paths;
     ShownCalls& calls;
     CallReader reader;
+    std::vector<char> block;
     bool isBegun = false;
+    bool isEnded = false;
+    bool isUseless = false;
+    bool hasSaidWhyNotOpen = false;
     int descriptor = -1;
+    bool isRegular = false;
+    bool isPacked = false;
     std::uint64_t offset = 0;
     // Calls in progress, by the place of their start.
-    std::map<std::pair<std::uint32_t, std::uint64_t>, Seen> inProgress;
+    std::map<StartPlace, Seen> inProgress;
 };
 
 }  // namespace ckscribe
