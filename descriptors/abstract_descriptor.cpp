@@ -38,9 +38,7 @@ std::string_view AbstractDescriptor::GetDescriptorType() const {
 }
 
 void AbstractDescriptor::WriteEvent(ckscribe::JsonWriter& json) const {
-    json.BeginObject();
-    json.Key("kind");
-    json.Constant(EventKind());
+    json.BeginObject("kind", EventKind());
     const std::string_view ownName = EventName();
     if (!ownName.empty()) {
         json.Key("name");

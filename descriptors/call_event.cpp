@@ -18,6 +18,8 @@
 
 namespace ckscribe {
 
+using namespace std::string_view_literals;
+
 alignas(ckscribe::kCacheLine) CallEvent* currentCallEvent = nullptr;
 
 namespace {
@@ -43,37 +45,54 @@ void Number(CallEvent& event) {
     event.number = ++countOfCalls;
 }
 
-// This text, "2026-11-21T12:33:45" for example, is computed once a second.
+// Both events of a call show the time of its beginning. Its text is kept, and the part in front of the point
+// is computed once a second.
 struct {
-    std::time_t second = -1;
-    char text[sizeof "2026-11-21T12:33:45"] = "1970-01-01T00:00:00";
-} rememberedSecond;
+    timespec time = {0, 0};
+    char text[sizeof "2026-11-21T12:33:45.123456789Z"] = "1970-01-01T00:00:00.000000000Z";
+} rememberedTime;
 
-std::string_view TextOfSecond(std::time_t second) {
-    if (second != rememberedSecond.second) {
-        std::tm utc{};
-        gmtime_r(&second, &utc);
-        char text[sizeof rememberedSecond.text];
-        if (std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &utc) == sizeof text - 1) {
-            std::memcpy(rememberedSecond.text, text, sizeof text);
-            rememberedSecond.second = second;
-        }
-    }
-    return {rememberedSecond.text, sizeof rememberedSecond.text - 1};
+constexpr std::size_t kLengthOfSeconds = sizeof "2026-11-21T12:33:45" - 1;
+
+// Leaves the text as it is for a second that has no text of this form.
+void RememberSecond(std::time_t second) {
+    std::tm utc{};
+    gmtime_r(&second, &utc);
+    char text[kLengthOfSeconds + 1];
+    if (std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &utc) != kLengthOfSeconds) return;
+    std::memcpy(rememberedTime.text, text, kLengthOfSeconds);
+    rememberedTime.time.tv_sec = second;
 }
 
-void WriteTime(JsonWriter& json, const timespec& time) {
-    constexpr std::size_t kDigits = 9;
-    const std::string_view second = TextOfSecond(time.tv_sec);
-    char text[sizeof rememberedSecond.text + kDigits + 1];
-    char* const point = std::copy(second.begin(), second.end(), text);
-    *point = '.';
-    long rest = time.tv_nsec;
-    for (std::size_t i = kDigits; i > 0; --i, rest /= 10) point[i] = static_cast<char>('0' + rest % 10);
-    point[kDigits + 1] = 'Z';
-    json.Key("time");
-    json.Constant({text, sizeof text});
+void WriteThreeDigits(char* at, unsigned long number) {
+    at[0] = static_cast<char>('0' + number / 100);
+    at[1] = static_cast<char>('0' + number / 10 % 10);
+    at[2] = static_cast<char>('0' + number % 10);
 }
+
+void RememberNanoseconds(long nanoseconds) {
+    char* const fraction = rememberedTime.text + kLengthOfSeconds + 1;
+    const auto number = static_cast<unsigned long>(nanoseconds);
+    WriteThreeDigits(fraction, number / 1'000'000);
+    WriteThreeDigits(fraction + 3, number / 1000 % 1000);
+    WriteThreeDigits(fraction + 6, number % 1000);
+    rememberedTime.time.tv_nsec = nanoseconds;
+}
+
+std::string_view TextOfTime(const timespec& time) {
+    if (time.tv_sec != rememberedTime.time.tv_sec) RememberSecond(time.tv_sec);
+    if (time.tv_nsec != rememberedTime.time.tv_nsec) RememberNanoseconds(time.tv_nsec);
+    return {rememberedTime.text, sizeof rememberedTime.text - 1};
+}
+
+// These members of an event stay the same from call to call of a thread. They are written once and kept.
+struct {
+    EventRun run = {0, 0};
+    int process = 0;
+    int thread = 0;
+    std::size_t length = 0;
+    char text[sizeof R"("run":"18a3f1c2d4e5f607-12345678","pid":1234567890,"tid":1234567890)"];
+} rememberedCaller;
 
 void WriteRun(JsonWriter& json, const EventRun& run) {
     unsigned char bytes[sizeof run.began];
@@ -84,20 +103,38 @@ void WriteRun(JsonWriter& json, const EventRun& run) {
     text[2 * sizeof bytes] = '-';
     const char* const end =
         std::to_chars(text + 2 * sizeof bytes + 1, text + sizeof text, run.process, 16).ptr;
-    json.Key("run");
-    json.Constant({text, static_cast<std::size_t>(end - text)});
+    json.Member("run", {text, static_cast<std::size_t>(end - text)});
 }
 
-void WriteHead(JsonWriter& json, const CallEvent& event) {
-    WriteRun(json, event.run);
+void RememberCaller(const EventRun& run, int process, int thread) {
+    TextBuffer text;
+    JsonWriter json(text);
+    WriteRun(json, run);
     json.Key("pid");
-    json.Number(static_cast<unsigned>(recordEnvironment.processId()));
+    json.Number(static_cast<unsigned>(process));
     json.Key("tid");
-    json.Number(static_cast<unsigned>(eventEnvironment.threadNumber()));
+    json.Number(static_cast<unsigned>(thread));
+    rememberedCaller.run = run;
+    rememberedCaller.process = process;
+    rememberedCaller.thread = thread;
+    rememberedCaller.length = text.Text().copy(rememberedCaller.text, sizeof rememberedCaller.text);
+}
+
+std::string_view MembersOfCaller(const EventRun& run) {
+    const int process = recordEnvironment.processId();
+    const int thread = eventEnvironment.threadNumber();
+    const auto& remembered = rememberedCaller;
+    const bool isSame = remembered.run.began == run.began && remembered.run.process == run.process &&
+                        remembered.process == process && remembered.thread == thread;
+    if (!isSame || remembered.length == 0) RememberCaller(run, process, thread);
+    return {remembered.text, remembered.length};
+}
+
+void WriteNames(JsonWriter& json, const CallEvent& event) {
+    json.Written(MembersOfCaller(event.run));
     json.Key("call");
     json.Number(event.number);
-    json.Key("function");
-    json.Constant(event.function);
+    json.Member("function", event.function);
 }
 
 void WriteSubject(JsonWriter& json, const CallSubject& subject) {
@@ -112,10 +149,7 @@ void WriteSubject(JsonWriter& json, const CallSubject& subject) {
     number(CallSubject::kUser, "user", subject.user);
     if ((subject.known & CallSubject::kMechanism) == 0) return;
     const std::string_view name = FullNameOfMechanism(subject.mechanism);
-    if (!name.empty()) {
-        json.Key("mechanism");
-        json.Constant(name);
-    }
+    if (!name.empty()) json.Member("mechanism", name);
     json.Key("mechanism_number");
     json.Number(subject.mechanism);
 }
@@ -175,10 +209,8 @@ void WriteStartEvent(CallEvent& event, const CommandDescriptor& record) {
     ckscribe::TextBuffer line;
     JsonWriter json(line);
     json.BeginObject();
-    json.Key("event");
-    json.Constant("start");
-    WriteTime(json, event.time);
-    WriteHead(json, event);
+    json.Written(R"("event":"start","time":")"sv, TextOfTime(event.time), "\""sv);
+    WriteNames(json, event);
     WriteSubject(json, event.subject);
     json.Key("in");
     json.BeginArray();
@@ -198,20 +230,17 @@ void WriteEndEvent(CallEvent& event, const CommandDescriptor& record, unsigned l
     ckscribe::TextBuffer line;
     JsonWriter json(line);
     json.BeginObject();
-    json.Key("event");
-    json.Constant("end");
-    WriteTime(json, event.time);
+    json.Written(R"("event":"end","time":")"sv, TextOfTime(event.time), "\""sv);
     json.Key("ns");
     json.Number(event.nanoseconds);
-    WriteHead(json, event);
+    WriteNames(json, event);
     json.Key("rv");
     json.Number(rv);
-    json.Key("result");
-    json.Constant(FullNameOfResult(rv));
+    json.Member("result", FullNameOfResult(rv));
     WriteSubject(json, event.subject);
     json.Key("in");
     json.BeginArray();
-    json.Written(Input(event));
+    if (const std::string_view input = Input(event); !input.empty()) json.Written(input);
     json.EndArray();
     json.Key("out");
     json.BeginArray();

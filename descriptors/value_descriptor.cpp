@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "descriptors/byte_kinds.h"
+#include "descriptors/call_event.h"
 #include "descriptors/event_bytes.h"
 #include "descriptors/rich_text.h"
 #include "host/readable_memory.h"
@@ -13,6 +14,12 @@
 namespace {
 
 constexpr CK_ULONG kUnavailable = CK_UNAVAILABLE_INFORMATION;
+
+// An events file that shows no data needs only their size, unless a text log is written beside it.
+bool IsSizeOfDataEnough() {
+    return ckscribe::currentCallEvent != nullptr && !ckscribe::IsDataShownInEvents() &&
+           AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0;
+}
 
 }  // namespace
 
@@ -33,6 +40,7 @@ void ValueDescriptor::SetValue(const void* bytes, unsigned long count, ckscribe:
         bytes = &kUnavailable;
         count = sizeof kUnavailable;
     }
+    if (bytesAre == ckscribe::BytesAre::kData && IsSizeOfDataEnough()) return;
     std::size_t readable = ckscribe::ReadableLength(bytes, count);
     if (readable == 0) return;
     if (ckscribe::IsDataHiddenInLog() && bytesAre == ckscribe::BytesAre::kData && !isUnavailable) {

@@ -1,5 +1,7 @@
 #include "util/json_writer.h"
 
+#include <algorithm>
+
 namespace ckscribe {
 
 namespace {
@@ -59,15 +61,7 @@ constexpr bool StandsForItself(char character) {
 
 }  // namespace
 
-void JsonWriter::Key(std::string_view key) {
-    Separate();
-    out.Append('"');
-    out.Append(key);
-    out.Append("\":");
-    needsComma = false;
-}
-
-void JsonWriter::Number(unsigned long number) {
+void JsonWriter::LongNumber(unsigned long number) {
     Separate();
     const bool isExact = number <= kLargestExactNumber;
     if (!isExact) out.Append('"');
@@ -80,14 +74,8 @@ void JsonWriter::Boolean(bool value) {
     out.Append(value ? std::string_view("true") : std::string_view("false"));
 }
 
-void JsonWriter::Constant(std::string_view text) {
-    Separate();
-    out.Append('"');
-    out.Append(text);
-    out.Append('"');
-}
-
 void JsonWriter::Text(std::string_view text) {
+    if (std::all_of(text.begin(), text.end(), StandsForItself)) return Constant(text);
     Separate();
     out.Append('"');
     while (!text.empty()) {
@@ -130,12 +118,6 @@ void JsonWriter::Hex(const void* bytes, std::size_t length) {
     out.Append('"');
     out.AppendHexBytes(bytes, length);
     out.Append('"');
-}
-
-void JsonWriter::Written(std::string_view json) {
-    if (json.empty()) return;
-    Separate();
-    out.Append(json);
 }
 
 bool IsReadableText(std::string_view bytes) {

@@ -5,6 +5,8 @@
 // there then.
 #pragma once
 
+#include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -28,6 +30,13 @@ public:
         if (more.empty()) return;
         std::memcpy(Room(more.size()), more.data(), more.size());
         size += more.size();
+    }
+    // Appends several parts and asks for room once. Literals are stored without a call.
+    void AppendParts(const std::same_as<std::string_view> auto&... parts) {
+        const std::size_t added = (... + parts.size());
+        char* at = Room(added);
+        ((at = std::copy(parts.begin(), parts.end(), at)), ...);
+        size += added;
     }
     void AppendSpaces(std::size_t count);
 
