@@ -172,18 +172,33 @@ std::string SecondsText(std::uint64_t nanoseconds) {
     return fmt::format("{}.{:06}", nanoseconds / 1'000'000'000, nanoseconds % 1'000'000'000 / 1000);
 }
 
+namespace {
+
+// A function of the standard shows what lies behind a pointer, so its address is left out; a null pointer
+// stays. The record of a vendor's function may have nothing but the address.
+std::vector<Value> WithoutAddresses(const Call& call, std::vector<Value> values) {
+    if (call.Function().starts_with("C_"))
+        std::erase_if(values,
+                      [](const Value& value) { return value.kind == "Pointer" && value.number != 0; });
+    return values;
+}
+
+}  // namespace
+
 std::string CallLine(const Call& call, const CallLineStyle& style) {
     const Palette& palette = style.palette;
     const std::string result = ResultText(call);
-    std::string line = fmt::format("{} {} {}({}) = {}", palette.Quiet(TimeText(call.Time(), style.isUtc)),
-                                   call.thread.value_or(call.process),
-                                   palette.Name(Harmless(call.Function())), ValuesText(call.In()),
-                                   result == "CKR_OK" ? palette.Good(result)
-                                   : call.hasEnd      ? palette.Bad(result)
-                                                      : palette.Notable(result));
-    const std::string returned = ValuesText(call.Out());
+    std::string line =
+        fmt::format("{} {} {}({}) = {}", palette.Quiet(TimeText(call.Time(), style.isUtc)),
+                    call.thread.value_or(call.process), palette.Name(Harmless(call.Function())),
+                    ValuesText(WithoutAddresses(call, call.In())),
+                    result == "CKR_OK" ? palette.Good(result)
+                    : call.hasEnd      ? palette.Bad(result)
+                                       : palette.Notable(result));
+    const std::vector<Value> values = WithoutAddresses(call, call.Out());
+    const std::string returned = ValuesText(values);
     // One structure has braces of its own.
-    const bool hasBraces = returned.starts_with('{') && call.Out().size() == 1;
+    const bool hasBraces = returned.starts_with('{') && values.size() == 1;
     if (!returned.empty()) line += hasBraces ? ' ' + returned : " {" + returned + '}';
     if (call.nanoseconds) line += ' ' + palette.Quiet('<' + SecondsText(*call.nanoseconds) + '>');
     return line;

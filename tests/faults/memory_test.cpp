@@ -333,6 +333,64 @@ TEST_F(Memory, ThreadsEndInCallsWithLongInput_MemoryDoesNotGrow) {
     }));
 }
 
+// The mask changes while the target works. The input that the start event has kept is then freed without an
+// end event, and no later call shows it.
+TEST_F(Memory, MaskChangesDuringACallWithLongInput_InputIsFreedAndNotShownAgain) {
+    static std::string otherMask;  // the configuration that a call of C_Sign puts in place
+    Set("LoggingMask", "SLOT_TOKEN_FUNC");
+    const std::string withoutSign = ConfigurationText();
+    Set("LoggingMask", "SIGN_VERIFY_FUNC");
+    const std::string withSign = ConfigurationText();
+    EXPECT_TRUE(Survives([&] {
+        static Library library;
+        static const std::string configurationPath = ConfigurationPath();
+        static const auto putOtherMaskInPlace = [] {
+            std::ofstream(configurationPath) << otherMask;
+            constexpr int kQuestionsBetweenLooks = 500;
+            for (int i = 0; i < kQuestionsBetweenLooks; ++i) library->C_Logout(1);
+        };
+        targetAnswer = [](const char* function, const TargetWord*, std::size_t) -> CK_RV {
+            if (std::strcmp(function, "C_Sign") == 0) putOtherMaskInPlace();
+            return CKR_OK;
+        };
+        const auto sign = [](const std::string& maskThen) {
+            CK_BYTE data[4000] = {0xFF};
+            CK_ULONG length = 0;
+            otherMask = maskThen;
+            EXPECT_EQ(library->C_Sign(1, data, sizeof data, nullptr, &length), CKR_OK);
+        };
+        sign(withSign);     // both records
+        sign(withoutSign);  // the start only
+        sign(withSign);     // the end only
+        const long blocks = AllocatedBlocks();
+        const long bytes = AllocatedBytes();
+        sign(withoutSign);
+        EXPECT_EQ(AllocatedBlocks(), blocks);
+        EXPECT_LE(AllocatedBytes(), bytes);
+        sign(withSign);
+    }));
+    const ParsedLog log = ParseLog(Log());
+    EXPECT_EQ(log.remainder, "");
+    ASSERT_EQ(log.records.size(), 6U);
+    const std::vector<bool> expected = {true, false, true, false, true, false};
+    std::vector<bool> starts;
+    for (const LogRecord& record : log.records) {
+        EXPECT_EQ(record.function, "Sign");
+        starts.push_back(record.isStart);
+    }
+    EXPECT_EQ(starts, expected);
+    if (!AreEventsTested()) return;
+    const std::string text = Log();
+    std::vector<std::string> ends;
+    for (std::size_t at = 0; (at = text.find("{\"event\":\"end\"", at)) != text.npos; ++at) {
+        ends.push_back(text.substr(at, text.find('\n', at) - at));
+    }
+    ASSERT_EQ(ends.size(), 3U);
+    EXPECT_NE(ends[0].find("\"size\":4000,\"hex\":\"ff00"), ends[0].npos) << ends[0];
+    EXPECT_NE(ends[1].find("\"in\":[],"), ends[1].npos) << ends[1];
+    EXPECT_NE(ends[2].find("\"in\":[],"), ends[2].npos) << ends[2];
+}
+
 TEST_F(Memory, ManyCallsInTheNewFormat_MemoryDoesNotGrow) { ExpectNoGrowth(); }
 
 TEST_F(Memory, ManyCallsInTheOldFormat_MemoryDoesNotGrow) {

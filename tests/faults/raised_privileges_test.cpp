@@ -12,7 +12,7 @@
 #include <set>
 #include <string>
 
-#include "tests/temporary_directory.h"
+#include "tests/faults/application.h"
 
 #ifdef __linux__
 #include <linux/capability.h>
@@ -42,7 +42,8 @@ protected:
         std::filesystem::create_directory(callersDirectory);
         chmod(callersDirectory.c_str(), 0777);
         std::ofstream(callersDirectory + "/Wendrafil.conf")
-            << "CkLog2 = {\n   Enabled = 1;\n   LibUNIX64 = none;\n   File = " << callersLog << ";\n}\n";
+            << "CkLog2 = {\n   LibUNIX64 = none;\n   Enabled = " << (AreEventsTested() ? "0" : "1")
+            << ";\n   " << (AreEventsTested() ? "Events" : "File") << " = " << callersLog << ";\n}\n";
         setenv("WendrafilConfigurationPath", callersDirectory.c_str(), 1);
     }
 

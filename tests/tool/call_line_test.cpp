@@ -65,6 +65,27 @@ TEST(CallLine, OneStructureThatComesBack_HasOnePairOfBraces) {
         R"(12:33:45.123 15972 C_GetSlotInfo() = CKR_OK {slotDescription="a slot" flags=0x5} <0.000181>)");
 }
 
+TEST(CallLine, AddressInACallOfTheStandard_IsLeftOutUnlessItIsNull) {
+    EXPECT_EQ(
+        LineOf(EndEvent(R"("in":[{"kind":"SlotID","value":3},{"kind":"Pointer","value":140733193388032}],)"
+                        R"("out":[{"kind":"Pointer","value":140733193388032},)"
+                        R"({"kind":"TokenInfo","label":"a token","flags":5}])",
+                        "C_GetTokenInfo")),
+        R"(12:33:45.123 15972 C_GetTokenInfo(slot=3) = CKR_OK {label="a token" flags=0x5} <0.000181>)");
+    EXPECT_EQ(LineOf(EndEvent(R"("in":[{"kind":"SlotID","value":3},{"kind":"Pointer","value":0}],)"
+                              R"("out":[{"kind":"Pointer","value":0}])",
+                              "C_GetTokenInfo", R"("rv":7,"result":"CKR_ARGUMENTS_BAD")")),
+              "12:33:45.123 15972 C_GetTokenInfo(slot=3, pointer=0x0) = CKR_ARGUMENTS_BAD {pointer=0x0} "
+              "<0.000181>");
+}
+
+TEST(CallLine, AddressInACallOfTheVendor_IsShown) {
+    EXPECT_EQ(
+        LineOf(EndEvent(R"("in":[{"kind":"Pointer","value":4096},{"kind":"SlotID","value":3}],"out":[])",
+                        "CA_TokenInsertNoAuth")),
+        "12:33:45.123 15972 CA_TokenInsertNoAuth(pointer=0x1000, slot=3) = CKR_OK <0.000181>");
+}
+
 TEST(CallLine, FailedCall_ShowsTheNameOfItsResult) {
     EXPECT_EQ(LineOf(EndEvent(R"("in":[{"kind":"PIN","name":"PIN"}],"out":[])", "C_Login",
                               R"("rv":160,"result":"CKR_PIN_INCORRECT")")),
