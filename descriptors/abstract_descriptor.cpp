@@ -5,7 +5,9 @@
 #include "util/cache_line.h"
 #include "util/json_writer.h"
 
-alignas(ckscribe::kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
+using namespace ckscribe;
+
+alignas(kCacheLine) unsigned AbstractDescriptor::uInstanceCount = 0;
 
 AbstractDescriptor::AbstractDescriptor(const char* ownName) {
     ++uInstanceCount;
@@ -37,7 +39,7 @@ std::string_view AbstractDescriptor::GetDescriptorType() const {
     return !label.empty() ? label : std::string_view(name, nameLength);
 }
 
-void AbstractDescriptor::WriteEvent(ckscribe::JsonWriter& json) const {
+void AbstractDescriptor::WriteEvent(JsonWriter& json) const {
     json.BeginObject("kind", EventKind());
     const std::string_view ownName = EventName();
     if (!ownName.empty()) {
@@ -48,9 +50,9 @@ void AbstractDescriptor::WriteEvent(ckscribe::JsonWriter& json) const {
     json.EndObject();
 }
 
-void AbstractDescriptor::WriteEventMembers(ckscribe::JsonWriter&) const {}
+void AbstractDescriptor::WriteEventMembers(JsonWriter&) const {}
 
-void AbstractDescriptor::WriteEventValue(ckscribe::JsonWriter& json) const {
+void AbstractDescriptor::WriteEventValue(JsonWriter& json) const {
     json.BeginObject();
     WriteEventMembers(json);
     json.EndObject();
@@ -63,9 +65,9 @@ std::string_view AbstractDescriptor::EventName() const {
     return ownName;
 }
 
-void AbstractDescriptor::TellSubject(ckscribe::CallSubject&) const {}
+void AbstractDescriptor::TellSubject(CallSubject&) const {}
 
-void AbstractDescriptor::CaptureEvent(ckscribe::CallEvent&) const {}
+void AbstractDescriptor::CaptureEvent(CallEvent&) const {}
 
 void AbstractDescriptor::PrintDescription(std::FILE* stream, int indent, const char* suffix) const {
     RecordText out(stream);

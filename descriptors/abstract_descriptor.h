@@ -35,18 +35,20 @@ public:
     AbstractDescriptor(const AbstractDescriptor&) = delete;
     AbstractDescriptor& operator=(const AbstractDescriptor&) = delete;
 
-    static void* operator new(std::size_t size) { return TreeMemory::Take(size); }
-    static void operator delete(void* memory, std::size_t size) { TreeMemory::GiveBack(memory, size); }
+    static void* operator new(std::size_t size) { return ckscribe::TreeMemory::Take(size); }
+    static void operator delete(void* memory, std::size_t size) {
+        ckscribe::TreeMemory::GiveBack(memory, size);
+    }
 
-    virtual int Type() const { return kUnknownDescriptor; }
+    virtual int Type() const { return ckscribe::kUnknownDescriptor; }
 
     // Prints the whole descriptor: its place (in the old format a new line and `indent` blanks), label, value
     // and content. `suffix` ends the content; it may be null.
-    virtual void PrintDescription(RecordText& out, int indent, const char* suffix) const;
+    virtual void PrintDescription(ckscribe::RecordText& out, int indent, const char* suffix) const;
     // Prints the descriptor's own value.
-    virtual void PrintParameters(RecordText& out, int indent) const;
+    virtual void PrintParameters(ckscribe::RecordText& out, int indent) const;
     // Prints what the descriptor holds, then `suffix` unless it is null.
-    virtual void PrintContent(RecordText& out, int indent, const char* suffix) const;
+    virtual void PrintContent(ckscribe::RecordText& out, int indent, const char* suffix) const;
     // Prints the label that stands in front of the value.
     virtual std::string_view GetDescriptorType() const;
 
@@ -58,7 +60,7 @@ public:
     virtual void WriteEventValue(ckscribe::JsonWriter& json) const;
     // Returns the descriptor's kind in events. It is the label of the old format unless a class says
     // otherwise.
-    virtual std::string_view EventKind() const { return OldFormatLabel(Type()); }
+    virtual std::string_view EventKind() const { return ckscribe::OldFormatLabel(Type()); }
     // Returns the descriptor's "name" in events: its label in the new format, unless the type fixes that
     // label. A '=' at the end of the label does not belong to the name.
     virtual std::string_view EventName() const;
@@ -92,8 +94,8 @@ protected:
     // Writes one event of the call that is being recorded. Writes nothing if the tree is not a whole record.
     virtual void CaptureEvent(ckscribe::CallEvent& event) const;
 
-    static void PrintIndent(RecordText& out, int indent);
-    static void PrintNewLine(RecordText& out, int indent);  // old format: a new line and its indent
+    static void PrintIndent(ckscribe::RecordText& out, int indent);
+    static void PrintNewLine(ckscribe::RecordText& out, int indent);  // old format: a new line and its indent
 
 private:
     unsigned char nameLength = 0;

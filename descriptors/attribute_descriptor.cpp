@@ -8,16 +8,17 @@
 #include "host/readable_memory.h"
 #include "util/json_writer.h"
 
+using namespace ckscribe;
+
 AttributeDescriptor::AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue)
     : printValue(printValue) {
     CK_ATTRIBUTE copy;
-    if (!ckscribe::CopyReadable(attribute, &copy, sizeof copy)) return;
+    if (!CopyReadable(attribute, &copy, sizeof copy)) return;
     type = copy.type;
     hasBuffer = copy.pValue != nullptr;
-    const ckscribe::ShownAttribute shown = ckscribe::ShownAttributeOf(type, copy.ulValueLen);
+    const ShownAttribute shown = ShownAttributeOf(type, copy.ulValueLen);
     form = shown.form;
-    value.SetValue(copy.pValue, copy.ulValueLen,
-                   shown.isShown ? ckscribe::BytesAre::kDescription : ckscribe::BytesAre::kData);
+    value.SetValue(copy.pValue, copy.ulValueLen, shown.isShown ? BytesAre::kDescription : BytesAre::kData);
 }
 
 void AttributeDescriptor::PrintParameters(RecordText& out, int indent) const {
@@ -31,7 +32,7 @@ void AttributeDescriptor::PrintParameters(RecordText& out, int indent) const {
     if (!isNew) out.Append(')');
 }
 
-void AttributeDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void AttributeDescriptor::WriteEventMembers(JsonWriter& json) const {
     ckscribe::WriteAttributeType(json, type);
     const bool isSizeKnown = printValue != 0 || hasBuffer;
     if (!isSizeKnown) return;
@@ -47,7 +48,7 @@ void AttributeDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
 
 namespace {
 
-void WriteMechanisms(ckscribe::JsonWriter& json, std::string_view bytes) {
+void WriteMechanisms(JsonWriter& json, std::string_view bytes) {
     json.BeginArray();
     for (; bytes.size() >= sizeof(CK_MECHANISM_TYPE); bytes.remove_prefix(sizeof(CK_MECHANISM_TYPE))) {
         CK_MECHANISM_TYPE mechanism;
@@ -67,8 +68,8 @@ unsigned long NumberIn(std::string_view bytes) {
 
 }  // namespace
 
-void AttributeDescriptor::WriteValueInEvent(ckscribe::JsonWriter& json) const {
-    using enum ckscribe::AttributeForm;
+void AttributeDescriptor::WriteValueInEvent(JsonWriter& json) const {
+    using enum AttributeForm;
     const std::string_view bytes = value.BytesInEvents();
     if (bytes.empty()) return;
     const bool isWhole = bytes.size() == value.ClaimedLength();
@@ -95,13 +96,13 @@ AttributeListDescriptor::AttributeListDescriptor(const CK_ATTRIBUTE* attributes,
 
 void AttributeListDescriptor::AddAllAttributes(const CK_ATTRIBUTE* attributes, unsigned long count,
                                                unsigned char printValues) {
-    const std::size_t readable = ckscribe::ReadableCount(attributes, count);
+    const std::size_t readable = ReadableCount(attributes, count);
     for (std::size_t i = 0; i < readable; ++i) {
         AddDescriptor(new AttributeDescriptor(attributes + i, printValues));
     }
 }
 
-void AttributeListDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void AttributeListDescriptor::WriteEventMembers(JsonWriter& json) const {
     json.Key("attributes");
     json.BeginArray();
     for (unsigned i = 0; i < ChildCount(); ++i) ChildAtIndex(i)->WriteEventValue(json);

@@ -12,8 +12,8 @@ public:
     // Takes the type and copies the value (see ValueDescriptor::SetValue). A null attribute has type 0 and no
     // value. If `printValue` is 0, the text leaves the value out.
     AttributeDescriptor(const CK_ATTRIBUTE* attribute, unsigned char printValue);
-    int Type() const override { return kAttribute; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kAttribute; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:
@@ -31,6 +31,6 @@ public:
     AttributeListDescriptor(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
     // Adds an AttributeDescriptor for each entry that can be read. A null array adds nothing.
     void AddAllAttributes(const CK_ATTRIBUTE* attributes, unsigned long count, unsigned char printValues);
-    int Type() const override { return kAttributeList; }
+    int Type() const override { return ckscribe::kAttributeList; }
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 };

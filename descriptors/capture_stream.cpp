@@ -10,16 +10,18 @@
 #include "util/cache_line.h"
 #include "util/undestroyed.h"
 
+using namespace ckscribe;
+
 namespace {
 
-alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<ckscribe::AppendFile> captureStream;
+alignas(kCacheLine) Undestroyed<AppendFile> captureStream;
 
-ckscribe::LossReport lossReport;
+LossReport lossReport;
 
 }  // namespace
 
-ckscribe::AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object;
-alignas(ckscribe::kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
+AppendFile& AbstractDescriptor::fpCaptureStream = captureStream.object;
+alignas(kCacheLine) std::atomic<int> AbstractDescriptor::isStreamOpen{0};
 
 void AbstractDescriptor::Capture() const {
     if (isStreamOpen.load(std::memory_order_relaxed) != 0) {
@@ -28,8 +30,8 @@ void AbstractDescriptor::Capture() const {
         fpCaptureStream.Append(record.Text());
         lossReport.After(fpCaptureStream, "capture file");
     }
-    if (ckscribe::AreEventsOpen() && ckscribe::currentCallEvent != nullptr) {
-        CaptureEvent(*ckscribe::currentCallEvent);
+    if (AreEventsOpen() && currentCallEvent != nullptr) {
+        CaptureEvent(*currentCallEvent);
         ckscribe::ReportLossOfEvents();
     }
 }
@@ -52,7 +54,7 @@ void AbstractDescriptor::OpenCaptureStream(const unsigned char* path) {
     CloseCaptureStream();
     lossReport.Forget();
     const char* const name = reinterpret_cast<const char*>(path);
-    if (fpCaptureStream.Open(name, ckscribe::PermissionsOfNewFiles())) {
+    if (fpCaptureStream.Open(name, PermissionsOfNewFiles())) {
         isStreamOpen.store(1, std::memory_order_relaxed);
         return;
     }

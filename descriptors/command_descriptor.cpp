@@ -10,12 +10,14 @@
 #include "functions/pkcs11_names.h"
 #include "util/cache_line.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // This stamp is the processor time of the latest start record of any call, in clock ticks. COMPAT: only start
 // records of the old format set it, for the whole process. New-format ends show the processor time of the
 // process so far. Readers of the log know both figures.
-alignas(ckscribe::kCacheLine) std::uint32_t startStamp = 0;
+alignas(kCacheLine) std::uint32_t startStamp = 0;
 
 std::uint32_t ClockTicks() { return static_cast<std::uint32_t>(recordEnvironment.processorTime()); }
 
@@ -23,8 +25,8 @@ long TicksSinceStart() { return static_cast<std::int32_t>(ClockTicks() - startSt
 
 }  // namespace
 
-void CommandDescriptor::CaptureEvent(ckscribe::CallEvent& event) const {
-    if (phase == ckscribe::kStartPhase) {
+void CommandDescriptor::CaptureEvent(CallEvent& event) const {
+    if (phase == CommandPhase::kStart) {
         ckscribe::WriteStartEvent(event, *this);
     } else {
         ckscribe::WriteEndEvent(event, *this, rv);
@@ -40,12 +42,12 @@ void CommandDescriptor::PrintParameters(RecordText& out, int) const {
 }
 
 void CommandDescriptor::PrintNewHead(RecordText& out) const {
-    if (phase == ckscribe::kStartPhase) {
+    if (phase == CommandPhase::kStart) {
         out.Append('\n');
         out.Flush();
     }
     out.Append('\n');
-    out.Append(ckscribe::CurrentCalendarText().time);
+    out.Append(CurrentCalendarText().time);
     out.Append(' ');
     out.AppendPadded(recordEnvironment.processId(), 5);
     out.Append('-');
@@ -53,12 +55,12 @@ void CommandDescriptor::PrintNewHead(RecordText& out) const {
     out.Append(':');
     out.Append(GetCommandPhase(phase));
     out.Append(GetCommandType(type));
-    if (specifier != ckscribe::kSinglePart) {
+    if (specifier != CommandSpecifier::kSingle) {
         out.Append('_');
         out.Append(GetCommandSpecifier(specifier));
         out.Flush();
     }
-    if (phase != ckscribe::kStartPhase) {
+    if (phase != CommandPhase::kStart) {
         const std::string_view failure = rv != 0 ? "***" : "";
         out.Append(' ');
         out.Append(failure);
@@ -78,7 +80,7 @@ void CommandDescriptor::PrintOldHead(RecordText& out) const {
     out.Append(GetCommandSpecifier(specifier));
     out.Append(", ");
     out.Append(GetCommandPhase(phase));
-    if (phase == ckscribe::kEndPhase) {
+    if (phase == CommandPhase::kEnd) {
         out.Append(", ");
         PrintResultName(out);
     }
@@ -86,10 +88,10 @@ void CommandDescriptor::PrintOldHead(RecordText& out) const {
     out.Append(") PID:  ");
     out.AppendDecimal(static_cast<long>(recordEnvironment.processId()));
     out.Append("  Time:  ");
-    out.Append(ckscribe::CurrentCalendarText().calendar);
+    out.Append(CurrentCalendarText().calendar);
     out.Append('\n');
     out.Flush();
-    if (phase == ckscribe::kEndPhase) {
+    if (phase == CommandPhase::kEnd) {
         out.Append(" // ");
         out.AppendDecimal(TicksSinceStart());
         out.Append(" clock cycles");
@@ -107,7 +109,7 @@ void CommandDescriptor::PrintResultName(RecordText& out) const {
     out.AppendHex(rv);
 }
 
-std::string_view CommandDescriptor::GetCommandType(CommandType type) { return ckscribe::NameOfCommand(type); }
+std::string_view CommandDescriptor::GetCommandType(CommandType type) { return NameOfCommand(type); }
 
 std::string_view CommandDescriptor::GetCommandSpecifier(CommandSpecifier specifier) {
     return ckscribe::NameOfSpecifier(specifier);
@@ -118,7 +120,7 @@ CommandSpecifier CommandDescriptor::GetCommandSpecifier(const char* name) {
 }
 
 std::string_view CommandDescriptor::GetCommandPhase(CommandPhase phase) {
-    return UseNewLogFormat() ? ckscribe::NewFormatNameOfPhase(phase) : ckscribe::OldFormatNameOfPhase(phase);
+    return UseNewLogFormat() ? NewFormatNameOfPhase(phase) : OldFormatNameOfPhase(phase);
 }
 
 CommandPhase CommandDescriptor::GetCommandPhase(const char* name) {

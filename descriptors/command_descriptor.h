@@ -9,13 +9,13 @@ class CommandDescriptor : public DescriptorComposite {
 public:
     // `rv` is the return value of the function (CK_RV) in an end record. It is 0 in a start record.
     CommandDescriptor(CommandType type, CommandPhase phase, unsigned long rv)
-        : CommandDescriptor(type, ckscribe::kSinglePart, phase, rv) {}
+        : CommandDescriptor(type, CommandSpecifier::kSingle, phase, rv) {}
     CommandDescriptor(CommandType type, CommandSpecifier specifier, CommandPhase phase, unsigned long rv)
         : type(type), specifier(specifier), phase(phase), rv(rv) {}
 
-    int Type() const override { return kCommand; }
+    int Type() const override { return ckscribe::kCommand; }
     // Prints the head of the record: everything between the label and the brace.
-    void PrintParameters(RecordText& out, int indent) const override;
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
 
     // These functions return constant strings. A number without a name gives "UnknownType",
     // "UnknownSpecifier", "UnknownPhase" or, in the new format, "ERR!".
@@ -32,9 +32,9 @@ protected:
     void CaptureEvent(ckscribe::CallEvent& event) const override;
 
 private:
-    void PrintNewHead(RecordText& out) const;
-    void PrintOldHead(RecordText& out) const;
-    void PrintResultName(RecordText& out) const;
+    void PrintNewHead(ckscribe::RecordText& out) const;
+    void PrintOldHead(ckscribe::RecordText& out) const;
+    void PrintResultName(ckscribe::RecordText& out) const;
 
     CommandType type;
     CommandSpecifier specifier;

@@ -7,6 +7,8 @@
 
 #include "util/json_writer.h"
 
+using namespace ckscribe;
+
 namespace {
 
 constexpr std::size_t kFirstRoom = 8;
@@ -44,7 +46,7 @@ void DescriptorComposite::ResetChildrenBuffer() {
     childCount = 0;
 }
 
-void DescriptorComposite::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void DescriptorComposite::WriteEventMembers(JsonWriter& json) const {
     json.Key("children");
     json.BeginArray();
     for (unsigned i = 0; i < childCount; ++i) children[i]->WriteEvent(json);

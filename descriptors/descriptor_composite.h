@@ -19,9 +19,9 @@ public:
     // Forgets the children without deleting them.
     void ResetChildrenBuffer();
 
-    void PrintContent(RecordText& out, int indent, const char* suffix) const override;
+    void PrintContent(ckscribe::RecordText& out, int indent, const char* suffix) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
-    virtual void PrintChildrenDescription(RecordText& out, int indent) const;
+    virtual void PrintChildrenDescription(ckscribe::RecordText& out, int indent) const;
 
 private:
     void Grow();

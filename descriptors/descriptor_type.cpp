@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+using namespace ckscribe;
+
 namespace {
 
 struct Labels {
@@ -52,9 +54,13 @@ const Labels& LabelsOf(int type) {
 
 }  // namespace
 
+namespace ckscribe {
+
 std::string_view OldFormatLabel(int type) { return LabelsOf(type).oldFormat; }
 
 std::string_view NewFormatLabel(int type) { return LabelsOf(type).newFormat; }
+
+}  // namespace ckscribe
 
 int GetDescriptorType(const char* oldFormatLabel) {
     for (const Labels& labels : kLabels) {

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+namespace ckscribe {
+
 enum DescriptorType : int {
     kUnknownDescriptor = 0,
     kCommand = 1,
@@ -39,6 +41,8 @@ std::string_view OldFormatLabel(int type);
 
 // Returns the label of a type in the new format. It is empty if the descriptor's own name is the label.
 std::string_view NewFormatLabel(int type);
+
+}  // namespace ckscribe
 
 // Returns the type of an old-format label. The text must match exactly; any other text gives 0.
 int GetDescriptorType(const char* oldFormatLabel);

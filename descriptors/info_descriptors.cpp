@@ -10,17 +10,19 @@
 #include "host/readable_memory.h"
 #include "util/json_writer.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // Returns the whole of a fixed field: texts in these structures are padded, not terminated.
 template <class Character, std::size_t size>
 AbstractDescriptor* Field(const Character (&field)[size]) {
-    return new ByteStringDescriptor(field, size, nullptr, ckscribe::BytesAre::kDescription);
+    return new ByteStringDescriptor(field, size, nullptr, BytesAre::kDescription);
 }
 
 // Writes the members of a structure into an event: the named children of its descriptor, in their order, each
 // under its name. Writes no members of a structure that could not be read.
-void WriteMembers(ckscribe::JsonWriter& json, const DescriptorComposite& structure,
+void WriteMembers(JsonWriter& json, const DescriptorComposite& structure,
                   std::initializer_list<std::string_view> names) {
     if (structure.ChildCount() == 0) return;
     unsigned i = 0;
@@ -36,18 +38,18 @@ void WriteMembers(ckscribe::JsonWriter& json, const DescriptorComposite& structu
 
 InfoDescriptor::InfoDescriptor(const CK_INFO* source) {
     CK_INFO info;
-    if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
+    if (!CopyReadable(source, &info, sizeof info)) return;
     isGiven = true;
     version = info.cryptokiVersion;
     AddDescriptor(new ByteStringDescriptor(&info.cryptokiVersion, sizeof info.cryptokiVersion, nullptr,
-                                           ckscribe::BytesAre::kDescription));
+                                           BytesAre::kDescription));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(new FlagsDescriptor(info.flags));
 }
 
 SlotInfoDescriptor::SlotInfoDescriptor(const CK_SLOT_INFO* source) {
     CK_SLOT_INFO info;
-    if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
+    if (!CopyReadable(source, &info, sizeof info)) return;
     AddDescriptor(Field(info.slotDescription));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(new FlagsDescriptor(info.flags));
@@ -55,7 +57,7 @@ SlotInfoDescriptor::SlotInfoDescriptor(const CK_SLOT_INFO* source) {
 
 TokenInfoDescriptor::TokenInfoDescriptor(const CK_TOKEN_INFO* source) {
     CK_TOKEN_INFO info;
-    if (!ckscribe::CopyReadable(source, &info, sizeof info)) return;
+    if (!CopyReadable(source, &info, sizeof info)) return;
     AddDescriptor(Field(info.label));
     AddDescriptor(Field(info.manufacturerID));
     AddDescriptor(Field(info.model));
@@ -74,7 +76,7 @@ TokenInfoDescriptor::TokenInfoDescriptor(const CK_TOKEN_INFO* source) {
 }
 
 SessionInfoDescriptor::SessionInfoDescriptor(const CK_SESSION_INFO* source) {
-    isGiven = ckscribe::CopyReadable(source, &info, sizeof info);
+    isGiven = CopyReadable(source, &info, sizeof info);
 }
 
 void SessionInfoDescriptor::PrintParameters(RecordText& out, int) const {
@@ -96,7 +98,7 @@ void SessionInfoDescriptor::PrintParameters(RecordText& out, int) const {
     out.Append(')');
 }
 
-void InfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void InfoDescriptor::WriteEventMembers(JsonWriter& json) const {
     if (!isGiven) return;
     json.Key("cryptokiVersion");
     json.BeginObject();
@@ -108,11 +110,11 @@ void InfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
     WriteMembers(json, *this, {"", "manufacturerID", "flags"});
 }
 
-void SlotInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void SlotInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
     WriteMembers(json, *this, {"slotDescription", "manufacturerID", "flags"});
 }
 
-void TokenInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void TokenInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
     WriteMembers(
         json, *this,
         {"label", "manufacturerID", "model", "serialNumber", "flags", "ulMaxSessionCount", "ulSessionCount",
@@ -120,7 +122,7 @@ void TokenInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
          "ulFreePublicMemory", "ulTotalPrivateMemory", "ulFreePrivateMemory"});
 }
 
-void SessionInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void SessionInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
     if (!isGiven) return;
     json.Key("slotID");
     json.Number(info.slotID);

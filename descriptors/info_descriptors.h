@@ -12,7 +12,7 @@
 class InfoDescriptor : public DescriptorComposite {
 public:
     explicit InfoDescriptor(const CK_INFO* info);
-    int Type() const override { return kInfo; }
+    int Type() const override { return ckscribe::kInfo; }
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:
@@ -23,22 +23,22 @@ private:
 class SlotInfoDescriptor : public DescriptorComposite {
 public:
     explicit SlotInfoDescriptor(const CK_SLOT_INFO* info);
-    int Type() const override { return kSlotInfo; }
+    int Type() const override { return ckscribe::kSlotInfo; }
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 };
 
 class TokenInfoDescriptor : public DescriptorComposite {
 public:
     explicit TokenInfoDescriptor(const CK_TOKEN_INFO* info);
-    int Type() const override { return kTokenInfo; }
+    int Type() const override { return ckscribe::kTokenInfo; }
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 };
 
 class SessionInfoDescriptor : public AbstractDescriptor {
 public:
     explicit SessionInfoDescriptor(const CK_SESSION_INFO* info);
-    int Type() const override { return kSessionInfo; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kSessionInfo; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:

@@ -29,14 +29,14 @@ class SlotIDListDescriptor : public ckscribe::ListDescriptor {
 public:
     SlotIDListDescriptor(const unsigned long* ids, unsigned long count) { AddAllSlotIDs(ids, count); }
     void AddAllSlotIDs(const unsigned long* ids, unsigned long count);
-    int Type() const override { return kSlotIDList; }
+    int Type() const override { return ckscribe::kSlotIDList; }
 };
 
 class MechTypeListDescriptor : public ckscribe::ListDescriptor {
 public:
     MechTypeListDescriptor(const unsigned long* types, unsigned long count) { AddAllMechTypes(types, count); }
     void AddAllMechTypes(const unsigned long* types, unsigned long count);
-    int Type() const override { return kMechTypeList; }
+    int Type() const override { return ckscribe::kMechTypeList; }
 };
 
 class ObjectHandleListDescriptor : public ckscribe::ListDescriptor {
@@ -45,5 +45,5 @@ public:
         AddAllHandles(handles, count);
     }
     void AddAllHandles(const unsigned long* handles, unsigned long count);
-    int Type() const override { return kObjectHandleList; }
+    int Type() const override { return ckscribe::kObjectHandleList; }
 };

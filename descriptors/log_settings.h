@@ -11,9 +11,9 @@
 extern std::atomic<int> bUseNewLogFormat;    // non-zero: one line a record; zero: indented, several lines
 extern std::atomic<unsigned> uLoggingLevel;  // 1 "DESTROY", 2 "MODIFY", 3 "ADMIN", 4; 0 before the start-up
 
-inline bool UseNewLogFormat() { return bUseNewLogFormat.load(std::memory_order_relaxed) != 0; }
-
 namespace ckscribe {
+
+inline bool UseNewLogFormat() { return bUseNewLogFormat.load(std::memory_order_relaxed) != 0; }
 
 // Returns the logging level since the latest start.
 inline unsigned LevelInForce() { return uLoggingLevel.load(std::memory_order_relaxed); }

@@ -8,9 +8,11 @@
 #include "host/readable_memory.h"
 #include "util/json_writer.h"
 
+using namespace ckscribe;
+
 MechanismDescriptor::MechanismDescriptor(const CK_MECHANISM* mechanism) {
     CK_MECHANISM copy;
-    if (!ckscribe::CopyReadable(mechanism, &copy, sizeof copy)) return;
+    if (!CopyReadable(mechanism, &copy, sizeof copy)) return;
     isGiven = true;
     type = copy.mechanism;
     parameter.SetValue(copy.pParameter, copy.ulParameterLen);
@@ -28,7 +30,7 @@ void MechanismDescriptor::PrintParameters(RecordText& out, int indent) const {
 }
 
 MechInfoDescriptor::MechInfoDescriptor(const CK_MECHANISM_INFO* source) {
-    isGiven = ckscribe::CopyReadable(source, &info, sizeof info);
+    isGiven = CopyReadable(source, &info, sizeof info);
 }
 
 void MechInfoDescriptor::PrintParameters(RecordText& out, int) const {
@@ -42,7 +44,7 @@ void MechInfoDescriptor::PrintParameters(RecordText& out, int) const {
 }
 
 // Writes no members if the mechanism could not be read: it has no type then.
-void MechanismDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void MechanismDescriptor::WriteEventMembers(JsonWriter& json) const {
     if (!isGiven) return;
     ckscribe::WriteMechanismType(json, type);
     json.Key("parameter");
@@ -51,12 +53,11 @@ void MechanismDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
     json.EndObject();
 }
 
-void MechanismDescriptor::TellSubject(ckscribe::CallSubject& subject) const {
-    using ckscribe::CallSubject;
+void MechanismDescriptor::TellSubject(CallSubject& subject) const {
     if (isGiven) subject.Tell(CallSubject::kMechanism, &CallSubject::mechanism, type);
 }
 
-void MechInfoDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void MechInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
     if (!isGiven) return;
     json.Key("ulMinKeySize");
     json.Number(info.ulMinKeySize);

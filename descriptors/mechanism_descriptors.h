@@ -9,8 +9,8 @@ class MechanismDescriptor : public AbstractDescriptor {
 public:
     // Copies the bytes of the parameter. A null mechanism has type 0 and no parameter.
     explicit MechanismDescriptor(const CK_MECHANISM* mechanism);
-    int Type() const override { return kMechanism; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kMechanism; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     void TellSubject(ckscribe::CallSubject& subject) const override;
 
@@ -24,8 +24,8 @@ class MechInfoDescriptor : public AbstractDescriptor {
 public:
     // A null pointer gives zeros.
     explicit MechInfoDescriptor(const CK_MECHANISM_INFO* info);
-    int Type() const override { return kMechanismInfo; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kMechanismInfo; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
 
 private:

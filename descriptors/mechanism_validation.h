@@ -6,13 +6,17 @@
 
 #include <cstdint>
 
+namespace ckscribe {
+
 struct MechanismParamResult {
     // Is 0 if the parameter is valid, otherwise 0x710000: CKR_MECHANISM_PARAM_INVALID (0x71) in bits 16 to
     // 23.
     std::uint32_t code = 0;
 };
 
+}  // namespace ckscribe
+
 // `mechanism` stays the caller's; null is invalid. Its parameter may lie at any address and is read only if
 // its length is the one that the mechanism needs. The memory that the parameter points to is never read. The
 // function is pure: any thread may call it at any time.
-MechanismParamResult ValidateCkMechanismParam(CK_MECHANISM* mechanism);
+ckscribe::MechanismParamResult ValidateCkMechanismParam(CK_MECHANISM* mechanism);

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+namespace ckscribe {
+
 namespace {
 
 int rememberedProcessId = 0;
@@ -23,3 +25,5 @@ int ThreadId() { return static_cast<int>(static_cast<std::uint32_t>((std::uintpt
 RecordEnvironment recordEnvironment = {Now, std::clock, ProcessId, ThreadId};
 
 void ForgetProcessId() { rememberedProcessId = 0; }
+
+}  // namespace ckscribe

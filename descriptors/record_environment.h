@@ -3,6 +3,8 @@
 
 #include <ctime>
 
+namespace ckscribe {
+
 struct RecordEnvironment {
     std::time_t (*now)();
     std::clock_t (*processorTime)();
@@ -15,3 +17,5 @@ extern RecordEnvironment recordEnvironment;
 
 // The process id is remembered. A child made by fork calls this function to forget the id of its parent.
 void ForgetProcessId();
+
+}  // namespace ckscribe

@@ -6,7 +6,9 @@
 
 #include "util/text_buffer.h"
 
-class RecordText : public ckscribe::TextBuffer {
+namespace ckscribe {
+
+class RecordText : public TextBuffer {
 public:
     // The text stays in memory; Flush does nothing.
     RecordText() = default;
@@ -33,3 +35,5 @@ private:
 
     std::FILE* stream = nullptr;
 };
+
+}  // namespace ckscribe

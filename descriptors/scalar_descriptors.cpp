@@ -8,8 +8,7 @@
 #include "host/readable_memory.h"
 #include "util/json_writer.h"
 
-using ckscribe::CallSubject;
-using ckscribe::JsonWriter;
+using namespace ckscribe;
 
 namespace {
 
@@ -19,13 +18,14 @@ unsigned long Low32Bits(unsigned long value) { return static_cast<std::uint32_t>
 
 ULongDescriptor::ULongDescriptor(unsigned long value, const char* name, ULongFormat format)
     : AbstractDescriptor(name), value(value), format(format) {
-    if (format == kDefaultFormat) this->format = UseNewLogFormat() ? kDecimal : kHexadecimal;
+    if (format == ULongFormat::kDefault)
+        this->format = UseNewLogFormat() ? ULongFormat::kDecimal : ULongFormat::kHexadecimal;
 }
 
 void ULongDescriptor::PrintParameters(RecordText& out, int) const {
     const bool inParentheses = !UseNewLogFormat();
     if (inParentheses) out.Append('(');
-    if (format == kHexadecimal) {
+    if (format == ULongFormat::kHexadecimal) {
         out.AppendHex(Low32Bits(value));
     } else {
         out.AppendDecimal(value);
@@ -36,13 +36,13 @@ void ULongDescriptor::PrintParameters(RecordText& out, int) const {
 
 SlotAddressDescriptor::SlotAddressDescriptor(const unsigned long* address)
     : SlotIDDescriptor(reinterpret_cast<std::uintptr_t>(address)),
-      isReadable(ckscribe::CopyReadable(address, &slot, sizeof slot)) {}
+      isReadable(CopyReadable(address, &slot, sizeof slot)) {}
 
 PinLengthDescriptor::PinLengthDescriptor(unsigned long length)
-    : ULongDescriptor(ckscribe::IsDataHiddenInLog() ? 0 : length) {}
+    : ULongDescriptor(IsDataHiddenInLog() ? 0 : length) {}
 
 PtrDescriptor::PtrDescriptor(const void* address, const char* name)
-    : ULongDescriptor(reinterpret_cast<std::uintptr_t>(address), name, kHexadecimal) {}
+    : ULongDescriptor(reinterpret_cast<std::uintptr_t>(address), name, ULongFormat::kHexadecimal) {}
 
 void UShortDescriptor::PrintParameters(RecordText& out, int) const {
     if (UseNewLogFormat()) {

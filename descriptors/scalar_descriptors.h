@@ -7,8 +7,8 @@
 
 #include "descriptors/abstract_descriptor.h"
 
-enum ULongFormat : int {
-    kDefaultFormat = 0,  // hexadecimal in the old format, decimal in the new one
+enum class ULongFormat : int {
+    kDefault = 0,  // hexadecimal in the old format, decimal in the new one
     kHexadecimal = 1,
     kDecimal = 2,
 };
@@ -16,10 +16,10 @@ enum ULongFormat : int {
 class ULongDescriptor : public AbstractDescriptor {
 public:
     explicit ULongDescriptor(unsigned long value, const char* name = nullptr,
-                             ULongFormat format = kDefaultFormat);
+                             ULongFormat format = ULongFormat::kDefault);
     void SetValue(unsigned long newValue) { value = newValue; }
-    int Type() const override { return kULong; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kULong; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     void WriteEventValue(ckscribe::JsonWriter& json) const override;
     unsigned long Value() const { return value; }
@@ -32,29 +32,31 @@ private:
 class SlotIDDescriptor : public ULongDescriptor {
 public:
     explicit SlotIDDescriptor(unsigned long slot) : ULongDescriptor(slot) {}
-    int Type() const override { return kSlotID; }
+    int Type() const override { return ckscribe::kSlotID; }
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 class ObjectHandleDescriptor : public ULongDescriptor {
 public:
     explicit ObjectHandleDescriptor(unsigned long handle) : ULongDescriptor(handle) {}
-    int Type() const override { return kObjectHandle; }
+    int Type() const override { return ckscribe::kObjectHandle; }
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
 class FlagsDescriptor : public ULongDescriptor {
 public:
     explicit FlagsDescriptor(unsigned long flags) : ULongDescriptor(flags) {}
-    int Type() const override { return kFlags; }
+    int Type() const override { return ckscribe::kFlags; }
 };
 
 class SessionHandleDescriptor : public ULongDescriptor {
 public:
     explicit SessionHandleDescriptor(unsigned long handle) : ULongDescriptor(handle) {}
-    int Type() const override { return kSessionHandle; }
+    int Type() const override { return ckscribe::kSessionHandle; }
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
+
+namespace ckscribe {
 
 // This descriptor shows a slot whose address the call gives.
 //
@@ -63,8 +65,8 @@ public:
 class SlotAddressDescriptor : public SlotIDDescriptor {
 public:
     explicit SlotAddressDescriptor(const unsigned long* address);
-    void WriteEventMembers(ckscribe::JsonWriter& json) const override;
-    void TellSubject(ckscribe::CallSubject& subject) const override;
+    void WriteEventMembers(JsonWriter& json) const override;
+    void TellSubject(CallSubject& subject) const override;
 
 private:
     unsigned long slot = 0;
@@ -76,14 +78,16 @@ private:
 class PinLengthDescriptor : public ULongDescriptor {
 public:
     explicit PinLengthDescriptor(unsigned long length);
-    void WriteEventMembers(ckscribe::JsonWriter&) const override {}
+    void WriteEventMembers(JsonWriter&) const override {}
 };
+
+}  // namespace ckscribe
 
 // This descriptor shows an address. Its label is fixed: a name given to it is never printed.
 class PtrDescriptor : public ULongDescriptor {
 public:
     explicit PtrDescriptor(const void* address, const char* name = nullptr);
-    int Type() const override { return kPointer; }
+    int Type() const override { return ckscribe::kPointer; }
 };
 
 // The new format shows this number as a signed one of 32 bits.
@@ -92,8 +96,8 @@ public:
     explicit UShortDescriptor(unsigned long value, const char* name = nullptr)
         : AbstractDescriptor(name), value(value) {}
     void SetValue(unsigned long newValue) { value = newValue; }
-    int Type() const override { return kUShort; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kUShort; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     void WriteEventValue(ckscribe::JsonWriter& json) const override;
     unsigned long Value() const { return value; }
@@ -105,7 +109,7 @@ private:
 class MechanismTypeDescriptor : public UShortDescriptor {
 public:
     using UShortDescriptor::UShortDescriptor;
-    int Type() const override { return kMechanismType; }
+    int Type() const override { return ckscribe::kMechanismType; }
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     void WriteEventValue(ckscribe::JsonWriter& json) const override;
     void TellSubject(ckscribe::CallSubject& subject) const override;
@@ -114,7 +118,7 @@ public:
 class UserTypeDescriptor : public UShortDescriptor {
 public:
     using UShortDescriptor::UShortDescriptor;
-    int Type() const override { return kUserType; }
+    int Type() const override { return ckscribe::kUserType; }
     void TellSubject(ckscribe::CallSubject& subject) const override;
 };
 
@@ -131,7 +135,7 @@ public:
     explicit ByteDescriptor(unsigned char value, const char* name = nullptr)
         : AbstractDescriptor(name), value(value) {}
     void SetValue(unsigned char newValue) { value = newValue; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     void WriteEventValue(ckscribe::JsonWriter& json) const override;
 
@@ -142,7 +146,7 @@ protected:
 class ByteBooleanDescriptor : public ByteDescriptor {
 public:
     using ByteDescriptor::ByteDescriptor;
-    int Type() const override { return kByteBoolean; }
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kByteBoolean; }
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     void WriteEventValue(ckscribe::JsonWriter& json) const override;
 };

@@ -6,7 +6,9 @@
 
 #include "util/cache_line.h"
 
-alignas(ckscribe::kCacheLine) TreeMemory* TreeMemory::current = nullptr;
+namespace ckscribe {
+
+alignas(kCacheLine) TreeMemory* TreeMemory::current = nullptr;
 
 namespace {
 
@@ -47,3 +49,5 @@ bool TreeMemory::IsHeldFurtherOut(const std::byte* piece) const {
     }
     return false;
 }
+
+}  // namespace ckscribe

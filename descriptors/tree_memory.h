@@ -7,6 +7,8 @@
 
 #include "host/record_lock.h"
 
+namespace ckscribe {
+
 // While an object of this class lives, trees take their memory from it as long as it has room, and from the
 // heap afterwards. Objects may be nested. Make the object under the record lock, before the trees; they must
 // not outlive it.
@@ -14,7 +16,7 @@ class TreeMemory {
 public:
     static constexpr std::size_t kSize = 2048;
 
-    TreeMemory() CKSCRIBE_NEEDS(ckscribe::theRecordLock) : outer(current) { current = this; }
+    TreeMemory() CKSCRIBE_NEEDS(theRecordLock) : outer(current) { current = this; }
     ~TreeMemory() { current = outer; }
     TreeMemory(const TreeMemory&) = delete;
     TreeMemory& operator=(const TreeMemory&) = delete;
@@ -37,3 +39,5 @@ private:
     std::size_t used = 0;
     alignas(std::max_align_t) std::byte block[kSize];
 };
+
+}  // namespace ckscribe

@@ -11,27 +11,28 @@
 #include "host/readable_memory.h"
 #include "util/json_writer.h"
 
+using namespace ckscribe;
+
 namespace {
 
 constexpr CK_ULONG kUnavailable = CK_UNAVAILABLE_INFORMATION;
 
 // An events file that shows no data needs only their size, unless a text log is written beside it.
 bool IsSizeOfDataEnough() {
-    return ckscribe::currentCallEvent != nullptr && !ckscribe::IsDataShownInEvents() &&
+    return currentCallEvent != nullptr && !IsDataShownInEvents() &&
            AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) == 0;
 }
 
 }  // namespace
 
-ValueDescriptor::ValueDescriptor(const void* bytes, unsigned long count, const char* name,
-                                 ckscribe::BytesAre bytesAre)
+ValueDescriptor::ValueDescriptor(const void* bytes, unsigned long count, const char* name, BytesAre bytesAre)
     : AbstractDescriptor(name) {
     SetValue(bytes, count, bytesAre);
 }
 
 ValueDescriptor::~ValueDescriptor() { ReleaseValue(); }
 
-void ValueDescriptor::SetValue(const void* bytes, unsigned long count, ckscribe::BytesAre areWhat) {
+void ValueDescriptor::SetValue(const void* bytes, unsigned long count, BytesAre areWhat) {
     ReleaseValue();
     claimedLength = count;
     bytesAre = areWhat;
@@ -40,10 +41,10 @@ void ValueDescriptor::SetValue(const void* bytes, unsigned long count, ckscribe:
         bytes = &kUnavailable;
         count = sizeof kUnavailable;
     }
-    if (bytesAre == ckscribe::BytesAre::kData && IsSizeOfDataEnough()) return;
-    std::size_t readable = ckscribe::ReadableLength(bytes, count);
+    if (bytesAre == BytesAre::kData && IsSizeOfDataEnough()) return;
+    std::size_t readable = ReadableLength(bytes, count);
     if (readable == 0) return;
-    if (ckscribe::IsDataHiddenInLog() && bytesAre == ckscribe::BytesAre::kData && !isUnavailable) {
+    if (IsDataHiddenInLog() && bytesAre == BytesAre::kData && !isUnavailable) {
         bytes = PINDescriptor::cMaskedPIN;
         readable = PINDescriptor::cMaskPINlen;
     }
@@ -53,12 +54,12 @@ void ValueDescriptor::SetValue(const void* bytes, unsigned long count, ckscribe:
 }
 
 std::string_view ValueDescriptor::BytesInEvents() const {
-    const bool areShown = bytesAre == ckscribe::BytesAre::kDescription || ckscribe::IsDataShownInEvents();
+    const bool areShown = bytesAre == BytesAre::kDescription || IsDataShownInEvents();
     if (!areShown || claimedLength == kUnavailable) return {};
     return {reinterpret_cast<const char*>(value), length};
 }
 
-void ValueDescriptor::WriteEventMembers(ckscribe::JsonWriter& json) const {
+void ValueDescriptor::WriteEventMembers(JsonWriter& json) const {
     json.Key("size");
     json.Number(claimedLength);
     ckscribe::WriteBytes(json, BytesInEvents());
@@ -71,20 +72,20 @@ void ValueDescriptor::ReleaseValue() {
 }
 
 ValueFormat ValueDescriptor::FormatFromDataValue() const {
-    const ckscribe::ByteKinds kinds = ckscribe::KindsOf(value, length);
-    if (!kinds.isText) return kNumeric;
-    if (kinds.controls == 0) return kSimpleText;
+    const ByteKinds kinds = KindsOf(value, length);
+    if (!kinds.isText) return ValueFormat::kNumeric;
+    if (kinds.controls == 0) return ValueFormat::kSimpleText;
     const unsigned long printable = length - kinds.controls;
-    return printable <= kinds.controls ? kNumeric : kRichText;
+    return printable <= kinds.controls ? ValueFormat::kNumeric : ValueFormat::kRichText;
 }
 
 void ValueDescriptor::PrintValue(RecordText& out, ValueFormat format) const {
     out.Append('"');
     if (value == nullptr) {
         out.Append("<null>");
-    } else if (format == kNumeric) {
+    } else if (format == ValueFormat::kNumeric) {
         PrintNumericText(out);
-    } else if (format == kRichText) {
+    } else if (format == ValueFormat::kRichText) {
         PrintRichText(out);
     } else {
         PrintSimpleText(out);
@@ -125,7 +126,7 @@ void ByteStringDescriptor::PrintDescription(RecordText& out, int indent, const c
     AbstractDescriptor::PrintDescription(out, indent, suffix);
 }
 
-void ValueDescriptor::WriteEventValue(ckscribe::JsonWriter& json) const {
+void ValueDescriptor::WriteEventValue(JsonWriter& json) const {
     ckscribe::WritePaddedText(json, BytesInEvents());
 }
 

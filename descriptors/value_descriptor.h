@@ -29,9 +29,9 @@ public:
                   ckscribe::BytesAre bytesAre = ckscribe::BytesAre::kData);
     void ReleaseValue();
 
-    int Type() const override { return kValue; }
-    void PrintDescription(RecordText& out, int indent, const char* suffix) const override;
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kValue; }
+    void PrintDescription(ckscribe::RecordText& out, int indent, const char* suffix) const override;
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
     // Writes the size that the call claims and, if events show them, the bytes.
     void WriteEventMembers(ckscribe::JsonWriter& json) const override;
     // Writes the bytes as a text without its padding.
@@ -40,7 +40,7 @@ public:
     // Returns the form that suits the bytes.
     ValueFormat FormatFromDataValue() const;
     // Prints the bytes in that form, between double quotes.
-    void PrintValue(RecordText& out, ValueFormat format) const;
+    void PrintValue(ckscribe::RecordText& out, ValueFormat format) const;
 
     unsigned long Length() const { return length; }
     // Returns the length that the caller gave, even if the memory is shorter.
@@ -49,9 +49,9 @@ public:
     std::string_view BytesInEvents() const;
 
 protected:
-    void PrintSimpleText(RecordText& out) const;
-    void PrintNumericText(RecordText& out) const;
-    void PrintRichText(RecordText& out) const;
+    void PrintSimpleText(ckscribe::RecordText& out) const;
+    void PrintNumericText(ckscribe::RecordText& out) const;
+    void PrintRichText(ckscribe::RecordText& out) const;
 
 private:
     unsigned char* value = nullptr;
@@ -64,8 +64,8 @@ private:
 class ByteStringDescriptor : public ValueDescriptor {
 public:
     using ValueDescriptor::ValueDescriptor;
-    int Type() const override { return kByteString; }
-    void PrintDescription(RecordText& out, int indent, const char* suffix) const override;
+    int Type() const override { return ckscribe::kByteString; }
+    void PrintDescription(ckscribe::RecordText& out, int indent, const char* suffix) const override;
 };
 
 // A PINDescriptor shows a PIN or another secret. It always prints the same mask, whatever the secret and its
@@ -91,7 +91,7 @@ public:
 class StringDescriptor : public ValueDescriptor {
 public:
     using ValueDescriptor::ValueDescriptor;
-    int Type() const override { return kByteString; }
-    void PrintDescription(RecordText& out, int indent, const char* suffix) const override;
-    void PrintParameters(RecordText& out, int indent) const override;
+    int Type() const override { return ckscribe::kByteString; }
+    void PrintDescription(ckscribe::RecordText& out, int indent, const char* suffix) const override;
+    void PrintParameters(ckscribe::RecordText& out, int indent) const override;
 };

@@ -4,18 +4,19 @@
 
 std::string_view GetValueFormat(ValueFormat format) {
     switch (format) {
-        case kNumeric:
+        case ValueFormat::kNumeric:
             return "Numeric";
-        case kSimpleText:
+        case ValueFormat::kSimpleText:
             return "SimpleText";
-        case kRichText:
+        case ValueFormat::kRichText:
             return "RichText";
     }
     return "Unknown";
 }
 
 ValueFormat GetValueFormat(const char* name) {
-    for (const ValueFormat format : {kNumeric, kSimpleText, kRichText}) {
+    for (const ValueFormat format :
+         {ValueFormat::kNumeric, ValueFormat::kSimpleText, ValueFormat::kRichText}) {
         if (GetValueFormat(format) == name) return format;
     }
     return ValueFormat{0};

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-enum ValueFormat : int { kNumeric = 1, kSimpleText = 2, kRichText = 3 };
+enum class ValueFormat : int { kNumeric = 1, kSimpleText = 2, kRichText = 3 };
 
 // Returns "Numeric", "SimpleText" or "RichText", or "Unknown" for any other number.
 std::string_view GetValueFormat(ValueFormat format);

@@ -60,7 +60,7 @@ CKSCRIBE_UNCHECKED void UnlockInParent() {
 void UnlockInChild() {
     if (OrmaMutex* const recordLock = pCkLogMutex.load()) recordLock->__init();
     startMutex.object.__init();
-    ForgetProcessId();
+    ckscribe::ForgetProcessId();
     const int numberInParent = ckscribe::SystemThreadNumber();
     ckscribe::ForgetThreadNumber();
     ckscribe::KeepInputsOfForkingThread(numberInParent, ckscribe::SystemThreadNumber());

@@ -43,7 +43,8 @@ std::string_view NameOfCommand(CommandType type) {
 }
 
 std::string_view NameOfSpecifier(CommandSpecifier specifier) {
-    return specifier < std::size(kSpecifierNames) ? kSpecifierNames[specifier] : "UnknownSpecifier";
+    const auto number = static_cast<std::uint32_t>(specifier);
+    return number < std::size(kSpecifierNames) ? kSpecifierNames[number] : "UnknownSpecifier";
 }
 
 CommandSpecifier SpecifierOfName(std::string_view name) {
@@ -54,18 +55,18 @@ CommandSpecifier SpecifierOfName(std::string_view name) {
 }
 
 std::string_view OldFormatNameOfPhase(CommandPhase phase) {
-    if (phase == kStartPhase) return "Start";
-    return phase == kEndPhase ? "End" : "UnknownPhase";
+    if (phase == CommandPhase::kStart) return "Start";
+    return phase == CommandPhase::kEnd ? "End" : "UnknownPhase";
 }
 
 std::string_view NewFormatNameOfPhase(CommandPhase phase) {
-    if (phase == kStartPhase) return "STRT";
-    return phase == kEndPhase ? "FINI" : "ERR!";
+    if (phase == CommandPhase::kStart) return "STRT";
+    return phase == CommandPhase::kEnd ? "FINI" : "ERR!";
 }
 
 CommandPhase PhaseOfOldFormatName(std::string_view name) {
-    if (name == "Start") return kStartPhase;
-    if (name == "End") return kEndPhase;
+    if (name == "Start") return CommandPhase::kStart;
+    if (name == "End") return CommandPhase::kEnd;
     return CommandPhase{kUnknownPhase};
 }
 

@@ -16,15 +16,15 @@ enum CommandType : std::uint32_t {
 
 // The parts of an operation that takes several calls: C_EncryptInit, C_EncryptUpdate, C_EncryptFinal,
 // C_DigestKey.
-enum CommandSpecifier : std::uint32_t {
-    kSinglePart = 0,
-    kInitPart = 1,
-    kUpdatePart = 2,
-    kFinalPart = 3,
-    kKeyPart = 4,
+enum class CommandSpecifier : std::uint32_t {
+    kSingle = 0,
+    kInit = 1,
+    kUpdate = 2,
+    kFinal = 3,
+    kKey = 4,
 };
 
-enum CommandPhase : std::uint32_t { kStartPhase = 0, kEndPhase = 1 };
+enum class CommandPhase : std::uint32_t { kStart = 0, kEnd = 1 };
 
 }  // namespace ckscribe
 

@@ -7,7 +7,7 @@ using namespace ckscribe;
 
 void DigestInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
     if (!LevelSelects(kDigest)) return;
-    StartRecord record(kDigest, kInitPart);
+    StartRecord record(kDigest, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.Capture();
@@ -15,7 +15,7 @@ void DigestInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism) {
 
 void DigestInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR) {
     if (!LevelSelects(kDigest)) return;
-    EndRecord record(kDigest, kInitPart, rv);
+    EndRecord record(kDigest, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 
@@ -38,7 +38,7 @@ void DigestEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR p
 
 void DigestUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen) {
     if (!LevelSelects(kDigest)) return;
-    StartRecord record(kDigest, kUpdatePart);
+    StartRecord record(kDigest, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pPart, ulPartLen));
     record.Capture();
@@ -46,13 +46,13 @@ void DigestUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG u
 
 void DigestUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
     if (!LevelSelects(kDigest)) return;
-    EndRecord record(kDigest, kUpdatePart, rv);
+    EndRecord record(kDigest, CommandSpecifier::kUpdate, rv);
     record.Capture();
 }
 
 void DigestKeyStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kDigest)) return;
-    StartRecord record(kDigest, kKeyPart);
+    StartRecord record(kDigest, CommandSpecifier::kKey);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(ObjectChild(hKey));
     record.Capture();
@@ -60,20 +60,20 @@ void DigestKeyStart(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey) {
 
 void DigestKeyEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kDigest)) return;
-    EndRecord record(kDigest, kKeyPart, rv);
+    EndRecord record(kDigest, CommandSpecifier::kKey, rv);
     record.Capture();
 }
 
 void DigestFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kDigest)) return;
-    StartRecord record(kDigest, kFinalPart);
+    StartRecord record(kDigest, CommandSpecifier::kFinal);
     record.AddDescriptor(SessionChild(hSession));
     record.Capture();
 }
 
 void DigestFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pDigest, CK_ULONG_PTR pulDigestLen) {
     if (!LevelSelects(kDigest)) return;
-    EndRecord record(kDigest, kFinalPart, rv);
+    EndRecord record(kDigest, CommandSpecifier::kFinal, rv);
     record.AddDescriptor(BytesChild(pDigest, ValueAt(pulDigestLen)));
     record.Capture();
 }

@@ -17,7 +17,7 @@ void AddEncryptedPart(CommandDescriptor& record, CK_RV rv, CK_BYTE_PTR encrypted
 void DigestEncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen, CK_BYTE_PTR,
                               CK_ULONG_PTR pulEncryptedPartLen) {
     if (!LevelSelects(kDigestEncrypt)) return;
-    StartRecord record(kDigestEncrypt, kUpdatePart);
+    StartRecord record(kDigestEncrypt, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pPart, ulPartLen));
     record.AddDescriptor(NumberChild(ValueAt(pulEncryptedPartLen)));
@@ -27,7 +27,7 @@ void DigestEncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_
 void DigestEncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedPart,
                             CK_ULONG_PTR pulEncryptedPartLen) {
     if (!LevelSelects(kDigestEncrypt)) return;
-    EndRecord record(kDigestEncrypt, kUpdatePart, rv);
+    EndRecord record(kDigestEncrypt, CommandSpecifier::kUpdate, rv);
     AddEncryptedPart(record, rv, pEncryptedPart, pulEncryptedPartLen);
     record.Capture();
 }
@@ -35,7 +35,7 @@ void DigestEncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, 
 void DecryptDigestUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart,
                               CK_ULONG ulEncryptedPartLen, CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kDecryptDigest)) return;
-    StartRecord record(kDecryptDigest, kUpdatePart);
+    StartRecord record(kDecryptDigest, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pEncryptedPart, ulEncryptedPartLen));
     record.Capture();
@@ -44,7 +44,7 @@ void DecryptDigestUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncrypted
 void DecryptDigestUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pPart,
                             CK_ULONG_PTR pulPartLen) {
     if (!LevelSelects(kDecryptDigest)) return;
-    EndRecord record(kDecryptDigest, kUpdatePart, rv);
+    EndRecord record(kDecryptDigest, CommandSpecifier::kUpdate, rv);
     record.AddDescriptor(BytesChild(pPart, ValueAt(pulPartLen)));
     record.Capture();
 }
@@ -52,7 +52,7 @@ void DecryptDigestUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, 
 void SignEncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen, CK_BYTE_PTR,
                             CK_ULONG_PTR pulEncryptedPartLen) {
     if (!LevelSelects(kSignEncrypt)) return;
-    StartRecord record(kSignEncrypt, kUpdatePart);
+    StartRecord record(kSignEncrypt, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pPart, ulPartLen));
     record.AddDescriptor(NumberChild(ValueAt(pulEncryptedPartLen)));
@@ -62,7 +62,7 @@ void SignEncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_UL
 void SignEncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedPart,
                           CK_ULONG_PTR pulEncryptedPartLen) {
     if (!LevelSelects(kSignEncrypt)) return;
-    EndRecord record(kSignEncrypt, kUpdatePart, rv);
+    EndRecord record(kSignEncrypt, CommandSpecifier::kUpdate, rv);
     AddEncryptedPart(record, rv, pEncryptedPart, pulEncryptedPartLen);
     record.Capture();
 }
@@ -70,7 +70,7 @@ void SignEncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK
 void DecryptVerifyUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart,
                               CK_ULONG ulEncryptedPartLen, CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kDecryptVerify)) return;
-    StartRecord record(kDecryptVerify, kUpdatePart);
+    StartRecord record(kDecryptVerify, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pEncryptedPart, ulEncryptedPartLen));
     record.Capture();
@@ -79,7 +79,7 @@ void DecryptVerifyUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncrypted
 void DecryptVerifyUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pPart,
                             CK_ULONG_PTR pulPartLen) {
     if (!LevelSelects(kDecryptVerify)) return;
-    EndRecord record(kDecryptVerify, kUpdatePart, rv);
+    EndRecord record(kDecryptVerify, CommandSpecifier::kUpdate, rv);
     record.AddDescriptor(BytesChild(pPart, ValueAt(pulPartLen)));
     record.Capture();
 }

@@ -17,7 +17,7 @@ constexpr const char* kEncryptedPartLen = "*pusEncryptedPartLen";
 
 void EncryptInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kEncrypt)) return;
-    StartRecord record(kEncrypt, kInitPart);
+    StartRecord record(kEncrypt, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.AddDescriptor(ObjectChild(hKey));
@@ -26,7 +26,7 @@ void EncryptInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, C
 
 void EncryptInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kEncrypt)) return;
-    EndRecord record(kEncrypt, kInitPart, rv);
+    EndRecord record(kEncrypt, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 
@@ -54,7 +54,7 @@ void EncryptEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR 
 void EncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen, CK_BYTE_PTR,
                         CK_ULONG_PTR pulEncryptedPartLen) {
     if (!LevelSelects(kEncrypt)) return;
-    StartRecord record(kEncrypt, kUpdatePart);
+    StartRecord record(kEncrypt, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pPart, ulPartLen));
     record.AddDescriptor(HexNumberChild(AsNumber(pulEncryptedPartLen), kEncryptedPartLenAddress));
@@ -65,7 +65,7 @@ void EncryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG 
 void EncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pEncryptedPart,
                       CK_ULONG_PTR pulEncryptedPartLen) {
     if (!LevelSelects(kEncrypt)) return;
-    EndRecord record(kEncrypt, kUpdatePart, rv);
+    EndRecord record(kEncrypt, CommandSpecifier::kUpdate, rv);
     if (pEncryptedPart == nullptr || rv == CKR_BUFFER_TOO_SMALL) {
         record.AddDescriptor(HexNumberChild(AsNumber(pulEncryptedPartLen), kEncryptedPartLenAddress));
         record.AddDescriptor(DecimalNumberChild(ValueAt(pulEncryptedPartLen), kEncryptedPartLen));
@@ -77,7 +77,7 @@ void EncryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYT
 
 void EncryptFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kEncrypt)) return;
-    StartRecord record(kEncrypt, kFinalPart);
+    StartRecord record(kEncrypt, CommandSpecifier::kFinal);
     record.AddDescriptor(SessionChild(hSession));
     record.Capture();
 }
@@ -85,14 +85,14 @@ void EncryptFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
 void EncryptFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pLastEncryptedPart,
                      CK_ULONG_PTR pulLastEncryptedPartLen) {
     if (!LevelSelects(kEncrypt)) return;
-    EndRecord record(kEncrypt, kFinalPart, rv);
+    EndRecord record(kEncrypt, CommandSpecifier::kFinal, rv);
     record.AddDescriptor(BytesChild(pLastEncryptedPart, ValueAt(pulLastEncryptedPartLen)));
     record.Capture();
 }
 
 void DecryptInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kDecrypt)) return;
-    StartRecord record(kDecrypt, kInitPart);
+    StartRecord record(kDecrypt, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.AddDescriptor(ObjectChild(hKey));
@@ -101,7 +101,7 @@ void DecryptInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, C
 
 void DecryptInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kDecrypt)) return;
-    EndRecord record(kDecrypt, kInitPart, rv);
+    EndRecord record(kDecrypt, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 
@@ -125,7 +125,7 @@ void DecryptEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR 
 void DecryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart, CK_ULONG ulEncryptedPartLen,
                         CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kDecrypt)) return;
-    StartRecord record(kDecrypt, kUpdatePart);
+    StartRecord record(kDecrypt, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pEncryptedPart, ulEncryptedPartLen));
     record.Capture();
@@ -134,21 +134,21 @@ void DecryptUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart, 
 void DecryptUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pPart,
                       CK_ULONG_PTR pulPartLen) {
     if (!LevelSelects(kDecrypt)) return;
-    EndRecord record(kDecrypt, kUpdatePart, rv);
+    EndRecord record(kDecrypt, CommandSpecifier::kUpdate, rv);
     record.AddDescriptor(BytesChild(pPart, ValueAt(pulPartLen)));
     record.Capture();
 }
 
 void DecryptFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kDecrypt)) return;
-    StartRecord record(kDecrypt, kFinalPart);
+    StartRecord record(kDecrypt, CommandSpecifier::kFinal);
     record.AddDescriptor(SessionChild(hSession));
     record.Capture();
 }
 
 void DecryptFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pLastPart, CK_ULONG_PTR pulLastPartLen) {
     if (!LevelSelects(kDecrypt)) return;
-    EndRecord record(kDecrypt, kFinalPart, rv);
+    EndRecord record(kDecrypt, CommandSpecifier::kFinal, rv);
     record.AddDescriptor(BytesChild(pLastPart, ValueAt(pulLastPartLen)));
     record.Capture();
 }

@@ -108,7 +108,7 @@ void SetAttributeValueEnd(CK_RV rv, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTR
 
 void FindObjectsInitStart(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount) {
     if (!LevelSelects(kFindObjects)) return;
-    StartRecord record(kFindObjects, kInitPart);
+    StartRecord record(kFindObjects, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(TemplateChild(pTemplate, ulCount));
     record.Capture();
@@ -116,7 +116,7 @@ void FindObjectsInitStart(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE_PTR pTemplate
 
 void FindObjectsInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG) {
     if (!LevelSelects(kFindObjects)) return;
-    EndRecord record(kFindObjects, kInitPart, rv);
+    EndRecord record(kFindObjects, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 

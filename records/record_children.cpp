@@ -24,10 +24,10 @@ AbstractDescriptor* NumberChild(CK_ULONG value, const char* label) {
     return new ULongDescriptor(value, label);
 }
 AbstractDescriptor* DecimalNumberChild(CK_ULONG value, const char* label) {
-    return new ULongDescriptor(value, label, kDecimal);
+    return new ULongDescriptor(value, label, ULongFormat::kDecimal);
 }
 AbstractDescriptor* HexNumberChild(CK_ULONG value, const char* label) {
-    return new ULongDescriptor(value, label, kHexadecimal);
+    return new ULongDescriptor(value, label, ULongFormat::kHexadecimal);
 }
 AbstractDescriptor* ShortNumberChild(CK_ULONG value, const char* label) {
     return new UShortDescriptor(value, label);

@@ -23,16 +23,16 @@ namespace ckscribe {
 // Capture() writes the record.
 class StartRecord : public CommandDescriptor {
 public:
-    explicit StartRecord(CommandType type, CommandSpecifier specifier = kSinglePart)
-        : CommandDescriptor(type, specifier, kStartPhase, CKR_OK) {}
+    explicit StartRecord(CommandType type, CommandSpecifier specifier = CommandSpecifier::kSingle)
+        : CommandDescriptor(type, specifier, CommandPhase::kStart, CKR_OK) {}
 };
 
 // The root of an end record, which is written after a call has returned `rv`.
 class EndRecord : public CommandDescriptor {
 public:
-    EndRecord(CommandType type, CK_RV rv) : EndRecord(type, kSinglePart, rv) {}
+    EndRecord(CommandType type, CK_RV rv) : EndRecord(type, CommandSpecifier::kSingle, rv) {}
     EndRecord(CommandType type, CommandSpecifier specifier, CK_RV rv)
-        : CommandDescriptor(type, specifier, kEndPhase, rv) {}
+        : CommandDescriptor(type, specifier, CommandPhase::kEnd, rv) {}
 };
 
 // Whether "LoggingLevel" lets this command of the standard be logged.

@@ -8,7 +8,7 @@ using namespace ckscribe;
 
 void SignInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kSign)) return;
-    StartRecord record(kSign, kInitPart);
+    StartRecord record(kSign, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.AddDescriptor(ObjectChild(hKey));
@@ -17,7 +17,7 @@ void SignInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_O
 
 void SignInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kSign)) return;
-    EndRecord record(kSign, kInitPart, rv);
+    EndRecord record(kSign, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 
@@ -39,7 +39,7 @@ void SignEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR pSi
 
 void SignUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen) {
     if (!LevelSelects(kSign)) return;
-    StartRecord record(kSign, kUpdatePart);
+    StartRecord record(kSign, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pPart, ulPartLen));
     record.Capture();
@@ -47,27 +47,27 @@ void SignUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulP
 
 void SignUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
     if (!LevelSelects(kSign)) return;
-    EndRecord record(kSign, kUpdatePart, rv);
+    EndRecord record(kSign, CommandSpecifier::kUpdate, rv);
     record.Capture();
 }
 
 void SignFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR, CK_ULONG_PTR) {
     if (!LevelSelects(kSign)) return;
-    StartRecord record(kSign, kFinalPart);
+    StartRecord record(kSign, CommandSpecifier::kFinal);
     record.AddDescriptor(SessionChild(hSession));
     record.Capture();
 }
 
 void SignFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR pSignature, CK_ULONG_PTR pulSignatureLen) {
     if (!LevelSelects(kSign)) return;
-    EndRecord record(kSign, kFinalPart, rv);
+    EndRecord record(kSign, CommandSpecifier::kFinal, rv);
     record.AddDescriptor(BytesChild(pSignature, ValueAt(pulSignatureLen)));
     record.Capture();
 }
 
 void SignRecoverInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kSignRecover)) return;
-    StartRecord record(kSignRecover, kInitPart);
+    StartRecord record(kSignRecover, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.AddDescriptor(ObjectChild(hKey));
@@ -76,7 +76,7 @@ void SignRecoverInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanis
 
 void SignRecoverInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kSignRecover)) return;
-    EndRecord record(kSignRecover, kInitPart, rv);
+    EndRecord record(kSignRecover, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 
@@ -99,7 +99,7 @@ void SignRecoverEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_
 
 void VerifyInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kVerify)) return;
-    StartRecord record(kVerify, kInitPart);
+    StartRecord record(kVerify, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.AddDescriptor(ObjectChild(hKey));
@@ -108,7 +108,7 @@ void VerifyInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK
 
 void VerifyInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kVerify)) return;
-    EndRecord record(kVerify, kInitPart, rv);
+    EndRecord record(kVerify, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 
@@ -130,7 +130,7 @@ void VerifyEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, 
 
 void VerifyUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen) {
     if (!LevelSelects(kVerify)) return;
-    StartRecord record(kVerify, kUpdatePart);
+    StartRecord record(kVerify, CommandSpecifier::kUpdate);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pPart, ulPartLen));
     record.Capture();
@@ -138,13 +138,13 @@ void VerifyUpdateStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG u
 
 void VerifyUpdateEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
     if (!LevelSelects(kVerify)) return;
-    EndRecord record(kVerify, kUpdatePart, rv);
+    EndRecord record(kVerify, CommandSpecifier::kUpdate, rv);
     record.Capture();
 }
 
 void VerifyFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULONG ulSignatureLen) {
     if (!LevelSelects(kVerify)) return;
-    StartRecord record(kVerify, kFinalPart);
+    StartRecord record(kVerify, CommandSpecifier::kFinal);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(BytesChild(pSignature, ulSignatureLen));
     record.Capture();
@@ -152,13 +152,13 @@ void VerifyFinalStart(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULO
 
 void VerifyFinalEnd(CK_RV rv, CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) {
     if (!LevelSelects(kVerify)) return;
-    EndRecord record(kVerify, kFinalPart, rv);
+    EndRecord record(kVerify, CommandSpecifier::kFinal, rv);
     record.Capture();
 }
 
 void VerifyRecoverInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey) {
     if (!LevelSelects(kVerifyRecover)) return;
-    StartRecord record(kVerifyRecover, kInitPart);
+    StartRecord record(kVerifyRecover, CommandSpecifier::kInit);
     record.AddDescriptor(SessionChild(hSession));
     record.AddDescriptor(MechanismChild(pMechanism));
     record.AddDescriptor(ObjectChild(hKey));
@@ -167,7 +167,7 @@ void VerifyRecoverInitStart(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechan
 
 void VerifyRecoverInitEnd(CK_RV rv, CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) {
     if (!LevelSelects(kVerifyRecover)) return;
-    EndRecord record(kVerifyRecover, kInitPart, rv);
+    EndRecord record(kVerifyRecover, CommandSpecifier::kInit, rv);
     record.Capture();
 }
 

@@ -4,6 +4,8 @@
 
 #include <p11-kit/pkcs11.h>
 
+namespace ckscribe {
+
 struct CK_SSL3_KEY_MAT_OUT {
     CK_OBJECT_HANDLE hClientMacSecret;
     CK_OBJECT_HANDLE hServerMacSecret;
@@ -28,3 +30,5 @@ struct CK_SSL3_KEY_MAT_PARAMS {
     CK_SSL3_RANDOM_DATA RandomInfo;
     CK_SSL3_KEY_MAT_OUT* pReturnedKeyMaterial;
 };
+
+}  // namespace ckscribe

@@ -484,8 +484,8 @@ Command(WaitForSlotEvent, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 }
 
 TEST_F(RecordedOutput, KeysOfAConnectionAreDerived_EndRecordShowsTheirHandles) {
-    CK_SSL3_KEY_MAT_OUT keys = {};
-    CK_SSL3_KEY_MAT_PARAMS parameter = {};
+    ckscribe::CK_SSL3_KEY_MAT_OUT keys = {};
+    ckscribe::CK_SSL3_KEY_MAT_PARAMS parameter = {};
     parameter.pReturnedKeyMaterial = &keys;
     CK_MECHANISM mechanism = {CKM_SSL3_KEY_AND_MAC_DERIVE, &parameter, 0};
     CK_OBJECT_HANDLE key = 0;

@@ -1,5 +1,7 @@
 #include "tests/descriptors/record_test.h"
 
+using namespace ckscribe;
+
 namespace {
 
 // A Sample has any type and its own value.

@@ -43,7 +43,7 @@ protected:
 
 TEST_F(CaptureStreamTest, NoLogIsOpen_CaptureWritesNothing) {
     EXPECT_FALSE(IsOpen());
-    CommandDescriptor(kLogout, kStartPhase, 0).Capture();
+    CommandDescriptor(kLogout, CommandPhase::kStart, 0).Capture();
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(FileText(errors), "");
 }
@@ -52,11 +52,11 @@ TEST_F(CaptureStreamTest, CaptureReturns_RecordIsInTheFile) {
     UseNewFormat();
     Open(log);
     EXPECT_TRUE(IsOpen());
-    CommandDescriptor command(kLogout, kStartPhase, 0);
+    CommandDescriptor command(kLogout, CommandPhase::kStart, 0);
     command.AddDescriptor(new SessionHandleDescriptor(5));
     command.Capture();
     EXPECT_EQ(FileText(log), "\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }");
-    CommandDescriptor(kLogout, kEndPhase, 0).Capture();
+    CommandDescriptor(kLogout, CommandPhase::kEnd, 0).Capture();
     EXPECT_EQ(FileText(log),
               "\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }"
               "\n10:15:30 01234-567:FINILogout CKR_OK12345clks {}");

@@ -20,8 +20,12 @@ std::string_view NameOfSpecifier(unsigned specifier) {
 std::string_view NameOfPhase(unsigned phase) {
     return CommandDescriptor::GetCommandPhase(CommandPhase{phase});
 }
-unsigned SpecifierOfName(const char* name) { return CommandDescriptor::GetCommandSpecifier(name); }
-unsigned PhaseOfName(const char* name) { return CommandDescriptor::GetCommandPhase(name); }
+unsigned SpecifierOfName(const char* name) {
+    return static_cast<unsigned>(CommandDescriptor::GetCommandSpecifier(name));
+}
+unsigned PhaseOfName(const char* name) {
+    return static_cast<unsigned>(CommandDescriptor::GetCommandPhase(name));
+}
 
 TEST(CommandNames, EachCommandType_HasItsNameAndNoOtherNumberHasOne) {
     std::map<unsigned, std::string> names;

@@ -148,7 +148,7 @@ TEST_F(DescriptorMemory, ShortTree_TakesNothingFromTheHeap) {
     isOutOfMemory = true;
     for (int i = 0; i < 1000; ++i) {
         const TreeMemory memory;
-        CommandDescriptor command(kSign, kStartPhase, 0);
+        CommandDescriptor command(kSign, CommandPhase::kStart, 0);
         for (unsigned child = 0; child < 9; ++child)
             command.AddDescriptor(new SessionHandleDescriptor(child));
         command.AddDescriptor(new ByteStringDescriptor("abc", 3));

@@ -4,6 +4,8 @@
 
 #include <climits>
 
+using namespace ckscribe;
+
 namespace {
 
 constexpr const char* kOwnName = "";

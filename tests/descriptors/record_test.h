@@ -30,7 +30,7 @@ inline std::time_t PointInTime(int year, int month, int day, int hour, int minut
 // text.
 inline std::string Printed(const AbstractDescriptor& descriptor, int indent = 0,
                            const char* suffix = nullptr) {
-    RecordText inMemory;
+    ckscribe::RecordText inMemory;
     descriptor.PrintDescription(inMemory, indent, suffix);
     const std::string text(inMemory.Text());
     EXPECT_EQ(PrintedText([&](std::FILE* stream) { descriptor.PrintDescription(stream, indent, suffix); }),
@@ -80,8 +80,8 @@ protected:
         ticks = 12345;
         processId = 1234;
         threadId = 567;
-        recordEnvironment = {[] { return now; }, [] { return ticks; }, [] { return processId; },
-                             [] { return threadId; }};
+        ckscribe::recordEnvironment = {[] { return now; }, [] { return ticks; }, [] { return processId; },
+                                       [] { return threadId; }};
         uLoggingLevel.store(4);
         AbstractDescriptor::uInstanceCount = 0;
     }
@@ -89,7 +89,7 @@ protected:
         // The descriptors that a test has made must be gone with it.
         EXPECT_EQ(AbstractDescriptor::uInstanceCount, 0U);
         AbstractDescriptor::uInstanceCount = 0;
-        recordEnvironment = realEnvironment;
+        ckscribe::recordEnvironment = realEnvironment;
         bUseNewLogFormat.store(0);
         uLoggingLevel.store(0);
     }
@@ -100,5 +100,5 @@ protected:
     static inline int threadId;
 
 private:
-    const RecordEnvironment realEnvironment = recordEnvironment;
+    const ckscribe::RecordEnvironment realEnvironment = ckscribe::recordEnvironment;
 };

@@ -23,30 +23,30 @@ struct Row {
 };
 
 constexpr Row kULongTable[] = {
-    {0, kDefaultFormat, "(0x0)", "0"},
-    {0, kHexadecimal, "(0x0)", "0x0"},
-    {0, kDecimal, "(0)", "0"},
-    {5, kDefaultFormat, "(0x5)", "5"},
-    {5, kHexadecimal, "(0x5)", "0x5"},
-    {5, kDecimal, "(5)", "5"},
-    {255, kDefaultFormat, "(0xff)", "255"},
-    {255, kHexadecimal, "(0xff)", "0xff"},
-    {255, kDecimal, "(255)", "255"},
-    {0x80000000, kDefaultFormat, "(0x80000000)", "2147483648"},
-    {0x80000000, kHexadecimal, "(0x80000000)", "0x80000000"},
-    {0x80000000, kDecimal, "(2147483648)", "2147483648"},
-    {0xFFFFFFFF, kDefaultFormat, "(0xffffffff)", "4294967295"},
-    {0xFFFFFFFF, kHexadecimal, "(0xffffffff)", "0xffffffff"},
-    {0xFFFFFFFF, kDecimal, "(4294967295)", "4294967295"},
-    {0x100000000, kDefaultFormat, "(0x0)", "4294967296"},
-    {0x100000000, kHexadecimal, "(0x0)", "0x0"},
-    {0x100000000, kDecimal, "(4294967296)", "4294967296"},
-    {kWide, kDefaultFormat, "(0x9abcdef0)", "1311768467463790320"},
-    {kWide, kHexadecimal, "(0x9abcdef0)", "0x9abcdef0"},
-    {kWide, kDecimal, "(1311768467463790320)", "1311768467463790320"},
-    {ULONG_MAX, kDefaultFormat, "(0xffffffff)", "18446744073709551615"},
-    {ULONG_MAX, kHexadecimal, "(0xffffffff)", "0xffffffff"},
-    {ULONG_MAX, kDecimal, "(18446744073709551615)", "18446744073709551615"},
+    {0, ULongFormat::kDefault, "(0x0)", "0"},
+    {0, ULongFormat::kHexadecimal, "(0x0)", "0x0"},
+    {0, ULongFormat::kDecimal, "(0)", "0"},
+    {5, ULongFormat::kDefault, "(0x5)", "5"},
+    {5, ULongFormat::kHexadecimal, "(0x5)", "0x5"},
+    {5, ULongFormat::kDecimal, "(5)", "5"},
+    {255, ULongFormat::kDefault, "(0xff)", "255"},
+    {255, ULongFormat::kHexadecimal, "(0xff)", "0xff"},
+    {255, ULongFormat::kDecimal, "(255)", "255"},
+    {0x80000000, ULongFormat::kDefault, "(0x80000000)", "2147483648"},
+    {0x80000000, ULongFormat::kHexadecimal, "(0x80000000)", "0x80000000"},
+    {0x80000000, ULongFormat::kDecimal, "(2147483648)", "2147483648"},
+    {0xFFFFFFFF, ULongFormat::kDefault, "(0xffffffff)", "4294967295"},
+    {0xFFFFFFFF, ULongFormat::kHexadecimal, "(0xffffffff)", "0xffffffff"},
+    {0xFFFFFFFF, ULongFormat::kDecimal, "(4294967295)", "4294967295"},
+    {0x100000000, ULongFormat::kDefault, "(0x0)", "4294967296"},
+    {0x100000000, ULongFormat::kHexadecimal, "(0x0)", "0x0"},
+    {0x100000000, ULongFormat::kDecimal, "(4294967296)", "4294967296"},
+    {kWide, ULongFormat::kDefault, "(0x9abcdef0)", "1311768467463790320"},
+    {kWide, ULongFormat::kHexadecimal, "(0x9abcdef0)", "0x9abcdef0"},
+    {kWide, ULongFormat::kDecimal, "(1311768467463790320)", "1311768467463790320"},
+    {ULONG_MAX, ULongFormat::kDefault, "(0xffffffff)", "18446744073709551615"},
+    {ULONG_MAX, ULongFormat::kHexadecimal, "(0xffffffff)", "0xffffffff"},
+    {ULONG_MAX, ULongFormat::kDecimal, "(18446744073709551615)", "18446744073709551615"},
 };
 
 TEST_F(ScalarDescriptorTest, ULongWithAFormat_PrintsInThatFormat) {
@@ -60,7 +60,7 @@ TEST_F(ScalarDescriptorTest, ULongWithAFormat_PrintsInThatFormat) {
 
 TEST_F(ScalarDescriptorTest, ULongWithoutAFormat_PrintsInTheDefaultFormat) {
     for (const Row& row : kULongTable) {
-        if (row.format != kDefaultFormat) continue;
+        if (row.format != ULongFormat::kDefault) continue;
         EXPECT_EQ(Old<ULongDescriptor>(row.value), std::string("\nULong") + row.oldText);
         EXPECT_EQ(New<ULongDescriptor>(row.value), row.newText);
         EXPECT_EQ(Old<SlotIDDescriptor>(row.value), std::string("\nSlotID") + row.oldText);

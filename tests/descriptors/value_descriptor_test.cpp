@@ -7,6 +7,8 @@
 
 #include "tests/descriptors/record_test.h"
 
+using namespace ckscribe;
+
 namespace {
 
 using namespace std::string_literals;
@@ -44,72 +46,74 @@ TEST(ValueFormatNames, NameOfAForm_GivesItsNumberBack) {
     for (const int number : {0, 4, -1, INT_MAX}) {
         EXPECT_EQ(GetValueFormat(static_cast<ValueFormat>(number)), "Unknown");
     }
-    EXPECT_EQ(GetValueFormat("Numeric"), 1);
-    EXPECT_EQ(GetValueFormat("SimpleText"), 2);
-    EXPECT_EQ(GetValueFormat("RichText"), 3);
+    EXPECT_EQ(GetValueFormat("Numeric"), ValueFormat{1});
+    EXPECT_EQ(GetValueFormat("SimpleText"), ValueFormat{2});
+    EXPECT_EQ(GetValueFormat("RichText"), ValueFormat{3});
     for (const char* name : {"", "Unknown", "numeric", "RichText ", "Simple"})
-        EXPECT_EQ(GetValueFormat(name), 0);
+        EXPECT_EQ(GetValueFormat(name), ValueFormat{0});
 }
 
 // ---- The choice of the format -----------------------------------------------------------------------------
 
 TEST_F(ValueDescriptorTest, ValueIsOneByte_ByteDecidesTheForm) {
     for (int byte = 0; byte < 256; ++byte) {
-        const ValueFormat expected = byte >= 32 && byte <= 126 ? kSimpleText : kNumeric;
+        const ValueFormat expected =
+            byte >= 32 && byte <= 126 ? ValueFormat::kSimpleText : ValueFormat::kNumeric;
         EXPECT_EQ(FormatOf(std::string(1, static_cast<char>(byte))), expected) << byte;
     }
 }
 
 TEST_F(ValueDescriptorTest, ControlBytesAreTheFewer_ValueIsRichText) {
-    EXPECT_EQ(FormatOf(""), kSimpleText);
-    EXPECT_EQ(FormatOf("abc"), kSimpleText);
-    EXPECT_EQ(FormatOf("ab\n"), kRichText);
-    EXPECT_EQ(FormatOf("\nab"), kRichText);
-    EXPECT_EQ(FormatOf("a\n"), kNumeric);
-    EXPECT_EQ(FormatOf("\0A"s), kNumeric);
-    EXPECT_EQ(FormatOf("a\n\n"), kNumeric);
+    EXPECT_EQ(FormatOf(""), ValueFormat::kSimpleText);
+    EXPECT_EQ(FormatOf("abc"), ValueFormat::kSimpleText);
+    EXPECT_EQ(FormatOf("ab\n"), ValueFormat::kRichText);
+    EXPECT_EQ(FormatOf("\nab"), ValueFormat::kRichText);
+    EXPECT_EQ(FormatOf("a\n"), ValueFormat::kNumeric);
+    EXPECT_EQ(FormatOf("\0A"s), ValueFormat::kNumeric);
+    EXPECT_EQ(FormatOf("a\n\n"), ValueFormat::kNumeric);
     for (std::size_t control = 1; control < 6; ++control) {
         for (std::size_t printable = 0; printable < 12; ++printable) {
             EXPECT_EQ(FormatOf(std::string(control, '\x1F') + std::string(printable, ' ')),
-                      printable > control ? kRichText : kNumeric);
+                      printable > control ? ValueFormat::kRichText : ValueFormat::kNumeric);
         }
     }
 }
 
 TEST_F(ValueDescriptorTest, OneByteIsNoText_WholeValueIsNumeric) {
-    EXPECT_EQ(FormatOf("a text of many characters\x7F"), kNumeric);
-    EXPECT_EQ(FormatOf("\x80 a text of many characters"), kNumeric);
-    EXPECT_EQ(FormatOf("a text\xFFof many\ncharacters"), kNumeric);
-    EXPECT_EQ(FormatOf("a text of many characters~"), kSimpleText);
+    EXPECT_EQ(FormatOf("a text of many characters\x7F"), ValueFormat::kNumeric);
+    EXPECT_EQ(FormatOf("\x80 a text of many characters"), ValueFormat::kNumeric);
+    EXPECT_EQ(FormatOf("a text\xFFof many\ncharacters"), ValueFormat::kNumeric);
+    EXPECT_EQ(FormatOf("a text of many characters~"), ValueFormat::kSimpleText);
 }
 
 // ---- The three forms --------------------------------------------------------------------------------------
 
 TEST_F(ValueDescriptorTest, SimpleText_ShowsEachByteAsItIs) {
-    EXPECT_EQ(PrintedAs("abc", kSimpleText), "\"abc\"");
-    EXPECT_EQ(PrintedAs("a\"b\\c\n\0\xFF"s, kSimpleText), "\"a\"b\\c\n\0\xFF\""s);
+    EXPECT_EQ(PrintedAs("abc", ValueFormat::kSimpleText), "\"abc\"");
+    EXPECT_EQ(PrintedAs("a\"b\\c\n\0\xFF"s, ValueFormat::kSimpleText), "\"a\"b\\c\n\0\xFF\""s);
     EXPECT_EQ(PrintedAs("abc", static_cast<ValueFormat>(0)), "\"abc\"");
 }
 
 TEST_F(ValueDescriptorTest, NumericText_ShowsTwoDigitsForEachByte) {
-    EXPECT_EQ(PrintedAs("\0A\x9f\xF0"s, kNumeric), "\"00419ff0\"");
+    EXPECT_EQ(PrintedAs("\0A\x9f\xF0"s, ValueFormat::kNumeric), "\"00419ff0\"");
 }
 
 TEST_F(ValueDescriptorTest, RichText_EscapesControlBytesBackslashesAndQuotes) {
-    EXPECT_EQ(PrintedAs("ab\n", kRichText), "\"ab\\a\"");
-    EXPECT_EQ(PrintedAs("a\"b\\c", kRichText), "\"a\"\"b\\\\c\"");
+    EXPECT_EQ(PrintedAs("ab\n", ValueFormat::kRichText), "\"ab\\a\"");
+    EXPECT_EQ(PrintedAs("a\"b\\c", ValueFormat::kRichText), "\"a\"\"b\\\\c\"");
     const std::string escapes = "0123456789abcdefghijklmnopqrstuv";
     for (int byte = 0; byte < 256; ++byte) {
         const std::string one(1, static_cast<char>(byte));
         std::string expected = one;
         if (byte < 32) expected = std::string("\\") + escapes[static_cast<std::size_t>(byte)];
         if (byte == '\\' || byte == '"') expected = one + one;
-        EXPECT_EQ(PrintedAs(one, kRichText), "\"" + expected + "\"") << byte;
+        EXPECT_EQ(PrintedAs(one, ValueFormat::kRichText), "\"" + expected + "\"") << byte;
     }
 }
 
 TEST_F(ValueDescriptorTest, NoValue_IsShownAsNullInEachForm) {
-    for (const ValueFormat format : {kNumeric, kSimpleText, kRichText}) {
+    for (const ValueFormat format :
+         {ValueFormat::kNumeric, ValueFormat::kSimpleText, ValueFormat::kRichText}) {
         EXPECT_EQ(PrintedAs("", format), "\"<null>\"");
     }
 }

@@ -211,8 +211,8 @@ void GuardedCall::Strings(std::size_t index) {
 
 // Only for this mechanism does a record follow the pointers of the parameter.
 void GuardedCall::Mechanism(std::size_t index) {
-    auto* const keys = Put(pages, CK_SSL3_KEY_MAT_OUT{});
-    CK_SSL3_KEY_MAT_PARAMS connection{};
+    auto* const keys = Put(pages, ckscribe::CK_SSL3_KEY_MAT_OUT{});
+    ckscribe::CK_SSL3_KEY_MAT_PARAMS connection{};
     connection.pReturnedKeyMaterial = keys;
     auto* const parameter = Put(pages, connection);
     auto* const mechanism =

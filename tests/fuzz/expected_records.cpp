@@ -291,8 +291,8 @@ private:
     // The handles that one mechanism returns through its parameter.
     void AddKeysOfConnection() {
         CK_MECHANISM mechanism{};
-        CK_SSL3_KEY_MAT_PARAMS connection{};
-        CK_SSL3_KEY_MAT_OUT keys{};
+        ckscribe::CK_SSL3_KEY_MAT_PARAMS connection{};
+        ckscribe::CK_SSL3_KEY_MAT_OUT keys{};
         memory.Read(Operand(0), mechanism);
         if (mechanism.mechanism != CKM_SSL3_KEY_AND_MAC_DERIVE) return;
         memory.Read(reinterpret_cast<CK_ULONG>(mechanism.pParameter), connection);
