@@ -69,6 +69,7 @@ class Place:
         self.module = str(self.directory / "module.so")
         self.transcript = []
         self.announces = False
+        self.user = None  # the number of the user who runs the commands; None for who runs the test
         self.runs = None  # with `ckscribe run`: how many commands there were
         self.environment = {
             "PATH": os.environ["PATH"],
@@ -101,6 +102,9 @@ class Place:
             input=input,
             capture_output=True,
             timeout=120,
+            user=self.user,
+            group=self.user,
+            extra_groups=None if self.user is None else [],
         )
         output = self._without_announcements(done.stdout)
         if done.returncode != status:
