@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -83,13 +84,20 @@ void ReportFailure(const char* path) {
     ReportErrorInLog(text);
 }
 
+// A process may have the right to append and none to read, as one of `ckscribe run` that became another user.
+bool Open(const char* path) {
+    const NewFilePermissions permissions = PermissionsOfNewFiles();
+    return eventsFile.object.Open(path, permissions) ||
+           (errno == EACCES && eventsFile.object.OpenForAppendingAlone(path, permissions));
+}
+
 void OpenForThisProcess() {
     Path path;
     path.Append(directory);
     AppendExpanded(path, openName);
     isForAnotherProcess = false;
     lossReport.Forget();
-    const bool isOpen = path.IsWhole() && eventsFile.object.Open(path.Text(), PermissionsOfNewFiles());
+    const bool isOpen = path.IsWhole() && Open(path.Text());
     areEventsOpen.store(isOpen ? 1 : 0, std::memory_order_relaxed);
     if (!isOpen) ReportFailure(path.Text());
 }

@@ -18,6 +18,11 @@ APPLICATION = str(HERE / "application")
 ONE = str(HERE / "one_module.so")
 TWO = str(HERE / "two_module.so")
 
+DOES_IT_LOAD_ONE = (
+    "Does it load one with these arguments? A daemon that runs already has to be started by 'ckscribe run' itself. "
+    "A program that changes its root cannot be followed, nor one that changes its user with --keep."
+)
+
 LINE = r"\d\d:\d\d:\d\d\.\d{3} \d+ "
 SECONDS = r" <\d+\.\d{6}>"
 
@@ -332,8 +337,7 @@ class Modules(InDirectory):
         self.assertEqual(
             sentences(run("true").stderr),
             ["No call was logged: the command loaded no PKCS#11 module.",
-             "Does it load one with these arguments? A daemon that runs already has to be started by 'ckscribe run' itself, "
-             "and a program that changes its user or root cannot be followed."],
+             DOES_IT_LOAD_ONE],
         )
 
     def test_command_that_does_not_load_the_named_module_is_told_what_it_loads(self):
@@ -365,14 +369,42 @@ class Modules(InDirectory):
         self.assertIn(f"{program} is set-user-ID or set-group-ID", done.stderr)
 
     @unittest.skipUnless(os.geteuid() == 0, "needs root to become another user")
-    def test_process_that_changes_its_user_before_it_loads_the_module_works_as_without_run(self):
-        done = run(APPLICATION, "dropped", ONE)
+    def test_process_that_changes_its_user_before_its_first_call_is_logged(self):
+        for verb in ("dropped", "dropped-after-loading"):
+            with self.subTest(verb):
+                done = run("--data", APPLICATION, verb, ONE)
+                self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
+                self.assertEqual(sentences(done.stderr), [f"Logging the calls to {ONE}."])
+                self.assertEqual(functions(done.stderr),
+                                 ["C_GetFunctionList", "C_Initialize", "C_GetSlotList", "C_Finalize"])
+
+    @unittest.skipUnless(os.geteuid() == 0, "needs root to become another user")
+    def test_text_log_of_a_process_that_changes_its_user_is_missing_and_a_sentence_says_so(self):
+        done = run("--format", "text", APPLICATION, "dropped-after-loading", ONE)
+        self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
+        self.assertRegex(done.stderr, "ckscribe: libckscribe.so says: .* Could not open capture file /.*/log.txt.\n")
+
+    def test_private_directory_cannot_be_guessed_and_its_logs_cannot_be_read_by_others(self):
+        for umask in (0, 0o077):
+            with self.subTest(umask=umask):
+                done = run("--format", "text", "sh", "-c", 'cd "$CKSCRIBE_RUN" && pwd && stat -c "%a %n" .. . *',
+                           environment={"TMPDIR": str(self.place)}, umask=umask)
+                path, *modes = done.stdout.splitlines()
+                self.assertRegex(path, rf"^{self.place}/ckscribe-run\.\w{{6}}/[0-9a-f]{{16}}$")
+                self.assertEqual(
+                    sorted(modes),
+                    ["622 events.jsonl", "622 log.txt", "622 logerror.txt", "622 notices", "644 Wendrafil.conf",
+                     "644 run.settings", "711 ..", "755 ."],
+                )
+
+    @unittest.skipUnless(os.geteuid() == 0, "needs root to become another user")
+    def test_process_that_changes_its_user_before_it_loads_the_module_works_as_without_run_where_logs_are_kept(self):
+        done = run("--keep", self.place / "kept", APPLICATION, "dropped", ONE)
         self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
         self.assertEqual(
-            done.stderr,
-            f"ckscribe: No call was logged: the command did not load {ONE}.\n"
-            "ckscribe: Does it load one with these arguments? A daemon that runs already has to be started by 'ckscribe run' itself, "
-            "and a program that changes its user or root cannot be followed.\n",
+            sentences(done.stderr),
+            [f"No call was logged: the command did not load {ONE}.", DOES_IT_LOAD_ONE,
+             f"The configuration and the raw logs are in {self.place / 'kept'}."],
         )
 
     def test_program_of_another_architecture_is_no_script_and_cannot_be_run(self):

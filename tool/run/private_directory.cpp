@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <random>
 #include <string_view>
 #include <vector>
 
@@ -23,7 +24,13 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t kOnlyUser = 0700;
+constexpr mode_t kEntered = 0711;  // by whoever has the name of what lies in there
+constexpr mode_t kListed = 0755;
+constexpr mode_t kOnlyUsersFile = 0600;
+constexpr mode_t kReadByOthers = 0644;
+constexpr mode_t kWrittenByOthers = 0622;
 constexpr char kTemplate[] = "/ckscribe-run.XXXXXX";
+constexpr std::size_t kLengthOfUnguessableName = 17;  // with the slash
 
 // kConfigurationVariable is cut after so many characters.
 constexpr std::size_t kLongestDirectory = 256;
@@ -37,10 +44,11 @@ bool CanBeConfigured(const std::string& path) {
     return true;
 }
 
-void WriteFile(const std::string& path, std::string_view text) {
+// `permissions` hold whatever the umask is.
+void WriteFile(const std::string& path, std::string_view text, mode_t permissions) {
     const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    const bool isWritten =
-        descriptor >= 0 && write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    const bool isWritten = descriptor >= 0 && fchmod(descriptor, permissions) == 0 &&
+                           write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
     const int error = errno;
     if (descriptor >= 0) close(descriptor);
     if (!isWritten) throw RunFailure(fmt::format("{} cannot be written: {}.", path, std::strerror(error)));
@@ -53,11 +61,22 @@ std::string MakeTemporaryDirectory() {
     for (const std::string& folder : folders) {
         std::error_code error;
         std::string path = fs::canonical(folder, error).string() + kTemplate;
-        if (!error && CanBeConfigured(path) && mkdtemp(path.data()) != nullptr) return path;
+        if (!error && CanBeConfigured(path + std::string(kLengthOfUnguessableName, 'x')) &&
+            mkdtemp(path.data()) != nullptr)
+            return path;
     }
     throw RunFailure(
         "There is no directory for temporary files that can be written to. Set TMPDIR to one whose path has "
-        "at most 230 characters and none of ; } =");
+        "at most 210 characters and none of ; } =");
+}
+
+std::string MakeUnguessableDirectory(const std::string& folder) {
+    std::random_device random;
+    const std::string path = fmt::format("{}/{:08x}{:08x}", folder, random(), random());
+    if (mkdir(path.c_str(), kOnlyUser) != 0 || chmod(path.c_str(), kListed) != 0 ||
+        chmod(folder.c_str(), kEntered) != 0)
+        throw RunFailure(fmt::format("{} cannot be made: {}.", path, std::strerror(errno)));
+    return path;
 }
 
 std::string MakeKeptDirectory(const std::string& name) {
@@ -77,17 +96,23 @@ std::string MakeKeptDirectory(const std::string& name) {
     return path;
 }
 
+bool HasText(const RunOptions& options) {
+    return options.format == RunFormat::kText || options.format == RunFormat::kOld;
+}
+
 std::string Line(const char* key, std::string_view value) { return fmt::format("   {} = {};\n", key, value); }
 
 }  // namespace
 
 PrivateDirectory::PrivateDirectory(const std::string& kept)
-    : path_(kept.empty() ? MakeTemporaryDirectory() : MakeKeptDirectory(kept)), isKept_(!kept.empty()) {}
+    : folder_(kept.empty() ? MakeTemporaryDirectory() : ""),
+      path_(kept.empty() ? MakeUnguessableDirectory(folder_) : MakeKeptDirectory(kept)),
+      isKept_(!kept.empty()) {}
 
 PrivateDirectory::~PrivateDirectory() {
     std::error_code ignored;
     if (!isKept_) {
-        fs::remove_all(path_, ignored);
+        fs::remove_all(folder_, ignored);
         return;
     }
     for (const char* const name : {kSettingsFile, kNoticesFile, kTargetLink}) fs::remove(File(name), ignored);
@@ -101,19 +126,24 @@ void PrivateDirectory::Fill(const RunOptions& options, const ModuleChoice& choic
     if (choice.kind == kName) settings += fmt::format("{}{}\n", kNameSetting, choice.text);
     if (choice.kind == kFirst) settings += fmt::format("{}\n", kFirstSetting);
     if (!ownTarget.empty()) settings += fmt::format("{}{}\n", kOwnTargetSetting, ownTarget);
-    WriteFile(File(kSettingsFile), settings);
-    WriteFile(File(kNoticesFile), "");
+    WriteFile(File(kSettingsFile), settings, isKept_ ? kOnlyUsersFile : kReadByOthers);
+    WriteFile(File(kNoticesFile), "", isKept_ ? kOnlyUsersFile : kWrittenByOthers);
+    if (!isKept_) MakeLogs(options);
     // Where the file is known, the configuration holds for whoever reads it, and not only in the run.
     std::error_code ignored;
     if (choice.kind == kFile) fs::create_symlink(choice.text, File(kTargetLink), ignored);
     WriteConfiguration(options, File(kTargetLink));
 }
 
+void PrivateDirectory::MakeLogs(const RunOptions& options) const {
+    if (HasText(options)) WriteFile(File(kLogFile), "", kWrittenByOthers);
+    for (const char* const name : {kErrorFile, kEventsFile}) WriteFile(File(name), "", kWrittenByOthers);
+}
+
 void PrivateDirectory::WriteConfiguration(const RunOptions& options, const std::string& target) const {
-    const bool hasText = options.format == RunFormat::kText || options.format == RunFormat::kOld;
     std::string text = "CkLog2 = {\n";
     text += Line("LibUNIX64", target);
-    text += Line("Enabled", hasText ? "1" : "0");
+    text += Line("Enabled", HasText(options) ? "1" : "0");
     text += Line("NewFormat", options.format == RunFormat::kOld ? "0" : "1");
     if (!options.mask.empty()) text += Line("LoggingMask", options.mask);
     text += Line("File", File(kLogFile));
@@ -123,7 +153,7 @@ void PrivateDirectory::WriteConfiguration(const RunOptions& options, const std::
     text += Line("HideData", options.showsData ? "0" : "1");
     text += Line("Announce", "0");
     text += "}\n";
-    WriteFile(File(kConfigurationFile), text);
+    WriteFile(File(kConfigurationFile), text, isKept_ ? kOnlyUsersFile : kReadByOthers);
 }
 
 void PrivateDirectory::NameTarget(const std::string& module) {

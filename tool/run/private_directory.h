@@ -9,7 +9,11 @@
 
 namespace ckscribe {
 
-// Made when the object is; goes with the object unless it is to be kept. Only the user can enter it.
+// Made when the object is; goes with the object unless it is to be kept.
+//
+// Only the user can enter a directory that is kept. Any other lies in a folder that nobody can list, and
+// nobody can guess its name. A process of the command that becomes another user has the name: it reads the
+// configuration and adds to the logs. It cannot read them.
 class PrivateDirectory {
 public:
     // `kept` names a directory that stays; it is made if need be, and must not hold files of another run.
@@ -35,6 +39,10 @@ public:
 private:
     void WriteConfiguration(const RunOptions& options, const std::string& target) const;
 
+    // Makes the files to which a process of another user adds.
+    void MakeLogs(const RunOptions& options) const;
+
+    std::string folder_;  // of a directory that is not kept: what lies around it, and goes with it
     std::string path_;
     bool isKept_;
 };

@@ -86,7 +86,9 @@ private:
         else if (notices_.untouched.empty())
             output_.Say(
                 "Does it load one with these arguments? A daemon that runs already has to be started by "
-                "'ckscribe run' itself, and a program that changes its user or root cannot be followed.");
+                "'ckscribe run' itself. A program that changes its root cannot be followed, nor one that "
+                "changes "
+                "its user with --keep.");
     }
 
     void SayOthers() {

@@ -144,6 +144,11 @@ int main(int count, char** words) {
             BecomeNobody();
             CountSlots(words[i]);
         }
+        if (verb == "dropped-after-loading") {
+            if (dlopen(words[i], RTLD_NOW) == nullptr) Fail(dlerror());
+            BecomeNobody();
+            CountSlots(words[i]);
+        }
         if (verb == "cleared") {
             clearenv();
             CountSlots(words[i]);
