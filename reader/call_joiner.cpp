@@ -11,12 +11,24 @@ namespace {
 // The memory of a text that was longer is given back when its call ends.
 constexpr std::size_t kLongestKeptText = 64 << 10;
 
-void SetStart(Call& call, const Record& start, std::string_view text, std::uint32_t file) {
+// The views of a call's start into its text.
+void SetStartText(Call& call, std::string_view text) {
+    // The mechanism's name is a part of the text.
+    if (!call.fields.mechanism.empty()) {
+        const auto offset = static_cast<std::size_t>(call.fields.mechanism.data() - call.startRecord.data());
+        call.fields.mechanism = text.substr(offset, call.fields.mechanism.size());
+    }
+    const std::size_t bodyOffset = call.startRecord.size() - call.startText.size();
+    call.startRecord = text;
+    call.startText = text.substr(bodyOffset);
+}
+
+void SetStart(Call& call, const Record& start, std::uint32_t file) {
     call.hasStart = true;
     call.start = start.time;
     call.startPlace = {file, start.line};
-    call.startRecord = text;
-    call.startText = text.substr(start.bodyOffset);
+    call.startRecord = start.text;
+    call.startText = start.text.substr(start.bodyOffset);
     call.fields = start.fields;
 }
 
@@ -69,108 +81,103 @@ CallJoiner::Key CallJoiner::KeyOf(const Record& record) {
     return {std::uint64_t{isOld} << 32 | record.process, static_cast<std::uint64_t>(record.thread)};
 }
 
-Call CallJoiner::CallOf(const OpenCall& open) {
-    Call call;
-    SetCommon(call, open.start);
-    SetStart(call, open.start, open.text, open.file);
-    return call;
-}
-
-CallJoiner::OpenCalls& CallJoiner::CallsOf(const Key& key) {
-    if (lastCalls == nullptr || !(key == lastKey)) {
-        lastKey = key;
-        lastCalls = &open[key];
+std::uint32_t& CallJoiner::NewestOf(const Key& key) {
+    if (key.first >> 63 != 0) return open.try_emplace(key, kNone).first->second;
+    Known& found = known[HashOfKey()(key) % kMostKnown];
+    if (found.newest == nullptr || !(found.key == key)) {
+        // Places in `open` stay: those of threads are never taken out.
+        found = {key, &open.try_emplace(key, kNone).first->second};
     }
-    return *lastCalls;
+    return *found.newest;
 }
 
-std::uint32_t CallJoiner::TakePlace() {
+void CallJoiner::Open(const Record& record, std::uint32_t file, std::uint32_t& newest) {
+    std::uint32_t place = 0;
     if (freePlaces.empty()) {
+        place = static_cast<std::uint32_t>(pool.size());
         pool.emplace_back();
-        return static_cast<std::uint32_t>(pool.size() - 1);
+    } else {
+        place = freePlaces.back();
+        freePlaces.pop_back();
     }
-    const std::uint32_t place = freePlaces.back();
-    freePlaces.pop_back();
-    return place;
+    OpenCall& opened = pool[place];
+    opened.call = Call{};
+    SetCommon(opened.call, record);
+    SetStart(opened.call, record, file);
+    opened.printed = record.printed;
+    opened.order = nextOrder++;
+    opened.older = newest;
+    opened.isOpen = true;
+    newest = place;
+    begun.push_back(place);
+    ++openCount;
 }
 
-// The newest start that the end belongs to: of its function, else of one whose records look alike.
-int CallJoiner::FindStart(const OpenCalls& open, const std::deque<OpenCall>& pool, const Record& end) {
-    const int newest = static_cast<int>(open.size()) - 1;
-    if (end.format == LogFormat::kEvents) return newest;
-    const auto startOf = [&](int i) -> const Record& {
-        return pool[open[static_cast<std::size_t>(i)]].start;
-    };
-    for (int i = newest; i >= 0 && end.isFunctionCertain; --i) {
-        if (startOf(i).function == end.function) return i;
+// Where the place of the newest start stands that the end belongs to: of its function, else of one whose
+// records look alike. Null when there is none.
+std::uint32_t* CallJoiner::FindStart(const Record& end, std::uint32_t& newest) {
+    for (std::uint32_t* place = &newest; *place != kNone; place = &pool[*place].older) {
+        const OpenCall& start = pool[*place];
+        if (end.format == LogFormat::kEvents ||
+            (end.isFunctionCertain ? start.call.function == end.function : start.printed == end.printed))
+            return place;
     }
-    if (end.isFunctionCertain) return -1;
-    for (int i = newest; i >= 0; --i) {
-        if (startOf(i).printed == end.printed) return i;
-    }
-    return -1;
+    return nullptr;
 }
 
 void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) {
     const Key key = KeyOf(record);
-    OpenCalls& calls = CallsOf(key);
-    const bool isEvent = record.format == LogFormat::kEvents;
+    std::uint32_t& newest = NewestOf(key);
     if (record.isStart) {
-        const std::uint32_t place = TakePlace();
-        OpenCall& call = pool[place];
-        call.start = record;
-        call.text.assign(record.text);
-        // The mechanism's name is a part of the text.
-        if (std::string_view& mechanism = call.start.fields.mechanism; !mechanism.empty()) {
-            const auto offset = static_cast<std::size_t>(mechanism.data() - record.text.data());
-            mechanism = std::string_view(call.text).substr(offset, mechanism.size());
-        }
-        call.order = nextOrder++;
-        call.file = file;
-        calls.push_back(place);
-        ++openCount;
+        Open(record, file, newest);
         return;
     }
-
-    Call call;
-    SetCommon(call, record);
-    const int found = FindStart(calls, pool, record);
-    if (found >= 0) {
-        const OpenCall& start = pool[calls[static_cast<std::size_t>(found)]];
-        call.function = start.start.function;
-        SetStart(call, start.start, start.text, start.file);
-    }
-    SetEnd(call, record, file);
-    FillFields(call.fields, record.fields);
-    sink.OnCall(call);
-
-    if (found >= 0) {
-        const std::uint32_t place = calls[static_cast<std::size_t>(found)];
-        calls.erase(calls.begin() + found);
-        if (pool[place].text.capacity() > kLongestKeptText) std::string().swap(pool[place].text);
+    if (std::uint32_t* const found = FindStart(record, newest)) {
+        const std::uint32_t place = *found;
+        OpenCall& opened = pool[place];
+        // The end says less of the function than the start.
+        SetEnd(opened.call, record, file);
+        FillFields(opened.call.fields, record.fields);
+        sink.OnCall(opened.call);
+        *found = opened.older;
+        opened.isOpen = false;
+        if (opened.text.capacity() > kLongestKeptText) std::string().swap(opened.text);
         freePlaces.push_back(place);
         --openCount;
+    } else {
+        Call call;
+        SetCommon(call, record);
+        SetEnd(call, record, file);
+        call.fields = record.fields;
+        sink.OnCall(call);
     }
-    if (isEvent) {
-        // A call does not come again.
-        open.erase(key);
-        lastCalls = nullptr;
+    // A call's number does not come again.
+    if (record.format == LogFormat::kEvents && newest == kNone) open.erase(key);
+}
+
+void CallJoiner::KeepTexts() {
+    for (const std::uint32_t place : begun) {
+        OpenCall& opened = pool[place];
+        if (!opened.isOpen || opened.call.startRecord.data() == opened.text.data()) continue;
+        opened.text.assign(opened.call.startRecord);
+        SetStartText(opened.call, opened.text);
     }
+    begun.clear();
 }
 
 void CallJoiner::Finish(CallSink& sink) {
     std::vector<const OpenCall*> left;
-    for (const auto& [key, calls] : open) {
-        for (const std::uint32_t place : calls) left.push_back(&pool[place]);
+    for (const OpenCall& call : pool) {
+        if (call.isOpen) left.push_back(&call);
     }
     std::ranges::sort(left, {}, &OpenCall::order);
-    for (const OpenCall* const call : left) sink.OnCall(CallOf(*call));
+    for (const OpenCall* const call : left) sink.OnCall(call->call);
     *this = CallJoiner();
 }
 
 void CallJoiner::ForEachOpen(const std::function<void(const Call&)>& visit) const {
-    for (const auto& [key, calls] : open) {
-        for (const std::uint32_t place : calls) visit(CallOf(pool[place]));
+    for (const OpenCall& call : pool) {
+        if (call.isOpen) visit(call.call);
     }
 }
 

@@ -5,6 +5,7 @@
 // itself through its list); the old format has no threads. Events are joined by run and call.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -19,8 +20,12 @@ namespace ckscribe {
 
 class CallJoiner {
 public:
-    // Takes the next record. An end record makes a call, which `sink` gets.
+    // Takes the next record. An end record makes a call, which `sink` gets. The record's text stays as it is
+    // until KeepTexts or Finish.
     void Take(const Record& record, std::uint32_t file, CallSink& sink);
+
+    // Copies the texts of the calls that are open: those of the records that were taken may go.
+    void KeepTexts();
 
     // Gives the calls that have no end to `sink`, in the order of the log, and forgets them.
     void Finish(CallSink& sink);
@@ -31,11 +36,15 @@ public:
     std::size_t OpenCount() const { return openCount; }
 
 private:
+    static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
     struct OpenCall {
-        Record start;
-        std::string text;
+        Call call;
+        const PrintedFunction* printed = nullptr;
         std::uint64_t order = 0;
-        std::uint32_t file = 0;
+        std::uint32_t older = kNone;  // the next older one with the same key
+        bool isOpen = false;
+        std::string text;  // once it is kept
     };
     struct Key {
         std::uint64_t first = 0;   // process and format, or run
@@ -49,23 +58,27 @@ private:
             return hash ^ hash >> 32;
         }
     };
-    using OpenCalls = std::vector<std::uint32_t>;  // places in `pool`, the newest last
-
     static Key KeyOf(const Record& record);
-    static Call CallOf(const OpenCall& open);
-    OpenCalls& CallsOf(const Key& key);
-    std::uint32_t TakePlace();
-    static int FindStart(const OpenCalls& open, const std::deque<OpenCall>& pool, const Record& end);
+    std::uint32_t& NewestOf(const Key& key);
+    void Open(const Record& record, std::uint32_t file, std::uint32_t& newest);
+    std::uint32_t* FindStart(const Record& end, std::uint32_t& newest);
 
-    std::unordered_map<Key, OpenCalls, HashOfKey> open;
-    // Open calls lie in a pool, so that the memory of their texts serves again and again.
+    // The newest open call of each process and thread, or of each event that has begun.
+    std::unordered_map<Key, std::uint32_t, HashOfKey> open;
+    // Open calls lie in a pool, so that their memory serves again and again.
     std::deque<OpenCall> pool;
     std::vector<std::uint32_t> freePlaces;
+    std::vector<std::uint32_t> begun;  // since texts were kept
     std::uint64_t nextOrder = 0;
     std::size_t openCount = 0;
-    // Of the record before; most records have the same.
-    Key lastKey;
-    OpenCalls* lastCalls = nullptr;
+
+    // Text logs come back to few threads again and again: where `open` has them.
+    struct Known {
+        Key key;
+        std::uint32_t* newest = nullptr;
+    };
+    static constexpr std::size_t kMostKnown = 64;
+    std::array<Known, kMostKnown> known{};
 };
 
 }  // namespace ckscribe

@@ -10,15 +10,14 @@ void CallReader::Feed(std::string_view bytes) {
         bytes.remove_prefix(piece.size());
         text.Add(piece);
         // Only a line's end completes a record.
-        if (piece.find('\n') != piece.npos || text.IsTooLong()) Parse(LogParser::Rest::kComes);
+        if (piece.find('\n') != piece.npos) Parse(LogParser::Rest::kComes);
     }
 }
 
 void CallReader::Settle() { Parse(LogParser::Rest::kMayCome); }
 
 void CallReader::Parse(LogParser::Rest rest) {
-    const std::size_t done =
-        parser.Parse(text.View(), text.IsTooLong() ? LogParser::Rest::kIsTooLong : rest, found);
+    const std::size_t done = parser.Parse(text.View(), rest, found);
     Give();
     text.Drop(done);
 }
@@ -26,9 +25,9 @@ void CallReader::Parse(LogParser::Rest rest) {
 void CallReader::EndFile() {
     text.End();
     const std::size_t done = parser.Parse(text.View(), LogParser::Rest::kIsThere, found);
-    parser.EndFile(found);
     Give();
     text.Drop(done);
+    order.EndFile([this](UnreadableStretch& stretch) { GiveStretch(stretch); });
     ++file;
 }
 
@@ -38,13 +37,15 @@ void CallReader::Finish() {
 }
 
 void CallReader::Give() {
-    for (UnreadableStretch& stretch : found.stretches) {
-        stretch.place.file = file;
-        sink.OnUnreadable(stretch);
-    }
-    for (const Record& record : found.records) joiner.Take(record, file, sink);
-    found.stretches.clear();
-    found.records.clear();
+    order.Take(
+        found, [this](UnreadableStretch& stretch) { GiveStretch(stretch); },
+        [this](const Record& record) { joiner.Take(record, file, sink); });
+    joiner.KeepTexts();
+}
+
+void CallReader::GiveStretch(UnreadableStretch& stretch) {
+    stretch.place.file = file;
+    sink.OnUnreadable(stretch);
 }
 
 }  // namespace ckscribe

@@ -16,6 +16,7 @@
 
 #include "reader/call.h"
 #include "reader/call_joiner.h"
+#include "reader/log_order.h"
 #include "reader/log_parser.h"
 #include "reader/log_text.h"
 
@@ -42,18 +43,20 @@ public:
     // The calls in progress.
     void ForEachOpen(const std::function<void(const Call&)>& visit) const { joiner.ForEachOpen(visit); }
 
-    // See LogParser::SetFirstDay.
-    void SetFirstDay(std::int64_t day) { parser.SetFirstDay(day); }
+    // See LogOrder::SetFirstDay.
+    void SetFirstDay(std::int64_t day) { order.SetFirstDay(day); }
 
 private:
     void Parse(LogParser::Rest rest);
     void Give();
+    void GiveStretch(UnreadableStretch& stretch);
 
     CallSink& sink;
     LogText text;
     LogParser parser;
+    LogOrder order;
     CallJoiner joiner;
-    LogParser::Found found;
+    FoundInText found;
     std::uint32_t file = 0;
 };
 

@@ -10,9 +10,6 @@ namespace ckscribe {
 
 namespace {
 
-constexpr std::int64_t kHalfDay = kSecondsPerDay / 2;
-// A record that another process wrote a moment before midnight may stand behind those of the new day.
-constexpr std::int64_t kNearlyDay = kSecondsPerDay - 600;
 constexpr std::size_t kLongestBeginning = 200;
 
 // Takes pieces off the front of a text. After the first one that is not there, nothing is taken any more.
@@ -132,19 +129,163 @@ void FillField(std::optional<std::uint64_t>& field, std::uint64_t number) {
     if (!field) field = number;
 }
 
+// The head of a record, read as nearly all heads look; anything else is not plain. Nothing is read behind the
+// line feed.
+class PlainHead {
+public:
+    PlainHead(const char* begin, const char* lineEnd) : position(begin), end(lineEnd) {}
+
+    bool IsPlain() const { return isPlain; }
+    const char* Position() const { return position; }
+
+    // "10:15:30 "
+    std::int64_t TakeSecondOfDay() {
+        constexpr std::ptrdiff_t kSize = 9;
+        if (end - position <= kSize || position[2] != ':' || position[5] != ':' || position[8] != ' ')
+            return Fail();
+        const unsigned hour = TwoDigits(0);
+        const unsigned minute = TwoDigits(3);
+        const unsigned second = TwoDigits(6);
+        if (hour > 23 || minute > 59 || second > 60) return Fail();
+        position += kSize;
+        return (hour * 60 + minute) * 60 + second;
+    }
+
+    std::int64_t TakeNumber() {
+        const char* const begin = position;
+        std::int64_t number = 0;
+        for (unsigned digit; (digit = static_cast<unsigned char>(*position) - unsigned{'0'}) <= 9; ++position)
+            number = number * 10 + digit;
+        // More digits may be too many.
+        return position == begin || position - begin > 9 ? Fail() : number;
+    }
+
+    std::int64_t TakeSigned() {
+        if (*position != '-') return TakeNumber();
+        ++position;
+        return -TakeNumber();
+    }
+
+    void Take(char character) {
+        if (*position != character) {
+            isPlain = false;
+        } else {
+            ++position;
+        }
+    }
+
+    // "STRT" or "FINI"
+    bool TakeIsStart() {
+        const bool isStart = end - position > 4 && std::memcmp(position, "STRT", 4) == 0;
+        if (!isStart && (end - position <= 4 || std::memcmp(position, "FINI", 4) != 0)) return Fail() != 0;
+        position += 4;
+        return isStart;
+    }
+
+    // The name up to the next blank.
+    const PrintedFunction* TakeName() {
+        const char* const begin = position;
+        while (position != end && *position != ' ') ++position;
+        if (position == end) {
+            isPlain = false;
+            return nullptr;
+        }
+        return FindPrinted({begin, static_cast<std::size_t>(position++ - begin)});
+    }
+
+    // "CKR_OK123clks ", or "***", the name of another result and "***123clks ".
+    bool TakeResult(Record& record) {
+        constexpr std::string_view kOk = "CKR_OK";
+        constexpr std::string_view kClocks = "clks ";
+        if (Starts(kOk)) {
+            position += kOk.size();
+            record.result = kOk;
+            record.hasRv = true;
+        } else {
+            Pieces pieces({position, static_cast<std::size_t>(end - position)});
+            pieces.Take("***");
+            ckscribe::TakeResult(pieces, pieces.TakeUntil('*'), record);
+            pieces.Take("***");
+            if (!pieces.IsWell()) return false;
+            position = pieces.Rest().data();
+        }
+        if (*position == '-') ++position;
+        const char* const digits = position;
+        while (*position >= '0' && *position <= '9') ++position;
+        if (position == digits || position - digits > 18 || !Starts(kClocks)) return false;
+        position += kClocks.size();
+        return true;
+    }
+
+private:
+    bool Starts(std::string_view literal) const {
+        return static_cast<std::size_t>(end - position) > literal.size() &&
+               std::memcmp(position, literal.data(), literal.size()) == 0;
+    }
+    // 100 and more where there are no two digits.
+    unsigned TwoDigits(int offset) const {
+        const unsigned tens = static_cast<unsigned char>(position[offset]) - unsigned{'0'};
+        const unsigned ones = static_cast<unsigned char>(position[offset + 1]) - unsigned{'0'};
+        return tens > 9 || ones > 9 ? 100 : tens * 10 + ones;
+    }
+    std::int64_t Fail() {
+        isPlain = false;
+        return 0;
+    }
+
+    const char* position;
+    const char* const end;
+    bool isPlain = true;
+};
+
+void AddUnreadable(FoundInText& found, std::uint64_t line, std::string_view bad) {
+    if (!found.endsUnreadable) {
+        found.beginsUnreadable = found.beginsUnreadable || (found.records.empty() && found.stretches.empty());
+        found.stretches.push_back({{0, line}, 0, std::string(bad.substr(0, kLongestBeginning))});
+        found.endsUnreadable = true;
+    }
+    ++found.stretches.back().lines;
+}
+
 }  // namespace
 
-std::size_t LogParser::Parse(std::string_view text, Rest rest, Found& found) {
-    const bool maySkip = rest == Rest::kIsThere || rest == Rest::kIsTooLong;
+std::size_t LastRecordBegin(std::string_view text) {
+    std::size_t end = text.size();
+    while (end > 1) {
+        const std::size_t feed = text.rfind('\n', end - 1);
+        if (feed == text.npos) return 0;
+        const std::string_view line = text.substr(feed + 1, 8);
+        const bool isNew = line.size() > 2 && line[0] >= '0' && line[0] <= '9' && line[2] == ':';
+        if (isNew || line.starts_with("Command(") || line.starts_with("{\"")) return feed + 1;
+        end = feed;
+    }
+    return 0;
+}
+
+std::size_t LogParser::Parse(std::string_view text, Rest rest, FoundInText& found) {
+    found.Clear();
+    std::uint64_t line = 0;
     std::size_t position = 0;
     while (position < text.size()) {
-        if (text[position] == '\n') {
+        const char* const begin = text.data() + position;
+        if (*begin == '\n') {
             ++position;
             ++line;
             continue;
         }
+        Record& record = found.records.emplace_back();
+        if (usesPlainWay && *begin >= '0' && *begin <= '9') {
+            const void* const lineEnd = std::memchr(begin, '\n', text.size() - position);
+            if (lineEnd != nullptr && ReadPlainRecord(begin, static_cast<const char*>(lineEnd), record)) {
+                record.line = line++;
+                position += record.text.size() + 1;
+                found.endsUnreadable = false;
+                continue;
+            }
+            record = Record{};
+        }
+        const bool maySkip = rest == Rest::kIsThere || text.size() - position > kLongestRecord;
         std::size_t end = position;
-        Record record;
         isAllThere = rest == Rest::kIsThere;
         Outcome outcome = ReadRecord(text, position, end, record);
         if (outcome == Outcome::kNeedsMore && rest == Rest::kMayCome) {
@@ -152,22 +293,24 @@ std::size_t LogParser::Parse(std::string_view text, Rest rest, Found& found) {
             record = Record{};
             if (ReadRecord(text, position, end, record) == Outcome::kRead) outcome = Outcome::kRead;
         }
-        if (outcome == Outcome::kNeedsMore && !maySkip) break;
+        if (outcome == Outcome::kNeedsMore && !maySkip) {
+            found.records.pop_back();
+            break;
+        }
         if (outcome == Outcome::kRead) {
-            if (stretchLines != 0) EndStretch(found);
             record.line = line;
+            found.endsUnreadable = false;
             if (record.format != LogFormat::kEvents) {
-                const char* const begin = text.data() + position;
                 record.bodyOffset = static_cast<std::size_t>(record.text.data() - begin);
                 record.text = text.substr(position, end - position);
                 line += static_cast<std::uint64_t>(std::count(begin, text.data() + end, '\n'));
             }
-            found.records.push_back(record);
         } else {
+            found.records.pop_back();
             end = text.find('\n', position);
             if (end == text.npos && !maySkip) break;
             end = std::min(end, text.size());
-            AddUnreadable(text.substr(position, end - position));
+            AddUnreadable(found, line, text.substr(position, end - position));
         }
         position = end;
         if (position < text.size()) {
@@ -175,6 +318,7 @@ std::size_t LogParser::Parse(std::string_view text, Rest rest, Found& found) {
             ++line;
         }
     }
+    found.lines = line;
     return position;
 }
 
@@ -187,38 +331,40 @@ LogParser::Outcome LogParser::ReadRecord(std::string_view text, std::size_t begi
     return Outcome::kUnreadable;
 }
 
-void LogParser::EndFile(Found& found) {
-    EndStretch(found);
-    line = 1;
-}
+// One line, of which this reads what nearly all lines look like.
+bool LogParser::ReadPlainRecord(const char* begin, const char* lineEnd, Record& record) {
+    PlainHead head(begin, lineEnd);
+    const std::int64_t second = head.TakeSecondOfDay();
+    record.process = static_cast<std::uint32_t>(head.TakeNumber());
+    head.Take('-');
+    record.thread = head.TakeSigned();
+    record.hasThread = true;
+    head.Take(':');
+    record.isStart = head.TakeIsStart();
+    record.printed = head.TakeName();
+    if (!head.IsPlain() || record.printed == nullptr) return false;
+    if (!record.isStart && !head.TakeResult(record)) return false;
 
-void LogParser::AddUnreadable(std::string_view bad) {
-    if (stretchLines == 0) {
-        stretchLine = line;
-        stretchBeginning = bad.substr(0, kLongestBeginning);
+    const PrintedFunction& printed = *record.printed;
+    const char* const body = head.Position();
+    PlainOutcome outcome = PlainOutcome::kCannotBeRead;
+    for (unsigned i = 0; i < printed.count && outcome == PlainOutcome::kCannotBeRead; ++i) {
+        record.function = printed.functions[i];
+        outcome = ReadPlainChildren(body, lineEnd, record.function, record.isStart, record.fields);
     }
-    ++stretchLines;
-}
-
-void LogParser::EndStretch(Found& found) {
-    if (stretchLines == 0) return;
-    found.stretches.push_back({{0, stretchLine}, stretchLines, stretchBeginning});
-    stretchLines = 0;
-}
-
-Moment LogParser::TimeOfDay(std::int64_t second) {
-    std::int64_t day = days;
-    if (lastSecond && second < *lastSecond - kHalfDay) {
-        day = ++days;
-        lastSecond = second;
-    } else if (lastSecond && second > *lastSecond + kNearlyDay && days > 0) {
-        --day;
-    } else {
-        lastSecond = second;
+    if (outcome == PlainOutcome::kCannotBeRead && body[0] == '{' && body + 2 == lineEnd) {
+        // The end of a failed call, which has no children.
+        record.function = printed.functions[0];
+        record.isFunctionCertain = printed.count == 1;
+        record.fields = CallFields{};
+    } else if (outcome != PlainOutcome::kRead) {
+        return false;
     }
-    if (firstDay)
-        return {((*firstDay + day) * kSecondsPerDay + second) * kNanosecondsPerSecond, TimeScale::kLocal};
-    return {(day * kSecondsPerDay + second) * kNanosecondsPerSecond, TimeScale::kDayOfLog};
+    record.format = LogFormat::kNewText;
+    record.time = {second * kNanosecondsPerSecond, TimeScale::kDayOfLog};
+    record.text = {begin, static_cast<std::size_t>(lineEnd - begin)};
+    record.bodyOffset = static_cast<std::size_t>(body - begin);
+    return true;
 }
 
 // "10:15:30 01234-567:STRTLogout {Sesn=5 }", "10:15:30 01234-567:FINILogout ***CKR_PIN_INCORRECT***12345clks
@@ -256,7 +402,7 @@ LogParser::Outcome LogParser::ReadNewRecord(std::string_view text, std::size_t b
     record.format = LogFormat::kNewText;
     const std::size_t body = text.size() - pieces.Rest().size();
     const Outcome outcome = ReadBody(text, body, end, true, record);
-    if (outcome == Outcome::kRead) record.time = TimeOfDay(second);
+    record.time = {second * kNanosecondsPerSecond, TimeScale::kDayOfLog};
     return outcome;
 }
 
@@ -311,21 +457,18 @@ LogParser::Outcome LogParser::ReadBody(std::string_view text, std::size_t begin,
     const PrintedFunction& printed = *record.printed;
     record.function = printed.functions[0];
     ChildrenEnd read;
-    bool needsMore = false;
-    for (unsigned i = 0; i < printed.count && read.outcome != ChildrenOutcome::kRead; ++i) {
+    for (unsigned i = 0; i < printed.count && read.outcome == ChildrenOutcome::kUnreadable; ++i) {
         read = children.Read(body, printed.functions[i], format, isAllThere);
         record.function = printed.functions[i];
-        needsMore |= read.outcome == ChildrenOutcome::kNeedsMore;
     }
-    if (read.outcome != ChildrenOutcome::kRead) {
+    if (read.outcome == ChildrenOutcome::kUnreadable) {
         // Also the end of a failed call of the vendor's, which has no children.
-        if (!needsMore) read = children.ReadAnything(body, format, isAllThere);
+        read = children.ReadAnything(body, format, isAllThere);
         record.function = printed.functions[0];
         record.isFunctionCertain = printed.count == 1;
     }
-    if (read.outcome != ChildrenOutcome::kRead)
-        return needsMore || read.outcome == ChildrenOutcome::kNeedsMore ? Outcome::kNeedsMore
-                                                                        : Outcome::kUnreadable;
+    if (read.outcome == ChildrenOutcome::kNeedsMore) return Outcome::kNeedsMore;
+    if (read.outcome == ChildrenOutcome::kUnreadable) return Outcome::kUnreadable;
     end = begin + read.end;
     record.text = body.substr(0, read.end);
     SetFields(record);

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstring>
 #include <ctime>
@@ -10,154 +11,195 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <utility>
 
+#include "reader/byte_buffer.h"
 #include "reader/call_joiner.h"
+#include "reader/log_blocks.h"
 #include "reader/log_family.h"
+#include "reader/log_order.h"
 #include "reader/log_parser.h"
-#include "reader/log_source.h"
-#include "reader/log_text.h"
 
 namespace ckscribe {
 
 namespace {
 
-constexpr std::size_t kBlock = 1 << 20;
-constexpr std::size_t kBatches = 4;
+// How many blocks of a log are in memory at most.
+constexpr std::size_t kBlocks = 8;
+// How many of them wait to be taken apart before the thread that reads helps with it.
+constexpr std::size_t kWaitingBlocks = 2;
 
-// A piece of a log, with the records that were found in it.
-struct Batch {
-    LogText text;
-    LogParser::Found found;
-    std::uint32_t file = 0;
-    bool endsFile = false;
-    std::string error;
-    std::uint64_t bytes = 0;      // unpacked, of this piece
-    std::uint64_t bytesRead = 0;  // of the file so far
+// A block of a log on its way through the threads.
+struct Piece {
+    enum class State : std::uint8_t { kRead, kBeingParsed, kParsed };
+
+    LogBlock block;
+    FoundInText found;
+    std::size_t done = 0;  // how much of the block was taken apart
+    State state = State::kRead;
 };
 
-// Batches that wait for the other thread. Each side blocks while it has nothing to do.
-class BatchQueue {
-public:
-    // Null when the queue is closed and empty.
-    std::unique_ptr<Batch> Take() {
-        std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return isClosed || !batches.empty(); });
-        if (batches.empty()) return nullptr;
-        std::unique_ptr<Batch> batch = std::move(batches.front());
-        batches.pop_front();
-        return batch;
-    }
-    void Put(std::unique_ptr<Batch> batch) {
-        {
-            const std::lock_guard lock(mutex);
-            batches.push_back(std::move(batch));
-        }
-        changed.notify_one();
-    }
-    void Close() {
-        {
-            const std::lock_guard lock(mutex);
-            isClosed = true;
-        }
-        changed.notify_all();
-    }
+LogParser::Rest RestOf(const LogBlock& block) {
+    return block.endsFile ? LogParser::Rest::kIsThere : LogParser::Rest::kComes;
+}
 
-private:
-    std::mutex mutex;
-    std::condition_variable changed;
-    std::deque<std::unique_ptr<Batch>> batches;
-    bool isClosed = false;
-};
-
-// One log: its files one after the other.
+// One log: its files one after the other. A thread of its own reads; that one and the caller's take blocks
+// apart, each the first that waits, and the caller's thread gets what they find in the order of the log.
 class LogReading {
 public:
-    LogReading(const std::vector<std::string>& paths, const LogFamily& family,
-               std::optional<std::int64_t> firstDay)
-        : paths(paths), family(family) {
-        if (firstDay) parser.SetFirstDay(*firstDay);
+    LogReading(const std::vector<std::string>& paths, const LogFamily& family) : blocks(paths, family) {
+        for (std::size_t i = 0; i < kBlocks; ++i) freePieces.push_back(std::make_unique<Piece>());
     }
 
-    // Gives each batch to `take` on this thread, while another one reads.
-    void Run(const std::function<void(Batch&)>& take) {
-        for (std::size_t i = 0; i < kBatches; ++i) freeBatches.Put(std::make_unique<Batch>());
-        std::thread reading([this] {
-            for (const std::uint32_t file : family) ReadFile(file);
-            readBatches.Close();
-        });
+    // Gives each block and what was found in it to `take`, on this thread.
+    template <class Take>
+    void Run(const Take& take) {
+        std::thread reading([this] { ReadAndParse(); });
         try {
-            while (std::unique_ptr<Batch> batch = readBatches.Take()) {
-                take(*batch);
-                freeBatches.Put(std::move(batch));
+            while (std::unique_ptr<Piece> piece = NextParsed()) {
+                Continue(*piece);
+                take(std::as_const(piece->block), piece->found);
+                EndContinuing(*piece);
+                const std::lock_guard lock(mutex);
+                freePieces.push_back(std::move(piece));
+                changed.notify_one();
             }
         } catch (...) {
             // The sink wants no more.
-            freeBatches.Close();
-            while (readBatches.Take() != nullptr) continue;
+            {
+                const std::lock_guard lock(mutex);
+                isStopped = true;
+            }
+            changed.notify_one();
             reading.join();
             throw;
         }
         reading.join();
     }
 
-    // After Run.
-    std::optional<std::int64_t> LastDay() const { return parser.LastDay(); }
-    std::int64_t LastWritten() const { return lastWritten; }
-    const Moment& LastRecord() const { return lastRecord; }
-
 private:
-    void ReadFile(std::uint32_t file) {
-        LogSource source;
-        bool isOpen = source.Open(paths[file]);
-        std::vector<char> block(kBlock);
-        std::unique_ptr<Batch> before;
-        LogText rest;
-        bool isAtEnd = false;
-        while (!isAtEnd) {
-            std::unique_ptr<Batch> batch = freeBatches.Take();
-            if (batch == nullptr) return;
-            batch->found.records.clear();
-            batch->found.stretches.clear();
-            batch->text.TakeRest(rest);
-            std::size_t count = 0;
-            while (isOpen && count < kBlock) {
-                const std::size_t more = source.Read(block.data(), kBlock - count);
-                if (more == 0) {
-                    isOpen = false;
-                    break;
+    void ReadAndParse() {
+        std::unique_lock lock(mutex);
+        while (!isStopped) {
+            Piece* const unparsed = FirstUnparsed();
+            const bool mayRead = !isRead && !freePieces.empty();
+            if (mayRead && (unparsed == nullptr || CountOfUnparsed() < kWaitingBlocks)) {
+                std::unique_ptr<Piece> piece = std::move(freePieces.back());
+                freePieces.pop_back();
+                lock.unlock();
+                const bool isThere = blocks.Read(piece->block);
+                lock.lock();
+                if (isThere) {
+                    piece->state = Piece::State::kRead;
+                    pieces.push_back(std::move(piece));
+                } else {
+                    isRead = true;
                 }
-                batch->text.Add({block.data(), more});
-                count += more;
+                changed.notify_one();
+            } else if (unparsed != nullptr) {
+                Parse(*unparsed, readerParser, lock);
+            } else if (isRead) {
+                return;
+            } else {
+                changed.wait(lock);
             }
-            isAtEnd = !isOpen;
-            if (isAtEnd) batch->text.End();
-            const LogParser::Rest more = isAtEnd                   ? LogParser::Rest::kIsThere
-                                         : batch->text.IsTooLong() ? LogParser::Rest::kIsTooLong
-                                                                   : LogParser::Rest::kComes;
-            const std::size_t done = parser.Parse(batch->text.View(), more, batch->found);
-            if (isAtEnd) parser.EndFile(batch->found);
-            for (const Record& record : batch->found.records) {
-                if (record.format == LogFormat::kNewText) lastWritten = source.WrittenAt();
-                lastRecord = record.time;
-            }
-            rest.TakeBehind(batch->text, done);
-            batch->file = file;
-            batch->endsFile = isAtEnd;
-            batch->error = source.Error();
-            batch->bytes = count;
-            batch->bytesRead = source.BytesRead();
-            readBatches.Put(std::move(batch));
         }
     }
 
-    const std::vector<std::string>& paths;
-    const LogFamily& family;
+    // The first piece, taken apart; null when there is no more.
+    std::unique_ptr<Piece> NextParsed() {
+        std::unique_lock lock(mutex);
+        while (true) {
+            if (!pieces.empty() && pieces.front()->state == Piece::State::kParsed) {
+                std::unique_ptr<Piece> piece = std::move(pieces.front());
+                pieces.pop_front();
+                return piece;
+            }
+            if (Piece* const unparsed = FirstUnparsed()) {
+                Parse(*unparsed, parser, lock);
+            } else if (isRead && pieces.empty()) {
+                return nullptr;
+            } else {
+                changed.wait(lock);
+            }
+        }
+    }
+
+    void Parse(Piece& piece, LogParser& with, std::unique_lock<std::mutex>& lock) {
+        piece.state = Piece::State::kBeingParsed;
+        lock.unlock();
+        piece.done = with.Parse(piece.block.text, RestOf(piece.block), piece.found);
+        lock.lock();
+        piece.state = Piece::State::kParsed;
+        changed.notify_one();
+    }
+
+    Piece* FirstUnparsed() const {
+        for (const std::unique_ptr<Piece>& piece : pieces) {
+            if (piece->state == Piece::State::kRead) return piece.get();
+        }
+        return nullptr;
+    }
+    std::size_t CountOfUnparsed() const {
+        return static_cast<std::size_t>(std::ranges::count_if(
+            pieces, [](const std::unique_ptr<Piece>& piece) { return piece->state == Piece::State::kRead; }));
+    }
+
+    // A record that went on behind the end of its block belongs to the next one, which is then taken apart
+    // again behind it.
+    void Continue(Piece& piece) {
+        if (carried.Size() == 0) return;
+        carried.Append(piece.block.text);
+        piece.done = parser.Parse(carried.View(), RestOf(piece.block), piece.found);
+    }
+    void EndContinuing(const Piece& piece) {
+        if (carried.Size() != 0) {
+            carried.DropFront(piece.done);
+        } else if (piece.done < piece.block.text.size()) {
+            carried.Assign(piece.block.text.substr(piece.done));
+        }
+    }
+
+    LogBlocks blocks;
     LogParser parser;
+    LogParser readerParser;
+    ByteBuffer carried;
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<std::unique_ptr<Piece>> pieces;  // in the order of the log
+    std::vector<std::unique_ptr<Piece>> freePieces;
+    bool isRead = false;
+    bool isStopped = false;
+};
+
+// When a log was made, as far as its records say.
+struct LogTimes {
+    LogOrder order;
     std::int64_t lastWritten = 0;
     Moment lastRecord;
-    BatchQueue freeBatches;
-    BatchQueue readBatches;
+
+    // The day of the first record of the new format, if there are any.
+    std::optional<std::int64_t> FirstDay(std::optional<std::int64_t> date) const {
+        if (!order.LastDay()) return std::nullopt;
+        return date.value_or(LocalDayOf(lastWritten)) - *order.LastDay();
+    }
+    void Take(const LogBlock& block, const Record& record) {
+        if (record.format == LogFormat::kNewText) lastWritten = block.writtenAt;
+        lastRecord = record.time;
+    }
 };
+
+// Reads a log only for its times.
+LogTimes Survey(const std::vector<std::string>& paths, const LogFamily& family) {
+    LogTimes times;
+    const auto ignore = [](UnreadableStretch&) {};
+    LogReading(paths, family).Run([&](const LogBlock& block, FoundInText& found) {
+        times.order.Take(found, ignore, [&](const Record& record) { times.Take(block, record); });
+        if (block.endsFile) times.order.EndFile(ignore);
+    });
+    return times;
+}
 
 // Standard input can be read once only; this is a file with the same bytes.
 std::string CopyOfStandardInput() {
@@ -165,7 +207,7 @@ std::string CopyOfStandardInput() {
     std::string path = std::string(directory != nullptr ? directory : "/tmp") + "/ckscribe.XXXXXX";
     const int copy = mkostemp(path.data(), O_CLOEXEC);
     if (copy < 0) return "-";
-    std::vector<char> block(kBlock);
+    std::vector<char> block(LogBlocks::kSize);
     while (true) {
         const ssize_t count = read(STDIN_FILENO, block.data(), block.size());
         if (count < 0 && errno == EINTR) continue;
@@ -173,11 +215,6 @@ std::string CopyOfStandardInput() {
     }
     close(copy);
     return path;
-}
-
-std::optional<std::int64_t> FirstDayOf(const LogReading& reading, std::optional<std::int64_t> date) {
-    if (!reading.LastDay()) return std::nullopt;
-    return date.value_or(LocalDayOf(reading.LastWritten())) - *reading.LastDay();
 }
 
 }  // namespace
@@ -235,32 +272,36 @@ std::vector<FileReading> ReadLogs(const std::vector<std::string>& given, const R
     std::uint64_t bytesOfFilesBefore = 0;
 
     for (const LogFamily& family : FamiliesOf(given)) {
-        std::optional<std::int64_t> firstDay;
+        LogTimes times;
         sink.OnLogBegin(family);
         if (options.needsDates) {
-            LogReading reading(paths, family, std::nullopt);
-            reading.Run([](Batch&) {});
-            firstDay = FirstDayOf(reading, options.date);
-            sink.OnLogSurveyed(InUtc(reading.LastRecord(), firstDay));
+            const LogTimes known = Survey(paths, family);
+            const std::optional<std::int64_t> firstDay = known.FirstDay(options.date);
+            if (firstDay) times.order.SetFirstDay(*firstDay);
+            sink.OnLogSurveyed(InUtc(known.lastRecord, firstDay));
         }
-        LogReading reading(paths, family, firstDay);
         CallJoiner joiner;
-        reading.Run([&](Batch& batch) {
-            FileReading& file = files[batch.file];
-            file.bytes += batch.bytes;
-            file.records += batch.found.records.size();
-            file.error = batch.error;
-            for (UnreadableStretch& stretch : batch.found.stretches) {
-                stretch.place.file = batch.file;
+        LogReading(paths, family).Run([&](const LogBlock& block, FoundInText& found) {
+            FileReading& file = files[block.file];
+            file.bytes += block.bytes;
+            file.records += found.records.size();
+            file.error = block.error;
+            const auto giveStretch = [&](UnreadableStretch& stretch) {
+                stretch.place.file = block.file;
                 sink.OnUnreadable(stretch);
-            }
-            for (const Record& record : batch.found.records) joiner.Take(record, batch.file, sink);
-            progress.bytesRead = bytesOfFilesBefore + batch.bytesRead;
-            if (batch.endsFile) bytesOfFilesBefore += batch.bytesRead;
+            };
+            times.order.Take(found, giveStretch, [&](const Record& record) {
+                times.Take(block, record);
+                joiner.Take(record, block.file, sink);
+            });
+            joiner.KeepTexts();
+            if (block.endsFile) times.order.EndFile(giveStretch);
+            progress.bytesRead = bytesOfFilesBefore + block.bytesRead;
+            if (block.endsFile) bytesOfFilesBefore += block.bytesRead;
             if (options.onProgress) options.onProgress(progress);
         });
         joiner.Finish(sink);
-        sink.OnLogEnd(FirstDayOf(reading, options.date));
+        sink.OnLogEnd(times.FirstDay(options.date));
     }
     if (!copy.empty()) unlink(copy.c_str());
     return files;

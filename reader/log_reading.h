@@ -1,6 +1,6 @@
-// Reads whole logs: files of any kind, standard input, families of rotated files. One thread reads and takes
-// the text apart while the caller's thread joins the calls and gives them to the sink. Memory stays the same
-// whatever the length of the logs.
+// Reads whole logs: files of any kind, standard input, families of rotated files. A thread reads and takes
+// the text apart; the caller's thread helps with it, joins the calls and gives them to the sink. Memory stays
+// the same whatever the length of the logs.
 #pragma once
 
 #include <cstdint>

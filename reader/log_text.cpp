@@ -1,16 +1,44 @@
 #include "reader/log_text.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace ckscribe {
 
-void LogText::Add(std::string_view more) {
-    // What was dropped goes, as soon as it is more than what is left.
-    if (begin > bytes.size() - begin) {
-        bytes.erase(0, begin);
-        lastLine -= std::min(lastLine, begin);
-        begin = 0;
+// What was dropped goes, as soon as it is more than what is left.
+void LogText::DropDone() {
+    if (begin <= bytes.Size() - begin) return;
+    bytes.DropFront(begin);
+    lastLine -= std::min(lastLine, begin);
+    begin = 0;
+}
+
+std::span<char> LogText::Space(std::size_t count) {
+    DropDone();
+    return {bytes.Space(count), count};
+}
+
+void LogText::AddFromSpace(std::size_t count) {
+    const std::size_t before = bytes.Size();
+    if (isLong) {
+        Add(std::string(bytes.Data() + before, count));
+        return;
     }
+    bytes.Grow(count);
+    const std::string_view more = bytes.View().substr(before);
+    if (const std::size_t end = more.rfind('\n'); end != more.npos) lastLine = before + end + 1;
+    if (bytes.Size() - lastLine <= kLongestLine) return;
+    isLong = true;
+    isEvent = bytes.View()[lastLine] == '{';
+    lineEnd.clear();
+    leftOut = 0;
+    const std::string rest(bytes.View().substr(lastLine + kLongestLine));
+    bytes.Shrink(lastLine + kLongestLine);
+    AddToLongLine(rest);
+}
+
+void LogText::Add(std::string_view more) {
+    DropDone();
     while (!more.empty()) {
         if (isLong) {
             const std::size_t end = more.find('\n');
@@ -19,16 +47,8 @@ void LogText::Add(std::string_view more) {
             if (end != more.npos) EndLongLine();
             continue;
         }
-        if (const std::size_t end = more.rfind('\n'); end != more.npos) lastLine = bytes.size() + end + 1;
-        bytes += more;
-        if (bytes.size() - lastLine <= kLongestLine) return;
-        isLong = true;
-        isEvent = bytes[lastLine] == '{';
-        lineEnd.clear();
-        leftOut = 0;
-        const std::string rest = bytes.substr(lastLine + kLongestLine);
-        bytes.resize(lastLine + kLongestLine);
-        AddToLongLine(rest);
+        std::memcpy(Space(more.size()).data(), more.data(), more.size());
+        AddFromSpace(more.size());
         return;
     }
 }
@@ -47,50 +67,33 @@ void LogText::EndLongLine() {
     if (leftOut != 0 && isEvent) {
         // Neither side of the gap may be a part of an escape. A name of four digits behind a 'u' may be cut:
         // then the line is no event.
-        const auto endsInEscape = [this] {
-            std::size_t backslashes = 0;
-            while (backslashes < bytes.size() && bytes[bytes.size() - 1 - backslashes] == '\\') ++backslashes;
-            return backslashes % 2 != 0;
-        };
-        if (endsInEscape()) bytes.pop_back();
+        const std::string_view kept = bytes.View();
+        const std::size_t last = kept.find_last_not_of('\\');
+        const std::size_t backslashes = last == kept.npos ? kept.size() : kept.size() - 1 - last;
+        if (backslashes % 2 != 0) bytes.Shrink(kept.size() - 1);
         const std::size_t plain = std::min(lineEnd.find_first_not_of('\\'), lineEnd.size());
         lineEnd.erase(0, std::min(lineEnd.size(), plain == 0 ? 0 : plain + 1));
     } else if (leftOut != 0) {
-        bytes += kElisionMark;
-        bytes += std::to_string(leftOut);
-        bytes += kElisionMark;
+        bytes.Append(kElisionMark + std::to_string(leftOut) + kElisionMark);
     }
-    bytes += lineEnd;
+    bytes.Append(lineEnd);
     lineEnd.clear();
 }
 
-std::string_view LogText::View() {
-    bytes.reserve(bytes.size() + kEventPadding);
-    const std::size_t end = isLong ? std::max(lastLine, begin) : bytes.size();
-    return std::string_view(bytes).substr(begin, end - begin);
+std::string_view LogText::View() const {
+    const std::size_t end = isLong ? std::max(lastLine, begin) : bytes.Size();
+    return bytes.View().substr(begin, end - begin);
 }
 
 void LogText::TakeBehind(const LogText& other, std::size_t done) {
     const std::size_t from = other.begin + done;
-    bytes.assign(other.bytes, from, std::string::npos);
+    bytes.Assign(other.bytes.View().substr(from));
     begin = 0;
     lastLine = other.lastLine - std::min(other.lastLine, from);
     isLong = other.isLong;
     isEvent = other.isEvent;
     lineEnd = other.lineEnd;
     leftOut = other.leftOut;
-}
-
-void LogText::TakeRest(LogText& other) {
-    // The memory of this one serves again.
-    bytes.assign(other.bytes);
-    begin = other.begin;
-    lastLine = other.lastLine;
-    isLong = other.isLong;
-    isEvent = other.isEvent;
-    lineEnd = std::move(other.lineEnd);
-    leftOut = other.leftOut;
-    other = LogText();
 }
 
 void LogText::End() {

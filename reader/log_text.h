@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "reader/byte_buffer.h"
 #include "reader/event_line.h"
 #include "reader/record_children.h"
 
@@ -18,13 +20,16 @@ public:
     static constexpr std::size_t kLongestLine = 3 << 20;
     // How much of its end is kept, at least.
     static constexpr std::size_t kKeptEnd = 64 << 10;
-    // No record of several lines is longer.
-    static constexpr std::size_t kLongestRecord = 8 << 20;
 
-    void Add(std::string_view bytes);
+    void Add(std::string_view more);
+
+    // Room behind the text, for reading into. It is valid until the next call of any function here.
+    std::span<char> Space(std::size_t count);
+    // The first `count` bytes of that room were read.
+    void AddFromSpace(std::size_t count);
 
     // Everything but a long line that has no end yet. kEventPadding bytes behind it are readable.
-    std::string_view View();
+    std::string_view View() const;
 
     // Takes that many bytes off the front of the view.
     void Drop(std::size_t count) { begin += count; }
@@ -34,16 +39,13 @@ public:
 
     // Becomes what `other` has behind the first `done` bytes of its view, and leaves `other` its view.
     void TakeBehind(const LogText& other, std::size_t done);
-    // Becomes `other`, which is then empty.
-    void TakeRest(LogText& other);
-
-    bool IsTooLong() const { return bytes.size() - begin > kLongestRecord; }
 
 private:
+    void DropDone();
     void AddToLongLine(std::string_view more);
     void EndLongLine();
 
-    std::string bytes;
+    ByteBuffer bytes;
     std::size_t begin = 0;
     // Where the last line begins, which has no end yet.
     std::size_t lastLine = 0;
@@ -54,5 +56,7 @@ private:
     std::string lineEnd;
     std::uint64_t leftOut = 0;
 };
+
+static_assert(ByteBuffer::kPadding >= kEventPadding);
 
 }  // namespace ckscribe

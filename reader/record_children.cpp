@@ -2,193 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
 #include <string>
 
 namespace ckscribe {
 
 namespace {
-
-enum class Shape : std::uint8_t {
-    kNumber,   // in the format's own way: hexadecimal in the old one, decimal in the new one
-    kHex,      // the low 32 bits
-    kDecimal,  // all 64 bits
-    kShort,    // the low 32 bits: hexadecimal in the old format, signed decimal in the new one
-    kBoolean,
-    kBytes,
-    kValue,      // bytes without a line of their own
-    kText,       // bytes with their length
-    kMechanism,  // a type and the bytes of its parameter
-    kAttribute,  // a type and, for some lists, the bytes of its value
-    kKeySizes,   // smallest, largest, flags
-    kSession,    // slot, state, flags, error
-    kSerial,     // a serial number in place of a label, and no bytes
-    kPolicies,   // pairs of "id=" and "val="
-    kGroup,
-    kAny,
-};
-
-struct Kind {
-    std::string_view word;  // in record_children.def
-    Shape shape;
-    std::string_view newLabel;
-    bool hasOwnLabel;  // the new format prints the child's name
-    std::string_view oldLabel;
-    FieldKind field = FieldKind::kNone;
-    std::string_view kind = {};  // where a value's kind is not the old label
-};
-
-constexpr Kind kKinds[] = {
-    {"session", Shape::kNumber, "Sesn=", false, "SessionHandle", FieldKind::kSession},
-    {"slot", Shape::kNumber, "Slot=", false, "SlotID", FieldKind::kSlot},
-    {"object", Shape::kNumber, "Obj=", false, "ObjectHandle", FieldKind::kObject},
-    {"flags", Shape::kNumber, "Flgs=", false, "Flags"},
-    {"ulong", Shape::kNumber, "", true, "ULong"},
-    {"hex", Shape::kHex, "", true, "ULong"},
-    {"dec", Shape::kDecimal, "", true, "ULong"},
-    {"ptr", Shape::kHex, "Ptr=", false, "Pointer"},
-    {"ushort", Shape::kShort, "", true, "UShort"},
-    {"pedid", Shape::kShort, "", true, "UShort"},
-    {"user", Shape::kShort, "User=", false, "UserType", FieldKind::kUser},
-    {"mechtype", Shape::kShort, "", true, "MechanismType"},
-    {"bool", Shape::kBoolean, "", true, "ByteBoolean"},
-    {"bytes", Shape::kBytes, "", true, "ByteString"},
-    {"pin", Shape::kBytes, "", true, "ByteString", FieldKind::kNone, "PIN"},
-    {"value", Shape::kValue, "", false, "Value"},
-    {"string", Shape::kText, "", true, "ByteString"},
-    {"mech", Shape::kMechanism, "Mech=", false, "Mechanism", FieldKind::kMechanism},
-    {"attribute", Shape::kAttribute, "", false, "Attribute"},
-    {"template", Shape::kGroup, "AttrList=", false, "AttributeList"},
-    {"names", Shape::kGroup, "AttrList=", false, "AttributeList"},
-    {"slots", Shape::kGroup, "SlotLst=", false, "SlotIDList"},
-    {"mechtypes", Shape::kGroup, "MechTypeLst=", false, "MechTypeList"},
-    {"handles", Shape::kGroup, "ObjHndLst=", false, "ObjectHandleList"},
-    {"info", Shape::kGroup, "Info=", false, "Info"},
-    {"slotinfo", Shape::kGroup, "SlotInfo=", false, "SlotInfo"},
-    {"tokeninfo", Shape::kGroup, "TokenInfo=", false, "TokenInfo"},
-    {"sessioninfo", Shape::kSession, "SesInfo=", false, "SessionInfo"},
-    {"mechinfo", Shape::kKeySizes, "MechInfo=", false, "MechanismInfo"},
-    {"mofn", Shape::kGroup, "MofNStatus=", false, "MofNStatusInfo"},
-    {"ha", Shape::kGroup, "HAStatus", false, "HAStatus"},
-    {"member", Shape::kGroup, "HAMember", false, "HAMember"},
-    {"serial", Shape::kSerial, "", true, "ByteString"},
-    {"policies", Shape::kPolicies, "", true, "ULong"},
-    {"any", Shape::kAny, "", false, ""},
-    // Parts of what has no line of its own.
-    {"part", Shape::kNumber, "", false, "", FieldKind::kNone, ""},
-    {"parameter", Shape::kBytes, "", false, "", FieldKind::kNone, "ByteString"},
-};
-
-constexpr std::uint8_t KindOf(std::string_view word) {
-    for (std::uint8_t i = 0; i < std::size(kKinds); ++i) {
-        if (kKinds[i].word == word) return i;
-    }
-    throw "no such kind";
-}
-
-}  // namespace
-
-struct ChildrenReader::Element {
-    std::uint8_t kind = 0;
-    bool isOptional = false;
-    bool isRepeated = false;
-    std::string_view label = {};  // as the new format prints it; the value's name without its '='
-    std::string_view name = {};   // of the value, where no label is printed
-};
-
-namespace {
-
-using Element = ChildrenReader::Element;
-
-constexpr Element Member(std::string_view kind, std::string_view name) {
-    return {KindOf(kind), false, false, "", name};
-}
-
-constexpr Element kAttributes[] = {{KindOf("attribute"), false, true}};
-constexpr Element kSlots[] = {{KindOf("slot"), false, true}};
-constexpr Element kMechanismTypes[] = {{KindOf("mechtype"), false, true}};
-constexpr Element kHandles[] = {{KindOf("object"), false, true}};
-constexpr Element kInfo[] = {Member("bytes", "cryptokiVersion"), Member("bytes", "manufacturerID"),
-                             Member("flags", "flags")};
-constexpr Element kSlotInfo[] = {Member("bytes", "slotDescription"), Member("bytes", "manufacturerID"),
-                                 Member("flags", "flags")};
-constexpr Element kTokenInfo[] = {Member("bytes", "label"),
-                                  Member("bytes", "manufacturerID"),
-                                  Member("bytes", "model"),
-                                  Member("bytes", "serialNumber"),
-                                  Member("flags", "flags"),
-                                  Member("ushort", "ulMaxSessionCount"),
-                                  Member("ushort", "ulSessionCount"),
-                                  Member("ushort", "ulMaxRwSessionCount"),
-                                  Member("ushort", "ulRwSessionCount"),
-                                  Member("ushort", "ulMaxPinLen"),
-                                  Member("ushort", "ulMinPinLen"),
-                                  Member("ulong", "ulTotalPublicMemory"),
-                                  Member("ulong", "ulFreePublicMemory"),
-                                  Member("ulong", "ulTotalPrivateMemory"),
-                                  Member("ulong", "ulFreePrivateMemory")};
-constexpr Element kMofN[] = {Member("ulong", ""), Member("ulong", ""), Member("ulong", ""),
-                             Member("ulong", ""), Member("ulong", "")};
-constexpr Element kMember[] = {{KindOf("serial")}, Member("ushort", "memberStatus")};
-constexpr Element kHaStatus[] = {
-    {KindOf("serial")}, {KindOf("member"), false, true}, Member("ushort", "listSize")};
-constexpr Element kAnything[] = {{KindOf("any"), false, true}};
-
-std::span<const Element> MembersOf(std::uint8_t kind) {
-    static const std::map<std::uint8_t, std::span<const Element>> members = {
-        {KindOf("template"), kAttributes}, {KindOf("names"), kAttributes},
-        {KindOf("slots"), kSlots},         {KindOf("mechtypes"), kMechanismTypes},
-        {KindOf("handles"), kHandles},     {KindOf("info"), kInfo},
-        {KindOf("slotinfo"), kSlotInfo},   {KindOf("tokeninfo"), kTokenInfo},
-        {KindOf("mofn"), kMofN},           {KindOf("ha"), kHaStatus},
-        {KindOf("member"), kMember}};
-    return members.at(kind);
-}
-
-// "?bytes 'OUID='"
-Element ElementOf(std::string_view row) {
-    Element element;
-    element.isOptional = row.starts_with('?');
-    element.isRepeated = row.starts_with('*');
-    if (element.isOptional || element.isRepeated) row.remove_prefix(1);
-    const std::size_t quote = row.find('\'');
-    if (quote != row.npos) element.label = row.substr(quote + 1, row.size() - quote - 2);
-    element.kind = KindOf(row.substr(0, row.find(' ')));
-    return element;
-}
-
-std::vector<Element> ElementsOf(std::string_view row) {
-    std::vector<Element> elements;
-    while (!row.empty()) {
-        const std::size_t end = std::min(row.find("; "), row.size());
-        elements.push_back(ElementOf(row.substr(0, end)));
-        row.remove_prefix(std::min(end + 2, row.size()));
-    }
-    return elements;
-}
-
-struct Lists {
-    std::vector<Element> start;
-    std::vector<Element> end;
-};
-
-const Lists& ListsOf(FunctionIndex function) {
-    static const std::vector<Lists> all = [] {
-        std::vector<Lists> lists;
-        const auto set = [&lists](std::string_view name, std::string_view start, std::string_view end) {
-            const std::size_t index = IndexOf(FunctionOfName(name));
-            if (index >= lists.size()) lists.resize(index + 1);
-            lists[index] = {ElementsOf(start), ElementsOf(end)};
-        };
-#define CHILDREN(Function, Start, End) set(#Function, Start, End);
-#include "reader/record_children.def"
-        // Two functions whose records do not say which of them they are about.
-        set(kUnknownType, "session", "");
-        return lists;
-    }();
-    static const Lists none;
-    return IndexOf(function) < all.size() ? all[IndexOf(function)] : none;
-}
 
 std::string_view NameOfLabel(std::string_view label) {
     return label.ends_with('=') ? label.substr(0, label.size() - 1) : label;
@@ -206,6 +24,8 @@ constexpr std::size_t kBudget = 1 << 22;
 // No child that tells its own length is longer.
 constexpr std::uint64_t kLongestText = 4 << 20;
 
+constexpr ChildElement kAnything[] = {{KindOf("any"), false, true}};
+
 }  // namespace
 
 ChildrenEnd ChildrenReader::Read(std::string_view whole, FunctionIndex function, ChildrenFormat howRead,
@@ -213,8 +33,7 @@ ChildrenEnd ChildrenReader::Read(std::string_view whole, FunctionIndex function,
     text = whole;
     format = howRead;
     isAllThere = isWhole;
-    const Lists& lists = ListsOf(function);
-    const std::vector<Element>& elements = howRead.isStart ? lists.start : lists.end;
+    const std::span<const ChildElement> elements = ChildrenOfRecord(function, howRead.isStart);
     return Run(elements.data(), elements.size());
 }
 
@@ -225,7 +44,7 @@ ChildrenEnd ChildrenReader::ReadAnything(std::string_view whole, ChildrenFormat 
     return Run(kAnything, std::size(kAnything));
 }
 
-ChildrenEnd ChildrenReader::Run(const Element* elements, std::size_t count) {
+ChildrenEnd ChildrenReader::Run(const ChildElement* elements, std::size_t count) {
     ranOut = false;
     budget = kBudget + 64 * text.size();
     choices.clear();
@@ -259,6 +78,9 @@ ChildrenEnd ChildrenReader::Run(const Element* elements, std::size_t count) {
                 continue;
             }
         }
+        // Another way to read the record counts only if this one fails whatever follows. So the result does
+        // not depend on how much of the log is there.
+        if (ranOut && !isAllThere) return {ChildrenOutcome::kNeedsMore, 0};
         if (choices.empty() || budget == 0) break;
         const Choice& choice = choices.back();
         state = choice.state;
@@ -269,20 +91,20 @@ ChildrenEnd ChildrenReader::Run(const Element* elements, std::size_t count) {
         --budget;
         if (searchFrom == 0) ++state.levels[state.depth].next;
     }
-    return {ranOut && !isAllThere ? ChildrenOutcome::kNeedsMore : ChildrenOutcome::kUnreadable, 0};
+    return {ChildrenOutcome::kUnreadable, 0};
 }
 
 // Reads the next child of the innermost group.
 bool ChildrenReader::Step(std::size_t searchFrom) {
     Level& level = state.levels[state.depth];
-    const Element& element = level.elements[level.next];
+    const ChildElement& element = level.elements[level.next];
     const State before = state;
     const std::size_t tokensBefore = tokens.size();
     const bool mayBeAbsent = element.isOptional || element.isRepeated;
     // In a list what stands there decides whether it goes on; elsewhere both are tried.
     const bool isList = element.isRepeated && state.depth != 0;
     if (mayBeAbsent && !isList && searchFrom == 0) choices.push_back({state, tokensBefore, 0});
-    if (!element.isRepeated && kKinds[element.kind].shape != Shape::kPolicies) ++level.next;
+    if (!element.isRepeated && kChildKinds[element.kind].shape != ChildShape::kPolicies) ++level.next;
     laterEnd = 0;
     if (!ReadElement(element, searchFrom)) {
         if (!isList || searchFrom != 0) return false;
@@ -295,14 +117,14 @@ bool ChildrenReader::Step(std::size_t searchFrom) {
     return true;
 }
 
-bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom) {
-    const Kind& kind = kKinds[element.kind];
-    if (kind.shape == Shape::kAny) return ReadAny(searchFrom);
-    if (kind.shape == Shape::kAttribute) return ReadAttribute(element, searchFrom);
-    if (kind.shape == Shape::kPolicies) {
+bool ChildrenReader::ReadElement(const ChildElement& element, std::size_t searchFrom) {
+    const ChildKind& kind = kChildKinds[element.kind];
+    if (kind.shape == ChildShape::kAny) return ReadAny(searchFrom);
+    if (kind.shape == ChildShape::kAttribute) return ReadAttribute(element, searchFrom);
+    if (kind.shape == ChildShape::kPolicies) {
         // As many as there are; then the next element.
-        static constexpr Element kId = {KindOf("ulong"), false, false, "id="};
-        static constexpr Element kValue = {KindOf("ulong"), false, false, "val="};
+        static constexpr ChildElement kId = {KindOf("ulong"), false, false, "id="};
+        static constexpr ChildElement kValue = {KindOf("ulong"), false, false, "val="};
         const State before = state;
         if (ReadElement(kId, 0)) return true;
         state = before;
@@ -312,7 +134,7 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
         return true;
     }
 
-    if (kind.shape != Shape::kValue && !TakeLine(state.depth + 1)) return false;
+    if (kind.shape != ChildShape::kValue && !TakeLine(state.depth + 1)) return false;
     ChildToken token;
     token.kind = element.kind;
     token.depth = static_cast<std::uint8_t>(state.depth);
@@ -323,9 +145,9 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
         return false;
     }
     switch (kind.shape) {
-        case Shape::kNumber:
-        case Shape::kHex:
-        case Shape::kDecimal: {
+        case ChildShape::kNumber:
+        case ChildShape::kHex:
+        case ChildShape::kDecimal: {
             bool isHex = false;
             if (!format.isNew && !Take("(")) return false;
             if (!TakeNumber(token.number, isHex)) return false;
@@ -333,7 +155,7 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
             token.isCut = isHex;
             return Finish(token);
         }
-        case Shape::kShort: {
+        case ChildShape::kShort: {
             if (!format.isNew && !Take("(")) return false;
             bool isHex = false;
             if (format.isNew ? !TakeSigned32(token.number) : !TakeNumber(token.number, isHex)) return false;
@@ -341,14 +163,14 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
             token.isCut = true;
             return Finish(token);
         }
-        case Shape::kBoolean:
+        case ChildShape::kBoolean:
             token.number = Take("true") ? 1 : 0;
             if (token.number == 0 && !Take("false")) return false;
             return Finish(token);
-        case Shape::kBytes:
-        case Shape::kValue:
+        case ChildShape::kBytes:
+        case ChildShape::kValue:
             return ReadBytes(token, format.isNew ? "\" " : "\");", searchFrom);
-        case Shape::kText: {
+        case ChildShape::kText: {
             std::uint64_t length = 0;
             bool isHex = false;
             if (!Take("(") || !TakeNumber(length, isHex) || !Take(",\"") || length > kLongestText)
@@ -362,7 +184,7 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
             state.position += length;
             return Take("\")") && Finish(token);
         }
-        case Shape::kMechanism: {
+        case ChildShape::kMechanism: {
             if (format.isNew && !Take("(")) return false;
             const std::size_t comma = text.find_first_of(",\n\"", state.position);
             if (comma == text.npos) ranOut = true;
@@ -372,12 +194,12 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
             if (!format.isNew && !Take("Value")) return false;
             return ReadBytes(token, format.isNew ? "\") " : "\"));", searchFrom);
         }
-        case Shape::kKeySizes:
-        case Shape::kSession: {
+        case ChildShape::kKeySizes:
+        case ChildShape::kSession: {
             static constexpr std::string_view kSizes[] = {"ulMinKeySize", "ulMaxKeySize", "flags"};
             static constexpr std::string_view kInfoOfSession[] = {"slotID", "state", "flags",
                                                                   "ulDeviceError"};
-            const bool isSession = kind.shape == Shape::kSession;
+            const bool isSession = kind.shape == ChildShape::kSession;
             const std::span<const std::string_view> names =
                 isSession ? std::span<const std::string_view>(kInfoOfSession) : kSizes;
             tokens.push_back(token);
@@ -400,7 +222,7 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
             }
             return Take(")") && Take(format.isNew ? " " : ";");
         }
-        case Shape::kSerial: {
+        case ChildShape::kSerial: {
             // In the new format the serial is the label, of at most 32 bytes of any kind; in the old one it
             // is not there.
             if (!format.isNew) return Take("(SimpleText\"<null>\")") && Finish(token);
@@ -414,21 +236,21 @@ bool ChildrenReader::ReadElement(const Element& element, std::size_t searchFrom)
             state.position += end + kNothing.size();
             return Finish(token);
         }
-        case Shape::kGroup: {
+        case ChildShape::kGroup: {
             tokens.push_back(token);
-            const std::span<const Element> members = MembersOf(element.kind);
+            const std::span<const ChildElement> members = MembersOf(element.kind);
             return Open(members.data(), members.size());
         }
-        case Shape::kAttribute:
-        case Shape::kPolicies:
-        case Shape::kAny:
+        case ChildShape::kAttribute:
+        case ChildShape::kPolicies:
+        case ChildShape::kAny:
             break;
     }
     return false;
 }
 
 // "CKA_LABEL=", and its value; a list of names has no values.
-bool ChildrenReader::ReadAttribute(const Element& element, std::size_t searchFrom) {
+bool ChildrenReader::ReadAttribute(const ChildElement& element, std::size_t searchFrom) {
     if (!TakeLine(state.depth + 1)) return false;
     if (!format.isNew && !Take("Attribute(")) return false;
     ChildToken token;
@@ -487,20 +309,20 @@ bool ChildrenReader::ReadBytes(ChildToken& token, std::string_view closing, std:
 
 // A child of a record that is in no list: what it looks like.
 bool ChildrenReader::ReadAny(std::size_t searchFrom) {
-    Element element;
+    ChildElement element;
     std::size_t longest = 0;
     const std::string_view rest = text.substr(state.position);
     const std::string_view line =
         format.isNew ? rest : rest.substr(std::min(rest.find_first_not_of("\n "), rest.size()));
-    for (std::uint8_t i = 0; i < std::size(kKinds); ++i) {
-        const std::string_view label = format.isNew ? kKinds[i].newLabel : kKinds[i].oldLabel;
+    for (std::uint8_t i = 0; i < std::size(kChildKinds); ++i) {
+        const std::string_view label = format.isNew ? kChildKinds[i].newLabel : kChildKinds[i].oldLabel;
         if (label.size() <= longest || !line.starts_with(label)) continue;
         longest = label.size();
         element.kind = i;
     }
     if (longest != 0) {
         // What is printed as a ByteString may be a text with its length.
-        if (kKinds[element.kind].shape == Shape::kBytes && line.substr(longest, 1) == "(" &&
+        if (kChildKinds[element.kind].shape == ChildShape::kBytes && line.substr(longest, 1) == "(" &&
             IsDigit(line.substr(longest + 1, 1).empty() ? ' ' : line[longest + 1]))
             element.kind = KindOf("string");
         return ReadElement(element, searchFrom);
@@ -528,7 +350,7 @@ bool ChildrenReader::ReadAny(std::size_t searchFrom) {
     return ReadElement(element, searchFrom);
 }
 
-bool ChildrenReader::Open(const Element* elements, std::size_t count) {
+bool ChildrenReader::Open(const ChildElement* elements, std::size_t count) {
     if (!TakeLine(state.depth + 1) || !Take("{")) return false;
     constexpr unsigned kDeepest = std::size(State{}.levels) - 1;
     if (state.depth == kDeepest) return false;
@@ -690,31 +512,31 @@ char FormOf(const ChildToken& token) {
 }
 
 Value ValueOf(const ChildToken& token) {
-    const Kind& kind = kKinds[token.kind];
+    const ChildKind& kind = kChildKinds[token.kind];
     Value value;
     value.kind = kind.kind.empty() ? kind.oldLabel : kind.kind;
     value.name = token.name;
     value.type = token.type;
     switch (kind.shape) {
-        case Shape::kNumber:
-        case Shape::kHex:
-        case Shape::kDecimal:
-        case Shape::kShort:
+        case ChildShape::kNumber:
+        case ChildShape::kHex:
+        case ChildShape::kDecimal:
+        case ChildShape::kShort:
             value.number = token.number;
             value.isCut = token.isCut;
             break;
-        case Shape::kBoolean:
+        case ChildShape::kBoolean:
             value.boolean = token.number != 0;
             break;
-        case Shape::kBytes:
-        case Shape::kValue:
-        case Shape::kText:
+        case ChildShape::kBytes:
+        case ChildShape::kValue:
+        case ChildShape::kText:
             if (value.kind != "PIN") SetBytes(value, FormOf(token), token.text);
             break;
-        case Shape::kAttribute:
+        case ChildShape::kAttribute:
             if (token.form != '-') SetBytes(value, token.form, token.text);
             break;
-        case Shape::kMechanism: {
+        case ChildShape::kMechanism: {
             Value parameter;
             parameter.kind = "ByteString";
             parameter.name = "parameter";
@@ -722,16 +544,16 @@ Value ValueOf(const ChildToken& token) {
             value.children.push_back(parameter);
             break;
         }
-        case Shape::kKeySizes:
-        case Shape::kSession:
-        case Shape::kGroup:
+        case ChildShape::kKeySizes:
+        case ChildShape::kSession:
+        case ChildShape::kGroup:
             value.isGroup = true;
             break;
-        case Shape::kSerial:
+        case ChildShape::kSerial:
             SetBytes(value, 'S', "<null>");
             break;
-        case Shape::kPolicies:
-        case Shape::kAny:
+        case ChildShape::kPolicies:
+        case ChildShape::kAny:
             break;
     }
     return value;
@@ -759,6 +581,6 @@ std::vector<Value> ValuesOf(const std::vector<ChildToken>& tokens) {
     return ValuesFrom(tokens, next, 0);
 }
 
-FieldKind FieldOf(const ChildToken& token) { return kKinds[token.kind].field; }
+FieldKind FieldOf(const ChildToken& token) { return kChildKinds[token.kind].field; }
 
 }  // namespace ckscribe

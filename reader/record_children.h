@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "reader/child_lists.h"
 #include "reader/recorded_functions.h"
 #include "reader/value.h"
 
@@ -24,7 +25,7 @@ struct ChildrenFormat {
 
 // One child as it stands in the text; those of a group follow it with a greater depth.
 struct ChildToken {
-    std::uint8_t kind = 0;  // index of kKinds in record_children.cpp
+    std::uint8_t kind = 0;  // index of kChildKinds
     std::uint8_t depth = 0;
     bool isCut = false;  // the text has room for the low 32 bits only
     char form = '?';  // of bytes: N(umeric), S(imple), R(ich), ? where the text does not say, T as they are
@@ -55,11 +56,9 @@ public:
     // Of the last record that was read.
     const std::vector<ChildToken>& Tokens() const { return tokens; }
 
-    struct Element;
-
 private:
     struct Level {
-        const Element* elements = nullptr;
+        const ChildElement* elements = nullptr;
         std::uint32_t count = 0;
         std::uint32_t next = 0;
     };
@@ -76,13 +75,13 @@ private:
         std::size_t searchFrom = 0;  // 0: the child is left out
     };
 
-    ChildrenEnd Run(const Element* elements, std::size_t count);
+    ChildrenEnd Run(const ChildElement* elements, std::size_t count);
     bool Step(std::size_t searchFrom);
-    bool ReadElement(const Element& element, std::size_t searchFrom);
+    bool ReadElement(const ChildElement& element, std::size_t searchFrom);
     bool ReadBytes(ChildToken& token, std::string_view closing, std::size_t searchFrom);
-    bool ReadAttribute(const Element& element, std::size_t searchFrom);
+    bool ReadAttribute(const ChildElement& element, std::size_t searchFrom);
     bool ReadAny(std::size_t searchFrom);
-    bool Open(const Element* elements, std::size_t count);
+    bool Open(const ChildElement* elements, std::size_t count);
     bool Take(std::string_view literal);
     bool TakeLine(unsigned indent);
     bool TakeNumber(std::uint64_t& number, bool& isHex);
@@ -105,8 +104,6 @@ private:
 // The values of tokens.
 std::vector<Value> ValuesOf(const std::vector<ChildToken>& tokens);
 
-// What the kind of a token is for CallFields.
-enum class FieldKind { kNone, kSlot, kSession, kObject, kUser, kMechanism };
 FieldKind FieldOf(const ChildToken& token);
 
 }  // namespace ckscribe

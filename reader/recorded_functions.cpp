@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstring>
 #include <deque>
 #include <mutex>
 #include <string>
@@ -55,11 +56,26 @@ std::string PrintedNameOf(const Row& row) {
     return std::string(row.name);
 }
 
-// Few enough bits of a name that all names differ in them, or nearly.
+std::uint64_t WordAt(const char* text) {
+    std::uint64_t word;
+    std::memcpy(&word, text, sizeof word);
+    return word;
+}
+
+// Of the first and the last eight bytes, in which all names differ, or nearly.
 std::size_t HashOf(std::string_view name) {
-    std::size_t hash = name.size();
-    for (const char character : name) hash = hash * 31 + static_cast<unsigned char>(character);
-    return hash ^ hash >> 15;
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+    if (name.size() >= kWord) {
+        first = WordAt(name.data());
+        last = WordAt(name.data() + name.size() - kWord);
+    } else {
+        for (const char character : name) first = first << 8 | static_cast<unsigned char>(character);
+    }
+    std::uint64_t hash = (first ^ name.size()) * 0x9e3779b97f4a7c15;
+    hash = (hash ^ hash >> 32 ^ last) * 0xff51afd7ed558ccd;
+    return static_cast<std::size_t>(hash >> 40);
 }
 
 // Finds an index by name in a table of twice the size and more.

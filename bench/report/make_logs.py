@@ -1,10 +1,11 @@
 #!/usr/bin/python3
 """Writes the same calls as a text log of the new format, of the old format, and as events.
 
-    make_logs.py FOLDER [--calls N | --size BYTES] [--damage EVERY] [--processes N]
+    make_logs.py FOLDER [--calls N | --size BYTES] [--damage EVERY] [--processes N] [--only NAME]
 
 FOLDER gets new.log, old.log (with --calls only), events.jsonl and, with --damage, damaged.log: new.log with one record in
-EVERY cut in the middle. Prints as JSON what a report of them must say.
+EVERY cut in the middle. With --only and --size it gets this one file, of that size. Prints as JSON what a report of them
+must say.
 """
 import argparse
 import collections
@@ -96,6 +97,7 @@ def main():
     parser.add_argument("--damage", type=int)
     parser.add_argument("--processes", type=int, default=2)
     parser.add_argument("--seed", type=int, default=7)
+    parser.add_argument("--only", choices=("new.log", "events.jsonl"))
     options = parser.parse_args()
     randomness = random.Random(options.seed)
     os.makedirs(options.folder, exist_ok=True)
@@ -154,15 +156,18 @@ def main():
 
     repeated = 1
     if options.size:
-        repeated = -(-options.size // os.path.getsize(path("new.log")))
+        repeated = -(-options.size // os.path.getsize(path(options.only or "new.log")))
         os.remove(path("old.log"))
-        for name in ("new.log", "events.jsonl"):
+        for name in (options.only,) if options.only else ("new.log", "events.jsonl"):
             with open(path(name), "rb") as file:
                 text = file.read()
             with open(path(name), "ab") as file:
                 for i in range(1, repeated):
                     # Each repetition is another load of the library.
                     file.write(text.replace(b'"run":"18a3f1c2', b'"run":"%08x' % i) if name == "events.jsonl" else text)
+    for name in ("new.log", "events.jsonl"):
+        if options.only not in (None, name):
+            os.remove(path(name))
     if options.damage:
         with open(path("new.log"), "rb") as source, open(path("damaged.log"), "wb") as damaged:
             for i, line in enumerate(source):

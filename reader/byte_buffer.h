@@ -1,0 +1,61 @@
+// Bytes whose memory serves again and again. Bytes that come into being have no value yet, and behind the
+// last one there are always kPadding that may be read.
+//
+// Used by one thread at a time.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace ckscribe {
+
+class ByteBuffer {
+public:
+    static constexpr std::size_t kPadding = 64;
+
+    std::size_t Size() const { return size; }
+    const char* Data() const { return bytes.get(); }
+    std::string_view View() const { return {bytes.get(), size}; }
+
+    // Room for `count` bytes behind the last one; valid until the next change.
+    char* Space(std::size_t count) {
+        if (size + count > capacity) Reallocate(std::max(size + count, capacity + capacity / 2));
+        return bytes.get() + size;
+    }
+    // `count` bytes of that room now belong to the buffer.
+    void Grow(std::size_t count) { size += count; }
+    void Shrink(std::size_t newSize) { size = newSize; }
+
+    void Append(std::string_view more) {
+        if (more.empty()) return;
+        std::memcpy(Space(more.size()), more.data(), more.size());
+        Grow(more.size());
+    }
+    void Assign(std::string_view other) {
+        size = 0;
+        Append(other);
+    }
+    void DropFront(std::size_t count) {
+        if (count == 0) return;
+        std::memmove(bytes.get(), bytes.get() + count, size - count);
+        size -= count;
+    }
+
+private:
+    void Reallocate(std::size_t newCapacity) {
+        std::unique_ptr<char[]> grown(new char[newCapacity + kPadding]);
+        if (size != 0) std::memcpy(grown.get(), bytes.get(), size);
+        std::memset(grown.get() + newCapacity, 0, kPadding);
+        bytes = std::move(grown);
+        capacity = newCapacity;
+    }
+
+    std::unique_ptr<char[]> bytes{new char[kPadding]{}};
+    std::size_t size = 0;
+    std::size_t capacity = 0;
+};
+
+}  // namespace ckscribe
