@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -67,7 +68,8 @@ struct Call {
 
     std::string_view Function() const { return FunctionName(function); }
     bool IsUnfinished() const { return !hasEnd; }
-    bool IsError() const { return hasEnd && result != "CKR_OK"; }
+    bool IsOk() const { return result.size() == 6 && std::memcmp(result.data(), "CKR_OK", 6) == 0; }
+    bool IsError() const { return hasEnd && !IsOk(); }
     Moment Time() const { return start.IsThere() ? start : end; }
     Place FirstPlace() const { return hasStart ? startPlace : endPlace; }
 

@@ -10,6 +10,8 @@ namespace {
 
 // The memory of a text that was longer is given back when its call ends.
 constexpr std::size_t kLongestKeptText = 64 << 10;
+// In the key of an event that has a number.
+constexpr std::uint64_t kNumbered = std::uint64_t{1} << 63;
 
 // The views of a call's start into its text.
 void SetStartText(Call& call, std::string_view text) {
@@ -76,13 +78,13 @@ void FillFields(CallFields& fields, const CallFields& others) {
 }  // namespace
 
 CallJoiner::Key CallJoiner::KeyOf(const Record& record) {
-    if (record.format == LogFormat::kEvents) return {std::uint64_t{1} << 63 | record.run, record.number};
-    const bool isOld = record.format == LogFormat::kOldText;
-    return {std::uint64_t{isOld} << 32 | record.process, static_cast<std::uint64_t>(record.thread)};
+    if (record.run != 0) return {kNumbered | record.run, record.number};
+    return {static_cast<std::uint64_t>(record.format) << 32 | record.process,
+            static_cast<std::uint64_t>(record.thread)};
 }
 
 std::uint32_t& CallJoiner::NewestOf(const Key& key) {
-    if (key.first >> 63 != 0) return open.try_emplace(key, kNone).first->second;
+    if ((key.first & kNumbered) != 0) return open.try_emplace(key, kNone).first->second;
     Known& found = known[HashOfKey()(key) % kMostKnown];
     if (found.newest == nullptr || !(found.key == key)) {
         // Places in `open` stay: those of threads are never taken out.
@@ -118,7 +120,7 @@ void CallJoiner::Open(const Record& record, std::uint32_t file, std::uint32_t& n
 std::uint32_t* CallJoiner::FindStart(const Record& end, std::uint32_t& newest) {
     for (std::uint32_t* place = &newest; *place != kNone; place = &pool[*place].older) {
         const OpenCall& start = pool[*place];
-        if (end.format == LogFormat::kEvents ||
+        if (end.run != 0 ||
             (end.isFunctionCertain ? start.call.function == end.function : start.printed == end.printed))
             return place;
     }
@@ -152,7 +154,7 @@ void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) 
         sink.OnCall(call);
     }
     // A call's number does not come again.
-    if (record.format == LogFormat::kEvents && newest == kNone) open.erase(key);
+    if (record.run != 0 && newest == kNone) open.erase(key);
 }
 
 void CallJoiner::KeepTexts() {

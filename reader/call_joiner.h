@@ -2,7 +2,8 @@
 // that are open and with the threads, not with the log.
 //
 // Records of text are joined by process, thread and function, the newest open start first (a target may call
-// itself through its list); the old format has no threads. Events are joined by run and call.
+// itself through its list); the old format has no threads. Events are joined by run and call; those that were
+// made of a text log have neither, and are joined as it is.
 #pragma once
 
 #include <array>

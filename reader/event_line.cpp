@@ -4,7 +4,8 @@
 
 #include <charconv>
 
-#include "reader/known_names.h"
+#include "reader/event_values.h"
+#include "reader/plain_event.h"
 #include "reader/result_names.h"
 
 namespace ckscribe {
@@ -13,23 +14,8 @@ static_assert(kEventPadding >= simdjson::SIMDJSON_PADDING);
 
 struct EventLineReader::Parser {
     simdjson::ondemand::parser json;
-    // The run of the line before: most lines have the same.
-    std::string lastRun;
-    std::uint32_t lastRunNumber = 0;
-
-    std::uint32_t NumberOfRun(std::string_view run) {
-        if (run != lastRun) {
-            lastRun = run;
-            lastRunNumber = RunNames().NumberOf(run);
-        }
-        return lastRunNumber;
-    }
+    EventValues values;
 };
-
-KnownNames& RunNames() {
-    static KnownNames names;
-    return names;
-}
 
 namespace {
 
@@ -42,46 +28,6 @@ std::string_view PlainString(simdjson::ondemand::value& value) {
     if (token.size() < 2 || token.front() != '"' || token.back() != '"') return {};
     token = token.substr(1, token.size() - 2);
     return token.find('\\') == token.npos ? token : std::string_view();
-}
-
-bool TakeDigits(std::string_view& text, std::size_t count, std::int64_t& number) {
-    if (text.size() < count) return false;
-    number = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        if (text[i] < '0' || text[i] > '9') return false;
-        number = number * 10 + (text[i] - '0');
-    }
-    text.remove_prefix(count);
-    return true;
-}
-
-bool Take(std::string_view& text, char character) {
-    if (!text.starts_with(character)) return false;
-    text.remove_prefix(1);
-    return true;
-}
-
-// "2026-11-21T12:33:45.123456789Z"
-bool ReadTime(std::string_view text, Moment& moment) {
-    std::int64_t year, month, day, hour, minute, second;
-    if (!TakeDigits(text, 4, year) || !Take(text, '-') || !TakeDigits(text, 2, month) || !Take(text, '-') ||
-        !TakeDigits(text, 2, day) || !Take(text, 'T') || !TakeDigits(text, 2, hour) || !Take(text, ':') ||
-        !TakeDigits(text, 2, minute) || !Take(text, ':') || !TakeDigits(text, 2, second))
-        return false;
-    if (month < 1 || month > 12 || day < 1 || day > 31 || hour > 23 || minute > 59 || second > 60)
-        return false;
-    std::int64_t nanoseconds = 0;
-    if (Take(text, '.')) {
-        const std::size_t digits = text.find('Z');
-        if (digits == text.npos || digits == 0 || digits > 9 || !TakeDigits(text, digits, nanoseconds))
-            return false;
-        for (std::size_t i = digits; i < 9; ++i) nanoseconds *= 10;
-    }
-    if (text != "Z") return false;
-    const std::int64_t days = DaysSince1970(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
-    const std::int64_t seconds = ((days * 24 + hour) * 60 + minute) * 60 + second;
-    moment = {seconds * kNanosecondsPerSecond + nanoseconds, TimeScale::kUtc};
-    return true;
 }
 
 // A JSON number, or a string of decimal digits above 2^53.
@@ -97,25 +43,17 @@ bool ReadOptional(simdjson::ondemand::value& value, std::optional<std::uint64_t>
     return true;
 }
 
-// What an event cannot do without.
-enum Needed : unsigned {
-    kEvent = 1,
-    kTime = 2,
-    kRun = 4,
-    kCall = 8,
-    kFunction = 16,
-    kProcess = 32,
-    kAll = 63
-};
-
 bool IsKey(std::string_view key, std::string_view name) { return key == name; }
 
 }  // namespace
 
-EventLineReader::EventLineReader() : parser(std::make_unique<Parser>()) {}
+EventLineReader::EventLineReader(bool usesPlainWay)
+    : parser(std::make_unique<Parser>()), usesPlainWay(usesPlainWay) {}
 EventLineReader::~EventLineReader() = default;
 
 bool EventLineReader::Read(std::string_view line, Record& record) {
+    record = Record{};
+    if (usesPlainWay && ReadPlainEvent(line, parser->values, record)) return true;
     record = Record{};
     record.text = line;
     simdjson::ondemand::document document;
@@ -139,34 +77,33 @@ bool EventLineReader::Read(std::string_view line, Record& record) {
             const std::string_view event = PlainString(value);
             if (event != "start" && event != "end") return false;
             record.isStart = event == "start";
-            found |= kEvent;
+            found |= kHasEvent;
         } else if (IsKey(key, "time")) {
-            if (!ReadTime(PlainString(value), record.time)) return false;
-            found |= kTime;
+            if (!parser->values.ReadTime(PlainString(value), record.time)) return false;
         } else if (IsKey(key, "ns")) {
             if (!ReadNumber(value, record.nanoseconds)) return false;
             record.hasNanoseconds = true;
         } else if (IsKey(key, "run")) {
             const std::string_view run = PlainString(value);
             if (run.empty()) return false;
-            record.run = parser->NumberOfRun(run);
-            found |= kRun;
+            record.run = parser->values.NumberOfRun(run);
+            found |= kHasRun;
         } else if (IsKey(key, "pid")) {
             if (!ReadNumber(value, number)) return false;
             record.process = static_cast<std::uint32_t>(number);
-            found |= kProcess;
+            found |= kHasProcess;
         } else if (IsKey(key, "tid")) {
             if (!ReadNumber(value, number)) return false;
             record.thread = static_cast<std::int64_t>(number);
             record.hasThread = true;
         } else if (IsKey(key, "call")) {
             if (!ReadNumber(value, record.number)) return false;
-            found |= kCall;
+            found |= kHasCall;
         } else if (IsKey(key, "function")) {
             const std::string_view name = PlainString(value);
             if (name.empty()) return false;
             record.function = FunctionOfName(name);
-            found |= kFunction;
+            found |= kHasFunction;
         } else if (IsKey(key, "rv")) {
             if (!ReadNumber(value, record.rv)) return false;
             record.hasRv = true;
@@ -189,9 +126,7 @@ bool EventLineReader::Read(std::string_view line, Record& record) {
         }
     }
     // Nothing may stand behind the object.
-    if (found != kAll || document.current_location().error() != simdjson::OUT_OF_BOUNDS) return false;
-    // An end without a result tells nothing.
-    return record.isStart || !record.result.empty();
+    return HasAllOfAnEvent(found, record) && document.current_location().error() == simdjson::OUT_OF_BOUNDS;
 }
 
 // ---- Children
@@ -300,7 +235,11 @@ Value ValueOf(const element& json) {
             SetPlain(value, member);
         } else if (key == "value") {
             Value plain;
-            SetPlain(plain, member);
+            if (member.type() == element_type::ARRAY) {
+                AddChildren(plain, member);
+            } else {
+                SetPlain(plain, member);
+            }
             if (plain.boolean) {
                 value.boolean = plain.boolean;
             } else if (plain.number && !hasTypeNumber) {
@@ -324,7 +263,7 @@ Value ValueOf(const element& json) {
 }  // namespace
 
 std::vector<Value> ChildrenOfEvent(std::string_view line, std::string_view member) {
-    simdjson::dom::parser parser;
+    thread_local simdjson::dom::parser parser;
     simdjson::dom::array children;
     element document;
     std::vector<Value> values;

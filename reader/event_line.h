@@ -17,7 +17,8 @@ inline constexpr std::size_t kEventPadding = 64;
 // Used by one thread at a time.
 class EventLineReader {
 public:
-    EventLineReader();
+    // Whether lines that can be read the plain way are read so; see plain_event.h.
+    explicit EventLineReader(bool usesPlainWay = true);
     ~EventLineReader();
 
     // Takes a line (without its end) apart and returns true, or returns false when it is no whole event. Sets
@@ -27,6 +28,7 @@ public:
 private:
     struct Parser;
     std::unique_ptr<Parser> parser;
+    const bool usesPlainWay;
 };
 
 // The children "in" or "out" of an event's line; none when the line has none.

@@ -13,7 +13,8 @@
 
 namespace ckscribe {
 
-// What a LogParser finds in one piece. Lines count from 0 there, and new-format records have a time of day.
+// What a LogParser finds in one piece. Lines count from 0 there, and records of the
+// new format have a time of day.
 struct FoundInText {
     std::vector<Record> records;
     std::vector<UnreadableStretch> stretches;
@@ -48,7 +49,7 @@ public:
         if (!found.records.empty() && !found.endsUnreadable) GiveOpen(onStretch);
         for (Record& record : found.records) {
             record.line += line;
-            if (record.format == LogFormat::kNewText) record.time = TimeInLog(record.time);
+            if (record.time.scale == TimeScale::kDayOfLog) record.time = TimeInLog(record.time);
             onRecord(record);
         }
         line += found.lines;

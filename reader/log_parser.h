@@ -28,8 +28,8 @@ public:
         kIsThere,  // the text ends here
     };
 
-    // Whether records that can be read the plain way are read so; what is found is the same.
-    explicit LogParser(bool usesPlainWay = true) : usesPlainWay(usesPlainWay) {}
+    // Whether records that can be read the plain way are read so; see plain_children.h and plain_event.h.
+    explicit LogParser(bool usesPlainWay = true) : events(usesPlainWay), usesPlainWay(usesPlainWay) {}
 
     // Reads the whole records of `text`, which begins with a line, into `found`; their views point into
     // `text`. Returns how much of it is done with: the rest must come again with more behind it, and what is

@@ -185,7 +185,7 @@ struct LogTimes {
         return date.value_or(LocalDayOf(lastWritten)) - *order.LastDay();
     }
     void Take(const LogBlock& block, const Record& record) {
-        if (record.format == LogFormat::kNewText) lastWritten = block.writtenAt;
+        if (record.format != LogFormat::kOldText) lastWritten = block.writtenAt;
         lastRecord = record.time;
     }
 };

@@ -19,9 +19,13 @@ constexpr std::size_t kMostExamples = 1000;
 constexpr std::uint64_t kShortestRetry = 2;
 constexpr std::uint64_t kShortestPolling = 10;
 
+// Functions whose mechanism makes a key, and needs none.
+constexpr std::string_view kGenerating[] = {"C_GenerateKey", "C_GenerateKeyPair"};
+
 struct Figures {
     CallRole role = CallRole::kOther;
     bool isAsking = false;
+    bool isGenerating = false;
     std::uint64_t calls = 0;
     std::uint64_t errors = 0;
     std::uint64_t unfinished = 0;
@@ -35,11 +39,26 @@ struct Handle {
     std::uint64_t handle = 0;
     friend auto operator<=>(const Handle&, const Handle&) = default;
 };
+struct HashOfHandle {
+    std::size_t operator()(const Handle& handle) const {
+        return (handle.process * 0x9e3779b97f4a7c15U ^ handle.handle) * 0xff51afd7ed558ccdU;
+    }
+};
 
 struct Key {
     ObjectInfo info;
     std::uint64_t operations = 0;
-    std::map<std::string, std::uint64_t, std::less<>> mechanisms;
+    std::vector<std::pair<std::string, std::uint64_t>> mechanisms;
+
+    void Count(std::string_view mechanism) {
+        ++operations;
+        for (auto& [name, count] : mechanisms) {
+            if (name != mechanism) continue;
+            ++count;
+            return;
+        }
+        mechanisms.emplace_back(mechanism, 1);
+    }
 };
 
 struct OpenSession {
@@ -67,6 +86,11 @@ ReportedCall Reported(const Call& call) {
 template <class Row>
 void KeepRow(std::vector<Row>& rows, const Row& row) {
     if (rows.size() < kMostExamples) rows.push_back(row);
+}
+
+// Names of results are nearly always the same texts in memory.
+bool IsSameName(std::string_view one, std::string_view other) {
+    return (one.data() == other.data() && one.size() == other.size()) || one == other;
 }
 
 using RepetitionKey = std::pair<std::string_view, std::string_view>;
@@ -142,7 +166,7 @@ struct ReportBuilder::OfLog {
     std::uint64_t sessionsClosed = 0;
     std::map<std::tuple<std::string_view, std::uint32_t, std::uint64_t>, LoginFailure> loginFailures;
     std::map<std::uint64_t, Slot> slots;
-    std::map<Handle, Key> keys;
+    std::unordered_map<Handle, Key, HashOfHandle> keys;
     std::map<Handle, ObjectInfo> searches;  // by session
     Repetitions retries;
     Repetitions polling;
@@ -160,6 +184,7 @@ struct ReportBuilder::OfLog {
             const std::string_view name = FunctionName(FunctionIndex(i));
             functions[i].role = RoleOf(name);
             functions[i].isAsking = IsAsking(name);
+            functions[i].isGenerating = std::ranges::find(kGenerating, name) != std::end(kGenerating);
         }
     }
 
@@ -182,7 +207,8 @@ struct ReportBuilder::OfLog {
         ResultFigures* row =
             figures.lastResult < figures.results.size() ? &figures.results[figures.lastResult] : nullptr;
         const auto isOfRow = [&call](const ResultFigures& other) {
-            return other.result == call.result && (other.rv == call.rv || call.result != "CKR_UNKNOWN");
+            return IsSameName(other.result, call.result) &&
+                   (other.rv == call.rv || call.result != "CKR_UNKNOWN");
         };
         if (row == nullptr || !isOfRow(*row)) {
             const auto found = std::ranges::find_if(figures.results, isOfRow);
@@ -198,7 +224,8 @@ struct ReportBuilder::OfLog {
     // Rows of like calls, and the pauses between calls.
     void TakeOrder(const Figures& figures, OfThread& thread, const Call& call) {
         if (call.IsUnfinished()) return;
-        if (thread.length != 0 && thread.function == call.function && thread.result == call.result) {
+        if (thread.length != 0 && thread.function == call.function &&
+            IsSameName(thread.result, call.result)) {
             ++thread.length;
         } else {
             EndRow(thread);
@@ -209,7 +236,7 @@ struct ReportBuilder::OfLog {
             thread.length = figures.isAsking || isNews ? 1 : 0;
             thread.begin = {call.Time(), call.FirstPlace()};
         }
-        if (call.format != LogFormat::kEvents) return;
+        if (!call.start.IsPrecise() || !call.nanoseconds) return;
         if (thread.lastEnd != 0 && call.start.nanoseconds > thread.lastEnd)
             pauses.Add(static_cast<std::uint64_t>(call.start.nanoseconds - thread.lastEnd));
         thread.lastEnd = call.end.nanoseconds;
@@ -224,7 +251,7 @@ struct ReportBuilder::OfLog {
     }
 
     void TakeRole(CallRole role, const Call& call) {
-        const bool isOk = call.hasEnd && call.result == "CKR_OK";
+        const bool isOk = call.hasEnd && call.IsOk();
         const Handle session{call.process, call.fields.session.value_or(0)};
         switch (role) {
             case CallRole::kOther:
@@ -294,17 +321,12 @@ struct ReportBuilder::OfLog {
         slot.serial = std::move(token.serial);
     }
 
-    void TakeFields(const Call& call) {
+    void TakeFields(const Figures& figures, const Call& call) {
         if (call.fields.slot) ++slots[*call.fields.slot].calls;
-        if (call.fields.object && !call.fields.mechanism.empty() && !call.IsError()) {
-            Key& key = keys[{call.process, *call.fields.object}];
-            ++key.operations;
-            const auto found = key.mechanisms.find(call.fields.mechanism);
-            if (found != key.mechanisms.end()) {
-                ++found->second;
-            } else {
-                key.mechanisms.emplace(call.fields.mechanism, 1);
-            }
+        // The object of a call that only makes one was not used in it.
+        if (!figures.isGenerating && call.fields.object && !call.fields.mechanism.empty() &&
+            !call.IsError()) {
+            keys[{call.process, *call.fields.object}].Count(call.fields.mechanism);
         }
     }
 };
@@ -330,7 +352,7 @@ void ReportBuilder::OnCall(const Call& call) {
     OfThread& thread = of.ThreadOf(call);
     ++of.calls;
     ++figures.calls;
-    if (call.format == LogFormat::kEvents) {
+    if (call.format == LogFormat::kEvents && !call.run.empty()) {
         of.hasEvents = true;
     } else {
         of.hasText = true;
@@ -349,7 +371,7 @@ void ReportBuilder::OnCall(const Call& call) {
         KeepRow(of.unfinished, Reported(call));
     }
     of.TakeOrder(figures, thread, call);
-    of.TakeFields(call);
+    of.TakeFields(figures, call);
     of.TakeRole(figures.role, call);
 }
 
@@ -432,7 +454,7 @@ void ReportBuilder::OnLogEnd(std::optional<std::int64_t> firstDay) {
         if (sum.token.empty()) sum.token = slot.token;
         if (sum.serial.empty()) sum.serial = slot.serial;
     }
-    for (auto& [handle, key] : of.keys) {
+    for (const auto& [handle, key] : std::map(of.keys.begin(), of.keys.end())) {
         if (key.operations == 0 && key.info.IsEmpty()) continue;
         report.keys.push_back({handle.process,
                                handle.handle,

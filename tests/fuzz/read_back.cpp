@@ -150,6 +150,115 @@ private:
     bool isNew;
 };
 
+// Of events, which lose nothing.
+class EventComparison {
+public:
+    explicit EventComparison(std::string_view events) : events(events) {}
+
+    void Compare(const std::vector<ExpectedChild>& expected, const std::vector<Value>& values) {
+        Require(expected.size() == values.size(), "as many children");
+        for (std::size_t i = 0; i < expected.size(); ++i) Compare(expected[i], values[i]);
+    }
+
+    void Require(bool holds, const char* what) const {
+        if (holds) return;
+        std::fprintf(stderr, "does not come back: %s\nof:\n%.*s\n", what, static_cast<int>(events.size()),
+                     events.data());
+        std::abort();
+    }
+
+private:
+    void Compare(const ExpectedChild& expected, const Value& value) {
+        if (value.kind == "PIN") return Require(!value.bytes && !value.number && !value.size, "a PIN");
+        switch (expected.shape) {
+            case Shape::kNumber:
+            case Shape::kHex:
+            case Shape::kDecimal:
+            case Shape::kShort:
+                // A length of a secret has no value.
+                return Require(
+                    !value.isCut && value.number.value_or(expected.numbers[0]) == expected.numbers[0],
+                    "a number");
+            case Shape::kBoolean:
+                return Require(value.boolean == (expected.numbers[0] != 0), "a boolean");
+            case Shape::kBytes:
+            case Shape::kValue:
+            case Shape::kText:
+                return CompareBytes(expected.bytes, value);
+            case Shape::kMechanism:
+                // A mechanism that is not there has neither.
+                if (!value.number && value.children.empty()) return;
+                Require(value.number == expected.numbers[0] && value.children.size() == 1, "a mechanism");
+                return CompareBytes(expected.bytes, value.children[0]);
+            case Shape::kAttribute:
+            case Shape::kType:
+                return CompareAttribute(expected, value);
+            case Shape::kKeySizes:
+            case Shape::kSession:
+                Require(value.children.empty() || value.children.size() == expected.numbers.size(),
+                        "members");
+                for (std::size_t i = 0; i < value.children.size(); ++i)
+                    Require(value.children[i].number == expected.numbers[i], "a member");
+                return;
+            case Shape::kChildren:
+                return CompareGroup(expected, value);
+        }
+    }
+
+    void CompareBytes(const std::string& expected, const Value& value) const {
+        Require(value.size.has_value(), "a size");
+        const bool hasNoSize = *value.size == CK_UNAVAILABLE_INFORMATION;
+        Require(value.bytes.value_or("") == (hasNoSize ? "" : expected), "bytes");
+    }
+
+    void CompareAttribute(const ExpectedChild& expected, const Value& value) const {
+        Require(value.number == expected.numbers[0], "the number of an attribute");
+        if (expected.shape == Shape::kType) return;
+        if (value.isUnavailable) return Require(expected.bytes == std::string(8, '\xff'), "unavailable");
+        if (value.boolean) return Require(*value.boolean == (expected.bytes.at(0) != '\0'), "a boolean");
+        std::string bytes = value.bytes.value_or("");
+        for (const Value& part : value.children) {
+            if (part.name != "value") continue;
+            if (part.number) AddNumber(bytes, *part.number);
+            for (const Value& mechanism : part.children) AddNumber(bytes, mechanism.number.value_or(0));
+        }
+        Require(bytes == expected.bytes, "the bytes of an attribute");
+    }
+
+    static void AddNumber(std::string& bytes, std::uint64_t number) {
+        bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+    }
+
+    // Members of a structure stand in the order of the records; elements of a list are numbers.
+    void CompareGroup(const ExpectedChild& expected, const Value& value) {
+        Require(expected.children.size() == value.children.size(), "as many members");
+        for (std::size_t i = 0; i < value.children.size(); ++i) {
+            const Value& member = value.children[i];
+            const ExpectedChild& child = expected.children[i];
+            const bool isVersion = member.name == "cryptokiVersion";
+            if (isVersion && member.children.size() == 2) {
+                for (std::size_t j = 0; j < 2; ++j)
+                    Require(member.children[j].number == static_cast<unsigned char>(child.bytes.at(j)),
+                            "a version");
+            } else if (member.kind.empty() && child.shape == Shape::kBytes) {
+                // Texts of fixed length come without the blanks at their end.
+                const std::string bytes =
+                    member.number ? std::to_string(*member.number) : member.bytes.value_or("");
+                const std::size_t last = child.bytes.find_last_not_of(std::string_view(" \0", 2));
+                const std::string trimmed = child.bytes.substr(0, last == child.bytes.npos ? 0 : last + 1);
+                Require(bytes == child.bytes || bytes == trimmed ||
+                            (bytes.starts_with(trimmed) && child.bytes.starts_with(bytes)) ||
+                            (member.number && std::stoul("0" + trimmed) == *member.number),
+                        "a text of fixed length");
+            } else {
+                Compare(child, member);
+            }
+        }
+    }
+
+    std::string_view events;
+};
+
 }  // namespace
 
 void RequireReadBack(std::string_view log, const std::string& function, const ExpectedRecord& start,
@@ -170,4 +279,22 @@ void RequireReadBack(std::string_view log, const std::string& function, const Ex
     if (HasSeveralEnds(start.children) || HasSeveralEnds(end.children)) return;
     comparison.Compare(start.children, call.In());
     comparison.Compare(end.children, call.Out());
+}
+
+void RequireEventsReadBack(std::string_view events, const std::string& function, const ExpectedRecord& start,
+                           const ExpectedRecord& end) {
+    OneCall sink;
+    ckscribe::CallReader reader(sink);
+    reader.Feed(events);
+    reader.Finish();
+    const Call& call = sink.kept.Get();
+    EventComparison comparison(events);
+    comparison.Require(sink.unreadable == 0, "everything is read");
+    comparison.Require(sink.count == 1, "one call");
+    comparison.Require(call.hasStart && call.hasEnd, "a start and an end");
+    comparison.Require(call.Function() == function, "the function");
+    comparison.Require(call.rv == end.rv, "the result");
+    comparison.Compare(start.children, call.In());
+    // Records show the address of the slot, and events show the slot.
+    if (function != "C_WaitForSlotEvent") comparison.Compare(end.children, call.Out());
 }

@@ -10,3 +10,7 @@
 // difference is printed and ends the process. Where the log has several ways to be read, any of them will do.
 void RequireReadBack(std::string_view log, const std::string& function, const ExpectedRecord& start,
                      const ExpectedRecord& end);
+
+// The same for `events`, the start event and the end event of a call that shows its data.
+void RequireEventsReadBack(std::string_view events, const std::string& function, const ExpectedRecord& start,
+                           const ExpectedRecord& end);

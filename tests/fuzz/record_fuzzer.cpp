@@ -350,6 +350,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         reader.Read(end);
 #ifdef CKSCRIBE_HAS_READER
         RequireReadBack(log, function.function, start, end);
+        RequireEventsReadBack(events, function.function, start, end);
 #endif
         RequireEvents(events, function.function, start, end, rv);
     } else {

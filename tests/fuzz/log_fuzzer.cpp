@@ -1,0 +1,11 @@
+// Reads an input as a log (see log_properties.h for what must hold). There is one such fuzzer for each
+// format: they differ in their corpora, which hold records of that format as the library writes them.
+
+#include <cstdint>
+
+#include "tests/fuzz/log_properties.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    RequireLogProperties({reinterpret_cast<const char*>(data), size});
+    return 0;
+}
