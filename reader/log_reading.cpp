@@ -1,11 +1,9 @@
 #include "reader/log_reading.h"
 
-#include <fcntl.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <condition_variable>
-#include <cstring>
 #include <ctime>
 #include <deque>
 #include <memory>
@@ -16,6 +14,7 @@
 #include "reader/byte_buffer.h"
 #include "reader/call_joiner.h"
 #include "reader/log_blocks.h"
+#include "reader/log_copies.h"
 #include "reader/log_family.h"
 #include "reader/log_order.h"
 #include "reader/log_parser.h"
@@ -190,31 +189,42 @@ struct LogTimes {
     }
 };
 
+// Tells how far reading has come.
+class Progress {
+public:
+    Progress(const std::vector<std::string>& paths, const ReadingOptions& options)
+        : tell(options.onProgress) {
+        for (const std::string& path : paths) {
+            struct stat status {};
+            // Only a file has a size, and only a file can be opened twice.
+            if (path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode))
+                progress.size += static_cast<std::uint64_t>(status.st_size);
+        }
+        if (options.needsDates) progress.size *= 2;
+    }
+
+    void Take(const LogBlock& block) {
+        progress.bytesRead = bytesOfFilesBefore + block.bytesRead;
+        if (block.endsFile) bytesOfFilesBefore += block.bytesRead;
+        if (tell) tell(progress);
+    }
+
+private:
+    const std::function<void(const ReadingProgress&)>& tell;
+    ReadingProgress progress;
+    std::uint64_t bytesOfFilesBefore = 0;
+};
+
 // Reads a log only for its times.
-LogTimes Survey(const std::vector<std::string>& paths, const LogFamily& family) {
+LogTimes Survey(const std::vector<std::string>& paths, const LogFamily& family, Progress& progress) {
     LogTimes times;
     const auto ignore = [](UnreadableStretch&) {};
     LogReading(paths, family).Run([&](const LogBlock& block, FoundInText& found) {
         times.order.Take(found, ignore, [&](const Record& record) { times.Take(block, record); });
         if (block.endsFile) times.order.EndFile(ignore);
+        progress.Take(block);
     });
     return times;
-}
-
-// Standard input can be read once only; this is a file with the same bytes.
-std::string CopyOfStandardInput() {
-    const char* const directory = std::getenv("TMPDIR");
-    std::string path = std::string(directory != nullptr ? directory : "/tmp") + "/ckscribe.XXXXXX";
-    const int copy = mkostemp(path.data(), O_CLOEXEC);
-    if (copy < 0) return "-";
-    std::vector<char> block(LogBlocks::kSize);
-    while (true) {
-        const ssize_t count = read(STDIN_FILENO, block.data(), block.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0 || write(copy, block.data(), static_cast<std::size_t>(count)) != count) break;
-    }
-    close(copy);
-    return path;
 }
 
 }  // namespace
@@ -257,25 +267,16 @@ Moment InUtc(const Moment& moment, std::optional<std::int64_t> firstDay) {
 std::vector<FileReading> ReadLogs(const std::vector<std::string>& given, const ReadingOptions& options,
                                   LogSink& sink) {
     std::vector<std::string> paths = given;
-    std::string copy;
-    if (options.needsDates) {
-        for (std::string& path : paths) {
-            if (path == "-") path = copy = CopyOfStandardInput();
-        }
-    }
+    LogCopies copies;
+    if (options.needsDates) copies.Replace(paths);
     std::vector<FileReading> files(paths.size());
-    ReadingProgress progress;
-    for (const std::string& path : paths) {
-        LogSource source;
-        if (path != "-" && source.Open(path)) progress.size += source.Size();
-    }
-    std::uint64_t bytesOfFilesBefore = 0;
+    Progress progress(paths, options);
 
     for (const LogFamily& family : FamiliesOf(given)) {
         LogTimes times;
         sink.OnLogBegin(family);
         if (options.needsDates) {
-            const LogTimes known = Survey(paths, family);
+            const LogTimes known = Survey(paths, family, progress);
             const std::optional<std::int64_t> firstDay = known.FirstDay(options.date);
             if (firstDay) times.order.SetFirstDay(*firstDay);
             sink.OnLogSurveyed(InUtc(known.lastRecord, firstDay));
@@ -296,14 +297,14 @@ std::vector<FileReading> ReadLogs(const std::vector<std::string>& given, const R
             });
             joiner.KeepTexts();
             if (block.endsFile) times.order.EndFile(giveStretch);
-            progress.bytesRead = bytesOfFilesBefore + block.bytesRead;
-            if (block.endsFile) bytesOfFilesBefore += block.bytesRead;
-            if (options.onProgress) options.onProgress(progress);
+            progress.Take(block);
         });
         joiner.Finish(sink);
         sink.OnLogEnd(times.FirstDay(options.date));
     }
-    if (!copy.empty()) unlink(copy.c_str());
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        if (files[i].error.empty()) files[i].error = copies.ErrorOf(i);
+    }
     return files;
 }
 
