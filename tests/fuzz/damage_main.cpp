@@ -54,8 +54,7 @@ void RunFile(const std::filesystem::path& path, std::mt19937& random) {
     for (std::size_t size = 0; size <= log.size(); ++size) Run(log.substr(0, size));
     for (int i = 0; i < kDamagedCopies && !log.empty(); ++i) {
         std::string damaged = log;
-        for (auto times = 1 + random() % 3; times != 0 && !damaged.empty(); --times)
-            Damage(damaged, random);
+        for (auto times = 1 + random() % 3; times != 0 && !damaged.empty(); --times) Damage(damaged, random);
         Run(damaged);
     }
 }
