@@ -6,6 +6,7 @@
 #include <ctime>
 #include <string_view>
 
+#include "reader/log_reading.h"
 #include "tool/harmless_text.h"
 
 namespace ckscribe {
@@ -149,8 +150,9 @@ std::string ValuesText(const std::vector<Value>& values) {
     return text;
 }
 
-std::string TimeText(const Moment& time, bool isUtc) {
-    if (!time.IsThere()) return "-";
+std::string TimeText(const Moment& told, bool isUtc) {
+    if (!told.IsThere()) return "-";
+    const Moment time = isUtc ? InUtc(told) : told;
     const std::time_t seconds = time.nanoseconds / kNanosecondsPerSecond;
     std::tm parts{};
     if (time.scale == TimeScale::kUtc && !isUtc)

@@ -40,6 +40,9 @@ void SayMissedDurations(const CallFilter& filter) {
         "(docs/events.md).");
 }
 
+// A time of day can be told in UTC only with its date.
+bool NeedsDates(const Options& options) { return options.filter.NeedsTimes() || options.logs.isUtc; }
+
 // What the filter must know of a log before its first call is shown.
 class Survey : public LogSink {
 public:
@@ -58,7 +61,7 @@ int Follow(Options& options, ShownCalls& calls) {
         std::vector<std::string> paths;
         for (const std::uint32_t file : family) paths.push_back(options.logs.paths[file]);
         logs.push_back(std::make_unique<FollowedLog>(paths, calls));
-        if (!options.filter.NeedsTimes() || paths.back() == "-") continue;
+        if (!NeedsDates(options) || paths.back() == "-") continue;
         ReadingOptions reading = options.logs.Reading();
         reading.needsDates = true;
         Survey survey;
@@ -91,7 +94,7 @@ int Run(Options& options) {
     if (options.isFollowing) return Follow(options, calls);
 
     ReadingOptions reading = options.logs.Reading();
-    reading.needsDates = options.filter.NeedsTimes();
+    reading.needsDates = NeedsDates(options);
     auto bar = std::make_unique<ProgressBar>();
     // Lines and a bar would write over each other.
     if (isatty(STDOUT_FILENO) == 0)

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <tuple>
 
+#include "reader/log_reading.h"
 #include "tool/call_line.h"
 
 namespace ckscribe {
@@ -15,8 +16,9 @@ using nlohmann::ordered_json;
 constexpr std::int64_t kPreciseWidth = 10'000'000;  // 10 ms
 constexpr std::int64_t kCoarseWidth = kNanosecondsPerSecond;
 
-// The records of a call beyond this are shown as their beginning.
-constexpr std::size_t kLongestRecord = 4000;
+// The records of a call beyond the first of these are shown as their beginning. Where that makes a page that
+// is too large, the next one counts.
+constexpr std::size_t kLongestRecords[] = {4000, 1000, 250, 0};
 
 // The page draws fewer bars than a histogram has buckets: 8 for each power of two.
 constexpr unsigned kBucketsInBar = 1U << (kLatencyBucketBits - 3);
@@ -44,14 +46,16 @@ std::string PlaceText(const Place& place, const std::vector<std::string>& files)
     return file + ":" + std::to_string(place.line);
 }
 
-// What the log itself says of the call.
-std::string RecordsText(const Call& call) {
+// What the log itself says of the call. The end of an event repeats its start.
+std::string RecordsText(const Call& call, std::size_t longest) {
     std::string text;
-    for (const std::string_view record : {call.startText, call.endText}) {
-        if (record.empty()) continue;
+    const bool isStartRepeated = call.format == LogFormat::kEvents && call.hasEnd;
+    for (const std::string_view record :
+         {isStartRepeated ? std::string_view() : call.startText, call.endText}) {
+        if (record.empty() || longest == 0) continue;
         if (!text.empty()) text += '\n';
-        text += record.substr(0, kLongestRecord);
-        if (record.size() > kLongestRecord) text += "…";
+        text += record.substr(0, longest);
+        if (record.size() > longest) text += "…";
     }
     return text;
 }
@@ -120,6 +124,7 @@ void PageDetails::Take(const Call& call) {
     const Moment time = call.Time();
     if (time.IsThere()) {
         const std::int64_t calendar = OnCalendar(time);
+        if (time.IsDateKnown()) offset = calendar - InUtc(time).nanoseconds;
         firstTime = std::min(firstTime.value_or(calendar), calendar);
         lastTime = std::max(lastTime.value_or(calendar), calendar);
         isPrecise = isPrecise || time.IsPrecise();
@@ -150,7 +155,8 @@ void PageDetails::KeepIfSlow(const Call& call) {
 
 // Nanoseconds since 1970 began, on the calendar that the page shows.
 std::int64_t PageDetails::OnCalendar(const Moment& time) const {
-    if (time.scale != TimeScale::kUtc || isUtc) return time.nanoseconds;
+    if (isUtc) return InUtc(time).nanoseconds;
+    if (time.scale != TimeScale::kUtc) return time.nanoseconds;
     const std::time_t seconds = FloorOf(time.nanoseconds, kNanosecondsPerSecond);
     std::tm local{};
     localtime_r(&seconds, &local);
@@ -174,6 +180,36 @@ std::vector<const Call*> PageDetails::KeptCalls() const {
     return calls;
 }
 
+// Adds as many of the calls as there is room for, and returns their number. `longest`: of their records.
+std::size_t PageDetails::AddCalls(ordered_json& details, const std::vector<const Call*>& kept,
+                                  std::size_t longest, std::int64_t base,
+                                  const std::vector<std::string>& files) const {
+    details["functions"] = ordered_json::array();
+    details["threads"] = ordered_json::array();
+    details["calls"] = ordered_json::array();
+    std::map<std::string, std::size_t> functions;
+    std::map<std::string, std::size_t> threads;
+    std::size_t size = 0;
+    for (const Call* const call : kept) {
+        ordered_json row;
+        row["function"] = NumberOf(std::string(call->Function()), functions, details["functions"]);
+        row["thread"] = NumberOf(ThreadName(*call), threads, details["threads"]);
+        row["start"] =
+            call->Time().IsThere()
+                ? ordered_json(Milliseconds(OnCalendar(call->Time()) - base * kNanosecondsPerMillisecond))
+                : ordered_json();
+        row["ns"] = call->nanoseconds ? ordered_json(*call->nanoseconds) : ordered_json();
+        row["result"] = call->hasEnd ? ordered_json(std::string(call->result)) : ordered_json();
+        row["text"] = LineText(*call);
+        row["records"] = RecordsText(*call, longest);
+        row["place"] = PlaceText(call->FirstPlace(), files);
+        size += row.dump(-1, ' ', false, ordered_json::error_handler_t::replace).size();
+        if (size > kLargestJson) break;
+        details["calls"].push_back(std::move(row));
+    }
+    return details["calls"].size();
+}
+
 std::string PageDetails::Json(const std::vector<std::string>& files) const {
     ordered_json details;
     details["precise"] = isPrecise;
@@ -186,6 +222,8 @@ std::string PageDetails::Json(const std::vector<std::string>& files) const {
         return Milliseconds(time - base * kNanosecondsPerMillisecond);
     };
     details["base"] = base;  // in milliseconds since 1970 began, on the calendar of the page
+    // What this calendar is ahead of UTC, in milliseconds, at the end of the log.
+    details["utc_offset"] = offset.value_or(0) / kNanosecondsPerMillisecond;
     details["first"] = firstTime ? ordered_json(sinceBase(*firstTime)) : ordered_json();
     details["last"] = lastTime ? ordered_json(sinceBase(*lastTime)) : ordered_json();
 
@@ -208,28 +246,13 @@ std::string PageDetails::Json(const std::vector<std::string>& files) const {
     for (const auto& [function, histogram] : latency)
         details["latency"][std::string(function)] = BarsOf(histogram);
 
-    details["functions"] = ordered_json::array();
-    details["threads"] = ordered_json::array();
-    details["calls"] = ordered_json::array();
-    std::map<std::string, std::size_t> functions;
-    std::map<std::string, std::size_t> threads;
-    std::size_t size = 0;
     std::size_t shown = 0;
-    for (const Call* const call : KeptCalls()) {
-        ordered_json row;
-        row["function"] = NumberOf(std::string(call->Function()), functions, details["functions"]);
-        row["thread"] = NumberOf(ThreadName(*call), threads, details["threads"]);
-        row["start"] =
-            call->Time().IsThere() ? ordered_json(sinceBase(OnCalendar(call->Time()))) : ordered_json();
-        row["ns"] = call->nanoseconds ? ordered_json(*call->nanoseconds) : ordered_json();
-        row["result"] = call->hasEnd ? ordered_json(std::string(call->result)) : ordered_json();
-        row["text"] = LineText(*call);
-        row["records"] = RecordsText(*call);
-        row["place"] = PlaceText(call->FirstPlace(), files);
-        size += row.dump(-1, ' ', false, ordered_json::error_handler_t::replace).size();
-        if (size > kLargestJson) break;
-        details["calls"].push_back(std::move(row));
-        ++shown;
+    bool isShortened = false;
+    const std::vector<const Call*> kept = KeptCalls();
+    for (const std::size_t longest : kLongestRecords) {
+        isShortened = longest != kLongestRecords[0];
+        shown = AddCalls(details, kept, longest, base, files);
+        if (shown == kept.size()) break;
     }
     details["left_out"] =
         shown == callCount
@@ -240,6 +263,9 @@ std::string PageDetails::Json(const std::vector<std::string>& files) const {
                   std::to_string(std::min<std::uint64_t>(unfinishedCount, kMostUnfinished)) + " of " +
                   std::to_string(unfinishedCount) +
                   " without an end. The figures and the charts of functions and errors count all calls.";
+    if (isShortened)
+        details["left_out"] =
+            std::string(details["left_out"]) + " Long records are shown as their beginning.";
     return details.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
 }
 

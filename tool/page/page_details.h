@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -88,6 +89,8 @@ private:
     void KeepIfSlow(const Call& call);
     std::int64_t OnCalendar(const Moment& time) const;
     std::vector<const Call*> KeptCalls() const;
+    std::size_t AddCalls(nlohmann::ordered_json& details, const std::vector<const Call*>& kept,
+                         std::size_t longest, std::int64_t base, const std::vector<std::string>& files) const;
 
     const bool isUtc;
     std::uint64_t callCount = 0;
@@ -96,6 +99,7 @@ private:
     bool isDated = true;
     std::optional<std::int64_t> firstTime;
     std::optional<std::int64_t> lastTime;
+    std::optional<std::int64_t> offset;  // of the calendar to UTC, at the latest call that was taken
     CallsOverTime overTime;
     std::map<std::string_view, LatencyHistogram> latency;  // by function
     std::vector<SlowCall> slow;                            // a heap

@@ -37,6 +37,11 @@
     return details.dated ? dateText(ms) + " " + clockText(ms) : clockText(ms);
   };
 
+  // A time of the report, which is in UTC, on the page's calendar.
+  const reportTimeText = (text) => (text === null || text === undefined ? "–" : momentText(Date.parse(text) + details.utc_offset - details.base));
+  const placeText = (file, line) => (file === null || file === undefined ? "–" : `${file}:${line}`);
+  const resultName = (row) => (row.rv && row.result === "CKR_UNKNOWN" ? `${row.result} 0x${row.rv.toString(16)}` : row.result);
+
   const element = (name, text, className) => {
     const made = document.createElement(name);
     if (text !== undefined) made.textContent = text;
@@ -132,9 +137,12 @@
   if (!byId("outstanding").children.length) byId("outstanding").append(element("li", "Nothing stands out."));
 
   for (const [title, field, className] of [["Calls", "calls"], ["Errors", "errors", "errors"], ["Unfinished", "unfinished", "unfinished"],
-    ["Processes", "processes"], ["Threads", "threads"], ["Unreadable", "unreadable"]]) {
+    ["Processes", "processes"], ["Threads", "threads"], ["Unreadable", "unreadable"], ["Calls a second", "calls_per_second"]]) {
     const box = element("div");
-    box.append(element("dt", title), element("dd", numberText(report[field]), report[field] ? className : ""));
+    const number = field === "calls_per_second" && report[field] !== null ? Math.round(report[field]) : report[field];
+    const cell = element("dd", numberText(number), report[field] ? className : "");
+    cell.dataset.field = field;
+    box.append(element("dt", title), cell);
     byId("totals").append(box);
   }
 
@@ -142,17 +150,39 @@
 
   Chart.defaults.animation = false;
   Chart.defaults.maintainAspectRatio = false;
-  Chart.defaults.color = color("quiet");
-  Chart.defaults.borderColor = color("line");
+
+  // Canvases know no style sheet: each chart is painted anew when the style changes, also for the printer.
+  const paintings = [];
+  const paint = () => {
+    Chart.defaults.color = color("quiet");
+    Chart.defaults.borderColor = color("line");
+    for (const painting of paintings) painting();
+  };
+  const paintAnew = (chart, setColors) => {
+    const painting = () => {
+      setColors(chart.data.datasets);
+      for (const scale of Object.values(chart.options.scales)) {
+        scale.grid = { ...scale.grid, color: color("line") };
+        scale.ticks.color = color("quiet");
+      }
+      if (chart.options.plugins.legend) chart.options.plugins.legend.labels = { color: color("quiet") };
+      chart.update("none");
+    };
+    paintings.push(painting);
+    painting();
+  };
+  paint();
+  matchMedia("(prefers-color-scheme: dark)").addEventListener("change", paint);
+  matchMedia("print").addEventListener("change", paint);
 
   const bins = details.bins;
-  new Chart(byId("time-chart"), {
+  const timeChart = new Chart(byId("time-chart"), {
     type: "bar",
     data: {
       labels: bins.calls.map((_, i) => clockText(bins.from + i * bins.width)),
       datasets: [
-        { label: "errors", data: bins.errors, backgroundColor: color("errors") },
-        { label: "other calls", data: bins.calls.map((calls, i) => calls - bins.errors[i]), backgroundColor: color("calls") },
+        { label: "errors", data: bins.errors },
+        { label: "other calls", data: bins.calls.map((calls, i) => calls - bins.errors[i]) },
       ],
     },
     options: {
@@ -161,13 +191,19 @@
     },
   });
 
+  paintAnew(timeChart, ([errors, others]) => {
+    errors.backgroundColor = color("errors");
+    others.backgroundColor = color("calls");
+  });
+
   const latencySelect = byId("latency-function");
-  const latencyNames = Object.keys(details.latency);
+  // The functions that are called most come first, as in the table.
+  const latencyNames = report.functions.map((row) => row.function).filter((name) => name in details.latency);
   for (const name of latencyNames) latencySelect.append(element("option", name));
   if (latencyNames.length) {
     const chart = new Chart(byId("latency-chart"), {
       type: "bar",
-      data: { labels: [], datasets: [{ label: "calls", data: [], backgroundColor: color("calls") }] },
+      data: { labels: [], datasets: [{ label: "calls", data: [] }] },
       options: {
         plugins: { legend: { display: false } },
         scales: { x: { ticks: { maxTicksLimit: 14, maxRotation: 0 } }, y: { beginAtZero: true, ticks: { precision: 0 } } },
@@ -185,6 +221,9 @@
     };
     latencySelect.addEventListener("change", show);
     show();
+    paintAnew(chart, ([bars]) => {
+      bars.backgroundColor = color("calls");
+    });
   } else {
     byId("latency-note").textContent = "This log has no durations. The events file has them (key Events in the section CkLog2).";
     latencySelect.parentElement.hidden = true;
@@ -201,7 +240,9 @@
   ], report.functions, { name: "function" });
 
   fillTable(byId("error-table"), [
-    { field: "function", title: "Function" }, { field: "result", title: "Result", error: true }, count("count", "Calls"),
+    { field: "function", title: "Function" }, { field: "result", title: "Result", error: true, text: resultName }, count("count", "Calls"),
+    { field: "first_time", title: "First", text: (row) => `${reportTimeText(row.first_time)} ${placeText(row.first_file, row.first_line)}` },
+    { field: "last_time", title: "Last", text: (row) => `${reportTimeText(row.last_time)} ${placeText(row.last_file, row.last_line)}` },
     { field: "explanation", title: "What it means and usually comes from", text: (row) => {
       const explanation = report.explanations[row.result];
       return explanation ? explanation.meaning + " " + explanation.cause : "–";
@@ -219,6 +260,54 @@
       text: (row) => Object.entries(row.mechanisms).map(([name, times]) => `${name} (${numberText(times)})`).join(", ") },
   ], report.keys);
 
+  // ---- Further lists, those that have rows ----
+
+  const seen = [
+    { field: "time", title: "Time", text: (row) => reportTimeText(row.time) },
+    { field: "line", title: "Place", text: (row) => placeText(row.file, row.line) },
+  ];
+  const whoCalled = [
+    { field: "function", title: "Function" }, { field: "process", title: "Process", number: true },
+    { field: "thread", title: "Thread", number: true },
+  ];
+  const repeated = [
+    { field: "function", title: "Function" }, { field: "result", title: "Result", text: resultName }, count("rows", "Rows"),
+    count("longest", "Longest row"), count("calls", "Calls in all"), { field: "process", title: "Process", number: true }, ...seen,
+  ];
+  const lists = [
+    ["Calls without an end", report.unfinished_calls, [...whoCalled, { field: "session", title: "Session", number: true }, ...seen]],
+    ["Logins that failed", report.failed_logins, [
+      { field: "result", title: "Result", error: true }, count("count", "Logins"), { field: "process", title: "Process", number: true },
+      { field: "user", title: "User type", number: true },
+      { field: "first_time", title: "First", text: (row) => `${reportTimeText(row.first_time)} ${placeText(row.first_file, row.first_line)}` },
+      { field: "last_time", title: "Last", text: (row) => `${reportTimeText(row.last_time)} ${placeText(row.last_file, row.last_line)}` },
+    ]],
+    [`Sessions that were never closed (${numberText(report.sessions.never_closed)} of ${numberText(report.sessions.opened)})`,
+      report.open_sessions, [...whoCalled, { field: "session", title: "Session", number: true }, ...seen]],
+    ["Slots and tokens", report.slots, [
+      { field: "slot", title: "Slot", number: true }, count("calls", "Calls"), { field: "token", title: "Token" },
+      { field: "serial", title: "Serial number" },
+    ]],
+    ["The same failing call in a row", report.retries, repeated],
+    ["The same question in a row", report.polling, repeated],
+    ["Time between the calls of a thread", report.pauses.count ? [report.pauses] : [], [
+      count("count", "Pauses"), duration("p50_ns", "p50"), duration("p95_ns", "p95"), duration("p99_ns", "p99"), duration("max_ns", "Maximum"),
+    ]],
+    ["Lines that cannot be read", report.unreadable_stretches, [
+      { field: "file", title: "Place", text: (row) => placeText(row.file, row.line) }, count("lines", "Lines"),
+    ]],
+  ];
+  for (const [title, rows, columns] of lists) {
+    if (!rows.length) continue;
+    const table = element("table");
+    table.append(element("thead"), element("tbody"));
+    const scroll = element("div", undefined, "scroll");
+    scroll.append(table);
+    byId("lists").append(element("h3", title), scroll);
+    fillTable(table, columns, rows);
+  }
+  byId("lists").hidden = !byId("lists").querySelector("table");
+
   // ---- Calls ----
 
   const calls = details.calls;
@@ -234,8 +323,8 @@
 
   let shownCalls = 200;
   const callColumns = [
-    { field: "start", title: "Time", text: (row) => momentText(row.start) },
-    { field: "thread", title: "Thread", text: (row) => details.threads[row.thread] },
+    { field: "start", title: "Time", className: "short", text: (row) => momentText(row.start) },
+    { field: "thread", title: "Thread", className: "short", text: (row) => details.threads[row.thread] },
     { field: "text", title: "Call", className: "line" },
     { field: "ns", title: "Duration", number: true, text: (row) => durationText(row.ns) },
     { field: "place", title: "Place" },
@@ -276,7 +365,6 @@
       labels: details.threads,
       datasets: [{
         data: timed.map((call) => ({ x: barOf(call), y: details.threads[call.thread], call })),
-        backgroundColor: timed.map(colorOf),
         minBarLength: 3,
         borderSkipped: false,
         grouped: false,
@@ -297,6 +385,9 @@
         if (items.length) selectCall(timed[items[0].index]);
       },
     },
+  });
+  paintAnew(timeline, ([bars]) => {
+    bars.backgroundColor = timed.map(colorOf);
   });
   const look = (min, max) => {
     const width = Math.min(Math.max(max - min, 1e-3), all.max - all.min);
