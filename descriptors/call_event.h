@@ -52,7 +52,6 @@ struct CallEvent {
     CallSubject subject;
     std::size_t inputLength;  // length of the JSON values in "in" of a written start event
     bool isInputKept;         // the input is in descriptors/kept_inputs.h, not in `input`
-    bool isTimed;             // events were open when the call began; if not, nothing else is set
     char input[kInputRoom];
 };
 

@@ -25,7 +25,9 @@ public:
 
     // If a thread stores a value and then None() is true, every later Enter() sees that value. None() sees
     // every call that entered before.
-    Line& Enter() {
+    //
+    // Entering and leaving are always inline: a call without a record consists of little else.
+    [[gnu::always_inline]] Line& Enter() {
         const std::uintptr_t self = reinterpret_cast<std::uintptr_t>((void*)pthread_self());
         const std::size_t place = self / kSpacing * kSpread >> kShift;
         Line& own = ownLines[place];
@@ -42,7 +44,7 @@ public:
     }
 
     // Ends the call that was counted on `line`.
-    static void Leave(Line& line) {
+    [[gnu::always_inline]] static void Leave(Line& line) {
         if (line.thread.load(std::memory_order_relaxed) != kShared) {
             line.calls.store(line.calls.load(std::memory_order_relaxed) - 1, std::memory_order_release);
         } else {

@@ -9,15 +9,15 @@
 
 namespace ckscribe {
 
-void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void* builder) {
+void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void* builder) {
     const bool isLogOpen = AbstractDescriptor::isStreamOpen.load(std::memory_order_relaxed) != 0;
-    if (!isLogOpen && !event.isTimed) return;
+    if (!isLogOpen && event == nullptr) return;
     OrmaMutex* const recordLock = pCkLogMutex.load(std::memory_order_acquire);
     if (recordLock == nullptr) return;
-    BehindHostShield([=, &event] {
+    BehindHostShield([=] {
         const RecordLock lock(*recordLock);
-        currentCallEvent = event.isTimed ? &event : nullptr;
-        const bool isEndOfLongInput = event.isTimed && event.isInputKept;
+        currentCallEvent = event;
+        const bool isEndOfLongInput = event != nullptr && event->isInputKept;
         const TreeMemory memory;
         // What an earlier record found readable may be unmapped by now, and a target that refuses a call
         // has not looked at it.
@@ -27,7 +27,7 @@ void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void
         } catch (...) {
         }
         // Here and not where the end event is written: memory may be short before that.
-        if (isEndOfLongInput) FreeInput(event);
+        if (isEndOfLongInput) FreeInput(*event);
     });
 }
 

@@ -11,13 +11,14 @@
 
 namespace ckscribe {
 
-// Builds and prints one record of the call `event`: calls `build(builder)` under the record lock and behind
-// the shield, unless neither log nor events are open. Nothing of it reaches the application. If there is no
-// memory for a record, it is left out. Frees the input that the call's start event has kept, after the end.
-void MakeRecord(CallEvent& event, void (*build)(const void* builder), const void* builder);
+// Builds and prints one record of a call: calls `build(builder)` under the record lock and behind the shield,
+// unless neither log nor events are open. Nothing of it reaches the application. If there is no memory for a
+// record, it is left out. `event` is null for a call that leaves no events. Frees the input that the call's
+// start event has kept, after the end.
+void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void* builder);
 
 template <class Builder>
-void MakeRecord(CallEvent& event, const Builder& builder) {
+void MakeRecord(CallEvent* event, const Builder& builder) {
     MakeRecord(
         event, [](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
 }
@@ -34,6 +35,23 @@ CK_RV TimedCall(CallEvent& event, const Forward& forward) {
     return rv;
 }
 
+// Makes a call while events are open. It is a function of its own, so that other calls need no place for an
+// event.
+template <class Start, class Forward, class End>
+[[gnu::noinline]] CK_RV CallWithEvents(const char* function, int classBit, const Start& start,
+                                       const Forward& forward, const End& end) {
+    CallEvent event;
+    BeginCallEvent(event, function);
+    if (configuration.DoWeLogThis(classBit)) MakeRecord(&event, start);
+    const CK_RV rv = TimedCall(event, forward);
+    if (configuration.DoWeLogThis(classBit)) {
+        MakeRecord(&event, [&] { end(rv); });
+    } else if (event.isInputKept) {
+        MakeRecord(&event, [] {});  // frees the input
+    }
+    return rv;
+}
+
 // Makes a call of a standard function. COMPAT: the mask is asked before and after the call, each time anew.
 // If it changes in between, the call has one record.
 //
@@ -46,17 +64,11 @@ template <class Start, class Forward, class End>
 CK_RV LoggedCall(const char* function, int classBit, const Start& start, const Forward& forward,
                  const End& end) {
     StartLibrary();
-    CallEvent event;
-    event.isTimed = AreEventsOpen();
-    if (event.isTimed) [[unlikely]]
-        BeginCallEvent(event, function);
-    if (configuration.DoWeLogThis(classBit)) MakeRecord(event, Start(start));
-    const CK_RV rv = event.isTimed ? TimedCall(event, forward) : forward();
-    if (configuration.DoWeLogThis(classBit)) {
-        MakeRecord(event, [rv, end] { end(rv); });
-    } else if (event.isTimed && event.isInputKept) {
-        MakeRecord(event, [] {});  // frees the input
-    }
+    if (AreEventsOpen()) [[unlikely]]
+        return CallWithEvents(function, classBit, Start(start), Forward(forward), End(end));
+    if (configuration.DoWeLogThis(classBit)) MakeRecord(nullptr, Start(start));
+    const CK_RV rv = forward();
+    if (configuration.DoWeLogThis(classBit)) MakeRecord(nullptr, [rv, end] { end(rv); });
     return rv;
 }
 

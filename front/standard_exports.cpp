@@ -12,7 +12,7 @@
 #define UNWRAP(...) __VA_ARGS__
 #define LOGGED(Name, Class, Arguments)                                                                \
     ckscribe::LoggedCall(                                                                             \
-        "C_" #Name, Class, [=] { Name##Start Arguments; }, [&] { return bridge.C_##Name Arguments; }, \
+        "C_" #Name, Class, [=] { Name##Start Arguments; }, [=] { return bridge.C_##Name Arguments; }, \
         [=](CK_RV rv) { Name##End(rv, UNWRAP Arguments); })
 
 #define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \

@@ -53,13 +53,12 @@ struct VendorCall<void(Parameters...)> {
         StartLibrary();
         RemoveJunk(words, Indices());
         if (!IsLogged(entry)) return ForwardedWords(method, words);
-        CallEvent event;
-        event.isTimed = AreEventsOpen();
-        if (event.isTimed) [[unlikely]]
-            BeginCallEvent(event, function);
+        CallEvent timed;
+        CallEvent* const event = AreEventsOpen() ? &timed : nullptr;
+        if (event != nullptr) BeginCallEvent(*event, function);
         MakeRecord(event, [&] { Start(entry, words, Indices()); });
         const auto forward = [&] { return ForwardedWords(method, words); };
-        const CK_RV rv = event.isTimed ? TimedCall(event, forward) : forward();
+        const CK_RV rv = event != nullptr ? TimedCall(*event, forward) : forward();
         MakeRecord(event, [&] { End(entry, rv, words, Indices()); });
         return rv;
     }
