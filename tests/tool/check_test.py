@@ -211,14 +211,18 @@ class Place(SetUp):
         self.write("")
         path = self.directory / "Wendrafil.conf"
         self.assert_found("wrong", "configuration", None,
-                          f"{path} cannot be read: it is empty. Every setting has its default, and nothing is logged.")
+                          f"{path} cannot be read: it is empty. Every setting has its default, and nothing is logged.",
+                          'Write a section "CkLog2 = {" ... "}" with the keys LibUNIX64, Enabled and File, or set '
+                          "WendrafilConfigurationPath to the folder of another Wendrafil.conf.")
         self.assert_defaults()
 
     def test_configuration_is_a_directory(self):
         (self.directory / "Wendrafil.conf").mkdir()
         self.assert_found("wrong", "configuration", None,
                           f"{self.directory}/Wendrafil.conf cannot be read: it is a directory. Every setting has its default, "
-                          "and nothing is logged.")
+                          "and nothing is logged.",
+                          "Put a regular file in its place, or set WendrafilConfigurationPath to the folder of another "
+                          "Wendrafil.conf.")
         self.assert_defaults()
 
     def test_a_byte_0_ends_the_configuration(self):
@@ -295,6 +299,29 @@ class Syntax(SetUp):
                           'Write "CkLog2 = {" in its place, indent the keys with spaces, and end the section with "}".')
         self.assert_found("note", "Enabled", 3, "This does not count: there is no section CkLog2.")
         self.assert_defaults()
+
+    def test_section_in_tags(self):
+        self.write("<CkLog2>\n" + self.entries() + "</CkLog2>\n")
+        self.assert_found("wrong", "CkLog2", 1,
+                          '"<CkLog2>" is not how a section begins here: there is no section CkLog2, every setting has its '
+                          "default, and nothing is logged.",
+                          'Write "CkLog2 = {" in its place, indent the keys with spaces, and end the section with "}".')
+        self.assert_found("note", "Enabled", 3, "This does not count: there is no section CkLog2.")
+        self.assert_defaults()
+
+    def test_section_whose_name_stands_in_a_tag(self):
+        self.write(self.section().replace("CkLog2 = {", "<CkLog2> = {"))
+        self.assert_found("wrong", "CkLog2", 1,
+                          '"<" stands directly before the section\'s name: there is no section CkLog2, every setting has its '
+                          "default, and nothing is logged.",
+                          'Begin the section with a line "CkLog2 = {", without a tab before it.')
+        self.assert_defaults()
+
+    def test_colon_before_a_key(self):
+        self.write(self.section().replace("   Enabled", "   :Enabled"))
+        self.assert_found("wrong", "Enabled", 3, 'This does not count: ":" stands directly before the name.',
+                          "Take it away; there are no quotes and no marks before a name.")
+        self.assert_no_log()
 
     def test_section_without_equals(self):
         self.write(self.section().replace("CkLog2 = {", "CkLog2 {"))
@@ -516,6 +543,14 @@ class Values(SetUp):
         self.assert_found("wrong", "LoggingLevel", 9,
                           '"admin" is none of DESTROY, MODIFY and ADMIN (capitals matter): calls of every level are logged.',
                           'Write "LoggingLevel = ADMIN;".')
+        self.assert_logged(FUNCTIONS)
+
+    def test_level_with_a_comment_behind_it(self):
+        self.write(self.section(LoggingLevel="DESTROY # only these"))
+        self.assert_found("wrong", "LoggingLevel", 9,
+                          'There are no comments: " # only these" is part of the value, which is no level then. Calls of every '
+                          "level are logged.",
+                          'Write "LoggingLevel = DESTROY;".')
         self.assert_logged(FUNCTIONS)
 
     def test_level_with_a_blank(self):

@@ -138,8 +138,9 @@ private:
             why = fmt::format("The section is called {}, not \"CkLog2\" (capitals matter)",
                               InQuotes(section.name));
             remedy = "Call it CkLog2.";
-        } else if (section.style == SectionStyle::kBrackets) {
-            why = "\"[CkLog2]\" is not how a section begins here";
+        } else if (section.style == SectionStyle::kBrackets || section.style == SectionStyle::kTag) {
+            why = fmt::format("\"{}\" is not how a section begins here",
+                              section.style == SectionStyle::kTag ? "<CkLog2>" : "[CkLog2]");
             remedy =
                 "Write \"CkLog2 = {\" in its place, indent the keys with spaces, and end the section with "
                 "\"}\".";

@@ -57,15 +57,26 @@ private:
         if (hasEquals) name = WithoutBlanks(name.substr(0, name.size() - 1));
         // Marks before the name do not belong to it.
         while (!name.empty() && !IsNameCharacter(name.front())) name.remove_prefix(1);
+        while (name.ends_with('>')) name.remove_suffix(1);
         if (name.empty()) return;
         Open(name, hasEquals ? SectionStyle::kBraces : SectionStyle::kNoEquals);
     }
 
     bool OpenBrackets(std::string_view piece) {
         const std::string_view line = WithoutBlanks(piece);
-        const std::size_t end = line.find(']');
-        if (!line.starts_with('[') || end == line.npos) return false;
-        Open(WithoutBlanks(line.substr(1, end - 1)), SectionStyle::kBrackets);
+        return OpenBetween('[', ']', SectionStyle::kBrackets, line) ||
+               OpenBetween('<', '>', SectionStyle::kTag, line);
+    }
+
+    bool OpenBetween(char begin, char end, SectionStyle style, std::string_view line) {
+        const std::size_t length = line.find(end);
+        if (!line.starts_with(begin) || length == line.npos) return false;
+        const std::string_view name = WithoutBlanks(line.substr(1, length - 1));
+        if (name.starts_with('/')) {  // </Name>
+            CloseSection(place_);
+        } else {
+            Open(name, style);
+        }
         return true;
     }
 
@@ -85,7 +96,7 @@ private:
         std::size_t name = 0;
         while (name < piece.size() && !std::isalpha(static_cast<unsigned char>(piece[name]))) ++name;
         // Anything but blanks, quotes and marks of a comment before it: this is no entry.
-        if (piece.substr(0, name).find_first_not_of(" \t#/;!\"'`-*\xef\xbb\xbf") != piece.npos) return;
+        if (piece.substr(0, name).find_first_not_of(" \t#/;!\"'`-*:,.+\xef\xbb\xbf") != piece.npos) return;
         std::size_t nameEnd = name;
         while (nameEnd < piece.size() && IsNameCharacter(piece[nameEnd])) ++nameEnd;
         std::size_t sign = nameEnd;

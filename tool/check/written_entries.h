@@ -12,6 +12,7 @@ enum class SectionStyle {
     kBraces,    // Name = {
     kNoEquals,  // Name {
     kBrackets,  // [Name]
+    kTag,       // <Name>
 };
 
 // Texts point into the text that was given; places are offsets into it.

@@ -100,6 +100,16 @@ std::string WhyUnreadable(const std::string& path) {
     return status.st_size == 0 ? "it is empty" : "nothing could be read";
 }
 
+std::string_view HowToMakeReadable(const std::string& path) {
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return errno == ENOENT ? "Create it" : "Let the application's user read it";
+    if (!S_ISREG(status.st_mode)) return "Put a regular file in its place";
+    return status.st_size == 0
+               ? "Write a section \"CkLog2 = {\" ... \"}\" with the keys LibUNIX64, Enabled and File"
+               : "Let the application's user read it";
+}
+
 void TellReadable(const std::string& path, Findings& findings) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return;
@@ -144,11 +154,8 @@ std::optional<std::string> ReadConfiguration(const std::string& path, Findings& 
             Level::kWrong, kAbout, 0,
             fmt::format("{} cannot be read: {}. Every setting has its default, and nothing is logged.", path,
                         WhyUnreadable(path)),
-            fmt::format("{}, or set {} to the folder of another {}.",
-                        access(path.c_str(), F_OK) != 0 && errno == ENOENT
-                            ? "Create it"
-                            : "Let the application's user read it",
-                        kVariable, kFileName));
+            fmt::format("{}, or set {} to the folder of another {}.", HowToMakeReadable(path), kVariable,
+                        kFileName));
         return std::nullopt;
     }
     TellReadable(path, findings);

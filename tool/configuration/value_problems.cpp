@@ -34,6 +34,9 @@ std::string Entry(const LoggingKey& key, std::string_view value) {
     return fmt::format("Write \"{} = {};\".", key.name, value);
 }
 
+// The place from which a value looks like a comment.
+std::size_t CommentIn(std::string_view value) { return std::min(value.find(" #"), value.find(" //")); }
+
 Problem TooLong(const LoggingKey& key, std::string_view value) {
     const std::size_t longest = LongestValue(key.kind);
     if (value.size() <= longest) return std::nullopt;
@@ -69,7 +72,7 @@ Problem PathProblem(const LoggingKey& key, std::string_view value) {
         return ValueProblem{Level::kWrong,
                             "\"$\" is a character of the path: no variable is put in its place.",
                             "Write the whole path."};
-    const std::size_t comment = std::min(value.find(" #"), value.find(" //"));
+    const std::size_t comment = CommentIn(value);
     if (comment != value.npos)
         return ValueProblem{
             Level::kWrong,
@@ -93,8 +96,22 @@ Problem NumberProblem(const LoggingKey& key, std::string_view value) {
                         fmt::format("Write \"{0} = 1;\" or \"{0} = 0;\".", key.name)};
 }
 
+bool IsLevel(std::string_view value) {
+    return LoggingLevelOf(value) <= static_cast<int>(LoggingLevelWords().size());
+}
+
 Problem LevelProblem(const LoggingKey& key, std::string_view value) {
-    if (LoggingLevelOf(value) <= static_cast<int>(LoggingLevelWords().size())) return std::nullopt;
+    if (IsLevel(value)) return std::nullopt;
+    const std::size_t comment = CommentIn(value);
+    const std::string_view before = WithoutBlanks(value.substr(0, comment));
+    if (comment != value.npos && IsLevel(before))
+        return ValueProblem{
+            Level::kWrong,
+            fmt::format(
+                "There are no comments: {} is part of the value, which is no level then. Calls of every "
+                "level are logged.",
+                InQuotes(value.substr(comment))),
+            Entry(key, before)};
     const std::string_view trimmed = WithoutBlanks(value);
     if (trimmed != value && LoggingLevelOf(trimmed) != LoggingLevelOf(value))
         return ValueProblem{
