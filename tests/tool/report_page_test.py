@@ -181,6 +181,19 @@ PROBE = """<script>
   one("#thread-chart").dispatchEvent(new MouseEvent("click", { clientX: box.left + bar.x, clientY: box.top + bar.y }));
   // Charts answer with the next picture.
   setTimeout(() => {
+    // The color in the middle of a bar.
+    const painted = (id, dataset) => {
+      const canvas = one("#" + id);
+      const bar = Chart.getChart(id).getDatasetMeta(dataset).data.find((each) => each.height > 3 || each.horizontal);
+      const { x, y } = bar.getCenterPoint();
+      const scale = canvas.width / canvas.clientWidth;
+      const copy = document.createElement("canvas");
+      [copy.width, copy.height] = [canvas.width, canvas.height];
+      const context = copy.getContext("2d", { willReadFrequently: true });
+      context.drawImage(canvas, 0, 0);
+      return [...context.getImageData(x * scale, y * scale, 1, 1).data].join();
+    };
+    told.painted = [painted("time-chart", 0), painted("time-chart", 1), painted("latency-chart", 0), painted("thread-chart", 0)];
     told.selectedByClick = one("#selected-call").textContent;
     const probe = document.createElement("pre");
     probe.id = "probe";
@@ -242,6 +255,9 @@ class PageInUse(unittest.TestCase):
         self.assertEqual(dark.console, [])
         told = json.loads(html.unescape(re.search(r'<pre id="probe">(.*?)</pre>', dark.dom, re.S)[1]))
         self.assertEqual(told["background"], "rgb(20, 24, 29)")
+        for page, errors, calls in ((self.told, "194,59,46,255", "47,111,179,255"), (told, "239,122,109,255", "110,168,230,255")):
+            self.assertEqual(page["painted"][:3], [errors, calls, calls])
+            self.assertIn(page["painted"][3], (errors, calls))
 
     def test_lists_of_the_report_stand_in_the_page(self):
         for title, rows in (("Calls without an end", "unfinished_calls"), ("Time between the calls of a thread", "pauses")):

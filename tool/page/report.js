@@ -56,7 +56,7 @@
   const fillTable = (table, columns, rows, options = {}) => {
     const head = element("tr");
     for (const column of columns) {
-      const cell = element("th", column.title, column.number ? "number" : "");
+      const cell = element("th", column.title, [column.number ? "number" : "", column.className || ""].join(" ").trim());
       cell.tabIndex = 0;
       cell.scope = "col";
       const sort = () => {
@@ -166,7 +166,8 @@
         scale.ticks.color = color("quiet");
       }
       if (chart.options.plugins.legend) chart.options.plugins.legend.labels = { color: color("quiet") };
-      chart.update("none");
+      // Mode "none" would keep the old colors of bars that share theirs.
+      chart.update();
     };
     paintings.push(painting);
     painting();
@@ -243,7 +244,7 @@
     { field: "function", title: "Function" }, { field: "result", title: "Result", error: true, text: resultName }, count("count", "Calls"),
     { field: "first_time", title: "First", text: (row) => `${reportTimeText(row.first_time)} ${placeText(row.first_file, row.first_line)}` },
     { field: "last_time", title: "Last", text: (row) => `${reportTimeText(row.last_time)} ${placeText(row.last_file, row.last_line)}` },
-    { field: "explanation", title: "What it means and usually comes from", text: (row) => {
+    { field: "explanation", title: "What it means and usually comes from", className: "wide", text: (row) => {
       const explanation = report.explanations[row.result];
       return explanation ? explanation.meaning + " " + explanation.cause : "–";
     } },
