@@ -208,6 +208,15 @@ class Ends(InDirectory):
         self.assertRegex(done.stderr, r"ckscribe: The command was ended by SIGSEGV \(Segmentation fault\) in C_Sign \(thread \d+\)\.")
         self.assertRegex(done.stderr, rf"ckscribe: 1 call never returned:\n{LINE}C_Sign\(session=31, <5 bytes>\) = \? \(thread \d+, since \d+\.\d{{6}} s\)\n")
 
+    def test_crash_of_what_the_command_left_running_is_named_with_its_process_and_call(self):
+        done = run(APPLICATION, "crashing-daemon", ONE)
+        self.assertEqual(done.returncode, 0)
+        self.assertRegex(done.stderr, r"ckscribe: Process \d+, which the command left running, was ended by SIGSEGV "
+                                      r"\(Segmentation fault\) in C_Sign \(thread \d+\)\.")
+
+    def test_end_of_what_the_command_left_running_outside_of_calls_is_not_named(self):
+        self.assertNotIn("ended by", run("sh", "-c", "sh -c 'sleep 0.1; kill -TERM $$' &").stderr)
+
     def test_crash_outside_of_calls_is_told_as_such(self):
         done = run("sh", "-c", "kill -SEGV $$")
         self.assertEqual(done.returncode, 128 + signal.SIGSEGV)

@@ -7,10 +7,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 
 #include "tool/messages.h"
 #include "tool/run/run_failure.h"
@@ -85,6 +87,14 @@ std::string NameOfSignal(int signal) {
     }
 }
 
+std::vector<KeptCall> CallsOf(pid_t process, const std::vector<KeptCall>& calls) {
+    std::vector<KeptCall> own;
+    std::ranges::copy_if(calls, std::back_inserter(own), [process](const KeptCall& each) {
+        return static_cast<pid_t>(each.Get().process) == process;
+    });
+    return own;
+}
+
 std::string CallsText(const std::vector<KeptCall>& calls) {
     std::string text;
     for (const KeptCall& each : calls)
@@ -143,13 +153,20 @@ void RunOutput::Finish(const SupervisedCommand& command) {
 }
 
 void RunOutput::SayCrash(const SupervisedCommand& command, const std::vector<KeptCall>& unfinished) {
-    if (!command.HasEnded() || !WIFSIGNALED(command.WaitStatus())) return;
-    const int signal = WTERMSIG(command.WaitStatus());
-    std::vector<KeptCall> open;
-    for (const KeptCall& each : unfinished)
-        if (static_cast<pid_t>(each.Get().process) == command.Process()) open.push_back(each);
-    Say(fmt::format("The command was ended by {} ({}) {}.", NameOfSignal(signal), strsignal(signal),
-                    open.empty() ? "outside of PKCS#11 calls" : "in " + CallsText(open)));
+    const auto sayEnd = [&](const std::string& who, int signal, const std::string& where) {
+        Say(fmt::format("{} was ended by {} ({}) {}.", who, NameOfSignal(signal), strsignal(signal), where));
+    };
+    if (command.HasEnded() && WIFSIGNALED(command.WaitStatus())) {
+        const std::vector<KeptCall> open = CallsOf(command.Process(), unfinished);
+        sayEnd("The command", WTERMSIG(command.WaitStatus()),
+               open.empty() ? "outside of PKCS#11 calls" : "in " + CallsText(open));
+    }
+    for (const SupervisedCommand::EndedProcess& each : command.EndedBySignal()) {
+        const std::vector<KeptCall> open = CallsOf(each.process, unfinished);
+        if (!open.empty())
+            sayEnd(fmt::format("Process {}, which the command left running,", each.process), each.signal,
+                   "in " + CallsText(open));
+    }
 }
 
 void RunOutput::SayUnfinished(const std::vector<KeptCall>& unfinished) {

@@ -117,6 +117,8 @@ void SupervisedCommand::Reap() {
             hasEnded_ = true;
             waitStatus_ = status;
             isInterrupted_ = false;
+        } else if (ended > 0 && WIFSIGNALED(status)) {
+            endedBySignal_.push_back({ended, WTERMSIG(status)});
         }
         if (ended < 0 && errno == ECHILD) isAllEnded_ = true;
         if (ended <= 0) return;

@@ -37,6 +37,14 @@ public:
     // The same as a shell says it: the exit status, or 128 and the signal.
     int ExitStatus() const;
 
+    // Of what the command left running: the processes that a signal has ended. What another process waited
+    // for is not among them.
+    struct EndedProcess {
+        pid_t process;
+        int signal;
+    };
+    const std::vector<EndedProcess>& EndedBySignal() const { return endedBySignal_; }
+
 private:
     void Reap();
     void TakeSignal(const siginfo_t& signal);
@@ -49,6 +57,7 @@ private:
     bool isAllEnded_ = false;
     bool isInterrupted_ = false;
     int waitStatus_ = 0;
+    std::vector<EndedProcess> endedBySignal_;
 };
 
 }  // namespace ckscribe

@@ -82,11 +82,11 @@ void ForkAndExecute(const char* self, const char* module) {
 }
 
 // Ends at once, and leaves a process in a session of its own that signs a little later.
-void LeaveADaemon(const char* module) {
+void LeaveADaemon(const char* module, const char* signedText) {
     if (fork() != 0) return;
     setsid();
     usleep(400'000);
-    Sign(Load(module), "daemon");
+    Sign(Load(module), signedText);
     _exit(0);
 }
 
@@ -133,7 +133,8 @@ int main(int count, char** words) {
         if (verb == "slots") CountSlots(words[i]);
         if (verb == "threads") SignInThreads(words[i]);
         if (verb == "fork") ForkAndExecute(words[0], words[i]);
-        if (verb == "daemon") LeaveADaemon(words[i]);
+        if (verb == "daemon") LeaveADaemon(words[i], "daemon");
+        if (verb == "crashing-daemon") LeaveADaemon(words[i], "crash");
         if (verb == "crash") Sign(Load(words[i]), "crash");
         if (verb == "error" && Sign(Load(words[i]), "error") != CKR_DEVICE_ERROR) Fail("an error");
         if (verb == "hang") {
