@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace ckscribe {
@@ -9,24 +9,22 @@ namespace ckscribe {
 // on. One thread at a time uses an object.
 class GrowingText {
 public:
-    GrowingText() = default;
-    ~GrowingText();
-    GrowingText(const GrowingText&) = delete;
-    GrowingText& operator=(const GrowingText&) = delete;
-
-    void Append(std::string_view text);
+    void Append(std::string_view more) {
+        if (!isWhole) return;
+        try {
+            text.append(more);
+        } catch (...) {
+            isWhole = false;
+        }
+    }
 
     // False after a text could not be appended.
     bool IsWhole() const { return isWhole; }
 
-    std::string_view View() const { return {characters, length}; }
+    std::string_view View() const { return text; }
 
 private:
-    bool Reserve(std::size_t more);
-
-    char* characters = nullptr;
-    std::size_t length = 0;
-    std::size_t capacity = 0;
+    std::string text;
     bool isWhole = true;
 };
 

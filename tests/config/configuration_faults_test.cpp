@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <new>
 #include <string>
 
@@ -17,8 +18,8 @@ namespace {
 constexpr int kNever = -1;
 
 struct Faults {
-    int newsUntilFailure = kNever;
-    int reallocsUntilFailure = kNever;
+    int arraysUntilFailure = kNever;
+    int allocationsUntilFailure = kNever;
     bool failsStatus = false;
     long readLimit = -1;    // the most that a read gives; -2 for an error
     long writeLimit = -1;   // the most that a write takes; -2 for an error
@@ -36,20 +37,25 @@ bool IsDue(int* countdown) {
 
 }  // namespace
 
+void* operator new(std::size_t size) {
+    void* const block = IsDue(&faults.allocationsUntilFailure) ? nullptr : std::malloc(size);
+    if (block == nullptr) throw std::bad_alloc();
+    return block;
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return IsDue(&faults.newsUntilFailure) ? nullptr : ::operator new[](size);
+    return IsDue(&faults.arraysUntilFailure) ? nullptr : std::malloc(size);
 }
 
 extern "C" {
 
-void* __real_realloc(void* block, size_t size);
 int __real_fstat(int file, struct stat* status);
 ssize_t __real_read(int file, void* buffer, size_t size);
 ssize_t __real_write(int file, const void* buffer, size_t size);
-
-void* __wrap_realloc(void* block, size_t size) {
-    return IsDue(&faults.reallocsUntilFailure) ? nullptr : __real_realloc(block, size);
-}
 
 int __wrap_fstat(int file, struct stat* status) {
     return faults.failsStatus ? -1 : __real_fstat(file, status);
@@ -103,7 +109,7 @@ protected:
 };
 
 TEST_F(FaultsTest, WithoutMemoryForTheTextNothingIsFound) {
-    faults.newsUntilFailure = 0;
+    faults.arraysUntilFailure = 0;
     EXPECT_EQ("(none)", Lookup("Misc", "Key"));
     char* contents = nullptr;
     unsigned long size = 0;
@@ -115,7 +121,7 @@ TEST_F(FaultsTest, WithoutMemoryForTheTextNothingIsFound) {
 }
 
 TEST_F(FaultsTest, WithoutMemoryForTheNewTextTheFileIsUntouched) {
-    faults.reallocsUntilFailure = 0;
+    faults.allocationsUntilFailure = 0;
     ExpectEveryEditFailsAndNothingChanges();
 }
 
@@ -126,9 +132,9 @@ TEST_F(FaultsTest, WithoutMemoryInTheMiddleOfTheNewTextTheFileIsUntouched) {
     int successes = 0;
     for (int countdown = 0; successes == 0; ++countdown) {
         ASSERT_GT(100, countdown);
-        faults.reallocsUntilFailure = countdown;
+        faults.allocationsUntilFailure = countdown;
         successes += store.SetConfigurationInfo("Misc", "Key", "new");
-        faults.reallocsUntilFailure = kNever;
+        faults.allocationsUntilFailure = kNever;
         EXPECT_EQ(successes == 1 ? "new" : "old", Lookup("Misc", "Key"));
         EXPECT_EQ(text.size(), Text().size());
     }
@@ -136,9 +142,9 @@ TEST_F(FaultsTest, WithoutMemoryInTheMiddleOfTheNewTextTheFileIsUntouched) {
 
 TEST_F(FaultsTest, WithoutMemoryForTheTokensThatStayTheFileIsUntouched) {
     for (int countdown = 0; countdown < 2; ++countdown) {
-        faults.reallocsUntilFailure = countdown;
+        faults.allocationsUntilFailure = countdown;
         EXPECT_EQ(0, store.DeleteVirtualToken(1, false));
-        faults.reallocsUntilFailure = kNever;
+        faults.allocationsUntilFailure = kNever;
         EXPECT_EQ(kText, Text());
     }
 }
@@ -209,9 +215,10 @@ TEST(GrowingText, MemoryEnds_TextSoFarStays) {
     EXPECT_TRUE(text.IsWhole());
     EXPECT_EQ("", text.View());
     text.Append("abc");
-    faults.reallocsUntilFailure = 0;
-    text.Append(std::string(100, 'x'));
-    faults.reallocsUntilFailure = kNever;
+    const std::string more(100, 'x');
+    faults.allocationsUntilFailure = 0;
+    text.Append(more);
+    faults.allocationsUntilFailure = kNever;
     EXPECT_FALSE(text.IsWhole());
     text.Append("d");
     EXPECT_FALSE(text.IsWhole());

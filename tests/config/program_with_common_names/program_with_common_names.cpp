@@ -33,10 +33,10 @@ bool FileRewrite::Commit() { std::abort(); }
 class GrowingText {
 public:
     ~GrowingText();
-    bool Reserve(std::size_t size);
+    void Append(const char* text);
 };
 GrowingText::~GrowingText() { std::abort(); }
-bool GrowingText::Reserve(std::size_t) { std::abort(); }
+void GrowingText::Append(const char*) { std::abort(); }
 
 class TextBuffer {
 public:
