@@ -7,7 +7,8 @@ the old one. What the client prints, returns and writes must be the same each ti
 the same names of files: its module is a symbolic link, and the directory is moved out of the way in between.
 
 Programs are called with the paths of libckscribe.so, of SoftHSM's library, of a target that lacks none of the
-vendor's functions, and of the program that searches logs for PINs (tests/secrets/find_secrets.cpp). If the path of the
+vendor's functions, and of the program that searches logs for PINs (tests/secrets/find_secrets.cpp). The environment's
+CKSCRIBE_REPORT_TOOL is the path of the command `ckscribe`, which has to read all logs back. If the path of the
 command `ckscribe` follows, the session is held twice instead: straight, and with `ckscribe run` before each command.
 """
 
@@ -28,6 +29,8 @@ from call_log import records_of_new_log, records_of_old_log
 PATHS = [str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:]]
 LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = PATHS[:4]
 TOOL = PATHS[4] if len(PATHS) > 4 else None
+# The command that reads the logs back; None where it is not built.
+REPORT_TOOL = os.environ.get("CKSCRIBE_REPORT_TOOL")
 HERE = pathlib.Path(__file__).resolve().parent
 EVENTS_SCHEMA = HERE.parent.parent / "share/ckscribe/events.schema.json"
 EXPECTED_FUNCTIONS = HERE.parent / "expected_functions.def"
@@ -221,6 +224,42 @@ def check_events(directory, records):
         fail(f"there are {kinds} events and {starts} starts in {len(records)} records")
 
 
+def reported(file):
+    """The report of a file that consists of calls, each with a start and an end."""
+    done = subprocess.run([REPORT_TOOL, "report", "--json", file], capture_output=True, text=True, timeout=60)
+    if done.returncode != 0 or done.stderr:
+        fail(f"`ckscribe report` of {file.name} returned {done.returncode}: {done.stderr}")
+    report = json.loads(done.stdout)
+    if report["unreadable"] != 0 or report["unfinished"] != 0:
+        fail(f"`ckscribe report` finds unreadable or unfinished in {file.name}: {report['unreadable_stretches']}, {report['unfinished_calls']}")
+    return report
+
+
+def check_reports(directory, records):
+    """`ckscribe report` reads the log and the events back, and finds the calls that were made in both."""
+    if REPORT_TOOL is None:
+        return
+    starts = [record for record in records if record.is_start]
+    errors = sum(1 for record in records if not record.is_start and not record.call.endswith(" CKR_OK"))
+    expected = {"calls": len(starts), "errors": errors, "processes": len({record.process for record in records})}
+    rows = []
+    for name in ("log.txt", "events.jsonl"):
+        report = reported(directory / name)
+        found = {key: report[key] for key in expected}
+        if found != expected:
+            fail(f"`ckscribe report` of {name} finds {found}, not {expected}")
+        rows.append([f"{row['function']} {row['result']} {row['rv']}: {row['count']}" for row in report["results"]])
+        ends = sum(row["count"] for row in report["results"])
+        if ends != len(records) - len(starts):
+            fail(f"`ckscribe report` of {name} counts {ends} results of {len(records) - len(starts)} ends")
+    expect_same("the reports of the log and of the events differ", sorted(rows[0]), sorted(rows[1]))
+    # The records' own words for the functions; two functions print `FindObjects`.
+    functions = lambda calls: sorted(set(calls))
+    printed = functions(record.function.replace(" None", "").replace(" ", "") for record in starts)
+    read = functions(row.split()[0].removeprefix("C_").replace("FindObjectsFinal", "FindObjects") for row in rows[0])
+    expect_same("the report of the log names other functions than its records", printed, read)
+
+
 def check_records(records, expected):
     """Each text of `expected`, in which three dots stand for anything, has to match a record, in this order."""
     remaining = iter(records)
@@ -329,6 +368,8 @@ def compare_sessions(session, expected, target=SOFTHSM, in_order=True):
         old = records_of_old_log(check_log_files(root / "old"))
         check_events(root / "new", new)
         check_events(root / "old", old)
+        check_reports(root / "new", new)
+        check_reports(root / "old", old)
         check_pairs(new)
         check_records(new, expected)
         order = list if in_order else sorted

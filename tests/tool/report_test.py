@@ -5,6 +5,7 @@ import lzma
 import os
 import pathlib
 import subprocess
+import sys
 import tempfile
 import unittest
 
@@ -91,6 +92,44 @@ class Figures(unittest.TestCase):
         keys = report("-", input="\n".join(lines))["keys"]
         self.assertEqual(keys, [{"process": 1, "object": 3, "label": "signing key", "id": "0aff", "class": None,
                                  "operations": 1, "mechanisms": {"CKM_RSA_PKCS": 1}}])
+
+    def test_key_is_used_by_operations_and_not_by_the_call_that_makes_it(self):
+        lines = ('10:15:30 00001-001:STRTGenerateKey {Sesn=1 Mech=(CKM_AES_KEY_GEN,"<null>") AttrList={CKA_LABEL="made" } }',
+                 "10:15:30 00001-001:FINIGenerateKey CKR_OK1clks {Obj=9 }",
+                 '10:15:30 00001-001:STRTGenerateKeyPair {Sesn=1 Mech=(CKM_RSA_PKCS_KEY_PAIR_GEN,"<null>") '
+                 'AttrList={CKA_LABEL="public" } AttrList={CKA_LABEL="private" } }',
+                 "10:15:30 00001-001:FINIGenerateKeyPair CKR_OK1clks {Obj=10 Obj=11 }",
+                 '10:15:30 00001-001:STRTEncrypt_Init {Sesn=1 Mech=(CKM_AES_CBC,"<null>") Obj=9 }',
+                 "10:15:30 00001-001:FINIEncrypt_Init CKR_OK1clks {}",
+                 '10:15:30 00001-001:STRTUnwrapKey {Sesn=1 Mech=(CKM_AES_KEY_WRAP,"<null>") Obj=9 "ab" AttrList={CKA_LABEL="unwrapped" } }',
+                 "10:15:30 00001-001:FINIUnwrapKey CKR_OK1clks {Obj=12 }")
+        text = "\n".join(lines)
+        events = ckscribe("convert", "--to", "jsonl", "-", input=text).stdout
+        for log in (text, events):
+            keys = {key["object"]: (key["label"], key["operations"], key["mechanisms"]) for key in report("-", input=log)["keys"]}
+            self.assertEqual(keys, {9: ("made", 2, {"CKM_AES_CBC": 1, "CKM_AES_KEY_WRAP": 1}), 10: ("public", 0, {}),
+                                    11: ("private", 0, {}), 12: ("unwrapped", 0, {})})
+
+    def test_events_made_of_a_text_log_give_the_same_report(self):
+        places = ("file", "line", "first_file", "first_line", "last_file", "last_line")
+
+        def figures(result):
+            rows = {key: [{k: v for k, v in row.items() if k not in places} for row in value] if isinstance(value, list) else value
+                    for key, value in result.items()}
+            # The commands name the file, and what could not be read was not turned into events.
+            for key in ("files", "remarks", "unreadable", "unreadable_stretches"):
+                rows.pop(key)
+            return rows
+
+        for log in (NEW, OLD, DAMAGED):
+            with self.subTest(log.name), tempfile.TemporaryDirectory() as folder:
+                events = pathlib.Path(folder, "events.jsonl")
+                events.write_text(ckscribe("convert", "--to", "jsonl", str(log)).stdout)
+                os.utime(events, (os.stat(log).st_mtime,) * 2)
+                made = report(events)
+                self.assertEqual(made["unreadable"], 0)
+                self.assertEqual(figures(made), figures(report(log)))
+                self.assertIn("Text logs hold no durations.", ckscribe("report", str(events)).stdout)
 
     def test_sessions_logins_retries_and_polling_are_counted(self):
         lines = []
@@ -194,6 +233,31 @@ class Files(unittest.TestCase):
             other.write_text("10:15:30 00001-001:FINIFinalize CKR_OK1clks {}\n")
             result = report(one, other)
             self.assertEqual((result["calls"], result["unfinished"], result["processes"], result["threads"]), (2, 1, 2, 2))
+
+
+class Memory(unittest.TestCase):
+    def test_memory_does_not_grow_with_the_log(self):
+        def peak(*command):
+            # What an address sanitizer keeps of freed memory is none of the command's.
+            environment = {**os.environ, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":quarantine_size_mb=1"}
+            with tempfile.TemporaryFile() as output:
+                process = subprocess.Popen([TOOL, *map(str, command)], stdout=output, env=environment)
+                _, status, used = os.wait4(process.pid, 0)
+            self.assertEqual(os.waitstatus_to_exitcode(status), 0)
+            return used.ru_maxrss / 1024
+
+        peaks = {}
+        for mebibytes in (8, 64):
+            with tempfile.TemporaryDirectory() as folder:
+                for name in ("new.log", "events.jsonl"):
+                    subprocess.run([sys.executable, MAKER, folder, "--calls", "5000", "--size", str(mebibytes << 20), "--only", name],
+                                   check=True, stdout=subprocess.DEVNULL)
+                    for command in (("report", "--json"), ("show", "--errors")):
+                        peaks[mebibytes, name, command[0]] = peak(*command, pathlib.Path(folder, name))
+        for name in ("new.log", "events.jsonl"):
+            for command in ("report", "show"):
+                small, large = (peaks[mebibytes, name, command] for mebibytes in (8, 64))
+                self.assertLess(large, small + 8, peaks)
 
 
 class Text(unittest.TestCase):
