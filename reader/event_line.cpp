@@ -93,8 +93,8 @@ bool EventLineReader::Read(std::string_view line, Record& record) {
             record.process = static_cast<std::uint32_t>(number);
             found |= kHasProcess;
         } else if (IsKey(key, "tid")) {
-            if (!ReadNumber(value, number)) return false;
-            record.thread = static_cast<std::int64_t>(number);
+            // Text logs have threads of negative numbers.
+            if (value.get_int64().get(record.thread) != simdjson::SUCCESS) return false;
             record.hasThread = true;
         } else if (IsKey(key, "call")) {
             if (!ReadNumber(value, record.number)) return false;

@@ -131,5 +131,40 @@ TEST(EventLine, LineWithSomethingBehindOrWithoutANeededFieldIsNoEvent) {
     }
 }
 
+TEST(EventLine, EventsMadeOfATextLogAreJoinedAsTheTextLog) {
+    const auto event = [](bool isStart, int thread, int session) {
+        std::string line =
+            isStart ? R"({"event":"start","time":"12:33:45")" : R"({"event":"end","time":"12:33:45")";
+        line += R"(,"pid":7,"tid":)" + std::to_string(thread) + R"(,"function":"C_Logout",)";
+        if (!isStart) line += R"("rv":0,"result":"CKR_OK",)";
+        line += R"("session":)" + std::to_string(session) + R"(,"in":[])";
+        line += isStart ? "}\n" : ",\"out\":[]}\n";
+        return line;
+    };
+    const CollectedCalls log = ReadLog(event(true, 1, 4) + event(true, 2, 5) + event(true, 1, 6) +
+                                       event(false, 1, 6) + event(false, 2, 5) + event(false, -3, 8));
+    EXPECT_EQ(log.stretches.size(), 0U);
+    ASSERT_EQ(log.calls.size(), 4U);
+    EXPECT_EQ(log[0].startPlace.line, 3U);
+    EXPECT_EQ(log[0].start, (Moment{45'225 * kNanosecondsPerSecond, TimeScale::kDayOfLog}));
+    EXPECT_EQ(log[1].startPlace.line, 2U);
+    EXPECT_FALSE(log[2].hasStart);
+    EXPECT_EQ(log[2].thread, -3);
+    EXPECT_TRUE(log[3].IsUnfinished());
+    EXPECT_EQ(log[3].fields.session, 4U);
+    EXPECT_FALSE(log[0].nanoseconds);
+}
+
+TEST(EventLine, EventWithARunButNoNumberOrTheOtherWayRoundIsNoEvent) {
+    Record record;
+    const auto without = [](std::string_view member) {
+        std::string line(kStart);
+        line.erase(line.find(member), member.size());
+        return line;
+    };
+    EXPECT_FALSE(Read(without(R"("call":17,)"), record));
+    EXPECT_FALSE(Read(without(R"("run":"18a3f1c2d4e5f607-3e63",)"), record));
+}
+
 }  // namespace
 }  // namespace ckscribe

@@ -245,6 +245,28 @@ TEST(TextLog, CallsAreJoinedByProcessThreadAndFunctionWithTheNewestStartFirst) {
     EXPECT_EQ(log[0].fields.session, 4U);
 }
 
+TEST(TextLog, CallsOfTheOldFormatAreJoinedByProcessAndFunctionWithTheNewestStartFirst) {
+    const auto record = [](const char* specifier, int process, int session) {
+        const bool isStart = session != 0;
+        std::string text = std::string("\nCommand(Logout, None, ") + specifier + ") PID:  ";
+        text += std::to_string(process) + "  Time:  Sun Nov 15 10:15:30 2026\n";
+        text += isStart ? "\n{\n   SessionHandle(0x" + std::to_string(session) + ");\n}"
+                        : std::string(" // 1 clock cycles\n{\n}");
+        return text;
+    };
+    const CollectedCalls log = ReadLog(record("Start", 1, 4) + record("Start", 2, 5) + record("Start", 1, 6) +
+                                       record("End, CKR_OK", 1, 0) + record("End, CKR_CANCEL", 2, 0) +
+                                       record("End, CKR_GENERAL_ERROR", 1, 0));
+    ASSERT_EQ(log.calls.size(), 3U);
+    const auto described = [&](std::size_t i) {
+        return std::to_string(log[i].process) + ' ' + std::to_string(log[i].fields.session.value_or(0)) +
+               ' ' + std::string(log[i].result);
+    };
+    EXPECT_EQ(described(0), "1 6 CKR_OK");
+    EXPECT_EQ(described(1), "2 5 CKR_CANCEL");
+    EXPECT_EQ(described(2), "1 4 CKR_GENERAL_ERROR");
+}
+
 // The text of these tells its length, so that it may hold what looks like records.
 TEST(TextLog, TextWithALengthMayHoldWholeRecords) {
     const std::string fake = "x\") } \n\n10:15:30 00001-001:STRTLogout {Sesn=5 }\n\nCommand(Logout";

@@ -93,6 +93,16 @@ class Figures(unittest.TestCase):
         self.assertEqual(keys, [{"process": 1, "object": 3, "label": "signing key", "id": "0aff", "class": None,
                                  "operations": 1, "mechanisms": {"CKM_RSA_PKCS": 1}}])
 
+    def test_calls_a_second_and_pauses_between_calls_of_a_thread_are_those_of_the_events(self):
+        def event(call, second, ns, tid):
+            return (f'{{"event":"end","time":"2026-11-21T12:00:{second:02}.000000000Z","ns":{ns},"run":"a-1","pid":1,"tid":{tid},'
+                    f'"call":{call},"function":"C_Sign","rv":0,"result":"CKR_OK","in":[],"out":[]}}\n')
+
+        result = report("-", input=event(1, 0, 5 * 10**8, 2) + event(2, 1, 10**9, 3) + event(3, 2, 10**9, 2) + event(4, 9, 10**9, 3))
+        self.assertEqual(result["calls_per_second"], 0.4)
+        self.assertEqual({key: result["pauses"][key] for key in ("count", "total_ns", "max_ns")},
+                         {"count": 2, "total_ns": 8_500_000_000, "max_ns": 7_000_000_000})
+
     def test_key_is_used_by_operations_and_not_by_the_call_that_makes_it(self):
         lines = ('10:15:30 00001-001:STRTGenerateKey {Sesn=1 Mech=(CKM_AES_KEY_GEN,"<null>") AttrList={CKA_LABEL="made" } }',
                  "10:15:30 00001-001:FINIGenerateKey CKR_OK1clks {Obj=9 }",
