@@ -61,6 +61,17 @@ public:
         maximum = std::max(maximum, other.maximum);
     }
 
+    // Takes a distribution that somebody else counted, bucket by bucket and then what is exact of it.
+    void AddBucket(std::uint32_t bucket, std::uint64_t times) {
+        if (bucket >= buckets.size()) buckets.resize(bucket + 1);
+        buckets[bucket] += times;
+        count += times;
+    }
+    void AddExact(std::uint64_t sum, std::uint64_t longest) {
+        total += sum;
+        maximum = std::max(maximum, longest);
+    }
+
     std::uint64_t Count() const { return count; }
     std::uint64_t Total() const { return total; }      // exact
     std::uint64_t Maximum() const { return maximum; }  // exact

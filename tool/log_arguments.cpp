@@ -10,12 +10,15 @@
 
 namespace ckscribe {
 
-void LogArguments::AddTo(CLI::App& command) {
-    command
-        .add_option("FILE", paths, "Logs of either text format, events, or all of them; - is standard input")
-        ->required();
+CLI::Option* LogArguments::AddTo(CLI::App& command) {
+    CLI::Option* const files =
+        command
+            .add_option("FILE", paths,
+                        "Logs of either text format, events, or all of them; - is standard input")
+            ->required();
     command.add_option("--date", date, "Day of each log's last record (2026-11-21), for the new text format")
         ->type_name("DATE");
+    return files;
 }
 
 void LogArguments::AddUtcTo(CLI::App& command) {

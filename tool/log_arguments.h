@@ -17,8 +17,8 @@ struct LogArguments {
     bool isUtc = false;
     std::string date;
 
-    // Adds FILE... and --date.
-    void AddTo(CLI::App& command);
+    // Adds FILE..., which is given back, and --date.
+    CLI::Option* AddTo(CLI::App& command);
     // Adds --utc.
     void AddUtcTo(CLI::App& command);
 

@@ -1,13 +1,16 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <memory>
 #include <string>
 
 #include "tool/exit_status.h"
+#include "tool/fleet/engine_report.h"
 #include "tool/harmless_text.h"
 #include "tool/log_arguments.h"
 #include "tool/messages.h"
@@ -17,6 +20,7 @@
 #include "tool/report_data.h"
 #include "tool/report_json.h"
 #include "tool/report_text.h"
+#include "tool/show/call_filter.h"
 #include "tool/subcommands.h"
 
 namespace ckscribe {
@@ -24,14 +28,17 @@ namespace ckscribe {
 namespace {
 
 constexpr char kExample[] =
-    "Example:\n"
-    "  ckscribe report --top 20 calls.log calls.log.1 calls.log.2.gz\n";
+    "Examples:\n"
+    "  ckscribe report --top 20 calls.log calls.log.1 calls.log.2.gz\n"
+    "  ckscribe report --clickhouse http://log:8123/ --since 24h\n";
 
 struct Options {
     LogArguments logs;
     bool isJson = false;
     bool isListOfUnreadable = false;
     std::string page;
+    std::string engine;
+    std::string since;
     std::size_t top = 10;
     CLI::Option* topOption = nullptr;
 };
@@ -85,7 +92,54 @@ bool WritePage(const std::string& path, const std::string& page) {
     return false;
 }
 
+std::size_t TopOf(const Options& options) {
+    return options.topOption->count() != 0 ? options.top : kTopOfJson;
+}
+
+void Print(const Report& report, const Options& options) {
+    const std::string text =
+        options.isJson
+            ? ReportAsJson(report, TopOf(options))
+            : ReportAsText(report, {Palette::For(fileno(stdout)), options.top, options.logs.isUtc});
+    fmt::print("{}", text);
+}
+
+// The first moment of calls that the report is about, in nanoseconds since 1970.
+std::uint64_t FirstMoment(const Options& options) {
+    if (options.since.empty()) return 0;
+    const Moment now{std::int64_t{std::time(nullptr)} * kNanosecondsPerSecond, TimeScale::kUtc};
+    const auto since = ParseMoment(options.since, now, options.logs.isUtc);
+    if (!since)
+        throw CLI::ValidationError("--since",
+                                   "not a moment like 2026-11-21T14:00, 14:00 or 24h: " + options.since);
+    return static_cast<std::uint64_t>(std::max<std::int64_t>(*since, 0));
+}
+
+int RunOnEngine(const Options& options) {
+    const auto require = [](bool holds, const char* sentence) {
+        if (!holds) throw CLI::ValidationError(sentence);
+    };
+    require(options.logs.paths.empty(), "--clickhouse reports on what the server has, and takes no FILE");
+    require(options.page.empty(), "--html needs files: a page shows single calls");
+    require(!options.isListOfUnreadable, "--unreadable needs files: a server has only what can be read");
+    require(options.logs.date.empty(), "--date is for text logs, which no server has");
+    const std::uint64_t since = FirstMoment(options);
+    try {
+        Engine engine(options.engine);
+        Print(ReportFromEngine(engine, since), options);
+        return kWell;
+    } catch (const EngineError& error) {
+        Say(error.what());
+        return kNotWell;
+    }
+}
+
 int Run(const Options& options) {
+    if (!options.engine.empty()) return RunOnEngine(options);
+    if (!options.since.empty())
+        throw CLI::ValidationError(
+            "--since belongs to --clickhouse; for files there is ckscribe show --since");
+    if (options.logs.paths.empty()) throw CLI::RequiredError("FILE");
     const std::vector<std::string>& paths = options.logs.paths;
     ReadingOptions reading = options.logs.Reading();
     auto bar = std::make_unique<ProgressBar>();
@@ -106,15 +160,12 @@ int Run(const Options& options) {
     const std::vector<FileReading> files = ReadLogs(paths, reading, sink);
     bar.reset();
     const Report report = sink.builder.Finish(paths, files);
-    const std::size_t top = options.topOption->count() != 0 ? options.top : kTopOfJson;
     if (!options.page.empty()) {
-        if (!WritePage(options.page, ReportPage(ReportAsJson(report, top), sink.details.Json(paths))))
+        if (!WritePage(options.page,
+                       ReportPage(ReportAsJson(report, TopOf(options)), sink.details.Json(paths))))
             return kNotWell;
-    } else if (options.isJson) {
-        fmt::print("{}", ReportAsJson(report, top));
     } else {
-        fmt::print("{}",
-                   ReportAsText(report, {Palette::For(fileno(stdout)), options.top, options.logs.isUtc}));
+        Print(report, options);
     }
     std::fflush(stdout);
     return SayUnreadFiles(paths, files);
@@ -127,7 +178,7 @@ void AddReportCommand(CLI::App& app, int& status) {
         app.add_subcommand("report", "Summarize logs: what failed, what was slow, what never came back");
     report->footer(kExample);
     const auto options = std::make_shared<Options>();
-    options->logs.AddTo(*report);
+    options->logs.AddTo(*report)->required(false);
     options->logs.AddUtcTo(*report);
     report->add_flag("--json", options->isJson, "Print one JSON object (share/ckscribe/report.schema.json)");
     options->topOption =
@@ -139,6 +190,14 @@ void AddReportCommand(CLI::App& app, int& status) {
         ->type_name("OUT");
     report->add_flag("--unreadable", options->isListOfUnreadable,
                      "List what cannot be read, with file and line, instead of a report");
+    report
+        ->add_option("--clickhouse", options->engine,
+                     "Report on the calls that this server has (http://host:8123/?database=...)")
+        ->type_name("URL");
+    report
+        ->add_option("--since", options->since,
+                     "With --clickhouse: calls from then on: 2026-11-21T14:00, 14:00, 24h")
+        ->type_name("MOMENT");
     report->callback([options, &status] { status = Run(*options); });
 }
 

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "tool/call_roles.h"
+#include "tool/open_sessions.h"
 #include "tool/report_remarks.h"
 
 namespace ckscribe {
@@ -61,11 +62,6 @@ struct Key {
     }
 };
 
-struct OpenSession {
-    std::uint64_t slot = 0;
-    ReportedCall call;
-};
-
 struct Slot {
     std::uint64_t calls = 0;
     std::string token;
@@ -100,7 +96,12 @@ void AddRepetition(Repetitions& all, const Repetition& row) {
     Repetition& sum = all[{row.function, row.result}];
     const std::uint64_t rows = sum.rows + row.rows;
     const std::uint64_t calls = sum.calls + row.calls;
-    if (row.longest > sum.longest) sum = row;
+    // Of equally long rows the one that began first, whatever the order in which threads come.
+    const auto rank = [](const Repetition& one) {
+        return std::tuple(-static_cast<std::int64_t>(one.longest), one.seen.time.nanoseconds, one.process,
+                          one.thread);
+    };
+    if (sum.rows == 0 || rank(row) < rank(sum)) sum = row;
     sum.rows = rows;
     sum.calls = calls;
 }
@@ -161,9 +162,7 @@ struct ReportBuilder::OfLog {
     Sighting last;
     std::vector<ReportedCall> unfinished;
     std::vector<UnreadableStretch> stretches;
-    std::map<Handle, OpenSession> sessions;
-    std::uint64_t sessionsOpened = 0;
-    std::uint64_t sessionsClosed = 0;
+    OpenSessions sessions;
     std::map<std::tuple<std::string_view, std::uint32_t, std::uint64_t>, LoginFailure> loginFailures;
     std::map<std::uint64_t, Slot> slots;
     std::unordered_map<Handle, Key, HashOfHandle> keys;
@@ -257,20 +256,10 @@ struct ReportBuilder::OfLog {
             case CallRole::kOther:
                 return;
             case CallRole::kOpenSession:
-                if (!isOk || !call.fields.session) return;
-                ++sessionsOpened;
-                sessions[session] = {call.fields.slot.value_or(0), Reported(call)};
-                return;
             case CallRole::kCloseSession:
-                if (isOk) sessionsClosed += sessions.erase(session);
-                return;
             case CallRole::kCloseAllSessions:
             case CallRole::kFinalize:
-                if (!isOk) return;
-                sessionsClosed += std::erase_if(sessions, [&](const auto& open) {
-                    return open.first.process == call.process &&
-                           (role == CallRole::kFinalize || open.second.slot == call.fields.slot);
-                });
+                if (isOk) sessions.Take(role, call.fields.slot, Reported(call));
                 return;
             case CallRole::kLogin:
                 if (call.IsError()) TakeLoginFailure(call);
@@ -387,7 +376,7 @@ void ReportBuilder::OnLogEnd(std::optional<std::int64_t> firstDay) {
     const auto fix = [firstDay](Sighting& seen) { seen.time = InUtc(seen.time, firstDay); };
 
     report.calls += of.calls;
-    report.unreadable += of.unreadable;
+    report.unreadable = report.unreadable.value_or(0) + of.unreadable;
     report.processes += of.processes.size();
     if (of.hasThreads) {
         total->hasThreads = true;
@@ -436,10 +425,10 @@ void ReportBuilder::OnLogEnd(std::optional<std::int64_t> firstDay) {
         KeepRow(report.unfinishedCalls, call);
     }
     for (const UnreadableStretch& stretch : of.stretches) KeepRow(report.unreadableStretches, stretch);
-    report.sessionsOpened += of.sessionsOpened;
-    report.sessionsClosed += of.sessionsClosed;
-    report.openSessionCount += of.sessions.size();
-    for (auto& [handle, session] : of.sessions) {
+    report.sessionsOpened += of.sessions.Opened();
+    report.sessionsClosed += of.sessions.Closed();
+    report.openSessionCount += of.sessions.Open().size();
+    for (auto& [handle, session] : of.sessions.Open()) {
         fix(session.call.seen);
         KeepRow(report.openSessions, session.call);
     }

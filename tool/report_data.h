@@ -106,11 +106,13 @@ struct Remark {
 struct Report {
     std::vector<std::string> paths;
     std::vector<FileReading> files;  // one for each path
+    // Where no files were read: what a query of the engine reads its calls from ("calls FINAL WHERE ...").
+    std::string source;
 
     std::uint64_t calls = 0;
     std::uint64_t errors = 0;
     std::uint64_t unfinished = 0;
-    std::uint64_t unreadable = 0;
+    std::optional<std::uint64_t> unreadable = 0;  // absent where an engine has the calls
     std::uint64_t processes = 0;
     std::optional<std::uint64_t> threads;  // absent for logs of the old format only
     bool hasEvents = false;                // some log tells durations

@@ -99,7 +99,7 @@ std::string ReportAsJson(const Report& report, std::size_t top) {
     json["calls"] = report.calls;
     json["errors"] = report.errors;
     json["unfinished"] = report.unfinished;
-    json["unreadable"] = report.unreadable;
+    json["unreadable"] = Optional(report.unreadable);
     json["processes"] = report.processes;
     json["threads"] = Optional(report.threads);
     json["first_time"] = Time(report.first.time);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "util/shell_word.h"
 
@@ -16,6 +17,54 @@ constexpr std::size_t kMostOfAKind = 3;
 constexpr std::uint64_t kMuchLonger = 100;
 constexpr std::uint64_t kLong = 100'000'000;
 constexpr std::uint64_t kManyRetries = 3;
+
+// The calls that a remark is about.
+struct Evidence {
+    std::optional<std::uint32_t> process = std::nullopt;
+    std::vector<std::string_view> functions = {};
+    std::string_view result = {};
+    bool isUnfinished = false;
+    std::optional<std::uint64_t> slowerMilliseconds = std::nullopt;
+};
+
+// As options of `ckscribe show`.
+std::string OptionsOf(const Evidence& evidence) {
+    std::vector<std::string> options;
+    if (evidence.isUnfinished) options.emplace_back("--unfinished");
+    if (evidence.process) options.push_back(fmt::format("--process {}", *evidence.process));
+    if (!evidence.functions.empty())
+        options.push_back(fmt::format("--function {}", fmt::join(evidence.functions, ",")));
+    if (!evidence.result.empty()) options.push_back(fmt::format("--result {}", evidence.result));
+    if (evidence.slowerMilliseconds)
+        options.push_back(fmt::format("--slower {}ms", *evidence.slowerMilliseconds));
+    return fmt::format("{}", fmt::join(options, " "));
+}
+
+// A text for a query that stands in double quotes in a command of a shell.
+std::string InQuery(std::string_view text) {
+    std::string quoted = "'";
+    for (const char character : text) {
+        const bool isPlain = (character >= 'a' && character <= 'z') ||
+                             (character >= 'A' && character <= 'Z') ||
+                             (character >= '0' && character <= '9') || character == '_';
+        quoted += isPlain ? character : '?';
+    }
+    return quoted + "'";
+}
+
+// As a command that asks the engine.
+std::string QueryFor(const Evidence& evidence, const std::string& source) {
+    std::string query = "SELECT * FROM " + source;
+    const auto add = [&query](const std::string& condition) { query += " AND " + condition; };
+    if (evidence.isUnfinished) add("version = 1");
+    if (evidence.process) add(fmt::format("pid = {}", *evidence.process));
+    std::vector<std::string> functions;
+    for (const std::string_view function : evidence.functions) functions.push_back(InQuery(function));
+    if (!functions.empty()) add(fmt::format("function IN ({})", fmt::join(functions, ", ")));
+    if (!evidence.result.empty()) add("result = " + InQuery(evidence.result));
+    if (evidence.slowerMilliseconds) add(fmt::format("ns >= {}", *evidence.slowerMilliseconds * 1'000'000));
+    return "clickhouse-client --query \"" + query + " ORDER BY time FORMAT Vertical\"";
+}
 
 }  // namespace
 
@@ -58,11 +107,14 @@ std::string FilesAsWords(const std::vector<std::string>& paths) {
 std::vector<Remark> RemarksOn(const Report& report) {
     std::vector<Remark> remarks;
     const std::string files = FilesAsWords(report.paths);
-    const auto show = [&files](const std::string& filter) { return "ckscribe show " + filter + " " + files; };
+    const auto show = [&](const Evidence& evidence) {
+        return report.source.empty() ? "ckscribe show " + OptionsOf(evidence) + " " + files
+                                     : QueryFor(evidence, report.source);
+    };
 
     if (report.unfinished != 0) {
         remarks.push_back({fmt::format("{} never came back.", Counted(report.unfinished, "call", "calls")),
-                           show("--unfinished")});
+                           show({.isUnfinished = true})});
     }
     std::vector<const ResultFigures*> errors;
     for (const ResultFigures& row : report.results) {
@@ -73,20 +125,20 @@ std::vector<Remark> RemarksOn(const Report& report) {
         const ResultFigures& row = *errors[i];
         remarks.push_back({fmt::format("{} answered {} {}.", row.function, row.result,
                                        row.count == 1 ? "once" : WithCommas(row.count) + " times"),
-                           show(fmt::format("--function {} --result {}", row.function, row.result))});
+                           show({.functions = {row.function}, .result = row.result})});
     }
     std::size_t retries = 0;
     for (const Repetition& row : report.retries) {
         if (row.longest < kManyRetries || retries++ == kMostOfAKind) break;
-        remarks.push_back({fmt::format("Process {} called {} {} times in a row and got {} each time.",
-                                       row.process, row.function, WithCommas(row.longest), row.result),
-                           show(fmt::format("--process {} --function {} --result {}", row.process,
-                                            row.function, row.result))});
+        remarks.push_back(
+            {fmt::format("Process {} called {} {} times in a row and got {} each time.", row.process,
+                         row.function, WithCommas(row.longest), row.result),
+             show({.process = row.process, .functions = {row.function}, .result = row.result})});
     }
     if (report.openSessionCount != 0) {
         remarks.push_back({fmt::format("{} never closed.",
                                        Counted(report.openSessionCount, "session was", "sessions were")),
-                           show("--function C_OpenSession,C_CloseSession,C_CloseAllSessions")});
+                           show({.functions = {"C_OpenSession", "C_CloseSession", "C_CloseAllSessions"}})});
     }
     const FunctionFigures* slowest = nullptr;
     for (const FunctionFigures& row : report.functions) {
@@ -100,17 +152,17 @@ std::vector<Remark> RemarksOn(const Report& report) {
         remarks.push_back(
             {fmt::format("One {} took {}; half of them take no longer than {}.", slowest->function,
                          DurationText(maximum), DurationText(*slowest->durations.Percentile(50))),
-             show(fmt::format("--function {} --slower {}ms", slowest->function, maximum / 1'000'000))});
+             show({.functions = {slowest->function}, .slowerMilliseconds = maximum / 1'000'000})});
     }
     std::size_t polling = 0;
     for (const Repetition& row : report.polling) {
         if (polling++ == kMostOfAKind) break;
         remarks.push_back({fmt::format("Process {} polls: it called {} {} times in a row.", row.process,
                                        row.function, WithCommas(row.longest)),
-                           show(fmt::format("--process {} --function {}", row.process, row.function))});
+                           show({.process = row.process, .functions = {row.function}})});
     }
-    if (report.unreadable != 0) {
-        remarks.push_back({fmt::format("{} cannot be read.", Counted(report.unreadable, "stretch of the log",
+    if (report.unreadable.value_or(0) != 0) {
+        remarks.push_back({fmt::format("{} cannot be read.", Counted(*report.unreadable, "stretch of the log",
                                                                      "stretches of the logs")),
                            "ckscribe report --unreadable " + files});
     }

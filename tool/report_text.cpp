@@ -122,8 +122,8 @@ private:
             if (const auto rate = report.CallsPerSecond()) Add(", {:.1f} calls a second", *rate);
             Add("\n");
         }
-        if (report.unreadable != 0)
-            Add("  {}\n", style.palette.Notable(Counted(report.unreadable, "stretch cannot be read",
+        if (report.unreadable.value_or(0) != 0)
+            Add("  {}\n", style.palette.Notable(Counted(*report.unreadable, "stretch cannot be read",
                                                         "stretches cannot be read")));
         if (report.hasText && report.calls != 0) {
             Add("  {}\n",
