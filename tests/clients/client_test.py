@@ -202,7 +202,12 @@ def check_log_files(directory):
 
 
 def check_events(directory, records):
-    """The events file beside a log has the calls of the log, no secret, and nothing but what the schema describes."""
+    """The events file beside a log has the calls of the log, no secret, and nothing but what the schema describes.
+
+    Where the environment names a folder in KEPT_EVENTS, a copy of the file stays there for other tests.
+    """
+    if folder := os.environ.get("KEPT_EVENTS"):
+        shutil.copy(directory / "events.jsonl", pathlib.Path(folder, f"{pathlib.Path(sys.argv[0]).stem}-{directory.name}.jsonl"))
     search = subprocess.run([FIND_SECRETS, directory / "events.jsonl"], capture_output=True, text=True)
     if search.returncode != 0:
         fail("the events hold " + search.stdout + search.stderr)

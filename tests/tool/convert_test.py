@@ -117,7 +117,7 @@ class Rows(unittest.TestCase):
     def test_row_of_an_end_has_all_that_the_event_tells(self):
         self.assertEqual(self.rows("-", input=self.END), [{
             "host": 'web "1"', "run": "18a3f1c2d4e5f607-3e63", "call": 17, "version": 2, "time": 1795264425123456789,
-            "function": "C_Sign", "ns": 181234, "result": "CKR_DEVICE_ERROR", "rv": 48, "pid": 15971, "tid": 15972,
+            "function": "C_Sign", "ns": 181234, "bucket": 1456, "result": "CKR_DEVICE_ERROR", "rv": 48, "pid": 15971, "tid": 15972,
             "slot": 4, "session": 1, "object": 2, "user": 3, "mechanism": "CKM_\u00e4", "mechanism_number": 5,
             "inputs": '[{"kind":"SessionHandle","value":1}]',
             "outputs": '[{"kind":"ByteString","size":256,"text":"\\""}]', "log": "-",
@@ -128,7 +128,7 @@ class Rows(unittest.TestCase):
         start = start.replace('"rv":48,"result":"CKR_DEVICE_ERROR",', "")
         row = self.rows("-", input=start)[0]
         self.assertEqual((row["version"], row["call"], row["position"]), (1, 17, 1795264425123456789))
-        self.assertEqual({"ns", "result", "rv", "outputs"} & set(row), set())
+        self.assertEqual({"ns", "bucket", "result", "rv", "outputs"} & set(row), set())
 
     def test_there_is_a_row_for_each_call_and_positions_grow_in_the_order_of_the_log(self):
         rows = self.rows(EVENTS)

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "reader/event_line.h"
+#include "reader/latency_histogram.h"
 #include "tool/call_roles.h"
 #include "tool/convert/value_json.h"
 
@@ -93,6 +94,7 @@ void AddCallRow(std::string& rows, std::string_view host, std::string_view log, 
     AddText(rows, "function", call.Function());
     if (call.hasEnd) {
         AddNumber(rows, "ns", call.nanoseconds);
+        if (call.nanoseconds) AddNumber(rows, "bucket", std::optional(LatencyBucket(*call.nanoseconds)));
         AddText(rows, "result", call.result);
         AddNumber(rows, "rv", call.rv);
     }

@@ -142,6 +142,7 @@ void ShippingState::Save() {
                                     {"seen", content.seen}});
     json["done"] = doneFiles;
     const std::string text = json.dump(1) + "\n";
+    if (text == saved) return;
 
     const std::string next = path + ".new";
     const int file = open(next.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
@@ -152,6 +153,7 @@ void ShippingState::Save() {
     errno = error;
     if (!isWritten) FailBySystem(next, "it cannot be written");
     if (std::rename(next.c_str(), path.c_str()) != 0) FailBySystem(path, "it cannot be replaced");
+    saved = text;
 }
 
 }  // namespace ckscribe

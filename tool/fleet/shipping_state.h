@@ -60,6 +60,7 @@ private:
     std::map<std::string, ShippedContent> contents;
     std::set<std::string> doneFiles;
     std::set<std::string> doneFilesOfRun;
+    std::string saved;  // what the file holds, if this process wrote it
     int lock = -1;
 };
 

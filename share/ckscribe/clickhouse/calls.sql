@@ -4,6 +4,9 @@
 -- stays. A repeat replaces the row that it repeats. The engine replaces when it merges; until then only a query with
 -- FINAL sees each call once.
 --
+-- Percentiles are those of `ckscribe report`, from buckets: durations below 256 ns have one each, and every power of two
+-- above is split into 128. The bucket of a longer duration of N bits is (N - 8) * 128 plus its upper eight bits.
+--
 -- It works in version 18.16, which has neither DateTime64 nor TTL: moments are nanoseconds since 1970 in UTC. Days go by
 --     ALTER TABLE calls DROP PARTITION 20261121
 CREATE TABLE IF NOT EXISTS calls
@@ -37,12 +40,7 @@ CREATE TABLE IF NOT EXISTS calls
     classes Array(String),
     token String,                         -- what C_GetTokenInfo tells
     serial String,
-    -- The bucket of `ns` for percentiles: numbers below 256 have one each, and every power of two above is split into 128.
-    -- The number of bits is the logarithm, put right where it is rounded up.
-    bucket UInt16 MATERIALIZED if(ifNull(ns, 0) < 256, toUInt16(ifNull(ns, 0)), toUInt16(
-        (toUInt32(log2(ifNull(ns, 0))) - (bitShiftRight(ifNull(ns, 0), toUInt8(log2(ifNull(ns, 0)))) = 0) - 7) * 128
-        + bitShiftRight(ifNull(ns, 0),
-            toUInt8(toUInt32(log2(ifNull(ns, 0))) - (bitShiftRight(ifNull(ns, 0), toUInt8(log2(ifNull(ns, 0)))) = 0) - 7)))),
+    bucket UInt16,                        -- of `ns`, for percentiles: see below
     moment DateTime ALIAS toDateTime(intDiv(time, 1000000000))
 )
 ENGINE = ReplacingMergeTree(version)

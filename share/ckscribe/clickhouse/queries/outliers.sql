@@ -1,5 +1,6 @@
 -- Hosts that differ from the rest: for each function and host, how its median latency and its share of errors stand to
--- those of the host in the middle. The hosts that differ most come first. Functions of fewer than three hosts are left out.
+-- those of the host in the middle. The hosts that differ most come first. Fewer than ten calls
+-- say nothing, nor do fewer than three hosts.
 SELECT
     host,
     function,
@@ -53,7 +54,7 @@ FROM
             GROUP BY function, host, bucket, has_ns
         )
         GROUP BY function, host
-        HAVING timed != 0
+        HAVING all_calls >= 10 AND timed != 0
     )
     GROUP BY function
     HAVING count() >= 3
