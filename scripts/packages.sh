@@ -56,13 +56,13 @@ need_sshd() {
     as_root install -D -m 644 /dev/null "$stay_down" && need_packages openssh-server
 }
 
-# need_clickhouse: installs clickhouse-server (90 MB with what it needs) for tests that start servers of their own. The
-# service of that package must not start: a mask keeps systemd from it, and the defaults keep the script of init from it. If
-# the package is installed already, its service stays as it is.
-need_clickhouse() {
-    local mask=/etc/systemd/system/clickhouse-server.service defaults=/etc/default/clickhouse-server
-    is_installed clickhouse-server && return
-    echo "clickhouse-server's service stays down as long as there are $mask and $defaults."
+# need_without_service PACKAGE: installs a package for tests that start servers of their own. The package's service must
+# not start: a mask keeps systemd from it, and the defaults keep the script of init from it, if there is one. If the package
+# is installed already, its service stays as it is.
+need_without_service() {
+    local package=$1 mask=/etc/systemd/system/$1.service defaults=/etc/default/$1
+    is_installed "$package" && return
+    echo "$package's service stays down as long as there are $mask and $defaults."
     as_root mkdir -p "${mask%/*}" && as_root ln -sfn /dev/null "$mask" &&
-        echo 'exit 0' | as_root tee "$defaults" >/dev/null && need_packages clickhouse-server
+        echo 'exit 0' | as_root tee "$defaults" >/dev/null && need_packages "$package"
 }

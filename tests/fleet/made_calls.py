@@ -63,7 +63,7 @@ class Host:
         processes = [2000 + self.number, 4000 + self.number]
         threads = [(process, process * 10 + i) for process in processes for i in range(3)]
         steps = ("sign",) * 60 + ("search", "create", "read", "pair", "open", "close", "close all", "log in", "poll", "retry",
-                                  "token", "strange") + ("random",) * 6 + ("lost",) * (self.number % 3 == 0)
+                                  "token", "mechanism", "strange") + ("random",) * 6 + ("lost",) * (self.number % 3 == 0)
         while sum(self.calls.values()) < count:
             process, thread = self.randomness.choice(threads)
             getattr(self, self.randomness.choice(steps).replace(" ", "_"))(process, thread)
@@ -152,6 +152,11 @@ class Host:
         slot = self.randomness.randrange(3)
         self.call(process, thread, "C_GetTokenInfo", [f'{{"kind":"SlotID","value":{slot}}}'],
                   [f'{{"kind":"TokenInfo","label":"token {slot}","serialNumber":"{self.number:04}{slot}"}}'], slot=slot)
+
+    def mechanism(self, process, thread):
+        # A mechanism without an object is no operation.
+        self.call(process, thread, "C_GetMechanismInfo", ['{"kind":"SlotID","value":1}', '{"kind":"MechanismType","number":1}'],
+                  slot=1, mechanism="CKM_RSA_PKCS", mechanism_number=1)
 
     def strange(self, process, thread):
         self.call(process, thread, "CA_GetTSV", [f'{{"kind":"SlotID","value":{2**63 + 5}}}'.replace(str(2**63 + 5), f'"{2**63 + 5}"')])

@@ -4,7 +4,7 @@ SELECT
     host,
     log,
     pid,
-    object,
+    handle AS object,
     anyIf(name, name != '') AS label,
     anyIf(number, number != '') AS id,
     anyIf(kind, kind != '') AS class,
@@ -14,14 +14,14 @@ SELECT
 FROM
 (
     -- Operations.
-    SELECT host, log, pid, assumeNotNull(object) AS object, mechanism AS way, count() AS times,
+    SELECT host, log, pid, assumeNotNull(object) AS handle, mechanism AS way, count() AS times,
         '' AS name, '' AS number, '' AS kind
     FROM {table:Identifier} FINAL
     WHERE isNotNull(object) AND mechanism != '' AND NOT (version = 2 AND result != 'CKR_OK') AND time >= {since:UInt64}
-    GROUP BY host, log, pid, object, way
+    GROUP BY host, log, pid, handle, way
     UNION ALL
     -- What is known of objects: of each detail the first that was told since the object was made.
-    SELECT host, log, pid, object, '' AS way, toUInt64(0) AS times,
+    SELECT host, log, pid, object AS handle, '' AS way, toUInt64(0) AS times,
         arrayFilter((detail, at, since) -> detail != '' AND at >= since, names, places, all_made)[1] AS name,
         arrayFilter((detail, at, since) -> detail != '' AND at >= since, numbers, places, all_made)[1] AS number,
         arrayFilter((detail, at, since) -> detail != '' AND at >= since, kinds, places, all_made)[1] AS kind
@@ -82,6 +82,6 @@ FROM
         GROUP BY host, log, pid, object
     )
 )
-GROUP BY host, log, pid, object
+GROUP BY host, log, pid, handle
 HAVING operations != 0 OR label != '' OR id != '' OR class != ''
 ORDER BY operations DESC, host, log, pid, object
