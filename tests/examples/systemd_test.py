@@ -4,6 +4,7 @@ systemd_test.py EXAMPLES"""
 
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -31,6 +32,14 @@ class DropIn(unittest.TestCase):
     def test_ExampleWithAMisspeltKey_IsNotTaken(self):
         text = (EXAMPLES / "ckscribe-service.conf").read_text().replace("LogsDirectoryMode", "LogDirectoryMode")
         self.assertRegex("".join(self.verify(text)), "LogDirectoryMode")
+
+    def test_TimerThatShipsEventsAndItsService_AreTakenWithoutAWord(self):
+        with tempfile.TemporaryDirectory(prefix="ckscribe-systemd.") as directory:
+            units = [shutil.copy(EXAMPLES / f"ckscribe-ship.{kind}", directory) for kind in ("service", "timer")]
+            done = subprocess.run(["systemd-analyze", "verify", "--man=no", *units], capture_output=True, text=True, timeout=50,
+                                  env=os.environ | {"SYSTEMD_UNIT_PATH": f"{directory}:/lib/systemd/system"})
+            said = [line for line in (done.stdout + done.stderr).splitlines() if "ckscribe-ship" in line]
+            self.assertEqual((done.returncode, said), (0, []))
 
 
 if __name__ == "__main__":

@@ -580,6 +580,46 @@ class Reports(Fleet):
                           for row in self.query("changes", moment)}, counts)
 
 
+class Shippers(Fleet):
+    def test_events_that_rsyslog_ships_arrive_whole_and_count_once(self):
+        self.make_database()
+        port, = engine_server.free_ports(1)
+        lines = [event(number, label="\u00fc" * (number % 50)) for number in range(1, 2001)]
+        lines[1000] = event(1001, label="x" * 100_000)
+        events = self.file("events-71.jsonl", "")
+        received = self.folder / "fleet"
+        daemons = []
+        for name, changes in (("collector", {"/var/log/ckscribe-fleet": str(received)}),
+                              ("host", {"/var/log/ckscribe": str(self.folder), "collector.example": "127.0.0.1"})):
+            text = (SOURCE / f"share/examples/rsyslog-{name}.conf").read_text()
+            for old, new in (changes | {"10514": str(port)}).items():
+                self.assertIn(old, text)
+                text = text.replace(old, new)
+            work = self.folder / f"{name}.work"
+            work.mkdir()
+            text = f'global(workDirectory="{work}" maxMessageSize="1m" localHostname="web7")\n' + text
+            configuration = self.file(f"{name}.conf", text)
+            daemon = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", "/usr/sbin/rsyslogd", "-n", "-f", configuration, "-i",
+                                       self.folder / f"{name}.pid"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            self.addCleanup(daemon.wait)
+            self.addCleanup(daemon.terminate)
+            daemons.append(daemon)
+        time.sleep(1)
+        for begin in range(0, len(lines), 500):
+            with events.open("a") as file:
+                file.write("".join(lines[begin:begin + 500]))
+            time.sleep(0.2)
+        path = received / "web7/events.jsonl"
+        for _ in range(600):
+            if path.exists() and path.read_bytes().count(b"\n") >= len(lines):
+                break
+            self.assertEqual([daemon.poll() for daemon in daemons], [None, None])
+            time.sleep(0.1)
+        self.assert_like(path.read_text().splitlines(keepends=True), lines)
+        self.ship_well(path, host="web7")
+        self.assertEqual(self.ask("SELECT count(), uniqExact(call) FROM calls FINAL"), [[2000, 2000]])
+
+
 class WrongUse(Fleet):
     def test_report_takes_files_or_a_server(self):
         self.make_database()
