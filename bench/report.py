@@ -1,4 +1,4 @@
-"""Figures of bench/compare: medians, spreads and ratios of what was measured, tables of them, and the goals."""
+"""This module turns the measurements of bench/compare into medians, spreads and ratios, tables, and goals."""
 
 import contextlib
 import io
@@ -22,7 +22,7 @@ def difference(times, of, to):
 
 
 def summarise(commit, machine, calls, start, mask):
-    """What goes into the JSON file, from lists with a sample of each round."""
+    """Returns what goes into the JSON file, from lists with a sample of each round."""
     return {
         "commit": commit,
         "machine": machine,
@@ -40,7 +40,7 @@ def summarise(commit, machine, calls, start, mask):
 
 
 class Goal:
-    """A bound of one figure; `figure` is None when it was not measured."""
+    """A Goal bounds one figure; `figure` is None if it was not measured."""
 
     def __init__(self, text, figure, bound, unit=""):
         self.text, self.figure, self.bound, self.unit = text, figure, bound, unit
@@ -74,7 +74,7 @@ def goals(results):
     for threads in (2, 8):
         times = lines.get(("GetSessionInfo", threads), {}).get("nanoseconds")
         more = times and times["filtered"]["median"] - times["counted"]["median"]
-        yield Goal(f"GetSessionInfo, filtered out, {threads} threads, over the shared counter alone", more, 20, " ns")
+        yield Goal(f"GetSessionInfo, filtered out, {threads} threads, over only the shared counter", more, 20, " ns")
     start = results["start microseconds"]
     yield Goal("first call, over loading the target alone",
                (start["library"]["median"] - start["target"]["median"]) / 1000, 2, " ms")

@@ -46,7 +46,7 @@ def read_new_record(line):
 
 
 def records_of_new_log(text):
-    """An empty line stands before every start record and nowhere else."""
+    """Fails unless an empty line stands before every start record, and nowhere else."""
     lines = [line for line in text.split("\n") if line]
     records = [read_new_record(line) for line in lines]
     layout = "".join(("\n\n" if record.is_start else "\n") + line for record, line in zip(records, lines))

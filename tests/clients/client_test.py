@@ -1,5 +1,5 @@
-"""The tests of this folder share this: one session of a client of PKCS#11, held three times over the same software
-token, and the comparison of the three.
+"""The tests of this folder share this module. It holds one session of a client of PKCS#11 three times over the same
+software token, and compares the three.
 
 A test program defines what a session does, as a function of a Place, and passes it to compare_sessions(), which holds
 the session straight, with libckscribe.so between client and token logging in the new format, and again logging in
@@ -61,7 +61,8 @@ def expect_same(what_is_wrong, expected, actual):
 
 
 class Place:
-    """A directory with a token of its own, the environment that leads to it, and a transcript of what happened in it.
+    """A Place has a directory with a token of its own, the environment that leads to it, and a transcript of what
+    happened in it.
 
     `module` is the PKCS#11 library for the client. The token holds the key pairs and certificates "rsa" (id 01) and
     "ec" (id 02), whose PEM files rsa.key, rsa.crt, ec.key, ec.crt lie in the directory.

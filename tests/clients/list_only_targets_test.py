@@ -1,4 +1,4 @@
-"""Targets of the distribution that export C_GetFunctionList and no other function: applications reach all of them through
+"""Some targets of the distribution export C_GetFunctionList and no other function. Applications reach all of them through
 the library as they do without it."""
 
 import pathlib
@@ -19,7 +19,7 @@ def library(name):
 
 
 def certificates(place):
-    """The certificate authorities of the system, through p11-kit's module and through NSS's."""
+    """Lists the certificate authorities of the system."""
     place.run("pkcs11-tool", "--module", place.module, "--show-info")
     place.run("pkcs11-tool", "--module", place.module, "--list-slots")
     place.run("pkcs11-tool", "--module", place.module, "--list-objects", "--type", "cert")
@@ -28,7 +28,7 @@ def certificates(place):
 
 
 def remote_token(place):
-    """A software token in a server of its own, which p11-kit's client module talks to."""
+    """Uses a software token in a server of its own, which p11-kit's client module talks to."""
     socket = place.directory / "socket"
     server = subprocess.Popen(
         ["p11-kit", "server", "--foreground", "--name", str(socket), "--provider", SOFTHSM, "pkcs11:"],

@@ -1,6 +1,6 @@
 """ssh-agent lets a program of its own load the PKCS#11 library, and speaks with it over that program's standard input
-and output. The announcements of missing functions would stand in the middle of what it says, so the target of this
-session lacks none; over one that does, ssh-agent gives up."""
+and output. An announcement of a missing function would stand in the middle of what the program says, and ssh-agent would
+give up. The target of this session therefore lacks no function."""
 
 from askpass import environment_answering
 from client_test import COMPLETE_TARGET, PIN, compare_sessions

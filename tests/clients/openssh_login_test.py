@@ -1,4 +1,4 @@
-"""Logins with keys on the token: ssh loads the PKCS#11 library into itself and signs with it what a server asks for.
+"""ssh logs in with keys on the token: it loads the PKCS#11 library into itself and signs with it what a server asks for.
 
 Each login has a server of its own, which ssh starts as the command that leads to its host: there is no port, and all
 that the server reads lies in the session's directory. The hosts "rsa" and "ec" admit the key of that name only.
@@ -22,14 +22,14 @@ def path_of_server():
 
 
 def make_empty_directory():
-    """Root's sshd locks up the part of itself that speaks with strangers in this directory. Whatever starts the
-    package's service makes it; where that never runs, nobody does. It stays: another sshd may have come to need it."""
+    """Makes the directory in which root's sshd locks up the part of itself that speaks with strangers. Where the package's
+    service never runs, nothing else makes it. The directory stays, because another sshd may need it by then."""
     if os.geteuid() == 0:
         pathlib.Path("/run/sshd").mkdir(mode=0o755, exist_ok=True)
 
 
 def adopt_orphans():
-    """ssh does not wait for the command that leads to its host. This process becomes the one that has to."""
+    """Lets this process wait for the command that leads to ssh's host, for which ssh does not wait."""
     PR_SET_CHILD_SUBREAPER = 36
     if ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0) != 0:
         fail("no way to wait for the servers that ssh leaves behind")
@@ -62,7 +62,7 @@ def make_hosts(place):
 
 
 def log_in(place, host, provider, pin=PIN, status=7):
-    """What the host says shows that the login is the one with that key, and 7 is the status of what ran there."""
+    """Logs in with one key. What the host says shows which key it was, and 7 is the status of what ran there."""
     try:
         place.run(
             *("ssh", "-F", "ssh_config", *provider, host),

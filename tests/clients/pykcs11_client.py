@@ -1,4 +1,5 @@
-"""A client: uses the library of its first argument with the PIN of its second and a wrong one, and prints what it is told."""
+"""This client uses the library of its first argument with the PIN of its second and with a wrong one. It prints what the
+library answers."""
 
 import sys
 

@@ -1,5 +1,5 @@
-"""A client: uses NSS's software token, which wants to be told where its database lies, through the library of its first
-argument. The database lies in the directory of its second."""
+"""This client uses NSS's software token through the library of its first argument. It gives the token the directory of
+its database, which is its second argument."""
 
 import ctypes
 import sys

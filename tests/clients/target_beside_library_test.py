@@ -25,7 +25,7 @@ def proxy():
 
 
 def prepare(root):
-    """A place whose log, token and copy of the library belong to an ordinary user: root has no modules of its own."""
+    """Makes a place whose log, token and copy of the library belong to an ordinary user: root has no modules of its own."""
     place = Place(root / "place")
     make_token(place)
     shutil.copy(LIBRARY, place.directory / "libckscribe.so")
@@ -46,7 +46,7 @@ def expect(condition, what, output):
 
 
 def check_p11_kit(place, modules):
-    """`modules`: for each .module file its name and what it loads, in the order in which p11-kit loads them."""
+    """Lets p11-kit and its clients use the token. `modules` has the name of each .module file and what it loads."""
     folder = place.directory / ".config/pkcs11/modules"
     for name, path in modules:
         # Of two files with one name, that of the user counts.
@@ -67,7 +67,7 @@ def check_p11_kit(place, modules):
 
 
 def check_nss(place):
-    """A profile that has the token already: NSS refuses the library, as it refuses the target under another name."""
+    """Adds the library to a profile that has the token. NSS refuses it as it refuses the target under another name."""
     database = ("-dbdir", "sql:.")
     place.run("certutil", "-N", "-d", "sql:.", "--empty-password")
     add = ("modutil", "-force", *database, "-add")

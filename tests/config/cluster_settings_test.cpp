@@ -68,7 +68,7 @@ private:
     }
 };
 
-TEST_F(ClusterTest, MemberFile_OnlyTheFirstTwoClustersAreFound) {
+TEST_F(ClusterTest, MemberFileIsAskedFor_OnlyTheFirstTwoClustersAreFound) {
     Write(Clusters({{"one", "/1", "-", "-"}, {"two", "/2", "-", "-"}, {"three", "/3", "-", "-"}}));
     char out[1024] = "untouched";
     EXPECT_EQ(1, store.GetClusterMemberFile("one", out));
@@ -81,21 +81,21 @@ TEST_F(ClusterTest, MemberFile_OnlyTheFirstTwoClustersAreFound) {
     EXPECT_STREQ("/2", out);
 }
 
-TEST_F(ClusterTest, MemberFile_SecondClusterIsFoundWithoutTheFirst) {
+TEST_F(ClusterTest, FirstClusterIsMissing_MemberFileOfTheSecondIsFound) {
     Write("Cluster02 = {\n ClusterName = two;\n ClusterMemberFile = /2;\n}\n");
     char out[1024] = "untouched";
     EXPECT_EQ(1, store.GetClusterMemberFile("two", out));
     EXPECT_STREQ("/2", out);
 }
 
-TEST_F(ClusterTest, MemberFileMissing_PathIsEmpty) {
+TEST_F(ClusterTest, MemberFileIsMissing_PathIsEmpty) {
     Write(Clusters({{"one", "-", "-", "-"}}));
     char out[1024] = "overwritten";
     EXPECT_EQ(1, store.GetClusterMemberFile("one", out));
     EXPECT_STREQ("", out);
 }
 
-TEST_F(ClusterTest, MemberFile_PathAndNameAreCutTo1023Characters) {
+TEST_F(ClusterTest, PathAndNameOfAMemberFile_AreCutTo1023Characters) {
     const std::string text = std::string(1022, 't') + "abc";
     for (const size_t length : {1023U, 1024U, 1025U}) {
         Write(Clusters({{text.substr(0, length), text.substr(0, length), "-", "-"}}));
@@ -139,7 +139,7 @@ TEST_F(ClusterTest, ListOfClustersIsEmpty_ResultSaysWhy) {
     EXPECT_EQ(0, count);
 }
 
-TEST_F(ClusterTest, ListOfClusters_NamesAreCutTo49Characters) {
+TEST_F(ClusterTest, ListOfClusters_CutsNamesTo49Characters) {
     const std::string name = std::string(48, 'n') + "abc";
     for (const size_t length : {49U, 50U, 51U}) {
         Write(Clusters({{name.substr(0, length), "-", "-", "-"}}));
@@ -160,7 +160,7 @@ const std::vector<Cluster> kTimes = {{"one", "-", "1000", "60"},     {"", "-", "
                                      {"three", "-", "##", "##none"}, {"four", "-", "-", "-"},
                                      {"five", "-", "12345", "#"},    {"six", "-", "", "123456"}};
 
-TEST_F(ClusterTest, PrintsTheReceiveTimeoutOfACluster) {
+TEST_F(ClusterTest, ReceiveTimeoutOfACluster_IsPrinted) {
     Write(Clusters(kTimes));
     EXPECT_EQ("Cluster name:one. \tReceive Timeout:1000.\n", PrintedTimeout(1, "one"));
     EXPECT_EQ("Cluster name:three. \tReceive Timeout:None Set.\n", PrintedTimeout(1, "three"));
@@ -169,7 +169,7 @@ TEST_F(ClusterTest, PrintsTheReceiveTimeoutOfACluster) {
     EXPECT_EQ("Cluster name:six. \tReceive Timeout:.\n", PrintedTimeout(1, "six"));
 }
 
-TEST_F(ClusterTest, PrintsTheRecoveryIntervalOfACluster) {
+TEST_F(ClusterTest, RecoveryIntervalOfACluster_IsPrinted) {
     Write(Clusters(kTimes));
     EXPECT_EQ("Cluster name:one. \tRecovery Interval:60.\n", PrintedInterval(1, "one"));
     EXPECT_EQ("Cluster name:three. \tRecovery Interval:None Set.\n", PrintedInterval(1, "three"));
@@ -178,7 +178,7 @@ TEST_F(ClusterTest, PrintsTheRecoveryIntervalOfACluster) {
     EXPECT_EQ("Cluster name:six. \tRecovery Interval:1234.\n", PrintedInterval(1, "six"));
 }
 
-TEST_F(ClusterTest, PrintsThatAClusterIsNotFound) {
+TEST_F(ClusterTest, UnknownCluster_IsPrintedAsNotFound) {
     Write(Clusters(kTimes));
     for (const char* name : {"two", "on", "onee", "ALLCLUSTERTIMEOUT", ""}) {
         EXPECT_EQ("Cluster entry not found.\n", PrintedTimeout(-1, name));
@@ -188,7 +188,7 @@ TEST_F(ClusterTest, PrintsThatAClusterIsNotFound) {
     }
 }
 
-TEST_F(ClusterTest, PrintsAllReceiveTimeouts) {
+TEST_F(ClusterTest, AllReceiveTimeouts_ArePrinted) {
     Write(Clusters(kTimes));
     const char kAll[] =
         "Printing all cluster receive timeouts:\n"
@@ -202,7 +202,7 @@ TEST_F(ClusterTest, PrintsAllReceiveTimeouts) {
     EXPECT_EQ(kAll, PrintedTimeout(1, "ALLCLUSTERTIMEOUTSandmore"));
 }
 
-TEST_F(ClusterTest, PrintsAllRecoveryIntervals) {
+TEST_F(ClusterTest, AllRecoveryIntervals_ArePrinted) {
     Write(Clusters(kTimes));
     const char kAll[] =
         "Printing all cluster recovery intervals:\n"
@@ -216,7 +216,7 @@ TEST_F(ClusterTest, PrintsAllRecoveryIntervals) {
     EXPECT_EQ(kAll, PrintedInterval(1, "ALLCLUSTERINTERVALS!"));
 }
 
-TEST_F(ClusterTest, NoClusters_OnlyATitleIsPrinted) {
+TEST_F(ClusterTest, ClustersAreMissing_OnlyATitleIsPrinted) {
     Write("A = {\n}\n");
     EXPECT_EQ("Printing all cluster receive timeouts:\n========================================\n",
               PrintedTimeout(1, "ALLCLUSTERTIMEOUTS"));
@@ -247,7 +247,7 @@ TEST_F(ClusterTest, SetTimes_WritesThemToTheClustersSection) {
         Text());
 }
 
-TEST_F(ClusterTest, SetTimesOfAnUnknownCluster_FailsAndWritesNothing) {
+TEST_F(ClusterTest, TimesOfAnUnknownClusterAreSet_EditFailsAndWritesNothing) {
     const std::string text = Clusters({{"one", "-", "1", "2"}});
     Write(text);
     EXPECT_EQ("Cluster entry not found.\n",
@@ -260,20 +260,20 @@ TEST_F(ClusterTest, SetTimesOfAnUnknownCluster_FailsAndWritesNothing) {
 // --- Adding and deleting
 // -------------------------------------------------------------------------------------
 
-TEST_F(ClusterTest, AddsAClusterAtTheFirstMissingNumber) {
+TEST_F(ClusterTest, AddCluster_TakesTheFirstMissingNumber) {
     const std::string text = Clusters({{"one", "/1", "-", "-"}});
     Write(text);
     EXPECT_EQ(1, store.SetOrmaNetClusterName("two", "/2"));
     EXPECT_EQ(text + "Cluster02 = {\n   ClusterMemberFile = /2;\n   ClusterName = two;\n}\n", Text());
 }
 
-TEST_F(ClusterTest, AddsAClusterInTheFirstEmptyPlace) {
+TEST_F(ClusterTest, AddCluster_TakesTheFirstEmptyPlace) {
     Write(Clusters({{"one", "/1", "-", "-"}, {"", "", "9", "-"}, {"", "", "-", "-"}}));
     EXPECT_EQ(1, store.SetOrmaNetClusterName("two", "/2"));
     EXPECT_EQ(Clusters({{"one", "/1", "-", "-"}, {"two", "/2", "9", "-"}, {"", "", "-", "-"}}), Text());
 }
 
-TEST_F(ClusterTest, AddsAClusterWithoutAMemberFile) {
+TEST_F(ClusterTest, AddCluster_NeedsNoMemberFile) {
     for (const char* none : {"", static_cast<const char*>(nullptr)}) {
         Write("A = {\n}\n");
         EXPECT_EQ(1, store.SetOrmaNetClusterName("one", none));
@@ -281,7 +281,7 @@ TEST_F(ClusterTest, AddsAClusterWithoutAMemberFile) {
     }
 }
 
-TEST_F(ClusterTest, DoesNotAddAKnownCluster) {
+TEST_F(ClusterTest, KnownCluster_IsNotAdded) {
     const std::string text = Clusters({{"", "-", "-", "-"}, {"two", "/2", "-", "-"}});
     Write(text);
     EXPECT_EQ(2, store.SetOrmaNetClusterName("two", "/3"));
@@ -351,7 +351,7 @@ TEST_F(DeleteClusterTest, MemberFileIsNotConfigured_DeleteCallsItMissing) {
     EXPECT_EQ("", Lookup("Cluster02", "ClusterMemberFile"));
 }
 
-TEST_F(DeleteClusterTest, DeleteUnknownCluster_ChangesNothing) {
+TEST_F(DeleteClusterTest, DeletingAnUnknownCluster_ChangesNothing) {
     WriteClusters({{"one", "one.members", "-", "-"}});
     const std::string text = Text();
     EXPECT_EQ("The requested cluster: two doesn't exist in the Velmora-INC configuration file.\n",
@@ -388,7 +388,7 @@ TEST_F(DeleteClusterTest, PathOfMemberFileIsLong_DeleteReads79Characters) {
     }
 }
 
-TEST_F(DeleteClusterTest, DeleteClusterOf40Characters_ChangesNothing) {
+TEST_F(DeleteClusterTest, NameOfAClusterHas40Characters_DeleteChangesNothing) {
     const std::string name(40, 'n');
     WriteClusters({{name, "one.members", "-", "-"}});
     EXPECT_EQ("The requested cluster: " + name + " doesn't exist in the Velmora-INC configuration file.\n",
@@ -399,7 +399,7 @@ TEST_F(DeleteClusterTest, DeleteClusterOf40Characters_ChangesNothing) {
 }
 
 // A value of the configuration must never run as a command, and is neither an option nor several files.
-TEST_F(DeleteClusterTest, DeleteClusterWithHostileName_TakesItForAFileNameOnly) {
+TEST_F(DeleteClusterTest, ClusterHasAHostileName_DeleteTakesItForAFileNameOnly) {
     Create("keep");
     for (const char* name : {"a b",         "a'b",          "'",
                              "''",          "a\"b",         "$(touch ran)",

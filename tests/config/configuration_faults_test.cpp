@@ -109,7 +109,7 @@ protected:
         "   VirtualToken01Label = one;\n}\n";
 };
 
-TEST_F(FaultsTest, WithoutMemoryForTheTextNothingIsFound) {
+TEST_F(FaultsTest, MemoryForTheTextIsMissing_NothingIsFound) {
     faults.arraysUntilFailure = 0;
     EXPECT_EQ("(none)", Lookup("Misc", "Key"));
     char* contents = nullptr;
@@ -121,12 +121,12 @@ TEST_F(FaultsTest, WithoutMemoryForTheTextNothingIsFound) {
     ExpectEveryEditFailsAndNothingChanges();
 }
 
-TEST_F(FaultsTest, WithoutMemoryForTheNewTextTheFileIsUntouched) {
+TEST_F(FaultsTest, MemoryForTheNewTextIsMissing_FileIsUntouched) {
     faults.allocationsUntilFailure = 0;
     ExpectEveryEditFailsAndNothingChanges();
 }
 
-TEST_F(FaultsTest, WithoutMemoryInTheMiddleOfTheNewTextTheFileIsUntouched) {
+TEST_F(FaultsTest, MemoryEndsInTheMiddleOfTheNewText_FileIsUntouched) {
     std::string text(kText);
     for (int i = 0; i < 1000; ++i) text += "# some line or other\n";
     Write(text);
@@ -141,7 +141,7 @@ TEST_F(FaultsTest, WithoutMemoryInTheMiddleOfTheNewTextTheFileIsUntouched) {
     }
 }
 
-TEST_F(FaultsTest, WithoutMemoryForTheTokensThatStayTheFileIsUntouched) {
+TEST_F(FaultsTest, MemoryForTheTokensThatStayIsMissing_FileIsUntouched) {
     for (int countdown = 0; countdown < 2; ++countdown) {
         faults.allocationsUntilFailure = countdown;
         EXPECT_EQ(0, store.DeleteVirtualToken(1, false));
@@ -156,7 +156,7 @@ TEST_F(FaultsTest, StatusOfFileFails_NothingIsFound) {
     ExpectEveryEditFailsAndNothingChanges();
 }
 
-TEST_F(FaultsTest, FailedReadGivesAnEmptyText) {
+TEST_F(FaultsTest, ReadFails_TextIsEmpty) {
     faults.readLimit = -2;
     ckscribe::FileText file;
     EXPECT_TRUE(file.Read(path.c_str()));

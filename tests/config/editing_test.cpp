@@ -36,7 +36,7 @@ std::string CaseName(const testing::TestParamInfo<EditCase>& info) { return info
 
 class SetTest : public EditTest {};
 
-TEST_P(SetTest, SetKeyInMisc_FileIsAsExpected) {
+TEST_P(SetTest, KeyInMiscIsSet_FileIsAsExpected) {
     ExpectEdit([](Store& store) { return store.SetConfigurationInfo("Misc", "Key", "new"); });
 }
 
@@ -162,7 +162,7 @@ TEST_F(SetLimitTest, SetKey_PercentSignsAreOrdinaryCharacters) {
 
 class ClearKeyTest : public EditTest {};
 
-TEST_P(ClearKeyTest, ClearKeyOfMisc_FileIsAsExpected) {
+TEST_P(ClearKeyTest, KeyOfMiscIsCleared_FileIsAsExpected) {
     ExpectEdit([](Store& store) { return store.ClearConfigurationInfo("Misc", "Key"); });
 }
 
@@ -196,7 +196,7 @@ TEST_F(ConfigurationTest, ClearEntryOfANumberedKey_ClearsLongerKeysToo) {
 
 class ClearSectionTest : public EditTest {};
 
-TEST_P(ClearSectionTest, ClearSectionMisc_FileIsAsExpected) {
+TEST_P(ClearSectionTest, SectionMiscIsCleared_FileIsAsExpected) {
     ExpectEdit([](Store& store) { return store.ClearConfigurationInfo("Misc"); });
 }
 
@@ -219,7 +219,7 @@ INSTANTIATE_TEST_SUITE_P(, ClearSectionTest, testing::ValuesIn(kSectionClears), 
 
 class ReplaceTest : public EditTest {};
 
-TEST_P(ReplaceTest, ReplaceSectionMisc_FileIsAsExpected) {
+TEST_P(ReplaceTest, SectionMiscIsReplaced_FileIsAsExpected) {
     ExpectEdit(
         [](Store& store) { return store.ReplaceConfigurationInfo("Misc", "   A = 1;\n   B = 2;", 0); });
 }
@@ -356,7 +356,7 @@ TEST_P(AnyEditTest, FileIsALink_EditKeepsTheLink) {
 INSTANTIATE_TEST_SUITE_P(, AnyEditTest, testing::ValuesIn(kEdits),
                          [](const auto& info) { return info.param.name; });
 
-TEST_F(ConfigurationTest, NullArguments_EditFailsAndFileIsUntouched) {
+TEST_F(ConfigurationTest, ArgumentsAreNull_EditFailsAndFileIsUntouched) {
     const std::string text = "Misc = {\n   Key = old;\n}";
     Write(text);
     EXPECT_EQ(0, store.SetConfigurationInfo(nullptr, "Key", "V"));

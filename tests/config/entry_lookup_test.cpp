@@ -16,7 +16,7 @@ struct LookupCase {
 
 class EntryLookupTest : public testing::TestWithParam<LookupCase> {};
 
-TEST_P(EntryLookupTest, KeyInMisc_ValueIsAsExpected) {
+TEST_P(EntryLookupTest, KeyStandsInMisc_ValueIsAsExpected) {
     std::string text = GetParam().text;
     const char* value = ckscribe::FindEntryValue(text.data(), "Misc", "Key");
     EXPECT_EQ(GetParam().value, value == nullptr ? "(none)" : value);

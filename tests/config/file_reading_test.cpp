@@ -30,14 +30,14 @@ protected:
     }
 };
 
-TEST_F(FileReadingTest, ReadsTheWholeFile) {
+TEST_F(FileReadingTest, FileIsRead_TextIsWhole) {
     Write("first\nsecond");
     EXPECT_EQ("first\nsecond", Contents(12));
     Write("x");
     EXPECT_EQ("x", Contents(1));
 }
 
-TEST_F(FileReadingTest, ReadsBytesOfEveryValue) {
+TEST_F(FileReadingTest, FileHoldsBytesOfEveryValue_AllAreRead) {
     std::string bytes;
     for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
     Write(bytes);
@@ -49,7 +49,7 @@ TEST_F(FileReadingTest, ReadsBytesOfEveryValue) {
     EXPECT_EQ(bytes + '\0', std::string(contents, 257));
 }
 
-TEST_F(FileReadingTest, NullArgumentsFail) {
+TEST_F(FileReadingTest, ArgumentsAreNull_ReadingFails) {
     Write("x");
     char* contents = nullptr;
     unsigned long size = 0;
@@ -59,9 +59,9 @@ TEST_F(FileReadingTest, NullArgumentsFail) {
     EXPECT_EQ(nullptr, contents);
 }
 
-TEST_F(FileReadingTest, MissingFileFails) { EXPECT_EQ("(failed)", Contents(0)); }
+TEST_F(FileReadingTest, FileIsMissing_ReadingFails) { EXPECT_EQ("(failed)", Contents(0)); }
 
-TEST_F(FileReadingTest, EmptyFileFails) {
+TEST_F(FileReadingTest, FileIsEmpty_ReadingFails) {
     Write("");
     EXPECT_EQ("(failed)", Contents(0));
     EXPECT_EQ("(none)", Lookup("Misc", "Key"));
@@ -107,7 +107,7 @@ TEST_F(FileReadingTest, HugeFileIsReadInPart) {
     EXPECT_EQ((8L << 30) + 9, status.st_size);
 }
 
-TEST_F(FileReadingTest, FileLargerThanMemoryFails) {
+TEST_F(FileReadingTest, FileIsLargerThanMemory_ReadingFails) {
     Write("x");
     constexpr long kSize = 1L << 43;
     ASSERT_EQ(0, truncate(path.c_str(), kSize)) << "the file system has no files of 8 TiB";
@@ -196,7 +196,7 @@ TEST_F(FileReadingTest, BufferOfNoCharactersStaysAsItIs) {
     EXPECT_STREQ("x", value);
 }
 
-TEST_F(FileReadingTest, NullArgumentsOfALookupFindNothing) {
+TEST_F(FileReadingTest, ArgumentsOfALookupAreNull_NothingIsFound) {
     Write(OneEntry("Misc", "Key", "V"));
     char value[] = "untouched";
     EXPECT_EQ(0, store.GetConfigurationEntry(nullptr, "Key", value, sizeof value));

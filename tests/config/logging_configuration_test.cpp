@@ -160,7 +160,7 @@ TEST_F(MaskOfUnreadableFile, FileComesBack_ItsMaskCounts) {
     EXPECT_EQ(IsLoggedAfterALook(DIGEST_FUNC), 1) << "the file is there and lacks the key";
 }
 
-TEST_F(MaskOfUnreadableFile, NoMaskReadBefore_EveryClassIsLogged) {
+TEST_F(MaskOfUnreadableFile, MaskWasNotReadBefore_EveryClassIsLogged) {
     RemoveFile();
     EXPECT_EQ(IsLoggedAfterALook(DIGEST_FUNC), 1);
 }
@@ -172,7 +172,7 @@ TEST_F(MaskOfUnreadableFile, GetLoggingMask_MeansEveryClass) {
     EXPECT_EQ(settings.DoWeLogThis(DIGEST_FUNC), 1);
 }
 
-TEST_F(MaskOfUnreadableFile, OtherKindOfStore_EveryClassIsLogged) {
+TEST_F(MaskOfUnreadableFile, StoreIsOfAnotherKind_EveryClassIsLogged) {
     EXPECT_EQ(MaskOf("SESSION_FUNC"), 0x400U);
     CkLogConfig::SetLibraryType(1);
     EXPECT_EQ(IsLoggedAfterALook(DIGEST_FUNC), 1);
@@ -355,7 +355,7 @@ TEST_F(LoggingConfigurationTest, AnnounceKey_OnlyAPlainZeroSwitchesItOff) {
 
 using FileModeTest = LoggingConfigurationTest;
 
-TEST_F(FileModeTest, KeyAbsent_NoPermissionsAndNothingRejected) {
+TEST_F(FileModeTest, KeyIsAbsent_NoPermissionsAreGivenAndNothingIsRejected) {
     const ckscribe::FileModeSetting mode = settings.FileMode();
     EXPECT_EQ(mode.permissions, std::nullopt);
     EXPECT_FALSE(mode.isRejected);
@@ -374,7 +374,7 @@ TEST_F(FileModeTest, OctalNumberUpTo0777_IsTaken) {
     }
 }
 
-TEST_F(FileModeTest, AnythingElse_IsRejectedAndKeptAsItStands) {
+TEST_F(FileModeTest, OtherText_IsRejectedAndKeptAsItStands) {
     for (const char* value : {"", "0800", "rw-------", "01000", "1777", "0600x", "-600", "+600", "0x180",
                               "0o600", "6 00", "40000000600", "\"0600\""}) {
         file.Write("FileMode = " + std::string(value) + ";\n");
@@ -385,7 +385,7 @@ TEST_F(FileModeTest, AnythingElse_IsRejectedAndKeptAsItStands) {
     }
 }
 
-TEST_F(FileModeTest, ValueIsTooLongToBeReadWhole_IsRejected) {
+TEST_F(FileModeTest, ValueIsTooLongToBeReadWhole_ValueIsRejected) {
     file.Write("FileMode = " + std::string(300, '0') + ";\n");
     const ckscribe::FileModeSetting mode = settings.FileMode();
     EXPECT_EQ(mode.permissions, std::nullopt);

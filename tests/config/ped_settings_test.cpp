@@ -68,7 +68,7 @@ TEST_F(PedSettingsTest, PEDTimeout_Reads199CharactersOfEachNumber) {
     EXPECT_EQ(0UL, t[3]);
 }
 
-TEST_F(PedSettingsTest, PEDTimeoutWithANullPointer_FailsAndStoresNothing) {
+TEST_F(PedSettingsTest, PEDTimeoutIsGivenANullPointer_ReadingFailsAndStoresNothing) {
     Write(OneEntry("Orma", "PEDTimeout1", "5"));
     unsigned long t = 4711;
     EXPECT_EQ(1, store.PEDTimeout(nullptr, &t, &t, &t));
@@ -108,7 +108,7 @@ TEST_F(PedSettingsTest, PEDId_IsTheDefaultIdentifier) {
     }
 }
 
-TEST_F(PedSettingsTest, PEDIdWithoutPlaceOrKey_Fails) {
+TEST_F(PedSettingsTest, PEDIdHasNoPlaceOrKey_ReadingFails) {
     WriteId("5");
     EXPECT_EQ(1, store.PEDId(nullptr));
     Write(OneEntry("Orma", "Unknown", "5"));

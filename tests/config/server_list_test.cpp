@@ -71,7 +71,7 @@ TEST_F(ServerListTest, ListOfServers_CountsEmptyNames) {
     EXPECT_EQ(2, count);
 }
 
-TEST_F(ServerListTest, ListOfServers_NamesAreCutTo49Characters) {
+TEST_F(ServerListTest, ListOfServers_CutsNamesTo49Characters) {
     std::string name(48, 'n');
     name += "abc";  // not in one expression: g++ 12 then warns of bounds that are kept
     for (const size_t length : {49U, 50U, 51U}) {
@@ -86,7 +86,7 @@ TEST_F(ServerListTest, ListOfServers_NamesAreCutTo49Characters) {
     }
 }
 
-TEST_F(ServerListTest, AddsANameAtTheFirstMissingIndex) {
+TEST_F(ServerListTest, AddName_TakesTheFirstMissingIndex) {
     Write(kClientList);
     EXPECT_EQ(1, store.SetOrmaNetServerName("gamma", false));
     EXPECT_EQ(Replaced(kClientList, "   ServerName03 = delta;\n}\n",
@@ -96,14 +96,14 @@ TEST_F(ServerListTest, AddsANameAtTheFirstMissingIndex) {
     EXPECT_EQ("next", Lookup("OrmaSA Server", "ServerName01"));
 }
 
-TEST_F(ServerListTest, AddsANameInTheFirstEmptyPlace) {
+TEST_F(ServerListTest, AddName_TakesTheFirstEmptyPlace) {
     Write("OrmaSA Client = {\n   ServerName00 = a;\n   ServerName01 = ;\n   ServerName02 = ;\n}\n");
     EXPECT_EQ(1, store.SetOrmaNetServerName("b", false));
     EXPECT_EQ("OrmaSA Client = {\n   ServerName00 = a;\n   ServerName01 = b;\n   ServerName02 = ;\n}\n",
               Text());
 }
 
-TEST_F(ServerListTest, AddsTheFirstName) {
+TEST_F(ServerListTest, ListOfServersIsEmpty_FirstNameIsAdded) {
     Write("A = {\n}\n");
     EXPECT_EQ(1, store.SetOrmaNetServerName("a", true));
     EXPECT_EQ("A = {\n}\nOrmaSA Server = {\n   ServerName00 = a;\n}", Text());
@@ -126,7 +126,7 @@ TEST_F(ServerListTest, AddNameOf50Characters_IsNeverTakenForKnown) {
     EXPECT_EQ(-1, store.ReplaceOrmaNetServerName(name.c_str(), "b", 0, false));
 }
 
-TEST_F(ServerListTest, RenamesAServerWhateverItsIndex) {
+TEST_F(ServerListTest, RenameServer_WorksForEveryIndex) {
     for (const int index : {0, 1, 5, -1}) {
         Write(kClientList);
         EXPECT_EQ(1, store.ReplaceOrmaNetServerName("beta", "gamma", index, false));
@@ -206,7 +206,7 @@ TEST_F(ServerListTest, DeleteUnknownServer_FailsAndWritesNothing) {
     EXPECT_EQ(kClientList, Text());
 }
 
-TEST_F(ServerListTest, AddsAPortAtTheFirstMissingIndex) {
+TEST_F(ServerListTest, AddPort_TakesTheFirstMissingIndex) {
     const int port = 1794;
     Write(kClientList);
     EXPECT_EQ(1, store.SetServerPort(&port, false));
@@ -215,7 +215,7 @@ TEST_F(ServerListTest, AddsAPortAtTheFirstMissingIndex) {
               Text());
 }
 
-TEST_F(ServerListTest, AddsAPortInTheFirstEmptyPlaceWhetherItIsKnownOrNot) {
+TEST_F(ServerListTest, AddPort_TakesTheFirstEmptyPlaceForAKnownPortToo) {
     const int port = 1792;
     Write("OrmaSA Server = {\n   ServerPort00 = 1792;\n   ServerPort01 = ;\n   ServerPort02 = ;\n}\n");
     EXPECT_EQ(1, store.SetServerPort(&port, true));
@@ -223,13 +223,13 @@ TEST_F(ServerListTest, AddsAPortInTheFirstEmptyPlaceWhetherItIsKnownOrNot) {
               Text());
 }
 
-TEST_F(ServerListTest, SetsThePortOfAnIndex) {
+TEST_F(ServerListTest, SetPort_WritesThePortOfItsIndex) {
     Write(kClientList);
     EXPECT_EQ(1, store.SetOrmaNetServerPort(1, 65535));
     EXPECT_EQ(Replaced(kClientList, "ServerPort01 = 1793;", "ServerPort01 = 65535;"), Text());
 }
 
-TEST_F(ServerListTest, SetsWhetherAnHtlIsRequired) {
+TEST_F(ServerListTest, SetHtlRequired_WritesItsEntry) {
     Write(kClientList);
     EXPECT_EQ(1, store.SetServerHtlRequired(1, false, 1));
     EXPECT_EQ(Replaced(kClientList, "ServerHtl01 = 0;", "ServerHtl01 = 1;"), Text());
@@ -240,7 +240,7 @@ TEST_F(ServerListTest, SetsWhetherAnHtlIsRequired) {
     EXPECT_EQ(Replaced(kClientList, "ServerHtl00 = 1;", "ServerHtl00 = 0;"), Text());
 }
 
-TEST_F(ServerListTest, SetsWhetherAnHtlIsRequiredAtTheFirstFreeIndex) {
+TEST_F(ServerListTest, SetHtlRequired_TakesTheFirstFreeIndex) {
     Write(kClientList);
     EXPECT_EQ(1, store.SetServerHtlRequired(1, false, -1));
     EXPECT_EQ(Replaced(kClientList, "   ServerName03 = delta;\n}\n",

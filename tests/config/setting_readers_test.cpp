@@ -178,19 +178,19 @@ protected:
     }
 };
 
-TEST_P(ServerNumberTest, KeyInBothSections_ServerSectionCounts) {
+TEST_P(ServerNumberTest, KeyStandsInBothSections_ServerSectionCounts) {
     const char* key = GetParam().key;
     EXPECT_EQ(5, Read(OneEntry("OrmaSA Server", key, "4") + OneEntry("Net2", key, "5")));
     EXPECT_EQ(GetParam().missing, Read(OneEntry("OrmaSA Server", key, "4") + OneEntry("Net2", key, "x")))
         << "what is no number counts as 0, not as missing";
 }
 
-TEST_P(ServerNumberTest, KeyOnlyInOrmaSAServer_ItCounts) {
+TEST_P(ServerNumberTest, KeyStandsOnlyInOrmaSAServer_ItCounts) {
     EXPECT_EQ(4, Read(OneEntry("OrmaSA Server", GetParam().key, "4") + OneEntry("Net2", "Unknown", "5")));
     EXPECT_EQ(4, Read(OneEntry("OrmaSA Server", GetParam().key, "4")));
 }
 
-TEST_P(ServerNumberTest, KeyInNeitherSection_ResultIsTheDefault) {
+TEST_P(ServerNumberTest, KeyStandsInNeitherSection_ResultIsTheDefault) {
     EXPECT_EQ(GetParam().missing,
               Read(AmongOthers("Net2", "Unknown", "4") + OneEntry("Decoy", GetParam().key, "5")));
 }
@@ -390,7 +390,7 @@ TEST_P(ScannedTest, ValueIsLong_31CharactersAreRead) {
     Expect(1, 1, Entry(Zeros(30) + "123"));
 }
 
-TEST_P(ScannedTest, KeyOnlyInOrmaSAServer_OnlyServersSettingsFallBack) {
+TEST_P(ScannedTest, KeyStandsOnlyInOrmaSAServer_OnlyServersSettingsFallBack) {
     Store::SetServerSection("Net2");
     const char* key = GetParam().key;
     const std::string original = OneEntry(GetParam().section, key, "4");

@@ -27,13 +27,13 @@ TEST_F(VirtualTokenTest, AddMemberOfAProxyToken_AppendsItToTheList) {
     EXPECT_EQ(Token("VirtualToken", "1") + Token("VirtualProxyToken", "2,3"), Text());
 }
 
-TEST_F(VirtualTokenTest, AddsAMemberAfterAnEmptyListWithAComma) {
+TEST_F(VirtualTokenTest, AddMember_WritesACommaAfterAnEmptyList) {
     Write(Token("VirtualToken", ""));
     EXPECT_EQ(1, store.AddVirtualTokenMember(1, "111", false));
     ExpectMembers(",111");
 }
 
-TEST_F(VirtualTokenTest, AddsNoMemberWithoutALabel) {
+TEST_F(VirtualTokenTest, LabelIsMissing_NoMemberIsAdded) {
     const std::string text =
         "VirtualToken = {\n   VirtualToken02Label = two;\n   VirtualToken01Members = 1;\n}\n";
     Write(text);
@@ -53,7 +53,7 @@ TEST_F(VirtualTokenTest, AddMember_SucceedsWhileTheLineHasRoom) {
     EXPECT_EQ("VirtualToken = {\n   VirtualToken01Label = one;\n}\n", Text()) << "the line is left out";
 }
 
-TEST_F(VirtualTokenTest, AddsNoMemberBeyond840Characters) {
+TEST_F(VirtualTokenTest, LineWouldExceed840Characters_NoMemberIsAdded) {
     const std::string list(800, '1');
     Write(Token("VirtualToken", list));
     EXPECT_EQ(0, store.AddVirtualTokenMember(1, std::string(41, '2').c_str(), false));
@@ -99,7 +99,7 @@ TEST_F(VirtualTokenTest, RemoveMemberOfAProxyToken_TakesItOffTheList) {
     EXPECT_EQ(Token("VirtualToken", "1,2") + Token("VirtualProxyToken", "2"), Text());
 }
 
-TEST_F(VirtualTokenTest, RemovesNoMemberOfAListThatIsEmptyOrMissing) {
+TEST_F(VirtualTokenTest, ListIsEmptyOrMissing_NoMemberIsRemoved) {
     for (const std::string& text : {Token("VirtualToken", ""), Token("VirtualProxyToken", "111")}) {
         Write(text);
         EXPECT_EQ(0, store.RemoveVirtualTokenMember(1, "111", false));

@@ -242,7 +242,7 @@ TEST_F(CryptokiBridgeTest, InitializeStubsIsCalled_EveryFunctionIsTheStub) {
     ExpectOnlyStubs(bridge);
 }
 
-TEST_F(CryptokiBridgeTest, SlotIsGivenNull_KeepsItsAddress) {
+TEST_F(CryptokiBridgeTest, SlotIsGivenNull_SlotKeepsItsAddress) {
     int mark;
     CryptokiBridge::Slot slot{&mark};
     EXPECT_EQ(CryptokiBridge::SetFunctionPointer(&slot, nullptr), 0);
@@ -251,7 +251,7 @@ TEST_F(CryptokiBridgeTest, SlotIsGivenNull_KeepsItsAddress) {
     EXPECT_EQ(slot.load(), &slot);
 }
 
-TEST_F(CryptokiBridgeTest, SymbolIsMissing_IsAnnouncedUnlessSilent) {
+TEST_F(CryptokiBridgeTest, SymbolIsMissing_ItIsAnnouncedUnlessSilent) {
     void* const handle = dlopen(TARGET_COMPLETE, RTLD_NOW);
     testing::internal::CaptureStdout();
     EXPECT_EQ(CryptokiBridge::GetSymbolAddressSilent(handle, "C_Sign", 0), dlsym(handle, "C_Sign"));
@@ -596,8 +596,12 @@ TEST_F(WendrafilLibraryTest, DisconnectIsCalled_BalancingIsEnabledAgain) {
     EXPECT_STREQ(CryptokiBridge::WendrafilLibrary(), "/opt/liblblib2.so");
 }
 
-TEST(ShimLibrary, HasItsName) { EXPECT_STREQ(CryptokiBridge::shimLibrary(), "ormaShim.so"); }
+TEST(ShimLibrary, NameIsAskedFor_ItIsThatOfTheShim) {
+    EXPECT_STREQ(CryptokiBridge::shimLibrary(), "ormaShim.so");
+}
 
-TEST(ProcessBridge, IsThereFromTheBeginning) { EXPECT_STREQ(bridge.Error(), "Not yet connected."); }
+TEST(ProcessBridge, ProcessStarts_BridgeIsThereAndNotConnected) {
+    EXPECT_STREQ(bridge.Error(), "Not yet connected.");
+}
 
 }  // namespace

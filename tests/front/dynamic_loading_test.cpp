@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(DynamicLoading, LibraryExists_IsLoadedAndUnloaded) {
+TEST_F(DynamicLoading, LibraryExists_ItIsLoadedAndUnloaded) {
     void* handle = nullptr;
     ASSERT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, &handle), 1);
     ASSERT_NE(handle, nullptr);
@@ -41,7 +41,7 @@ TEST_F(DynamicLoading, LibraryIsMissing_HandleIsUntouched) {
     EXPECT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, nullptr), 0);
 }
 
-TEST_F(DynamicLoading, FunctionExists_IsFoundByItsName) {
+TEST_F(DynamicLoading, FunctionExists_ItIsFoundByItsName) {
     void* handle = nullptr;
     ASSERT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, &handle), 1);
     testing::internal::CaptureStdout();
@@ -52,7 +52,7 @@ TEST_F(DynamicLoading, FunctionExists_IsFoundByItsName) {
     UnloadDynamicLibrary(handle);
 }
 
-TEST_F(DynamicLoading, FunctionIsMissing_IsAnnouncedUnlessSilent) {
+TEST_F(DynamicLoading, FunctionIsMissing_ItIsAnnouncedUnlessSilent) {
     void* handle = nullptr;
     ASSERT_EQ(LoadDynamicLibrary(TARGET_COMPLETE, &handle), 1);
     int mark;
@@ -110,7 +110,7 @@ TEST_F(DynamicLoading, BufferIsTooSmall_TextIsCutAndLengthCountsTheTerminator) {
     }
 }
 
-TEST_F(DynamicLoading, BufferHasNoRoomAtAll_IsUntouched) {
+TEST_F(DynamicLoading, BufferHasNoRoomAtAll_BufferIsUntouched) {
     char buffer[] = "#";
     std::size_t length = 5;
     EXPECT_EQ(RetrieveLastErrorString(buffer, 0, &length), 1);

@@ -48,7 +48,7 @@ protected:
 
 using AppendFileDeathTest = AppendFileTest;
 
-TEST_F(AppendFileTest, CreatesTheFileAndAppendsAtOnce) {
+TEST_F(AppendFileTest, FileIsMissing_OpenCreatesItAndAppendsAtOnce) {
     ASSERT_TRUE(file.Open(path.c_str()));
     EXPECT_TRUE(file.IsOpen());
     EXPECT_EQ(Contents(path), "");
@@ -68,7 +68,7 @@ TEST_F(AppendFileTest, FileExists_TextIsAppendedToIt) {
     }
 }
 
-TEST_F(AppendFileTest, SeveralWritersOfOneFile_TextsStandInTheOrderOfTheWrites) {
+TEST_F(AppendFileTest, SeveralWritersShareAFile_TextsStandInTheOrderOfTheWrites) {
     AppendFile other;
     ASSERT_TRUE(file.Open(path.c_str()));
     ASSERT_TRUE(other.Open(path.c_str()));
@@ -87,7 +87,7 @@ TEST_F(AppendFileTest, NewFile_HasThePermissionsThatTheUmaskLeaves) {
     EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
-TEST_F(AppendFileTest, PermissionsGiven_FileHasThemAlsoWhenItIsOpenedAgain) {
+TEST_F(AppendFileTest, PermissionsAreGiven_FileHasThemAlsoWhenItIsOpenedAgain) {
     const auto permissions = [&] {
         struct stat status = {};
         EXPECT_EQ(stat(path.c_str(), &status), 0);
@@ -125,13 +125,13 @@ protected:
     }
 };
 
-TEST_F(LostFile, NothingHappened_IsNotLost) {
+TEST_F(LostFile, NothingHappened_FileIsNotLost) {
     AppendUntilItIsLookedAt();
     EXPECT_EQ(file.WhyLost(), 0);
     EXPECT_EQ(file.Path(), path);
 }
 
-TEST_F(LostFile, DescriptorIsClosedAndFileCannotBeOpened_SaysWhyUntilItCan) {
+TEST_F(LostFile, DescriptorIsClosedAndFileCannotBeOpened_WhyLostSaysWhyUntilItCan) {
     close(DescriptorOf(path));
     PutDirectoryInItsPlace();
     AppendUntilItIsLookedAt();
@@ -143,7 +143,7 @@ TEST_F(LostFile, DescriptorIsClosedAndFileCannotBeOpened_SaysWhyUntilItCan) {
     EXPECT_TRUE(file.IsOpen());
 }
 
-TEST_F(LostFile, FileIsDeletedAndCannotBeCreated_SaysWhyUntilItCan) {
+TEST_F(LostFile, FileIsDeletedAndCannotBeCreated_WhyLostSaysWhyUntilItCan) {
     PutDirectoryInItsPlace();
     AppendUntilItIsLookedAt();
     EXPECT_EQ(file.WhyLost(), EISDIR);
@@ -153,7 +153,7 @@ TEST_F(LostFile, FileIsDeletedAndCannotBeCreated_SaysWhyUntilItCan) {
     EXPECT_NE(Contents(path), "");
 }
 
-TEST_F(LostFile, FileIsClosed_IsNotLostAnyMore) {
+TEST_F(LostFile, FileIsClosed_FileIsNotLostAnyMore) {
     PutDirectoryInItsPlace();
     AppendUntilItIsLookedAt();
     file.Close();
@@ -161,7 +161,7 @@ TEST_F(LostFile, FileIsClosed_IsNotLostAnyMore) {
     EXPECT_STREQ(file.Path(), "");
 }
 
-TEST_F(LostFile, PathIsTooLongToBeRemembered_DescriptorIsClosed_SaysThatThereIsNone) {
+TEST_F(LostFile, PathIsTooLongToBeRememberedAndDescriptorIsClosed_WhyLostSaysThatThereIsNoFile) {
     const std::string detour = directory.Path() + std::string(600, '/') + std::string(600, '/') + "log";
     ASSERT_TRUE(file.Open(detour.c_str()));
     EXPECT_STREQ(file.Path(), "");

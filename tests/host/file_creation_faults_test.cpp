@@ -64,17 +64,18 @@ protected:
     const std::string path = directory.File("file");
 };
 
-TEST_F(FileCreationFaults, AnotherCreatesTheFileMeanwhile_ItKeepsItsPermissions) {
+TEST_F(FileCreationFaults, AnotherProcessCreatesTheFileMeanwhile_FileKeepsItsPermissions) {
     beforeOpens = {nothing, create};
     EXPECT_EQ(PermissionsAfterOpening(), 0751U);
 }
 
-TEST_F(FileCreationFaults, AnotherCreatesAndRemovesTheFile_ItIsCreatedWithThePermissionsThatAreAskedFor) {
+TEST_F(FileCreationFaults,
+       AnotherProcessCreatesAndRemovesTheFile_FileIsCreatedWithThePermissionsThatAreAskedFor) {
     beforeOpens = {nothing, create, remove};
     EXPECT_EQ(PermissionsAfterOpening(), 0640U);
 }
 
-TEST_F(FileCreationFaults, OthersCreateAndRemoveTheFileAllTheTime_FileOfTheLastKeepsItsPermissions) {
+TEST_F(FileCreationFaults, OtherProcessesCreateAndRemoveTheFileAllTheTime_FileOfTheLastKeepsItsPermissions) {
     beforeOpens = {nothing, create, remove, create};
     EXPECT_EQ(PermissionsAfterOpening(), 0751U);
     RemoveAsAnother();

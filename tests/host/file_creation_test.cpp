@@ -41,11 +41,11 @@ private:
 
 }  // namespace
 
-TEST_F(FileCreation, NoPermissionsGiven_NewFileHas0666LessTheUmask) {
+TEST_F(FileCreation, PermissionsAreNotGiven_NewFileHas0666LessTheUmask) {
     EXPECT_EQ(PermissionsAfterOpening({}), 0640U);
 }
 
-TEST_F(FileCreation, PermissionsGiven_NewFileHasExactlyTheseWhateverTheUmask) {
+TEST_F(FileCreation, PermissionsAreGiven_NewFileHasExactlyTheseWhateverTheUmask) {
     for (const mode_t mask : {0000U, 0027U, 0777U}) {
         umask(mask);
         for (const mode_t permissions : {0600U, 0666U, 0644U, 0777U, 0200U, 0U}) {
@@ -55,7 +55,7 @@ TEST_F(FileCreation, PermissionsGiven_NewFileHasExactlyTheseWhateverTheUmask) {
     }
 }
 
-TEST_F(FileCreation, FileExists_KeepsItsPermissions) {
+TEST_F(FileCreation, FileExists_FileKeepsItsPermissions) {
     for (const NewFilePermissions permissions : {NewFilePermissions(), NewFilePermissions(0600)}) {
         close(open(path.c_str(), O_CREAT | O_WRONLY, 0));
         chmod(path.c_str(), 0751);
@@ -64,14 +64,14 @@ TEST_F(FileCreation, FileExists_KeepsItsPermissions) {
     }
 }
 
-TEST_F(FileCreation, SymbolicLinkToNoFile_FileItNamesIsCreatedWithThePermissions) {
+TEST_F(FileCreation, PathIsASymbolicLinkToNoFile_FileItNamesIsCreatedWithThePermissions) {
     std::filesystem::create_symlink(directory.File("elsewhere"), path);
     EXPECT_EQ(PermissionsAfterOpening(0666), 0666U);
     EXPECT_TRUE(std::filesystem::exists(directory.File("elsewhere")));
     EXPECT_TRUE(std::filesystem::is_symlink(path));
 }
 
-TEST_F(FileCreation, FileCannotBeCreated_SaysWhy) {
+TEST_F(FileCreation, FileCannotBeCreated_ErrnoSaysWhy) {
     errno = 0;
     EXPECT_EQ(OpenOrCreate(directory.File("missing/file").c_str(), O_WRONLY, 0600), -1);
     EXPECT_EQ(errno, ENOENT);

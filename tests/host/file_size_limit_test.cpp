@@ -51,7 +51,7 @@ TEST_F(FileSizeLimit, LimitIsSet_IsFileSizeLimitedSaysSo) {
     EXPECT_TRUE(IsFileSizeLimited());
 }
 
-TEST_F(FileSizeLimit, NoLimit_WholeTextMayBeWritten) { EXPECT_EQ(Within(O_APPEND), "0123456789"); }
+TEST_F(FileSizeLimit, LimitIsNotSet_WholeTextMayBeWritten) { EXPECT_EQ(Within(O_APPEND), "0123456789"); }
 
 TEST_F(FileSizeLimit, DescriptorAppends_RoomCountsFromTheEndOfTheFile) {
     const struct {

@@ -23,7 +23,7 @@ TEST(HostShield, WorkChangesErrno_ErrnoIsAsBeforeAfterwards) {
     EXPECT_EQ(seen, ERANGE);
 }
 
-TEST(HostShield, DuringTheWork_ThreadCannotBeCancelled) {
+TEST(HostShield, WorkGoesOn_ThreadCannotBeCancelled) {
     ASSERT_EQ(CancelState(), PTHREAD_CANCEL_ENABLE);
     int states = 0;
     BehindHostShield([&] {
@@ -36,7 +36,7 @@ TEST(HostShield, DuringTheWork_ThreadCannotBeCancelled) {
     EXPECT_EQ(states, 1);
 }
 
-TEST(HostShield, ThreadCannotBeCancelledBefore_NorCanItAfterwards) {
+TEST(HostShield, ThreadCannotBeCancelledBefore_ItCannotBeCancelledAfterwards) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
     BehindHostShield([] {});
     EXPECT_EQ(CancelState(), PTHREAD_CANCEL_DISABLE);
@@ -57,7 +57,7 @@ void* CancelItself(void*) {
     return nullptr;
 }
 
-TEST(HostShield, CancellationCameBefore_StrikesOnlyAfterTheWork) {
+TEST(HostShield, CancellationCameBefore_ItStrikesOnlyAfterTheWork) {
     pthread_t thread;
     ASSERT_EQ(pthread_create(&thread, nullptr, CancelItself, nullptr), 0);
     void* result = nullptr;

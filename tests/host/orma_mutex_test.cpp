@@ -49,7 +49,7 @@ TEST(OrmaMutex, ThreadLocksTwice_ItUnlocksTwiceBeforeAnotherGetsTheMutex) {
     EXPECT_TRUE(IsFree(mutex));
 }
 
-TEST(OrmaMutex, Free_LockIfFreeLocksOnce) {
+TEST(OrmaMutex, MutexIsFree_LockIfFreeLocksOnce) {
     OrmaMutex mutex;
     EXPECT_TRUE(mutex.LockIfFree());
     EXPECT_FALSE(IsFree(mutex));
@@ -57,7 +57,7 @@ TEST(OrmaMutex, Free_LockIfFreeLocksOnce) {
     EXPECT_TRUE(IsFree(mutex));
 }
 
-TEST(OrmaMutex, HeldByThisThread_LockIfFreeLeavesItAsItIs) {
+TEST(OrmaMutex, ThisThreadHoldsTheMutex_LockIfFreeLeavesItAsItIs) {
     OrmaMutex mutex;
     mutex.Lock();
     EXPECT_FALSE(mutex.LockIfFree());
@@ -66,7 +66,7 @@ TEST(OrmaMutex, HeldByThisThread_LockIfFreeLeavesItAsItIs) {
     EXPECT_TRUE(IsFree(mutex));
 }
 
-TEST(OrmaMutex, HeldByAnotherThread_LockIfFreeReturnsFalseAtOnce) {
+TEST(OrmaMutex, AnotherThreadHoldsTheMutex_LockIfFreeReturnsFalseAtOnce) {
     OrmaMutex mutex;
     mutex.Lock();
     bool isLocked = true;
@@ -75,7 +75,7 @@ TEST(OrmaMutex, HeldByAnotherThread_LockIfFreeReturnsFalseAtOnce) {
     mutex.Unlock();
 }
 
-TEST(OrmaMutex, NotValid_LockAndUnlockDoNothing) {
+TEST(OrmaMutex, MutexIsNotValid_LockAndUnlockDoNothing) {
     OrmaMutex mutex;
     mutex.__fini();
     EXPECT_FALSE(mutex.IsValid());
@@ -139,7 +139,7 @@ TEST(OrmaMutex, Assignment_ChangesNeitherMutex) {
     EXPECT_TRUE(free.IsValid());
 }
 
-TEST(OrmaMutex, SeveralThreads_OneAtATimeHoldsTheMutex) {
+TEST(OrmaMutex, SeveralThreadsLock_OneAtATimeHoldsTheMutex) {
     struct Shared {
         OrmaMutex mutex;
         long count = 0;
@@ -159,7 +159,7 @@ TEST(OrmaMutex, SeveralThreads_OneAtATimeHoldsTheMutex) {
     EXPECT_EQ(shared.count, 80000);
 }
 
-TEST(OrmaLock, HoldsTheMutexWhileItLives) {
+TEST(OrmaLock, LockLives_MutexIsHeld) {
     OrmaMutex mutex;
     {
         const OrmaLock lock(mutex);

@@ -50,13 +50,14 @@ TEST(JsonWriter, ValuesAreSeparatedByCommas) {
 TEST(JsonWriter, ValuesThatAreWrittenAlreadyCountAsValues) {
     EXPECT_EQ("[1,2,3]", Written([](ckscribe::JsonWriter& json) {
                   json.BeginArray();
-                  json.Written("1,2");
+                  json.Written(std::string_view("1,2"));
                   json.Number(3);
                   json.EndArray();
               }));
-    EXPECT_EQ("[3]", Written([](ckscribe::JsonWriter& json) {
+    EXPECT_EQ("[0,1,2,3]", Written([](ckscribe::JsonWriter& json) {
                   json.BeginArray();
-                  json.Written("");
+                  json.Number(0);
+                  json.Written(std::string_view("1,"), std::string_view("2"));
                   json.Number(3);
                   json.EndArray();
               }));
@@ -82,7 +83,7 @@ TEST(JsonWriter, BytesThatAreNoCharacterBecomeTheReplacementCharacter) {
     EXPECT_EQ("\"\xEF\xBF\xBD\"", TextOf("\xE2"));
 }
 
-TEST(ReadableText, IsUtf8WithoutControlCharacters) {
+TEST(ReadableText, IsReadableText_AcceptsUtf8WithoutControlCharactersOnly) {
     for (const char* text :
          {"", "abc", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x94\x91", "\xEF\xBF\xBF", "\xF4\x8F\xBF\xBF"})
         EXPECT_TRUE(ckscribe::IsReadableText(text)) << text;

@@ -253,7 +253,7 @@ TEST(TolkText, AsciiHexToBinShiftsAnOddFirstDigitIntoWhatIsThere) {
     EXPECT_EQ(0xEE, out[2]);
 }
 
-TEST(TolkText, AsciiHexToBinWithoutPlace_StoresTheSize) {
+TEST(TolkText, PlaceIsNull_AsciiHexToBinStoresTheSize) {
     const struct {
         const char* text;
         int length;
