@@ -58,7 +58,8 @@ void SetEnd(Call& call, const Record& end, std::uint32_t file) {
     // An event's time is the call's beginning, in its end, too.
     call.start = end.time;
     call.end = end.time;
-    call.end.nanoseconds += static_cast<std::int64_t>(end.nanoseconds);
+    call.end.nanoseconds =
+        static_cast<std::int64_t>(static_cast<std::uint64_t>(end.time.nanoseconds) + end.nanoseconds);
 }
 
 template <class Field>

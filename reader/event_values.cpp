@@ -29,7 +29,7 @@ bool TakeDate(std::string_view& text, std::int64_t& days) {
     if (!TakeDigits(text, 4, year) || !Take(text, '-') || !TakeDigits(text, 2, month) || !Take(text, '-') ||
         !TakeDigits(text, 2, day) || !Take(text, 'T'))
         return false;
-    if (month < 1 || month > 12 || day < 1 || day > 31) return false;
+    if (month < 1 || month > 12 || day < 1 || day > 31 || !HasNanoseconds(year)) return false;
     days = DaysSince1970(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
     return true;
 }

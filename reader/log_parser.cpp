@@ -109,7 +109,8 @@ Moment CalendarTime(Pieces& pieces) {
     if (!pieces.IsWell()) return {};
     const std::size_t dayOfWeek = kDays.find(pieces.Rest().substr(0, 3));
     const std::size_t month = kMonths.find(pieces.Rest().substr(4, 3));
-    if (dayOfWeek % 3 != 0 || month % 3 != 0) pieces.Fail();
+    if (dayOfWeek == kDays.npos || dayOfWeek % 3 != 0 || month == kMonths.npos || month % 3 != 0)
+        pieces.Fail();
     if (!pieces.IsWell()) return {};
     Pieces rest(pieces.Rest().substr(7));
     rest.Take(" ");
@@ -118,7 +119,8 @@ Moment CalendarTime(Pieces& pieces) {
     const std::int64_t second = SecondOfDay(rest);
     rest.Take(" ");
     const auto year = rest.TakeNumber<std::int64_t>();
-    if (!rest.IsWell() || day < 1 || day > 31) pieces.Fail();
+    if (!rest.IsWell() || day < 1 || day > 31 || !HasNanoseconds(year)) pieces.Fail();
+    if (!pieces.IsWell()) return {};
     pieces = rest;
     const std::int64_t days =
         DaysSince1970(year, static_cast<unsigned>(month / 3 + 1), static_cast<unsigned>(day));
@@ -153,11 +155,11 @@ public:
 
     std::int64_t TakeNumber() {
         const char* const begin = position;
-        std::int64_t number = 0;
+        std::uint64_t number = 0;
         for (unsigned digit; (digit = static_cast<unsigned char>(*position) - unsigned{'0'}) <= 9; ++position)
             number = number * 10 + digit;
         // More digits may be too many.
-        return position == begin || position - begin > 9 ? Fail() : number;
+        return position == begin || position - begin > 9 ? Fail() : static_cast<std::int64_t>(number);
     }
 
     std::int64_t TakeSigned() {

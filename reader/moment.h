@@ -28,6 +28,9 @@ struct Moment {
     friend bool operator==(const Moment&, const Moment&) = default;
 };
 
+// Whether the moments of a year can be told in nanoseconds since 1970.
+constexpr bool HasNanoseconds(std::int64_t year) { return year > 1677 && year < 2262; }
+
 // The days from 1970-01-01 to a date of the Gregorian calendar (month and day from 1).
 constexpr std::int64_t DaysSince1970(std::int64_t year, unsigned month, unsigned day) {
     // Years begin in March here, so that the leap day is the last one.

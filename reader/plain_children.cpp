@@ -165,7 +165,7 @@ private:
     bool TakeSigned32(std::uint64_t& number) {
         const bool isNegative = Take('-');
         if (!TakeNumber(number)) return false;
-        if (isNegative) number = static_cast<std::uint32_t>(-static_cast<std::int64_t>(number));
+        if (isNegative) number = static_cast<std::uint32_t>(0 - number);
         return true;
     }
 

@@ -395,7 +395,7 @@ bool ChildrenReader::TakeSigned32(std::uint64_t& number) {
     const bool isNegative = Take("-");
     bool isHex = false;
     if (!TakeNumber(number, isHex)) return false;
-    if (isNegative) number = static_cast<std::uint32_t>(-static_cast<std::int64_t>(number));
+    if (isNegative) number = static_cast<std::uint32_t>(0 - number);
     return true;
 }
 

@@ -198,6 +198,18 @@ TEST(DamagedLog, HeadWithAnyByteChangedIsReadOrCounted) {
     }
 }
 
+TEST(OldTextLog, RecordWithADateThatDoesNotExistIsUnreadable) {
+    for (const std::string_view date :
+         {"Sun Now 15 10:15:30 2026", "Som Nov 15 10:15:30 2026", "Sun Nov 32 10:15:30 2026",
+          "Sun Nov 15 25:15:30 2026", "Sun Nov 15 10:15:30 26"}) {
+        std::string record = "\nCommand(Logout, None, Start) PID:  1  Time:  ";
+        record.append(date).append("\n\n{\n   SessionHandle(0x1);\n}");
+        const CollectedCalls log = ReadLog(record);
+        EXPECT_EQ(log.calls.size(), 0U) << date;
+        EXPECT_EQ(log.stretches.size(), 1U) << date;
+    }
+}
+
 TEST(TextLog, ChildrenTellFunctionsOfOneNameApart) {
     const CollectedCalls log = ReadLog(
         "10:15:30 00001-001:STRTFindObjects {Sesn=5 10 }\n"
