@@ -41,12 +41,14 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(runtime_summary "log what programs say to PKCS#11 modules")
-set(runtime_text "An application loads libckscribe.so in place of the PKCS#11 library of its hardware security module. \
-libckscribe.so hands every call on unchanged and logs it. The command ckscribe runs programs under the log, checks \
-set-ups, and answers questions about logs.")
+set(runtime_text "An application loads libckscribe.so in place of the PKCS#11 library of its
+hardware security module. libckscribe.so hands every call on unchanged and
+logs it. The command ckscribe runs programs under the log, checks set-ups, and
+answers questions about logs.")
 set(development_summary "read and edit the configuration file of ckscribe")
-set(development_text "Static libraries and headers with which a program reads and edits the configuration file \
-Wendrafil.conf as ckscribe does, with files for CMake and pkg-config.")
+set(development_text "Static libraries and headers with which a program reads and edits the
+configuration file Wendrafil.conf as ckscribe does, with files for CMake and
+pkg-config.")
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -55,6 +57,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ckscribe)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+# The command loads it when it speaks to an engine.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS libcurl4)
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "${runtime_summary}\n${runtime_text}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ckscribe-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
@@ -89,7 +93,7 @@ set(CPACK_RPM_SPEC_MORE_DEFINE "%define _buildhost localhost
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/FinishPackages.cmake)
 # The script reads these.
 set(CPACK_CKSCRIBE_COMMIT_TIME ${CKSCRIBE_COMMIT_TIME})
-set(CPACK_CKSCRIBE_DOCDIR ${CMAKE_INSTALL_DOCDIR})
-set(CPACK_CKSCRIBE_MANDIR ${CMAKE_INSTALL_MANDIR})
+set(CPACK_CKSCRIBE_FULL_DOCDIR ${CMAKE_INSTALL_FULL_DOCDIR})
+set(CPACK_CKSCRIBE_FULL_MANDIR ${CMAKE_INSTALL_FULL_MANDIR})
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/PackagesOfCommit.cmake)
 include(CPack)
