@@ -13,7 +13,7 @@ file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/copyright @ONLY CONTENT
 ")
 set(CKSCRIBE_CONTAINED libcli11-dev nlohmann-json3-dev libjs-chart.js)
 if(CKSCRIBE_STATIC_LIBRARIES)
-  list(APPEND CKSCRIBE_CONTAINED libarchive-dev libbz2-dev libfmt-dev libsimdjson-dev)
+  list(APPEND CKSCRIBE_CONTAINED libarchive-dev libfmt-dev libsimdjson-dev)
 endif()
 if(TARGET ckscribe_tool)
   file(APPEND ${PROJECT_BINARY_DIR}/copyright

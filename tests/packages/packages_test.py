@@ -64,8 +64,8 @@ class Packages(unittest.TestCase):
     def test_Package_NeedsOnlyWhatDebian12And13NameTheSame(self):
         needs = output_of("dpkg-deb", "--field", FIRST / DEB, "Depends")
         self.assertEqual({need.split()[0] for need in needs.split(", ")},
-                         {"libc6", "libgcc-s1", "liblz4-1", "liblzma5", "libstdc++6", "libzstd1", "zlib1g"})
-        self.assertEqual(output_of("dpkg-deb", "--field", FIRST / DEV_DEB, "Depends"), "")
+                         {"libbz2-1.0", "libc6", "libgcc-s1", "liblz4-1", "liblzma5", "libstdc++6", "libzstd1", "zlib1g"})
+        self.assertEqual(output_of("dpkg-deb", "--field", FIRST / DEV_DEB, "Depends").strip(), "")
 
     def test_Library_NeedsTheCLibraryOnlyAndShowsItsVersionAndCommit(self):
         with tempfile.TemporaryDirectory(prefix="ckscribe-packages.") as directory:
@@ -157,6 +157,7 @@ class FreshSystem:
             self.inside("sh", "-c", f"command -v {compiler}", status=127)
         # The package manager writes its state and caches whatever it installs.
         state = re.compile("/(var/(lib/(dpkg|apt)|cache|log/(apt|dpkg|alternatives))|tmp|root|etc/ld.so.cache)")
+        (self.root / "etc/pkcs11/modules").mkdir(parents=True, exist_ok=True)
         before = self.files()
 
         for package in (DEB, DEV_DEB):
@@ -197,10 +198,10 @@ class FreshSystem:
         return self.inside("pkcs11-tool", "--module", LIBRARY, "--login", "--pin", "271828", *words)
 
     def log_and_report(self):
-        self.token("--keypairgen", "--key-type", "EC:prime256v1", "--label", "seal", "--id", "05")
+        self.token("--keypairgen", "--key-type", "rsa:2048", "--label", "seal", "--id", "05")
         (self.root / "tmp/note").write_text("Pay the bearer on demand.")
-        self.token("--sign", "--mechanism", "ECDSA-SHA256", "--id", "05", "--input-file", "/tmp/note", "--output-file", "/tmp/signature")
-        self.assertEqual((self.root / "tmp/signature").stat().st_size, 64)
+        self.token("--sign", "--mechanism", "SHA256-RSA-PKCS", "--id", "05", "--input-file", "/tmp/note", "--output-file", "/tmp/signature")
+        self.assertEqual((self.root / "tmp/signature").stat().st_size, 256)
         log = (self.root / "var/log/ckscribe/log.txt").read_text()
         self.assertEqual((log.count("STRTGenerateKeyPair "), log.count("FINIGenerateKeyPair CKR_OK")), (1, 1))
         self.assertNotIn("271828", log + (self.root / "var/log/ckscribe/events.jsonl").read_text())
@@ -208,17 +209,15 @@ class FreshSystem:
             report = json.loads(self.inside("ckscribe", "report", "--json", f"/var/log/ckscribe/{file}"))
             calls = {function["function"]: function["calls"] for function in report["functions"]}
             self.assertEqual((calls["C_GenerateKeyPair"], calls["C_Login"], calls["C_Initialize"]), (1, 2, 2), file)
-        self.assertIn("C_GenerateKeyPair", self.inside("ckscribe", "report", "/var/log/ckscribe/events.jsonl"))
+        self.assertRegex(self.inside("ckscribe", "report", "/var/log/ckscribe/events.jsonl"), r"(?m)^  C_CloseSession +2 +0 +0 ")
 
     def p11_kit_loads_it(self):
         """The example's bare name is enough, where the target's own module file is away."""
-        directory = self.root / "etc/pkcs11/modules"
-        directory.mkdir(parents=True, exist_ok=True)
-        shutil.copy(self.root / DOCUMENTS[1:] / "examples/ckscribe.module", directory)
+        shutil.copy(self.root / DOCUMENTS[1:] / "examples/ckscribe.module", self.root / "etc/pkcs11/modules")
         own = self.root / "usr/share/p11-kit/modules/softhsm2.module"
-        own.rename(own.with_suffix(".away"))
+        away = own.rename(self.root / "tmp/softhsm2.module")
         shown = self.inside("p11-kit", "list-modules")
-        own.with_suffix(".away").rename(own)
+        away.rename(own)
         self.assertRegex(shown, r"(?ms)^(module: )?ckscribe\b.*token: signing")
 
 
