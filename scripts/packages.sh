@@ -10,6 +10,7 @@ building_packages=(
     libarchive-dev
     libbz2-dev
     libcli11-dev
+    libcurl4-openssl-dev
     libfmt-dev
     libjs-chart.js
     liblz4-dev

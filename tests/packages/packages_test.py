@@ -87,7 +87,7 @@ class Packages(unittest.TestCase):
         expected = {LIBRARY, "/usr/bin/ckscribe", f"{LIBRARIES}/ckscribe/libckscribe-audit.so",
                     "/usr/share/bash-completion/completions/ckscribe"}
         expected |= {f"{DOCUMENTS}/{name}" for name in ("README.md", "CHANGELOG.md", "changelog.gz", "changelog.Debian.gz", "copyright")}
-        expected |= {f"{DOCUMENTS}/docs/{path.name}" for path in (SOURCE / "docs").glob("*.md")}
+        expected |= {f"{DOCUMENTS}/docs/{path.name}" for path in (SOURCE / "docs").iterdir()}
         expected |= {f"{DOCUMENTS}/examples/{path.name}" for path in (SOURCE / "share/examples").iterdir()}
         expected |= {f"/usr/share/man/man{path.stem[-1]}/{path.stem}.gz" for path in (SOURCE / "share/man").glob("*.scd")}
         for directory, installed in (("share/ckscribe", "/usr/share/ckscribe"), ("share/lnav", "/usr/share/ckscribe/lnav")):
@@ -102,6 +102,11 @@ class Packages(unittest.TestCase):
                               f"{LIBRARIES}/cmake/ckscribe/ckscribeConfig.cmake", f"{LIBRARIES}/pkgconfig/ckscribe-config.pc",
                               "/usr/include/ckscribe/config/wendrafil_configuration.h"}, files)
         self.assertEqual(files & files_of_deb(DEB), set())
+
+    def test_EveryInstalledFile_HasAComponent(self):
+        scripts = [path for path in FIRST.parent.rglob("cmake_install.cmake")]
+        self.assertGreater(len(scripts), 5)
+        self.assertEqual([script for script in scripts if '"Unspecified"' in script.read_text()], [])
 
     def test_PackagesForRpm_ContainTheSameFiles(self):
         for deb, rpm in ((DEB, RPM), (DEV_DEB, DEV_RPM)):
