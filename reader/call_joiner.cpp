@@ -78,9 +78,10 @@ void FillFields(CallFields& fields, const CallFields& others) {
 
 }  // namespace
 
-CallJoiner::Key CallJoiner::KeyOf(const Record& record) {
+CallJoiner::Key CallJoiner::KeyOf(const Record& record, FunctionIndex function) {
     if (record.run != 0) return {kNumbered | record.run, record.number};
-    return {static_cast<std::uint64_t>(record.format) << 32 | record.process,
+    return {static_cast<std::uint64_t>(record.format) << 48 | std::uint64_t{IndexOf(function)} << 32 |
+                record.process,
             static_cast<std::uint64_t>(record.thread)};
 }
 
@@ -107,7 +108,6 @@ void CallJoiner::Open(const Record& record, std::uint32_t file, std::uint32_t& n
     opened.call = Call{};
     SetCommon(opened.call, record);
     SetStart(opened.call, record, file);
-    opened.printed = record.printed;
     opened.order = nextOrder++;
     opened.older = newest;
     opened.isOpen = true;
@@ -118,24 +118,26 @@ void CallJoiner::Open(const Record& record, std::uint32_t file, std::uint32_t& n
 
 // Where the place of the newest start stands that the end belongs to: of its function, else of one whose
 // records look alike. Null when there is none.
-std::uint32_t* CallJoiner::FindStart(const Record& end, std::uint32_t& newest) {
-    for (std::uint32_t* place = &newest; *place != kNone; place = &pool[*place].older) {
-        const OpenCall& start = pool[*place];
-        if (end.run != 0 ||
-            (end.isFunctionCertain ? start.call.function == end.function : start.printed == end.printed))
-            return place;
+std::uint32_t* CallJoiner::FindStart(const Record& end) {
+    if (end.isFunctionCertain) {
+        std::uint32_t& newest = NewestOf(KeyOf(end, end.function));
+        return newest == kNone ? nullptr : &newest;
     }
-    return nullptr;
+    std::uint32_t* found = nullptr;
+    for (unsigned i = 0; i < end.printed->count; ++i) {
+        std::uint32_t& newest = NewestOf(KeyOf(end, end.printed->functions[i]));
+        if (newest != kNone && (found == nullptr || pool[*found].order < pool[newest].order)) found = &newest;
+    }
+    return found;
 }
 
 void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) {
-    const Key key = KeyOf(record);
-    std::uint32_t& newest = NewestOf(key);
     if (record.isStart) {
-        Open(record, file, newest);
+        Open(record, file, NewestOf(KeyOf(record, record.function)));
         return;
     }
-    if (std::uint32_t* const found = FindStart(record, newest)) {
+    bool isLast = true;
+    if (std::uint32_t* const found = FindStart(record)) {
         const std::uint32_t place = *found;
         OpenCall& opened = pool[place];
         // The end says less of the function than the start.
@@ -143,6 +145,7 @@ void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) 
         FillFields(opened.call.fields, record.fields);
         sink.OnCall(opened.call);
         *found = opened.older;
+        isLast = opened.older == kNone;
         opened.isOpen = false;
         if (opened.text.capacity() > kLongestKeptText) std::string().swap(opened.text);
         freePlaces.push_back(place);
@@ -155,7 +158,7 @@ void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) 
         sink.OnCall(call);
     }
     // A call's number does not come again.
-    if (record.run != 0 && newest == kNone) open.erase(key);
+    if (record.run != 0 && isLast) open.erase(KeyOf(record, record.function));
 }
 
 void CallJoiner::KeepTexts() {

@@ -41,14 +41,13 @@ private:
 
     struct OpenCall {
         Call call;
-        const PrintedFunction* printed = nullptr;
         std::uint64_t order = 0;
         std::uint32_t older = kNone;  // the next older one with the same key
         bool isOpen = false;
         std::string text;  // once it is kept
     };
     struct Key {
-        std::uint64_t first = 0;   // process and format, or run
+        std::uint64_t first = 0;   // process, function and format, or run
         std::uint64_t second = 0;  // thread, or call
         friend bool operator==(const Key&, const Key&) = default;
     };
@@ -59,12 +58,14 @@ private:
             return hash ^ hash >> 32;
         }
     };
-    static Key KeyOf(const Record& record);
+    static Key KeyOf(const Record& record, FunctionIndex function);
     std::uint32_t& NewestOf(const Key& key);
     void Open(const Record& record, std::uint32_t file, std::uint32_t& newest);
-    std::uint32_t* FindStart(const Record& end, std::uint32_t& newest);
+    std::uint32_t* FindStart(const Record& end);
 
-    // The newest open call of each process and thread, or of each event that has begun.
+    // The newest open call of each process, thread and function, or of each event that has begun. The
+    // function is a part of the key, so that the search for a start does not take longer the more calls are
+    // open.
     std::unordered_map<Key, std::uint32_t, HashOfKey> open;
     // Open calls lie in a pool, so that their memory serves again and again.
     std::deque<OpenCall> pool;
@@ -73,12 +74,12 @@ private:
     std::uint64_t nextOrder = 0;
     std::size_t openCount = 0;
 
-    // Text logs come back to few threads again and again: where `open` has them.
+    // Text logs come back to few threads and functions again and again: where `open` has them.
     struct Known {
         Key key;
         std::uint32_t* newest = nullptr;
     };
-    static constexpr std::size_t kMostKnown = 64;
+    static constexpr std::size_t kMostKnown = 512;
     std::array<Known, kMostKnown> known{};
 };
 
