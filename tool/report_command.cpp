@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -84,6 +85,14 @@ public:
 };
 
 // Returns whether the page was written; says why not.
+// A slip in the order of words must not cost a log.
+bool IsOneOf(const std::string& path, const std::vector<std::string>& logs) {
+    return std::ranges::any_of(logs, [&path](const std::string& log) {
+        std::error_code missing;
+        return std::filesystem::equivalent(path, log, missing);
+    });
+}
+
 bool WritePage(const std::string& path, const std::string& page) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << page << std::flush;
@@ -153,6 +162,11 @@ int Run(const Options& options) {
     if (!options.page.empty() && !CanMakeReportPage()) {
         Say("This ckscribe was built without the chart library that a page needs (libjs-chart.js).");
         return kNotWell;
+    }
+    if (!options.page.empty() && IsOneOf(options.page, paths)) {
+        Say(fmt::format("{} is one of the logs. The page needs a file of its own: report --html OUT FILE...",
+                        Harmless(options.page)));
+        return kWrongUse;
     }
     // The page shows the calls with their dates.
     reading.needsDates = !options.page.empty();

@@ -270,6 +270,9 @@ def check_reports(directory, records):
     printed = functions(record.function.replace(" None", "").replace(" ", "") for record in starts)
     read = functions(row.split()[0].removeprefix("C_").replace("FindObjectsFinal", "FindObjects") for row in rows[0])
     expect_same("the report of the log names other functions than its records", printed, read)
+    done = subprocess.run([REPORT_TOOL, "diff", "log.txt", "events.jsonl"], cwd=directory, capture_output=True, text=True, timeout=120)
+    if done.returncode != 0 or done.stdout or done.stderr:
+        fail(f"`ckscribe diff` finds that the log and the events of one run differ:\n{done.stdout}{done.stderr}")
 
 
 def check_records(records, expected):

@@ -111,6 +111,19 @@ class Diff(unittest.TestCase):
         self.assertEqual(self.diff(old, new + log(RUN[-1:], process=2, thread=7))[1],
                          ["process 72 | process 2", "+ C_Finalize() = CKR_OK  after:8"])
 
+    def test_text_that_can_be_read_as_bytes_is_alike_in_either_reading(self):
+        def event(value):
+            return ('{"event":"end","time":"2026-11-21T12:33:45Z","ns":5,"run":"a-1","pid":1,"tid":2,"call":1,"function":"C_FindObjectsInit",'
+                    '"rv":0,"result":"CKR_OK","in":[{"kind":"SessionHandle","value":5},{"kind":"AttributeList","attributes":'
+                    f'[{{"type":"CKA_LABEL","number":3,{value}}}]}}],"out":[]}}\n')
+
+        text = log([("FindObjects_Init", 'Sesn=5 AttrList={CKA_LABEL="ec" } ', "CKR_OK", "")])
+        self.assertEqual(self.diff(text, event('"size":2,"text":"ec"')), (0, []))
+        self.assertEqual(self.diff(text, event('"size":1,"hex":"ec"')), (0, []))
+        self.assertEqual(self.diff(text, event('"size":2,"text":"ed"'))[0], 1)
+        self.assertEqual(self.diff(text, event('"size":2'))[0], 0)
+        self.assertEqual(self.diff(text, event('"size":3'))[0], 1)
+
     def test_log_that_cannot_be_read_is_no_equal_run(self):
         done = ckscribe("diff", "/nowhere/a", "/nowhere/b")
         self.assertEqual((done.returncode, done.stdout), (1, ""))

@@ -305,6 +305,18 @@ class Page(unittest.TestCase):
             text = page.read_text().split('<script type="application/json" id="report">')[1].split("</script>")[0]
             self.assertEqual(json.loads(text), report(EVENTS))
 
+    def test_page_does_not_replace_a_log(self):
+        with tempfile.TemporaryDirectory() as folder:
+            log, link = pathlib.Path(folder, "calls.log"), pathlib.Path(folder, "link.log")
+            log.write_text("10:15:30 00001-001:STRTFinalize {}\n")
+            link.symlink_to(log)
+            done = ckscribe("report", "--html", str(link), str(EVENTS), str(log))
+            if "built without" in done.stderr:
+                self.skipTest("no chart library")
+            self.assertEqual((done.returncode, done.stdout, done.stderr),
+                             (2, "", f"ckscribe: {link} is one of the logs. The page needs a file of its own: report --html OUT FILE...\n"))
+            self.assertEqual(log.read_text(), "10:15:30 00001-001:STRTFinalize {}\n")
+
     def test_page_that_cannot_be_written_ends_with_1(self):
         done = ckscribe("report", "--html", "/nowhere/report.html", str(EVENTS))
         self.assertEqual((done.returncode, done.stdout), (1, ""))

@@ -58,6 +58,27 @@ class Lines(unittest.TestCase):
                 self.assertEqual(sum(line.endswith(" = ?") for line in lines), EXPECTED["unfinished"])
 
 
+    def test_lines_have_colors_on_a_terminal_unless_these_are_unwanted(self):
+        for environment, is_colored in (({}, True), ({"NO_COLOR": "1"}, False)):
+            with self.subTest(environment):
+                ours, theirs = pty.openpty()
+                environment = {key: value for key, value in os.environ.items() if key != "NO_COLOR"} | environment
+                process = subprocess.Popen([TOOL, "show", "--errors", "-"], env=environment, stdin=subprocess.PIPE, stdout=theirs)
+                os.close(theirs)
+                process.stdin.write(LOG.encode())
+                process.stdin.close()
+                text = b""
+                try:
+                    while piece := os.read(ours, 65536):
+                        text += piece
+                except OSError:  # the other side is closed
+                    pass
+                os.close(ours)
+                self.assertEqual(process.wait(60), 0)
+                name, bad = ("\x1b[1mC_Login\x1b[0m", "\x1b[31mCKR_PIN_INCORRECT\x1b[0m") if is_colored else ("C_Login", "CKR_PIN_INCORRECT")
+                self.assertIn(f"{name}(session=5, user=1, PIN=********) = {bad}\r\n", text.decode())
+
+
 class Filters(unittest.TestCase):
     def test_filters_select_and_combine(self):
         for arguments, functions in (

@@ -13,6 +13,8 @@ namespace ckscribe {
 namespace {
 
 constexpr char kSeparator = '\x1f';
+// Between the readings of a fact that can be read in two ways.
+constexpr char kOr = '|';
 
 // What text logs print of values that they hide, and of those that have no name.
 constexpr std::string_view kHidden = "********";
@@ -57,6 +59,8 @@ std::string BytesOf(std::uint64_t number, std::uint64_t size) {
 
 class Builder {
 public:
+    explicit Builder(const Call& call) : isFormUnknown(call.format == LogFormat::kNewText) {}
+
     void Fact(const std::string& fact) { (built.facts += fact) += kSeparator; }
     void Shape(std::string_view part) { (built.shape += part) += ' '; }
 
@@ -66,7 +70,8 @@ public:
         if (value.kind == "Mechanism" || value.kind == "MechanismType") return AddMechanism(value);
         if (value.kind == "AttributeList") return AddAttributes(value);
         if (value.kind == "PIN") return;
-        if (value.kind == "ByteString" || value.kind == "Value") return AddBytes(value.bytes, value.size);
+        if (value.kind == "ByteString" || value.kind == "Value")
+            return AddBytes(value.bytes, value.size, value.isText);
         AddNumber(value);
     }
 
@@ -87,11 +92,18 @@ private:
     }
 
     // Text logs print no bytes and no pointer alike, and hide the size with the bytes.
-    void AddBytes(const std::optional<std::string>& bytes, const std::optional<std::uint64_t>& size) {
+    void AddBytes(const std::optional<std::string>& bytes, const std::optional<std::uint64_t>& size,
+                  bool isText = true) {
         if (bytes == kHidden) return AddTwo("", "");
         const bool isEmpty = bytes ? bytes->empty() : size == 0U;
         if (isEmpty) return AddTwo("nothing", "");
-        AddTwo(bytes ? Hex(*bytes) : "", size ? fmt::format("{}", *size) : "");
+        if (!bytes || !isFormUnknown || isText) {
+            return AddTwo(bytes ? Hex(*bytes) : "", size ? fmt::format("{}", *size) : "");
+        }
+        // The new text format prints bytes and a text of their digits alike.
+        const std::string digits = Hex(*bytes);
+        AddTwo(fmt::format("{}{}{}", digits, kOr, Hex(digits)),
+               size ? fmt::format("{}{}{}", *size, kOr, 2 * *size) : "");
     }
 
     // The shown elements, and how many there are. Where the caller gave no room a text log shows an empty
@@ -127,10 +139,12 @@ private:
         if (attribute.isUnavailable) return AddTwo("unavailable", "");
         if (attribute.boolean) return AddBytes(std::string(1, *attribute.boolean ? '\1' : '\0'), 1);
         const bool isNumber = attribute.children.size() == 1 && attribute.children.front().number;
-        if (!isNumber) return AddBytes(attribute.bytes, attribute.size);
+        if (!isNumber) return AddBytes(attribute.bytes, attribute.size, attribute.isText);
         const std::uint64_t size = attribute.size.value_or(sizeof(std::uint64_t));
         AddBytes(BytesOf(*attribute.children.front().number, size), size);
     }
+
+    const bool isFormUnknown;
 };
 
 }  // namespace
@@ -148,14 +162,14 @@ std::vector<Value> ComparedOutputs(const Call& call) {
 }
 
 Comparable ComparableQuestion(const Call& call) {
-    Builder builder;
+    Builder builder(call);
     builder.Shape(IsAmong(kPrintedAlike, call.Function()) ? kPrintedAlike[0] : call.Function());
     for (const Value& value : ComparedInputs(call)) builder.Add(value);
     return builder.built;
 }
 
 Comparable ComparableAnswer(const Call& call) {
-    Builder builder;
+    Builder builder(call);
     if (!call.hasEnd) {
         builder.Shape("?");
         return builder.built;
@@ -165,13 +179,28 @@ Comparable ComparableAnswer(const Call& call) {
     return builder.built;
 }
 
+namespace {
+
+// The same in one of their readings.
+bool IsFactAlike(std::string_view one, std::string_view other) {
+    if (one.empty() || other.empty() || one == other) return true;
+    const auto readings = [](std::string_view fact) {
+        const std::size_t end = fact.find(kOr);
+        return end == fact.npos ? std::pair(fact, fact)
+                                : std::pair(fact.substr(0, end), fact.substr(end + 1));
+    };
+    const auto [first, second] = readings(one);
+    const auto [otherFirst, otherSecond] = readings(other);
+    return first == otherFirst || first == otherSecond || second == otherFirst || second == otherSecond;
+}
+
+}  // namespace
+
 bool AreFactsAlike(std::string_view one, std::string_view other) {
     while (!one.empty() && !other.empty()) {
         const std::size_t oneEnd = one.find(kSeparator);
         const std::size_t otherEnd = other.find(kSeparator);
-        const std::string_view oneFact = one.substr(0, oneEnd);
-        const std::string_view otherFact = other.substr(0, otherEnd);
-        if (!oneFact.empty() && !otherFact.empty() && oneFact != otherFact) return false;
+        if (!IsFactAlike(one.substr(0, oneEnd), other.substr(0, otherEnd))) return false;
         one.remove_prefix(oneEnd + 1);
         other.remove_prefix(otherEnd + 1);
     }
