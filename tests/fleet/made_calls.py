@@ -101,18 +101,20 @@ class Host:
         if self.randomness.random() < 0.9:
             self.call(process, thread, "C_FindObjectsFinal", [SESSION.format(session)], session=session)
 
-    def make_object(self, process, thread, function, count):
+    def make_object(self, process, thread, function, count, **fields):
         session = self.a_session()
         labels = [f"made {self.randomness.randrange(9)}" + "x" * i for i in range(count)]
         handles = [self.randomness.randrange(20, 60) for _ in labels]
         self.call(process, thread, function, [SESSION.format(session), *map(attributes, labels)],
-                  [OBJECT.format(handle) for handle in handles], result=self.failure(("CKR_DEVICE_MEMORY", 0x31)), session=session)
+                  [OBJECT.format(handle) for handle in handles], result=self.failure(("CKR_DEVICE_MEMORY", 0x31)), session=session,
+                  object=handles[0], **fields)
 
     def create(self, process, thread):
         self.make_object(process, thread, "C_CreateObject", 1)
 
     def pair(self, process, thread):
-        self.make_object(process, thread, "C_GenerateKeyPair", 2)
+        # Making a key is no operation with it.
+        self.make_object(process, thread, "C_GenerateKeyPair", 2, mechanism="CKM_RSA_PKCS_KEY_PAIR_GEN", mechanism_number=0)
 
     def read(self, process, thread):
         key = self.randomness.randrange(1, 60)

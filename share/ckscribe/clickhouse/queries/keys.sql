@@ -13,11 +13,12 @@ SELECT
     arraySort((value, key) -> key, groupArrayIf(times, times != 0), groupArrayIf(way, times != 0)) AS counts
 FROM
 (
-    -- Operations.
+    -- Operations. The object of a call that only makes one was not used in it.
     SELECT host, log, pid, assumeNotNull(object) AS handle, mechanism AS way, count() AS times,
         '' AS name, '' AS number, '' AS kind
     FROM {table:Identifier} FINAL
-    WHERE isNotNull(object) AND mechanism != '' AND NOT (version = 2 AND result != 'CKR_OK') AND time >= {since:UInt64}
+    WHERE isNotNull(object) AND mechanism != '' AND NOT (version = 2 AND result != 'CKR_OK')
+        AND function NOT IN ('C_GenerateKey', 'C_GenerateKeyPair') AND time >= {since:UInt64}
     GROUP BY host, log, pid, handle, way
     UNION ALL
     -- What is known of objects: of each detail the first that was told since the object was made.
