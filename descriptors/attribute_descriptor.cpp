@@ -69,20 +69,19 @@ unsigned long NumberIn(std::string_view bytes) {
 }  // namespace
 
 void AttributeDescriptor::WriteValueInEvent(JsonWriter& json) const {
-    using enum AttributeForm;
     const std::string_view bytes = value.BytesInEvents();
     if (bytes.empty()) return;
     const bool isWhole = bytes.size() == value.ClaimedLength();
-    if (form == kBoolean && isWhole) {
+    if (form == AttributeForm::kBoolean && isWhole) {
         json.Key("value");
         json.Boolean(bytes[0] != 0);
-    } else if (form == kNumber && isWhole) {
+    } else if (form == AttributeForm::kNumber && isWhole) {
         json.Key("value");
         json.Number(NumberIn(bytes));
-    } else if (form == kMechanisms && isWhole) {
+    } else if (form == AttributeForm::kMechanisms && isWhole) {
         json.Key("value");
         WriteMechanisms(json, bytes);
-    } else if (form == kId) {
+    } else if (form == AttributeForm::kId) {
         ckscribe::WriteBytesInHex(json, bytes);
     } else {
         ckscribe::WriteBytes(json, bytes);
