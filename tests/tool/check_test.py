@@ -1175,16 +1175,6 @@ class AllIsWell(SetUp):
                     self.assert_well()
                     self.assert_reached()
 
-    def test_configuration_that_run_keeps(self):
-        for options in ([], ["--format", "text"], ["--format", "old", "--data"], ["--format", "events", "-e", "SESSION_FUNC"]):
-            with self.subTest(options):
-                kept = self.directory / "kept"
-                kept.mkdir()
-                done = ckscribe("run", "-m", str(self.target), "--keep", str(kept), *options, "--", str(CALLER), str(self.target))
-                self.assertEqual(done.returncode, 0, done.stderr)
-                self.assert_well(["--config", str(kept)])
-                shutil.rmtree(kept)
-
     def test_readme_has_an_example(self):
         self.assertGreater(len(list(self.examples_in(SOURCE / "README.md"))), 0)
 

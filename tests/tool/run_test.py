@@ -544,6 +544,14 @@ class Surroundings(InDirectory):
         self.assertEqual(again.stdout, "1 slots\n")
         self.assertEqual((kept / "events.jsonl").read_text().count("\n"), before + 8)
 
+    def test_check_finds_nothing_wrong_with_a_kept_configuration(self):
+        for options in ([], ["--format", "text"], ["--format", "old", "--data"], ["--format", "events", "-e", "SESSION_FUNC"]):
+            with self.subTest(options), tempfile.TemporaryDirectory(dir=self.place) as kept:
+                done = run("-m", ONE, "--keep", kept, *options, APPLICATION, "slots", ONE)
+                self.assertEqual(done.returncode, 0, done.stderr)
+                done = ckscribe("check", "--config", kept, "--json")
+                self.assertEqual([finding for finding in json.loads(done.stdout)["findings"] if finding["level"] == "wrong"], [])
+
     def test_kept_directory_of_another_run_is_refused(self):
         run("--keep", self.place / "kept", "true")
         done = run("--keep", self.place / "kept", "true")
