@@ -1,7 +1,7 @@
-// Bytes whose memory serves again and again. Bytes that come into being have no value yet, and behind the
-// last one there are always kPadding that may be read.
+// Bytes whose memory is used again and again. Space() leaves new bytes without a value. At least kPadding
+// bytes behind the last one may always be read.
 //
-// Used by one thread at a time.
+// One thread at a time may use a buffer.
 #pragma once
 
 #include <algorithm>
@@ -20,12 +20,12 @@ public:
     const char* Data() const { return bytes.get(); }
     std::string_view View() const { return {bytes.get(), size}; }
 
-    // Room for `count` bytes behind the last one; valid until the next change.
+    // Returns room for `count` bytes behind the last one. It is valid until the next change.
     char* Space(std::size_t count) {
         if (size + count > capacity) Reallocate(std::max(size + count, capacity + capacity / 2));
         return bytes.get() + size;
     }
-    // `count` bytes of that room now belong to the buffer.
+    // Adds the first `count` bytes of that room to the buffer.
     void Grow(std::size_t count) { size += count; }
     void Shrink(std::size_t newSize) { size = newSize; }
 

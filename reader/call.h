@@ -17,14 +17,14 @@ namespace ckscribe {
 
 enum class LogFormat : std::uint8_t { kNewText, kOldText, kEvents };
 
-// Where a record begins. `file` counts the files that a reader was given, from 0; `line` counts from 1, and 0
-// is no place.
+// The place where a record begins. `file` counts from 0 the files that a reader was given; `line` counts from
+// 1, and 0 is no place.
 struct Place {
     std::uint32_t file = 0;
     std::uint64_t line = 0;
 };
 
-// What calls are most often selected by: the first input of each kind, else the first output.
+// People most often select calls by these values: the first input of each kind, else the first output.
 struct CallFields {
     std::optional<std::uint64_t> slot;
     std::optional<std::uint64_t> session;
@@ -34,7 +34,7 @@ struct CallFields {
     std::optional<std::uint64_t> mechanismNumber;  // events only
 };
 
-// Views stay valid while the sink has the call (see CallSink); KeptCall keeps a call longer.
+// Views are valid until CallSink::OnCall returns. KeptCall keeps a call longer.
 struct Call {
     FunctionIndex function{};
     LogFormat format = LogFormat::kEvents;
@@ -50,7 +50,8 @@ struct Call {
     Moment end;
     std::optional<std::uint64_t> nanoseconds;  // how long the target took; events that ended only
 
-    // Of a call that ended. A text log has no number for a name that this library does not know.
+    // The result's number, once the call has ended. It is absent where a text log names a result that this
+    // library does not know.
     std::optional<std::uint64_t> rv;
     std::string_view result;  // "CKR_OK"; "CKR_UNKNOWN" for a number without a name
 
@@ -59,8 +60,8 @@ struct Call {
     Place startPlace;
     Place endPlace;
 
-    // The records as they stand in the log, and what their children are read from: of text the part from the
-    // brace on, of an event the whole line.
+    // The two records hold what stands in the log. The two texts are the parts that children are read from:
+    // the part from the brace on of a text record, the whole line of an event.
     std::string_view startRecord;
     std::string_view endRecord;
     std::string_view startText;
@@ -73,8 +74,8 @@ struct Call {
     Moment Time() const { return start.IsThere() ? start : end; }
     Place FirstPlace() const { return hasStart ? startPlace : endPlace; }
 
-    // The inputs and the outputs in the order of the records. They are read from the text at each call of
-    // these.
+    // Return the inputs and the outputs in the order of the records. Each call reads them from the text
+    // again.
     std::vector<Value> In() const;
     std::vector<Value> Out() const;
 };
@@ -99,15 +100,15 @@ private:
     std::string mechanism;
 };
 
-// Lines of a log that no record could be read from, with nothing readable between them.
+// Successive lines of a log that hold no readable record.
 struct UnreadableStretch {
     Place place;
     std::uint64_t lines = 0;
     std::string beginning;  // of its first line, at most 200 bytes
 };
 
-// Takes what a reader finds, in the order of the log. A call comes with its end; calls without an end come
-// when the log is finished.
+// Takes what a reader finds, in the order of the log. The reader gives a call when it reads the call's end,
+// and the calls without an end when the log is finished.
 class CallSink {
 public:
     virtual ~CallSink() = default;

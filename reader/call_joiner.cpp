@@ -8,12 +8,12 @@ namespace ckscribe {
 
 namespace {
 
-// The memory of a text that was longer is given back when its call ends.
+// When a call ends, the joiner gives back the memory of a text that is longer than this, in bytes.
 constexpr std::size_t kLongestKeptText = 64 << 10;
-// In the key of an event that has a number.
+// This bit marks the key of an event that has a number.
 constexpr std::uint64_t kNumbered = std::uint64_t{1} << 63;
 
-// The views of a call's start into its text.
+// Lets the views of a call's start point into `text`.
 void SetStartText(Call& call, std::string_view text) {
     // The mechanism's name is a part of the text.
     if (!call.fields.mechanism.empty()) {
@@ -55,7 +55,7 @@ void SetEnd(Call& call, const Record& end, std::uint32_t file) {
         call.end = end.time;
         return;
     }
-    // An event's time is the call's beginning, in its end, too.
+    // The end event repeats the time at which the call began.
     call.start = end.time;
     call.end = end.time;
     call.end.nanoseconds =
@@ -89,7 +89,7 @@ std::uint32_t& CallJoiner::NewestOf(const Key& key) {
     if ((key.first & kNumbered) != 0) return open.try_emplace(key, kNone).first->second;
     Known& found = known[HashOfKey()(key) % kMostKnown];
     if (found.newest == nullptr || !(found.key == key)) {
-        // Places in `open` stay: those of threads are never taken out.
+        // Entries of `open` keep their addresses, and those of threads are never erased.
         found = {key, &open.try_emplace(key, kNone).first->second};
     }
     return *found.newest;
@@ -116,7 +116,7 @@ void CallJoiner::Open(const Record& record, std::uint32_t file, std::uint32_t& n
     ++openCount;
 }
 
-// Where the place of the newest start stands that the end belongs to: of its function, else of one whose
+// Returns the entry that holds the place of the newest start of the end's function, else of a function whose
 // records look alike. Null when there is none.
 std::uint32_t* CallJoiner::FindStart(const Record& end) {
     if (end.isFunctionCertain) {
@@ -140,7 +140,7 @@ void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) 
     if (std::uint32_t* const found = FindStart(record)) {
         const std::uint32_t place = *found;
         OpenCall& opened = pool[place];
-        // The end says less of the function than the start.
+        // The start names the function more exactly than the end, therefore the call keeps the start's.
         SetEnd(opened.call, record, file);
         FillFields(opened.call.fields, record.fields);
         sink.OnCall(opened.call);
@@ -157,7 +157,7 @@ void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) 
         call.fields = record.fields;
         sink.OnCall(call);
     }
-    // A call's number does not come again.
+    // No later event has this call's number, therefore its entry can go.
     if (record.run != 0 && isLast) open.erase(KeyOf(record, record.function));
 }
 

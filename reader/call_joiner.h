@@ -1,9 +1,9 @@
-// Joins the records of one log, or of one family of rotated logs, to calls. Its memory grows with the calls
-// that are open and with the threads, not with the log.
+// Joins the records of one log, or of one family of rotated logs, to calls. Its memory grows with the open
+// calls and the threads, not with the log. One thread at a time may use it.
 //
-// Records of text are joined by process, thread and function, the newest open start first (a target may call
-// itself through its list); the old format has no threads. Events are joined by run and call; those that were
-// made of a text log have neither, and are joined as it is.
+// It joins text records by process, thread and function, the newest open start first: a target may call
+// itself through its list. The old format has no threads. It joins events by run and call. Events that were
+// made from a text log have neither; it joins them like text records.
 #pragma once
 
 #include <array>
@@ -21,17 +21,17 @@ namespace ckscribe {
 
 class CallJoiner {
 public:
-    // Takes the next record. An end record makes a call, which `sink` gets. The record's text stays as it is
-    // until KeepTexts or Finish.
+    // Takes the next record. An end record completes a call, which `sink` gets. The caller keeps the record's
+    // text unchanged until KeepTexts or Finish.
     void Take(const Record& record, std::uint32_t file, CallSink& sink);
 
-    // Copies the texts of the calls that are open: those of the records that were taken may go.
+    // Copies the texts of the open calls. After this the caller may free the texts of all records so far.
     void KeepTexts();
 
     // Gives the calls that have no end to `sink`, in the order of the log, and forgets them.
     void Finish(CallSink& sink);
 
-    // Calls `visit` for each call that is open, in no order.
+    // Calls `visit` for each open call, in no particular order.
     void ForEachOpen(const std::function<void(const Call&)>& visit) const;
 
     std::size_t OpenCount() const { return openCount; }
@@ -64,17 +64,16 @@ private:
     std::uint32_t* FindStart(const Record& end);
 
     // The newest open call of each process, thread and function, or of each event that has begun. The
-    // function is a part of the key, so that the search for a start does not take longer the more calls are
-    // open.
+    // function is a part of the key: the search for a start takes equally long however many calls are open.
     std::unordered_map<Key, std::uint32_t, HashOfKey> open;
-    // Open calls lie in a pool, so that their memory serves again and again.
+    // Open calls lie in a pool, which uses their memory again and again.
     std::deque<OpenCall> pool;
     std::vector<std::uint32_t> freePlaces;
     std::vector<std::uint32_t> begun;  // since texts were kept
     std::uint64_t nextOrder = 0;
     std::size_t openCount = 0;
 
-    // Text logs come back to few threads and functions again and again: where `open` has them.
+    // Text logs repeat few threads and functions: these point into `open` and save most of its look-ups.
     struct Known {
         Key key;
         std::uint32_t* newest = nullptr;

@@ -3,13 +3,13 @@
 namespace ckscribe {
 
 void CallReader::Feed(std::string_view bytes) {
-    // In pieces, so that memory stays small whatever is fed.
+    // It feeds pieces of 1 MiB: memory stays small however much the caller feeds.
     constexpr std::size_t kPiece = 1 << 20;
     while (!bytes.empty()) {
         const std::string_view piece = bytes.substr(0, kPiece);
         bytes.remove_prefix(piece.size());
         text.Add(piece);
-        // Only a line's end completes a record.
+        // A record is complete only with a line end.
         if (piece.find('\n') != piece.npos) Parse(LogParser::Rest::kComes);
     }
 }

@@ -1,13 +1,13 @@
-// Turns the bytes of one log, or of the files of one rotated family one after the other, into calls. Takes
-// pieces of any size, so that a growing file can be read as it grows.
+// Turns the bytes of one log, or of the files of one rotated family one after the other, into calls. It takes
+// pieces of any size and can therefore read a file while it grows.
 //
 //     CallReader reader(sink);
 //     reader.Feed(bytes);  // as often as there are some
 //     reader.Settle();     // while waiting for more
 //     reader.Finish();
 //
-// Its memory grows with the calls that are open, never with the log: a line of any length is kept as its
-// beginning and its end. Used by one thread at a time.
+// Its memory grows with the open calls, never with the log: of a very long line it keeps the beginning and
+// the end. One thread at a time may use it.
 #pragma once
 
 #include <cstddef>
@@ -30,17 +30,16 @@ public:
     // Reads the next bytes of the log.
     void Feed(std::string_view bytes);
 
-    // Everything that was written so far has been fed: takes a last record that is whole but for its line
-    // end.
+    // Says that all of the log so far was fed. Takes a last record that lacks only its line end.
     void Settle();
 
-    // The file ends here, and the next file of the family begins.
+    // Ends the file: what is fed next belongs to the next file of the family.
     void EndFile();
 
-    // The log ends here: gives the calls without an end to the sink.
+    // Ends the log: gives the calls without an end to the sink.
     void Finish();
 
-    // The calls in progress.
+    // Calls `visit` for each call in progress, in no particular order.
     void ForEachOpen(const std::function<void(const Call&)>& visit) const { joiner.ForEachOpen(visit); }
 
     // See LogOrder::SetFirstDay.

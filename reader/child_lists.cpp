@@ -41,7 +41,7 @@ constexpr ChildElement kMember[] = {{KindOf("serial")}, Member("ushort", "member
 constexpr ChildElement kHaStatus[] = {
     {KindOf("serial")}, {KindOf("member"), false, true}, Member("ushort", "listSize")};
 
-// "?bytes 'OUID='"
+// Reads one child of a row, for example "?bytes 'OUID='".
 ChildElement ElementOf(std::string_view row) {
     ChildElement element;
     element.isOptional = row.starts_with('?');
@@ -78,7 +78,7 @@ const Lists& ListsOf(FunctionIndex function) {
         };
 #define CHILDREN(Function, Start, End) set(#Function, Start, End);
 #include "reader/record_children.def"
-        // Two functions whose records do not say which of them they are about.
+        // The records of two functions print this name and do not say which of the two they are about.
         set(kUnknownType, "session", "");
         return lists;
     }();

@@ -1,5 +1,5 @@
-// Which children the records of each function have, in their order, and how each is written: the rows of
-// record_children.def as tables.
+// Tables made from the rows of record_children.def: they say which children the records of each function
+// have, in their order, and how each is written.
 //
 // Any thread may call these at any time.
 #pragma once
@@ -13,7 +13,7 @@
 
 namespace ckscribe {
 
-// What the kind of a child is for CallFields.
+// A child fills the member of CallFields that its kind names here.
 enum class FieldKind : std::uint8_t { kNone, kSlot, kSession, kObject, kUser, kMechanism };
 
 enum class ChildShape : std::uint8_t {
@@ -24,7 +24,7 @@ enum class ChildShape : std::uint8_t {
     kBoolean,
     kBytes,
     kValue,      // bytes without a line of their own
-    kText,       // bytes with their length
+    kText,       // bytes with their count
     kMechanism,  // a type and the bytes of its parameter
     kAttribute,  // a type and, for some lists, the bytes of its value
     kKeySizes,   // smallest, largest, flags
@@ -36,7 +36,7 @@ enum class ChildShape : std::uint8_t {
 };
 
 struct ChildKind {
-    std::string_view word;  // in record_children.def
+    std::string_view word;  // the kind's name in record_children.def
     ChildShape shape;
     std::string_view newLabel;
     bool hasOwnLabel;  // the new format prints the child's name
@@ -81,7 +81,7 @@ inline constexpr ChildKind kChildKinds[] = {
     {"serial", ChildShape::kSerial, "", true, "ByteString"},
     {"policies", ChildShape::kPolicies, "", true, "ULong"},
     {"any", ChildShape::kAny, "", false, ""},
-    // Parts of what has no line of its own.
+    // These are parts of children that have no line of their own.
     {"part", ChildShape::kNumber, "", false, "", FieldKind::kNone, ""},
     {"parameter", ChildShape::kBytes, "", false, "", FieldKind::kNone, "ByteString"},
 };
@@ -94,7 +94,7 @@ constexpr std::uint8_t KindOf(std::string_view word) {
     throw "no such kind";
 }
 
-// A place of a list, for one child or several.
+// One place of a list. It holds one child, or several if it is repeated.
 struct ChildElement {
     std::uint8_t kind = 0;  // index of kChildKinds
     bool isOptional = false;
@@ -103,10 +103,10 @@ struct ChildElement {
     std::string_view name = {};   // of the value, where no label is printed
 };
 
-// The list of a function's start or end record. Lives as long as the process.
+// Returns the list of a function's start or end record, which lives as long as the process.
 std::span<const ChildElement> ChildrenOfRecord(FunctionIndex function, bool isStart);
 
-// What stands in a child that is a group.
+// Returns the list of the children inside a group of this kind, which lives as long as the process.
 std::span<const ChildElement> MembersOf(std::uint8_t kind);
 
 }  // namespace ckscribe

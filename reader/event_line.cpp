@@ -21,7 +21,7 @@ namespace {
 
 using simdjson::ondemand::json_type;
 
-// A string as it stands in the line, without its quotes. Names, times and runs hold nothing that is escaped.
+// Returns a string as it stands in the line, without its quotes. Names, times and runs hold no escapes.
 std::string_view PlainString(simdjson::ondemand::value& value) {
     std::string_view token = value.raw_json_token();
     while (token.ends_with(' ')) token.remove_suffix(1);
@@ -30,7 +30,7 @@ std::string_view PlainString(simdjson::ondemand::value& value) {
     return token.find('\\') == token.npos ? token : std::string_view();
 }
 
-// A JSON number, or a string of decimal digits above 2^53.
+// Reads a JSON number, or a string of decimal digits, which stands for a number above 2^53.
 bool ReadNumber(simdjson::ondemand::value& value, std::uint64_t& number) {
     if (value.get_uint64().get(number) == simdjson::SUCCESS) return true;
     return value.get_uint64_in_string().get(number) == simdjson::SUCCESS;
@@ -93,7 +93,7 @@ bool EventLineReader::Read(std::string_view line, Record& record) {
             record.process = static_cast<std::uint32_t>(number);
             found |= kHasProcess;
         } else if (IsKey(key, "tid")) {
-            // Text logs have threads of negative numbers.
+            // Threads of text logs may have negative numbers.
             if (value.get_int64().get(record.thread) != simdjson::SUCCESS) return false;
             record.hasThread = true;
         } else if (IsKey(key, "call")) {
@@ -166,7 +166,7 @@ std::string BytesOfHex(std::string_view hex) {
     return bytes;
 }
 
-// A number, a boolean or a text, whatever stands there.
+// Sets `value` to the number, the boolean or the text that stands in `json`.
 void SetPlain(Value& value, const element& json) {
     switch (json.type()) {
         case element_type::BOOL:
@@ -182,7 +182,8 @@ void SetPlain(Value& value, const element& json) {
             const std::string_view text = json;
             std::uint64_t number = 0;
             const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-            // A smaller number is written without quotes; such digits are a text, a serial number perhaps.
+            // Smaller numbers stand without quotes. Digits in quotes that are not above 2^53 are a text, for
+            // example a serial number.
             constexpr std::uint64_t kLargestPlain = std::uint64_t{1} << 53;
             const bool isNumber = error == std::errc() && end == text.data() + text.size();
             if (isNumber && number > kLargestPlain && !text.starts_with('0')) {
@@ -198,7 +199,8 @@ void SetPlain(Value& value, const element& json) {
     }
 }
 
-// Members that a child of any kind has; whatever else it has is a value of its own, named as the member is.
+// Reads the members that a child of any kind has. Every other member becomes a value of its own with the
+// member's name.
 Value ValueOf(const element& json) {
     Value value;
     simdjson::dom::object object;
@@ -206,7 +208,7 @@ Value ValueOf(const element& json) {
         SetPlain(value, json);
         return value;
     }
-    // The number of an attribute or a mechanism is its type's.
+    // The number of an attribute or a mechanism is the number of its type.
     const bool hasTypeNumber = object["number"].error() == simdjson::SUCCESS;
     for (const auto& [key, member] : object) {
         std::string_view text;

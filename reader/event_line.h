@@ -11,18 +11,18 @@
 
 namespace ckscribe {
 
-// How many readable bytes must follow the text that EventLineReader is given.
+// EventLineReader may read so many bytes behind the line that it is given.
 inline constexpr std::size_t kEventPadding = 64;
 
-// Used by one thread at a time.
+// One thread at a time may use a reader.
 class EventLineReader {
 public:
-    // Whether lines that can be read the plain way are read so; see plain_event.h.
+    // `usesPlainWay`: the reader tries ReadPlainEvent first (see plain_event.h). Tests compare both ways.
     explicit EventLineReader(bool usesPlainWay = true);
     ~EventLineReader();
 
-    // Takes a line (without its end) apart and returns true, or returns false when it is no whole event. Sets
-    // all of `record` but its line number. kEventPadding bytes behind the line must be readable.
+    // Reads a line (without its end) into `record` and returns true. Returns false if the line is no whole
+    // event. Sets all of `record` but its line number. kEventPadding bytes behind the line must be readable.
     bool Read(std::string_view line, Record& record);
 
 private:
@@ -31,10 +31,10 @@ private:
     const bool usesPlainWay;
 };
 
-// The children "in" or "out" of an event's line; none when the line has none.
+// Returns the children of the member "in" or "out" of an event's line; none when the line has no such member.
 std::vector<Value> ChildrenOfEvent(std::string_view line, std::string_view member);
 
-// The same member as JSON without white space; empty when the line has none.
+// Returns the same member as JSON without white space; empty when the line has no such member.
 std::string MemberOfEvent(std::string_view line, std::string_view member);
 
 }  // namespace ckscribe

@@ -23,7 +23,7 @@ bool Take(std::string_view& text, char character) {
     return true;
 }
 
-// "2026-11-21T"
+// Takes "2026-11-21T".
 bool TakeDate(std::string_view& text, std::int64_t& days) {
     std::int64_t year, month, day;
     if (!TakeDigits(text, 4, year) || !Take(text, '-') || !TakeDigits(text, 2, month) || !Take(text, '-') ||
@@ -34,7 +34,7 @@ bool TakeDate(std::string_view& text, std::int64_t& days) {
     return true;
 }
 
-// "12:33:"
+// Takes "12:33:".
 bool TakeMinute(std::string_view& text, std::int64_t& seconds) {
     std::int64_t hour, minute;
     if (!TakeDigits(text, 2, hour) || !Take(text, ':') || !TakeDigits(text, 2, minute) || !Take(text, ':'))

@@ -1,6 +1,6 @@
-// What the members of an event say: its time and its run, and which members it cannot do without.
+// Reads the time and the run of an event, and decides whether an event has all members that it needs.
 //
-// An event that was made of a text log has neither run nor number, and as much of a time as the log has.
+// An event that was made from a text log has neither run nor number. Its time says as much as the log does.
 #pragma once
 
 #include <array>
@@ -12,10 +12,10 @@
 
 namespace ckscribe {
 
-// Members that were found in an event.
+// The members that a reader has found in an event.
 enum EventMembers : unsigned { kHasEvent = 1, kHasRun = 2, kHasCall = 4, kHasFunction = 8, kHasProcess = 16 };
 
-// Whether a record with these members is a whole event. An end without a result tells nothing.
+// Returns whether a record with these members is a whole event. An end needs a result.
 inline bool HasAllOfAnEvent(unsigned found, const Record& record) {
     constexpr unsigned kAlways = kHasEvent | kHasFunction | kHasProcess;
     constexpr unsigned kTogether = kHasRun | kHasCall;
@@ -25,14 +25,14 @@ inline bool HasAllOfAnEvent(unsigned found, const Record& record) {
            (record.isStart || !record.result.empty());
 }
 
-// Keeps what many events say again and again. Used by one thread at a time.
+// Remembers times and runs that many events repeat. One thread at a time may use it.
 class EventValues {
 public:
-    // "2026-11-21T12:33:45.123456789Z"; of a text log "2026-11-21T12:33:45" or "12:33:45". False for anything
-    // else.
+    // Reads "2026-11-21T12:33:45.123456789Z", or "2026-11-21T12:33:45" and "12:33:45" as events from text
+    // logs have them. Returns false for anything else.
     bool ReadTime(std::string_view text, Moment& moment);
 
-    // See RunNames.
+    // Returns the number of a run in RunNames.
     std::uint32_t NumberOfRun(std::string_view run);
 
 private:
@@ -42,7 +42,7 @@ private:
     };
     std::array<Run, 16> runs;
 
-    // "2026-11-21T12:33:" and when that minute began.
+    // "2026-11-21T12:33:", and the beginning of that minute in seconds since 1970 in UTC.
     std::string lastMinute;
     std::int64_t lastMinuteBegan = 0;
 };

@@ -1,4 +1,4 @@
-// Names that many records repeat, each kept once for the life of the process: views of them stay valid.
+// Keeps each name that many records repeat once, for the life of the process. Views of the names stay valid.
 //
 // Any thread may add and ask at any time.
 #pragma once
@@ -15,10 +15,10 @@ namespace ckscribe {
 
 class KnownNames {
 public:
-    // What a damaged log may add before further names become one.
+    // A damaged log adds at most so many names. All further names share the number 0.
     static constexpr std::size_t kMost = 100'000;
 
-    // The number of a name, from 1; 0 when there are too many.
+    // Returns the number of a name, from 1; 0 for a new name when there are too many.
     std::uint32_t NumberOf(std::string_view name) {
         const std::lock_guard lock(mutex);
         if (const auto found = numbers.find(name); found != numbers.end()) return found->second;
@@ -28,7 +28,7 @@ public:
         return number;
     }
 
-    // The name of a number that NumberOf gave; empty for 0.
+    // Returns the name of a number that NumberOf gave; empty for 0.
     std::string_view NameOf(std::uint32_t number) const {
         if (number == 0) return {};
         const std::lock_guard lock(mutex);

@@ -1,8 +1,8 @@
-// How durations are distributed: log-linear buckets. Every power of two is split into 128 buckets, so that a
-// percentile is off by at most one part in 256 (0.4 %). Numbers below 256 have a bucket each.
+// Counts durations in log-linear buckets. Every power of two is split into 128 buckets, therefore a
+// percentile is off by at most one part in 256 (0.4 %). Durations below 256 ns have a bucket each.
 //
-// One function from durations to buckets (LatencyBucket) serves everything that shows percentiles, so that
-// all show the same. Not safe to change from several threads at once.
+// Everything that shows percentiles uses LatencyBucket, therefore all show the same ones. One thread at a
+// time may change a histogram.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace ckscribe {
 
 inline constexpr unsigned kLatencyBucketBits = 7;  // 128 buckets for each power of two
 
-// The bucket of a duration in nanoseconds; greater durations have the same or a greater one.
+// Returns the bucket of a duration in nanoseconds. A longer duration has the same bucket or a greater one.
 constexpr std::uint32_t LatencyBucket(std::uint64_t nanoseconds) {
     constexpr std::uint64_t kExact = std::uint64_t{2} << kLatencyBucketBits;
     if (nanoseconds < kExact) return static_cast<std::uint32_t>(nanoseconds);
@@ -26,7 +26,7 @@ constexpr std::uint32_t LatencyBucket(std::uint64_t nanoseconds) {
     return (shift << kLatencyBucketBits) + top;
 }
 
-// The smallest duration of a bucket.
+// Returns the smallest duration of a bucket, in nanoseconds.
 constexpr std::uint64_t LatencyBucketBegin(std::uint32_t bucket) {
     constexpr std::uint32_t kExact = 2U << kLatencyBucketBits;
     if (bucket < kExact) return bucket;
@@ -35,7 +35,7 @@ constexpr std::uint64_t LatencyBucketBegin(std::uint32_t bucket) {
     return top << shift;
 }
 
-// The duration that stands for all of a bucket: its middle.
+// Returns the duration that stands for all of a bucket: its middle, in nanoseconds.
 constexpr std::uint64_t LatencyOfBucket(std::uint32_t bucket) {
     const std::uint64_t begin = LatencyBucketBegin(bucket);
     const std::uint64_t last = LatencyBucketBegin(bucket + 1) - 1;
@@ -61,7 +61,7 @@ public:
         maximum = std::max(maximum, other.maximum);
     }
 
-    // Takes a distribution that somebody else counted, bucket by bucket and then what is exact of it.
+    // Add a distribution that somebody else counted: first each bucket, then its exact sum and maximum.
     void AddBucket(std::uint32_t bucket, std::uint64_t times) {
         if (bucket >= buckets.size()) buckets.resize(bucket + 1);
         buckets[bucket] += times;
@@ -76,11 +76,11 @@ public:
     std::uint64_t Total() const { return total; }      // exact
     std::uint64_t Maximum() const { return maximum; }  // exact
 
-    // The nearest rank: the smallest duration such that at least `percent` of all (above 0, at most 100) are
-    // not longer. Nothing when there are none.
+    // Returns the percentile by nearest rank, in nanoseconds: the smallest duration such that at least
+    // `percent` of all (above 0, at most 100) are not longer. Returns nothing when there are no durations.
     std::optional<std::uint64_t> Percentile(double percent) const {
         if (count == 0) return std::nullopt;
-        // Rounded up, but not because of the last bit of a product: 99.9 % of 1000 is 999.
+        // The rank is rounded up, but not because of the last bit of a product: 99.9 % of 1000 is 999.
         const double exact = percent * static_cast<double>(count) / 100;
         auto rank = static_cast<std::uint64_t>(exact);
         if (static_cast<double>(rank) < exact - exact * 1e-12) ++rank;
@@ -93,7 +93,7 @@ public:
         return maximum;
     }
 
-    // How many durations lie in each bucket.
+    // Returns the count of durations in each bucket.
     const std::vector<std::uint64_t>& Buckets() const { return buckets; }
 
 private:

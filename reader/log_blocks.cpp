@@ -14,7 +14,7 @@ bool LogBlocks::Read(LogBlock& block) {
     memory.TakeBehind(rest, 0);
     block.bytes = 0;
     std::size_t size = 0;
-    // A record that is longer than a block has several.
+    // A record that is longer than a block needs several reads.
     while (hasMore && size == 0) {
         for (std::size_t count = 0; count < kSize;) {
             const std::span<char> space = memory.Space(kSize - count);

@@ -1,7 +1,7 @@
-// Reads the files of one log in blocks that begin and, nearly always, end where a record does, so that each
-// can be taken apart for itself.
+// Reads the files of one log in blocks. A block begins with a record and nearly always ends with one,
+// therefore several threads can read records from blocks at once.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstdint>
@@ -29,16 +29,15 @@ struct LogBlock {
 
 class LogBlocks {
 public:
-    // How much of a file is read at once. Small enough for a block and its records to stay in a processor's
-    // own memory.
+    // LogBlocks reads so many bytes of a file at once. A block and its records fit into a processor's cache.
     static constexpr std::size_t kSize = 256 << 10;
 
-    // The files of `family`, which are indexes of `paths`; both outlive this.
+    // Reads the files of `family`, which are indexes of `paths`. Both outlive this object.
     LogBlocks(const std::vector<std::string>& paths, const LogFamily& family)
         : paths(paths), family(family) {}
 
-    // Reads the next block into `block`, whose memory serves again. Returns false when there is none. Each
-    // file has a block at least, also one that cannot be read.
+    // Reads the next block into `block` and uses its memory again. Returns false when there is none. Each
+    // file has at least one block, even a file that cannot be read.
     bool Read(LogBlock& block);
 
 private:

@@ -19,7 +19,7 @@ bool CanBeReadOnceOnly(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-// Whether all of `bytes` was written.
+// Returns whether it wrote all of `bytes`.
 bool Write(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t count = write(file, bytes.data(), bytes.size());
@@ -30,7 +30,7 @@ bool Write(int file, std::string_view bytes) {
     return true;
 }
 
-// Returns why it failed; empty: it did not.
+// Returns why it failed; empty on success.
 std::string Copy(int from, int to) {
     std::vector<char> block(256 << 10);
     while (true) {

@@ -1,6 +1,6 @@
-// Copies of logs that can be read once only: standard input, pipes. They go when this does.
+// Copies logs that can be read only once: standard input and pipes. The destructor removes the copies.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstddef>
@@ -16,11 +16,12 @@ public:
     LogCopies(const LogCopies&) = delete;
     LogCopies& operator=(const LogCopies&) = delete;
 
-    // Puts the path of a copy in the place of each path that is no file. A copy lies in TMPDIR, or in /tmp,
-    // and only its owner can read it.
+    // Copies each log that is no file and replaces its path by the path of the copy. A copy lies in TMPDIR,
+    // or in /tmp, and only its owner can read it.
     void Replace(std::vector<std::string>& paths);
 
-    // Why the path at `index` could not be copied, or not whole; empty: it could, or needed no copy.
+    // Returns why the log at `index` could not be copied, or not completely; empty when it could, or needed
+    // no copy.
     std::string ErrorOf(std::size_t index) const;
 
 private:

@@ -11,7 +11,8 @@ bool IsDigits(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
-// "20261121", "2026-11-21", and either with a time behind it: "20261121-1530", "2026112115".
+// Returns whether `text` is a date, "20261121" or "2026-11-21", with or without a time behind it:
+// "20261121-1530", "2026112115". Sets `digits` to its digits.
 bool IsDate(std::string_view text, std::string& digits) {
     digits.clear();
     for (const char character : text) {
@@ -40,7 +41,7 @@ RotatedName ReadRotatedName(std::string_view path) {
     DropCompression(path);
     const std::size_t slash = path.rfind('/');
     const std::size_t begin = slash == path.npos ? 0 : slash + 1;
-    // Rotation adds a number of few digits; more are a process number, which is no rotation.
+    // Rotation adds a number of at most three digits. A longer number is that of a process.
     const std::size_t dot = path.rfind('.');
     if (dot != path.npos && dot > begin) {
         const std::string_view last = path.substr(dot + 1);
@@ -76,7 +77,7 @@ std::vector<LogFamily> FamiliesOf(std::span<const std::string> paths) {
             family->push_back(index);
         }
     }
-    // The log itself is the newest; a file with a date is older than it, one with a greater number older
+    // The log itself is the newest. A file with a date is older, and a file with a greater number is older
     // still.
     const auto age = [&names](std::uint32_t index) {
         const RotatedName& name = names[index];

@@ -1,4 +1,4 @@
-// Which of several log files are one log that was rotated: "log.txt", "log.txt.1", "log.txt.2.gz",
+// Finds the log files that are one rotated log: "log.txt", "log.txt.1", "log.txt.2.gz",
 // "log.txt-20261121.xz".
 //
 // Pure functions: any thread may call them at any time.
@@ -12,7 +12,7 @@
 
 namespace ckscribe {
 
-// What a file's name says about its place in a family.
+// A file's place in its family, as its name says it.
 struct RotatedName {
     std::string log;      // the name without what rotation and compression added
     std::string date;     // digits of its date; empty: none
@@ -20,11 +20,11 @@ struct RotatedName {
 };
 RotatedName ReadRotatedName(std::string_view path);
 
-// The indexes of a family's files in `paths`, the oldest first.
+// The indexes of a family's files among the paths, the oldest first.
 using LogFamily = std::vector<std::uint32_t>;
 
-// Every path belongs to one family; families stand in the order of their first paths. Standard input ("-") is
-// a family of its own.
+// Sorts paths into families. Every path belongs to one family; families stand in the order of their first
+// paths. Standard input ("-") is a family of its own.
 std::vector<LogFamily> FamiliesOf(std::span<const std::string> paths);
 
 }  // namespace ckscribe

@@ -1,7 +1,7 @@
-// Puts what was found in the pieces of a log, each for itself, into the order of the whole log: the numbers
-// of lines, the days of the new format's records, and stretches that go on from piece to piece.
+// Puts what LogParser finds in each piece of a log into the order of the whole log. It counts the lines and
+// the days of the new format's records, and joins stretches that go on from piece to piece.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,8 @@
 
 namespace ckscribe {
 
-// What a LogParser finds in one piece. Lines count from 0 there, and records of the
-// new format have a time of day.
+// A LogParser finds this in one piece. Lines count from 0 in the piece, and records of the new format have
+// only a time of day.
 struct FoundInText {
     std::vector<Record> records;
     std::vector<UnreadableStretch> stretches;
@@ -32,8 +32,8 @@ struct FoundInText {
 
 class LogOrder {
 public:
-    // Takes what was found in the next piece: gives `onStretch` the stretches that have ended, and then
-    // `onRecord` each record, with their places in the file and the records' moments in the log.
+    // Takes what was found in the next piece. Gives `onStretch` the stretches that have ended, and then
+    // `onRecord` each record. Both have their places in the file, and records have their moments in the log.
     template <class OnStretch, class OnRecord>
     void Take(FoundInText& found, const OnStretch& onStretch, const OnRecord& onRecord) {
         for (std::size_t i = 0; i < found.stretches.size(); ++i) {
@@ -55,18 +55,19 @@ public:
         line += found.lines;
     }
 
-    // The file ends: gives a stretch that stands at its end to `onStretch`, and begins to count lines again.
+    // Ends the file: gives a stretch that stands at its end to `onStretch`, and counts lines from 1 again.
     template <class OnStretch>
     void EndFile(const OnStretch& onStretch) {
         GiveOpen(onStretch);
         line = 1;
     }
 
-    // The date of the log's first day, in days since 1970: from then on the new format's records have a date.
+    // Sets the date of the log's first day, in days since 1970. From now on Take gives the new format's
+    // records a date.
     void SetFirstDay(std::int64_t day) { firstDay = day; }
 
-    // How many days after its first one the last record of the new format was made; nothing without such a
-    // record.
+    // Returns how many days lie between the first record of the new format and the last one; nothing without
+    // such a record.
     std::optional<std::int64_t> LastDay() const {
         return lastTime ? std::optional<std::int64_t>(days) : std::nullopt;
     }
@@ -81,7 +82,8 @@ private:
 
     Moment TimeInLog(const Moment& timeOfDay) {
         constexpr std::int64_t kDay = kSecondsPerDay * kNanosecondsPerSecond;
-        // A record that another process wrote a moment before midnight may stand behind those of the new day.
+        // A record that another process wrote a moment before midnight may stand behind records of the new
+        // day.
         constexpr std::int64_t kNearlyDay = kDay - 600 * kNanosecondsPerSecond;
         const std::int64_t time = timeOfDay.nanoseconds;
         std::int64_t day = days;

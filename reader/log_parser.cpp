@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLongestBeginning = 200;
 
-// Takes pieces off the front of a text. After the first one that is not there, nothing is taken any more.
+// Takes pieces off the front of a text. After the first piece that is missing, it takes nothing more.
 class Pieces {
 public:
     explicit Pieces(std::string_view text) : rest(text) {}
@@ -27,7 +27,7 @@ public:
     }
     void Take(std::string_view literal) { isWell = TryTake(literal); }
 
-    // Exactly two digits; the first may be a space.
+    // Takes exactly two digits. With `maySpace` the first may be a space.
     std::int64_t TakeTwoDigits(bool maySpace = false) {
         if (!isWell || rest.size() < 2) return Fail();
         const char first = maySpace && rest[0] == ' ' ? '0' : rest[0];
@@ -47,7 +47,7 @@ public:
         return number;
     }
 
-    // What stands in front of the next `end`, on this line.
+    // Takes the text in front of the next `end` on this line, at most 63 bytes, and leaves `end`.
     std::string_view TakeUntil(char end) {
         const std::size_t most = std::min<std::size_t>(rest.size(), 64);
         const void* const found = isWell ? std::memchr(rest.data(), end, most) : nullptr;
@@ -71,7 +71,7 @@ private:
     bool isWell = true;
 };
 
-// A result that is no CKR_OK: its name, or CKR_UNKNOWN and its number.
+// Takes a result other than CKR_OK: its name, or CKR_UNKNOWN and its number.
 void TakeResult(Pieces& pieces, std::string_view name, Record& record) {
     record.hasRv = true;
     if (name.starts_with(kUnknownResult)) {
@@ -101,7 +101,7 @@ std::int64_t SecondOfDay(Pieces& pieces) {
     return (hour * 60 + minute) * 60 + second;
 }
 
-// "Sun Nov 15 10:15:30 2026"
+// Takes "Sun Nov 15 10:15:30 2026".
 Moment CalendarTime(Pieces& pieces) {
     constexpr std::string_view kDays = "SunMonTueWedThuFriSat";
     constexpr std::string_view kMonths = "JanFebMarAprMayJunJulAugSepOctNovDec";
@@ -131,8 +131,8 @@ void FillField(std::optional<std::uint64_t>& field, std::uint64_t number) {
     if (!field) field = number;
 }
 
-// The head of a record, read as nearly all heads look; anything else is not plain. Nothing is read behind the
-// line feed.
+// Reads the head of a record in the form that nearly all heads have. Every other form is not plain. It reads
+// no byte behind the line feed.
 class PlainHead {
 public:
     PlainHead(const char* begin, const char* lineEnd) : position(begin), end(lineEnd) {}
@@ -140,7 +140,7 @@ public:
     bool IsPlain() const { return isPlain; }
     const char* Position() const { return position; }
 
-    // "10:15:30 "
+    // Takes "10:15:30 ".
     std::int64_t TakeSecondOfDay() {
         constexpr std::ptrdiff_t kSize = 9;
         if (end - position <= kSize || position[2] != ':' || position[5] != ':' || position[8] != ' ')
@@ -158,7 +158,7 @@ public:
         std::uint64_t number = 0;
         for (unsigned digit; (digit = static_cast<unsigned char>(*position) - unsigned{'0'}) <= 9; ++position)
             number = number * 10 + digit;
-        // More digits may be too many.
+        // A number of more than nine digits may be too large.
         return position == begin || position - begin > 9 ? Fail() : static_cast<std::int64_t>(number);
     }
 
@@ -176,7 +176,7 @@ public:
         }
     }
 
-    // "STRT" or "FINI"
+    // Takes "STRT" or "FINI", and returns whether it was "STRT".
     bool TakeIsStart() {
         const bool isStart = end - position > 4 && std::memcmp(position, "STRT", 4) == 0;
         if (!isStart && (end - position <= 4 || std::memcmp(position, "FINI", 4) != 0)) return Fail() != 0;
@@ -184,7 +184,7 @@ public:
         return isStart;
     }
 
-    // The name up to the next blank.
+    // Takes the name up to the next blank, and the blank.
     const PrintedFunction* TakeName() {
         const char* const begin = position;
         while (position != end && *position != ' ') ++position;
@@ -195,7 +195,7 @@ public:
         return FindPrinted({begin, static_cast<std::size_t>(position++ - begin)});
     }
 
-    // "CKR_OK123clks ", or "***", the name of another result and "***123clks ".
+    // Takes "CKR_OK123clks ", or "***", the name of another result and "***123clks ".
     bool TakeResult(Record& record) {
         constexpr std::string_view kOk = "CKR_OK";
         constexpr std::string_view kClocks = "clks ";
@@ -224,7 +224,7 @@ private:
         return static_cast<std::size_t>(end - position) > literal.size() &&
                std::memcmp(position, literal.data(), literal.size()) == 0;
     }
-    // 100 and more where there are no two digits.
+    // Returns the number of two digits; 100 or more where there are no two digits.
     unsigned TwoDigits(int offset) const {
         const unsigned tens = static_cast<unsigned char>(position[offset]) - unsigned{'0'};
         const unsigned ones = static_cast<unsigned char>(position[offset + 1]) - unsigned{'0'};
@@ -333,7 +333,7 @@ LogParser::Outcome LogParser::ReadRecord(std::string_view text, std::size_t begi
     return Outcome::kUnreadable;
 }
 
-// One line, of which this reads what nearly all lines look like.
+// Nearly all lines have the form that this function reads.
 bool LogParser::ReadPlainRecord(const char* begin, const char* lineEnd, Record& record) {
     PlainHead head(begin, lineEnd);
     const std::int64_t second = head.TakeSecondOfDay();
@@ -355,7 +355,7 @@ bool LogParser::ReadPlainRecord(const char* begin, const char* lineEnd, Record& 
         outcome = ReadPlainChildren(body, lineEnd, record.function, record.isStart, record.fields);
     }
     if (outcome == PlainOutcome::kCannotBeRead && body[0] == '{' && body + 2 == lineEnd) {
-        // The end of a failed call, which has no children.
+        // This is the end of a failed call, which has no children.
         record.function = printed.functions[0];
         record.isFunctionCertain = printed.count == 1;
         record.fields = CallFields{};
@@ -369,11 +369,11 @@ bool LogParser::ReadPlainRecord(const char* begin, const char* lineEnd, Record& 
     return true;
 }
 
-// "10:15:30 01234-567:STRTLogout {Sesn=5 }", "10:15:30 01234-567:FINILogout ***CKR_PIN_INCORRECT***12345clks
-// {}"
+// Reads "10:15:30 01234-567:STRTLogout {Sesn=5 }" or "10:15:30 01234-567:FINILogout
+// ***CKR_PIN_INCORRECT***12345clks {}".
 LogParser::Outcome LogParser::ReadNewRecord(std::string_view text, std::size_t begin, std::size_t& end,
                                             Record& record) {
-    // A head that is cut by the end of the text is told from a bad one by the missing line end.
+    // Only a head without a line end may be cut by the end of the text. Any other bad head stays bad.
     const auto isCut = [&] { return !isAllThere && text.find('\n', begin) == text.npos; };
     Pieces pieces(text.substr(begin));
     const std::int64_t second = SecondOfDay(pieces);
@@ -408,11 +408,12 @@ LogParser::Outcome LogParser::ReadNewRecord(std::string_view text, std::size_t b
     return outcome;
 }
 
-// "Command(Logout, None, End, CKR_OK) PID:  1234  Time:  Sun Nov 15 10:15:30 2026" and the lines that follow.
+// Reads "Command(Logout, None, End, CKR_OK) PID:  1234  Time:  Sun Nov 15 10:15:30 2026" and the lines behind
+// it.
 LogParser::Outcome LogParser::ReadOldRecord(std::string_view text, std::size_t begin, std::size_t& end,
                                             Record& record) {
     const auto isCut = [&] {
-        // Of the two or three lines of the head.
+        // The head has two or three lines.
         std::size_t lineEnd = begin;
         for (int i = 0; i < 3 && lineEnd != text.npos; ++i) lineEnd = text.find('\n', lineEnd + 1);
         return !isAllThere && lineEnd == text.npos;
@@ -451,7 +452,7 @@ LogParser::Outcome LogParser::ReadOldRecord(std::string_view text, std::size_t b
     return ReadBody(text, text.size() - pieces.Rest().size(), end, false, record);
 }
 
-// Children, by which functions with the same name are told apart.
+// Reads the children. They decide between functions that print the same name.
 LogParser::Outcome LogParser::ReadBody(std::string_view text, std::size_t begin, std::size_t& end, bool isNew,
                                        Record& record) {
     const ChildrenFormat format{isNew, record.isStart};
@@ -464,7 +465,7 @@ LogParser::Outcome LogParser::ReadBody(std::string_view text, std::size_t begin,
         record.function = printed.functions[i];
     }
     if (read.outcome == ChildrenOutcome::kUnreadable) {
-        // Also the end of a failed call of the vendor's, which has no children.
+        // A failed call of the vendor's comes here, too: its end has no children.
         read = children.ReadAnything(body, format, isAllThere);
         record.function = printed.functions[0];
         record.isFunctionCertain = printed.count == 1;

@@ -1,8 +1,9 @@
-// Takes the text of a log apart into records. Each line is looked at for itself, so that a log may hold
-// records of both text formats and events. What is no record is counted in stretches, and nothing stops.
+// Reads the records in the text of a log. It looks at each line separately, therefore one log may hold
+// records of both text formats and events. It counts lines that are no record in stretches and goes on behind
+// them.
 //
-// A parser keeps nothing from text to text but its memory: several may read the pieces of one log, and
-// LogOrder puts together what they find. Used by one thread at a time.
+// A parser keeps only its memory from text to text. Therefore several parsers may read the pieces of one log,
+// and LogOrder puts together what they find. One thread at a time may use a parser.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +18,7 @@
 
 namespace ckscribe {
 
-// A record of several lines that still lacks its end after so many bytes is given up.
+// The parser gives up a record of several lines that still lacks its end after so many bytes.
 inline constexpr std::size_t kLongestRecord = 8 << 20;
 
 class LogParser {
@@ -28,22 +29,24 @@ public:
         kIsThere,  // the text ends here
     };
 
-    // Whether records that can be read the plain way are read so; see plain_children.h and plain_event.h.
+    // `usesPlainWay`: the parser tries the fast readers first (see plain_children.h and plain_event.h). Tests
+    // compare both ways.
     explicit LogParser(bool usesPlainWay = true) : events(usesPlainWay), usesPlainWay(usesPlainWay) {}
 
-    // Reads the whole records of `text`, which begins with a line, into `found`; their views point into
-    // `text`. Returns how much of it is done with: the rest must come again with more behind it, and what is
-    // found does not depend on where texts end. kEventPadding bytes behind `text` must be readable.
+    // Reads the complete records of `text`, which begins with a line, into `found`; their views point into
+    // `text`. Returns how many bytes are done. The caller gives the rest again with more text behind it;
+    // where texts end does not change what is found. kEventPadding bytes behind `text` must be readable.
     std::size_t Parse(std::string_view text, Rest rest, FoundInText& found);
 
 private:
     enum class Outcome { kRead, kUnreadable, kNeedsMore };
 
-    // Reads what stands on one line in the plainest way, or returns false: then ReadRecord must see.
+    // Reads a record of the new format on one line in the fast way. Returns false if that cannot read it;
+    // ReadRecord decides then.
     static bool ReadPlainRecord(const char* begin, const char* lineEnd, Record& record);
 
     Outcome ReadRecord(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
-    // Each reads what begins at `begin`; sets `end` to what is behind it.
+    // Each reads the record or the children that begin at `begin`, and sets `end` to the place behind them.
     Outcome ReadNewRecord(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
     Outcome ReadOldRecord(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
     Outcome ReadEvent(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
@@ -56,7 +59,8 @@ private:
     bool isAllThere = false;
 };
 
-// Where the last line begins that looks like the beginning of a record; 0 if no other does.
+// Returns the offset of the last line that looks like the beginning of a record; 0 if only the first line can
+// be one.
 std::size_t LastRecordBegin(std::string_view text);
 
 static_assert(kEventPadding >= kPlainPadding);

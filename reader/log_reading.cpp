@@ -23,9 +23,9 @@ namespace ckscribe {
 
 namespace {
 
-// How many blocks of a log are in memory at most.
+// At most so many blocks of a log are in memory.
 constexpr std::size_t kBlocks = 8;
-// How many of them wait to be taken apart before the thread that reads helps with it.
+// If so many of them wait for a parser, the thread that reads parses one of them first.
 constexpr std::size_t kWaitingBlocks = 2;
 
 // A block of a log on its way through the threads.
@@ -42,15 +42,15 @@ LogParser::Rest RestOf(const LogBlock& block) {
     return block.endsFile ? LogParser::Rest::kIsThere : LogParser::Rest::kComes;
 }
 
-// One log: its files one after the other. A thread of its own reads; that one and the caller's take blocks
-// apart, each the first that waits, and the caller's thread gets what they find in the order of the log.
+// Reads one log, its files one after the other. A second thread reads blocks. Both threads parse them, each
+// the first that waits, and the caller's thread gets what they find in the order of the log.
 class LogReading {
 public:
     LogReading(const std::vector<std::string>& paths, const LogFamily& family) : blocks(paths, family) {
         for (std::size_t i = 0; i < kBlocks; ++i) freePieces.push_back(std::make_unique<Piece>());
     }
 
-    // Gives each block and what was found in it to `take`, on this thread.
+    // Gives each block, and what was found in it, to `take` on this thread.
     template <class Take>
     void Run(const Take& take) {
         std::thread reading([this] { ReadAndParse(); });
@@ -64,7 +64,7 @@ public:
                 changed.notify_one();
             }
         } catch (...) {
-            // The sink wants no more.
+            // The sink has thrown: the other thread stops.
             {
                 const std::lock_guard lock(mutex);
                 isStopped = true;
@@ -105,7 +105,7 @@ private:
         }
     }
 
-    // The first piece, taken apart; null when there is no more.
+    // Returns the first piece, parsed; null when there are no more.
     std::unique_ptr<Piece> NextParsed() {
         std::unique_lock lock(mutex);
         while (true) {
@@ -144,8 +144,8 @@ private:
             pieces, [](const std::unique_ptr<Piece>& piece) { return piece->state == Piece::State::kRead; }));
     }
 
-    // A record that went on behind the end of its block belongs to the next one, which is then taken apart
-    // again behind it.
+    // If a record goes on behind the end of its block, its beginning moves in front of the next block, and
+    // that block is parsed again.
     void Continue(Piece& piece) {
         if (carried.Size() == 0) return;
         carried.Append(piece.block.text);
@@ -172,13 +172,13 @@ private:
     bool isStopped = false;
 };
 
-// When a log was made, as far as its records say.
+// Finds out when a log was made, as far as its records say.
 struct LogTimes {
     LogOrder order;
     std::int64_t lastWritten = 0;
     Moment lastRecord;
 
-    // The day of the first record of the new format, if there are any.
+    // Returns the day of the first record of the new format; nothing when there is none.
     std::optional<std::int64_t> FirstDay(std::optional<std::int64_t> date) const {
         if (!order.LastDay()) return std::nullopt;
         return date.value_or(LocalDayOf(lastWritten)) - *order.LastDay();
@@ -189,14 +189,14 @@ struct LogTimes {
     }
 };
 
-// Tells how far reading has come.
+// Reports how much was read.
 class Progress {
 public:
     Progress(const std::vector<std::string>& paths, const ReadingOptions& options)
         : tell(options.onProgress) {
         for (const std::string& path : paths) {
             struct stat status {};
-            // Only a file has a size, and only a file can be opened twice.
+            // Only a regular file has a size, and only a regular file can be opened twice.
             if (path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode))
                 progress.size += static_cast<std::uint64_t>(status.st_size);
         }
@@ -245,8 +245,8 @@ Moment InUtc(const Moment& moment, std::optional<std::int64_t> firstDay) {
     } else if (moment.scale != TimeScale::kLocal) {
         return moment;
     }
-    // Asking the system for each moment takes long; within a quarter of an hour no clock is changed but at
-    // its beginning.
+    // Offsets of time zones change only where a quarter of an hour begins, therefore the system is asked once
+    // for each quarter. Asking for each moment takes long.
     constexpr std::int64_t kQuarter = 900;
     thread_local std::int64_t lastQuarter = -1;
     thread_local std::int64_t lastOffset = 0;

@@ -1,6 +1,6 @@
-// Reads whole logs: files of any kind, standard input, families of rotated files. A thread reads and takes
-// the text apart; the caller's thread helps with it, joins the calls and gives them to the sink. Memory stays
-// the same whatever the length of the logs.
+// Reads whole logs: files of any kind, standard input, families of rotated files. A second thread reads the
+// files and finds records. The caller's thread finds records, too, joins them to calls and gives these to the
+// sink. Memory does not grow with the length of the logs.
 #pragma once
 
 #include <cstdint>
@@ -13,31 +13,33 @@
 
 namespace ckscribe {
 
-// How much of all files was read.
+// Says how many bytes of all files were read, and how many there are.
 struct ReadingProgress {
     std::uint64_t bytesRead = 0;
     std::uint64_t size = 0;  // 0: not known
 };
 
 struct ReadingOptions {
-    // The date of each log's last record, in days since 1970, for records of the new format; absent: the day
-    // on which its last file was written.
+    // The date of each log's last record of the new format, in days since 1970. When it is absent, the day
+    // counts on which the log's last file was written.
     std::optional<std::int64_t> date;
-    // Read each log twice if need be, so that all moments that the sink gets have a date. Otherwise those of
-    // the new format are counted from the log's first day, and OnLogEnd tells which that was.
+    // True: ReadLogs reads each log twice, and all moments that the sink gets have a date. False: moments of
+    // the new format count from the log's first day, and OnLogEnd gives the date of that day.
     bool needsDates = false;
-    // Called now and then, on the thread of the caller. May be empty.
+    // ReadLogs calls it after each block, on the thread of the caller. It may be empty.
     std::function<void(const ReadingProgress&)> onProgress;
 };
 
-// Calls of one log come between OnLogBegin and OnLogEnd.
+// The calls of one log come between OnLogBegin and OnLogEnd.
 class LogSink : public CallSink {
 public:
     // `files`: indexes of the log's files among the paths that were given, the oldest first.
     virtual void OnLogBegin(const std::vector<std::uint32_t>& /*files*/) {}
-    // With ReadingOptions::needsDates, behind OnLogBegin: when the log's last record was made, in UTC.
+    // With ReadingOptions::needsDates it follows OnLogBegin and says when the log's last record was made, in
+    // UTC.
     virtual void OnLogSurveyed(const Moment& /*lastRecord*/) {}
-    // `firstDay`: of the log's records in the new format, in days since 1970; absent without such records.
+    // `firstDay`: the date of the log's first record of the new format, in days since 1970; absent without
+    // such records.
     virtual void OnLogEnd(std::optional<std::int64_t> /*firstDay*/) {}
 };
 
@@ -46,20 +48,20 @@ struct FileReading {
     std::uint64_t records = 0;
     std::string error;  // why it could not be read, or not to its end; empty: it could
 
-    // Nothing was found in it, though there is something.
+    // Returns whether the file holds no record although it is not empty, or cannot be read.
     bool IsUseless() const { return records == 0 && (bytes != 0 || !error.empty()); }
 };
 
-// Reads the files and gives their calls to `sink`, which gets nothing any more when this returns. The result
+// Reads the files and gives their calls to `sink`, which gets nothing more after ReadLogs returns. The result
 // has a row for each path.
 std::vector<FileReading> ReadLogs(const std::vector<std::string>& paths, const ReadingOptions& options,
                                   LogSink& sink);
 
-// The day of a moment on this machine's calendar (days since 1970).
+// Returns the day of a moment on this machine's calendar, in days since 1970.
 std::int64_t LocalDayOf(std::int64_t secondsUtc);
 
-// A moment on the scale of UTC. `firstDay` as OnLogEnd tells it; without it a moment of that scale stays as
-// it is.
+// Converts a moment to UTC. `firstDay` is the date from OnLogEnd; without it a moment that counts from the
+// log's first day stays unchanged.
 Moment InUtc(const Moment& moment, std::optional<std::int64_t> firstDay = std::nullopt);
 
 }  // namespace ckscribe

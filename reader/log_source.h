@@ -1,7 +1,6 @@
-// The bytes of a log file, or of standard input: as they are, or unpacked where they are gzip, xz, zstd or
-// bzip2.
+// Gives the bytes of a log file, or of standard input. It unpacks gzip, xz, zstd and bzip2.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstddef>
@@ -23,26 +22,27 @@ public:
     // Opens a file; "-" is standard input. On failure returns false, and Error() says why.
     bool Open(const std::string& path);
 
-    // Reads up to `size` bytes. Returns how many; 0 at the end, and after a failure, of which Error() tells:
-    // a compressed file that ends early gives what can be unpacked of it.
+    // Reads at most `size` bytes and returns their count. Returns 0 at the end and after a failure; Error()
+    // says which. A compressed file that ends too early gives the bytes that can be unpacked.
     std::size_t Read(char* bytes, std::size_t size);
 
-    // Goes back to the beginning of what is open, or leaves out the next `count` bytes. On failure (standard
-    // input, an end that comes sooner) they return false.
+    // Rewind goes back to the beginning of the open file; Skip leaves out the next `count` bytes. They return
+    // false on failure (standard input cannot go back; the end may come sooner).
     bool Rewind();
     bool Skip(std::uint64_t count);
 
-    // The file is unpacked while it is read.
+    // Returns whether the source unpacks the file.
     bool IsUnpacking() const { return unpacker != nullptr; }
 
-    // Tells this file, as it lies on the disk, from others and from itself after a change.
+    // Returns a text that differs between two files, and between two states of one file on the disk.
     std::string Stamp() const;
 
-    // Why nothing more can be read; empty while all is well.
+    // Returns why nothing more can be read; empty while there is no failure.
     const std::string& Error() const { return error; }
 
-    // Of the file as it lies on the disk: how much of it was read, how much there is (0: not known), and when
-    // it was written last (seconds since 1970 in UTC; of standard input the present).
+    // These speak of the file as it lies on the disk. They return the bytes that were read, its size in bytes
+    // (0: not known), and the time of its last change (seconds since 1970 in UTC; for standard input the
+    // present).
     std::uint64_t BytesRead() const { return bytesRead; }
     std::uint64_t Size() const { return size; }
     std::int64_t WrittenAt() const { return writtenAt; }

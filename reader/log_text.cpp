@@ -5,7 +5,7 @@
 
 namespace ckscribe {
 
-// What was dropped goes, as soon as it is more than what is left.
+// Frees the dropped bytes as soon as they are more than the rest.
 void LogText::DropDone() {
     if (begin <= bytes.Size() - begin) return;
     bytes.DropFront(begin);
@@ -56,7 +56,7 @@ void LogText::Add(std::string_view more) {
 void LogText::AddToLongLine(std::string_view more) {
     lineEnd += more;
     if (lineEnd.size() <= 2 * kKeptEnd) return;
-    // An even number, for pairs of digits.
+    // The count is even, therefore pairs of digits stay together.
     const std::size_t surplus = (lineEnd.size() - kKeptEnd) & ~std::size_t{1};
     leftOut += surplus;
     lineEnd.erase(0, surplus);
@@ -65,8 +65,8 @@ void LogText::AddToLongLine(std::string_view more) {
 void LogText::EndLongLine() {
     isLong = false;
     if (leftOut != 0 && isEvent) {
-        // Neither side of the gap may be a part of an escape. A name of four digits behind a 'u' may be cut:
-        // then the line is no event.
+        // Neither side of the gap may be a part of an escape. Only the four digits behind a "\u" may still be
+        // cut; the line is then no event.
         const std::string_view kept = bytes.View();
         const std::size_t last = kept.find_last_not_of('\\');
         const std::size_t backslashes = last == kept.npos ? kept.size() : kept.size() - 1 - last;

@@ -1,6 +1,6 @@
-// The bytes of a log that were read and that no record was made of yet. Of a very long line it keeps the
-// beginning and the end, and how much was between them: in a text record kElisionMark tells it, in an event
-// the size that stands beside the bytes.
+// Holds the bytes of a log that were read and that belong to no record yet. Of a very long line it keeps only
+// the beginning and the end. The count of the bytes between them stands between two kElisionMark in a text
+// record; in an event the size beside the bytes says it. One thread at a time may use it.
 #pragma once
 
 #include <cstddef>
@@ -16,28 +16,28 @@ namespace ckscribe {
 
 class LogText {
 public:
-    // Of a longer line the middle is left out.
+    // LogText leaves out the middle of a line that is longer than this, in bytes.
     static constexpr std::size_t kLongestLine = 3 << 20;
-    // How much of its end is kept, at least.
+    // It keeps at least so many bytes of such a line's end.
     static constexpr std::size_t kKeptEnd = 64 << 10;
 
     void Add(std::string_view more);
 
-    // Room behind the text, for reading into. It is valid until the next call of any function here.
+    // Returns room for `count` bytes behind the text. It is valid until the next call of any function here.
     std::span<char> Space(std::size_t count);
-    // The first `count` bytes of that room were read.
+    // Adds the first `count` bytes of that room to the text.
     void AddFromSpace(std::size_t count);
 
-    // Everything but a long line that has no end yet. kEventPadding bytes behind it are readable.
+    // Returns all text but a long line that has no end yet. kEventPadding bytes behind it are readable.
     std::string_view View() const;
 
-    // Takes that many bytes off the front of the view.
+    // Takes `count` bytes off the front of the view.
     void Drop(std::size_t count) { begin += count; }
 
-    // The text ends here, also that of a long line.
+    // Ends the text, and with it a long line without an end.
     void End();
 
-    // Becomes what `other` has behind the first `done` bytes of its view, and leaves `other` its view.
+    // Becomes a copy of what `other` holds behind the first `done` bytes of its view. `other` keeps its text.
     void TakeBehind(const LogText& other, std::size_t done);
 
 private:
@@ -47,10 +47,10 @@ private:
 
     ByteBuffer bytes;
     std::size_t begin = 0;
-    // Where the last line begins, which has no end yet.
+    // The last line begins here and has no end yet.
     std::size_t lastLine = 0;
 
-    // Of a long line: what follows its beginning, which is at the end of `bytes`.
+    // While the last line is long, `bytes` ends with its beginning, and these hold what follows.
     bool isLong = false;
     bool isEvent = false;
     std::string lineEnd;

@@ -1,5 +1,5 @@
-// A moment as a log tells it. Events have nanoseconds in UTC; text logs have local seconds, the old format
-// with the date and the new one without.
+// A moment as a log says it. Events have nanoseconds in UTC. Text logs have local seconds, in the old format
+// with the date and in the new one without.
 #pragma once
 
 #include <cstdint>
@@ -22,18 +22,18 @@ struct Moment {
 
     bool IsThere() const { return scale != TimeScale::kNone; }
     bool IsDateKnown() const { return scale == TimeScale::kUtc || scale == TimeScale::kLocal; }
-    // Whether the log has parts of a second.
+    // Returns whether the log has fractions of a second.
     bool IsPrecise() const { return scale == TimeScale::kUtc; }
 
     friend bool operator==(const Moment&, const Moment&) = default;
 };
 
-// Whether the moments of a year can be told in nanoseconds since 1970.
+// Returns whether 64 bits hold all moments of a year in nanoseconds since 1970.
 constexpr bool HasNanoseconds(std::int64_t year) { return year > 1677 && year < 2262; }
 
-// The days from 1970-01-01 to a date of the Gregorian calendar (month and day from 1).
+// Returns the days from 1970-01-01 to a date of the Gregorian calendar (month and day from 1).
 constexpr std::int64_t DaysSince1970(std::int64_t year, unsigned month, unsigned day) {
-    // Years begin in March here, so that the leap day is the last one.
+    // Years begin in March here: the leap day is the last day of a year.
     year -= month <= 2 ? 1 : 0;
     const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
     const std::int64_t yearOfEra = year - era * 400;

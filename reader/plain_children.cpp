@@ -12,14 +12,14 @@ namespace ckscribe {
 
 namespace {
 
-// A ChildElement as this reader needs it.
+// A ChildElement in the form that this reader needs.
 struct PlainElement {
     ChildShape shape{};
     FieldKind field{};
     bool isOptional = false;
     bool isRepeated = false;
-    // What the new format prints in front of the value; its first eight bytes also as a number, to be
-    // compared at once.
+    // The new format prints the label in front of the value. The label's first eight bytes stand here as a
+    // number, too: one comparison tests them.
     std::uint32_t labelSize = 0;
     std::uint64_t labelWord = 0;
     std::uint64_t labelMask = 0;
@@ -58,7 +58,7 @@ struct PlainLists {
     std::vector<PlainElement> end;
 };
 
-// Functions that this library does not know have no list.
+// A function that this library does not know has an empty list.
 const PlainLists& PlainListsOf(FunctionIndex function) {
     static const std::vector<PlainLists> all = [] {
         std::vector<PlainLists> lists(FunctionCount());
@@ -81,7 +81,7 @@ constexpr std::array<bool, 256> kIsOfName = [] {
     return table;
 }();
 
-// Takes the children off the front of a line, the first way that comes. A line feed ends every search.
+// Takes the children off the front of a line in the first way that fits. A line feed ends every search.
 class Line {
 public:
     Line(const char* begin, const char* end, CallFields& fields)
@@ -100,7 +100,7 @@ private:
             do {
                 const char* const before = position;
                 if (ReadElement(element, isTop)) continue;
-                // A group may be read in other ways before it counts as absent.
+                // Another way to read the group may fit before it counts as absent.
                 if (isTop && element.shape == ChildShape::kGroup && position != before)
                     return maySkip && Odd();
                 if (!maySkip || isOdd) return false;
@@ -116,7 +116,7 @@ private:
     bool ReadBytes(const char* closing, std::size_t closingSize);
     bool ReadNumbers(bool isSession);
 
-    // What this reader leaves to the other one.
+    // Leaves the record to ChildrenReader.
     bool Odd() {
         isOdd = true;
         return false;
@@ -157,11 +157,11 @@ private:
         }
         for (unsigned digit; (digit = static_cast<unsigned char>(*position) - unsigned{'0'}) <= 9; ++position)
             number = number * 10 + digit;
-        // More digits may be too many.
+        // A number of more than 19 digits may be too large.
         return position - begin <= 19 ? position != begin : Odd();
     }
 
-    // The low 32 bits, printed as a signed number.
+    // Takes the low 32 bits, which are printed as a signed number.
     bool TakeSigned32(std::uint64_t& number) {
         const bool isNegative = Take('-');
         if (!TakeNumber(number)) return false;
@@ -192,7 +192,7 @@ private:
     const char* const end;
     CallFields& fields;
     bool isOdd = false;
-    // Something could have been read otherwise, or left out.
+    // There was another way to read something, or something could be left out.
     bool hasChoice = false;
 };
 
@@ -246,7 +246,7 @@ bool Line::ReadElement(const PlainElement& element, bool isTop) {
     return true;
 }
 
-// "CKA_LABEL=", and its value; a list of names has no values.
+// Reads "CKA_LABEL=" and its value. A list of names has no values.
 bool Line::ReadAttribute() {
     const char* const name = position;
     while (kIsOfName[static_cast<unsigned char>(*position)]) ++position;
@@ -254,7 +254,7 @@ bool Line::ReadAttribute() {
     return Take('=') ? ReadBytes("\" ", 2) : Take(' ');
 }
 
-// Bytes up to the first `closing`.
+// Reads bytes up to the first `closing`.
 bool Line::ReadBytes(const char* closing, std::size_t closingSize) {
     if (!Take('"')) return false;
     const char* from = position;
@@ -271,7 +271,7 @@ bool Line::ReadBytes(const char* closing, std::size_t closingSize) {
     }
 }
 
-// "(1,3,0x6,0x0) " of a session, "(512,4096,0x0) " of a mechanism.
+// Reads "(1,3,0x6,0x0) " of a session, or "(512,4096,0x0) " of a mechanism.
 bool Line::ReadNumbers(bool isSession) {
     const int count = isSession ? 4 : 3;
     for (int i = 0; i < count; ++i) {
@@ -286,7 +286,7 @@ bool Line::ReadNumbers(bool isSession) {
 
 PlainOutcome ReadPlainChildren(const char* begin, const char* lineEnd, FunctionIndex function, bool isStart,
                                CallFields& fields) {
-    // A record may go on behind its first line, in a text that tells its length.
+    // A record may go on behind its first line, in a text whose length is printed.
     if (lineEnd[-1] != '}') return PlainOutcome::kNotPlain;
     fields = CallFields{};
     const PlainLists& lists = PlainListsOf(function);

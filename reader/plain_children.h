@@ -1,6 +1,6 @@
-// Reads the children of a new format's record that stands in one line and can be read in the first way that
-// its function's list allows: nearly every record. Much faster than ChildrenReader, which reads all others;
-// where this one reads a record, that one would read the same.
+// Reads the children of a record of the new format that stands in one line and fits the first way that its
+// function's list allows. Nearly every record does. It is much faster than ChildrenReader, which reads all
+// other records. Where it reads a record, ChildrenReader reads the same.
 //
 // Any thread may call this at any time.
 #pragma once
@@ -18,11 +18,11 @@ enum class PlainOutcome : std::uint8_t {
     kNotPlain,      // ChildrenReader must see
 };
 
-// How many readable bytes must follow the line.
+// So many bytes behind the line must be readable.
 inline constexpr std::size_t kPlainPadding = 8;
 
-// `begin` is the opening brace, `lineEnd` the line feed behind the record. Sets those of `fields` that the
-// record has, if it is read; the mechanism points into the text.
+// `begin` is the opening brace, `lineEnd` the line feed behind the record. If it reads the record, it sets
+// those of `fields` that the record has; the mechanism points into the text.
 PlainOutcome ReadPlainChildren(const char* begin, const char* lineEnd, FunctionIndex function, bool isStart,
                                CallFields& fields);
 

@@ -9,13 +9,14 @@ namespace ckscribe {
 
 namespace {
 
-// How much is looked at at once: counts fit into a byte.
+// So many bytes are counted at once: the counts fit into a byte.
 constexpr std::size_t kPart = 64;
-// How far behind a byte its pattern reaches.
+// The pattern that begins at a byte reaches so many bytes behind it.
 constexpr std::size_t kAhead = 4;
 static_assert(kEventPadding >= kAhead);
 
-// Counts what tells whether a line is whole. The compiler makes wide instructions of it.
+// Counts the characters that decide whether a line is whole. The compiler makes vector instructions of the
+// loop.
 struct Marks {
     unsigned char odd = 0;  // not 0: control characters, other letters than English, escapes, a text
     signed char quotes = 0;
@@ -44,8 +45,8 @@ Marks MarksOf(const signed char* text, std::size_t size) {
     return marks;
 }
 
-// Whether the braces, brackets and quotes of a line belong together: what opens is closed, no string holds
-// any of them, and no list but that of an end's arguments is followed by a member, which is that of its
+// Returns whether the braces, brackets and quotes of a line match: each that opens closes, no string holds
+// any of them, and only the list of an end's arguments is followed by another member, the list of its
 // results.
 bool IsWhole(std::string_view line, bool isStart) {
     const auto* const text = reinterpret_cast<const signed char*>(line.data());
@@ -65,18 +66,18 @@ bool IsWhole(std::string_view line, bool isStart) {
            results == (isStart ? 0 : 1);
 }
 
-// Takes members off the front of a line. A line feed, or any other byte behind the line, ends every search.
+// Takes members off the front of a line. The line ends with "]}", therefore no search goes beyond its end.
 class Members {
 public:
     explicit Members(std::string_view line) : position(line.data()), end(line.data() + line.size()) {}
 
-    // Up to the colon: `"session":`; empty when there is no such thing.
+    // Takes a key with its colon, as in `"session":`. Returns it without quotes; empty when there is none.
     std::string_view TakeKey() {
         if (!Take('"')) return {};
         const std::string_view key = TakeToQuote();
         return Take(':') ? key : std::string_view();
     }
-    // A string, without its quotes.
+    // Takes a string; `text` is without its quotes.
     bool TakeString(std::string_view& text) {
         if (!Take('"')) return false;
         text = TakeToQuote();
@@ -87,7 +88,7 @@ public:
         number = 0;
         for (unsigned digit; (digit = static_cast<unsigned char>(*position) - unsigned{'0'}) <= 9; ++position)
             number = number * 10 + digit;
-        // More digits may be too many, and zeros in front are no JSON.
+        // A number of more than 19 digits may be too large, and JSON has no zeros in front.
         return position != begin && position - begin <= 19 && (*begin != '0' || position - begin == 1);
     }
     bool TakeNumber(std::optional<std::uint64_t>& field) {

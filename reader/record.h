@@ -1,4 +1,4 @@
-// One record of a log, text or event, taken apart as far as all readers need it.
+// One record of a log, text or event, with the parts that all readers need.
 #pragma once
 
 #include <cstdint>

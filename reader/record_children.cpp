@@ -19,9 +19,10 @@ bool IsOfName(char character) {
            (character >= 'a' && character <= 'z') || character == '_';
 }
 
-// How much is searched and tried again before a record counts as unreadable, beside its own length.
+// This bounds the search for another way to read a record, in addition to the record's length. A record
+// counts as unreadable when it is used up.
 constexpr std::size_t kBudget = 1 << 22;
-// No child that tells its own length is longer.
+// No child whose length is printed is longer than this, in bytes.
 constexpr std::uint64_t kLongestText = 4 << 20;
 
 constexpr ChildElement kAnything[] = {{KindOf("any"), false, true}};
@@ -64,7 +65,7 @@ ChildrenEnd ChildrenReader::Run(const ChildElement* elements, std::size_t count)
             }
             holds = TakeLine(state.depth) && Take("}");
             if (holds && state.depth == 0) {
-                // Only a line's end makes sure that the brace is not one of a text.
+                // Only a line end shows that the brace is not a part of a text.
                 if (state.position == text.size()) {
                     if (isAllThere) return {ChildrenOutcome::kRead, state.position};
                     ranOut = true;
@@ -78,8 +79,8 @@ ChildrenEnd ChildrenReader::Run(const ChildElement* elements, std::size_t count)
                 continue;
             }
         }
-        // Another way to read the record counts only if this one fails whatever follows. So the result does
-        // not depend on how much of the log is there.
+        // Another way to read the record counts only if this one fails whatever text follows. Otherwise the
+        // result would depend on how much of the log is there.
         if (ranOut && !isAllThere) return {ChildrenOutcome::kNeedsMore, 0};
         if (choices.empty() || budget == 0) break;
         const Choice& choice = choices.back();
@@ -101,7 +102,7 @@ bool ChildrenReader::Step(std::size_t searchFrom) {
     const State before = state;
     const std::size_t tokensBefore = tokens.size();
     const bool mayBeAbsent = element.isOptional || element.isRepeated;
-    // In a list what stands there decides whether it goes on; elsewhere both are tried.
+    // In a list the next character decides whether the list goes on. Elsewhere both ways are tried.
     const bool isList = element.isRepeated && state.depth != 0;
     if (mayBeAbsent && !isList && searchFrom == 0) choices.push_back({state, tokensBefore, 0});
     if (!element.isRepeated && kChildKinds[element.kind].shape != ChildShape::kPolicies) ++level.next;
@@ -122,7 +123,7 @@ bool ChildrenReader::ReadElement(const ChildElement& element, std::size_t search
     if (kind.shape == ChildShape::kAny) return ReadAny(searchFrom);
     if (kind.shape == ChildShape::kAttribute) return ReadAttribute(element, searchFrom);
     if (kind.shape == ChildShape::kPolicies) {
-        // As many as there are; then the next element.
+        // This place takes all pairs that there are, then the next element follows.
         static constexpr ChildElement kId = {KindOf("ulong"), false, false, "id="};
         static constexpr ChildElement kValue = {KindOf("ulong"), false, false, "val="};
         const State before = state;
@@ -223,8 +224,8 @@ bool ChildrenReader::ReadElement(const ChildElement& element, std::size_t search
             return Take(")") && Take(format.isNew ? " " : ";");
         }
         case ChildShape::kSerial: {
-            // In the new format the serial is the label, of at most 32 bytes of any kind; in the old one it
-            // is not there.
+            // In the new format the serial number stands as the label, at most 32 bytes of any kind. The old
+            // format does not print it.
             if (!format.isNew) return Take("(SimpleText\"<null>\")") && Finish(token);
             constexpr std::string_view kNothing = "\"<null>\"";
             const std::size_t end = text.substr(state.position, 32 + kNothing.size()).find(kNothing);
@@ -249,7 +250,7 @@ bool ChildrenReader::ReadElement(const ChildElement& element, std::size_t search
     return false;
 }
 
-// "CKA_LABEL=", and its value; a list of names has no values.
+// Reads "CKA_LABEL=" and its value. A list of names has no values.
 bool ChildrenReader::ReadAttribute(const ChildElement& element, std::size_t searchFrom) {
     if (!TakeLine(state.depth + 1)) return false;
     if (!format.isNew && !Take("Attribute(")) return false;
@@ -272,8 +273,8 @@ bool ChildrenReader::ReadAttribute(const ChildElement& element, std::size_t sear
     return Finish(token);
 }
 
-// Bytes up to the first `closing`, or to the first one behind `searchFrom`, and the separator. Leaves the
-// choice of a later end.
+// Reads bytes up to the first `closing`, or up to the first one behind `searchFrom`, and takes the separator.
+// Sets `laterEnd` for the choice of a later end.
 bool ChildrenReader::ReadBytes(ChildToken& token, std::string_view closing, std::size_t searchFrom) {
     if (!format.isNew) {
         if (!Take("(")) return false;
@@ -307,7 +308,7 @@ bool ChildrenReader::ReadBytes(ChildToken& token, std::string_view closing, std:
     return true;
 }
 
-// A child of a record that is in no list: what it looks like.
+// Reads a child that is in no list as the kind that it looks like.
 bool ChildrenReader::ReadAny(std::size_t searchFrom) {
     ChildElement element;
     std::size_t longest = 0;
@@ -321,7 +322,7 @@ bool ChildrenReader::ReadAny(std::size_t searchFrom) {
         element.kind = i;
     }
     if (longest != 0) {
-        // What is printed as a ByteString may be a text with its length.
+        // The name ByteString may also stand before a text with its length.
         if (kChildKinds[element.kind].shape == ChildShape::kBytes && line.substr(longest, 1) == "(" &&
             IsDigit(line.substr(longest + 1, 1).empty() ? ' ' : line[longest + 1]))
             element.kind = KindOf("string");
@@ -331,7 +332,8 @@ bool ChildrenReader::ReadAny(std::size_t searchFrom) {
         ranOut |= line.size() < 32;
         return false;
     }
-    // A label, up to its '=' or up to what a value begins with, and the value.
+    // The label reaches up to its '=', or up to the first character that can begin a value. The value
+    // follows.
     const std::size_t stop = std::min(rest.find_first_of("\"\n{}("), rest.size());
     std::size_t end = rest.substr(0, std::min<std::size_t>(stop, 40)).find('=');
     end = end == rest.npos ? std::min(rest.find_first_of("0123456789-\"{}(\n"), stop) : end + 1;
@@ -355,7 +357,7 @@ bool ChildrenReader::Open(const ChildElement* elements, std::size_t count) {
     constexpr unsigned kDeepest = std::size(State{}.levels) - 1;
     if (state.depth == kDeepest) return false;
     ++state.depth;
-    // A structure that the library could not read has no members.
+    // A structure that the logging library could not read has no members.
     const std::size_t before = state.position;
     const bool isEmpty = TakeLine(state.depth) && Take("}");
     state.position = before;
@@ -374,7 +376,7 @@ bool ChildrenReader::Take(std::string_view literal) {
     return true;
 }
 
-// In the old format each child and each brace has a line of its own.
+// In the old format each child and each brace stands on a line of its own.
 bool ChildrenReader::TakeLine(unsigned indent) {
     static constexpr std::string_view kLine = "\n               ";
     return format.isNew || Take(kLine.substr(0, 1 + 3 * indent));
@@ -390,7 +392,7 @@ bool ChildrenReader::TakeNumber(std::uint64_t& number, bool& isHex) {
     return error == std::errc();
 }
 
-// The low 32 bits, printed as a signed number.
+// Takes the low 32 bits, which are printed as a signed number.
 bool ChildrenReader::TakeSigned32(std::uint64_t& number) {
     const bool isNegative = Take("-");
     bool isHex = false;
@@ -413,7 +415,7 @@ constexpr std::string_view kEscapes = "0123456789abcdefghijklmnopqrstuvwxyz";
 constexpr unsigned char kFirstPrintable = 32;
 constexpr unsigned char kLastPrintable = 126;
 
-// How the log writes these bytes: N(umeric), S(imple text), R(ich text).
+// Returns the form in which a log writes these bytes: N(umeric), S(imple text), R(ich text).
 char FormOf(std::string_view bytes) {
     std::size_t controls = 0;
     for (const char byte : bytes) {
@@ -430,7 +432,7 @@ int DigitOf(char digit) {
     return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
 }
 
-// False when these are no pairs of digits.
+// Returns false if `digits` are not pairs of hexadecimal digits.
 bool BytesOfDigits(std::string_view digits, std::string& bytes) {
     bytes.clear();
     if (digits.size() % 2 != 0) return false;
@@ -444,7 +446,8 @@ bool BytesOfDigits(std::string_view digits, std::string& bytes) {
     return true;
 }
 
-// A backslash begins an escape, a double quote is doubled. False when that does not hold.
+// Reads a text in which a backslash begins an escape and a double quote stands twice. Returns false if it
+// breaks these rules.
 bool BytesOfRichText(std::string_view rich, std::string& bytes) {
     bytes.clear();
     for (std::size_t i = 0; i < rich.size(); ++i) {
@@ -463,8 +466,8 @@ bool BytesOfRichText(std::string_view rich, std::string& bytes) {
     return true;
 }
 
-// Bytes as the text shows them. Where the text does not say its form, the one counts in which the log would
-// have written what comes out.
+// Sets the bytes that the text shows. If the text does not say its form, that form counts in which a log
+// writes the resulting bytes.
 void SetBytes(Value& value, char form, std::string_view text) {
     value.size = 0;
     value.bytes = std::string();
@@ -475,7 +478,7 @@ void SetBytes(Value& value, char form, std::string_view text) {
         std::from_chars(text.data() + mark + 1, text.data() + end, leftOut);
         leftOut += text.size() - std::min(text.size(), end + 1);
         text = text.substr(0, mark);
-        // The form is told from whole bytes.
+        // Only complete bytes decide the form.
         if (text.size() % 2 != 0 && form != 'S' && form != 'R') {
             text.remove_suffix(1);
             ++leftOut;
@@ -496,8 +499,8 @@ void SetBytes(Value& value, char form, std::string_view text) {
     value.bytes = std::move(bytes);
 }
 
-// Members of structures that are padded with blanks to a length of their own. A text that has it is no bytes,
-// whatever it looks like: many tokens have a serial number of sixteen hexadecimal digits.
+// These members of structures are padded with blanks to a fixed size in bytes. A member of that size is a
+// text whatever it looks like: many tokens have a serial number of sixteen hexadecimal digits.
 constexpr struct {
     std::string_view name;
     std::size_t size;
@@ -559,7 +562,7 @@ Value ValueOf(const ChildToken& token) {
     return value;
 }
 
-// The values of one depth from `*next` on.
+// Returns the values of one depth from token `next` on, and moves `next` behind them.
 std::vector<Value> ValuesFrom(const std::vector<ChildToken>& tokens, std::size_t& next, unsigned depth) {
     std::vector<Value> values;
     while (next < tokens.size() && tokens[next].depth >= depth) {
@@ -567,7 +570,7 @@ std::vector<Value> ValuesFrom(const std::vector<ChildToken>& tokens, std::size_t
         Value& value = values.back();
         if (next < tokens.size() && tokens[next].depth > depth)
             value.children = ValuesFrom(tokens, next, depth + 1);
-        // The elements of a list are numbers, as in events; the list says of what kind they are.
+        // The elements of a list are numbers without a kind, as in events: the list names their kind.
         const bool isList = value.kind.ends_with("List") && value.kind != "AttributeList";
         for (std::size_t i = 0; isList && i < value.children.size(); ++i) value.children[i].kind.clear();
     }

@@ -1,5 +1,6 @@
-// Reads the children of a text record: what stands between its braces. The list of children of the record's
-// function decides where the text can be read in two ways, for bytes that are a text are not escaped.
+// Reads the children of a text record, which stand between its braces. The format does not escape bytes that
+// are a text, therefore a record can often be read in several ways. The list of children of the record's
+// function decides.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +15,7 @@
 
 namespace ckscribe {
 
-// In the text of a record, `kElisionMark number kElisionMark` stands for that many bytes that were left out
+// In the text of a record, `kElisionMark number kElisionMark` stands for so many bytes that LogText left out
 // of a very long line.
 inline constexpr char kElisionMark = '\x01';
 
@@ -23,7 +24,7 @@ struct ChildrenFormat {
     bool isStart = true;
 };
 
-// One child as it stands in the text; those of a group follow it with a greater depth.
+// One child as it stands in the text. The children of a group follow it with a greater depth.
 struct ChildToken {
     std::uint8_t kind = 0;  // index of kChildKinds
     std::uint8_t depth = 0;
@@ -42,18 +43,18 @@ struct ChildrenEnd {
     std::size_t end = 0;  // behind the closing brace
 };
 
-// Used by one thread at a time; keeps its memory from record to record.
+// One thread at a time may use a reader. It keeps its memory from record to record.
 class ChildrenReader {
 public:
-    // Reads from the opening brace on (in the old format: from the line end in front of it). A record ends
-    // with the line of its closing brace, or with `text` if `isAllThere`. When nothing is read but more text
-    // might help, says so.
+    // Reads from the opening brace on (in the old format from the line end in front of it). A record ends
+    // with the line of its closing brace; with `isAllThere` it may also end with `text`. Returns kNeedsMore
+    // if it cannot read the record yet but more text might help.
     ChildrenEnd Read(std::string_view text, FunctionIndex function, ChildrenFormat format, bool isAllThere);
 
-    // The same for a record whose children are in no list.
+    // Does the same for a record whose children are in no list.
     ChildrenEnd ReadAnything(std::string_view text, ChildrenFormat format, bool isAllThere);
 
-    // Of the last record that was read.
+    // Returns the children of the record that was read last.
     const std::vector<ChildToken>& Tokens() const { return tokens; }
 
 private:
@@ -67,8 +68,7 @@ private:
         unsigned depth = 0;
         std::size_t position = 0;
     };
-    // A place where something else could have been read: bytes that end at a later quote, or a child that is
-    // not there.
+    // A place with another way to read: the bytes may end at a later quote, or the child may be absent.
     struct Choice {
         State state;
         std::size_t tokenCount = 0;
@@ -91,9 +91,9 @@ private:
     std::string_view text;
     ChildrenFormat format;
     bool isAllThere = false;
-    // More text might have helped.
+    // True if more text might help.
     bool ranOut = false;
-    // Of the bytes that were read last: where another end of them is looked for; 0 when there were no bytes.
+    // The search for another end of the bytes that were read last begins here; 0 when there were no bytes.
     std::size_t laterEnd = 0;
     std::size_t budget = 0;
     State state;
@@ -101,7 +101,7 @@ private:
     std::vector<ChildToken> tokens;
 };
 
-// The values of tokens.
+// Returns the values of tokens, those of a group as its children.
 std::vector<Value> ValuesOf(const std::vector<ChildToken>& tokens);
 
 FieldKind FieldOf(const ChildToken& token);

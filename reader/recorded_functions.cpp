@@ -28,7 +28,7 @@ constexpr Row kRows[] = {
 constexpr std::size_t kKnown = std::size(kRows);
 constexpr std::size_t kMostNames = 10'000;
 
-// The operations whose parts are told apart by a specifier.
+// Records of these operations print a specifier for each part.
 constexpr std::string_view kOperations[] = {"Encrypt",       "Decrypt",     "Digest",        "Sign",
                                             "SignRecover",   "Verify",      "VerifyRecover", "DigestEncrypt",
                                             "DecryptDigest", "SignEncrypt", "DecryptVerify"};
@@ -62,7 +62,7 @@ std::uint64_t WordAt(const char* text) {
     return word;
 }
 
-// Of the first and the last eight bytes, in which all names differ, or nearly.
+// Hashes the first and the last eight bytes. Nearly all names differ in them.
 std::size_t HashOf(std::string_view name) {
     constexpr std::size_t kWord = sizeof(std::uint64_t);
     std::uint64_t first = 0;
@@ -78,7 +78,7 @@ std::size_t HashOf(std::string_view name) {
     return static_cast<std::size_t>(hash >> 40);
 }
 
-// Finds an index by name in a table of twice the size and more.
+// Finds an index by name in a hash table of at least twice the size.
 template <std::size_t size>
 class NameSearch {
 public:
@@ -122,7 +122,7 @@ public:
 
 private:
     void AddPrinted(const std::string& name, std::uint16_t function) {
-        // Records do not say which of the two nameless functions they are about.
+        // Records do not say to which of the two nameless functions they belong.
         if (name == kUnknownType) function = kKnown - 1;
         for (PrintedFunction& row : printed) {
             if (row.printed != name) continue;
@@ -144,7 +144,7 @@ const Functions& Known() {
     return functions;
 }
 
-// Names that are in no table here.
+// The names that FunctionOfName has added.
 struct LaterNames {
     std::mutex mutex;
     std::deque<std::string> names;

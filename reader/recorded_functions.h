@@ -1,5 +1,5 @@
-// The functions that a log can have records of, by their exported names ("C_SignInit") and by the names that
-// text records print ("Sign" with the specifier "Init").
+// Finds the functions that a log can have records of, by their exported names ("C_SignInit") and by the names
+// that text records print ("Sign" with the specifier "Init").
 //
 // Any thread may call these at any time.
 #pragma once
@@ -10,34 +10,36 @@
 
 namespace ckscribe {
 
-// A function that is known by name. The numbers have no meaning outside this process.
+// A function whose name is known. The numbers have no meaning outside this process.
 enum class FunctionIndex : std::uint16_t {};
 
 constexpr std::size_t IndexOf(FunctionIndex function) { return static_cast<std::size_t>(function); }
 
-// What text records print for the functions that they have no name for.
+// Text records print this for the functions that they have no name for.
 inline constexpr std::string_view kUnknownType = "UnknownType";
 
-// The exported name; "UnknownType" as it stands. Lives as long as the process.
+// Returns the exported name, or "UnknownType". It lives as long as the process.
 std::string_view FunctionName(FunctionIndex function);
 
-// How many there are at this moment; all indexes are below.
+// Returns the count of functions at this moment. All indexes are smaller.
 std::size_t FunctionCount();
 
-// The function of an exported name. A name that is new to this library gets an index, too: events of a later
-// version can be read. At most 10,000 names; what comes then is "UnknownType".
+// Returns the function of an exported name. A new name gets an index, too: events of a later version can be
+// read. After 10,000 new names every further one becomes "UnknownType".
 FunctionIndex FunctionOfName(std::string_view name);
 
-// What a text record prints: "Sign_Init" in the new format's form. Up to three functions print the same.
+// A name that text records print, in the form of the new format: "Sign_Init". Up to three functions print the
+// same name.
 struct PrintedFunction {
     std::string_view printed;
     FunctionIndex functions[3];  // the standard's first
     unsigned count = 0;
 };
 
-// Null for what no record prints.
+// Returns null for a name that no record prints.
 const PrintedFunction* FindPrinted(std::string_view printed);
-// The same from the old format's two words, "Sign" and "Init"; the specifier "None" is none.
+// Does the same for the two words of the old format, "Sign" and "Init". The specifier "None" means that there
+// is none.
 const PrintedFunction* FindPrinted(std::string_view command, std::string_view specifier);
 
 }  // namespace ckscribe

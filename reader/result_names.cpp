@@ -12,7 +12,7 @@ namespace {
 std::unordered_map<std::string_view, ResultName> ResultsInRecords() {
     std::unordered_map<std::string_view, ResultName> results;
     for (const ReturnValueRow& row : CKR_LookupTable) results[row.name] = {row.name, row.value};
-    // COMPAT: records name one value that is not found by name.
+    // COMPAT: records print this name of a value that CKR_LookupTable does not name.
     results["CKR_PARTITION_DISABLED"] = {"CKR_PARTITION_DISABLED", 0x80000020};
     return results;
 }

@@ -1,4 +1,4 @@
-// The names of return values as records print them.
+// Finds return values by the names that records print.
 //
 // Any thread may call these at any time.
 #pragma once
@@ -15,11 +15,11 @@ struct ResultName {
     std::uint64_t value = 0;
 };
 
-// Null for a name that no record prints; "CKR_UNKNOWN" is none of them, a number stands beside it.
+// Returns null for a name that no record prints, and for "CKR_UNKNOWN": its number stands beside it.
 const ResultName* FindResult(std::string_view name);
 
-// A name that lives as long as the process: of a record's result, or of an event's that this library does not
-// know. "CKR_UNKNOWN" when an absurd number of names was kept already.
+// Returns an equal name that lives as long as the process, also for a name that this library does not know.
+// Returns "CKR_UNKNOWN" for a new name when KnownNames is full.
 std::string_view LastingResultName(std::string_view name);
 
 }  // namespace ckscribe

@@ -1,4 +1,5 @@
-// What a record shows of one argument or result: a tree of plain values, the same for all formats of logs.
+// A Value is one argument or result as a record shows it: a tree of plain values, equal for all formats of
+// logs.
 #pragma once
 
 #include <cstdint>
@@ -8,36 +9,36 @@
 
 namespace ckscribe {
 
-// The most bytes of a value that are kept; its size is always known.
+// A Value keeps at most so many bytes. Its size is always known.
 inline constexpr std::size_t kLargestKeptValue = 1 << 20;
 
 struct Value {
-    // The old format's name of the descriptor: "SessionHandle", "ByteString", "AttributeList", "PIN" ... A
-    // member of a structure or an element of a list without a kind of its own has none.
+    // The name that the old format prints: "SessionHandle", "ByteString", "AttributeList", "PIN" ... It is
+    // empty for a member of a structure, and for an element of a list, without a kind of its own.
     std::string kind;
-    // The label, without its '=': "tknPresent"; the name of a structure's member; often none.
+    // The label without its '=' ("tknPresent"), or the name of a structure's member. It is often empty.
     std::string name;
 
-    // A number: handles, lengths, flags, user types. Where a text log has room for the low 32 bits only,
-    // `isCut` is true and the number holds those.
+    // The number of a handle, a length, flags or a user type. Where a text log has room only for the low 32
+    // bits, `isCut` is true and the number holds these.
     std::optional<std::uint64_t> number;
     bool isCut = false;
     std::optional<bool> boolean;
 
-    // The name of a mechanism or of an attribute's type ("CKM_RSA_PKCS"); `number` is its number where the
-    // log says it.
+    // The name of a mechanism or of an attribute's type ("CKM_RSA_PKCS"). `number` is its number if the log
+    // says it.
     std::string type;
 
-    // Bytes: at most kLargestKeptValue of them, and how many there were. Bytes that a log hides have a size
-    // only.
+    // At most kLargestKeptValue bytes, and the count of all bytes. Bytes that a log hides have only a size.
     std::optional<std::string> bytes;
     std::optional<std::uint64_t> size;
-    // The log shows the bytes as a text.
+    // True if the log shows the bytes as a text.
     bool isText = false;
-    // An attribute that the token did not give.
+    // True for an attribute that the token did not give.
     bool isUnavailable = false;
 
-    // Elements of a list, attributes of a template, members of a structure, a mechanism's parameter.
+    // The elements of a list, the attributes of a template, the members of a structure, or a mechanism's
+    // parameter.
     std::vector<Value> children;
     bool isGroup = false;
 
