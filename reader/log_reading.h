@@ -48,7 +48,7 @@ struct FileReading {
     std::uint64_t records = 0;
     std::string error;  // why it could not be read, or not to its end; empty: it could
 
-    // Returns whether the file holds no record although it is not empty, or cannot be read.
+    // Returns whether the file gave no record, and is not empty or could not be read.
     bool IsUseless() const { return records == 0 && (bytes != 0 || !error.empty()); }
 };
 

@@ -6,8 +6,7 @@ namespace ckscribe {
 
 namespace {
 
-// Stands for the first "--" while CLI11 parses. No argument of a process can begin with it and mean something
-// else.
+// This word stands for the first "--" while CLI11 parses. No real argument begins like it.
 constexpr char kEndOfOptions[] = "\x01 end of options";
 
 }  // namespace

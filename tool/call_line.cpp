@@ -13,7 +13,7 @@ namespace ckscribe {
 
 namespace {
 
-// What a line shows at most of one value.
+// A line shows at most so many bytes or elements of one value.
 constexpr std::size_t kMostBytes = 256;
 constexpr std::size_t kMostElements = 32;
 
@@ -22,8 +22,7 @@ struct KindLabel {
     std::string_view label;
 };
 
-// How values are called whose record gives them no name of their own. Kinds that say enough without a label
-// have none.
+// Values whose record gives them no name are called so. Kinds that say enough without a label have none.
 constexpr KindLabel kLabels[] = {
     {"SessionHandle", "session"},
     {"ObjectHandle", "object"},
@@ -89,7 +88,7 @@ std::string TextOfChildren(const Value& value) {
     return isStructure || value.kind == "AttributeList" ? '{' + text + '}' : '[' + text + ']';
 }
 
-// The value without its label.
+// Returns the value without its label.
 std::string PlainText(const Value& value) {
     if (value.kind == "PIN") return "********";
     if (value.isUnavailable) return "<unavailable>";
@@ -101,7 +100,7 @@ std::string PlainText(const Value& value) {
     return "";
 }
 
-// "CKM_RSA_PKCS", "CKM_AES_CBC(<16 bytes>)", "mechanism 0x80000123": a type and what belongs to it.
+// Returns a type and what belongs to it: "CKM_RSA_PKCS", "CKM_AES_CBC(<16 bytes>)", "mechanism 0x80000123".
 std::string TextOfTyped(const Value& value) {
     std::string text =
         value.type.empty() ? fmt::format("{:#x}", value.number.value_or(0)) : Harmless(value.type);
@@ -113,7 +112,7 @@ std::string TextOfTyped(const Value& value) {
 
 bool IsMechanism(const Value& value) { return value.kind == "Mechanism" || value.kind == "MechanismType"; }
 
-// A list that was only asked for its length shows that: "count=2".
+// Returns whether a list was only asked for its length. It shows "count=2".
 bool IsCountOnly(const Value& value) {
     return value.children.size() == 1 && value.children.front().name == "count" && !value.kind.empty();
 }
@@ -124,7 +123,7 @@ std::string TextOf(const Value& value) {
     const std::string prefix = label.empty() ? "" : label + '=';
     if (IsMechanism(value)) return prefix + TextOfTyped(value);
     if (value.type.empty() && value.kind != "Attribute") return prefix + PlainText(value);
-    // An attribute; asked for only, it has no value.
+    // This is an attribute. It has no value if the caller only asks for it.
     const std::string name =
         value.type.empty() ? fmt::format("{:#x}", value.number.value_or(0)) : Harmless(value.type);
     Value rest = value;
@@ -176,8 +175,8 @@ std::string SecondsText(std::uint64_t nanoseconds) {
 
 namespace {
 
-// A function of the standard shows what lies behind a pointer, so its address is left out; a null pointer
-// stays. The record of a vendor's function may have nothing but the address.
+// Leaves out the addresses that a function of the standard got: its record shows what lies behind them. Null
+// pointers stay, and so do all addresses of a vendor's function, whose record may have nothing else.
 std::vector<Value> WithoutAddresses(const Call& call, std::vector<Value> values) {
     if (call.Function().starts_with("C_"))
         std::erase_if(values,
@@ -199,7 +198,7 @@ std::string CallLine(const Call& call, const CallLineStyle& style) {
                                        : palette.Notable(result));
     const std::vector<Value> values = WithoutAddresses(call, call.Out());
     const std::string returned = ValuesText(values);
-    // One structure has braces of its own.
+    // A single structure has braces of its own.
     const bool hasBraces = returned.starts_with('{') && values.size() == 1;
     if (!returned.empty()) line += hasBraces ? ' ' + returned : " {" + returned + '}';
     if (call.nanoseconds) line += ' ' + palette.Quiet('<' + SecondsText(*call.nanoseconds) + '>');

@@ -35,7 +35,7 @@ constexpr RoleRow kRoles[] = {
     {"C_GetTokenInfo", CallRole::kTokenInfo},
 };
 
-// Functions that only ask; calling them again and again is polling.
+// These functions only ask for a state. A call of them again and again is polling.
 constexpr std::string_view kAsking[] = {"C_GetInfo",          "C_GetSlotList",      "C_GetSlotInfo",
                                         "C_GetTokenInfo",     "C_GetMechanismList", "C_GetMechanismInfo",
                                         "C_WaitForSlotEvent", "C_GetSessionInfo",   "CA_WaitForSlotEvent"};
@@ -57,13 +57,13 @@ std::string Hex(std::string_view bytes) {
     return hex;
 }
 
-// A text that a fixed field is padded with blanks to.
+// Returns the text of a field of fixed size without the blanks at its end.
 std::string Trimmed(std::string_view text) {
     const std::size_t last = text.find_last_not_of(std::string_view(" \0", 2));
     return std::string(text.substr(0, last == text.npos ? 0 : last + 1));
 }
 
-// The number that an attribute's value is, whatever the log shows of it.
+// Returns the number that an attribute's value means, whether the log shows a number or bytes.
 std::optional<std::uint64_t> NumberOfAttribute(const Value& attribute) {
     for (const Value& value : attribute.children) {
         if (value.name == "value" && value.number) return value.number;
@@ -81,7 +81,7 @@ std::string TextOfAttribute(const Value& attribute) {
     return attribute.bytes.value_or("");
 }
 
-// The first numbers of a kind, those of lists included.
+// Collects the numbers of a kind, also those in lists.
 void CollectNumbers(const std::vector<Value>& children, std::string_view kind,
                     std::vector<std::uint64_t>& numbers) {
     for (const Value& child : children) {
@@ -167,7 +167,7 @@ std::vector<ToldObject> ObjectsToldBy(CallRole role, const Call& call) {
 }
 
 ToldToken TokenToldBy(const Call& call) {
-    // Many digits may be a number or a text; here they are a text.
+    // A row of digits may have been read as a number. Here it is a text.
     const auto text = [](const Value& member) {
         if (member.number) return std::to_string(*member.number);
         return Trimmed(member.bytes.value_or(""));

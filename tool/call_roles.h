@@ -1,5 +1,4 @@
-// What a call says about sessions, objects and tokens: what a report, whoever makes it, follows from call to
-// call.
+// Reads from a call what it says about sessions, objects and tokens. Reports follow these from call to call.
 //
 // Pure functions: any thread may call them at any time.
 #pragma once
@@ -14,7 +13,7 @@
 
 namespace ckscribe {
 
-// What a function does that a report follows.
+// A report follows functions that do one of these.
 enum class CallRole : std::uint8_t {
     kOther,
     kOpenSession,
@@ -33,10 +32,11 @@ enum class CallRole : std::uint8_t {
 
 CallRole RoleOf(std::string_view function);
 
-// The role as the queries of share/ckscribe/clickhouse name it: "open session". Of kOther it is empty.
+// Returns the role's name in the queries of share/ckscribe/clickhouse: "open session". The name of kOther is
+// empty.
 std::string_view NameOf(CallRole role);
 
-// The function only asks; calling it again and again is polling.
+// Returns whether the function only asks for a state. A call of it again and again is polling.
 bool IsAsking(std::string_view function);
 
 struct ObjectInfo {
@@ -46,7 +46,7 @@ struct ObjectInfo {
     bool IsEmpty() const { return label.empty() && id.empty() && objectClass.empty(); }
 };
 
-// What the attributes in a call's inputs or outputs tell.
+// Returns what the attributes among a call's inputs or outputs say about an object.
 ObjectInfo InfoIn(const std::vector<Value>& children);
 
 struct ToldObject {
@@ -54,8 +54,8 @@ struct ToldObject {
     ObjectInfo info;
 };
 
-// The objects that a call of this role made, found or read, with what it tells of each. Calls that failed
-// tell nothing.
+// Returns the objects that a call of this role made, found or read, with what it says of each. A failed call
+// has none.
 std::vector<ToldObject> ObjectsToldBy(CallRole role, const Call& call);
 
 struct ToldToken {
@@ -63,7 +63,7 @@ struct ToldToken {
     std::string serial;
 };
 
-// The token that a call of kTokenInfo describes.
+// Returns the token that a call of kTokenInfo describes.
 ToldToken TokenToldBy(const Call& call);
 
 }  // namespace ckscribe

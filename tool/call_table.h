@@ -1,5 +1,5 @@
-// The table of functions that `ckscribe run -c` prints: how often each was called, how often it failed, how
-// long it took.
+// The table of functions that `ckscribe run -c` prints. It says how often each function was called, how often
+// it failed, and how long it took.
 #pragma once
 
 #include <cstdint>
@@ -13,11 +13,11 @@ namespace ckscribe {
 
 class CallTable {
 public:
-    // A call with or without an end.
+    // Adds a call with or without an end.
     void Add(const Call& call);
 
-    // The table: a head line, a line for each function, those that took longest in all first, and a line with
-    // the total. Times are in seconds. Every line ends with a line feed.
+    // Returns the table: a head line, a line for each function, and a line with the totals. The function with
+    // the longest total time comes first. Times are in seconds. Every line ends with a line feed.
     std::string Text() const;
 
 private:

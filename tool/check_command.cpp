@@ -25,7 +25,7 @@ constexpr char kExamples[] =
     "  WendrafilConfigurationPath=/opt/application ckscribe check\n"
     "  ckscribe check --json | jq '.findings[] | select(.level == \"wrong\")'\n";
 
-// The check without its text in the help.
+// Returns the check without its text in the help.
 CLI::Validator Silent(CLI::Validator check) { return check.description(""); }
 
 struct CheckOptions {

@@ -40,14 +40,14 @@ struct KeyName {
     bool IsOfLibrary() const { return section == CkLogConfig::GetCkLogSectionName(); }
 };
 
-// "KEY" or "SECTION.KEY".
+// Reads "KEY" or "SECTION.KEY".
 KeyName NameIn(const std::string& word) {
     const std::size_t dot = word.rfind('.');
     if (dot == word.npos) return {CkLogConfig::GetCkLogSectionName(), word};
     return {word.substr(0, dot), word.substr(dot + 1)};
 }
 
-// What counts without the key; empty when that is no value.
+// Returns the value that counts without the key; empty when there is none.
 std::string DefaultOf(std::string_view key) {
     ConfigurationAt nothing("/dev/null/none");
     if (key == "LibUNIX64") return nothing.CkLogLibraryFileName();
@@ -77,7 +77,7 @@ void SayDefault(const KeyName& name) {
     }
 }
 
-// Refuses, with the reason on standard error.
+// Refuses the command, with the reason on standard error.
 int Refuse(const std::string& why) {
     Say(why);
     return kNotWell;
@@ -101,7 +101,7 @@ int Get(const ConfOptions& options) {
     const LoggingKey* const known = name.IsOfLibrary() ? FindLoggingKey(name.key) : nullptr;
     const std::string path = ConfigurationPath(options.configuration);
     const ConfigurationAt settings(path);
-    // As many characters as the library takes, and its NUL.
+    // The buffer has room for as many characters as the library takes, and for the NUL.
     constexpr std::size_t kLongestOfAll = 65535;
     std::string value((known != nullptr ? LongestValue(known->kind) : kLongestOfAll) + 1, '\0');
     if (!settings.GetConfigurationInfo(name.section.c_str(), name.key.c_str(), value.data(),
@@ -115,8 +115,8 @@ int Get(const ConfOptions& options) {
     return kWell;
 }
 
-// A key of the library that the value would set, too, were it the first of its name in the file; empty for
-// none. The order of a file changes with later edits.
+// Returns a key of the library whose name, followed by "=", stands in the value; empty for none. The value
+// would set that key, too, if it came first in the file, and later edits may change the order.
 std::string_view KeyWithin(std::string_view value) {
     for (const LoggingKey& key : kLoggingKeys) {
         for (std::size_t place = value.find(key.name); place != value.npos;
@@ -129,7 +129,7 @@ std::string_view KeyWithin(std::string_view value) {
     return {};
 }
 
-// Why a value is none for this key of the library; empty when it is.
+// Returns why the value is not valid for this key of the library; empty when it is valid.
 std::string WhyValueIsWrong(const KeyName& name, const std::string& value) {
     if (!name.IsOfLibrary()) return "";
     const LoggingKey* const known = FindLoggingKey(name.key);
@@ -146,7 +146,8 @@ std::string WhyValueIsWrong(const KeyName& name, const std::string& value) {
     return problem->remedy.empty() ? problem->what : problem->what + " " + problem->remedy;
 }
 
-// The store's own reading of the copy, before it takes the file's place.
+// Reads the copy with the configuration store before it takes the file's place. Returns why it is wrong;
+// empty when it is right.
 std::string WhyCopyIsWrong(const std::string& path, const KeyName& name, const std::string& value) {
     const ConfigurationAt copy(path);
     std::string read(value.size() + 2, '\0');

@@ -25,7 +25,7 @@ constexpr char kExample[] =
     "  ckscribe convert --to clickhouse --host web1 --state web1.state --url http://log:8123/ "
     "events.jsonl*\n";
 
-// So many bytes of rows are written at once, or inserted.
+// So many bytes of rows are written or inserted at once.
 constexpr std::size_t kWrittenPiece = 1 << 20;
 constexpr std::size_t kInsertedPiece = 16 << 20;
 
@@ -46,7 +46,7 @@ std::unique_ptr<CallWriter> MakeWriter(const Options& options) {
 // Reads the logs from their beginning and gives their calls to the writer.
 int Convert(const Options& options, CallWriter& writer) {
     ReadingOptions reading = options.logs.Reading();
-    // Events say no more than the log does.
+    // Events need no dates: they say no more than the log does.
     reading.needsDates = options.format == "csv" || options.format == "trace";
     auto bar = std::make_unique<ProgressBar>();
     if (isatty(STDOUT_FILENO) == 0)

@@ -27,8 +27,8 @@ std::string GroupName(gid_t group) {
     return entry != nullptr ? entry->gr_name : std::to_string(group);
 }
 
-// Linux refuses to open a file of somebody else's in a folder that everybody may write to, when the opening
-// could also create it (sysctl fs.protected_regular, fs.protected_fifos).
+// Linux refuses to open another user's file in a folder that everybody may write to if the call could also
+// create the file (sysctl fs.protected_regular, fs.protected_fifos).
 bool IsProtectedInSharedFolder(const std::string& path, const struct stat& status) {
     const char* const name = S_ISFIFO(status.st_mode) ? "fifos" : "regular";
     int protection = 0;
@@ -106,7 +106,7 @@ bool IsReachableForOthers(const std::string& path) {
 
 std::optional<unsigned long long> FreeSpace(const std::string& path) {
     struct statvfs system;
-    // File systems without room of their own (that of /dev or /proc) have no blocks at all.
+    // File systems without storage (/dev, /proc) have no blocks.
     if (statvfs(path.c_str(), &system) != 0 || system.f_blocks == 0) return std::nullopt;
     return static_cast<unsigned long long>(system.f_bavail) * system.f_frsize;
 }

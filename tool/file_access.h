@@ -1,5 +1,5 @@
-// Who may do what with a file, found out without changing anything. Answers are for this process's effective
-// user and groups.
+// Finds out who may do what with a file, and changes nothing. Answers hold for this process's effective user
+// and groups.
 #pragma once
 
 #include <sys/stat.h>
@@ -9,35 +9,35 @@
 
 namespace ckscribe {
 
-// "owner root, group hsm, permissions 0640"
+// Returns "owner root, group hsm, permissions 0640".
 std::string DescribeOwner(const struct stat& status);
 
-// The first part of the path, from its beginning, that is missing or may not be entered, with the reason.
-// Nothing when its folder can be reached.
+// FindPathProblem returns the first part of the path, from its beginning, that is missing or may not be
+// entered, with the reason. It returns nothing when the file's folder can be reached.
 struct PathProblem {
     std::string part;
     int error;  // errno
 };
 std::optional<PathProblem> FindPathProblem(const std::string& path);
 
-// The folder of a path: all before the last "/", "." without one.
+// Returns the folder of a path: all before the last "/", or "." without one.
 std::string FolderOf(const std::string& path);
 
-// The path with symbolic links at its end followed, also where the last one leads to no file.
+// Returns the path after following symbolic links at its end, also where the last one leads to no file.
 std::string FollowLinks(std::string path);
 
-// Opening for appending, as the library does it: 0, or errno. `readsToo`: for reading as well. The file is
-// there; a regular one is opened and closed again, of others the permissions are asked.
+// Tries to open an existing file for appending as the library does. Returns 0, or errno. `readsToo`: for
+// reading as well. It opens and closes a regular file; of others it only asks for the permissions.
 int TryAppending(const std::string& path, const struct stat& status, bool readsToo);
 
-// Creating the file, which is not there: 0, or errno.
+// Asks whether a file that does not exist could be created. Returns 0, or errno. Creates nothing.
 int TryCreating(const std::string& path);
 
-// Every folder above the file may be entered by everybody.
+// Returns whether everybody may enter every folder above the file.
 bool IsReachableForOthers(const std::string& path);
 
-// Bytes that this user may still write to the file system of this file or folder; nothing when it does not
-// tell.
+// Returns how many bytes this user may still write to the file system of this file or folder; nothing when
+// the file system does not say.
 std::optional<unsigned long long> FreeSpace(const std::string& path);
 
 }  // namespace ckscribe

@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 3> kLevelNames = {"ok", "note", "wrong"};
 
 std::string_view NameOf(Level level) { return kLevelNames[static_cast<std::size_t>(level)]; }
 
-// The mark, filled up with spaces to the width of the longest one.
+// Returns the mark, padded with spaces to the width of the longest one.
 std::string Mark(Level level, const Palette& palette) {
     const std::string_view name = NameOf(level);
     const std::string fill(6 - name.size(), ' ');

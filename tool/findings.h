@@ -1,4 +1,4 @@
-// What `ckscribe check` has found out, in the order in which it was found.
+// The findings of `ckscribe check`, in the order in which it makes them.
 #pragma once
 
 #include <string>
@@ -31,12 +31,13 @@ public:
     std::size_t Count(Level level) const;
     const std::vector<Finding>& All() const { return findings_; }
 
-    // For people, fit for a terminal: two lines to a finding, what is and what to do; the last line counts
-    // them.
+    // Returns the findings for people, fit for a terminal. Each has two lines: what is, and what to do. The
+    // last line counts the findings.
     std::string Text(const Palette& palette) const;
 
-    // For programs: {"findings":[{"level":"wrong","about":"Enabled","line":4,"what":"...","do":"..."}]} and a
-    // line feed. A finding without a line has no "line". Bytes that are not UTF-8 become U+FFFD.
+    // Returns the findings for programs:
+    // {"findings":[{"level":"wrong","about":"Enabled","line":4,"what":"...","do":"..."}]} and a line feed. A
+    // finding without a line has no "line". Bytes that are not UTF-8 become U+FFFD.
     std::string Json() const;
 
 private:

@@ -6,8 +6,8 @@ namespace {
 
 unsigned char ByteAt(std::string_view text, std::size_t at) { return static_cast<unsigned char>(text[at]); }
 
-// How many bytes of a character that needs no change stand here; 0 when the byte is to be written in another
-// way.
+// Returns the size in bytes of the character at `at` if it stays unchanged; 0 if its first byte is to be
+// written as \xNN.
 std::size_t LengthOfCharacter(std::string_view text, std::size_t at) {
     const unsigned first = ByteAt(text, at);
     if (first < 0x80) return first >= ' ' && first != 0x7f ? 1 : 0;
@@ -22,7 +22,7 @@ std::size_t LengthOfCharacter(std::string_view text, std::size_t at) {
     const bool isControl = first == 0xc2 && second < 0xa0;
     const bool isTooLong = (first == 0xe0 && second < 0xa0) || (first == 0xf0 && second < 0x90);
     const bool isNoCharacter = (first == 0xed && second >= 0xa0) || (first == 0xf4 && second >= 0x90);
-    // These turn the direction of what a terminal shows.
+    // These characters turn the direction in which a terminal shows text.
     const bool turns =
         first == 0xe2 && ((second == 0x80 && ByteAt(text, at + 2) >= 0xa8 && ByteAt(text, at + 2) <= 0xae) ||
                           (second == 0x81 && ByteAt(text, at + 2) >= 0xa6 && ByteAt(text, at + 2) <= 0xa9));

@@ -1,4 +1,4 @@
-// Text from a log, made fit for a terminal and for one line.
+// Makes text from a log fit for a terminal and for one line.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace ckscribe {
 
-// The text with everything that could break the line or command a terminal as \xNN: control characters, also
-// those that UTF-8 writes with two bytes, and bytes that are no UTF-8.
+// Returns the text with \xNN in place of each byte that could break the line or command a terminal: control
+// characters, also those that UTF-8 writes with two bytes, and bytes that are no UTF-8.
 std::string Harmless(std::string_view text);
 
-// The same in double quotes, with quotes and backslashes behind a backslash.
+// Returns the same in double quotes, with a backslash in front of quotes and backslashes.
 std::string InQuotes(std::string_view text);
 
 }  // namespace ckscribe

@@ -1,5 +1,5 @@
-// What the sub-commands that read logs have in common: their files, the options about time, and what is said
-// of files that cannot be read.
+// The sub-commands that read logs share this: their files, the options about time, and the messages about
+// files that cannot be read.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -17,20 +17,20 @@ struct LogArguments {
     bool isUtc = false;
     std::string date;
 
-    // Adds FILE..., which is given back, and --date.
+    // Adds FILE... and --date. Returns the option FILE.
     CLI::Option* AddTo(CLI::App& command);
     // Adds --utc.
     void AddUtcTo(CLI::App& command);
 
-    // What the reading of them needs. Throws CLI::ValidationError when --date is no date.
+    // Returns the options for ReadLogs. Throws CLI::ValidationError when --date is no date.
     ReadingOptions Reading() const;
 };
 
-// "2026-11-21" in days since 1970; nothing for what is no date.
+// Returns a date such as "2026-11-21" in days since 1970; nothing for a text that is no date.
 std::optional<std::int64_t> ParseDate(std::string_view text);
 
-// Says which files could not be read. Returns the exit status: kNotWell if nothing was found in some file
-// that is not empty.
+// Says which files could not be read or hold no record. Returns the exit status: kNotWell if a file gave no
+// record, and is not empty or could not be read.
 int SayUnreadFiles(const std::vector<std::string>& paths, const std::vector<FileReading>& files);
 
 }  // namespace ckscribe

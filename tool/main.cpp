@@ -33,7 +33,7 @@ int Explain(const CLI::App& app, const CLI::ParseError& problem, const std::vect
     return subcommand == "run" ? int{kRunFailed} : int{kWrongUse};
 }
 
-// A result that did not arrive is no result. `run` writes none to standard output.
+// A result that could not be written is a failure. `run` writes no result to standard output.
 int AfterWriting(int status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
     Say(fmt::format("Standard output cannot be written: {}.", std::strerror(errno)));

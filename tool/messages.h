@@ -1,4 +1,4 @@
-// What the command says besides its results. Results go to standard output, these lines to standard error.
+// Prints the command's messages. Messages go to standard error, results to standard output.
 #pragma once
 
 #include <string_view>

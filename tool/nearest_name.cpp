@@ -17,7 +17,7 @@ std::string LowerCase(std::string_view text) {
     return lower;
 }
 
-// How many letters have to be put in, taken out or replaced to make one of the other.
+// Returns how many letters must be added, removed or replaced to make one word of the other.
 std::size_t EditDistance(std::string_view one, std::string_view other) {
     std::vector<std::size_t> row(other.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});

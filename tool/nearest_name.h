@@ -8,11 +8,12 @@ namespace ckscribe {
 
 struct NearestName {
     std::string_view name;
-    // The other is very likely a slip of this one: capitals, a letter or two, or a part of the name.
+    // True if the word is very likely a slip of this name: other capitals, one or two wrong letters, or only
+    // a part of the name.
     bool isSlip;
 };
 
-// The name that is most like `word`; `names` holds at least one.
+// Returns the name that is most like `word`. `names` holds at least one.
 NearestName FindNearestName(std::string_view word, std::span<const std::string_view> names);
 
 }  // namespace ckscribe

@@ -1,6 +1,6 @@
-// Follows which sessions were opened and not closed. Sessions are known by process and handle.
+// Follows which sessions were opened and not closed. Process and handle identify a session.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstdint>
@@ -14,8 +14,8 @@ namespace ckscribe {
 
 class OpenSessions {
 public:
-    // Takes a call that worked, of one of the roles that open or close sessions; others change nothing.
-    // `call` is kept of the call that opens a session.
+    // Takes a successful call. Only the roles that open or close sessions change something. Keeps `call` if
+    // it opens a session.
     void Take(CallRole role, std::optional<std::uint64_t> slot, const ReportedCall& call);
 
     std::uint64_t Opened() const { return opened; }
@@ -30,7 +30,7 @@ public:
         std::uint64_t slot = 0;
         ReportedCall call;
     };
-    // Those that are open now.
+    // Returns the sessions that are open now.
     std::map<Handle, Session>& Open() { return open; }
 
 private:

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kWidth = 30;
 
-// Tests set the variable, so that they need no log that takes a second.
+// Tests set the variable: they need no log then that takes a second.
 std::chrono::milliseconds TimeBeforeFirst() {
     const char* const set = std::getenv("CKSCRIBE_PROGRESS_AFTER_MS");
     return std::chrono::milliseconds(set != nullptr ? std::atoi(set) : 1000);
@@ -31,7 +31,7 @@ ProgressBar::~ProgressBar() {
 std::string ProgressBar::Text(const ReadingProgress& progress, double seconds) {
     const double rate = static_cast<double>(progress.bytesRead) / seconds;
     const std::string speed = fmt::format("{:.0f} MB/s", rate / 1e6);
-    // The size of what comes through a pipe is not known, and a file may have grown meanwhile.
+    // The size of a pipe's data is not known, and a file may have grown in the meantime.
     if (progress.size == 0)
         return fmt::format("{:.0f} MB  {}", static_cast<double>(progress.bytesRead) / 1e6, speed);
     const std::uint64_t done = std::min(progress.bytesRead, progress.size);

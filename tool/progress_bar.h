@@ -1,5 +1,5 @@
-// A progress bar on standard error for work on files that takes longer than a second. Prints nothing where
-// standard error is no terminal.
+// Shows a progress bar on standard error for work on files that takes longer than a second. It prints nothing
+// where standard error is no terminal.
 #pragma once
 
 #include <chrono>
@@ -11,14 +11,14 @@ namespace ckscribe {
 class ProgressBar {
 public:
     ProgressBar();
-    // Takes the bar off the terminal.
+    // Removes the bar from the terminal.
     ~ProgressBar();
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
     void Show(const ReadingProgress& progress);
 
-    // "[=====     ]  50 %  120 MB/s  0:12 left"
+    // Returns "[=====     ]  50 %  120 MB/s  0:12 left".
     static std::string Text(const ReadingProgress& progress, double seconds);
 
 private:

@@ -44,7 +44,7 @@ struct Options {
     CLI::Option* topOption = nullptr;
 };
 
-// JSON is for programs, which can leave out rows themselves.
+// JSON is for programs, and these can leave out rows themselves.
 constexpr std::size_t kTopOfJson = 1000;
 
 // Prints each stretch that no record could be read from, with its place.
@@ -84,8 +84,7 @@ public:
     PageDetails details;
 };
 
-// Returns whether the page was written; says why not.
-// A slip in the order of words must not cost a log.
+// Returns whether the path is one of the logs. A slip in the order of words must not overwrite a log.
 bool IsOneOf(const std::string& path, const std::vector<std::string>& logs) {
     return std::ranges::any_of(logs, [&path](const std::string& log) {
         std::error_code missing;
@@ -113,7 +112,7 @@ void Print(const Report& report, const Options& options) {
     fmt::print("{}", text);
 }
 
-// The first moment of calls that the report is about, in nanoseconds since 1970.
+// Returns the moment in nanoseconds since 1970 at which the report begins.
 std::uint64_t FirstMoment(const Options& options) {
     if (options.since.empty()) return 0;
     const Moment now{std::int64_t{std::time(nullptr)} * kNanosecondsPerSecond, TimeScale::kUtc};

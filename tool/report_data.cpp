@@ -14,13 +14,13 @@ namespace ckscribe {
 
 namespace {
 
-// How many of each kind of example are kept.
+// The report keeps at most so many examples of each kind.
 constexpr std::size_t kMostExamples = 1000;
-// So many times in a row is no accident any more.
+// A row of so many like calls is no accident any more.
 constexpr std::uint64_t kShortestRetry = 2;
 constexpr std::uint64_t kShortestPolling = 10;
 
-// Functions whose mechanism makes a key, and needs none.
+// The mechanism of these functions makes a key and needs none.
 constexpr std::string_view kGenerating[] = {"C_GenerateKey", "C_GenerateKeyPair"};
 
 struct Figures {
@@ -84,7 +84,7 @@ void KeepRow(std::vector<Row>& rows, const Row& row) {
     if (rows.size() < kMostExamples) rows.push_back(row);
 }
 
-// Names of results are nearly always the same texts in memory.
+// Equal names of results nearly always lie at the same place in memory.
 bool IsSameName(std::string_view one, std::string_view other) {
     return (one.data() == other.data() && one.size() == other.size()) || one == other;
 }
@@ -96,7 +96,7 @@ void AddRepetition(Repetitions& all, const Repetition& row) {
     Repetition& sum = all[{row.function, row.result}];
     const std::uint64_t rows = sum.rows + row.rows;
     const std::uint64_t calls = sum.calls + row.calls;
-    // Of equally long rows the one that began first, whatever the order in which threads come.
+    // Of equally long rows the one that began first counts, whatever the order of the threads.
     const auto rank = [](const Repetition& one) {
         return std::tuple(-static_cast<std::int64_t>(one.longest), one.seen.time.nanoseconds, one.process,
                           one.thread);
@@ -120,10 +120,10 @@ std::optional<double> Report::CallsPerSecond() const {
     return static_cast<double>(calls) * kNanosecondsPerSecond / static_cast<double>(*to - *from);
 }
 
-// One thread of a log.
+// The figures of one thread of a log.
 struct ReportBuilder::OfThread {
     std::int64_t lastEnd = 0;  // of events; 0: none
-    // The row of like calls that goes on.
+    // The row of like calls in progress.
     FunctionIndex function{};
     std::string_view result;
     bool isFailure = false;
@@ -220,7 +220,7 @@ struct ReportBuilder::OfLog {
         row->last = seen;
     }
 
-    // Rows of like calls, and the pauses between calls.
+    // Takes the call into the rows of like calls and into the pauses between calls.
     void TakeOrder(const Figures& figures, OfThread& thread, const Call& call) {
         if (call.IsUnfinished()) return;
         if (thread.length != 0 && thread.function == call.function &&
@@ -279,7 +279,7 @@ struct ReportBuilder::OfLog {
                 return;
             case CallRole::kMakeObject:
             case CallRole::kMakeKeyPair:
-                // The handle may have been another object's before.
+                // The handle may have belonged to another object before.
                 for (ToldObject& made : ObjectsToldBy(role, call))
                     keys[{call.process, made.handle}].info = std::move(made.info);
                 return;
@@ -312,7 +312,7 @@ struct ReportBuilder::OfLog {
 
     void TakeFields(const Figures& figures, const Call& call) {
         if (call.fields.slot) ++slots[*call.fields.slot].calls;
-        // The object of a call that only makes one was not used in it.
+        // A call that makes an object does not use it.
         if (!figures.isGenerating && call.fields.object && !call.fields.mechanism.empty() &&
             !call.IsError()) {
             keys[{call.process, *call.fields.object}].Count(call.fields.mechanism);
@@ -320,7 +320,7 @@ struct ReportBuilder::OfLog {
     }
 };
 
-// All logs.
+// The figures of all logs.
 struct ReportBuilder::Total {
     Report report;
     std::vector<Figures> functions;

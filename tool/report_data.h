@@ -1,5 +1,5 @@
-// What `ckscribe report` finds in logs: numbers and short lists, whatever the size of the logs. The texts,
-// the JSON and the page all print this.
+// `ckscribe report` finds these numbers and short lists in logs. They stay small whatever the size of the
+// logs. The text, the JSON and the page print them.
 #pragma once
 
 #include <cstdint>
@@ -17,16 +17,16 @@
 
 namespace ckscribe {
 
-// All moments of a report are in UTC, in nanoseconds since 1970; absent where the log says none.
+// A moment in a report, in nanoseconds since 1970 in UTC. It is absent where the log does not say it.
 using ReportTime = std::optional<std::int64_t>;
 
-// A place in a log, with the file's name.
+// A place in a log, by the file's name.
 struct ReportPlace {
     std::string file;
     std::uint64_t line = 0;
 };
 
-// Where and when something was seen.
+// A sighting says where and when a log shows something.
 struct Sighting {
     Moment time;
     Place place;
@@ -49,7 +49,7 @@ struct ResultFigures {
     Sighting last;
 };
 
-// A call that is shown by itself.
+// A call that the report shows by itself.
 struct ReportedCall {
     std::string_view function;
     std::uint32_t process = 0;
@@ -67,7 +67,7 @@ struct LoginFailure {
     Sighting last;
 };
 
-// A key, or another object that operations used.
+// A key or another object that operations used.
 struct KeyFigures {
     std::uint32_t process = 0;
     std::uint64_t object = 0;
@@ -85,7 +85,7 @@ struct SlotFigures {
     std::string serial;
 };
 
-// Calls of one thread in a row that did the same: failed alike, or asked for the same.
+// Successive calls of one thread that did the same: they failed alike, or asked for the same.
 struct Repetition {
     std::string_view function;
     std::string_view result;
@@ -97,7 +97,7 @@ struct Repetition {
     Sighting seen;  // where the longest row began
 };
 
-// A sentence of "what stands out", and the command that shows why.
+// A sentence of "what stands out", and the command that shows its evidence.
 struct Remark {
     std::string sentence;
     std::string command;
@@ -106,7 +106,7 @@ struct Remark {
 struct Report {
     std::vector<std::string> paths;
     std::vector<FileReading> files;  // one for each path
-    // Where no files were read: what a query of the engine reads its calls from ("calls FINAL WHERE ...").
+    // A report from an engine has no files: its queries read calls from this ("calls FINAL WHERE ...").
     std::string source;
 
     std::uint64_t calls = 0;
@@ -136,15 +136,15 @@ struct Report {
     LatencyHistogram pauses;          // between the end of a thread's call and its next one; events only
     std::vector<Remark> remarks;
 
-    // The place of a sighting.
+    // Returns the place of a sighting.
     ReportPlace PlaceOf(const Place& place) const { return {paths.at(place.file), place.line}; }
-    // Calls a second over the whole span; absent where that is no second long.
+    // Returns the calls per second over the whole span; nothing when the span is shorter than a second.
     std::optional<double> CallsPerSecond() const;
 };
 
 ReportTime TimeOf(const Moment& moment);
 
-// Takes the calls of logs one after the other.
+// Makes a report from the calls of logs that it takes one after the other.
 class ReportBuilder : public LogSink {
 public:
     ReportBuilder();
@@ -155,7 +155,7 @@ public:
     void OnUnreadable(const UnreadableStretch& stretch) override;
     void OnLogEnd(std::optional<std::int64_t> firstDay) override;
 
-    // The report of all that was taken. `paths` and `files` as ReadLogs has them.
+    // Returns the report of all calls that it has taken. `paths` went to ReadLogs, and `files` is its result.
     Report Finish(const std::vector<std::string>& paths, const std::vector<FileReading>& files);
 
 private:

@@ -54,7 +54,7 @@ Json Durations(const LatencyHistogram& durations) {
     return json;
 }
 
-// The first `top` of the rows.
+// Returns the first `top` rows.
 template <class Rows, class ToJson>
 Json List(const Rows& rows, std::size_t top, const ToJson& toJson) {
     Json list = Json::array();
@@ -182,7 +182,7 @@ std::string ReportAsJson(const Report& report, std::size_t top) {
                                  {"records", file.records},
                                  {"error", Text(file.error)}});
     }
-    // A log may hold names that are no UTF-8.
+    // A log may hold names that are not UTF-8.
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -1,4 +1,4 @@
-// A report as JSON; share/ckscribe/report.schema.json describes it.
+// Prints a report as JSON; share/ckscribe/report.schema.json describes it.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@
 
 namespace ckscribe {
 
-// One object, with a line feed behind it. Lists of examples have at most `top` rows.
+// Returns one object with a line feed behind it. Lists of examples have at most `top` rows.
 std::string ReportAsJson(const Report& report, std::size_t top);
 
-// "2026-11-21T12:33:45.123456789Z"; the parts of a second only where there are some.
+// Returns "2026-11-21T12:33:45.123456789Z". It leaves out the fraction of a second if it is 0.
 std::string IsoTime(std::int64_t nanosecondsUtc);
 
 }  // namespace ckscribe

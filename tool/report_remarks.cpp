@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::size_t kMostRemarks = 10;
 constexpr std::size_t kMostOfAKind = 3;
-// A call that takes so much longer than half of its kind, and so long at all, stands out.
+// A call stands out if it takes so many times as long as the median of its function, and at least so many
+// nanoseconds.
 constexpr std::uint64_t kMuchLonger = 100;
 constexpr std::uint64_t kLong = 100'000'000;
 constexpr std::uint64_t kManyRetries = 3;
@@ -27,7 +28,7 @@ struct Evidence {
     std::optional<std::uint64_t> slowerMilliseconds = std::nullopt;
 };
 
-// As options of `ckscribe show`.
+// Returns the options with which `ckscribe show` shows the evidence.
 std::string OptionsOf(const Evidence& evidence) {
     std::vector<std::string> options;
     if (evidence.isUnfinished) options.emplace_back("--unfinished");
@@ -40,7 +41,7 @@ std::string OptionsOf(const Evidence& evidence) {
     return fmt::format("{}", fmt::join(options, " "));
 }
 
-// A text for a query that stands in double quotes in a command of a shell.
+// Returns the text as a string of a query that stands in double quotes in a shell command.
 std::string InQuery(std::string_view text) {
     std::string quoted = "'";
     for (const char character : text) {
@@ -52,7 +53,7 @@ std::string InQuery(std::string_view text) {
     return quoted + "'";
 }
 
-// As a command that asks the engine.
+// Returns the query that gets the evidence from the engine.
 std::string QueryFor(const Evidence& evidence, const std::string& source) {
     std::string query = "SELECT * FROM " + source;
     const auto add = [&query](const std::string& condition) { query += " AND " + condition; };

@@ -44,7 +44,7 @@ private:
 
     void AddTitle(std::string_view title) { Add("\n{}\n", style.palette.Name(title)); }
 
-    // A table whose first column is left-aligned and whose others are right-aligned.
+    // Adds a table. Its first column is left-aligned, the others are right-aligned.
     void AddTable(const std::vector<std::vector<std::string>>& rows) {
         std::vector<std::size_t> widths;
         for (const auto& row : rows) {
@@ -63,7 +63,7 @@ private:
         }
     }
 
-    // Characters, not bytes.
+    // Counts characters, not bytes.
     static std::size_t Width(std::string_view cell) {
         return static_cast<std::size_t>(std::ranges::count_if(
             cell, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));

@@ -1,4 +1,4 @@
-// A report as a text for a terminal.
+// Prints a report as a text for a terminal.
 #pragma once
 
 #include <string>

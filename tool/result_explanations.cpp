@@ -8,7 +8,7 @@ namespace {
 
 // clang-format off
 
-// Names of the standard first, in the order of their numbers; then the vendor's.
+// The names of the standard come first, in the order of their numbers. The vendor's follow.
 constexpr ResultExplanation kExplanations[] = {
     {"CKR_OK", "The function did its work.", "Nothing is wrong with this call."},
     {"CKR_CANCEL", "A callback of the application or the user cancelled the function.", "It usually comes from a person who pressed Cancel at a PIN pad or from a notification callback that asked to stop."},

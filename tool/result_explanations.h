@@ -1,7 +1,7 @@
-// What PKCS#11 means by a result, and what it usually comes from: two sentences for each name.
+// Explains results of PKCS#11 in two sentences for each name: the meaning and the usual cause.
 //
-// Constant texts in plain English, each a whole sentence that ends with a full stop. Any thread may call this
-// at any time.
+// The texts are constant. Each is a whole sentence that ends with a full stop. Any thread may call this at
+// any time.
 #pragma once
 
 #include <string_view>
@@ -10,11 +10,11 @@ namespace ckscribe {
 
 struct ResultExplanation {
     std::string_view name;     // "CKR_PIN_INCORRECT"
-    std::string_view meaning;  // what the token says by it
-    std::string_view cause;    // what it usually comes from, and where to look
+    std::string_view meaning;  // what the token says with it
+    std::string_view cause;    // its usual cause, and where to look
 };
 
-// The explanation of a result's name; null for a name without one.
+// Returns the explanation of a result's name; null for a name without one.
 const ResultExplanation* ExplanationOf(std::string_view name);
 
 }  // namespace ckscribe

@@ -26,7 +26,7 @@ const std::map<std::string, RunFormat> kFormats{{"calls", RunFormat::kCalls},
                                                 {"old", RunFormat::kOld},
                                                 {"events", RunFormat::kEvents}};
 
-// Makes the number of a format of its name; a text that is not empty says what is wrong with it.
+// Replaces the name of a format by its number. Returns what is wrong with the name; empty when nothing is.
 std::string TakeFormat(std::string& word) {
     const auto format = kFormats.find(word);
     if (format == kFormats.end())
@@ -41,7 +41,7 @@ class Help : public CLI::Formatter {
     }
 };
 
-// "session" and "SESSION_FUNC" are the class SESSION_FUNC. Empty for no class.
+// Returns the class that a word names: "session" and "SESSION_FUNC" name SESSION_FUNC. Empty for no class.
 std::string ClassNamed(std::string word) {
     std::ranges::transform(word, word.begin(),
                            [](unsigned char each) { return static_cast<char>(std::toupper(each)); });
@@ -50,7 +50,7 @@ std::string ClassNamed(std::string word) {
     return "";
 }
 
-// The value of "LoggingMask" for words between commas.
+// Returns the value of "LoggingMask" for words between commas.
 std::string MaskOf(const std::string& words) {
     std::set<std::string> names;
     for (const std::string& word : CLI::detail::split(words, ',')) {

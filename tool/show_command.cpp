@@ -40,10 +40,10 @@ void SayMissedDurations(const CallFilter& filter) {
         "(docs/events.md).");
 }
 
-// A time of day can be told in UTC only with its date.
+// A time of day can be converted to UTC only with its date.
 bool NeedsDates(const Options& options) { return options.filter.NeedsTimes() || options.logs.isUtc; }
 
-// What the filter must know of a log before its first call is shown.
+// Finds the log's last record, which the filter must know before it shows the first call.
 class Survey : public LogSink {
 public:
     void OnCall(const Call&) override {}
@@ -54,7 +54,7 @@ public:
     std::optional<std::int64_t> firstDay;
 };
 
-// Runs until it is interrupted, or to the end of what cannot grow.
+// Runs until it is interrupted. Ends earlier if no log can grow any more.
 int Follow(Options& options, ShownCalls& calls) {
     std::vector<std::unique_ptr<FollowedLog>> logs;
     for (const LogFamily& family : FamiliesOf(options.logs.paths)) {
@@ -96,7 +96,7 @@ int Run(Options& options) {
     ReadingOptions reading = options.logs.Reading();
     reading.needsDates = NeedsDates(options);
     auto bar = std::make_unique<ProgressBar>();
-    // Lines and a bar would write over each other.
+    // Lines and a bar on one terminal would overwrite each other.
     if (isatty(STDOUT_FILENO) == 0)
         reading.onProgress = [&bar](const ReadingProgress& progress) { bar->Show(progress); };
     const std::vector<FileReading> files = ReadLogs(options.logs.paths, reading, calls);

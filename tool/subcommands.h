@@ -1,4 +1,4 @@
-// The list of the sub-commands. A new one gets a file of its own, `NAME_command.cpp`, a line here and in
+// Lists the sub-commands. A new one gets a file of its own, `NAME_command.cpp`, a line here and in
 // subcommands.cpp, and a man page share/man/ckscribe-NAME.1.scd.
 #pragma once
 
@@ -16,7 +16,7 @@ void AddReportCommand(CLI::App& app, int& status);
 void AddDiffCommand(CLI::App& app, int& status);
 void AddConvertCommand(CLI::App& app, int& status);
 
-// Adds them all.
+// Adds all sub-commands.
 void AddSubcommands(CLI::App& app, int& status);
 
 }  // namespace ckscribe

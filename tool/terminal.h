@@ -1,4 +1,4 @@
-// Whether and how a stream is coloured.
+// Decides whether text for a stream is coloured, and colours it.
 #pragma once
 
 #include <string>
@@ -6,15 +6,15 @@
 
 namespace ckscribe {
 
-// True when text written to this descriptor may be coloured: it is a terminal, and the environment variable
-// NO_COLOR is absent or empty.
+// Returns whether text for this descriptor may be coloured: the descriptor is a terminal, and the environment
+// variable NO_COLOR is absent or empty.
 bool MayColour(int descriptor);
 
-// Puts text into colours, or hands it back as it is. A value; any thread may use it.
+// Colours text, or returns it unchanged. It is a value; any thread may use it.
 class Palette {
 public:
     explicit Palette(bool isColoured) : isColoured_(isColoured) {}
-    // The palette for text that is written to this descriptor.
+    // Returns the palette for text that is written to this descriptor.
     static Palette For(int descriptor) { return Palette(MayColour(descriptor)); }
 
     std::string Good(std::string_view text) const { return In("32", text); }     // green

@@ -1,10 +1,11 @@
-// The audit library of `ckscribe run`: the dynamic loader asks it, in every process of the command, which
-// file to load for a name. For the PKCS#11 module of the process it answers libckscribe.so, and when
-// libckscribe.so then asks for its target, it answers the module. See rtld-audit(7).
+// The audit library of `ckscribe run`. In every process of the command, the dynamic loader asks it which file
+// to load for a name. For the PKCS#11 module of the process it answers libckscribe.so. When libckscribe.so
+// then asks for its target, it answers the module. See rtld-audit(7).
 //
-// It has no C library, keeps no descriptor, starts no thread and changes nothing that the process can see but
-// kConfigurationVariable. Whatever it cannot find out, it leaves as it is without it. The loader calls it
-// with its lock held, so that no two threads are in it at once.
+// It has no C library, keeps no descriptor, starts no thread, and changes only kConfigurationVariable among
+// all things that the process can see. If it cannot find something out, the loader does what it does without
+// an audit library. The loader holds its lock while it calls, therefore no two threads are in this library at
+// once.
 
 #include <link.h>
 #include <stdint.h>
@@ -15,7 +16,7 @@
 
 using namespace ckscribe;
 
-// The compiler may call this for what it finds too long to write out.
+// The compiler may call these two functions for long copies.
 extern "C" void* memcpy(void* to, const void* from, size_t size) {
     auto* const written = static_cast<volatile char*>(to);
     const auto* const read = static_cast<const char*>(from);
@@ -32,7 +33,8 @@ namespace {
 
 constexpr size_t kLongestPath = 4096;
 
-// A text with an end that is always there. What does not fit makes it empty: half a path is a wrong path.
+// A text that always has its NUL. A text that does not fit makes it empty, because half a path is a wrong
+// path.
 class Text {
 public:
     const char* Get() const { return characters_; }
@@ -67,7 +69,7 @@ private:
     size_t length_ = 0;
 };
 
-// The part of `text` behind `beginning`, or null when it begins in another way.
+// Returns the part of `text` behind `beginning`; null when `text` begins with something else.
 const char* Behind(const char* beginning, const char* text) {
     for (; *beginning != '\0'; ++beginning, ++text)
         if (*beginning != *text) return nullptr;
@@ -83,7 +85,7 @@ const char* FileName(const char* path) {
 
 bool HasSlash(const char* path) { return FileName(path) != path; }
 
-// A file that has been seen, under whatever name it comes.
+// Recognises a file that it has seen, under whatever name it comes.
 struct SeenFile {
     bool isKnown = false;
     dev_t device = 0;
@@ -120,7 +122,7 @@ SeenFile moduleFile;
 bool isTraceNoticed = false;
 bool isLossNoticed = false;
 
-// The name that the loader is looking for is one of a library that the asking object was linked with.
+// True while the loader looks for a library that the asking object was linked with.
 bool isNeededName = false;
 
 void Notice(char kind, const char* text) {
@@ -152,7 +154,7 @@ void TakeSetting(const char* line, size_t length) {
     if (Behind(kFirstSetting, setting.Get()) != nullptr) choice = Choice::kFirst;
 }
 
-// They are read when a process loads its first object at run time, which most processes never do.
+// The settings are read when a process loads its first object at run time: most processes never do.
 void ReadSettings() {
     if (areSettingsRead) return;
     areSettingsRead = true;
@@ -172,7 +174,8 @@ void ReadSettings() {
     targetLink.Add(place.Get()).Add(kTargetLink);
 }
 
-// If this is the variable that leads to a configuration, makes it lead to the private one and returns true.
+// If this is the variable that leads to a configuration, makes it lead to the private configuration and
+// returns true.
 bool TakeConfiguration(char** variable) {
     static Text beginning;
     if (beginning.IsEmpty()) beginning.Add(kConfigurationVariable).Add("=");
@@ -206,7 +209,7 @@ ModuleKind KindOfLoaded(const link_map* object) {
     return KindOfModule(ElfSymbols(image));
 }
 
-// The path counts from the root: it must mean the same when libckscribe.so asks for its target.
+// Keeps the path from the root: it must mean the same file when libckscribe.so asks for its target.
 void Choose(const char* path) {
     if (!moduleFile.Remember(path)) return;
     if (path[0] != '/') {
@@ -245,13 +248,13 @@ void ConsiderFile(const char* path) {
     }
 }
 
-// libckscribe.so loads nothing but its target, whatever its configuration calls it.
+// libckscribe.so loads only its target, whatever its configuration calls it.
 bool IsTargetOfOurs(const char* name, const link_map* requester) {
     return AreEqual(name, targetLink.Get()) || KindOfLoaded(requester) == ModuleKind::kOurs;
 }
 
-// The environment of the program as it is at this moment, or null. The C library's own variable may have
-// moved into the program, which then comes first.
+// Returns the program's present environment, or null. A copy of the C library's variable in the program
+// counts; the program comes first in the list of objects.
 char** EnvironmentNow(const link_map* object) {
     while (object->l_prev != nullptr) object = object->l_prev;
     for (; object != nullptr; object = object->l_next) {
@@ -262,8 +265,8 @@ char** EnvironmentNow(const link_map* object) {
     return nullptr;
 }
 
-// libckscribe.so looks for its configuration in the environment when it is loaded. Without it, it would not
-// be silent.
+// libckscribe.so looks for its configuration in the environment when it is loaded. Without one it would print
+// a message.
 bool IsConfigured(const link_map* requester) {
     char** environment = EnvironmentNow(requester);
     for (; environment != nullptr && *environment != nullptr; ++environment)
@@ -279,15 +282,16 @@ bool CanBeRead(const char* path) {
     return descriptor >= 0;
 }
 
-// A process that has changed its user or its root may see the private configuration or libckscribe.so no
-// more. It then gets its module: without its configuration libckscribe.so would not be silent.
+// A process that has changed its user or its root may not be able to read the private configuration or
+// libckscribe.so any more. It then gets its module: libckscribe.so without its configuration would print a
+// message.
 bool IsInReach() {
     static Text configuration;
     if (configuration.IsEmpty()) configuration.Add(place.Get()).Add(kConfigurationFile);
     return CanBeRead(configuration.Get()) && CanBeRead(library.Get());
 }
 
-// The file to load for a name or a path that could be the module.
+// Returns the file to load for a name or a path that could be the module.
 const char* FileFor(const char* path, const link_map* requester) {
     if (module.IsEmpty()) ConsiderFile(path);
     return moduleFile.Is(path) && IsInReach() && IsConfigured(requester) ? library.Get() : path;
@@ -301,7 +305,7 @@ const char* Search(const char* name, const link_map* requester, unsigned stage) 
             ChooseOwnTarget();
             return module.IsEmpty() ? name : module.Get();
         }
-        // A name without a slash is looked for in several places; these come one by one.
+        // The loader looks for a name without a slash in several places, and asks for each of them.
         if (!HasSlash(name)) return name;
     }
     return isNeededName ? name : FileFor(name, requester);
@@ -335,15 +339,14 @@ __attribute__((constructor)) void Begin(int, char**, char** environment) {
 
 }  // namespace
 
-// Declining is final, and leaves the process as if there were no audit library.
+// With 0 it declines for good, and the process runs as if there were no audit library.
 extern "C" __attribute__((visibility("default"))) unsigned la_version(unsigned version) {
     return place.IsEmpty() || isInert ? 0 : version;
 }
 
 extern "C" __attribute__((visibility("default"))) void la_preinit(uintptr_t*) { isAtRunTime = true; }
 
-// No symbol bindings are asked for, so that calls between objects cost what they cost without an audit
-// library.
+// It asks for no symbol bindings: calls between objects then cost the same as without an audit library.
 extern "C" __attribute__((visibility("default"))) unsigned la_objopen(link_map* object, Lmid_t, uintptr_t*) {
     NoticeModule(object);
     return 0;

@@ -1,7 +1,8 @@
-// Which symbols a shared object defines, asked of its file or of its image in memory. Needs no C library.
+// Finds the symbols that a shared object defines, in its file or in its image in memory. It needs no C
+// library.
 //
-// Objects of this processor's class and byte order only. Nothing in a file is trusted: what points out of it
-// is not there.
+// It reads only objects of this processor's class and byte order. It trusts nothing in a file: what lies
+// outside of the file counts as absent.
 #pragma once
 
 #include <elf.h>
@@ -20,12 +21,13 @@ inline bool AreEqual(const char* one, const char* other) {
     return *one == *other;
 }
 
-// A file that is mapped whole.
+// A file that is mapped completely.
 class FileImage {
 public:
     FileImage(const void* begin, size_t size) : begin_(static_cast<const char*>(begin)), size_(size) {}
 
-    // An ELF object that this machine's loader could load; nothing else may be asked of other files.
+    // Returns whether this is an ELF object that this machine's loader could load. For other files no other
+    // function may be called.
     bool IsLoadable() const {
         const auto* const header = Inside<ElfW(Ehdr)>(0, 1);
         const unsigned char* const identity = header != nullptr ? header->e_ident : nullptr;
@@ -47,7 +49,7 @@ public:
         return dynamic == nullptr ? 0 : dynamic->p_filesz / sizeof(ElfW(Dyn));
     }
 
-    // `count` things at an address of the object, or null.
+    // Returns `count` things at an address of the object, or null.
     template <class Thing>
     const Thing* At(ElfW(Addr) address, size_t count) const {
         const ElfW(Phdr)* const segment = Segment([address](const ElfW(Phdr) & each) {
@@ -58,7 +60,7 @@ public:
                                   : Inside<Thing>(segment->p_offset + (address - segment->p_vaddr), count);
     }
 
-    // The text at an address, or null when it does not end inside the file.
+    // Returns the text at an address; null when it does not end inside the file.
     const char* Text(ElfW(Addr) address) const {
         const char* const text = At<char>(address, 1);
         if (text == nullptr) return nullptr;
@@ -67,7 +69,7 @@ public:
         return nullptr;
     }
 
-    // The loader that a program asks for, or null.
+    // Returns the loader that a program asks for, or null.
     const char* Interpreter() const {
         const ElfW(Phdr)* const segment =
             Segment([](const ElfW(Phdr) & each) { return each.p_type == PT_INTERP; });
@@ -119,8 +121,8 @@ public:
     const ElfW(Dyn) * Dynamic() const { return dynamic_; }
     static size_t DynamicCount() { return SIZE_MAX; }
 
-    // The loader has added the base to most objects' addresses already, and not to those of the kernel's own
-    // object.
+    // The loader has already added the base to the addresses of most objects, but not to those of the
+    // kernel's own object.
     template <class Thing>
     const Thing* At(ElfW(Addr) address, size_t) const {
         return reinterpret_cast<const Thing*>(address < base_ ? base_ + address : address);
@@ -147,7 +149,7 @@ public:
         }
     }
 
-    // The symbol, when the object itself defines it, so that others find it there; else null.
+    // Returns the symbol if the object itself defines it, else null.
     const ElfW(Sym) * Find(const char* name) const {
         if (symbols_ == 0 || names_ == 0) return nullptr;
         if (gnuHash_ != 0) return FindByGnuHash(name);
@@ -155,7 +157,7 @@ public:
     }
     bool Define(const char* name) const { return Find(name) != nullptr; }
 
-    // True when the object asks the loader for a library of this name.
+    // Returns whether the object asks the loader for a library of this name.
     bool Need(const char* name) const {
         const ElfW(Dyn)* const dynamic = image_.Dynamic();
         for (size_t i = 0; dynamic != nullptr && i < image_.DynamicCount() && dynamic[i].d_tag != DT_NULL;
@@ -210,7 +212,7 @@ private:
         const ElfW(Addr) buckets = hash_ + 2 * sizeof(uint32_t);
         const ElfW(Addr) chains = buckets + header[0] * sizeof(uint32_t);
         const auto* index = image_.template At<uint32_t>(buckets + wanted % header[0] * sizeof(uint32_t), 1);
-        // A chain is no longer than the table; a damaged one may be a ring.
+        // A chain is at most as long as the table, but a damaged one may be a ring.
         for (uint32_t steps = 0; index != nullptr && *index != STN_UNDEF && steps < header[1]; ++steps) {
             if (const ElfW(Sym)* const symbol = Definition(*index, name)) return symbol;
             index = image_.template At<uint32_t>(chains + *index * sizeof(uint32_t), 1);
@@ -225,7 +227,7 @@ private:
     ElfW(Addr) names_ = 0;
 };
 
-// What a shared object is for PKCS#11.
+// The kinds of shared objects for PKCS#11.
 enum class ModuleKind {
     kNone,            // no module: it does not define C_GetFunctionList
     kModule,          // a module

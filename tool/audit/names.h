@@ -1,5 +1,5 @@
-// What the audit library and `ckscribe run` must agree about: environment, files of the private directory,
-// notices.
+// The audit library and `ckscribe run` share these names: the environment, the files of the private
+// directory, the settings and the notices.
 #pragma once
 
 namespace ckscribe {
@@ -17,7 +17,7 @@ inline constexpr char kSettingsFile[] = "/run.settings";  // lines "NAME VALUE",
 inline constexpr char kNoticesFile[] = "/notices";        // records of the audit libraries, see below
 inline constexpr char kTargetLink[] = "/module.so";  // what the private configuration names as the target
 
-// Settings. `library` and one of the three ways to choose the module are always there.
+// Settings. `library` and one of the three ways to choose the module are always present.
 inline constexpr char kLibrarySetting[] = "library ";  // path of libckscribe.so
 inline constexpr char kModuleSetting[] = "module ";    // trace this file, under whatever name it is loaded
 inline constexpr char kNameSetting[] = "name ";        // trace the first module whose file has this name

@@ -1,7 +1,7 @@
-// System calls without the C library, which leave errno alone. Results are negative for errors.
+// Makes system calls without the C library. They do not change errno. Results are negative for errors.
 //
-// The dynamic loader gives an audit library a C library of its own if it needs one: one more file to map and
-// to relocate at the start of each process. An audit library that needs none does not have that cost.
+// If an audit library needs a C library, the dynamic loader gives it one of its own: at the start of each
+// process it maps and relocates one more file. An audit library without a C library saves that cost.
 #pragma once
 
 #include <fcntl.h>
@@ -64,7 +64,7 @@ inline bool StatusOf(const char* path, struct stat& status) {
                       0) == 0;
 }
 
-// The whole file for reading, or null.
+// Maps the whole file for reading. Returns null on failure.
 inline const void* MapFile(int descriptor, size_t size) {
     const long address =
         SystemCall(SYS_mmap, 0, static_cast<long>(size), PROT_READ, MAP_PRIVATE, descriptor, 0);

@@ -127,7 +127,7 @@ private:
             kSectionExample);
     }
 
-    // Why this one is not the section; false when it is not meant to be it.
+    // Says why this section is not the one that counts. Returns false when its author does not mean that one.
     bool ExplainSection(const WrittenSection& section) {
         const bool isNamed = section.name == kSection;
         if (!isNamed && !IsLikeSection(section.name)) return false;
@@ -226,7 +226,7 @@ private:
         const auto names = KeyNames();
         const NearestName nearest = FindNearestName(name, names);
         const bool isMissed = nearest.isSlip && !text_.FindEntry(kSection, std::string(nearest.name));
-        // The end of a name with a blank in it is a name of its own for the library.
+        // For the library, the last word of a name with a blank is a name of its own.
         if (name.size() > entry.name.size() && !isMissed) return;
         findings_.Add(
             isMissed ? Level::kWrong : Level::kNote, name, text_.LineOf(entry.place),
@@ -235,7 +235,7 @@ private:
             isMissed ? fmt::format("Call it {}.", nearest.name) : "");
     }
 
-    // Text directly behind a ";" is likely meant to belong to the value.
+    // The author probably means text directly behind a ";" as a part of the value.
     void ExplainRestOfValue(const WrittenEntry& entry) {
         if (text_.Text()[entry.place - 1] != ';') return;
         findings_.Add(
@@ -244,8 +244,8 @@ private:
             "Choose a value without \";\".");
     }
 
-    // Everything before the "=", also where a blank or another character that no name holds stands in the
-    // middle; empty when there is no "=".
+    // Returns everything before the "=", even if a blank or another character that no name holds stands in
+    // it; empty when there is no "=".
     std::string_view NameAsWritten(const WrittenEntry& entry) const {
         if (entry.sign != ' ') return entry.name;
         const std::string_view rest = text_.Text().substr(entry.place);
@@ -304,7 +304,7 @@ private:
         return counted ? text_.LineOf(counted->key) : 0;
     }
 
-    // A key whose name, followed by "=", stands in the value of another.
+    // Finds a key whose name, followed by "=", stands in the value of another.
     void CheckPlaceOf(const LoggingKey& key) {
         const auto counted = text_.FindEntry(kSection, std::string(key.name));
         if (!counted ||

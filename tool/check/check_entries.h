@@ -1,4 +1,4 @@
-// What `ckscribe check` says about the syntax of a configuration file.
+// The part of `ckscribe check` that looks at the syntax of a configuration file.
 #pragma once
 
 #include "tool/configuration/configuration_text.h"
@@ -6,8 +6,8 @@
 
 namespace ckscribe {
 
-// Tells which section counts, and of each key of "CkLog2" that stands in the file and does not count why it
-// does not. What the keys that count mean is told by check_values.h.
+// Says which section counts, and why a key of "CkLog2" that stands in the file does not count. check_values.h
+// explains the keys that count.
 void CheckEntries(const ConfigurationText& text, Findings& findings);
 
 }  // namespace ckscribe

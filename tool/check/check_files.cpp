@@ -18,7 +18,7 @@ namespace {
 constexpr unsigned long long kMebibyte = 1024 * 1024;
 constexpr unsigned long long kLittleSpace = 100 * kMebibyte;
 
-// One file that the library writes.
+// A file that the library writes.
 struct WrittenTo {
     std::string_view key;
     std::string_view name;  // for sentences
@@ -32,7 +32,7 @@ std::string CurrentDirectory() {
     return getcwd(directory, sizeof directory) != nullptr ? directory : "the current directory";
 }
 
-// Of this process, from the system: asking umask() would set it.
+// Reads this process's umask from /proc, because umask() would set it.
 mode_t Umask() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
@@ -225,7 +225,7 @@ void CheckErrorFile(Setup& setup, Findings& findings) {
     FileCheck(setup, {"Error", "error file", path, false, false}, findings).Run();
 }
 
-// "%p" is the process number, "%%" a percent sign.
+// Replaces "%p" by the process number and "%%" by a percent sign.
 std::string EventsPath(const std::string& pattern) {
     std::string path;
     for (std::size_t i = 0; i < pattern.size(); ++i) {

@@ -1,12 +1,12 @@
-// What `ckscribe check` says about the files that the library writes.
+// The part of `ckscribe check` that looks at the files that the library writes.
 #pragma once
 
 #include "tool/configuration/setup.h"
 
 namespace ckscribe {
 
-// Log, error file and events file: whether this user can append to them, and who may read them. Nothing is
-// created or changed.
+// Says of the log, the error file and the events file whether this user can append to them, and who may read
+// them. Creates and changes nothing.
 void CheckFiles(Setup& setup, Findings& findings);
 
 }  // namespace ckscribe

@@ -20,13 +20,13 @@ namespace fs = std::filesystem;
 
 constexpr char kP11KitFolder[] = CKSCRIBE_P11_KIT_MODULES;
 
-// A line that gives a module its library.
+// A module's library, and the line that names it.
 struct NamedModule {
     std::string path;
     int line;
 };
 
-// The values of the lines "KEY = VALUE" (or with ":"), where the key is one of these.
+// Returns the values of the lines "KEY = VALUE" (or "KEY: VALUE") whose key is one of `keys`.
 std::vector<NamedModule> ModulesIn(const std::string& file, const std::vector<std::string_view>& keys,
                                    char sign) {
     std::vector<NamedModule> modules;
@@ -81,7 +81,7 @@ std::vector<std::string> ModuleFiles() {
         std::error_code ignored;
         std::vector<std::string> here;
         for (const auto& entry : fs::directory_iterator(folder, ignored)) {
-            // A file hides those of the same name in the folders after its own.
+            // A file hides files of the same name in later folders.
             const std::string name = entry.path().filename();
             if (entry.path().extension() == ".module" && std::ranges::find(names, name) == names.end())
                 here.push_back(name);
@@ -108,7 +108,7 @@ void TellModule(Setup& setup, std::string_view about, const std::string& file, c
     }
 }
 
-// The file says which programs get its module.
+// Returns whether the file gives its module only to some programs.
 bool IsForSomePrograms(const std::string& file) {
     return !ModulesIn(file, {"enable-in", "disable-in"}, ':').empty();
 }
@@ -162,7 +162,7 @@ void CheckOpenSsl(Setup& setup, const std::string& file, Findings& findings) {
 
 void CheckNss(Setup& setup, const std::string& directory, Findings& findings) {
     const std::string file = directory + "/pkcs11.txt";
-    // The first module is NSS's own and has no library.
+    // The first module is NSS's own. It has no library.
     std::vector<NamedModule> modules = ModulesIn(file, {"library"}, '=');
     std::erase_if(modules, [](const NamedModule& module) { return module.path.empty(); });
     if (modules.empty())

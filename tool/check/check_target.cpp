@@ -21,7 +21,7 @@ namespace {
 constexpr char kKey[] = "LibUNIX64";
 constexpr char kNameTarget[] = "Name the PKCS#11 library of the device: LibUNIX64 = PATH;";
 
-// What the beginning of the file says of a library that does not load; empty when that explains nothing.
+// Returns why a library does not load, as far as the beginning of its file explains it; else empty.
 std::string ExplainFile(const std::string& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0)
@@ -67,7 +67,7 @@ void TellFailure(const std::string& path, int line, const ProbedTarget& target, 
         RemedyFor(path, target.loaderError));
 }
 
-// Says how many names there are, and which if there are few or all are wanted.
+// Returns how many names there are, and which ones if they are few or `all` is true.
 std::string Listed(const std::vector<std::string>& names, bool all) {
     constexpr std::size_t kFew = 4;
     const std::string number = fmt::format("{} function{}", names.size(), names.size() == 1 ? "" : "s");
@@ -148,7 +148,7 @@ void TellTarget(Setup& setup, const ProbedTarget& target, const TargetCheck& how
     }
 }
 
-// Where the loader looks for the path, when that is not plain.
+// Says where the loader looks for a path that is not absolute.
 void TellPlace(const std::string& path, int line, Findings& findings) {
     if (path.starts_with('/')) return;
     if (path.find('/') == path.npos) {

@@ -1,4 +1,4 @@
-// What `ckscribe check` says about the target library.
+// The part of `ckscribe check` that looks at the target library.
 #pragma once
 
 #include "tool/configuration/setup.h"
@@ -8,10 +8,10 @@ namespace ckscribe {
 struct TargetCheck {
     bool initialize = false;  // also call C_Initialize and C_Finalize
     bool isVerbose = false;   // name every function that is missing
-    int seconds = 10;         // how long the target may take
+    int seconds = 10;         // the target may take so long
 };
 
-// Loads the target in a process of its own and tells what came of it.
+// Loads the target in a process of its own and says what happened.
 void CheckTarget(Setup& setup, const TargetCheck& how, Findings& findings);
 
 }  // namespace ckscribe

@@ -1,11 +1,11 @@
-// What `ckscribe check` says about the values of the keys that count.
+// The part of `ckscribe check` that looks at the values of the keys that count.
 #pragma once
 
 #include "tool/configuration/setup.h"
 
 namespace ckscribe {
 
-// Tells what each key means, and what counts in place of those that are missing.
+// Says what each key means, and which values count in place of missing keys.
 void CheckValues(Setup& setup, Findings& findings);
 
 }  // namespace ckscribe

@@ -1,4 +1,4 @@
-// Becoming another user, for the rest of the process.
+// Lets the process become another user until it ends.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 namespace ckscribe {
 
 // Takes on the user, group and supplementary groups that the system's tables give the user of this name, and
-// sets HOME, USER and LOGNAME. Nothing when that is done, or why it is not; then the process is to end, since
-// it may have changed in part. Only for a process of one thread.
+// sets HOME, USER and LOGNAME. Returns nothing on success, else the reason. The process must then end,
+// because it may have changed in part. Only a process of one thread may call this.
 std::optional<std::string> BecomeUser(const std::string& name);
 
 }  // namespace ckscribe

@@ -24,7 +24,7 @@ using Clock = std::chrono::steady_clock;
 
 // --- In the child
 
-// What tells this library from every other.
+// Only this library exports this function.
 constexpr char kOwnFunction[] = "CkLogSpecialInitialize";
 
 constexpr const char* kStandardNames[] = {
@@ -43,7 +43,7 @@ constexpr const char* kVendorNames[] = {
 #include "functions/functions.def"
 };
 
-// Text of fixed length, filled up with blanks, as PKCS#11 has it.
+// Returns a text of PKCS#11, which has a fixed size, without the blanks that fill it up.
 std::string Padded(const CK_UTF8CHAR* text, std::size_t size) {
     std::string padded(reinterpret_cast<const char*>(text), size);
     padded = padded.substr(0, padded.find('\0'));
@@ -58,14 +58,14 @@ std::string DescribeInfo(const CK_INFO& info) {
         info.libraryVersion.minor, info.cryptokiVersion.major, info.cryptokiVersion.minor);
 }
 
-// Where the object lies that holds an address; null for none.
+// Returns the begin of the object in memory that holds an address; null for none.
 const void* ImageOf(const void* address) {
     Dl_info holder = {};
     return address != nullptr && dladdr(address, &holder) != 0 ? holder.dli_fbase : nullptr;
 }
 
-// A function of the target's or of a library that it needs, unless that is this library: the target does not
-// have such a function, as the library sees it.
+// Returns a function of the target or of a library that it needs. It returns null for a function of this
+// library: the library does not count it as the target's.
 void* FindFunction(void* target, const char* name) {
     void* const found = dlsym(target, name);
     const void* const own = ImageOf(dlsym(target, kOwnFunction));
@@ -119,7 +119,7 @@ void LookUpFunctions(void* target, Json& answer) {
     answer["listOnly"] = hasList && !hasOther;
 }
 
-// Whether this library's own function is the target's or that of another library below it.
+// Looks whether the target is this library, or needs it.
 void LookForCkscribe(void* target, Json& answer) {
     void* const own = dlsym(target, kOwnFunction);
     if (own == nullptr) return;
@@ -140,7 +140,7 @@ Json Examine(const char* path, bool initialize) {
     }
     LookForCkscribe(target, answer);
     LookUpFunctions(target, answer);
-    // A call of this library would start it, and it would make its files.
+    // A call into this library would start it, and it would make its files.
     if (!answer.contains("isCkscribe") && !answer.contains("needsCkscribe"))
         AskTarget(target, initialize, answer);
     return answer;
@@ -153,9 +153,9 @@ void CloseStandardStreams() {
 
 [[noreturn]] void RunChild(int answerTo, const char* path, bool initialize, int seconds) {
     setpgid(0, 0);
-    // Should the parent be killed meanwhile.
+    // The alarm ends this process if the parent is killed in the meantime.
     alarm(static_cast<unsigned>(seconds) + 1);
-    // Where standard streams are closed, the pipe may have the number of one of them.
+    // If standard streams were closed, the pipe may have the number of one of them.
     answerTo = fcntl(answerTo, F_DUPFD_CLOEXEC, 3);
     CloseStandardStreams();
     const std::string answer =
@@ -165,7 +165,7 @@ void CloseStandardStreams() {
         if (count <= 0) break;
         written += static_cast<std::size_t>(count);
     }
-    // Without the target's destructors: it was asked to load, not to end well.
+    // The target's destructors do not run: the probe only asks whether it loads.
     _exit(0);
 }
 
@@ -235,8 +235,8 @@ ProbeResult ProbeTarget(const std::string& path, bool initialize, int seconds) {
     setpgid(child, child);
     const Answer answer = ReadAnswer(ends[0], deadline);
     close(ends[0]);
-    // The child ends by itself when it has answered or lost its answer; what it started, and a child that is
-    // late, does not.
+    // The child ends by itself after its answer, and when nobody reads it. A late child, and processes that
+    // it started, must be ended.
     if (answer.isLate) kill(-child, SIGKILL);
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;

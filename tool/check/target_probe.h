@@ -1,4 +1,4 @@
-// Loads a target library in a process of its own, so that whatever the target does there ends with it.
+// Loads a target library in a process of its own: whatever the target does there ends with that process.
 #pragma once
 
 #include <optional>
@@ -25,11 +25,12 @@ struct ProbedTarget {
 
 struct ProbeResult {
     std::optional<ProbedTarget> target;  // nothing when the process ended before it could tell
-    std::string ending;                  // then: how it ended, for a sentence that begins "The target ..."
+    std::string ending;                  // how it ended then, for a sentence that begins "The target ..."
 };
 
-// Loads `path` as the library does, in a child process with no standard streams that is ended, with all that
-// it started, after `seconds` at the latest. With `initialize` also calls C_Initialize and C_Finalize.
+// Loads `path` as the library does, in a child process without standard streams. Ends that process, and all
+// that it started, after `seconds` at the latest. With `initialize` the child also calls C_Initialize and
+// C_Finalize.
 ProbeResult ProbeTarget(const std::string& path, bool initialize, int seconds);
 
 }  // namespace ckscribe

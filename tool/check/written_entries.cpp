@@ -42,7 +42,7 @@ private:
         if (ending == '}') CloseSection(end);
     }
 
-    // "Name =" whose "{" stands on a line of its own.
+    // Returns whether "Name =" has its "{" on the next line.
     bool IsHeadOfNextLine(std::size_t end) {
         const std::size_t next = text_.find_first_not_of(kSpaces, end);
         const std::string_view piece = WithoutBlanks(text_.substr(place_, end - place_));
@@ -95,7 +95,8 @@ private:
     void ReadEntry(std::string_view piece) {
         std::size_t name = 0;
         while (name < piece.size() && !std::isalpha(static_cast<unsigned char>(piece[name]))) ++name;
-        // Anything but blanks, quotes and marks of a comment before it: this is no entry.
+        // In front of an entry stand only blanks, quotes and marks of a comment. Anything else makes it no
+        // entry.
         if (piece.substr(0, name).find_first_not_of(" \t#/;!\"'`-*:,.+\xef\xbb\xbf") != piece.npos) return;
         std::size_t nameEnd = name;
         while (nameEnd < piece.size() && IsNameCharacter(piece[nameEnd])) ++nameEnd;

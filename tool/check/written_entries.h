@@ -1,6 +1,6 @@
-// A configuration file as its author sees it: everything that looks like an entry or a section, also where
-// the library takes it for something else or for nothing. Only for explanations: what counts says
-// ConfigurationText.
+// Reads a configuration file as its author sees it: everything that looks like an entry or a section, also
+// where the library takes it for something else or for nothing. It serves only explanations:
+// ConfigurationText says what counts.
 #pragma once
 
 #include <string_view>

@@ -29,7 +29,7 @@ std::size_t LineEnd(std::string_view text, std::size_t place) {
     return std::min(text.find_first_of("\r\n", place), text.size());
 }
 
-// Behind the line feed, carriage return or both that end a line.
+// Returns the place behind the line feed, the carriage return or both that end a line.
 std::size_t NextLine(std::string_view text, std::size_t lineEnd) {
     if (text.substr(lineEnd).starts_with("\r\n")) return lineEnd + 2;
     return std::min(lineEnd + 1, text.size());
@@ -39,7 +39,7 @@ std::string LineFeedOf(std::string_view text) { return text.find("\r\n") != text
 
 // --- What the file says, so that two texts can be compared
 
-// Every word before a "=".
+// Returns every word before a "=".
 Names KeysIn(std::string_view text) {
     Names names;
     for (std::size_t sign = text.find('='); sign != text.npos; sign = text.find('=', sign + 1)) {
@@ -53,7 +53,7 @@ Names KeysIn(std::string_view text) {
     return names;
 }
 
-// Every row of words before a "=" and a "{", within its line.
+// Returns every row of words before a "=" and a "{", within its line.
 Names SectionsIn(std::string_view text) {
     Names names;
     for (std::size_t brace = text.find('{'); brace != text.npos; brace = text.find('{', brace + 1)) {
@@ -72,14 +72,14 @@ Names SectionsIn(std::string_view text) {
 
 using Reading = std::map<std::pair<std::string, std::string>, std::string>;
 
-// What each of these keys reads as in each of these sections.
+// Returns what each of these keys reads as in each of these sections.
 Reading Read(const std::string& text, const Names& sections, const Names& keys) {
     Reading reading;
     const ConfigurationText whole(text);
     for (const std::string& section : sections) {
         const auto place = whole.FindSection(section);
         if (!place) continue;
-        // The look-up in the section's own text finds the same as in the whole one, and is faster.
+        // The look-up in the section's own text finds the same as in the whole text, and is faster.
         const ConfigurationText part(whole.Text().substr(place->name, place->end - place->name));
         for (const std::string& key : keys) {
             if (const auto entry = part.FindEntry(section, key))
@@ -94,12 +94,12 @@ std::string Described(const Reading& reading, const Reading::key_type& name) {
     return found == reading.end() ? "nothing" : InQuotes(found->second);
 }
 
-// The end of a section's name is itself the name of a section for the store: "Client" where "OrmaSA Client"
-// begins one.
+// For the store, the last words of a section's name are themselves the name of a section: "Client" finds
+// "OrmaSA Client".
 bool IsTailOf(const std::string& section, const std::string& whole) { return whole.ends_with(" " + section); }
 
-// Why the new text must not take the old one's place; empty when nothing but this key reads differently, and
-// the key reads as it shall.
+// Returns why the new text must not replace the old one; empty when only this key reads differently, and
+// reads as wanted.
 std::string WhyRefused(const std::string& before, const std::string& after, const std::string& section,
                        const std::string& key, const std::optional<std::string>& value) {
     Names sections = SectionsIn(before);
@@ -134,7 +134,7 @@ std::string WithInserted(std::string_view text, std::size_t place, std::string_v
     return changed.insert(place, more);
 }
 
-// Ways to write an entry that is not there, the best first.
+// Returns texts with the entry added in several ways, the best first.
 std::vector<std::string> WithNewEntry(std::string_view text, const ConfigurationText::Section& section,
                                       const std::string& entry) {
     const std::string feed = LineFeedOf(text);
@@ -165,7 +165,7 @@ std::string WithoutEntry(std::string_view text, const ConfigurationText::Entry& 
     if (end < text.size() && text[end] == ';') ++end;
     const std::size_t lineBegin = LineBegin(text, begin);
     const std::size_t lineEnd = LineEnd(text, end);
-    // What stands before may be the mark of a comment that is none.
+    // For the store no mark begins a comment. Such marks may stand in front of the entry.
     const bool isAlone =
         text.substr(lineBegin, begin - lineBegin).find_first_not_of(" \t#/!;") == text.npos &&
         text.substr(end, lineEnd - end).find_first_not_of(" \t") == text.npos;

@@ -11,20 +11,20 @@ namespace ckscribe {
 
 struct Edit {
     std::optional<std::string> text;  // the new text; nothing when the edit is refused
-    std::string refusal;              // then: why, as a sentence
+    std::string refusal;              // then the reason, as a sentence
 };
 
-// Lets `key` of `section` read as `value`. Every other byte of the text stays; a key or a section that is
-// missing is added. Refused when the key would not read back as the value, or when another key of the file
-// would read differently.
+// Makes `key` of `section` read as `value`, and adds a missing key or section. Every other byte of the text
+// stays. Refuses the edit if the key would not read back as the value, or if another key of the file would
+// read differently.
 Edit SetKey(std::string_view text, const std::string& section, const std::string& key,
             const std::string& value);
 
-// Takes away every entry of the key that counts or would count once the one before it is gone. Refused when
-// another key of the file would read differently.
+// Removes every entry of the key that counts, or that would count without the entry before it. Refuses the
+// edit if another key of the file would read differently.
 Edit UnsetKey(std::string_view text, const std::string& section, const std::string& key);
 
-// The keys of a section that count, with their values, in the order of the file.
+// Returns the keys of a section that count, with their values, in the order of the file.
 std::vector<std::pair<std::string, std::string>> KeysOf(std::string_view text, const std::string& section);
 
 }  // namespace ckscribe

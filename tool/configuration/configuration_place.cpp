@@ -148,7 +148,7 @@ std::string ConfigurationPath(const std::string& named, Findings* findings) {
 
 std::optional<std::string> ReadConfiguration(const std::string& path, Findings& findings) {
     ckscribe::FileText file;
-    // Of anything but a regular file the library gets nothing.
+    // The library reads only regular files.
     if (!IsRegular(path) || !file.Read(path.c_str())) {
         findings.Add(
             Level::kWrong, kAbout, 0,

@@ -1,4 +1,4 @@
-// The text of a configuration file, with the places of what the library reads in it.
+// The text of a configuration file, with the places that the library reads.
 #pragma once
 
 #include <optional>
@@ -8,11 +8,11 @@
 
 namespace ckscribe {
 
-// Places are offsets into Text(). Every answer comes from the look-up of the configuration store
-// (config/entry_lookup.h), which is what the library reads by. Immutable; any thread may ask.
+// Places are offsets into Text(). Every answer comes from the look-up that the library uses, too
+// (config/entry_lookup.h). The object never changes; any thread may ask.
 class ConfigurationText {
 public:
-    // Only the part before the first NUL counts, as for the store.
+    // Only the part before the first NUL counts, as it does for the store.
     explicit ConfigurationText(std::string_view text);
 
     std::string_view Text() const { return text_; }
@@ -31,12 +31,12 @@ public:
     };
     std::optional<Entry> FindEntry(const std::string& section, const std::string& key) const;
 
-    // What the entry's key reads as.
+    // Returns what the entry's key reads as.
     std::string_view ValueOf(const Entry& entry) const {
         return Text().substr(entry.value, entry.end - entry.value);
     }
 
-    // The line of a place, from 1. A line ends with a line feed, a carriage return, or both.
+    // Returns the line of a place, from 1. A line ends with a line feed, a carriage return, or both.
     int LineOf(std::size_t place) const;
 
 private:

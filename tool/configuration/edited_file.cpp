@@ -18,7 +18,7 @@ namespace ckscribe {
 
 namespace {
 
-// Fixed, so that a copy which an interrupted change has left is found and taken away by the next one.
+// The suffix never changes: the next change finds and removes a copy that an interrupted change has left.
 constexpr char kCopySuffix[] = ".ckscribe-new";
 
 std::string Reason() { return std::strerror(errno); }
@@ -33,7 +33,8 @@ bool WriteAll(int file, const std::string& text) {
     return true;
 }
 
-// Access control lists among them. False when one that stands for permissions cannot be copied.
+// Copies extended attributes, access control lists among them. Returns false when one that stands for
+// permissions cannot be copied.
 bool CopyAttributes(int from, int to) {
     const ssize_t size = flistxattr(from, nullptr, 0);
     if (size <= 0) return true;
@@ -73,7 +74,7 @@ std::optional<std::string> EditedFile::Open(const std::string& path) {
     return std::nullopt;
 }
 
-// A file that another process has put in the place of the one that was waited for is opened anew.
+// While this process waits for the lock, another may replace the file. The new file is opened then.
 std::optional<std::string> EditedFile::OpenLocked() {
     for (;;) {
         file_ = open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);

@@ -1,5 +1,5 @@
-// A file that is changed as a whole: readers see the old one or the new one, also when the change is
-// interrupted at any point.
+// Changes a file as a whole. Readers see the old file or the new one, even if the change is interrupted at
+// any point.
 #pragma once
 
 #include <sys/stat.h>
@@ -9,8 +9,7 @@
 
 namespace ckscribe {
 
-// Other processes that change the file through this class wait for each other from Open to the end of the
-// object.
+// Processes that change a file through this class wait for each other, from Open to the destructor.
 class EditedFile {
 public:
     EditedFile() = default;
@@ -18,17 +17,18 @@ public:
     EditedFile(const EditedFile&) = delete;
     EditedFile& operator=(const EditedFile&) = delete;
 
-    // Reads the file that `path` leads to, through symbolic links. Nothing, or why it cannot be changed.
+    // Reads the file that `path` leads to, through symbolic links. Returns nothing, or why the file cannot be
+    // changed.
     std::optional<std::string> Open(const std::string& path);
 
     const std::string& Text() const { return text_; }
 
-    // Writes the new text to a copy with the same owner, permissions and extended attributes. Nothing, or why
-    // not. The copy goes with the object unless it takes the file's place.
+    // Writes the new text to a copy with the same owner, permissions and extended attributes. Returns
+    // nothing, or why that failed. The destructor removes the copy unless it has taken the file's place.
     std::optional<std::string> WriteCopy(const std::string& text);
     const std::string& CopyPath() const { return copyPath_; }
 
-    // Puts the copy into the file's place. Nothing, or why the file is as it was.
+    // Puts the copy into the file's place. Returns nothing, or why the file is unchanged.
     std::optional<std::string> Replace();
 
 private:

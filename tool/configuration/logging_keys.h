@@ -28,7 +28,7 @@ inline constexpr LoggingKey kLoggingKeys[] = {
     {"FileMode", KeyKind::kMode},    {"Announce", KeyKind::kSwitch},
 };
 
-// The key of exactly this name, or null.
+// Returns the key of exactly this name, or null.
 constexpr const LoggingKey* FindLoggingKey(std::string_view name) {
     for (const LoggingKey& key : kLoggingKeys) {
         if (key.name == name) return &key;
@@ -36,7 +36,7 @@ constexpr const LoggingKey* FindLoggingKey(std::string_view name) {
     return nullptr;
 }
 
-// How many characters of a value count.
+// Returns how many characters of a value count.
 constexpr std::size_t LongestValue(KeyKind kind) {
     return kind == KeyKind::kPath ? CkLogConfig::kLongestPath : CkLogConfig::kLongestWord;
 }

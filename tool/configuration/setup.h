@@ -1,4 +1,4 @@
-// A set-up that `ckscribe check` looks at: one configuration file, and what the library makes of it.
+// A set-up for `ckscribe check`: one configuration file, and the settings that the library makes of it.
 #pragma once
 
 #include <optional>
@@ -11,8 +11,8 @@
 
 namespace ckscribe {
 
-// The library's own view of section "CkLog2", of a file that the caller names. A file that is not there is a
-// configuration in which every key has its default.
+// The library's own view of section "CkLog2", for a file that the caller names. If the file does not exist,
+// every key has its default.
 class ConfigurationAt : public CkLogConfig {
 public:
     explicit ConfigurationAt(std::string path) : path_(std::move(path)) {}
@@ -29,23 +29,23 @@ public:
     ConfigurationAt settings;
     const ConfigurationText text;
 
-    // The key's value as it stands in the file, or nothing when the library finds no such key.
+    // Returns the key's value as it stands in the file; nothing when the library finds no such key.
     std::optional<std::string> Value(std::string_view key) const {
         const auto entry = text.FindEntry(CkLogConfig::GetCkLogSectionName(), std::string(key));
         if (!entry) return std::nullopt;
         return std::string(text.ValueOf(*entry));
     }
 
-    // The line of the key that counts, or 0.
+    // Returns the line of the key that counts, or 0.
     int Line(std::string_view key) const {
         const auto entry = text.FindEntry(CkLogConfig::GetCkLogSectionName(), std::string(key));
         return entry ? text.LineOf(entry->key) : 0;
     }
 
-    // The library writes a log.
+    // Returns whether the library writes a log.
     bool IsLogging() { return settings.IsLoggingEnabledMordavek() != 0; }
 
-    // The library writes events.
+    // Returns whether the library writes events.
     bool HasEvents() { return *settings.EventsFileName() != '\0'; }
 };
 

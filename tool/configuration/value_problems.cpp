@@ -34,7 +34,7 @@ std::string Entry(const LoggingKey& key, std::string_view value) {
     return fmt::format("Write \"{} = {};\".", key.name, value);
 }
 
-// The place from which a value looks like a comment.
+// Returns the place from which a value looks like a comment.
 std::size_t CommentIn(std::string_view value) { return std::min(value.find(" #"), value.find(" //")); }
 
 Problem TooLong(const LoggingKey& key, std::string_view value) {
@@ -154,7 +154,7 @@ std::string Joined(const std::vector<std::string_view>& words) {
     return text;
 }
 
-// The mask that was meant, with the nearest class in the place of each word that is none.
+// Returns the mask that was probably meant: the nearest class replaces each word that is no class.
 std::string MeantMask(std::string_view mask) {
     std::vector<std::string_view> names;
     for (const LoggingClass& known : LoggingClasses()) names.push_back(known.name);

@@ -1,4 +1,4 @@
-// What a value says that its author does not mean.
+// Finds values that say something else than their author probably means.
 #pragma once
 
 #include <optional>
@@ -10,15 +10,15 @@
 
 namespace ckscribe {
 
-// Something about a value that does not mean what was meant.
+// A problem of a value.
 struct ValueProblem {
     Level level;
     std::string what;
     std::string remedy;
 };
 
-// The first problem of a value as text, for a key of this kind; nothing when it means what it says. Whether
-// files are there and libraries load is not asked here.
+// Returns the first problem of a value, as a text, for this key; nothing when it has none. Does not ask
+// whether files exist and libraries load.
 std::optional<ValueProblem> FindValueProblem(const LoggingKey& key, std::string_view value);
 
 }  // namespace ckscribe

@@ -1,4 +1,4 @@
-// Calls in formats that other programs open.
+// Writes calls in formats that other programs open.
 #pragma once
 
 #include <memory>
@@ -9,21 +9,22 @@
 
 namespace ckscribe {
 
-// Writes the calls that it takes to standard output. Finish() ends what was written.
+// Writes the calls that it takes to standard output. Finish() completes the output.
 class CallWriter : public LogSink {
 public:
     virtual void Finish() {}
 };
 
-// JSON Lines: the events of each call, with the fields that docs/events.md describes. What a text log lacks
-// is absent.
+// Writes JSON Lines: the events of each call, with the fields that docs/events.md describes. What a text log
+// lacks is absent.
 std::unique_ptr<CallWriter> MakeEventWriter();
 
-// Comma-separated values: a head line and a row for each call. No cell begins with what a spreadsheet would
-// run.
+// Writes comma-separated values: a head line and a row for each call. No cell begins with a character that
+// makes a spreadsheet run it as a formula.
 std::unique_ptr<CallWriter> MakeTableWriter(const std::vector<std::string>& paths);
 
-// The Trace Event format, which Perfetto and speedscope open: complete events; calls without an end as begun.
+// Writes the Trace Event format, which Perfetto and speedscope open: complete events, and begin events for
+// calls without an end.
 std::unique_ptr<CallWriter> MakeTraceWriter();
 
 }  // namespace ckscribe

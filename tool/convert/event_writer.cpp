@@ -13,7 +13,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// As much of a moment as the log tells: without a date where there is none, and without a zone where it is
+// Returns as much of a moment as the log says: no date where it has none, and no zone where the time is
 // local.
 std::string TimeAsTold(const Moment& moment) {
     std::string text = IsoTime(moment.nanoseconds);
@@ -27,7 +27,7 @@ void PutLine(const std::string& line) { fmt::print("{}\n", line); }
 Json EventOf(const Call& call, bool isStart) {
     Json event;
     event["event"] = isStart ? "start" : "end";
-    // The time of both is that of the call's beginning.
+    // Both events have the time at which the call began.
     if (call.Time().IsThere()) event["time"] = TimeAsTold(call.Time());
     event["pid"] = call.process;
     if (call.thread) event["tid"] = *call.thread;
@@ -51,7 +51,7 @@ class EventWriter : public CallWriter {
 public:
     void OnCall(const Call& call) override {
         if (call.format == LogFormat::kEvents) {
-            // They are events already.
+            // Its records are events already.
             if (call.hasStart) PutLine(std::string(call.startRecord));
             if (call.hasEnd) PutLine(std::string(call.endRecord));
             return;

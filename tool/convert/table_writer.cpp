@@ -14,8 +14,8 @@ constexpr std::string_view kHead =
     "time,process,thread,run,call,function,result,rv,ns,slot,session,object,user,mechanism,in,out,file,"
     "line\n";
 
-// A cell that holds a text. A spreadsheet runs what begins like a formula; a quote in front of it makes it a
-// text.
+// Returns a cell that holds a text. A spreadsheet runs a cell that begins like a formula; a quote in front
+// makes it a text.
 std::string Cell(std::string_view text) {
     std::string cell;
     if (!text.empty() && std::string_view("=+-@\t\r").find(text.front()) != text.npos) cell = "'";

@@ -10,7 +10,7 @@ namespace ckscribe {
 
 namespace {
 
-// Microseconds with all their nanoseconds, which a double would lose.
+// Returns microseconds with three decimals. A double would lose the nanoseconds.
 std::string Microseconds(std::int64_t nanoseconds) {
     const char* const sign = nanoseconds < 0 ? "-" : "";
     const std::uint64_t size = static_cast<std::uint64_t>(nanoseconds < 0 ? -nanoseconds : nanoseconds);
@@ -32,7 +32,7 @@ public:
         fmt::print("{}\n{{\"name\":{},\"cat\":\"pkcs11\",\"ph\":\"{}\",\"ts\":{},", isFirst ? "" : ",",
                    LineOf(std::string(call.Function())), call.hasEnd ? 'X' : 'B', Microseconds(begin));
         if (call.hasEnd) {
-            // A text log tells whole seconds only.
+            // A text log has only whole seconds.
             const std::int64_t told = call.hasStart ? call.end.nanoseconds - call.start.nanoseconds : 0;
             const auto duration = static_cast<std::int64_t>(
                 call.nanoseconds.value_or(static_cast<std::uint64_t>(std::max<std::int64_t>(told, 0))));

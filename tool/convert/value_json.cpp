@@ -9,7 +9,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Numbers that not every reader of JSON keeps exactly become strings.
+// Numbers above 2^53 become strings: not every reader of JSON keeps them exactly.
 Json NumberJson(std::uint64_t number) {
     constexpr std::uint64_t kLargestExact = std::uint64_t{1} << 53;
     return number <= kLargestExact ? Json(number) : Json(std::to_string(number));
@@ -38,7 +38,7 @@ bool IsPlainNumber(const Value& value) {
 }
 
 Json JsonOf(const Value& value) {
-    // An element of a list.
+    // The element of a list is a plain number.
     if (IsPlainNumber(value)) return NumberJson(*value.number);
     Json json = Json::object();
     if (!value.kind.empty()) json["kind"] = value.kind;
@@ -57,7 +57,7 @@ Json JsonOf(const Value& value) {
     }
     if (value.kind == "AttributeList") {
         json["attributes"] = JsonOf(value.children);
-        // All of them are attributes.
+        // All children are attributes.
         for (Json& attribute : json["attributes"]) attribute.erase("kind");
     } else if (value.kind.ends_with("List")) {
         json["values"] = Json::array();
@@ -70,7 +70,7 @@ Json JsonOf(const Value& value) {
                 json["children"].push_back(member);
                 continue;
             }
-            // A member is named by its key, and its kind says nothing more.
+            // The key names a member, and its kind says nothing more.
             member.erase("name");
             member.erase("kind");
             const bool isPlain = member.size() == 1 && member.contains("value");

@@ -1,4 +1,4 @@
-// Values as the children of an event.
+// Returns values as JSON, in the form of the children of an event.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -10,7 +10,7 @@ namespace ckscribe {
 
 nlohmann::ordered_json JsonOf(const std::vector<Value>& values);
 
-// One line of JSON, whatever bytes its strings hold.
+// Returns one line of JSON, whatever bytes its strings hold.
 std::string LineOf(const nlohmann::ordered_json& json);
 
 }  // namespace ckscribe

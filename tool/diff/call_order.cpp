@@ -11,14 +11,14 @@ namespace ckscribe {
 
 namespace {
 
-// Takes off what another run of the same program has otherwise.
+// Removes values that differ in every run of the same program.
 void Blur(Value& value) {
     if (value.kind == "Mechanism") {
         for (Value& parameter : value.children) parameter.bytes.reset();
     }
     if (value.kind == "ObjectHandleList" &&
         !(value.children.size() == 1 && value.children[0].name == "count")) {
-        // How many there are counts.
+        // Only the count of the elements is compared.
         value.number = value.children.size();
         value.children.clear();
         value.isGroup = false;
@@ -74,7 +74,7 @@ std::vector<ComparedThread> CallOrder::TakeThreads(bool byProcess) {
     threads.clear();
     places.clear();
     if (byProcess) taken = ByProcess(std::move(taken));
-    // Calls came in the order of their ends.
+    // The calls came in the order of their ends.
     for (ComparedThread& thread : taken) std::ranges::stable_sort(thread.calls, {}, &ComparedCall::line);
     std::ranges::stable_sort(taken, {},
                              [](const ComparedThread& thread) { return thread.calls.front().line; });

@@ -1,4 +1,4 @@
-// The calls of a run, thread by thread, with what two runs can be compared by.
+// Collects the calls of a run, thread by thread, in a form that can be compared with another run.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@
 
 namespace ckscribe {
 
-// Texts that many calls share, each kept once.
+// Keeps each text that many calls share once.
 class SharedTexts {
 public:
     std::uint32_t NumberOf(const std::string& text);
@@ -45,7 +45,7 @@ struct ComparedThread {
     std::vector<ComparedCall> calls;  // in the order in which they began
 };
 
-// Collects a run.
+// Collects the calls of a run.
 class CallOrder : public LogSink {
 public:
     // `texts` outlives this.
@@ -53,10 +53,11 @@ public:
 
     void OnCall(const Call& call) override;
 
-    // Whether each call has a thread.
+    // Returns whether each call has a thread.
     bool HasThreads() const { return hasThreads; }
 
-    // The threads in the order of their first calls. `byProcess`: each process as one thread. Empties this.
+    // Returns the threads in the order of their first calls, and forgets them. With `byProcess` each process
+    // counts as one thread.
     std::vector<ComparedThread> TakeThreads(bool byProcess);
 
 private:

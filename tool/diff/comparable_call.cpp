@@ -13,10 +13,10 @@ namespace ckscribe {
 namespace {
 
 constexpr char kSeparator = '\x1f';
-// Between the readings of a fact that can be read in two ways.
+// It stands between the two readings of a fact that can be read in two ways.
 constexpr char kOr = '|';
 
-// What text logs print of values that they hide, and of those that have no name.
+// Text logs print these for hidden values, and for values without a name.
 constexpr std::string_view kHidden = "********";
 constexpr std::string_view kUnknownMechanism = "Unknown Mechanism Type";
 constexpr std::string_view kUnknownAttribute = "CKA_XXX";
@@ -24,7 +24,7 @@ constexpr std::string_view kUnknownAttribute = "CKA_XXX";
 // Text logs print these functions alike.
 constexpr std::string_view kPrintedAlike[] = {"C_GetFunctionStatus", "C_CancelFunction", "UnknownType"};
 
-// The address of a number, which stands in front of the number itself.
+// These are addresses of numbers. Each stands in front of its number.
 constexpr std::string_view kAddresses[] = {"pusEncryptedDataLen", "pusEncryptedPartLen"};
 
 bool IsAmong(std::span<const std::string_view> texts, std::string_view text) {
@@ -38,7 +38,8 @@ bool IsOfOneRun(const Value& value) {
            IsAmong(kAddresses, name);
 }
 
-// Structures tell memory and sessions in use, which no two runs share.
+// Structures are not compared: they say how much memory and how many sessions are in use, and no two runs
+// share these.
 bool IsComparedList(const Value& value) {
     return value.kind == "SlotIDList" || value.kind == "MechTypeList" || value.kind == "ObjectHandleList";
 }
@@ -49,7 +50,7 @@ std::string Hex(std::string_view bytes) {
     return hex;
 }
 
-// A number as it lies in memory.
+// Returns the bytes of a number as it lies in memory.
 std::string BytesOf(std::uint64_t number, std::uint64_t size) {
     std::string bytes;
     for (std::uint64_t i = 0; i < std::min<std::uint64_t>(size, sizeof number); ++i)
@@ -78,7 +79,7 @@ public:
     Comparable built;
 
 private:
-    // A text log has the low 32 bits of some numbers only.
+    // A text log has only the low 32 bits of some numbers.
     void AddNumber(const Value& value) {
         if (value.boolean) return AddTwo(*value.boolean ? "true" : "false", "");
         if (!value.number) return AddTwo("", "");
@@ -106,8 +107,8 @@ private:
                size ? fmt::format("{}{}{}", *size, kOr, 2 * *size) : "");
     }
 
-    // The shown elements, and how many there are. Where the caller gave no room a text log shows an empty
-    // list, and an event how many there would be.
+    // Adds the elements that the log shows, and their count. If the caller gave no room, a text log shows an
+    // empty list, and an event shows how many elements there would be.
     void AddList(const Value& value) {
         const bool isCount = value.children.size() == 1 && value.children.front().name == "count";
         if (isCount) return AddTwo("", fmt::format("{}", value.children.front().number.value_or(0)));
@@ -181,7 +182,7 @@ Comparable ComparableAnswer(const Call& call) {
 
 namespace {
 
-// The same in one of their readings.
+// Returns whether two facts are equal in one of their readings.
 bool IsFactAlike(std::string_view one, std::string_view other) {
     if (one.empty() || other.empty() || one == other) return true;
     const auto readings = [](std::string_view fact) {

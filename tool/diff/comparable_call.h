@@ -1,8 +1,8 @@
-// What of a call two runs can be compared by.
+// Finds the parts of a call that two runs can be compared by.
 //
-// Handles, addresses, times, parameters of mechanisms (initialisation vectors) and bytes that came out differ
-// from run to run. Logs of different formats lack different things. What one of two logs lacks does not
-// count.
+// Handles, addresses, times, parameters of mechanisms (initialisation vectors) and the bytes of outputs
+// differ from run to run. Logs of different formats lack different facts. A fact that one of two logs lacks
+// does not count.
 //
 // Pure functions: any thread may call them at any time.
 #pragma once
@@ -27,12 +27,12 @@ struct Comparable {
 Comparable ComparableQuestion(const Call& call);
 Comparable ComparableAnswer(const Call& call);
 
-// Of facts that belong to the same shape.
+// Compares facts that belong to the same shape.
 bool AreFactsAlike(std::string_view one, std::string_view other);
 
-// The inputs that are compared: without handles and addresses.
+// Returns the inputs that are compared: all but handles and addresses.
 std::vector<Value> ComparedInputs(const Call& call);
-// The outputs that are compared: lists.
+// Returns the outputs that are compared: lists.
 std::vector<Value> ComparedOutputs(const Call& call);
 
 }  // namespace ckscribe

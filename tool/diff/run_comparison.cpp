@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint64_t kMuchLonger = 10;
 constexpr std::uint64_t kLonger = 10'000'000;
-// How far the runs may be apart before they are the same again.
+// So many calls may be gone and new together before the runs go on alike.
 constexpr std::size_t kFarthest = 400;
 
 bool IsSame(const ComparedText& one, const ComparedText& other, const SharedTexts& texts) {
@@ -22,7 +22,8 @@ bool IsSame(const ComparedCall& one, const ComparedCall& other, const SharedText
     return IsSame(one.question, other.question, texts);
 }
 
-// How many calls are gone and how many are new until both runs go on alike: the fewest of both together.
+// Returns how many calls are gone and how many are new until both runs go on alike. Their sum is the smallest
+// possible.
 std::pair<std::size_t, std::size_t> FindNextSame(std::span<const ComparedCall> before,
                                                  std::span<const ComparedCall> after,
                                                  const SharedTexts& texts) {
@@ -35,7 +36,7 @@ std::pair<std::size_t, std::size_t> FindNextSame(std::span<const ComparedCall> b
             if (isEnd) return {gone, added};
             if (gone == before.size() || added == after.size() || !IsSame(before[gone], after[added], texts))
                 continue;
-            // One like call is an accident, two in a row are not.
+            // One like call may be an accident. Two in a row are none.
             const bool isLast = gone + 1 == before.size() || added + 1 == after.size();
             if (isLast || IsSame(before[gone + 1], after[added + 1], texts)) return {gone, added};
         }

@@ -1,4 +1,4 @@
-// What differs between two runs.
+// Finds the differences between two runs.
 //
 // Pure functions: any thread may call them at any time.
 #pragma once
@@ -18,20 +18,20 @@ enum class Difference {
     kMuchLonger,   // in both, and it took 10 times as long and 10 ms more in the second
 };
 
-// What is compared and where it differs. The call of the other run is null where there is none.
+// A call that differs. The call of the other run is null where there is none.
 struct DifferentCall {
     Difference difference;
     const ComparedCall* before;
     const ComparedCall* after;
 };
 
-// The differences of two threads, in the order of their calls.
+// Returns the differences of two threads, in the order of their calls.
 std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
                                    const std::vector<ComparedCall>& after, const SharedTexts& texts);
 
-// Which threads of two runs belong together: those whose first calls ask the same, in the order of the runs,
-// and of several first those that ask the same all along; then the rest, in order. Null where a run has
-// fewer.
+// Pairs the threads of two runs that belong together. It first pairs threads whose calls all ask the same,
+// then threads whose first calls ask the same, then the rest, each time in the order of the runs. A pair has
+// null where a run has fewer threads.
 using ThreadPair = std::pair<const ComparedThread*, const ComparedThread*>;
 std::vector<ThreadPair> PairThreads(const std::vector<ComparedThread>& before,
                                     const std::vector<ComparedThread>& after, const SharedTexts& texts);

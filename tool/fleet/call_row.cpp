@@ -16,7 +16,7 @@ namespace ckscribe {
 
 namespace {
 
-// Appends a text of valid UTF-8 as a string of JSON.
+// Appends a text, which is valid UTF-8, as a string of JSON.
 void AddQuoted(std::string& rows, std::string_view text) {
     rows += '"';
     while (!text.empty()) {
@@ -49,7 +49,7 @@ void AddNumber(std::string& rows, std::string_view key, const std::optional<Numb
     if (number) fmt::format_to(std::back_inserter(rows), ",\"{}\":{}", key, *number);
 }
 
-// Names that a log gives to things may be no UTF-8.
+// Labels in a log may be no UTF-8; LineOf replaces such bytes.
 std::string AnyText(const std::string& text) { return LineOf(nlohmann::ordered_json(text)); }
 
 template <class Field>

@@ -1,4 +1,4 @@
-// Calls as rows of the table `calls` of an engine (share/ckscribe/clickhouse/calls.sql).
+// Makes calls rows of the table `calls` of an engine (share/ckscribe/clickhouse/calls.sql).
 //
 // Pure functions: any thread may call them at any time.
 #pragma once
@@ -11,12 +11,12 @@
 
 namespace ckscribe {
 
-// The order of the calls of one log, as numbers that grow in the order of its events: the moment of the event
-// in nanoseconds, or one more than the number before. So they grow from file to file, whichever file is read
-// first.
+// Numbers the calls of one log. The numbers grow in the order of its events: each is the moment of the event
+// in nanoseconds, or one more than the number before. Therefore they also grow from file to file, whichever
+// file is read first.
 class CallPositions {
 public:
-    // Numbers that follow come after `position`.
+    // Lets the following numbers come after `position`.
     void StartBehind(std::uint64_t position) { last = position > last ? position : last; }
     std::uint64_t Next(const Call& call);
     std::uint64_t Last() const { return last; }
@@ -25,7 +25,7 @@ private:
     std::uint64_t last = 0;
 };
 
-// Adds the row of a call from events, as a line of JSON. `log` names the log on its host.
+// Adds the row of a call from events to `rows`, as a line of JSON. `log` names the log on its host.
 void AddCallRow(std::string& rows, std::string_view host, std::string_view log, std::uint64_t position,
                 const Call& call);
 

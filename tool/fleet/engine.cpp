@@ -13,7 +13,7 @@ namespace ckscribe {
 
 namespace {
 
-// The address without the name and the password that it may hold.
+// Returns the address without the name and the password that it may hold.
 std::string PublicAddress(const std::string& url) {
     const std::size_t scheme = url.find("://");
     const std::size_t host = scheme == url.npos ? 0 : scheme + 3;
@@ -28,7 +28,7 @@ std::string PublicAddress(const std::string& url) {
 
 namespace {
 
-// The functions of libcurl. The variadic one is called with exactly what its option asks for.
+// The functions of libcurl. Calls of the variadic one pass exactly the type that the option asks for.
 struct Curl {
     decltype(&::curl_easy_init) init = nullptr;
     decltype(&::curl_easy_cleanup) cleanup = nullptr;
@@ -46,7 +46,7 @@ bool Find(void* library, const char* name, Function& function) {
     return function != nullptr;
 }
 
-// Both names stand for the same functions; they differ in the library for TLS.
+// Both libraries have the same functions. They differ in the library that they use for TLS.
 const Curl* LoadCurl() {
     static const Curl* const loaded = []() -> const Curl* {
         static Curl curl;
@@ -93,7 +93,8 @@ std::string Escaped(std::string_view text) {
 struct Engine::Connection {
     const Curl& curl;
     CURL* const handle = curl.init();
-    // The server would be asked first whether it takes a long body, and answer late.
+    // Without this header, libcurl first asks the server whether it takes a long body, and waits for the
+    // answer.
     curl_slist* const headers = curl.append(nullptr, "Expect:");
     std::string url;
 
@@ -144,7 +145,7 @@ std::string Engine::Send(const std::string& parameters, std::string_view body) {
     curl.set(handle, CURLOPT_CONNECTTIMEOUT, kLongestConnect);
     curl.set(handle, CURLOPT_TIMEOUT, kLongestAnswer);
     curl.set(handle, CURLOPT_NOSIGNAL, 1L);
-    // Names and passwords may stand in ~/.netrc, where no list of processes shows them.
+    // Names and passwords may stand in ~/.netrc: no list of processes shows them there.
     curl.set(handle, CURLOPT_NETRC, static_cast<long>(CURL_NETRC_OPTIONAL));
     curl.set(handle, CURLOPT_USERAGENT, "ckscribe");
     const CURLcode code = curl.perform(handle);
@@ -162,12 +163,14 @@ std::string Engine::Send(const std::string& parameters, std::string_view body) {
 }
 
 std::string Engine::Ask(std::string_view query) {
-    // Errors come before the first row of an answer that is held back till it is whole.
+    // With wait_end_of_query the server holds the answer back until it is whole, and an error comes before
+    // the first row.
     return Send("wait_end_of_query=1&output_format_json_quote_64bit_integers=0", query);
 }
 
 void Engine::Insert(std::string_view into, std::string_view rows) {
-    // A server that spreads rows answers only after those that keep them have them.
+    // With insert_distributed_sync a server that spreads rows answers only when the servers that keep them
+    // have them.
     Send("insert_distributed_sync=1&query=" + Escaped(fmt::format("INSERT INTO {} FORMAT JSONEachRow", into)),
          rows);
 }

@@ -1,7 +1,7 @@
-// A ClickHouse server, over HTTP. The library that talks HTTP (libcurl) is loaded when the first server is
-// asked, so that the command starts without it.
+// Talks to a ClickHouse server over HTTP. It loads libcurl when the first server is asked: the command starts
+// without it.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <memory>
@@ -11,29 +11,29 @@
 
 namespace ckscribe {
 
-// What went wrong, as a sentence that names the server.
+// what() is a sentence that says what went wrong and names the server.
 struct EngineError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
 class Engine {
 public:
-    // `url`: "http://[user:password@]host:8123/[?database=...]". Throws EngineError where there is no libcurl
-    // or `url` is none of http or https.
+    // `url`: "http://[user:password@]host:8123/[?database=...]". Throws EngineError when there is no libcurl,
+    // or when `url` is neither http nor https.
     explicit Engine(const std::string& url);
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
-    // The answer to a query, once it is whole. Throws EngineError.
+    // Returns the whole answer to a query. Throws EngineError.
     std::string Ask(std::string_view query);
 
-    // Inserts rows, lines of JSON. When it returns, the server has them; with several servers, the one that
-    // keeps each row has it. Throws EngineError: some rows may have been inserted then.
+    // Inserts rows, which are lines of JSON. When it returns, the server has them; with several servers, each
+    // row is on the server that keeps it. Throws EngineError; the engine may then have some of the rows.
     void Insert(std::string_view table, std::string_view rows);
 
-    // The table that has all calls: "calls_all", which spreads them over several servers, where it is, else
-    // "calls". Throws EngineError.
+    // Returns the table that has all calls: "calls_all" if it exists (it spreads calls over several servers),
+    // else "calls". Throws EngineError.
     std::string_view Table();
 
 private:

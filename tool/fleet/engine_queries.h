@@ -1,6 +1,6 @@
-// The queries of share/ckscribe/clickhouse/queries/, embedded at build time. {table:Identifier} and
-// {since:UInt64} stand for the table and for the first moment in nanoseconds: newer servers fill them in
-// themselves, older ones do not.
+// The build embeds these queries of share/ckscribe/clickhouse/queries/. {table:Identifier} and {since:UInt64}
+// stand for the table and for the first moment in nanoseconds: newer servers fill them in themselves, older
+// ones do not.
 #pragma once
 
 #include <string_view>

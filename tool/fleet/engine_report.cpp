@@ -20,7 +20,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-// How many calls of a kind a report keeps as examples.
+// A report keeps at most so many calls of a kind as examples.
 constexpr std::size_t kMostExamples = 1000;
 
 std::string Replaced(std::string text, std::string_view place, std::string_view value) {
@@ -37,7 +37,7 @@ std::optional<Number> OptionalOf(const Json& value) {
 std::uint64_t Count(const Json& row, const char* key) { return row.at(key).get<std::uint64_t>(); }
 std::string Text(const Json& row, const char* key) { return row.at(key).get<std::string>(); }
 
-// Names that live as long as the process.
+// These names live as long as the process.
 std::string_view FunctionIn(const Json& row) { return FunctionName(FunctionOfName(Text(row, "function"))); }
 std::string_view ResultIn(const Json& row) { return LastingResultName(Text(row, "result")); }
 
@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    // The rows of an answer, one after the other.
+    // Gives the rows of an answer to `take`, one after the other.
     void ForEachRow(std::string_view query, const std::function<void(const Json&)>& take) {
         std::string text = Replaced(std::string(query), "{table:Identifier}", table);
         text = Replaced(text, "{since:UInt64}", since) + "\nFORMAT JSONEachRow";

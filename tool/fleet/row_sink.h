@@ -1,7 +1,7 @@
-// Takes calls and makes rows of those that came from events. Text logs have no run, so that their calls
-// cannot be told from repeats: their records are counted and left out.
+// Takes calls and makes rows of those that came from events. Text logs have no run, therefore a repeat of
+// their calls cannot be recognised: they are counted and left out.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ class RowSink : public CallSink {
 public:
     explicit RowSink(std::string host) : host(std::move(host)) {}
 
-    // The calls that follow are of this log of the host.
+    // Says that the following calls belong to this log of the host.
     void SetLog(std::string name) { log = std::move(name); }
     void SetPositions(CallPositions next) { positions = next; }
 
@@ -38,7 +38,7 @@ private:
     std::uint64_t unreadableLines = 0;
 };
 
-// The name of a file's log on its host: its whole path without what rotation and compression add.
+// Returns the name of a file's log on its host: its whole path without what rotation and compression add.
 std::string LogNameOf(const std::string& path);
 
 // Says that a file is a text log, or holds one, and what to do about it.

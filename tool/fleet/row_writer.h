@@ -1,4 +1,4 @@
-// Writes calls as rows of the table `calls`, wherever rows go.
+// Writes calls as rows of the table `calls` to any output.
 #pragma once
 
 #include <functional>
@@ -15,7 +15,8 @@ class RowWriter : public CallWriter {
 public:
     using Output = std::function<void(std::string_view rows)>;
 
-    // `paths` as ReadLogs has them; they outlive the writer. `output` gets about `pieceSize` bytes at a time.
+    // `paths` are those of ReadLogs; they outlive the writer. `output` gets about `pieceSize` bytes at a
+    // time.
     RowWriter(const std::vector<std::string>& paths, std::string host, std::size_t pieceSize, Output output);
 
     void OnLogBegin(const std::vector<std::uint32_t>& files) override;
@@ -23,7 +24,7 @@ public:
     void OnLogEnd(std::optional<std::int64_t> firstDay) override;
     void Finish() override;
 
-    // A log held records of a text log, and that was said.
+    // Returns whether a log held records of a text log; the writer has said so then.
     bool HasLeftOut() const { return hasLeftOut; }
 
 private:

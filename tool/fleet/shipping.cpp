@@ -17,15 +17,15 @@ namespace ckscribe {
 
 namespace {
 
-// The first event of a file is looked for so far.
+// The first event of a file must begin within so many bytes.
 constexpr std::size_t kHead = 64 << 10;
-// So much is inserted at once.
+// So many bytes are inserted at once.
 constexpr std::size_t kBatch = 16 << 20;
-// No line is longer.
+// No line is longer than so many bytes.
 constexpr std::size_t kLongestLine = 256 << 20;
 constexpr std::string_view kEventBegin = "{\"event\":";
 
-// Reads till there are `size` bytes or the end.
+// Reads until it has `size` bytes or the source ends.
 std::string ReadUpTo(LogSource& source, std::size_t size) {
     std::string bytes(size, '\0');
     std::size_t count = 0;
@@ -38,7 +38,7 @@ std::string ReadUpTo(LogSource& source, std::size_t size) {
     return bytes;
 }
 
-// The first event of a file, with what stands before it.
+// The beginning of a file up to the end of its first event.
 enum class HeadKind { kWhole, kNotYet, kNoEvent };
 struct Head {
     HeadKind kind = HeadKind::kNotYet;
@@ -51,7 +51,7 @@ Head HeadOf(LogSource& source) {
     while (begin < bytes.size()) {
         const std::size_t end = bytes.find('\n', begin);
         const bool isEvent = std::string_view(bytes).substr(begin).starts_with(kEventBegin);
-        // A line that is longer than the head is known by its beginning.
+        // Of a line that is longer than the head, the beginning identifies the file.
         if (isEvent && (end != bytes.npos || bytes.size() == kHead))
             return {HeadKind::kWhole, bytes.substr(0, end == bytes.npos ? end : end + 1)};
         if (end == bytes.npos) break;
@@ -120,8 +120,8 @@ private:
         if (isAllRead && !stamp.empty()) state.SetDone(stamp);
     }
 
-    // A file that begins with no event: it is a text log, or nothing that the library writes. An empty one is
-    // neither.
+    // Refuses a file that does not begin with an event. It is a text log, or nothing that the library writes.
+    // An empty file is neither.
     void RefuseFile(const std::string& path, LogSource& source) {
         source.Rewind();
         RowSink seen("");
@@ -133,12 +133,12 @@ private:
         status = kNotWell;
     }
 
-    // Goes to where reading goes on. Returns false if there is nothing behind it.
+    // Goes to the place where reading goes on. Returns false if there is nothing behind it.
     bool GoOn(LogSource& source, ShippedContent& content) {
         if (!source.Rewind()) return false;
         if (content.offset == 0) return true;
         const std::uint64_t size = std::min(content.offset, ShippingState::kTail);
-        // A copy that is not finished yet ends before.
+        // An unfinished copy ends before that place.
         if (!source.Skip(content.offset - size)) return false;
         tail = ReadUpTo(source, size);
         if (tail.size() < size) return false;
@@ -147,7 +147,7 @@ private:
         return source.Rewind();
     }
 
-    // Returns whether all was read.
+    // Returns whether it has read everything.
     bool ShipRest(const std::string& path, LogSource& source, const std::string& head,
                   ShippedContent& content) {
         if (content.offset == 0) tail.clear();
@@ -156,7 +156,7 @@ private:
             const std::string more = ReadUpTo(source, kBatch);
             const bool isAtEnd = more.size() < kBatch;
             bytes += more;
-            // A line without its end may still be being written.
+            // A process may still be writing a line that has no end.
             const std::size_t whole = bytes.rfind('\n') + 1;
             if (whole == 0) {
                 if (isAtEnd) return true;
@@ -164,7 +164,8 @@ private:
                 Complain(path, "a line is longer than 256 MiB");
                 return false;
             }
-            // Somebody may have emptied the file after its head was read, and written more than there was.
+            // Somebody may have emptied the file after its head was read, and may have written more than it
+            // held.
             if (!source.IsUnpacking() && !StillBeginsWith(source, head, content.offset + bytes.size()))
                 return false;
             ShipLines(std::string_view(bytes).substr(0, whole), content);

@@ -1,4 +1,4 @@
-// Brings the calls of files of events into an engine: what the state does not have yet.
+// Brings those calls of events files into an engine that the state does not have yet.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@
 namespace ckscribe {
 
 // Reads the files, inserts the rows of their calls, and moves the state on after each insertion that the
-// engine has confirmed. Says what cannot be read, and gives the exit status. Throws EngineError and
-// StateError; what was done until then is in the state.
+// engine has confirmed. Says what cannot be read, and returns the exit status. Throws EngineError and
+// StateError; the state then holds what was done before.
 int ShipCalls(const std::vector<std::string>& paths, const std::string& host, ShippingState& state,
               Engine& engine);
 

@@ -23,7 +23,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A content that no file had for so long is forgotten.
+// A content that no file has had for so many seconds is forgotten.
 constexpr std::int64_t kForgottenAfter = 30 * 86'400;
 
 [[noreturn]] void Fail(const std::string& path, std::string_view what) {
@@ -58,7 +58,7 @@ std::string FingerprintOf(std::string_view bytes) {
 }
 
 ShippingState::ShippingState(std::string file, const std::string& name) : path(std::move(file)), host(name) {
-    // The state is replaced as a whole, so that another file is locked for it.
+    // The state file is replaced as a whole; a lock on it would be lost. Therefore another file is locked.
     const std::string lockPath = path + ".lock";
     lock = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (lock < 0) FailBySystem(lockPath, "it cannot be opened");

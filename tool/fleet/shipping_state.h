@@ -1,11 +1,11 @@
-// What `ckscribe convert --state` remembers from run to run: how much of each file an engine has.
+// `ckscribe convert --state` remembers from run to run how much of each file an engine has.
 //
-// A file is known by its content, whatever its name: by its first event, which no other file begins with, and
-// by the bytes before the place where reading goes on. So a renamed, copied or compressed file goes on where
-// it was left, and a file that was emptied begins anew. In doubt a file is read from its beginning: a repeat
-// replaces the row that it repeats, while a gap would stay.
+// It recognises a file by its content, whatever its name: by its first event, with which no other file
+// begins, and by the bytes before the place where reading goes on. Therefore a renamed, copied or compressed
+// file goes on where it was left, and a file that was emptied begins anew. In doubt a file is read from its
+// beginning: a repeat replaces the row that it repeats, while a gap would stay.
 //
-// Used by one thread at a time.
+// One thread at a time may use it.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@
 
 namespace ckscribe {
 
-// Why the state cannot be used, as a sentence.
+// what() is a sentence that says why the state cannot be used.
 struct StateError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -31,11 +31,11 @@ struct ShippedContent {
 
 class ShippingState {
 public:
-    // How many bytes before an offset are looked at, at most.
+    // At most so many bytes before an offset are compared.
     static constexpr std::uint64_t kTail = 4096;
 
-    // Reads the file, if there is one, and keeps other processes from using it until the end. Throws
-    // StateError, also when it is the state of another host.
+    // Reads the file if there is one, and keeps other processes from using it until the destructor. Throws
+    // StateError, also when the file is the state of another host.
     ShippingState(std::string path, const std::string& host);
     ~ShippingState();
     ShippingState(const ShippingState&) = delete;
@@ -43,13 +43,13 @@ public:
 
     ShippedContent& ContentOf(const std::string& fingerprint);
 
-    // Packed files that are done with, as LogSource::Stamp names them: they need not be unpacked again.
+    // Know the packed files that are done, by LogSource::Stamp: they need not be unpacked again.
     bool IsDone(const std::string& stamp);
     void SetDone(const std::string& stamp);
-    // Forgets packed files that were not asked about, and contents that were not for long.
+    // Forgets packed files that this run did not ask about, and contents that no file has had for 30 days.
     void ForgetUnused();
 
-    // Replaces the file at once. Throws StateError.
+    // Replaces the file atomically. Throws StateError.
     void Save();
 
 private:
@@ -64,7 +64,7 @@ private:
     int lock = -1;
 };
 
-// Names bytes: the same for the same bytes.
+// Returns a name of bytes. Equal bytes have equal names.
 std::string FingerprintOf(std::string_view bytes);
 
 }  // namespace ckscribe

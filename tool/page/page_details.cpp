@@ -16,8 +16,8 @@ using nlohmann::ordered_json;
 constexpr std::int64_t kPreciseWidth = 10'000'000;  // 10 ms
 constexpr std::int64_t kCoarseWidth = kNanosecondsPerSecond;
 
-// The records of a call beyond the first of these are shown as their beginning. Where that makes a page that
-// is too large, the next one counts.
+// The page shows only so many bytes of a call's records. If the page becomes too large, the next number
+// counts.
 constexpr std::size_t kLongestRecords[] = {4000, 1000, 250, 0};
 
 // The page draws fewer bars than a histogram has buckets: 8 for each power of two.
@@ -46,7 +46,7 @@ std::string PlaceText(const Place& place, const std::vector<std::string>& files)
     return file + ":" + std::to_string(place.line);
 }
 
-// What the log itself says of the call. The end of an event repeats its start.
+// Returns the call's records as they stand in the log. The end of an event repeats its start.
 std::string RecordsText(const Call& call, std::size_t longest) {
     std::string text;
     const bool isStartRepeated = call.format == LogFormat::kEvents && call.hasEnd;
@@ -81,7 +81,7 @@ ordered_json BarsOf(const LatencyHistogram& histogram) {
     return bars;
 }
 
-// The number of a text in a list that grows with each new one.
+// Returns the number of a text in a list that grows with each new text.
 std::size_t NumberOf(const std::string& text, std::map<std::string, std::size_t>& numbers,
                      ordered_json& list) {
     const auto [place, isNew] = numbers.emplace(text, list.size());
@@ -153,7 +153,7 @@ void PageDetails::KeepIfSlow(const Call& call) {
     std::push_heap(slow.begin(), slow.end());
 }
 
-// Nanoseconds since 1970 began, on the calendar that the page shows.
+// Returns nanoseconds since 1970 began, on the calendar that the page shows.
 std::int64_t PageDetails::OnCalendar(const Moment& time) const {
     if (isUtc) return InUtc(time).nanoseconds;
     if (time.scale != TimeScale::kUtc) return time.nanoseconds;
@@ -163,7 +163,7 @@ std::int64_t PageDetails::OnCalendar(const Moment& time) const {
     return time.nanoseconds + local.tm_gmtoff * kNanosecondsPerSecond;
 }
 
-// Each of them once, in the order of the log.
+// Returns each kept call once, in the order of the log.
 std::vector<const Call*> PageDetails::KeptCalls() const {
     std::vector<const Call*> calls;
     const auto keep = [&calls](const KeptCall& call) { calls.push_back(&call.Get()); };
@@ -180,7 +180,8 @@ std::vector<const Call*> PageDetails::KeptCalls() const {
     return calls;
 }
 
-// Adds as many of the calls as there is room for, and returns their number. `longest`: of their records.
+// Adds as many of the calls as there is room for, and returns their number. Each shows at most `longest`
+// bytes of its records.
 std::size_t PageDetails::AddCalls(ordered_json& details, const std::vector<const Call*>& kept,
                                   std::size_t longest, std::int64_t base,
                                   const std::vector<std::string>& files) const {
@@ -216,13 +217,13 @@ std::string PageDetails::Json(const std::vector<std::string>& files) const {
     details["dated"] = isDated;
     details["utc"] = isUtc;
     details["files"] = files;
-    // Times are milliseconds since this one: a number of JSON has no room for the nanoseconds of a date.
+    // Times are milliseconds since this moment: a number of JSON cannot hold the nanoseconds of a date.
     const std::int64_t base = FloorOf(firstTime.value_or(0), kNanosecondsPerMillisecond);
     const auto sinceBase = [base](std::int64_t time) {
         return Milliseconds(time - base * kNanosecondsPerMillisecond);
     };
     details["base"] = base;  // in milliseconds since 1970 began, on the calendar of the page
-    // What this calendar is ahead of UTC, in milliseconds, at the end of the log.
+    // The calendar is so many milliseconds ahead of UTC at the end of the log.
     details["utc_offset"] = offset.value_or(0) / kNanosecondsPerMillisecond;
     details["first"] = firstTime ? ordered_json(sinceBase(*firstTime)) : ordered_json();
     details["last"] = lastTime ? ordered_json(sinceBase(*lastTime)) : ordered_json();

@@ -1,8 +1,8 @@
-// What the page of a report shows beside the report's own figures: calls over time, distributions of
-// durations, and the calls that are worth looking at one by one.
+// Collects what the page of a report shows beside the report's own figures: calls over time, distributions of
+// durations, and single calls that deserve a look.
 //
-// Its memory grows with the distinct functions, results and threads, never with the log. Used by one thread
-// at a time.
+// Its memory grows with the distinct functions, results and threads, never with the log. One thread at a time
+// may use it.
 #pragma once
 
 #include <cstddef>
@@ -21,8 +21,8 @@
 
 namespace ckscribe {
 
-// Counts calls and errors in bins of equal width. The width grows with the span, so that there are at most
-// kMostBins.
+// Counts calls and errors in bins of equal width. The width grows with the span: there are at most kMostBins
+// bins.
 class CallsOverTime {
 public:
     static constexpr std::int64_t kMostBins = 400;
@@ -65,17 +65,17 @@ class PageDetails {
 public:
     static constexpr std::size_t kMostSlow = 1000;
     static constexpr std::size_t kMostUnfinished = 1000;
-    // The page is mailed: its details must not be larger than this, in bytes of JSON.
+    // The details have at most so many bytes of JSON, because people mail the page.
     static constexpr std::size_t kLargestJson = 4'000'000;
 
-    // Times are shown in UTC instead of local time.
+    // `isUtc`: the page shows times in UTC instead of local time.
     explicit PageDetails(bool isUtc) : isUtc(isUtc) {}
 
-    // The next call of the log, in the order of the log.
+    // Takes the next call in the order of the log.
     void Take(const Call& call);
 
-    // The details as the page's script reads them. `files` are the names of the files that calls name by
-    // number.
+    // Returns the details in the form that the page's script reads. `files` are the names of the files that
+    // calls name by number.
     std::string Json(const std::vector<std::string>& files) const;
 
 private:

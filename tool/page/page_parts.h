@@ -1,4 +1,4 @@
-// The files of tool/page/ and the chart library of the distribution, embedded at build time.
+// The build embeds the files of tool/page/ and the distribution's chart library.
 #pragma once
 
 #include <string_view>

@@ -7,8 +7,8 @@
 namespace ckscribe {
 namespace {
 
-// JSON in a script element: "</script" and "<!--" would end or change it. In JSON a less-than sign stands in
-// strings only, where it may be written as an escape.
+// Makes JSON fit for a script element, which "</script" and "<!--" would end or change. In JSON a less-than
+// sign stands only in strings, and an escape may stand for it there.
 std::string WithoutMarkup(std::string_view json) {
     std::string text;
     text.reserve(json.size() + json.size() / 16);
@@ -33,7 +33,7 @@ std::string ReportPage(std::string_view report, std::string_view details) {
         {"@DETAILS@", WithoutMarkup(details)},          {"@CHART@", std::string(page_parts::kCharts)},
         {"@SCRIPT@", std::string(page_parts::kScript)},
     };
-    // The places stand in the frame in this order, and what is put into one of them is not searched again.
+    // The places stand in the frame in this order. What is put into one of them is not searched again.
     std::string page;
     std::string_view frame = page_parts::kFrame;
     for (const auto& [place, part] : parts) {

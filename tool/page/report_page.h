@@ -1,4 +1,4 @@
-// The report as one page that opens without a network and can be mailed.
+// Makes the report one page that opens without a network and can be mailed.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace ckscribe {
 
-// Whether the command was built with the chart library that the page needs.
+// Returns whether the command was built with the chart library that the page needs.
 bool CanMakeReportPage();
 
-// The page. `report` is what `ckscribe report --json` prints, `details` what PageDetails::Json gives. Neither
-// can end its place in the page or become markup. Empty if CanMakeReportPage() is false.
+// Returns the page; empty if CanMakeReportPage() is false. `report` comes from `ckscribe report --json`,
+// `details` from PageDetails::Json. Neither can end its place in the page or become markup.
 std::string ReportPage(std::string_view report, std::string_view details);
 
 }  // namespace ckscribe

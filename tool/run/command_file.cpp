@@ -32,8 +32,8 @@ bool HasCapabilities(const std::string& path) {
 #endif
 }
 
-// The system gives such a program rights that its caller lacks, and its loader then ignores the environment.
-// For root there are no more rights to be had.
+// Returns whether the system gives the program rights that its caller lacks. Its loader then ignores the
+// environment. Root lacks no rights.
 bool RaisesRights(const std::string& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0) return false;

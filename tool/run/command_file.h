@@ -1,21 +1,21 @@
-// The file of the command that is to run, and whether its calls can be logged.
+// Finds the file of the command that `ckscribe run` is to run, and says whether its calls can be logged.
 #pragma once
 
 #include <string>
 
 namespace ckscribe {
 
-// The file that the system runs for this word: itself when it holds a slash, else the first one in PATH that
-// may be run. Empty when there is none.
+// Returns the file that the system runs for this word: the word itself if it holds a slash, else the first
+// executable file of this name in PATH. Empty when there is none.
 std::string FileOfCommand(const std::string& word);
 
-// What keeps the calls of a program from being logged.
+// An obstacle keeps the calls of a program from being logged.
 struct Obstacle {
     std::string sentence;     // empty when there is none
     bool mayRedirect = true;  // false: its loader would print an error about the audit library
 };
 
-// A script is what its interpreter is.
+// Returns what keeps the calls of this program from being logged. For a script it asks about the interpreter.
 Obstacle ObstacleOf(const std::string& file);
 
 }  // namespace ckscribe

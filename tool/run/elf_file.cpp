@@ -11,7 +11,7 @@ namespace ckscribe {
 
 namespace {
 
-// The bytes of a regular file; none when it cannot be read.
+// Maps the bytes of a regular file. There are none if it cannot be read.
 class MappedFile {
 public:
     explicit MappedFile(const std::string& path) {
@@ -43,7 +43,7 @@ private:
     std::size_t size_ = 0;
 };
 
-// "#! /usr/bin/env -S x" has the interpreter "/usr/bin/env".
+// Returns the interpreter of a script: "/usr/bin/env" for "#! /usr/bin/env -S x".
 std::string InterpreterOfScript(std::string_view text) {
     std::string_view line = text.substr(2, text.find('\n') - 2);
     const std::size_t begin = line.find_first_not_of(" \t");
@@ -52,7 +52,7 @@ std::string InterpreterOfScript(std::string_view text) {
     return std::string(line.substr(0, line.find_first_of(" \t\r")));
 }
 
-// The loader of the GNU C library has such a name on every machine.
+// Returns whether this is the loader of the GNU C library, which has such a name on every machine.
 bool IsGnuLoader(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
     return name.starts_with("ld-linux") || name.starts_with("ld64") || name.starts_with("ld.so");

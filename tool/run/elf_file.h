@@ -1,4 +1,4 @@
-// What a file is for the dynamic loader.
+// Finds out what a file is for the dynamic loader.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace ckscribe {
 
-// kNone as well for a file that cannot be read or loaded.
+// Returns kNone also for a file that cannot be read or loaded.
 ModuleKind KindOfModule(const std::string& path);
 
 enum class ProgramKind {

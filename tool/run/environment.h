@@ -1,4 +1,4 @@
-// What the command finds in its environment.
+// Makes the environment of the command.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace ckscribe {
 
-// This process's environment ("NAME=value") with run's own variables: what leads to the private directory,
-// and the redirection. Without a redirection: the environment as it is.
+// Returns this process's environment ("NAME=value") with the variables that lead to the private directory,
+// and with the redirection. Without a redirection it returns the environment unchanged.
 std::vector<std::string> EnvironmentOfCommand(const std::string& directory, const Redirection& redirection);
 
 }  // namespace ckscribe

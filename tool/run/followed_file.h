@@ -1,4 +1,4 @@
-// A file that another process appends to, read as it grows.
+// Reads a file while other processes append to it.
 #pragma once
 
 #include <cstdint>
@@ -9,19 +9,19 @@ namespace ckscribe {
 
 class FollowedFile {
 public:
-    // The file need not be there yet. With `givesBack`, what was read is given back to the file system where
-    // that can be done, so that the file takes no more room than what has not been read.
+    // The file need not exist yet. With `givesBack` it frees the space of what was read, where the file
+    // system can do that: the file then takes only the space of its unread part.
     FollowedFile(std::string path, bool givesBack) : path_(std::move(path)), givesBack_(givesBack) {}
     ~FollowedFile();
     FollowedFile(const FollowedFile&) = delete;
     FollowedFile& operator=(const FollowedFile&) = delete;
 
-    // What was appended since the last call, up to 1 MiB; empty when there is nothing new. Valid until the
-    // next call.
+    // Returns what was appended since the last call, at most 1 MiB; empty when there is nothing new. It is
+    // valid until the next call.
     std::string_view Read();
 
-    // The same, in whole records: what follows the last `end` comes with a later call. A record longer than a
-    // call's room is kept until it is whole.
+    // Returns the same in whole records: what follows the last `end` comes with a later call. It keeps a
+    // record that is longer than 1 MiB until it is whole.
     std::string_view ReadRecords(char end);
 
 private:
@@ -34,8 +34,8 @@ private:
     int descriptor_ = -1;
     std::uint64_t offset_ = 0;     // of the next byte to read
     std::uint64_t givenBack_ = 0;  // everything below was given back
-    std::string pending_;          // what was read and not handed out before the last call
-    std::size_t taken_ = 0;        // how much of pending_ the last call handed out
+    std::string pending_;          // what had been read and not handed out before the last call
+    std::size_t taken_ = 0;        // so many bytes of pending_ the last call handed out
 };
 
 }  // namespace ckscribe

@@ -30,7 +30,7 @@ fs::path OwnDirectory() {
 #endif
 }
 
-// Beside this command, else in the directory that is installed for such files, seen from this command's.
+// Looks beside this command, and then in `installed`, the directory of such files relative to the command's.
 std::string Find(const char* name, const char* installed) {
     const fs::path own = OwnDirectory();
     const fs::path beside = own / name;

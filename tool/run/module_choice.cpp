@@ -30,7 +30,7 @@ bool LooksLikeName(std::string_view word) {
            (word.ends_with(".so") || word.find(".so.") != std::string_view::npos);
 }
 
-// Where a loader, or p11-kit, looks for a name without a slash.
+// Returns the folders in which a loader, or p11-kit, looks for a name without a slash.
 std::vector<fs::path> LibraryFolders() {
     std::vector<fs::path> folders;
     const char* const variable = std::getenv("LD_LIBRARY_PATH");
@@ -54,8 +54,8 @@ bool IsNameOfModule(const std::string& name) {
     return false;
 }
 
-// The parts of an argument that may be a path: the whole, what follows a "=" or the letter of an option, each
-// up to a character that ends a value.
+// Returns the parts of an argument that may be a path: the whole argument, the part behind each "=", and the
+// part behind the letter of an option. Each ends at a character that ends a value.
 std::vector<std::string> PathsIn(const std::string& argument) {
     std::vector<std::string_view> beginnings{argument};
     if (argument.size() > 2 && argument[0] == '-' && argument[1] != '-')

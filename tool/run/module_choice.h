@@ -1,4 +1,4 @@
-// Which module of the command is logged.
+// Chooses the module of the command that is logged.
 #pragma once
 
 #include <string>
@@ -16,10 +16,9 @@ struct ModuleChoice {
     std::string text;  // an absolute path, a name, or nothing
 };
 
-// The module of `-m`, when that is not empty; else one that an argument names, alone or as a part
-// ("--module=/usr/lib/x.so", "-I/usr/lib/x.so", "pkcs11:module-path=/usr/lib/x.so"). Throws RunFailure when
-// the file of
-// `-m` is no module.
+// Returns the module of `-m` if that is not empty. Otherwise it returns the module that an argument names, as
+// the whole argument or as a part of it ("--module=/usr/lib/x.so", "-I/usr/lib/x.so",
+// "pkcs11:module-path=/usr/lib/x.so"). Throws RunFailure when the file of `-m` is no module.
 ModuleChoice ChooseModule(const std::string& option, const std::vector<std::string>& command);
 
 }  // namespace ckscribe

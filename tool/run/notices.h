@@ -1,4 +1,4 @@
-// What the audit libraries of the command's processes say of the modules that these load.
+// Reads the notices that the audit libraries of the command's processes write about modules.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace ckscribe {
 
-// Collects the notices. Each path is there once, however many processes load it.
+// Collects the notices. It keeps each path once, however many processes load it.
 class Notices {
 public:
     explicit Notices(const PrivateDirectory& directory);
 
-    // Reads what is new.
+    // Reads the new notices.
     void Read();
 
     std::vector<std::string> traced;           // modules that are logged

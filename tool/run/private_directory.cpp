@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t kOnlyUser = 0700;
-constexpr mode_t kEntered = 0711;  // by whoever has the name of what lies in there
+constexpr mode_t kEntered = 0711;  // everybody who has the name of a file in there may enter
 constexpr mode_t kListed = 0755;
 constexpr mode_t kOnlyUsersFile = 0600;
 constexpr mode_t kReadByOthers = 0644;
@@ -35,8 +35,8 @@ constexpr std::size_t kLengthOfUnguessableName = 17;  // with the slash
 // kConfigurationVariable is cut after so many characters.
 constexpr std::size_t kLongestDirectory = 256;
 
-// A path that a configuration can name as it is: no value holds ";", "}" or an end of line, and "=" may make
-// another key of what stands before it.
+// Returns whether a configuration can name this path. No value holds ";", "}" or a line end, and the word in
+// front of a "=" may count as another key.
 bool CanBeConfigured(const std::string& path) {
     if (path.size() > kLongestDirectory || path.find_first_of(";}=") != std::string::npos) return false;
     for (const char each : path)
@@ -44,7 +44,7 @@ bool CanBeConfigured(const std::string& path) {
     return true;
 }
 
-// `permissions` hold whatever the umask is.
+// The file has these permissions whatever the umask is.
 void WriteFile(const std::string& path, std::string_view text, mode_t permissions) {
     const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     const bool isWritten = descriptor >= 0 && fchmod(descriptor, permissions) == 0 &&
@@ -129,7 +129,7 @@ void PrivateDirectory::Fill(const RunOptions& options, const ModuleChoice& choic
     WriteFile(File(kSettingsFile), settings, isKept_ ? kOnlyUsersFile : kReadByOthers);
     WriteFile(File(kNoticesFile), "", isKept_ ? kOnlyUsersFile : kWrittenByOthers);
     if (!isKept_) MakeLogs(options);
-    // Where the file is known, the configuration holds for whoever reads it, and not only in the run.
+    // If the file is known, the configuration also works outside the run.
     std::error_code ignored;
     if (choice.kind == kFile) fs::create_symlink(choice.text, File(kTargetLink), ignored);
     WriteConfiguration(options, File(kTargetLink));
@@ -157,7 +157,7 @@ void PrivateDirectory::WriteConfiguration(const RunOptions& options, const std::
 }
 
 void PrivateDirectory::NameTarget(const std::string& module) {
-    // The store of the configuration edits it as for any other program.
+    // The configuration store changes the file as it does for any other program.
     class Store : public WendrafilConfiguration {
     public:
         explicit Store(std::string path) : path_(std::move(path)) {}

@@ -12,8 +12,8 @@ namespace ckscribe {
 
 #if defined(__FreeBSD__)
 
-// The loader exchanges names: the module's, with and without its directory. What libckscribe.so loads has
-// another name, that of the link in the private directory.
+// The loader replaces names: the module's name with and without its directory. libckscribe.so loads its
+// target by another name, that of the link in the private directory.
 Redirection RedirectionFor(const ModuleChoice& choice, const std::string& library) {
     if (choice.kind != ModuleChoice::Kind::kFile)
         throw RunFailure("On this system the module has to be known: name it with -m PATH.");
@@ -35,8 +35,7 @@ constexpr char kAuditVariable[] = "LD_AUDIT";
 
 }  // namespace
 
-// The audit library is asked first. Others that are there already stay, but for that of a run around this
-// one.
+// The loader asks our audit library first. Other audit libraries stay, except that of a run around this one.
 Redirection RedirectionFor(const ModuleChoice&, const std::string&) {
     std::string list = PathOfAuditLibrary();
     if (list.find_first_of(":$") != std::string::npos)

@@ -1,4 +1,4 @@
-// How the system's dynamic loader is made to load libckscribe.so where the command asks for its module.
+// Makes the system's dynamic loader load libckscribe.so where the command asks for its module.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace ckscribe {
 
 struct Redirection {
-    // An environment variable for the command. An empty name: none, its calls cannot be logged.
+    // An environment variable for the command. If its name is empty, the command's calls cannot be logged.
     std::string variable;
     std::string value;
 };

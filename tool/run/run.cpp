@@ -29,24 +29,24 @@ namespace ckscribe {
 
 namespace {
 
-// How long to wait before looking for new calls: a short time while there are some, and longer in between.
+// `run` looks for new calls after so many milliseconds: soon while calls come, and later while none come.
 constexpr long kShortestWait = 20;
 constexpr long kLongestWait = 100;
 
-// A file that is opened must not become a standard stream that was closed: what is said there would end up in
-// it. The command does not get these.
+// If a standard stream is closed, the next file that is opened would take its number, and messages would end
+// up in that file. Therefore closed streams are opened to /dev/null. The command does not inherit these.
 void OccupyStandardStreams() {
     for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
         if (fcntl(descriptor, F_GETFD) < 0 && open("/dev/null", O_RDWR | O_CLOEXEC) != descriptor) return;
 }
 
-// What there is to say of modules.
+// Says which modules are logged and which are not.
 class ModuleReport {
 public:
     ModuleReport(const PrivateDirectory& directory, const ModuleChoice& choice, RunOutput& output)
         : notices_(directory), choice_(choice), output_(output) {}
 
-    // Says which modules are logged, as soon as it is known.
+    // Says which modules are logged as soon as they are known.
     void Update() {
         const std::size_t known = notices_.traced.size();
         notices_.Read();
@@ -113,7 +113,7 @@ private:
     RunOutput& output_;
 };
 
-// What libckscribe.so itself complains of.
+// Passes on what libckscribe.so has written to its error file.
 void SayErrors(const PrivateDirectory& directory, RunOutput& output) {
     std::ifstream errors(directory.File(kErrorFile));
     for (std::string line; std::getline(errors, line);)

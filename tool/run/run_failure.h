@@ -1,4 +1,4 @@
-// The troubles of `ckscribe run` itself: it says why and ends with kRunFailed, before its command begins.
+// A failure of `ckscribe run` itself. `run` says why and ends with kRunFailed before its command begins.
 #pragma once
 
 #include <stdexcept>

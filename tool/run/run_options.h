@@ -1,4 +1,4 @@
-// What the options of `ckscribe run` ask for.
+// The options of `ckscribe run`.
 #pragma once
 
 #include <string>

@@ -26,7 +26,7 @@ constexpr mode_t kOnlyUser = 0600;
 
 int OpenOutput(const RunOptions& options) {
     if (options.output.empty()) return STDERR_FILENO;
-    // Data is for the user only.
+    // Only the user may read data.
     const mode_t mode = options.showsData ? kOnlyUser : kEverybody;
     const int descriptor = open(options.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
     if (descriptor < 0)
@@ -43,7 +43,7 @@ std::string AgeText(const Moment& start) {
     return SecondsText(static_cast<std::uint64_t>(age > 0 ? age : 0));
 }
 
-// What a command is ended by in practice; C libraries that can name a signal do it in ways of their own.
+// Names the signals that end commands in practice. C libraries name signals in different ways, or not at all.
 std::string NameOfSignal(int signal) {
     switch (signal) {
         case SIGABRT:
@@ -183,7 +183,7 @@ void RunOutput::SayUnfinished(const std::vector<KeptCall>& unfinished) {
 void RunOutput::Say(std::string_view text) {
     const bool isForPeople = options_.format == RunFormat::kCalls || !options_.hasLog;
     const bool goesThere = isForPeople || descriptor_ == STDERR_FILENO;
-    // A text log's last record waits for the next one to end its line.
+    // A text log ends its last line only when the next record begins.
     const std::string line = fmt::format("{}ckscribe: {}\n", goesThere && !isAtLineStart_ ? "\n" : "", text);
     if (goesThere)
         Write(line);
@@ -191,7 +191,8 @@ void RunOutput::Say(std::string_view text) {
         fmt::print(stderr, "{}", line);
 }
 
-// Also to what others have set to return at once. What cannot be written is lost; the command goes on.
+// Writes also to a descriptor that somebody has set to non-blocking. Text that cannot be written is lost, and
+// the command goes on.
 void RunOutput::Write(std::string_view text) {
     if (!text.empty()) isAtLineStart_ = text.back() == '\n';
     while (!text.empty()) {

@@ -1,4 +1,4 @@
-// What a run prints while it goes on, and what it says at the end.
+// Prints the calls of a run while it goes on, and the summary at its end.
 #pragma once
 
 #include <string>
@@ -14,22 +14,22 @@
 
 namespace ckscribe {
 
-// Used by one thread.
+// One thread may use it.
 class RunOutput : private CallSink {
 public:
     // Opens the file of the options. Throws RunFailure when it cannot be written.
     RunOutput(const RunOptions& options, const PrivateDirectory& directory);
     ~RunOutput() override;
 
-    // Prints what the command's processes have logged since the last time. Returns false when there was
+    // Prints what the command's processes have logged since the last call. Returns false when there was
     // nothing new.
     bool Print();
 
-    // Prints the rest: calls without an end, what is known of a crash, and the table.
+    // Prints the rest: calls without an end, sentences about a crash, and the table.
     void Finish(const SupervisedCommand& command);
 
-    // A sentence about the run: to the file of the options, if that holds calls for people; else to standard
-    // error.
+    // Prints a sentence about the run to the file of the options if that holds calls for people, else to
+    // standard error.
     void Say(std::string_view text);
 
     std::uint64_t Calls() const { return calls_; }
@@ -37,7 +37,7 @@ public:
 private:
     void OnCall(const Call& call) override;
     void Write(std::string_view text);
-    void SayLoss(int error);  // once, that the file of the options cannot be written
+    void SayLoss(int error);  // says once that the file of the options cannot be written
     void SayUnfinished(const std::vector<KeptCall>& unfinished);
     void SayCrash(const SupervisedCommand& command, const std::vector<KeptCall>& unfinished);
 

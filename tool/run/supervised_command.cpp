@@ -26,14 +26,14 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts) {
     return pointers;
 }
 
-// How the shell runs a file.
+// Returns the command with which the shell runs a file.
 std::vector<std::string> ShellCommand(const std::string& file, const std::vector<std::string>& command) {
     std::vector<std::string> words{"/bin/sh", file};
     words.insert(words.end(), command.begin() + 1, command.end());
     return words;
 }
 
-// Processes whose parents end become children of this one, so that they can be waited for.
+// Makes processes whose parents end children of this process, which can then wait for them.
 void AdoptOrphans() {
 #if defined(__FreeBSD__)
     procctl(P_PID, getpid(), PROC_REAP_ACQUIRE, nullptr);
@@ -48,7 +48,7 @@ SupervisedCommand::SupervisedCommand() {
     sigemptyset(&awaited_);
     for (const int each : {SIGCHLD, SIGINT, SIGQUIT, SIGTERM, SIGHUP}) sigaddset(&awaited_, each);
     sigprocmask(SIG_BLOCK, &awaited_, &formerMask_);
-    // Where SIGCHLD is ignored, children leave no status behind.
+    // While SIGCHLD is ignored, children leave no status behind.
     struct sigaction action = {};
     action.sa_handler = SIG_DFL;
     sigaction(SIGCHLD, &action, &formerChildAction_);
@@ -82,7 +82,7 @@ int SupervisedCommand::Start(const std::string& file, const std::vector<std::str
     }
     int error = process_ < 0 ? errno : 0;
     close(errorPipe[1]);
-    // The pipe closes when the command begins.
+    // The pipe closes when the command begins; otherwise the child writes its error into it.
     if (process_ > 0 && read(errorPipe[0], &error, sizeof error) == sizeof error)
         waitpid(process_, nullptr, 0);
     close(errorPipe[0]);
@@ -101,8 +101,8 @@ void SupervisedCommand::TakeSignal(const siginfo_t& signal) {
         Reap();
         return;
     }
-    // A terminal sends its signals to the command, too. What one process sends is meant for the command.
-    // What is ignored, as with nohup, ends nothing here.
+    // A terminal sends its signals to the command, too. A signal from another process is meant for the
+    // command. An ignored signal, as with nohup, ends nothing here.
     struct sigaction action;
     sigaction(signal.si_signo, nullptr, &action);
     if (action.sa_handler != SIG_IGN) isInterrupted_ = true;

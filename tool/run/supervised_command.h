@@ -1,5 +1,5 @@
-// The command that runs while its calls are logged: started as the caller would start it, and waited for with
-// all that it leaves running.
+// Starts the command whose calls are logged as the caller would start it, and waits for it and for all
+// processes that it leaves running.
 #pragma once
 
 #include <sys/types.h>
@@ -10,9 +10,9 @@
 
 namespace ckscribe {
 
-// One at a time in a process, used by one thread. While it lives, the signals that it waits for are blocked
-// in this process; the command gets signal mask, dispositions, descriptors and directory as this process had
-// them before.
+// A process has at most one such object at a time, and one thread uses it. While the object lives, the
+// signals that it waits for are blocked in this process. The command gets the signal mask, dispositions,
+// descriptors and directory that this process had before.
 class SupervisedCommand {
 public:
     SupervisedCommand();
@@ -20,25 +20,25 @@ public:
     SupervisedCommand(const SupervisedCommand&) = delete;
     SupervisedCommand& operator=(const SupervisedCommand&) = delete;
 
-    // Starts `command` with this environment ("NAME=value"); `file` is the file of its first word. Text
-    // without an interpreter is run by the shell. Returns 0, or the system's error when the file cannot be
-    // run.
+    // Starts `command` with this environment ("NAME=value"); `file` is the file of its first word. The shell
+    // runs a text file without an interpreter. Returns 0, or errno when the file cannot be run.
     int Start(const std::string& file, const std::vector<std::string>& command,
               const std::vector<std::string>& environment);
 
-    // Waits for news, at most so long, and passes signals on. Returns false when nothing is left to wait for:
-    // the command and what it left running have ended, or the command has, and the user wants no more.
+    // Waits for news for at most so long, and passes signals on. Returns false when nothing is left to wait
+    // for: the command and all that it left running have ended, or the command has ended and the user wants
+    // no more.
     bool Wait(long milliseconds);
 
     pid_t Process() const { return process_; }
     bool HasEnded() const { return hasEnded_; }
-    // Of the command, once it has ended: what waitpid said.
+    // Returns the command's status from waitpid, once it has ended.
     int WaitStatus() const { return waitStatus_; }
-    // The same as a shell says it: the exit status, or 128 and the signal.
+    // Returns the status as a shell says it: the exit status, or 128 plus the signal.
     int ExitStatus() const;
 
-    // Of what the command left running: the processes that a signal has ended. What another process waited
-    // for is not among them.
+    // A process that the command left running and that a signal has ended. Processes that another process
+    // waited for are not among them.
     struct EndedProcess {
         pid_t process;
         int signal;

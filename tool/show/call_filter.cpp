@@ -26,7 +26,7 @@ struct Unit {
 };
 constexpr Unit kUnits[] = {{"ns", 1}, {"us", 1e3}, {"ms", 1e6}, {"s", 1e9}, {"m", 60e9}, {"h", 3600e9}};
 
-// "14:00", "14:00:05"; in seconds of the day.
+// Returns "14:00" or "14:00:05" in seconds of the day.
 std::optional<std::int64_t> ParseTimeOfDay(std::string_view text) {
     if (text.size() != 5 && text.size() != 8) return std::nullopt;
     std::int64_t parts[3] = {};
@@ -61,8 +61,8 @@ bool Selects(const std::vector<std::int64_t>& numbers, const std::optional<Numbe
     return number && std::ranges::find(numbers, static_cast<std::int64_t>(*number)) != numbers.end();
 }
 
-// A slip in a name selects nothing, and the reader must learn why. A log may still have names that this
-// version does not know.
+// A slip in a name selects nothing, and the reader must learn why. It is no error: a log may have names that
+// this version does not know.
 void SayUnknownName(const std::string& name, std::string_view prefix, std::string_view what,
                     std::span<const std::string_view> known) {
     const std::string prefixed = fmt::format("{}{}", prefix, name);

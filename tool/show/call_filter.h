@@ -1,4 +1,4 @@
-// Which calls `ckscribe show` shows: options that combine.
+// Selects the calls that `ckscribe show` shows. A call must match all options that are given.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -12,32 +12,33 @@
 
 namespace ckscribe {
 
-// A duration with its unit in nanoseconds: "250ns", "10us", "5ms", "1.5s", "10m", "2h". Nothing for anything
-// else.
+// Returns a duration with its unit, in nanoseconds: "250ns", "10us", "5ms", "1.5s", "10m", "2h". Returns
+// nothing for any other text.
 std::optional<std::int64_t> ParseDuration(std::string_view text);
 
-// A number as logs print it: decimal, also with zeros in front or a minus sign, or hexadecimal with "0x".
+// Returns a number in a form that logs print: decimal, also with zeros in front or a minus sign, or
+// hexadecimal with "0x".
 std::optional<std::int64_t> ParseLogNumber(std::string_view text);
 
-// A moment that a person names, on the scale of UTC: "14:00" and "14:00:05" of the log's last day,
-// "2026-11-21T14:00", "2026-11-21", "10m" before the log's last record.
+// Returns the moment that a person names, in nanoseconds since 1970 in UTC: "14:00" and "14:00:05" of the
+// log's last day, "2026-11-21T14:00", "2026-11-21", or "10m" before the log's last record.
 std::optional<std::int64_t> ParseMoment(std::string_view text, const Moment& lastRecord, bool isUtc);
 
 class CallFilter {
 public:
     void AddTo(CLI::App& command);
 
-    // Reads what was given. Throws CLI::ValidationError for what makes no sense.
+    // Reads the options that were given. Throws CLI::ValidationError for an option that makes no sense.
     void Prepare(bool isUtc);
 
-    // Whether SetLog is needed for each log.
+    // Returns whether the filter needs SetLog for each log.
     bool NeedsTimes() const { return !since.empty() || !until.empty() || !last.empty(); }
-    // The last record of the log that follows.
+    // Says when the last record of the next log was made.
     void SetLog(const Moment& lastRecord);
 
     bool Matches(const Call& call);
 
-    // A call was left out because its log tells no durations.
+    // Returns whether a call was left out because its log has no durations.
     bool HasMissedDurations() const { return hasMissedDurations; }
 
 private:

@@ -38,7 +38,7 @@ void FollowedLog::Close() {
     descriptor = -1;
 }
 
-// A file that cannot grow, compressed or not.
+// Reads a file that cannot grow, compressed or not.
 void FollowedLog::ReadPacked(const std::string& path) {
     LogSource source;
     if (source.Open(path)) {
@@ -85,7 +85,7 @@ bool FollowedLog::Read() {
     if (descriptor < 0) Open();
     bool isNews = ReadDescriptor();
     if (isEnded) return true;
-    // What the file still got before it was rotated has been read by now.
+    // By now everything is read that was appended before the rotation.
     if (!isNews) isNews = FollowRotation();
     if (!isNews) reader.Settle();
     ShowCallsInProgress();
@@ -107,7 +107,7 @@ bool FollowedLog::ReadDescriptor() {
             reader.Feed({block.data(), static_cast<std::size_t>(count)});
             offset += static_cast<std::uint64_t>(count);
             isNews = true;
-            // Whoever writes without a pause does not keep what was read from the terminal.
+            // If a process writes without a pause, the calls that were read still reach the terminal.
             if (!isRegular) return true;
             continue;
         }
@@ -115,7 +115,7 @@ bool FollowedLog::ReadDescriptor() {
         if (IsStandardInput()) {
             End();
         } else {
-            // The writers of a FIFO are gone; others may come.
+            // All writers of the FIFO are gone. Others may come.
             Close();
         }
         return isNews;

@@ -1,4 +1,4 @@
-// A log that grows: reads what is appended, also when the log is rotated or truncated.
+// Follows a log that grows: it reads what is appended, also after the log was rotated or truncated.
 #pragma once
 
 #include <chrono>
@@ -25,15 +25,15 @@ public:
 
     void SetFirstDay(std::int64_t day) { reader.SetFirstDay(day); }
 
-    // Reads what is there by now, and shows each call that has been in progress for a second. Returns false
-    // if nothing new was there. Says which files cannot be read.
+    // Reads what is new, and shows each call that has been in progress for a second. Returns false if there
+    // was nothing new. Says which files cannot be read.
     bool Read();
 
-    // Nothing can come any more: standard input is at its end, or the file is none that can be read. Calls
-    // without an end have been shown.
+    // Returns whether nothing can come any more: standard input is at its end, or the file cannot be read.
+    // Calls without an end have been shown then.
     bool IsEnded() const { return isEnded; }
 
-    // It is none that can be read.
+    // Returns whether the file cannot be read.
     bool IsUseless() const { return isUseless; }
 
 private:
@@ -70,7 +70,7 @@ private:
     bool isRegular = false;
     bool isPacked = false;
     std::uint64_t offset = 0;
-    // Calls in progress, by the place of their start.
+    // The calls in progress, by the place of their start.
     std::map<StartPlace, Seen> inProgress;
 };
 

@@ -8,8 +8,7 @@ namespace {
 
 void Put(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
-// A record as it stands in a log, where a line end begins it; in the new format an empty line stands before a
-// start.
+// Prints a record as it stands in a log. In the new format an empty line stands before a start.
 void PutRecord(std::string_view record, LogFormat format, bool isStart) {
     if (record.empty()) return;
     if (format == LogFormat::kNewText && isStart) Put("\n");

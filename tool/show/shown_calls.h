@@ -32,7 +32,7 @@ public:
     // Prints a call that has no end yet, if the filter selects it.
     void ShowOpen(const Call& call);
 
-    // What was printed goes to standard output at once.
+    // Sends all that was printed to standard output.
     static void Flush();
 
 private:
