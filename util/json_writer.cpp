@@ -55,6 +55,11 @@ bool IsControl(std::string_view character) {
     return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
 }
 
+// U+2028 and U+2029. JSON allows them in a string, but some readers of lines end a line there.
+bool SeparatesLines(std::string_view character) {
+    return character == "\xE2\x80\xA8" || character == "\xE2\x80\xA9";
+}
+
 constexpr bool StandsForItself(char character) {
     return character >= 0x20 && character < 0x7F && character != '"' && character != '\\';
 }
@@ -94,6 +99,8 @@ void JsonWriter::Text(std::string_view text) {
             Escape(static_cast<unsigned char>(text[0]));
         } else if (IsControl(text.substr(0, length))) {
             Escape(static_cast<unsigned char>(text[1]));
+        } else if (SeparatesLines(text.substr(0, length))) {
+            out.Append(text[2] == '\xA8' ? std::string_view("\\u2028") : std::string_view("\\u2029"));
         } else {
             out.Append(text.substr(0, length));
         }

@@ -52,8 +52,8 @@ public:
     void Boolean(bool value);
     // Writes a string that holds nothing that JSON escapes: a constant of the program, or digits.
     void Constant(std::string_view text) { Put(kQuote, text, kQuote); }
-    // Writes a string. Escapes control characters and all characters that JSON does not allow in a string.
-    // Bytes that are no UTF-8 become U+FFFD.
+    // Writes a string. Escapes control characters, the separators of lines and paragraphs, and all characters
+    // that JSON does not allow in a string. Bytes that are no UTF-8 become U+FFFD.
     void Text(std::string_view text);
     // Writes a string with two small hexadecimal digits for each byte.
     void Hex(const void* bytes, std::size_t length);

@@ -77,6 +77,11 @@ TEST(JsonWriter, QuotesBackslashesAndControlCharactersAreEscaped) {
     EXPECT_EQ("\"\xC2\xA0\"", TextOf("\xC2\xA0"));
 }
 
+TEST(JsonWriter, SeparatorsOfLinesAndParagraphsAreEscaped) {
+    EXPECT_EQ("\"\xE2\x80\xA7\\u2028\\u2029\xE2\x80\xAA\"",
+              TextOf("\xE2\x80\xA7\xE2\x80\xA8\xE2\x80\xA9\xE2\x80\xAA"));
+}
+
 TEST(JsonWriter, BytesThatAreNoCharacterBecomeTheReplacementCharacter) {
     EXPECT_EQ("\"a\xEF\xBF\xBDz\"", TextOf("a\xFFz"));
     EXPECT_EQ("\"\xEF\xBF\xBD\xEF\xBF\xBD\"", TextOf("\xC0\xAF"));
