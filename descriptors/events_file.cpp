@@ -129,6 +129,8 @@ void CloseEvents() {
 
 void AppendToEvents(std::string_view lines) {
     if (isForAnotherProcess) OpenForThisProcess();
+    // A full disk may have cut the line in front. It must not take the next one with it.
+    if (eventsFile.object.EndsInPart() && !eventsFile.object.Append("\n")) return;
     eventsFile.object.Append(lines);
 }
 

@@ -76,24 +76,24 @@ bool BecomesWritable(int descriptor, long deadline) {
     }
 }
 
-bool WriteWhole(int descriptor, std::string_view text) {
-    bool begun = false;
+// Returns how many bytes the system took. Gives up at the first failure.
+std::size_t WriteMost(int descriptor, std::string_view text) {
+    std::size_t taken = 0;
     long deadline = 0;  // 0: there is none yet
-    while (!text.empty()) {
-        const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
+    while (taken < text.size()) {
+        const ssize_t written = WriteUncancelled(descriptor, text.data() + taken, text.size() - taken);
         if (written > 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-            begun = true;
+            taken += static_cast<std::size_t>(written);
         } else if (written < 0 && errno == EINTR) {
             continue;
-        } else if (written < 0 && errno == EAGAIN && begun) {
+        } else if (written < 0 && errno == EAGAIN && taken != 0) {
             if (deadline == 0) deadline = CoarseMilliseconds() + kLongestWait;
-            if (!BecomesWritable(descriptor, deadline)) return false;
+            if (!BecomesWritable(descriptor, deadline)) break;
         } else {
-            return false;
+            break;
         }
     }
-    return true;
+    return taken;
 }
 
 }  // namespace
@@ -116,6 +116,7 @@ bool AppendFile::OpenPath(const char* path) {
     hadName = isRegular && status.st_nlink != 0;
     device = status.st_dev;
     inode = status.st_ino;
+    endsInPart = false;
     LookAtLimit();
     return true;
 }
@@ -199,16 +200,24 @@ bool AppendFile::Append(std::string_view text) {
     if (IsInspectionDue()) Inspect();
     if (descriptor >= 0 && !mayRaiseSignal) {
         const ssize_t written = WriteUncancelled(descriptor, text.data(), text.size());
-        if (written == static_cast<ssize_t>(text.size())) return true;
+        if (written == static_cast<ssize_t>(text.size())) {
+            endsInPart = false;
+            return true;
+        }
         // Since the inspection a limit may have been set, or the descriptor closed. The rest is written
         // behind the shield.
         Inspect();
-        if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+            endsInPart = true;
+        }
     }
     if (descriptor < 0) return false;
     const SignalShield shield;
-    const std::string_view allowed = WithinFileSizeLimit(descriptor, text);
-    return WriteWhole(descriptor, allowed) && allowed.size() == text.size();
+    const std::size_t taken = WriteMost(descriptor, WithinFileSizeLimit(descriptor, text));
+    const bool isWhole = taken == text.size();
+    if (taken != 0) endsInPart = !isWhole;
+    return isWhole;
 }
 
 }  // namespace ckscribe

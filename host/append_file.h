@@ -66,6 +66,9 @@ public:
     // How often the descriptor has been looked at. WhyLost() changes only then.
     unsigned long Inspections() const { return inspections; }
 
+    // Whether the file ends with a part of a text: the system took the beginning of it and not the rest.
+    bool EndsInPart() const { return endsInPart; }
+
     // Appends the whole text with one write where the system takes it in one; a short write is completed, an
     // interrupted one repeated, any other failure given up silently. Does nothing when no file is open.
     // Returns whether the system took the whole text.
@@ -89,6 +92,7 @@ private:
     bool isRegular = false;
     bool hadName = false;  // when it was opened: it was no file that had been deleted before
     bool mayRaiseSignal = true;
+    bool endsInPart = false;
     int whyLost = 0;
     unsigned long inspections = 0;
     unsigned appends = 0;      // since the descriptor was inspected

@@ -259,6 +259,30 @@ TEST_F(LogCannotBeWritten, DeviceFillsWithinARecord_CallsStillReachTheTarget) {
     }));
 }
 
+TEST_F(LogCannotBeWritten, DeviceIsFullForAMoment_OnlyTheCutRecordIsLost) {
+    EXPECT_TRUE(SurvivesUnshielded([] {
+        Library library;
+        library->C_Logout(1);
+        writeScript = {{5}, {-1, ENOSPC}};
+        writesAreScripted = true;
+        library->C_Logout(2);
+        EXPECT_TRUE(writeScript.empty());
+        library->C_Logout(3);
+    }));
+    const ParsedLog log = ParseLog(Log());
+    EXPECT_EQ(log.records.size(), 2U);
+    std::string rest = log.remainder;
+    // The end of the cut line stands behind it. A record of the text log begins with one.
+    rest.erase(0, AreEventsTested() ? 6 : 5);
+    const ParsedLog behind = ParseLog(rest);
+    EXPECT_EQ(behind.remainder, "");
+    ASSERT_EQ(behind.records.size(), 3U);
+    EXPECT_FALSE(behind.records[0].isStart);
+    EXPECT_EQ(behind.records[1].FirstNumber(), 3U);
+    EXPECT_TRUE(behind.records[1].isStart);
+    EXPECT_FALSE(behind.records[2].isStart);
+}
+
 TEST_F(LogCannotBeWritten, WritesAreShortAndInterrupted_RecordsAreWhole) {
     EXPECT_TRUE(SurvivesUnshielded([] {
         const Library library;

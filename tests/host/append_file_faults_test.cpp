@@ -139,6 +139,23 @@ TEST_F(AppendFileFaults, ReaderNeverReads_BegunRecordWaitsATenthOfASecondAtMost)
     EXPECT_EQ(Taken({}, "next"), "next");
 }
 
+TEST_F(AppendFileFaults, TextIsCut_FileEndsInPartUntilAWholeTextFollows) {
+    Taken({Fails(ENOSPC), Fails(ENOSPC)}, "lost");
+    EXPECT_FALSE(file.EndsInPart());
+    Taken({Takes(2), Fails(ENOSPC)}, "cut off");
+    EXPECT_TRUE(file.EndsInPart());
+    Taken({Fails(ENOSPC), Fails(ENOSPC)}, "lost");
+    EXPECT_TRUE(file.EndsInPart());
+    Taken({}, "next");
+    EXPECT_FALSE(file.EndsInPart());
+    Taken({Takes(2), Takes(1)}, "whole in the end");
+    EXPECT_FALSE(file.EndsInPart());
+    Taken({Fails(ENOSPC), Takes(2), Fails(ENOSPC)}, "cut off");
+    EXPECT_TRUE(file.EndsInPart());
+    ASSERT_TRUE(file.Open(directory.File("log").c_str()));
+    EXPECT_FALSE(file.EndsInPart());
+}
+
 // ---- The file cannot be looked at -----------------------------------------------------------------------
 
 // Also those with the high numbers that the library takes.
