@@ -1,5 +1,7 @@
 #include "descriptors/call_event.h"
 
+#include <p11-kit/pkcs11.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstring>
@@ -7,12 +9,14 @@
 #include <string_view>
 
 #include "descriptors/command_descriptor.h"
+#include "descriptors/data_setting.h"
 #include "descriptors/event_environment.h"
 #include "descriptors/events_file.h"
 #include "descriptors/kept_inputs.h"
 #include "descriptors/record_environment.h"
 #include "functions/full_names.h"
 #include "util/cache_line.h"
+#include "util/calendar_date.h"
 #include "util/hex_digits.h"
 #include "util/json_writer.h"
 
@@ -54,13 +58,26 @@ struct {
 
 constexpr std::size_t kLengthOfSeconds = sizeof "2026-11-21T12:33:45" - 1;
 
-// Leaves the text as it is for a second that has no text of this form.
+char* WriteTwoDigits(char* at, unsigned long number) {
+    *at++ = static_cast<char>('0' + number / 10);
+    *at++ = static_cast<char>('0' + number % 10);
+    return at;
+}
+
+// Leaves the text as it is for a second before 1970 or after 9999, which has no text of this form.
 void RememberSecond(std::time_t second) {
-    std::tm utc{};
-    gmtime_r(&second, &utc);
-    char text[kLengthOfSeconds + 1];
-    if (std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &utc) != kLengthOfSeconds) return;
-    std::memcpy(rememberedTime.text, text, kLengthOfSeconds);
+    constexpr std::time_t kLastSecond = 253'402'300'799;
+    constexpr unsigned long kSecondsPerDay = 86'400;
+    if (second < 0 || second > kLastSecond) return;
+    const unsigned long ofDay = static_cast<unsigned long>(second) % kSecondsPerDay;
+    const CalendarDate date = DateOfDay(static_cast<unsigned long>(second) / kSecondsPerDay);
+    char* at = WriteTwoDigits(rememberedTime.text, date.year / 100);
+    at = WriteTwoDigits(at, date.year % 100);
+    at = WriteTwoDigits(at + 1, date.month);
+    at = WriteTwoDigits(at + 1, date.day);
+    at = WriteTwoDigits(at + 1, ofDay / 3600);
+    at = WriteTwoDigits(at + 1, ofDay / 60 % 60);
+    WriteTwoDigits(at + 1, ofDay % 60);
     rememberedTime.time.tv_sec = second;
 }
 
@@ -154,6 +171,12 @@ void WriteSubject(JsonWriter& json, const CallSubject& subject) {
     json.Number(subject.mechanism);
 }
 
+// PKCS#11 lets C_GetAttributeValue return the values that there are beside these two failures. A buffer that
+// is too small does not count: some targets then return lengths that go beyond it.
+bool IsOutputDefined(unsigned long rv) {
+    return rv == CKR_OK || rv == CKR_ATTRIBUTE_SENSITIVE || rv == CKR_ATTRIBUTE_TYPE_INVALID;
+}
+
 void TellSubjects(const DescriptorComposite& record, CallSubject& subject) {
     for (unsigned i = 0; i < record.ChildCount(); ++i) record.ChildAtIndex(i)->TellSubject(subject);
 }
@@ -182,11 +205,16 @@ std::string_view Input(const CallEvent& event) {
 
 }  // namespace
 
+bool AreOutputsLeftOut() {
+    return currentCallEvent != nullptr && currentCallEvent->isOutputUndefined && !IsDataShownInEvents();
+}
+
 void BeginCallEvent(CallEvent& event, const char* exportedName) {
     event.function = exportedName;
     event.time = eventEnvironment.wallClock();
     event.nanoseconds = 0;
     event.number = 0;
+    event.isOutputUndefined = false;
     event.subject.known = 0;
     event.inputLength = 0;
     event.isInputKept = false;
@@ -226,6 +254,7 @@ void WriteStartEvent(CallEvent& event, const CommandDescriptor& record) {
 
 void WriteEndEvent(CallEvent& event, const CommandDescriptor& record, unsigned long rv) {
     Number(event);
+    event.isOutputUndefined = !IsOutputDefined(rv);
     TellSubjects(record, event.subject);
     ckscribe::TextBuffer line;
     JsonWriter json(line);

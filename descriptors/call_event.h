@@ -49,6 +49,7 @@ struct CallEvent {
     std::uint64_t nanoseconds;  // time in the target; 0 if nothing was forwarded
     std::uint64_t number;       // 0 until the call leaves its first event
     EventRun run;               // the run of the first event
+    bool isOutputUndefined;     // the call failed, and what its output arguments hold is not the target's
     CallSubject subject;
     std::size_t inputLength;  // length of the JSON values in "in" of a written start event
     bool isInputKept;         // the input is in descriptors/kept_inputs.h, not in `input`
@@ -58,6 +59,11 @@ struct CallEvent {
 // This is the call whose record is being built; null if the record belongs to no call. Whoever calls a
 // builder sets it, under the record lock.
 extern CallEvent* currentCallEvent;
+
+// Returns whether the event that is being written leaves out what output arguments hold. After a failure they
+// hold what happened to be there before, or reach beyond the caller's room. An event that shows no data shows
+// none of it, also where it would show what a target has set: names, structures and elements of lists.
+bool AreOutputsLeftOut();
 
 // Call this function when a call begins while events are open.
 void BeginCallEvent(CallEvent& event, const char* exportedName);

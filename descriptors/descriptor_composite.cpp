@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 
+#include "descriptors/call_event.h"
 #include "util/json_writer.h"
 
 using namespace ckscribe;
@@ -49,7 +50,7 @@ void DescriptorComposite::ResetChildrenBuffer() {
 void DescriptorComposite::WriteEventMembers(JsonWriter& json) const {
     json.Key("children");
     json.BeginArray();
-    for (unsigned i = 0; i < childCount; ++i) children[i]->WriteEvent(json);
+    for (unsigned i = 0; i < childCount && !AreOutputsLeftOut(); ++i) children[i]->WriteEvent(json);
     json.EndArray();
 }
 

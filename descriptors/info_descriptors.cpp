@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "descriptors/call_event.h"
 #include "descriptors/scalar_descriptors.h"
 #include "descriptors/value_descriptor.h"
 #include "host/readable_memory.h"
@@ -21,10 +22,10 @@ AbstractDescriptor* Field(const Character (&field)[size]) {
 }
 
 // Writes the members of a structure into an event: the named children of its descriptor, in their order, each
-// under its name. Writes no members of a structure that could not be read.
+// under its name. Writes no members of a structure that could not be read or that the event leaves out.
 void WriteMembers(JsonWriter& json, const DescriptorComposite& structure,
                   std::initializer_list<std::string_view> names) {
-    if (structure.ChildCount() == 0) return;
+    if (structure.ChildCount() == 0 || AreOutputsLeftOut()) return;
     unsigned i = 0;
     for (const std::string_view name : names) {
         const AbstractDescriptor& member = *structure.ChildAtIndex(i++);
@@ -99,7 +100,7 @@ void SessionInfoDescriptor::PrintParameters(RecordText& out, int) const {
 }
 
 void InfoDescriptor::WriteEventMembers(JsonWriter& json) const {
-    if (!isGiven) return;
+    if (!isGiven || AreOutputsLeftOut()) return;
     json.Key("cryptokiVersion");
     json.BeginObject();
     json.Key("major");
@@ -123,7 +124,7 @@ void TokenInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
 }
 
 void SessionInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
-    if (!isGiven) return;
+    if (!isGiven || AreOutputsLeftOut()) return;
     json.Key("slotID");
     json.Number(info.slotID);
     json.Key("state");

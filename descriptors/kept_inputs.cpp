@@ -33,14 +33,16 @@ Kept* first = nullptr;
 std::size_t count = 0;
 std::size_t nextSearch = kFirstSearch;  // a search for ended threads begins at this count
 
-// Signal 0 reaches no thread. The attempt to send it shows whether a thread of this number exists.
+// Signal 0 reaches no thread. The attempt to send it shows whether a thread of this number exists. A thread
+// lives as well if the attempt is refused, as a filter of system calls does.
 bool IsAlive(int thread) {
     const int error = errno;
 #if defined(__FreeBSD__)
-    const bool isAlive = thr_kill(thread, 0) == 0;
+    const bool isSent = thr_kill(thread, 0) == 0;
 #else
-    const bool isAlive = syscall(SYS_tgkill, getpid(), thread, 0) == 0;
+    const bool isSent = syscall(SYS_tgkill, getpid(), thread, 0) == 0;
 #endif
+    const bool isAlive = isSent || errno != ESRCH;
     errno = error;
     return isAlive;
 }

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "descriptors/call_event.h"
 #include "descriptors/scalar_descriptors.h"
 #include "host/readable_memory.h"
 #include "util/json_writer.h"
@@ -38,7 +39,7 @@ void ObjectHandleListDescriptor::AddAllHandles(const unsigned long* handles, uns
 namespace ckscribe {
 
 void ListDescriptor::WriteEventMembers(JsonWriter& json) const {
-    if (isNull) {
+    if (isNull || AreOutputsLeftOut()) {
         json.Key("count");
         json.Number(claimedCount);
         return;

@@ -58,7 +58,7 @@ void MechanismDescriptor::TellSubject(CallSubject& subject) const {
 }
 
 void MechInfoDescriptor::WriteEventMembers(JsonWriter& json) const {
-    if (!isGiven) return;
+    if (!isGiven || AreOutputsLeftOut()) return;
     json.Key("ulMinKeySize");
     json.Number(info.ulMinKeySize);
     json.Key("ulMaxKeySize");

@@ -54,7 +54,8 @@ void ValueDescriptor::SetValue(const void* bytes, unsigned long count, BytesAre 
 }
 
 std::string_view ValueDescriptor::BytesInEvents() const {
-    const bool areShown = bytesAre == BytesAre::kDescription || IsDataShownInEvents();
+    const bool areShown =
+        IsDataShownInEvents() || (bytesAre == BytesAre::kDescription && !AreOutputsLeftOut());
     if (!areShown || claimedLength == kUnavailable) return {};
     return {reinterpret_cast<const char*>(value), length};
 }

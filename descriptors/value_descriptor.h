@@ -45,7 +45,7 @@ public:
     unsigned long Length() const { return length; }
     // Returns the length that the caller gave, even if the memory is shorter.
     unsigned long ClaimedLength() const { return claimedLength; }
-    // Returns the bytes if events show them, otherwise an empty text.
+    // Returns the bytes if the event shows them, otherwise an empty text.
     std::string_view BytesInEvents() const;
 
 protected:

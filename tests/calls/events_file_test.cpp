@@ -1,9 +1,35 @@
 // The key "Events": which file, and which calls leave events in it.
+#include <dlfcn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#ifdef __linux__
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#endif
 
+#include <ctime>
+
+#include "tests/calls/call_data.h"
 #include "tests/calls/library_test.h"
+#include "tests/noexcept_of_system.h"
+
+namespace {
+
+int questionsForTheDate = 0;
+
+}  // namespace
+
+// The library's questions would come to this function.
+extern "C" __attribute__((visibility("default"))) std::tm* gmtime_r(const std::time_t* time,
+                                                                    std::tm* result) NOEXCEPT_OF_SYSTEM {
+    static const auto systems =
+        reinterpret_cast<std::tm* (*)(const std::time_t*, std::tm*)>(dlsym(RTLD_NEXT, "gmtime_r"));
+    ++questionsForTheDate;
+    return systems(time, result);
+}
 
 namespace {
 
@@ -224,3 +250,46 @@ TEST_F(EventsFile, ChildInheritsACall_CallKeepsRunAndNumber) {
     EXPECT_EQ(3u, Count(events, part));
     EXPECT_EQ(1u, Count(events, R"("pid":)" + std::to_string(child)));
 }
+
+// The C library's function takes a lock. A forked child may find it locked for ever.
+TEST_F(EventsFile, EventIsWritten_TheCLibraryIsNotAskedForTheDate) {
+    Load();
+    questionsForTheDate = 0;
+    api.C_Logout(81);
+    EXPECT_EQ(2u, Count(Events(), R"("time":"2026-11-15T07:15:30.123456789Z")"));
+    EXPECT_EQ(0, questionsForTheDate);
+    const std::time_t now = 0;
+    std::tm date{};
+    gmtime_r(&now, &date);
+    EXPECT_EQ(1, questionsForTheDate);
+}
+
+#ifdef __linux__
+// Sandboxes allow their threads few system calls.
+TEST_F(EventsFile, SignalsToThreadsAreForbidden_EveryEndEventHasItsLongInput) {
+    Load();
+    constexpr int kDepth = 40;
+    InChild([this] {
+        sock_filter filter[] = {
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_tgkill, 0, 1),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        };
+        const sock_fprog program = {std::size(filter), filter};
+        if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
+            prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+            _exit(1);
+        // Names of mechanisms make the input long.
+        std::vector<CK_MECHANISM_TYPE> mechanisms(40, CKM_SHA256_RSA_PKCS);
+        CK_ATTRIBUTE allowed = {CKA_ALLOWED_MECHANISMS, mechanisms.data(),
+                                mechanisms.size() * sizeof(CK_MECHANISM_TYPE)};
+        script.answer = [&, depth = 1]() mutable {
+            if (depth < kDepth) api.C_FindObjectsInit(static_cast<CK_SESSION_HANDLE>(++depth), &allowed, 1);
+        };
+        api.C_FindObjectsInit(1, &allowed, 1);
+    });
+    EXPECT_EQ(kDepth, static_cast<int>(Count(Events(), R"({"event":"start",)")));
+    EXPECT_EQ(kDepth, static_cast<int>(Count(Events(), R"({"event":"end",)")));
+}
+#endif

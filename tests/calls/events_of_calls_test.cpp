@@ -303,3 +303,62 @@ TEST_F(EventsOfCalls, NestedCallsHaveLongInputs_EachEndEventShowsItsOwn) {
     EXPECT_NE(events.npos, events.find(end("1", "81", std::string(3000, 'o'))));
     EXPECT_NE(events.npos, events.find(end("2", "82", std::string(2000, 'i'))));
 }
+
+// What a failed call leaves in output arguments is what happened to be there: parts of the application's
+// memory.
+TEST_F(EventsOfCalls, CallFails_EventWithoutDataShowsNothingOfTheOutputBuffers) {
+    CK_TOKEN_INFO info;
+    std::fill_n(reinterpret_cast<CK_BYTE*>(&info), sizeof info, CK_BYTE{'s'});
+    CK_SLOT_ID slots[] = {0x7373737373737373, 0x7373737373737373};
+    CK_ULONG count = 1;
+    auto label = Bytes("stale label");
+    CK_ATTRIBUTE attribute = {CKA_LABEL, label.data(), label.size()};
+    for (const char* const hideData : {"", "1"}) {
+        Set("HideData", hideData);
+        if (*hideData == '\0') Unset("HideData");
+        for (const CK_RV result : {CKR_SESSION_HANDLE_INVALID, CKR_BUFFER_TOO_SMALL}) {
+            SCOPED_TRACE(result);
+            Restart();
+            ClearEvents();
+            script.result = result;
+            script.answer = [&] { count = 2; };
+            api.C_GetTokenInfo(7, &info);
+            count = 1;
+            api.C_GetSlotList(CK_TRUE, slots, &count);
+            api.C_GetAttributeValue(81, 98, &attribute, 1);
+            const std::string events = Events();
+            EXPECT_NE(events.npos, events.find(R"(,{"kind":"TokenInfo"}]})"));
+            EXPECT_NE(events.npos, events.find(R"("out":[{"kind":"SlotIDList","count":2}]})"));
+            EXPECT_NE(
+                events.npos,
+                events.find(
+                    R"("out":[{"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":11}]}]})"));
+            EXPECT_EQ(events.npos, events.find("ssss"));
+            EXPECT_EQ(events.npos, events.find("73737373"));
+            EXPECT_EQ(events.npos, events.find(std::to_string(slots[0])));
+            EXPECT_EQ(events.npos, events.find("stale"));
+        }
+    }
+}
+
+TEST_F(EventsOfCalls, SomeAttributesAreNotGivenOut_EventShowsTheOthers) {
+    auto label = Bytes("my key");
+    for (const CK_RV result : {CKR_ATTRIBUTE_SENSITIVE, CKR_ATTRIBUTE_TYPE_INVALID}) {
+        SCOPED_TRACE(result);
+        CK_ATTRIBUTE attributes[] = {{CKA_LABEL, label.data(), label.size()}, {CKA_VALUE, nullptr, 0}};
+        script.result = result;
+        script.answer = [&] { attributes[1].ulValueLen = CK_UNAVAILABLE_INFORMATION; };
+        ClearEvents();
+        api.C_GetAttributeValue(81, 98, attributes, 2);
+        const std::string end = End();
+        EXPECT_EQ(
+            R"([{"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":6,"text":"my key"},{"type":"CKA_VALUE","number":17,"unavailable":true}]}]})",
+            end.substr(end.find(R"("out":)") + 6));
+    }
+}
+
+TEST_F(EventsOfCalls, LabelSeparatesLinesOrParagraphs_EventEscapesTheSeparators) {
+    auto label = Bytes("a\xE2\x80\xA8z\xE2\x80\xA9");
+    EXPECT_EQ(R"({"type":"CKA_LABEL","number":3,"size":8,"text":"a\u2028z\u2029"})",
+              EndOfSetAttributes({{CKA_LABEL, label.data(), label.size()}}));
+}

@@ -68,6 +68,7 @@ Command(GetInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2026
       Flags(0x81);
    };
 })");
+    OutAfterFailure(R"({"kind":"Info"})");
     Events("", "", R"(
         {"kind":"Info","cryptokiVersion":{"major":2,"minor":20},"manufacturerID":"Maker of tokens","flags":129})");
 }

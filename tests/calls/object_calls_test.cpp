@@ -178,6 +178,8 @@ Command(GetAttributeValue, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15
       Attribute(CKA_PRIVATE_EXPONENT,Value(Numeric"ffffffffffffffff"));
    };
 })");
+    OutAfterFailure(
+        R"({"kind":"AttributeList","attributes":[{"type":"CKA_LABEL","number":3,"size":6},{"type":"CKA_MODULUS_BITS","number":289,"size":8},{"type":"CKA_PRIVATE_EXPONENT","number":291,"unavailable":true}]})");
     Events(R"("session":81,"object":98,)", R"(
         {"kind":"SessionHandle","value":81},
         {"kind":"ObjectHandle","value":98},
@@ -285,6 +287,7 @@ Command(FindObjects, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
    };
    UShort(0x2);
 })");
+    OutAfterFailure(R"({"kind":"ObjectHandleList","count":2},{"kind":"UShort","value":2})");
     Events(R"("session":81,)", R"(
         {"kind":"SessionHandle","value":81},
         {"kind":"UShort","value":3})",

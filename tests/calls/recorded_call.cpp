@@ -38,18 +38,18 @@ void RecordedCall::EventsWithoutData(const std::string& top, const std::string& 
     for (const char* hideData : {"", "1", "yes"}) {
         Set("HideData", hideData);
         if (*hideData == '\0') Unset("HideData");
-        ExpectEvents(top, endTop.empty() ? top : endTop, in, out);
+        ExpectEvents(top, endTop.empty() ? top : endTop, in, out, outAfterFailure.value_or(out));
     }
 }
 
 void RecordedCall::EventsWithData(const std::string& top, const std::string& in, const std::string& out,
                                   const std::string& endTop) {
     Set("HideData", "0");
-    ExpectEvents(top, endTop.empty() ? top : endTop, in, out);
+    ExpectEvents(top, endTop.empty() ? top : endTop, in, out, out);
 }
 
 void RecordedCall::ExpectEvents(const std::string& top, const std::string& endTop, const std::string& in,
-                                const std::string& out) {
+                                const std::string& out, const std::string& failedOut) {
     const std::string function = testing::UnitTest::GetInstance()->current_test_info()->name();
     const std::string children = OnOneLine(in);
     Set("Events", EventsPath());
@@ -69,7 +69,8 @@ void RecordedCall::ExpectEvents(const std::string& top, const std::string& endTo
                                result.text.substr(0, result.text.find(' ')) + R"(",)";
         const std::string start = R"({"event":"start",)" + time + ids + top + R"("in":[)" + children + "]}\n";
         const std::string end = R"({"event":"end",)" + time + nanoseconds + ids + rv + endTop + R"("in":[)" +
-                                children + R"(],"out":[)" + OnOneLine(out) + "]}\n";
+                                children + R"(],"out":[)" +
+                                OnOneLine(result.value == CKR_OK ? out : failedOut) + "]}\n";
         EXPECT_EQ(WithIds(start + end), LibraryTest::Events());
         EXPECT_EQ("", Log());
     }

@@ -26,6 +26,7 @@
 // it.
 #pragma once
 
+#include <optional>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -68,6 +69,10 @@ protected:
     // The fixture adds the rest of both lines. Line breaks and the blanks behind them count for nothing.
     //
     // Events states what holds of events that show data and of events that do not.
+    //
+    // States the elements of "out" after a failure, for events that do not show data. Without this they are
+    // those of a success. It comes before the functions that check events.
+    void OutAfterFailure(const std::string& out) { outAfterFailure = out; }
     void Events(const std::string& top, const std::string& in, const std::string& out,
                 const std::string& endTop = "");
     void EventsWithoutData(const std::string& top, const std::string& in, const std::string& out,
@@ -77,11 +82,12 @@ protected:
 
 private:
     void ExpectEvents(const std::string& top, const std::string& endTop, const std::string& in,
-                      const std::string& out);
+                      const std::string& out, const std::string& failedOut);
     void ExpectLog(const NamedResult& result, const std::string& text);
     void ExpectCallInTarget() const;
 
     std::vector<TargetWord> words;
+    std::optional<std::string> outAfterFailure;
     unsigned callsWithEvents = 0;
     std::function<CK_RV()> call;
     std::function<void()> before = [] {};

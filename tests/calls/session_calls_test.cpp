@@ -93,6 +93,7 @@ Command(GetSessionInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30
 {
    SessionInfo(0x7,0x3,0x6,0x23456789);
 })");
+    OutAfterFailure(R"({"kind":"SessionInfo"})");
     Events(R"("session":81,)", R"(
         {"kind":"SessionHandle","value":81})",
            R"(

@@ -32,6 +32,7 @@ Command(GetSlotList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
       SlotID(0x22);
    };
 })");
+    OutAfterFailure(R"({"kind":"SlotIDList","count":2})");
     Events("", R"(
         {"kind":"ByteBoolean","name":"tknPresent","value":true})",
            R"(
@@ -68,6 +69,7 @@ Command(GetSlotInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 20
       Flags(0x5);
    };
 })");
+    OutAfterFailure(R"({"kind":"SlotInfo"})");
     Events(R"("slot":7,)", R"(
         {"kind":"SlotID","value":7})",
            R"(
@@ -132,6 +134,7 @@ Command(GetTokenInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
       ULong(0x10a);
    };
 })");
+    OutAfterFailure(R"({"kind":"Pointer","value":305419896},{"kind":"TokenInfo"})");
     Events(R"("slot":7,)", R"(
         {"kind":"SlotID","value":7},
         {"kind":"Pointer","value":305419896})",
@@ -170,6 +173,7 @@ Command(GetMechanismList, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
       MechanismType(0x8000011c);
    };
 })");
+    OutAfterFailure(R"({"kind":"MechTypeList","count":2})");
     Events(R"("slot":7,)", R"(
         {"kind":"SlotID","value":7})",
            R"(
@@ -196,6 +200,7 @@ Command(GetMechanismInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:
 {
    MechanismInfo(512,4096,0x2801);
 })");
+    OutAfterFailure(R"({"kind":"MechanismInfo"})");
     Events(R"("slot":7,"mechanism":"CKM_SHA256_RSA_PKCS","mechanism_number":64,)", R"(
         {"kind":"SlotID","value":7},
         {"kind":"MechanismType","type":"CKM_SHA256_RSA_PKCS","number":64})",

@@ -66,3 +66,26 @@ TEST_F(VendorEvents, LabelledNumbersHaveTheirNames) {
         R"({"kind":"SessionHandle","value":81},{"kind":"ObjectHandle","value":98},{"kind":"ULong","name":"Type","value":3},{"kind":"ULong","name":"Value","value":4})",
         In());
 }
+
+// A record reads as many bytes as the target asked for, also those behind the buffer.
+TEST_F(VendorEvents, BufferForANameIsTooSmall_EventWithoutDataShowsNothingOfIt) {
+    Unset("HideData");
+    auto* const pName = TextAt(0x12345140, "namebehind the buffer");
+    auto* const pulLength = At<CK_ULONG>(0x12345200);
+    script.result = CKR_BUFFER_TOO_SMALL;
+    Answer([=] { *pulLength = 21; });
+    MakeCallWithoutLog("CA_GetUserContainerName", slotID, pName, pulLength);
+    EXPECT_EQ(std::string::npos, Events().find("behind"));
+    EXPECT_EQ(
+        R"({"kind":"SlotID","value":7},{"kind":"Pointer","value":305418560},{"kind":"Pointer","value":305418752},{"kind":"ULong","name":"Name length","value":21},{"kind":"ByteString","size":21},{"kind":"Value","size":21})",
+        Out());
+}
+
+TEST_F(VendorEvents, BufferForAStatusIsTooSmall_EventWithoutDataShowsNoChildren) {
+    Unset("HideData");
+    auto* const pStatus = At<CA_M_OF_N_STATUS>(0x12345140);
+    *pStatus = {{2001, 2002, 2003, 2004, 2005}};
+    script.result = CKR_BUFFER_TOO_SMALL;
+    MakeCallWithoutLog("CA_GetMofNStatus", slotID, pStatus);
+    EXPECT_EQ(R"({"kind":"SlotID","value":7},{"kind":"MofNStatusInfo","children":[]})", Out());
+}
