@@ -254,7 +254,7 @@ public:
     }
 
     // Stores "InstanceOrmaCR" of "CardReader", as atoi reads its first 31 characters, and returns 1. A
-    // missing key leaves `*out` alone and returns 0.
+    // missing key does not change `*out` and returns 0.
     int InstanceOrmaCR(int* out) const;
 
     // These control the network client.

@@ -1,4 +1,5 @@
-// Which build of the library a file is. No code reads it: `strings libckscribe.so | grep '^ckscribe '` does.
+// Says which build of the library a file is. No code reads it; people read it with `strings libckscribe.so |
+// grep '^ckscribe '`.
 
 namespace {
 

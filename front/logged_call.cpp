@@ -19,8 +19,8 @@ void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void
         currentCallEvent = event;
         const bool isEndOfLongInput = event != nullptr && event->isInputKept;
         const TreeMemory memory;
-        // What an earlier record found readable may be unmapped by now, and a target that refuses a call
-        // has not looked at it.
+        // Pages that an earlier record found readable may be unmapped by now, and a target that refuses a
+        // call has not looked at them.
         ForgetReadablePages();
         try {
             build(builder);

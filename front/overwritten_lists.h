@@ -36,8 +36,8 @@ public:
         return static_cast<const List*>(Original(static_cast<const void*>(list)));
     }
 
-    // Puts back what stood in each list in the places where this library's entry points still stand. A list
-    // that is not there any more is left alone. Forgets all lists.
+    // Puts back what stood in each list in the places where this library's entry points still stand. Does not
+    // touch a list that does not exist any more. Forgets all lists.
     void GiveBack() CKSCRIBE_NEEDS(theRecordLock);
 
     // Puts back the same, forgets nothing, and does nothing at all if another thread uses this object.

@@ -68,7 +68,7 @@ void UnlockInChild() {
     ckscribe::OpenEventsAnewInChild();
 }
 
-// Whether the program is linked with this library, directly or through other libraries, or the loader was
+// True if the program is linked with this library, directly or through other libraries, or if the loader was
 // asked to load it with the program. Such a library is never unloaded before the process ends.
 bool isPartOfProgram = false;
 

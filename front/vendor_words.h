@@ -1,4 +1,4 @@
-// How the functions of the vendor are called without knowing their prototypes.
+// Calls the functions of the vendor without knowing their prototypes.
 //
 // A target's own prototype may be longer than what a record shows of it. Every vendor function is therefore
 // taken and handed on as a row of machine words, as many as the longest record needs, which is more than
@@ -6,10 +6,9 @@
 // is one word whatever its type (System V ABI on x86-64, and on 64-bit ARM outside of macOS):
 //
 //  - The first words come in registers, the others in order on the stack, where the caller removes them.
-//  - A function never looks at words that it has no parameter for. So neither end notices how many words the
-//    other one has in mind.
-//  - Words that a caller did not give are whatever is there: left-overs in registers, and the variables of
-//  the
+//  - A function never looks at words that it has no parameter for. Therefore neither end notices how many
+//    words the other one has in mind.
+//  - Words that a caller did not give hold anything: left-overs in registers, and the variables of the
 //    functions that the thread is inside of. They are read and handed on, and never written.
 //  - The stack of a coroutine may end right above its outermost function. Words that are not there are 0.
 #pragma once
@@ -30,7 +29,7 @@ using VendorWords = std::array<VendorWord, kVendorWords>;
 
 }  // namespace ckscribe
 
-// What a function of the vendor is called with.
+// A function of the vendor is called with these.
 #define VENDOR_PARAMETERS                                                                               \
     const ckscribe::VendorWord w0, const ckscribe::VendorWord w1, const ckscribe::VendorWord w2,        \
         const ckscribe::VendorWord w3, const ckscribe::VendorWord w4, const ckscribe::VendorWord w5,    \
@@ -42,8 +41,8 @@ using VendorWords = std::array<VendorWord, kVendorWords>;
 #define VENDOR_ARGUMENTS \
     w0, w1, w2, w3, w4, w5, w6, w7, w8, w9, w10, w11, w12, w13, w14, w15, w16, w17, w18, w19
 
-// What an exported function of the vendor declares: the words that come in registers. It asks for the others
-// with ReceivedWords(VENDOR_RECEIVED) and no other way, because a declared parameter is read unconditionally.
+// An exported function of the vendor declares the words that come in registers. It asks for the others only
+// with ReceivedWords(VENDOR_RECEIVED), because a declared parameter is read unconditionally.
 #if defined(__x86_64__)
 #define VENDOR_REGISTERS                                                                         \
     const ckscribe::VendorWord w0, const ckscribe::VendorWord w1, const ckscribe::VendorWord w2, \

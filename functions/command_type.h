@@ -1,4 +1,4 @@
-// Which function a record is about, which part of it, and which end of the call.
+// These numbers say which function a record is about, which part of it, and which end of the call.
 //
 // The numbers are part of the log's format and never change.
 #pragma once

@@ -39,13 +39,13 @@ public:
 
     // Opens `path` for reading and appending and creates it if need be, as fopen's "a+" does; a file that is
     // open is closed first. Returns false when it cannot be opened; errno says why. A FIFO that somebody
-    // reads is opened for appending alone: a reader in the host's own process would keep it alive when the
+    // reads is opened only for appending: a reader in the host's own process would keep it alive when the
     // last other one leaves, for the host's writes as well. A file that is created, now or when it is opened
     // again, gets these permissions.
     bool Open(const char* path, NewFilePermissions permissions = {}) {
         return OpenFor(path, O_RDWR, permissions);
     }
-    // The same for appending alone, as fopen's "a" does. A FIFO that nobody reads is not opened.
+    // Does the same only for appending, as fopen's "a" does. A FIFO that nobody reads is not opened.
     bool OpenForAppendingAlone(const char* path, NewFilePermissions permissions = {}) {
         return OpenFor(path, O_WRONLY, permissions);
     }
@@ -63,7 +63,7 @@ public:
     // known.
     const char* Path() const { return openPath; }
 
-    // How often the descriptor has been looked at. WhyLost() changes only then.
+    // Returns how often the descriptor has been looked at. WhyLost() changes only then.
     unsigned long Inspections() const { return inspections; }
 
     // Whether the file ends with a part of a text: the system took the beginning of it and not the rest.

@@ -11,7 +11,7 @@ namespace ckscribe {
 
 namespace {
 
-// The umask belongs to the whole process and is left alone: it can take bits away from the new file for an
+// The umask belongs to the whole process and is not changed. It can take bits away from the new file for an
 // instant, until fchmod gives them back. Nobody has more rights than asked for in between.
 int Create(const char* path, int flags, mode_t permissions) {
     const int descriptor = OpenUncancelled(path, flags | O_CREAT, permissions);

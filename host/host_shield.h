@@ -10,8 +10,8 @@
 
 namespace ckscribe {
 
-// Whether the calling thread is behind the shield and can be cancelled at any instruction outside of it.
-// Only host/uncancelled_io.h reads it.
+// Returns whether the calling thread is behind the shield and can be cancelled at any instruction outside of
+// it. Only host/uncancelled_io.h reads it.
 CKSCRIBE_INITIAL_EXEC extern constinit thread_local bool isAsynchronousBehindShield;
 
 // Only BehindHostShield calls it. It is a function of its own, so that none of its clean-up becomes part of

@@ -8,9 +8,10 @@ namespace ckscribe {
 // Both systems have pages of this size or a multiple of it.
 inline constexpr std::uintptr_t kPageSize = 4096;
 
-// Whether the page at `page` belongs to the program's own image, to the heap behind it, or to the part of
-// the calling thread's stack that is in use. Conservative: it makes no system call, and may return false
-// for memory that stays mapped. It never returns true for what an application maps and unmaps as it goes.
+// Returns whether the page at `page` belongs to the program's own image, to the heap behind it, or to the
+// part of the calling thread's stack that is in use. Conservative: it makes no system call, and may return
+// false for memory that stays mapped. It never returns true for what an application maps and unmaps as it
+// goes.
 bool IsLastingPage(std::uintptr_t page);
 
 }  // namespace ckscribe

@@ -3,7 +3,7 @@
 
 namespace ckscribe {
 
-// Whether an address lies in the loaded image (library or program) that this code is part of.
+// Returns whether an address lies in the loaded image (library or program) that this code is part of.
 bool IsInOwnImage(const void* address);
 
 }  // namespace ckscribe

@@ -15,8 +15,8 @@
 
 namespace ckscribe {
 
-// Whether the kernel can read at `address`. It asks the kernel each time. Any thread may call it. errno may
-// change.
+// Returns whether the kernel can read at `address`. It asks the kernel each time. Any thread may call it.
+// errno may change.
 bool KernelCanRead(std::uintptr_t address);
 
 // Returns how many bytes from `address` on can be read, at most `length`. 0 for a null pointer.

@@ -1,4 +1,4 @@
-// How this library reaches its thread-local objects.
+// Says how this library reaches its thread-local objects.
 #pragma once
 
 #include <stdlib.h>  // says which C library this is

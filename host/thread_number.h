@@ -5,7 +5,7 @@
 
 namespace ckscribe {
 
-// Of the calling thread. Any thread may call it at any time.
+// Returns the system's number of the calling thread. Any thread may call it at any time.
 int SystemThreadNumber();
 
 // Forgets the number of the calling thread. For a child made by fork: its thread has a new number.

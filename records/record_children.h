@@ -35,7 +35,7 @@ public:
         : CommandDescriptor(type, specifier, CommandPhase::kEnd, rv) {}
 };
 
-// Whether "LoggingLevel" lets this command of the standard be logged.
+// Returns whether "LoggingLevel" lets this command of the standard be logged.
 inline bool LevelSelects(CommandType type) { return LevelInForce() >= LevelOf(type); }
 
 // The number behind a pointer. 0 if it cannot be read.

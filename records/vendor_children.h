@@ -8,7 +8,7 @@
 
 namespace ckscribe {
 
-// Whether an end record shows outputs: after success, and if a buffer was too small.
+// Returns whether an end record shows outputs: after success, and if a buffer was too small.
 inline bool ShowsOutputs(CK_RV rv) { return rv == CKR_OK || rv == CKR_BUFFER_TOO_SMALL; }
 
 // Each adds what the pointer points to. A null pointer adds nothing.

@@ -67,7 +67,7 @@ std::vector<std::string> NamesOfExpectedFunctions(const Wanted& wanted) {
     return names;
 }
 
-// What to do about a function without a row.
+// Says what to do about a function without a row.
 inline std::string HowToExpect(const std::string& name) {
     return name + " has no row in tests/expected_functions.def. Add FUNCTION(" + name +
            ", TYPE, CLASS, LEVEL, kRequired) there, at the place that it has in functions/functions.def, "

@@ -1,4 +1,5 @@
-// How the sanitizers run in every test program; without them these functions stay uncalled.
+// The sanitizers ask these functions for their options in every test program. Without sanitizers nothing
+// calls them.
 
 #define SANITIZER_OPTIONS extern "C" __attribute__((visibility("default"))) const char*
 

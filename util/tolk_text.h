@@ -4,7 +4,7 @@
 // bytes.
 //
 // Unless its comment says otherwise, a function returns 0 for success and -1 for failure, takes texts that
-// end with NUL and are not null, and leaves its results alone if it fails. Lengths and sizes are in bytes.
+// end with NUL and are not null, and does not change its results if it fails. Lengths and sizes are in bytes.
 //
 // Threads: any thread may call any function at any time.
 //

@@ -1,4 +1,4 @@
-// Which calls are logged: the mask of classes and the level.
+// The mask of classes and the level decide which calls are logged.
 #include "tests/calls/every_function.h"
 #include "tests/expected_functions.h"
 

@@ -1,4 +1,5 @@
-// When the library starts, stops and starts again, and what that does to its target and its log.
+// The library starts, stops and starts again. These tests say when, and what that does to its target and its
+// log.
 #include <algorithm>
 #include <barrier>
 #include <thread>

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The arguments that are booleans: the one byte counts, and goes on alone.
+// These arguments are booleans: only one byte counts, and only that byte goes on.
 const std::map<std::string, std::size_t> kBooleans = {{"CA_SetMofN", 0},
                                                       {"CA_CloneAsTargetInit", 5},
                                                       {"CA_CloneAsSource", 5},

@@ -15,23 +15,23 @@
 #include "tests/calls/scripted_target.h"
 #include "tests/temporary_directory.h"
 
-// What every function of the target does. It runs on the thread that calls, inside the target, and gives
+// Every function of the target calls this. It runs on the thread that calls, inside the target, and returns
 // the call's result. If it is null, as at first, the result is CKR_OK.
 using TargetAnswer = CK_RV(const char* function, const TargetWord* arguments, std::size_t count);
 extern std::atomic<TargetAnswer*> targetAnswer;
 
-// What the target's constructor and destructor do; null for nothing.
+// The target's constructor and destructor call these. Null means nothing.
 extern std::atomic<void (*)()> onTargetLoaded;
 extern std::atomic<void (*)()> onTargetUnloaded;
 
-// The library, as an application has it. Aborts the process when it cannot be loaded.
+// The library as an application loads it. The constructor aborts the process when it cannot be loaded.
 class Library {
 public:
     explicit Library(const char* path = CKSCRIBE_LIBRARY);
     // Unloads it.
     void Close();
 
-    // Any exported function by name; null without one.
+    // Returns any exported function by its name; null when there is none.
     void* Address(const char* name) const;
     template <class Function>
     Function* Exported(const char* name) const {
@@ -46,14 +46,14 @@ private:
     CK_FUNCTION_LIST api = {};
 };
 
-// Whether the tests are about the events file: the environment variable CKSCRIBE_TESTED_FILE is "events"
-// then. The library writes events into the file that a test takes for the log, and no text log. ParseLog
-// reads either.
+// Returns whether the tests are about the events file: the environment variable CKSCRIBE_TESTED_FILE is
+// "events" then. The library writes events into the file that a test takes for the log, and no text log.
+// ParseLog reads either.
 bool AreEventsTested();
 
 class FaultsTest : public testing::Test {
 protected:
-    // How long a child may take, in seconds; more than enough under any sanitizer.
+    // A child may take so many seconds. That is more than enough under any sanitizer.
     static constexpr unsigned kPatience = 540;
 
     FaultsTest();
@@ -67,7 +67,7 @@ protected:
     std::string ConfigurationText() const;
 
     std::string LogPath() const { return directory.File("calls.log"); }
-    // What the error file calls the file that is tested.
+    // Returns the name that the error file gives to the tested file.
     static std::string KindOfFile() { return AreEventsTested() ? "events file" : "capture file"; }
 
     std::string ErrorPath() const { return directory.File("errors.log"); }

@@ -12,7 +12,7 @@
 enum class ArgumentKind {
     kNumber,         // by value; also a length, a count, a handle
     kBoolean,        // by value, one byte of its word
-    kAddress,        // a pointer that is the target's alone: nobody else looks behind it
+    kAddress,        // a pointer that only the target follows
     kInputBytes,     // bytes that the application fills
     kInputWords,     // an array of words that the application fills
     kInputText,      // bytes up to a terminator

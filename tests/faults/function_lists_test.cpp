@@ -28,7 +28,7 @@ private:
     void* handle;
 };
 
-// Which functions of a list are not the target's own.
+// Returns the functions of a list that are not the target's own.
 std::string ForeignFunctionsIn(const CK_FUNCTION_LIST& list, const Target& target) {
     std::string foreign;
 #define C_EVERY_ROW(Name, ...) \

@@ -22,20 +22,20 @@ public:
     GuardedPages(const GuardedPages&) = delete;
     GuardedPages& operator=(const GuardedPages&) = delete;
 
-    // Every page is free again.
+    // Makes every page free again.
     void Reset() { used = 0; }
 
-    // The last `size` bytes of a page that is free.
+    // Takes a free page, and returns its last `size` bytes.
     char* Take(std::size_t size);
 
-    // How many pages are taken. They are taken in the order of their indexes.
+    // Returns how many pages are taken. They are taken in the order of their indexes.
     std::size_t Used() const { return used; }
 
-    // The pages from index `begin` on and before `end` cannot be read until Open opens all.
+    // Makes the pages from index `begin` on and before `end` unreadable until Open opens all.
     void Close(std::size_t begin, std::size_t end);
     void Open();
 
-    // A page that is never there.
+    // Returns the address of a page that is never mapped.
     char* Gap() const { return pages + kPage; }
 
     // The ends of the pages that have been taken, long enough for whatever was put there.

@@ -33,11 +33,11 @@ public:
     // Every caller whose records go to one log has a number of its own.
     MarkedCaller(Library& library, unsigned caller, Marked functions = Marked::kInTurn);
 
-    // The next call, with a text of `length` characters or as many as the mark needs. The target's result, or
-    // CKR_GENERAL_ERROR when it is CKR_OK but another text came back.
+    // Makes the next call, with a text of `length` characters or as many as the mark needs. Returns the
+    // target's result, or CKR_GENERAL_ERROR when that is CKR_OK but another text came back.
     CK_RV Call(std::size_t length = 0);
 
-    // How many calls were begun. Any thread may ask.
+    // Returns how many calls were begun. Any thread may ask.
     unsigned long Calls() const { return calls; }
 
 private:
@@ -66,7 +66,7 @@ struct CallerRecords {
 
 class MarkedLog {
 public:
-    // Reads on in a log. Expects that it holds whole records alone, that texts are whole, that no record of a
+    // Reads on in a log. Expects that it holds only whole records, that texts are whole, that no record of a
     // caller is repeated or stands before an earlier one, that all of a caller's are of one process, and that
     // the end of a call is of the same function and thread as its start.
     void Read(const std::string& text);

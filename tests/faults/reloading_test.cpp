@@ -102,7 +102,7 @@ TEST_F(Reloading, LibraryIsLoadedAgainAndAgain_NothingOfItStays) {
     ExpectWholeRecords(2 * kRounds);
 }
 
-// What dlopen puts into the program's scope is nevertheless unloaded by dlclose. The target has no functions
+// dlclose unloads the library even if dlopen put it into the program's scope. The target has no functions
 // that the loader could bind to this library's: they would hold it.
 TEST_F(Reloading, LibraryIsLoadedIntoTheScopeOfTheProgram_NothingOfItStays) {
     Set("LibUNIX64", TARGET_WITHOUT_FUNCTIONS);

@@ -16,6 +16,6 @@ void RefuseAllocation(unsigned long number, Refused which);
 // Ends the refusal. Returns false if there were not so many allocations.
 bool StopRefusing();
 
-// What all threads have allocated now. The allocator rounds the bytes.
+// Return what all threads have allocated now. The allocator rounds the bytes.
 long AllocatedBlocks();
 long AllocatedBytes();

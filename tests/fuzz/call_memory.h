@@ -20,16 +20,16 @@ public:
     CallMemory(const CallMemory&) = delete;
     CallMemory& operator=(const CallMemory&) = delete;
 
-    // Zeros, and then `bytes`, of which no more than a page is taken, up to the end of the page.
+    // Fills the page with zeros, and its end with `bytes`, at most a page of them.
     void Fill(const std::uint8_t* bytes, std::size_t size);
 
-    // Sets the words that lie within the page, in their order; leaves others alone.
+    // Sets the words that lie within the page, in their order. Ignores the others.
     void SetWords(const std::vector<std::pair<CK_ULONG, CK_ULONG>>& addressesAndWords);
 
-    // Whether an address is that of memory which the process or a sanitizer may have mapped for itself.
+    // Returns whether the process or a sanitizer may have mapped memory for itself at an address.
     static bool IsForeign(CK_ULONG address) { return address >= kLowestForeign && address < kEndOfForeign; }
 
-    // What can be read from any address on.
+    // Return what can be read from an address on.
     std::size_t Readable(CK_ULONG address, CK_ULONG length) const;
     std::size_t ReadableCount(CK_ULONG address, CK_ULONG count, std::size_t elementSize) const;
     std::string Bytes(CK_ULONG address, CK_ULONG length) const;  // the readable ones

@@ -65,8 +65,8 @@ bool IsHeader(const std::string& line, const std::string& section) {
     return rest == section + "={";
 }
 
-// False when the section is not one that is told apart by its name. `parts` has no closing line when the
-// section is missing.
+// Returns false if the name does not identify one section. `parts` has no closing line if the section is
+// missing.
 bool SplitAtSection(const std::string& text, const std::string& section, Parts* parts) {
     const std::vector<std::string> lines = Lines(text);
     std::size_t mentions = 0;
@@ -84,7 +84,7 @@ bool SplitAtSection(const std::string& text, const std::string& section, Parts* 
     return true;
 }
 
-// Whether an edit and a lookup agree on which lines are the key's: it stands in no line twice.
+// Returns whether an edit and a lookup agree on the lines of the key: it stands in no line twice.
 bool IsToldApart(const std::string& key, const Parts& parts) {
     for (const std::string& line : parts.inside) {
         if (Occurrences(line, key) > 1) return false;

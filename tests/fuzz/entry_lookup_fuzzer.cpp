@@ -2,7 +2,7 @@
 // text. Properties:
 // - the lookup finds what the rules of the syntax, written down a second time below, find;
 // - a smaller buffer receives the beginning of the value, and nothing beyond its size is touched;
-// - a file is read as it is, and stays so.
+// - a file is read unchanged, and stays unchanged.
 
 #include <cctype>
 #include <cstring>
@@ -15,7 +15,8 @@ constexpr auto kNowhere = std::string::npos;
 
 bool IsAnyOf(const char* characters, char c) { return c != '\0' && std::strchr(characters, c) != nullptr; }
 
-// Where the brace of a header stands, when `from` follows a section's name; else where that is refuted.
+// Returns where the brace of a header stands if a section's name ends at `from`. Otherwise returns the place
+// that shows that there is no header.
 std::size_t HeaderEnd(const std::string& text, std::size_t from, bool* isHeader) {
     int equals = 0;
     std::size_t i = from;

@@ -49,7 +49,7 @@ std::string BytesOfHex(const std::string& hex) {
     return bytes;
 }
 
-// Of an object with "text", "hex" or neither.
+// Returns the bytes of an object with "text", "hex" or neither.
 std::string BytesIn(const json& object) {
     Require(!(object.contains("text") && object.contains("hex")), "either text or digits", object);
     if (object.contains("text")) return object["text"];

@@ -184,7 +184,7 @@ private:
         return kind == "bool" ? static_cast<unsigned char>(Operand(0)) : Operand(0);
     }
 
-    // Of bytes with the length "unavailable", the record shows the word of that length.
+    // If the length of bytes is "unavailable", the record shows the word of that length.
     std::string BytesAt(CK_ULONG address, CK_ULONG length) const {
         return length == kUnavailable ? std::string(8, '\xff') : memory.Bytes(address, length);
     }
@@ -383,7 +383,7 @@ private:
     const CallMemory& memory;
     CK_RV rv;
 
-    // Of the child that is being added.
+    // The label and the operands belong to the child that is being added.
     std::string label;
     std::vector<std::string> operands;
 

@@ -10,7 +10,7 @@
 #include "tests/faults/arguments_of_functions.h"
 #include "tests/fuzz/call_memory.h"
 
-// How a child's value is written.
+// A record writes a child's value in one of these shapes.
 enum class Shape {
     kNumber,   // hexadecimal in the old format, decimal in the new one
     kHex,      // the low 32 bits

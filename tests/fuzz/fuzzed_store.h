@@ -1,6 +1,6 @@
 #pragma once
 
-// What the fuzzers of the configuration store share: a store over a file of its own, and the parts of an
+// The fuzzers of the configuration store share these: a store over a file of its own, and the parts of an
 // input.
 
 #include <fcntl.h>

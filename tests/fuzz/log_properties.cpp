@@ -178,7 +178,7 @@ void ReadCut(const Log& log, Description& found) {
     const std::size_t done = LogParser().Parse(before.Text(), LogParser::Rest::kComes, part);
     order.Take(part, onStretch, onRecord);
     joiner.KeepTexts();
-    // What the first side leaves belongs to the second.
+    // The rest that the first side leaves belongs to the second.
     const Log rest(log.Text().substr(done));
     LogParser().Parse(done == cut ? behind.Text() : rest.Text(), LogParser::Rest::kIsThere, part);
     order.Take(part, onStretch, onRecord);

@@ -1,8 +1,9 @@
 // Parses lists of identifiers of PIN entry devices. The first byte of an input is the slot, the rest is the
 // list. Properties:
 // - the list is only cut: each character stays or becomes NUL;
-// - what is asked for alone is found as the rules, written down a second time below, find it;
-// - both results together are what each of them is alone, when the list assigns each of them once.
+// - a question for one result finds what the rules, written down a second time below, find;
+// - a question for both results finds the same as two questions for one each, if the list assigns each result
+// once.
 
 #include <cctype>
 #include <cstdint>

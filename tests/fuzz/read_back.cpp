@@ -54,7 +54,7 @@ std::string Written(const std::string& bytes) {
     return written;
 }
 
-// Whether a reader may take a part of these bytes for their end.
+// Returns whether a reader may take a part of these bytes for their end.
 bool HasSeveralEnds(const std::vector<ExpectedChild>& children) {
     for (const ExpectedChild& child : children) {
         const std::string written = child.shape == Shape::kText ? "" : Written(child.bytes);
@@ -150,7 +150,7 @@ private:
     bool isNew;
 };
 
-// Of events, which lose nothing.
+// Compares the values of events, which lose nothing.
 class EventComparison {
 public:
     explicit EventComparison(std::string_view events) : events(events) {}

@@ -24,7 +24,7 @@ public:
     std::vector<std::string> beginnings;
 };
 
-// Reads a log of which all is there.
+// Reads a complete log.
 inline CollectedCalls ReadLog(std::string_view log) {
     CollectedCalls collected;
     CallReader reader(collected);

@@ -13,7 +13,7 @@ constexpr std::string_view kStart =
 constexpr std::string_view kEnd =
     R"({"event":"end","time":"2026-11-21T12:33:45.123456789Z","ns":181234,"run":"18a3f1c2d4e5f607-3e63","pid":15971,"tid":15972,"call":17,"function":"C_Sign","rv":0,"result":"CKR_OK","session":1,"in":[{"kind":"SessionHandle","value":1},{"kind":"ByteString","size":32}],"out":[{"kind":"ByteString","size":256}]})";
 
-// One after the other; g++ 12 warns at random of sums of strings.
+// Appends one after the other, because g++ 12 gives false warnings for sums of strings.
 std::string Joined(std::initializer_list<std::string_view> parts) {
     std::string joined;
     for (const std::string_view part : parts) joined.append(part);

@@ -1,4 +1,4 @@
-// Files that rotation made of one log, by their names.
+// Files that rotation made of one log are found by their names.
 #include "reader/log_family.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-// The names of each family, the oldest first.
+// Returns the names of each family, the oldest first.
 std::vector<Strings> Families(const Strings& paths) {
     std::vector<Strings> families;
     for (const LogFamily& family : FamiliesOf(paths)) {

@@ -1,4 +1,4 @@
-// Whole logs, read by two threads.
+// Two threads read whole logs.
 #include "reader/log_reading.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@
 namespace ckscribe {
 namespace {
 
-// All that a reader finds, as a text: some of it for each call.
+// Collects what a reader finds as a text, with some facts of each call.
 class Described : public LogSink {
 public:
     void OnCall(const Call& call) override {
@@ -45,7 +45,8 @@ private:
     void Add(const std::string& part) { text.append(part).append("\n"); }
 };
 
-// Records of all formats, foreign lines, and texts that hold records and are longer than a block.
+// Returns a log with records of all formats, foreign lines, and texts that hold records and are longer than a
+// block.
 std::string MixedLog(std::size_t size) {
     std::mt19937 random(3);
     std::string log;

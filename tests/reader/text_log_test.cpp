@@ -1,4 +1,4 @@
-// Logs of the two text formats.
+// Logs of the two text formats give the calls that they show.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -124,7 +124,7 @@ TEST(MixedLog, RecordsOfBothFormatsAndEventsStandInOneFile) {
                        "C_FindObjectsInit 24 34 CKR_UNKNOWN", "C_SignInit 12 -", "C_Sign 38 -"}));
 }
 
-// Where the records of a log end: in front of what begins the next one.
+// Returns the places at which the records of a log end: in front of the beginning of the next one.
 std::vector<std::size_t> EndsOfRecords(std::string_view log) {
     std::vector<std::size_t> ends;
     for (std::size_t i = 0; i < log.size(); ++i) {
@@ -148,7 +148,7 @@ TEST(CutLog, EveryCutLeavesTheRecordsBeforeIt) {
             const auto expected = static_cast<std::size_t>(
                 std::ranges::count_if(ends, [&](std::size_t end) { return end <= size; }));
             ASSERT_EQ(read, expected) << whole.substr(0, size);
-            // What is left, if anything, is one stretch.
+            // The rest, if there is any, is one stretch.
             const std::size_t left = expected == 0 ? 0 : ends[expected - 1];
             const bool isBlank = whole.substr(left, size - left).find_first_not_of('\n') == whole.npos;
             ASSERT_EQ(log.stretches.size(), isBlank ? 0U : 1U) << whole.substr(0, size);
@@ -279,7 +279,7 @@ TEST(TextLog, CallsOfTheOldFormatAreJoinedByProcessAndFunctionWithTheNewestStart
     EXPECT_EQ(described(2), "1 4 CKR_GENERAL_ERROR");
 }
 
-// The text of these tells its length, so that it may hold what looks like records.
+// The length of this text is printed, therefore the text may hold lines that look like records.
 TEST(TextLog, TextWithALengthMayHoldWholeRecords) {
     const std::string fake = "x\") } \n\n10:15:30 00001-001:STRTLogout {Sesn=5 }\n\nCommand(Logout";
     const std::string length = std::to_string(fake.size());

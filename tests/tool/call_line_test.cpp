@@ -12,7 +12,7 @@ namespace ckscribe {
 
 namespace {
 
-// An end event of C_Sign at 12:33:45.123456789 UTC with these members behind "result".
+// Returns an end event of C_Sign at 12:33:45.123456789 UTC with these members behind "result".
 std::string EndEvent(const std::string& members, const std::string& function = "C_Sign",
                      const std::string& result = R"("rv":0,"result":"CKR_OK")",
                      const std::string& nanoseconds = "181234") {
@@ -21,7 +21,7 @@ std::string EndEvent(const std::string& members, const std::string& function = "
            R"(",)" + result + ',' + members + "}\n";
 }
 
-// A line of the only call in a log, in UTC.
+// Returns the line of the only call in a log, in UTC.
 std::string LineOf(std::string_view log) {
     const std::vector<KeptCall> calls = CallsIn(log);
     EXPECT_EQ(calls.size(), 1U);

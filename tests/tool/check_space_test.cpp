@@ -1,4 +1,4 @@
-// What `ckscribe check` says about the room that is left: statvfs answers as each test wants it to.
+// `ckscribe check` speaks of the space that is left. statvfs answers as each test wants it to.
 
 #include <gtest/gtest.h>
 #include <sys/statvfs.h>
@@ -16,7 +16,7 @@ std::string ConfigurationText(const TemporaryDirectory& directory) {
            directory.File("log.txt") + ";\n}\n";
 }
 
-// What check says about the key "File", but for what is well.
+// Returns the findings about the key "File" that are not well.
 std::vector<ckscribe::Finding> FindingsAboutLog() {
     const TemporaryDirectory directory;
     const std::string path = directory.File("Wendrafil.conf");

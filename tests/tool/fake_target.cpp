@@ -1,4 +1,4 @@
-// A target library that answers a few functions with CKR_OK, also before it is initialised. Macros make
+// This target library answers a few functions with CKR_OK, also before it is initialised. Macros make
 // variants of it that go wrong.
 
 #include <p11-kit/pkcs11.h>
@@ -43,7 +43,8 @@ __attribute__((constructor)) static void Print() {
 }
 #endif
 #ifdef STARTS_PROCESS
-// The process lives on, and holds whatever this one has open. This one goes on when it has said its number.
+// The new process lives on, and holds all descriptors of this one. This one goes on when the new one has said
+// its number.
 __attribute__((constructor)) static void StartProcess() {
     int ends[2];
     char said;

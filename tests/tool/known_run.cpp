@@ -1,10 +1,10 @@
-// An application that makes the same calls once for each format of logs. Its target is the scripted one.
+// This application makes the same calls once for each format of logs. Its target is the scripted one.
 //
 //     known_run LIBRARY TARGET FOLDER
 //
 // FOLDER gets new.log, old.log and events.jsonl, and from one more run both.log and both.jsonl. Beside each
-// run lies NAME.calls: a line of JSON for each call that was made, written by the application. Handles, data
-// and random bytes differ from run to run.
+// run the application writes NAME.calls: a line of JSON for each call that it made. Handles, data and random
+// bytes differ from run to run.
 //
 // In each run eight processes work at once, each with a main thread and two more. The last process ends
 // within a call. A run with one process, which calls each exported function once and hands on only zeros,
@@ -36,7 +36,7 @@ constexpr int kProcesses = 8;
 constexpr CK_SLOT_ID kSlot = 4;
 constexpr CK_RV kNamelessResult = 0x80000999;
 
-// What differs from run to run, and a run's place.
+// A run's place, and the values that differ from run to run.
 struct Run {
     std::string path;        // of the run's notes
     CK_ULONG handles = 0;    // the first handle
@@ -103,7 +103,7 @@ CK_RV AnswerGetAttributeValue(const TargetWord* words) {
     return CKR_ATTRIBUTE_SENSITIVE;
 }
 
-// Bytes of that size, or only the size.
+// Returns bytes of that size, or only the size.
 CK_RV AnswerBytes(TargetWord bytes, TargetWord size, std::size_t count) {
     if (bytes != 0) std::memset(PointerIn<char>(bytes), run.byte + 3, count);
     *PointerIn<CK_ULONG>(size) = count;
@@ -146,14 +146,14 @@ void Sign(CK_SESSION_HANDLE session, CK_ULONG lastSize) {
         unsigned char signature[32];
         CK_ULONG signatureSize = sizeof signature;
         CALL(C_SignInit, session, &mechanism, run.handles + 30);
-        // What a call lets alone must not depend on what lay there.
+        // Memory that a call does not touch must be the same in each run.
         std::memset(signature, run.byte, sizeof signature);
         CALL(C_Sign, session, data, size, signature, &signatureSize);
     }
 }
 
-// Both threads live at once, for threads that live at once have numbers of their own. One works behind the
-// other, for the old format has no threads, and the order of calls is to be the same in each run.
+// Both threads live at once, because only such threads have different numbers. One works after the other: the
+// old format has no threads, and the order of calls is to be the same in each run.
 void SignInTwoThreads(CK_SESSION_HANDLE session) {
     std::barrier turns(2);
     std::thread one([&] {
@@ -234,7 +234,7 @@ void MakeCalls() {
     CALL(C_Finalize, nullptr);
 }
 
-// Every function takes words like these, whatever its prototype, on the machines that run this test.
+// On the machines that run this test every function takes such words, whatever its prototype.
 template <std::size_t>
 using WordAt = TargetWord;
 
@@ -252,7 +252,7 @@ void CallEveryFunction() {
     };
     for (const char* const name : kNames) {
         const std::string text = name;
-        // The list is answered by the library.
+        // The library itself answers the question for the list.
         if (text == "C_GetFunctionList" || text == "CA_GetFunctionList") continue;
         const CK_RV rv = CallWithZeros(Find(name), std::make_index_sequence<20>());
         Note(name, std::to_string(rv));
@@ -268,7 +268,7 @@ void Load(const char* path) {
     std::exit(1);
 }
 
-// A process that waits for something that never comes ends, too.
+// A process that waits for something that never comes must end, too.
 pid_t Fork() {
     const pid_t child = fork();
     if (child == 0) alarm(120);

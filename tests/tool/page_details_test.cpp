@@ -10,7 +10,7 @@
 namespace ckscribe {
 namespace {
 
-// An events file's lines for one call, whose times are given in seconds after 12:00:00 UTC.
+// Returns the lines of an events file for one call. Its times are seconds after 12:00:00 UTC.
 struct MadeCall {
     std::string function = "C_Sign";
     unsigned call = 1;
@@ -93,7 +93,7 @@ TEST(PageDetails, LongRecordsOfManyCalls_AreCutBeforeACallIsLeftOut) {
         log += lines;
     }
     const nlohmann::json details = DetailsOf(log);
-    // 1000 slow ones, 500 without an end, and the function's first and last 20.
+    // These are the 1000 slowest, 500 without an end, and the function's first and last 20.
     EXPECT_GE(details["calls"].size(), 1500U);
     EXPECT_NE(details["left_out"].get<std::string>().find("Long records are shown as their beginning."),
               std::string::npos);
@@ -126,13 +126,13 @@ TEST(PageDetails, ManyCalls_KeepTheSlowestAndTheFirstAndLastOfEachFunctionAndErr
         MadeCall made;
         made.call = i;
         made.second = i / 2;
-        // Of the successful ones the 1000 slowest are those of 1001 to 2000.
+        // The 1000 slowest successful calls are those of 1001 to 2000.
         made.nanoseconds = i > 1000 && i <= 2000 ? 1'000'000 + i : i;
         if (i >= 2500 && i < 2600) made.result = "CKR_PIN_INCORRECT";
         log += Lines(made);
     }
     const nlohmann::json details = DetailsOf(log);
-    // 1000 slow ones; the function's first and last 20; the error's first and last 20.
+    // These are the 1000 slowest, the function's first and last 20, and the error's first and last 20.
     EXPECT_EQ(details["calls"].size(), 1080U);
     EXPECT_EQ(
         details["left_out"],

@@ -1,4 +1,4 @@
-// Calls of a log that a test writes.
+// Reads the calls of a log that a test writes.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,7 @@
 
 namespace ckscribe {
 
-// All calls of the log, in any format, as a reader gives them.
+// Returns all calls of the log, which has any format, in the order in which a reader gives them.
 inline std::vector<KeptCall> CallsIn(std::string_view log) {
     struct Sink : CallSink {
         void OnCall(const Call& call) override { calls.emplace_back(call); }

@@ -1,5 +1,5 @@
-// Prints what the configuration store reads. Called with the path of a file; standard input holds lines
-// "SECTION TAB KEY", standard output gets a line for each: "=" and the value, or "-" when the key is not
+// Prints what the configuration store reads. Its argument is the path of a file. Standard input holds lines
+// "SECTION TAB KEY". Standard output gets a line for each: "=" and the value, or "-" when the key is not
 // found.
 
 #include <iostream>

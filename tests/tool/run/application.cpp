@@ -105,7 +105,8 @@ void SayWhatIsInherited() {
     std::printf("group %d\n", getpgrp() == getpid());
 }
 
-// As a server does that begins as root: something else is loaded at run time, and the module as another user.
+// Does what a server does that begins as root: it loads something else at run time, and the module as another
+// user.
 void BecomeNobody() {
     constexpr unsigned kNobody = 65534;
     dlopen("/no/such/library.so", RTLD_NOW);
