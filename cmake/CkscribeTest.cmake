@@ -35,10 +35,17 @@ function(ckscribe_compile_test target)
   target_include_directories(${target} SYSTEM PRIVATE ${PKCS11_INCLUDE_DIR})
 endfunction()
 
+# Every file that a test writes is searched for secrets. Therefore the search is fast in every configuration: it is
+# optimized, and no sanitizer watches it.
+add_library(secret_search STATIC ${PROJECT_SOURCE_DIR}/tests/secrets/secret_search.cpp)
+ckscribe_compile_test(secret_search)
+set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/secrets/secret_search.cpp PROPERTIES
+  COMPILE_OPTIONS "-O2;-fno-sanitize=all")
+
 # Every test program links this library. It owns their common precompiled header.
 add_library(ckscribe_test_common OBJECT ${PROJECT_SOURCE_DIR}/tests/sanitizer_options.cpp)
 ckscribe_compile_test(ckscribe_test_common)
-target_link_libraries(ckscribe_test_common PUBLIC GTest::gtest GTest::gtest_main Threads::Threads ${CMAKE_DL_LIBS})
+target_link_libraries(ckscribe_test_common PUBLIC secret_search GTest::gtest GTest::gtest_main Threads::Threads ${CMAKE_DL_LIBS})
 target_precompile_headers(ckscribe_test_common PRIVATE ${PROJECT_SOURCE_DIR}/tests/precompiled.h)
 
 # ckscribe_test_sources(NAME SOURCES... [DEFINITIONS...]): compiles sources once, for all test programs that name NAME

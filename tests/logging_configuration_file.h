@@ -2,17 +2,11 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include "config/process_configuration.h"
+#include "tests/file_text.h"
 #include "tests/temporary_directory.h"
-
-inline std::string FileText(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 // A configuration file in a directory of a test's own, found by every configuration object that is made while
 // this one lives and by the one of the process.

@@ -8,7 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+
+#include "tests/file_text.h"
 
 LibraryTest::LibraryTest()
     : settings{{"LibUNIX64", TargetNamed("scripted_target")},
@@ -71,10 +72,7 @@ void* LibraryTest::ExportedAddress(const char* name) {
     return address;
 }
 
-std::string LibraryTest::Contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+std::string LibraryTest::Contents(const std::string& path) { return FileText(path); }
 
 void LibraryTest::WriteFile(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
@@ -90,11 +88,7 @@ std::size_t LibraryTest::LogSize() const {
     return missing ? 0 : size;
 }
 
-std::string LibraryTest::LogSince(std::size_t size) const {
-    std::ifstream log(LogPath(), std::ios::binary);
-    log.seekg(static_cast<std::streamoff>(size));
-    return {std::istreambuf_iterator<char>(log), {}};
-}
+std::string LibraryTest::LogSince(std::size_t size) const { return FileText(LogPath(), size); }
 
 std::string LibraryTest::WithIds(std::string text) {
     const int process = getpid();

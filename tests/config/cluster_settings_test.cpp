@@ -442,9 +442,8 @@ TEST_F(DeleteClusterTest, DeleteCluster_RunsRmForEachFile) {
     Create("cert/server/oneCert.pem");
     EXPECT_EQ(1, store.DeleteOrmaNetClusterPair("one"));
     setenv("PATH", oldPath.c_str(), 1);
-    std::ifstream seen("seen");
     EXPECT_EQ("[--force][./-a 'b']\n[--force][" + directory.File("cert/server/oneCert.pem") + "]\n",
-              std::string(std::istreambuf_iterator<char>(seen), {}));
+              FileText("seen"));
 }
 
 }  // namespace

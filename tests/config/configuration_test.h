@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <iterator>
 #include <string>
 
 #include "config/wendrafil_configuration.h"
+#include "tests/file_text.h"
 #include "tests/temporary_directory.h"
 
 // The store over a file of a test's own.
@@ -28,10 +28,7 @@ protected:
 
     void Write(const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 
-    std::string Text() const {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    std::string Text() const { return FileText(path); }
 
     // Looks a key up with a buffer of 64 characters; a key that is not found gives "(none)".
     std::string Lookup(const std::string& section, const std::string& key) const {

@@ -10,13 +10,12 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 
 #include "tests/faults/application.h"
 #include "tests/faults/guarded_call.h"
 #include "tests/faults/log_records.h"
+#include "tests/file_text.h"
 
 namespace {
 
@@ -167,9 +166,7 @@ private:
     }
 
     void CheckLog(const std::vector<std::string>& results) const {
-        std::ifstream file(LogPath(), std::ios::binary);
-        file.seekg(static_cast<std::streamoff>(logSize));
-        const ParsedLog log = ParseLog(std::string(std::istreambuf_iterator<char>(file), {}));
+        const ParsedLog log = ParseLog(FileText(LogPath(), logSize));
         EXPECT_EQ("", log.remainder);
         ASSERT_EQ(2 * results.size(), log.records.size());
         for (std::size_t i = 0; i < results.size(); ++i) {

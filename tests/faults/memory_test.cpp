@@ -11,7 +11,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -20,6 +19,7 @@
 #include "tests/faults/guarded_call.h"
 #include "tests/faults/log_records.h"
 #include "tests/faults/scarce_memory.h"
+#include "tests/file_text.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ constexpr unsigned long kManyCalls = CKSCRIBE_IS_SANITIZED ? 50'000 : 5'000'000;
 // freed memory for a while, and write down what happens.
 constexpr long kMostGrowthInKiB = CKSCRIBE_IS_SANITIZED ? 256 * 1024 : 1024;
 constexpr unsigned long kCallsInALog = 100'000;
-constexpr std::streamoff kLongestLog = 100'000'000;
+constexpr std::size_t kLongestLog = 100'000'000;
 
 // A child has this status if it had all the memory that it wanted.
 constexpr int kNothingRefused = 17;
@@ -94,10 +94,8 @@ protected:
 
     // Returns what the log got since it was last read.
     ParsedLog NewLog() {
-        std::ifstream log(LogPath(), std::ios::binary);
-        log.seekg(lengthRead);
-        const std::string text(std::istreambuf_iterator<char>(log), {});
-        lengthRead += static_cast<std::streamoff>(text.size());
+        const std::string text = FileText(LogPath(), lengthRead);
+        lengthRead += text.size();
         // Not after every call: a disk may take long.
         if (lengthRead > kLongestLog) {
             SearchAndEmpty(LogPath());
@@ -167,7 +165,7 @@ protected:
     }
 
     unsigned long leftOut = 0;  // records
-    std::streamoff lengthRead = 0;
+    std::size_t lengthRead = 0;
 
     void ExpectNoGrowth() {
         EXPECT_TRUE(SurvivesWithNewLog([this] {

@@ -5,6 +5,7 @@
 
 #include <set>
 
+#include "tests/secrets/planted_secret.h"
 #include "tests/temporary_directory.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include "tests/calls/call_data.h"
 #include "tests/calls/every_function.h"
 #include "tests/expected_functions.h"
+#include "tests/secrets/planted_secret.h"
 #include "tests/secrets/secret_search.h"
 
 namespace {

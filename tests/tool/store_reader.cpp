@@ -1,6 +1,5 @@
-// Prints what the configuration store reads. Its argument is the path of a file. Standard input holds lines
-// "SECTION TAB KEY". Standard output gets a line for each: "=" and the value, or "-" when the key is not
-// found.
+// Prints what the configuration store reads. Standard input holds lines "PATH TAB SECTION TAB KEY". Standard
+// output gets a line for each: "=" and the value, or "-" when the key is not found.
 
 #include <iostream>
 #include <string>
@@ -20,14 +19,16 @@ private:
 
 }  // namespace
 
-int main(int, char** words) {
-    const ConfigurationAt store(words[1]);
+int main() {
     for (std::string line; std::getline(std::cin, line);) {
-        const std::size_t tab = line.find('\t');
+        const std::size_t section = line.find('\t') + 1;
+        const std::size_t key = line.find('\t', section) + 1;
+        const std::string path = line.substr(0, section - 1);
+        const ConfigurationAt store(path.c_str());
         char value[2000];
         const bool isFound =
-            store.GetConfigurationEntry(line.substr(0, tab).c_str(), line.substr(tab + 1).c_str(), value,
-                                        static_cast<int>(sizeof value)) != 0;
+            store.GetConfigurationEntry(line.substr(section, key - section - 1).c_str(),
+                                        line.substr(key).c_str(), value, static_cast<int>(sizeof value)) != 0;
         std::cout << (isFound ? std::string("=") + value : "-") << '\n';
     }
 }

@@ -1,0 +1,17 @@
+// The text of a file.
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+// Returns the bytes of a file from the offset `from` on; none if there is no such file. It reads them in
+// blocks: tests are compiled without optimization, and some read logs of many megabytes.
+inline std::string FileText(const std::string& path, std::uintmax_t from = 0) {
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(from));
+    std::ostringstream text;
+    text << file.rdbuf();
+    return std::move(text).str();
+}
