@@ -13,6 +13,7 @@
 #include "tool/messages.h"
 #include "tool/progress_bar.h"
 #include "tool/subcommands.h"
+#include "util/json_writer.h"
 
 namespace ckscribe {
 
@@ -81,6 +82,7 @@ void CheckOptionsOfRows(const Options& options) {
     const bool isRows = options.format == "clickhouse";
     require(!isRows || !options.host.empty(),
             "--to clickhouse needs --host, the name that the calls' host has");
+    require(IsReadableText(options.host), "--host is a name: UTF-8 without control characters");
     require(isRows || options.host.empty(), "--host belongs to --to clickhouse");
     require(isRows || options.url.empty(), "--url belongs to --to clickhouse");
     require(options.state.empty() || !options.url.empty(),

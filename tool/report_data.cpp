@@ -475,7 +475,10 @@ Report ReportBuilder::Finish(const std::vector<std::string>& paths, const std::v
         if (figures.calls == 0) continue;
         report.functions.push_back({FunctionName(FunctionIndex(i)), figures.calls, figures.errors,
                                     figures.unfinished, std::move(figures.durations)});
-        std::ranges::stable_sort(figures.results, std::greater(), &ResultFigures::count);
+        // Of equally frequent ones the one that came first, whatever the order in which logs are read.
+        std::ranges::stable_sort(figures.results, {}, [](const ResultFigures& row) {
+            return std::tuple(-static_cast<std::int64_t>(row.count), row.first.time.nanoseconds);
+        });
         report.results.insert(report.results.end(), figures.results.begin(), figures.results.end());
     }
     std::ranges::sort(report.functions, [](const FunctionFigures& one, const FunctionFigures& other) {

@@ -13,6 +13,9 @@ import urllib.request
 SERVER = shutil.which("clickhouse-server", path="/usr/sbin:/usr/bin")
 SCHEMA = pathlib.Path(__file__).resolve().parents[2] / "share/ckscribe/clickhouse"
 
+# In seconds.
+LONGEST_ANSWER = 300
+
 CONFIGURATION = """<yandex>
   <logger><level>warning</level><log>{folder}/server.log</log><errorlog>{folder}/errors.log</errorlog></logger>
   <listen_host>127.0.0.1</listen_host>
@@ -84,7 +87,7 @@ class Server:
     def ask(self, query, database="default", **settings):
         url = self.url(database) + "".join(f"&{key}={urllib.parse.quote(str(value))}" for key, value in settings.items())
         try:
-            with urllib.request.urlopen(url, query.encode(), timeout=300) as answer:
+            with urllib.request.urlopen(url, query.encode(), timeout=LONGEST_ANSWER) as answer:
                 return answer.read().decode()
         except urllib.error.HTTPError as error:
             raise AssertionError(error.read().decode()) from None

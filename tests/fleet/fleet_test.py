@@ -293,6 +293,26 @@ class State(Fleet):
         self.ship_well(self.events)
         self.assertEqual(self.numbers(), [1, 2, 3, 4])
 
+    def test_file_that_was_cut_is_read_once_as_soon_as_nobody_writes_it(self):
+        self.server.ask("SYSTEM STOP MERGES")
+        self.addCleanup(self.server.ask, "SYSTEM START MERGES")
+        self.events.write_text("".join(map(both, range(1, 6))))
+        self.ship_well(self.events)
+        self.events.write_text(both(1) + both(9))
+        self.ship_well(self.events)
+        self.assertEqual(self.numbers(), [1, 2, 3, 4, 5])
+        before = time.time() - 120
+        os.utime(self.events, (before, before))
+        for _ in range(2):
+            self.ship_well(self.events)
+            self.assertEqual((self.numbers(), self.inserted()), ([1, 2, 3, 4, 5, 9], 7))
+
+    def test_last_line_of_a_compressed_file_needs_no_end(self):
+        packed = self.folder / "events.jsonl.1.gz"
+        packed.write_bytes(gzip.compress((both(1) + event(2)[:-1]).encode()))
+        self.ship_well(packed)
+        self.assertEqual(self.numbers(), [1, 2])
+
     def test_state_moves_on_only_after_the_engine_has_answered(self):
         self.events.write_text(both(1))
         self.ship_well(self.events)
@@ -524,6 +544,44 @@ class Reports(Fleet):
 
         self.check_queries(paths, expected)
         self.check_since(paths)
+
+    def test_report_of_calls_that_came_bit_by_bit_is_that_of_the_files(self):
+        self.make_database()
+        chance = random.Random(SEED)
+        files = []
+        for source in make_calls(self.folder, hosts=3, calls=4500):
+            folder = self.folder / source.stem
+            folder.mkdir()
+            log, state = folder / "events.jsonl", folder / "state"
+            rest = source.read_bytes()
+            while rest:
+                size = chance.randrange(1, 300_000)
+                is_rotated = chance.random() < 0.4
+                if is_rotated:
+                    # Programs write whole lines.
+                    size = rest.find(b"\n", size) + 1 or len(rest)
+                with log.open("ab") as file:
+                    file.write(rest[:size])
+                rest = rest[size:]
+                before = state.read_bytes() if state.exists() else b""
+                self.ship_well(*folder.glob("events*"), host=source.stem, state=state)
+                if chance.random() < 0.3:
+                    # As if it had been killed before the state moved on.
+                    state.write_bytes(before)
+                if is_rotated and rest:
+                    for number in range(len(list(folder.glob("events.jsonl.*"))), 0, -1):
+                        old = folder / f"events.jsonl.{number}"
+                        if old.exists():
+                            (folder / f"events.jsonl.{number + 1}.gz").write_bytes(gzip.compress(old.read_bytes()))
+                            old.unlink()
+                        else:
+                            old.with_suffix(f".{number}.gz").rename(folder / f"events.jsonl.{number + 1}.gz")
+                    log.rename(folder / "events.jsonl.1")
+            files += sorted(folder.glob("events*"))
+        expected = self.report(*files)
+        self.assertGreater(len(files), 3, f"seed {SEED}")
+        self.assertGreater(expected["unfinished"], 0)
+        self.check_report(expected)
 
     def check_queries(self, paths, expected):
         errors = [row for row in expected["results"] if row["result"] != "CKR_OK"]

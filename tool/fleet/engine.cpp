@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #ifdef CKSCRIBE_HAS_CURL
 #include <curl/curl.h>
 #include <dlfcn.h>
@@ -17,9 +19,17 @@ namespace {
 std::string PublicAddress(const std::string& url) {
     const std::size_t scheme = url.find("://");
     const std::size_t host = scheme == url.npos ? 0 : scheme + 3;
-    const std::size_t at = url.rfind('@', url.find_first_of("/?", host));
-    const std::string shown = at == url.npos || at < host ? url : url.substr(0, host) + url.substr(at + 1);
-    return Harmless(shown.substr(0, shown.find('?')));
+    // A password with a slash in it makes a wrong address, and stays unseen all the same.
+    std::string shown = url.substr(0, url.find('?'));
+    const std::size_t at = shown.rfind('@');
+    if (at != shown.npos && at >= host) shown.erase(host, at + 1 - host);
+    return Harmless(shown);
+}
+
+// As much of an answer as a sentence can hold.
+std::string FirstLine(const std::string& answer) {
+    constexpr std::size_t kShown = 300;
+    return Harmless(answer.substr(0, std::min(answer.find('\n'), kShown)));
 }
 
 }  // namespace
@@ -154,11 +164,8 @@ std::string Engine::Send(const std::string& parameters, std::string_view body) {
             fmt::format("{} does not answer: {}.", address, *reason != '\0' ? reason : curl.describe(code)));
     long status = 0;
     curl.get(handle, CURLINFO_RESPONSE_CODE, &status);
-    if (status != 200) {
-        constexpr std::size_t kShown = 300;
-        const std::string line = Harmless(answer.substr(0, std::min(answer.find('\n'), kShown)));
-        throw EngineError(fmt::format("{} refuses with status {}: {}", address, status, line));
-    }
+    if (status != 200)
+        throw EngineError(fmt::format("{} refuses with status {}: {}", address, status, FirstLine(answer)));
     return answer;
 }
 
@@ -188,7 +195,12 @@ void Engine::Insert(std::string_view, std::string_view) {}
 #endif
 
 std::string_view Engine::Table() {
-    if (table.empty()) table = Ask("EXISTS TABLE calls_all").starts_with('1') ? "calls_all" : "calls";
+    if (!table.empty()) return table;
+    const std::string answer = Ask("EXISTS TABLE calls_all FORMAT TabSeparated");
+    // Whatever else speaks HTTP may take rows with status 200, too, and lose them.
+    if (answer != "0\n" && answer != "1\n")
+        throw EngineError(fmt::format("{} is no ClickHouse. It answers: {}", address, FirstLine(answer)));
+    table = answer == "1\n" ? "calls_all" : "calls";
     return table;
 }
 

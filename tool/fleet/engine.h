@@ -33,7 +33,7 @@ public:
     void Insert(std::string_view table, std::string_view rows);
 
     // Returns the table that has all calls: "calls_all" if it exists (it spreads calls over several servers),
-    // else "calls". Throws EngineError.
+    // else "calls". Throws EngineError, also if the server is no ClickHouse.
     std::string_view Table();
 
 private:

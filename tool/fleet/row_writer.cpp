@@ -25,7 +25,7 @@ void RowWriter::OnLogEnd(std::optional<std::int64_t>) {
 }
 
 void RowWriter::Finish() {
-    if (!sink.Rows().empty()) output(sink.Rows());
+    for (const std::string_view insertion : sink.Insertions()) output(insertion);
     sink.DropRows();
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <ctime>
 #include <string_view>
 
 #include "reader/call_reader.h"
@@ -88,19 +89,22 @@ private:
     void ShipFile(const std::string& path) {
         LogSource source;
         if (!source.Open(path)) return Complain(path, source.Error());
-        const std::string stamp = source.IsUnpacking() ? source.Stamp() : "";
-        if (!stamp.empty() && state.IsDone(stamp)) return;
+        const std::string stamp = source.Stamp();
+        if (source.IsUnpacking() && state.IsDone(stamp)) return;
         const Head head = HeadOf(source);
         if (head.kind == HeadKind::kNoEvent) return RefuseFile(path, source);
         if (head.kind == HeadKind::kNotYet) {
             if (!source.Error().empty()) Complain(path, source.Error());
             return;
         }
-        ShippedContent& content = state.ContentOf(FingerprintOf(head.text));
-        if (!GoOn(source, content)) {
+        ShippedContent& known = state.ContentOf(FingerprintOf(head.text));
+        ShippedContent anew;
+        const Beginning begins = BeginningOf(source, known, stamp);
+        if (begins == Beginning::kNowhere) {
             if (!source.Error().empty()) Complain(path, source.Error());
             return;
         }
+        ShippedContent& content = begins == Beginning::kAnew ? anew : known;
         positions.StartBehind(content.position);
         sink.SetLog(LogNameOf(path));
         sink.SetPositions(positions);
@@ -117,7 +121,7 @@ private:
                             lines == 1 ? "1 line" : fmt::format("{} lines", lines),
                             lines == 1 ? "is" : "are"));
         if (!source.Error().empty()) return Complain(path, source.Error());
-        if (isAllRead && !stamp.empty()) state.SetDone(stamp);
+        if (isAllRead && (source.IsUnpacking() || begins == Beginning::kAnew)) state.SetDone(stamp);
     }
 
     // Refuses a file that does not begin with an event. It is a text log, or nothing that the library writes.
@@ -133,18 +137,29 @@ private:
         status = kNotWell;
     }
 
-    // Goes to the place where reading goes on. Returns false if there is nothing behind it.
-    bool GoOn(LogSource& source, ShippedContent& content) {
-        if (!source.Rewind()) return false;
-        if (content.offset == 0) return true;
+    // Goes to the place where reading begins.
+    enum class Beginning { kWhereItWasLeft, kAnew, kNowhere };
+    Beginning BeginningOf(LogSource& source, ShippedContent& content, const std::string& stamp) {
+        if (!source.Rewind()) return Beginning::kNowhere;
+        if (content.offset == 0) return Beginning::kWhereItWasLeft;
         const std::uint64_t size = std::min(content.offset, ShippingState::kTail);
-        // An unfinished copy ends before that place.
-        if (!source.Skip(content.offset - size)) return false;
-        tail = ReadUpTo(source, size);
-        if (tail.size() < size) return false;
-        if (FingerprintOf(tail) == content.tail) return true;
+        const bool isReached = source.Skip(content.offset - size);
+        tail = isReached ? ReadUpTo(source, size) : "";
+        if (tail.size() < size) return BeginningOfShorter(source, stamp);
+        if (FingerprintOf(tail) == content.tail) return Beginning::kWhereItWasLeft;
         content.offset = 0;
-        return source.Rewind();
+        return source.Rewind() ? Beginning::kWhereItWasLeft : Beginning::kNowhere;
+    }
+
+    // A file that ends before the place where it was left may be a copy that is not finished yet. Once nobody
+    // writes it any more it is something else: a log that was cut, say, and written on. It is read once, as
+    // it is, and what is known of the longer one stays.
+    Beginning BeginningOfShorter(LogSource& source, const std::string& stamp) {
+        constexpr std::int64_t kFinished = 60;
+        if (!source.Error().empty() || std::time(nullptr) - source.WrittenAt() < kFinished ||
+            state.IsDone(stamp) || !source.Rewind())
+            return Beginning::kNowhere;
+        return Beginning::kAnew;
     }
 
     // Returns whether it has read everything.
@@ -156,8 +171,9 @@ private:
             const std::string more = ReadUpTo(source, kBatch);
             const bool isAtEnd = more.size() < kBatch;
             bytes += more;
-            // A process may still be writing a line that has no end.
-            const std::size_t whole = bytes.rfind('\n') + 1;
+            // A process may still be writing a line that has no end. A packed file does not grow.
+            const bool isPackedEnd = isAtEnd && source.IsUnpacking() && source.Error().empty();
+            const std::size_t whole = isPackedEnd ? bytes.size() : bytes.rfind('\n') + 1;
             if (whole == 0) {
                 if (isAtEnd) return true;
                 if (bytes.size() < kLongestLine) continue;
@@ -182,7 +198,7 @@ private:
         CallReader reader(sink);
         reader.Feed(lines);
         reader.Finish();
-        if (!sink.Rows().empty()) engine.Insert(engine.Table(), sink.Rows());
+        for (const std::string_view insertion : sink.Insertions()) engine.Insert(engine.Table(), insertion);
         sink.DropRows();
         tail.append(lines.substr(lines.size() - std::min<std::size_t>(lines.size(), ShippingState::kTail)));
         if (tail.size() > ShippingState::kTail) tail.erase(0, tail.size() - ShippingState::kTail);

@@ -2,8 +2,8 @@
 //
 // It recognises a file by its content, whatever its name: by its first event, with which no other file
 // begins, and by the bytes before the place where reading goes on. Therefore a renamed, copied or compressed
-// file goes on where it was left, and a file that was emptied begins anew. In doubt a file is read from its
-// beginning: a repeat replaces the row that it repeats, while a gap would stay.
+// file goes on where it was left, and a file that was emptied or cut begins anew. In doubt a file is read
+// from its beginning: a repeat replaces the row that it repeats, while a gap would stay.
 //
 // One thread at a time may use it.
 #pragma once
@@ -43,10 +43,10 @@ public:
 
     ShippedContent& ContentOf(const std::string& fingerprint);
 
-    // Know the packed files that are done, by LogSource::Stamp: they need not be unpacked again.
+    // Know the files that are done and do not grow, by LogSource::Stamp: they need not be read again.
     bool IsDone(const std::string& stamp);
     void SetDone(const std::string& stamp);
-    // Forgets packed files that this run did not ask about, and contents that no file has had for 30 days.
+    // Forgets the stamps that this run did not ask about, and contents that no file has had for 30 days.
     void ForgetUnused();
 
     // Replaces the file atomically. Throws StateError.
