@@ -104,7 +104,7 @@ class Host:
     def make_object(self, process, thread, function, count, **fields):
         session = self.a_session()
         labels = [f"made {self.randomness.randrange(9)}" + "x" * i for i in range(count)]
-        handles = [self.randomness.randrange(20, 60) for _ in labels]
+        handles = self.randomness.sample(range(20, 60), count)
         self.call(process, thread, function, [SESSION.format(session), *map(attributes, labels)],
                   [OBJECT.format(handle) for handle in handles], result=self.failure(("CKR_DEVICE_MEMORY", 0x31)), session=session,
                   object=handles[0], **fields)
