@@ -151,9 +151,9 @@ private:
         return source.Rewind() ? Beginning::kWhereItWasLeft : Beginning::kNowhere;
     }
 
-    // A file that ends before the place where it was left may be a copy that is not finished yet. Once nobody
-    // writes it any more it is something else: a log that was cut, say, and written on. It is read once, as
-    // it is, and what is known of the longer one stays.
+    // A file that ends before the place where it was left may be an unfinished copy. If nobody writes it any
+    // more, it is something else: a log that was cut and written on, perhaps. This run reads it once from its
+    // beginning. The state keeps what it knows of the longer file.
     Beginning BeginningOfShorter(LogSource& source, const std::string& stamp) {
         constexpr std::int64_t kFinished = 60;
         if (!source.Error().empty() || std::time(nullptr) - source.WrittenAt() < kFinished ||
