@@ -2,9 +2,11 @@
 """Writes the same calls as a text log of the new format, of the old format, and as events.
 
     make_logs.py FOLDER [--calls N | --size BYTES] [--damage EVERY] [--processes N] [--only NAME]
+                        [--unfinished SHARE]
 
 FOLDER gets new.log, old.log (with --calls only), events.jsonl and, with --damage, damaged.log: new.log with one record in
-EVERY cut in the middle. With --only and --size it gets this one file, of that size. Prints as JSON what a report of them
+EVERY cut in the middle. With --only and --size it gets this one file, of that size. SHARE of the calls
+have no end, 0.0005 if nothing is said. Prints as JSON what a report of them
 must say.
 """
 import argparse
@@ -97,6 +99,7 @@ def main():
     parser.add_argument("--damage", type=int)
     parser.add_argument("--processes", type=int, default=2)
     parser.add_argument("--seed", type=int, default=7)
+    parser.add_argument("--unfinished", type=float, default=0.0005)
     parser.add_argument("--only", choices=("new.log", "events.jsonl"))
     options = parser.parse_args()
     randomness = random.Random(options.seed)
@@ -142,7 +145,7 @@ def main():
                    f"\nCommand({name}, {specifier or 'None'}, Start) PID:  {process}  Time:  {calendar}\n\n{{{start[1]}\n}}",
                    f'{{"event":"start",{head[0]}{head[1]}{selected}"in":[{start[2]}]}}\n'))
             calls[function] += 1
-            if randomness.random() < 0.0005:
+            if randomness.random() < options.unfinished:
                 unfinished[function] += 1
                 continue
             waiting[thread] = (
