@@ -1,5 +1,7 @@
 #include "front/logged_call.h"
 
+#include <utility>
+
 #include "descriptors/abstract_descriptor.h"
 #include "descriptors/kept_inputs.h"
 #include "descriptors/tree_memory.h"
@@ -16,7 +18,8 @@ void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void
     if (recordLock == nullptr) return;
     BehindHostShield([=] {
         const RecordLock lock(*recordLock);
-        currentCallEvent = event;
+        // A signal may interrupt a record on this thread, and its handler may make a call.
+        CallEvent* const interrupted = std::exchange(currentCallEvent, event);
         const bool isEndOfLongInput = event != nullptr && event->isInputKept;
         const TreeMemory memory;
         // Pages that an earlier record found readable may be unmapped by now, and a target that refuses a
@@ -28,6 +31,7 @@ void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void
         }
         // Here and not where the end event is written: memory may be short before that.
         if (isEndOfLongInput) FreeInput(*event);
+        currentCallEvent = interrupted;
     });
 }
 

@@ -1,0 +1,57 @@
+// A signal interrupts a thread while a record is written, and its handler makes a call.
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <utility>
+#include <vector>
+
+#include "tests/faults/application.h"
+#include "tests/faults/log_records.h"
+
+namespace {
+
+Library* library = nullptr;
+bool isSignalDue = false;  // at the next write
+
+}  // namespace
+
+// The library's writes come to this function.
+extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* bytes,
+                                                                size_t size) {
+    static const auto systemsWrite =
+        reinterpret_cast<ssize_t (*)(int, const void*, size_t)>(dlsym(RTLD_NEXT, "write"));
+    if (std::exchange(isSignalDue, false)) raise(SIGUSR1);
+    return systemsWrite(descriptor, bytes, size);
+}
+
+namespace {
+
+class SignalHandlerCalls : public FaultsTest {};
+
+TEST_F(SignalHandlerCalls, TextLogIsWritten_EachEventTellsItsOwnCall) {
+    const std::string events = directory.File("events.jsonl");
+    WriteConfigurationFile("CkLog2 = {\n LibUNIX64 = " SCRIPTED_TARGET
+                           ";\n Enabled = 1;\n NewFormat = 1;\n File = " +
+                           LogPath() + ";\n Events = " + events + ";\n}\n");
+    EXPECT_TRUE(Survives([] {
+        library = new Library;
+        (*library)->C_Logout(1);
+        std::signal(SIGUSR1, [](int) { (*library)->C_CloseSession(2); });
+        isSignalDue = true;
+        (*library)->C_Logout(3);
+        EXPECT_FALSE(isSignalDue);
+    }));
+    const ParsedLog log = ParseLog(Contents(events));
+    EXPECT_EQ(log.remainder, "");
+    ASSERT_EQ(log.records.size(), 6U);
+    std::vector<std::string> seen;
+    for (const LogRecord& record : log.records)
+        seen.push_back((record.isStart ? "start " : "end ") + record.function + record.children);
+    const std::vector<std::string> expected = {"start Logout=1 ",  "end Logout",      "start CloseSession=2 ",
+                                               "end CloseSession", "start Logout=3 ", "end Logout"};
+    EXPECT_EQ(seen, expected);
+}
+
+}  // namespace
