@@ -42,14 +42,15 @@ WRONG_PIN = "V^W!Z@Q~"
 
 TOKEN = "clients"
 
+# Values of events that fit the schema whatever they are: times, runs, numbers (those from 2^53 on are strings), whole bytes
+# in hexadecimal, texts without escapes.
+ORDINARY_VALUES = "|".join((
+    r'"time":"[^"]*"', r'"run":"[0-9a-f]{16}-[0-9a-f]+"', r'"\w+":\d{1,15}\b', r'"\w+":"\d{16,20}"',
+    r'"values":\[\d{1,15}(,\d{1,15})*\]', r'"hex":"([0-9a-f]{2})+"', r'"text":"[^"\\]+"',
+))
+
 # Of all targets here only the complete one has the vendor's functions. Over any other, the library announces each of
 # them, in the order in which it looks them up.
-# Values of events that fit the schema whatever they are: times, numbers below 2^53, whole bytes in hexadecimal, texts
-# without escapes.
-ORDINARY_VALUES = (
-    r'"time":"[^"]*"|"(ns|call|size|value|number|session|object|slot)":\d{1,15}\b|"hex":"([0-9a-f]{2})+"|"text":"[^"\\]+"'
-)
-
 ANNOUNCEMENTS = "".join(
     f"Failed to load function '{name}'.\n"
     for name in re.findall(r"^FUNCTION\((CA_\w+), .*\bkRequired\b", EXPECTED_FUNCTIONS.read_text(), re.MULTILINE)
