@@ -1,9 +1,9 @@
-// A signal interrupts a thread while a record is written, and its handler makes a call.
+// A signal interrupts a thread while a record is written, and its handler makes a call. Here the write itself
+// makes the call: thread sanitizers take no signal handler that allocates.
 
 #include <dlfcn.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <utility>
 #include <vector>
 
@@ -13,7 +13,7 @@
 namespace {
 
 Library* library = nullptr;
-bool isSignalDue = false;  // at the next write
+bool isCallDue = false;  // at the next write
 
 }  // namespace
 
@@ -22,7 +22,7 @@ extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, 
                                                                 size_t size) {
     static const auto systemsWrite =
         reinterpret_cast<ssize_t (*)(int, const void*, size_t)>(dlsym(RTLD_NEXT, "write"));
-    if (std::exchange(isSignalDue, false)) raise(SIGUSR1);
+    if (std::exchange(isCallDue, false)) (*library)->C_CloseSession(2);
     return systemsWrite(descriptor, bytes, size);
 }
 
@@ -38,10 +38,9 @@ TEST_F(SignalHandlerCalls, TextLogIsWritten_EachEventTellsItsOwnCall) {
     EXPECT_TRUE(Survives([] {
         library = new Library;
         (*library)->C_Logout(1);
-        std::signal(SIGUSR1, [](int) { (*library)->C_CloseSession(2); });
-        isSignalDue = true;
+        isCallDue = true;
         (*library)->C_Logout(3);
-        EXPECT_FALSE(isSignalDue);
+        EXPECT_FALSE(isCallDue);
     }));
     const ParsedLog log = ParseLog(Contents(events));
     EXPECT_EQ(log.remainder, "");
