@@ -1053,6 +1053,10 @@ class Files(SetUp):
     def test_one_file_for_both(self):
         self.write(self.section(Error=self.log))
         self.assert_found("note", "Error", 6, "Log and error file are the same file.", "Name another file for one of them.")
+        self.write(self.section(Events=self.log))
+        self.assert_found("wrong", "Events", 9, "Log and events file are the same file.", "Name another file for one of them.")
+        self.write(self.section(Events=f"{self.directory}/both", Error=f"{self.directory}/both"))
+        self.assert_found("wrong", "Events", 9, "Events and error file are the same file.", "Name another file for one of them.")
 
 
 class P11Kit(SetUp):

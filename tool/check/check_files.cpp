@@ -256,6 +256,10 @@ void CheckForOneFileTwice(Setup& setup, Findings& findings) {
     if (setup.IsLogging() && setup.HasEvents() && log == setup.settings.EventsFileName())
         findings.Add(Level::kWrong, "Events", setup.Line("Events"), "Log and events file are the same file.",
                      "Name another file for one of them.");
+    const std::string errors = setup.settings.CkLogErrorFile();
+    if (setup.HasEvents() && errors == setup.settings.EventsFileName())
+        findings.Add(Level::kWrong, "Events", setup.Line("Events"),
+                     "Events and error file are the same file.", "Name another file for one of them.");
 }
 
 }  // namespace
