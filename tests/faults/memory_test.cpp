@@ -216,6 +216,31 @@ TEST_F(Memory, MemoryIsShortInAnyCall_CallsReachTheTarget) {
     }
 }
 
+TEST_F(Memory, CommonCallsAreRepeated_NothingIsAllocated) {
+    EXPECT_TRUE(SurvivesWithNewLog([] {
+        targetAnswer = GiveResult;
+        Library library;
+        const auto makeCalls = [&library] {
+            CK_BYTE bytes[32] = {0xFF};
+            CK_ULONG length = sizeof bytes;
+            CK_BBOOL isToken = CK_TRUE;
+            CK_ATTRIBUTE attributes[] = {{CKA_TOKEN, &isToken, sizeof isToken},
+                                         {CKA_ID, bytes, sizeof bytes}};
+            CK_MECHANISM mechanism = {CKM_AES_CBC, bytes, 16};
+            CK_SESSION_INFO info = {};
+            library->C_FindObjectsInit(1, attributes, 2);
+            library->C_EncryptInit(1, &mechanism, 2);
+            library->C_Sign(1, bytes, sizeof bytes, bytes, &length);
+            library->C_GetSessionInfo(1, &info);
+        };
+        makeCalls();
+        RefuseAllocation(0, Refused::kAllFromThen);
+        makeCalls();
+        EXPECT_FALSE(StopRefusing());
+    }));
+    EXPECT_EQ(NewLog().records.size(), 16U);
+}
+
 // This is more than the library keeps from one record to the next.
 TEST_F(Memory, MemoryIsShortInALargeCall_CallReachesTheTarget) {
     for (const char* const isNewFormat : {"1", "0"}) {

@@ -8,6 +8,7 @@
 
 #include <barrier>
 #include <fstream>
+#include <set>
 #include <thread>
 
 #ifdef __GLIBC__
@@ -181,6 +182,25 @@ TEST_F(Reloading, LibraryIsGone_ThreadThatCalledItEnds) {
         caller.join();
     }));
     ExpectWholeRecords(2);
+}
+
+TEST_F(Reloading, EventsAreWritten_EachLoadHasARunOfItsOwn) {
+    const std::string path = directory.File("events.jsonl");
+    WriteConfigurationFile("CkLog2 = {\n LibUNIX64 = " SCRIPTED_TARGET ";\n Events = " + path + ";\n}\n");
+    EXPECT_TRUE(Survives([] {
+        for (int i = 0; i < kWarmUp; ++i) {
+            Library library;
+            library->C_Logout(1);
+            library.Close();
+            ASSERT_FALSE(IsLoaded(CKSCRIBE_LIBRARY));
+        }
+    }));
+    const std::string events = Contents(path);
+    std::multiset<std::string> runs;
+    for (std::size_t at = 0; (at = events.find("\"run\":\"", at)) != events.npos; ++at)
+        runs.insert(events.substr(at, events.find(',', at) - at));
+    EXPECT_EQ(runs.size(), 2U * kWarmUp);
+    EXPECT_EQ(std::set<std::string>(runs.begin(), runs.end()).size(), std::size_t{kWarmUp});
 }
 
 }  // namespace
