@@ -65,7 +65,7 @@ protected:
     }
 };
 
-TEST_F(ChangingConfiguration, FileIsCutBeforeTheRead_ValueIsWhatStandsOrTheDefault) {
+TEST_F(ChangingConfiguration, FileIsCutBeforeTheRead_ValueIsTheRestInTheFileOrTheDefault) {
     const std::string text = TextWithLog(kOneLog);
     const std::size_t begin = text.find(kOneLog);
     CkLogConfig store;

@@ -97,7 +97,7 @@ TEST_F(Coroutine, StackEndsAboveTheCaller_VendorFunctionsWithUpToSixArgumentsAre
 }
 
 // The words that the target gets are those on the stack, as far as the stack goes, and 0 behind its end.
-TEST_F(Coroutine, StackEndsWithinTheWords_ThoseAboveItsEndAreZero) {
+TEST_F(Coroutine, StackEndsWithinTheWords_WordsBehindItsEndAreZero) {
     static std::vector<TargetWord> words;
     EXPECT_TRUE(Survives([] {
         Library library;
@@ -129,7 +129,7 @@ TEST_F(Coroutine, StackEndsAboveTheCaller_VendorListIsHandedOut) {
 }
 
 // The page behind may be there, too: then the caller's words are the target's.
-TEST_F(Coroutine, WordsGoOnToAReadablePage_TargetGetsThemAll) {
+TEST_F(Coroutine, WordsGoOnToAReadablePage_TargetGetsAllWords) {
     using EveryWord =
         CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,
               TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,

@@ -46,7 +46,7 @@ TEST_F(DeletedLog, LogDeleted_LaterCallsStandInANewLog) {
     EXPECT_EQ(sessions.back(), 3U);
 }
 
-TEST_F(DeletedLog, LogRotatedWithANewFileAndTheOldOneRemoved_LaterCallsStandInTheNewFile) {
+TEST_F(DeletedLog, LogRotatedAndTheOldFileRemoved_LaterCallsStandInTheNewFile) {
     EXPECT_TRUE(Survives([this] {
         Library library;
         library->C_Logout(1);

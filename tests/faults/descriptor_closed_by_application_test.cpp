@@ -230,7 +230,7 @@ TEST_F(LostLog, LibraryIsStartedAgainAndItsLogIsLostBeforeTheFirstRecord_LossIsR
     ExpectReports(2, "Is a directory");
 }
 
-TEST_F(LostLog, ErrorFileCannotBeWrittenAtFirst_LineComesWhenItCan) {
+TEST_F(LostLog, ErrorFileCannotBeWrittenAtFirst_LineIsWrittenAsSoonAsItCan) {
     EXPECT_TRUE(Survives([this] {
         Library library;
         library->C_Logout(1);

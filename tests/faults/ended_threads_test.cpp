@@ -176,7 +176,7 @@ protected:
     }
 };
 
-TEST_F(EndedThreads, CancelledInTheTarget_NoLockStaysLocked) {
+TEST_F(EndedThreads, ThreadIsCancelledInTheTarget_NoLockStaysLocked) {
     for (const EndlessCall& each : kEndlessCalls) {
         ExpectRecordsOfVictim(1, [&each](MarkedCaller& caller) {
             targetAnswer = each.target;
@@ -186,7 +186,7 @@ TEST_F(EndedThreads, CancelledInTheTarget_NoLockStaysLocked) {
     }
 }
 
-TEST_F(EndedThreads, EndedByThemselvesInTheTarget_NoLockStaysLocked) {
+TEST_F(EndedThreads, ThreadEndsItselfInTheTarget_NoLockStaysLocked) {
     ExpectRecordsOfVictim(1, [](MarkedCaller& caller) {
         targetAnswer = ExitInTarget;
         Victim victim{&caller};
@@ -194,14 +194,14 @@ TEST_F(EndedThreads, EndedByThemselvesInTheTarget_NoLockStaysLocked) {
     });
 }
 
-TEST_F(EndedThreads, CancelledBeforeTheFirstCall_LibraryStartsForOthers) {
+TEST_F(EndedThreads, ThreadIsCancelledBeforeTheFirstCall_LibraryStartsForOthers) {
     ExpectRecordsOfVictim(2, [](MarkedCaller& caller) {
         Victim victim{&caller, PTHREAD_CANCEL_DEFERRED, CancelSelf};
         ExpectCancelled(Begin(Victim::Run, victim));
     });
 }
 
-TEST_F(EndedThreads, CancelledWhileTheTargetIsLoaded_LibraryStartsForOthers) {
+TEST_F(EndedThreads, ThreadIsCancelledWhileTheTargetIsLoaded_LibraryStartsForOthers) {
     struct Case {
         int cancelType;
         unsigned long next;
@@ -219,7 +219,7 @@ TEST_F(EndedThreads, CancelledWhileTheTargetIsLoaded_LibraryStartsForOthers) {
     }
 }
 
-TEST_F(EndedThreads, CancelledWhileARecordIsMade_RecordIsWhole) {
+TEST_F(EndedThreads, ThreadIsCancelledWhileARecordIsMade_RecordIsWhole) {
     struct Case {
         int cancelType;
         void (*setUp)();
@@ -244,7 +244,7 @@ TEST_F(EndedThreads, CancelledWhileARecordIsMade_RecordIsWhole) {
     }
 }
 
-TEST_F(EndedThreads, CancelledAtAnyTime_OthersGoOn) {
+TEST_F(EndedThreads, ThreadIsCancelledAtAnyTime_OtherThreadsGoOn) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kRounds = 500;
         targetAnswer = GiveDataBack;
@@ -280,7 +280,7 @@ TEST_F(EndedThreads, CancelledAtAnyTime_OthersGoOn) {
 
 MarkedCaller* lastCaller = nullptr;
 
-TEST_F(EndedThreads, CallsWhileTheThreadEnds_ReachTheTarget) {
+TEST_F(EndedThreads, ThreadCallsWhileItEnds_CallsReachTheTarget) {
     ExpectRecordsOfVictim(6, [](MarkedCaller& caller) {
         lastCaller = &caller;
         static pthread_key_t key;
@@ -300,7 +300,7 @@ TEST_F(EndedThreads, CallsWhileTheThreadEnds_ReachTheTarget) {
 
 // ---- In a function of the vendor --------------------------------------------------------------------------
 
-TEST_F(EndedThreads, CancelledInAVendorFunction_NoLockStaysLocked) {
+TEST_F(EndedThreads, ThreadIsCancelledInAVendorFunction_NoLockStaysLocked) {
     for (const char* const isNewFormat : {"0", "1"}) {
         Set("NewFormat", isNewFormat);
         for (const EndlessCall& each : kEndlessCalls) {
@@ -316,7 +316,7 @@ TEST_F(EndedThreads, CancelledInAVendorFunction_NoLockStaysLocked) {
     }
 }
 
-TEST_F(EndedThreads, EndedByThemselvesInAVendorFunction_NoLockStaysLocked) {
+TEST_F(EndedThreads, ThreadEndsItselfInAVendorFunction_NoLockStaysLocked) {
     ExpectRecordsOfVictim(
         1,
         [](MarkedCaller& caller) {
@@ -327,7 +327,7 @@ TEST_F(EndedThreads, EndedByThemselvesInAVendorFunction_NoLockStaysLocked) {
         Marked::kVendor);
 }
 
-TEST_F(EndedThreads, CancelledWhileARecordOfTheVendorIsMade_RecordIsWhole) {
+TEST_F(EndedThreads, ThreadIsCancelledWhileARecordOfTheVendorIsMade_RecordIsWhole) {
     for (const int cancelType : {PTHREAD_CANCEL_DEFERRED, PTHREAD_CANCEL_ASYNCHRONOUS}) {
         for (void (*const inWhich)() : {CancelSelf, CancelSelfInSecondRecord}) {
             // The thread can be cancelled at any instruction: it ends with the record, before the call
@@ -398,7 +398,7 @@ protected:
     }
 };
 
-TEST_F(EndedThreadsWithLists, CancelledWhileAListIsAskedFor_NoLockStaysLocked) {
+TEST_F(EndedThreadsWithLists, ThreadIsCancelledWhileItAsksForAList_NoLockStaysLocked) {
     for (const char* const function : kGetLists) {
         for (const EndlessCall& each : kEndlessCalls) {
             SearchAndRemove(LogPath());
@@ -430,7 +430,7 @@ TEST_F(EndedThreadsWithLists, CancelledWhileAListIsAskedFor_NoLockStaysLocked) {
     }
 }
 
-TEST_F(EndedThreadsWithLists, CancelledAtAnyTimeWithLists_OthersGoOn) {
+TEST_F(EndedThreadsWithLists, ThreadThatAsksForListsIsCancelledAtAnyTime_OtherThreadsGoOn) {
     EXPECT_TRUE(Survives([] {
         constexpr unsigned kRounds = 200;
         targetAnswer = GiveDataBack;

@@ -148,7 +148,7 @@ TEST_F(ErrnoAndSignalMask, NoConfiguration_ErrnoAndSignalMaskStay) {
 }
 
 // The host and a call each start and stop the library.
-TEST_F(ErrnoAndSignalMask, StartAndStop_ErrnoAndSignalMaskStay) {
+TEST_F(ErrnoAndSignalMask, LibraryStartsAndStops_ErrnoAndSignalMaskStay) {
     EXPECT_TRUE(Survives([] {
         const Library library;
         SetSignalMask({SIGUSR1, SIGPIPE});

@@ -80,7 +80,7 @@ protected:
     }
 };
 
-TEST_F(Fork, ChildrenCall_LogUnderTheirOwnProcess) {
+TEST_F(Fork, ChildrenCall_RecordsNameTheirOwnProcess) {
     EXPECT_TRUE(Survives([this] {
         constexpr unsigned kRounds = 1000;
         SharedNumbers grandchildren(kRounds);
@@ -216,7 +216,7 @@ TEST_F(Fork, OthersAskForTheFunctionLists_ChildHasWholeLists) {
 }
 
 // A target may run another program when it is loaded.
-TEST_F(Fork, TargetIsBeingLoaded_ChildCalls) {
+TEST_F(Fork, ForkHappensWhileTheTargetIsLoaded_CallsOfTheChildReachTheTarget) {
     EXPECT_TRUE(Survives([this] {
         targetAnswer = GiveDataBack;
         onTargetLoaded = [] { ExpectSuccess(ForkFor(BecomeAnotherProgram)); };

@@ -78,7 +78,7 @@ TEST_F(FunctionListsOfTarget, DlcloseGivesEachListBackWhatStoodInIt) {
     }));
 }
 
-TEST_F(FunctionListsOfTarget, NoFileCanBeOpened_DlcloseGivesEachListBackAllTheSame) {
+TEST_F(FunctionListsOfTarget, NoFileCanBeOpened_DlcloseGivesEachListBackNevertheless) {
     EXPECT_TRUE(Survives([] {
         const Target target(SCRIPTED_TARGET);
         Library library;
@@ -188,7 +188,7 @@ protected:
     }
 };
 
-TEST_F(FunctionListDuringAStop, ListIsThereAndOverwritten) {
+TEST_F(FunctionListDuringAStop, LibraryIsStoppedWhileAListIsAskedFor_ListIsHandedOutOverwritten) {
     EXPECT_TRUE(Survives([] {
         Library library;
         StopBetween(library);
@@ -200,7 +200,7 @@ TEST_F(FunctionListDuringAStop, ListIsThereAndOverwritten) {
     }));
 }
 
-TEST_F(FunctionListDuringAStop, VendorListIsThereAndOverwritten) {
+TEST_F(FunctionListDuringAStop, LibraryIsStoppedWhileTheVendorListIsAskedFor_ListIsHandedOutOverwritten) {
     EXPECT_TRUE(Survives([] {
         Library library;
         library->C_Logout(1);

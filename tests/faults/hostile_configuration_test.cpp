@@ -25,7 +25,7 @@ void WriteBytes(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-// Several copies of a byte.
+// Returns several copies of a byte.
 std::string Bytes(int byte, std::size_t count) { return std::string(count, static_cast<char>(byte)); }
 
 // ---- Files in which nothing stands ------------------------------------------------------------------------
@@ -200,7 +200,7 @@ TEST_F(HostileConfiguration, LineEndsOfOtherSystems_ValuesCount) {
     ExpectThatTheValuesStand();
 }
 
-TEST_F(HostileConfiguration, HugeLine_ValuesCount) {
+TEST_F(HostileConfiguration, LineIsHuge_ValuesCount) {
     const std::string filling = Bytes('x', std::size_t{1} << 20);
     const std::string text = TextInOneLine();
     {
@@ -212,7 +212,7 @@ TEST_F(HostileConfiguration, HugeLine_ValuesCount) {
     ExpectThatTheValuesStand();
 }
 
-TEST_F(HostileConfiguration, NulInTheText_TextEndsThere) {
+TEST_F(HostileConfiguration, TextHoldsANul_TextEndsThere) {
     WriteConfigurationFile(OpenText() + '\0' + "   LoggingLevel = DESTROY;\n}\n");
     ExpectThatTheValuesStand();
 }
@@ -302,7 +302,7 @@ protected:
         return path.substr(0, slash) + std::string(length - path.size(), '/') + path.substr(slash);
     }
 
-    // How many records a call of C_GenerateRandom has.
+    // Returns how many records a call of C_GenerateRandom has.
     std::size_t Records() {
         EXPECT_TRUE(Survives([] { Library()->C_GenerateRandom(7, nullptr, 0); }));
         const ParsedLog log = ParseLog(Log());

@@ -327,7 +327,7 @@ TEST_F(LogCannotBeWritten, FileSizeLimitIsSetLater_CallsStillReachTheTarget) {
 }
 
 // The application's own files have the same limit, and its own signals.
-TEST_F(LogCannotBeWritten, ApplicationWantsItsSignalsAtTheFileSizeLimit_ItGetsThem) {
+TEST_F(LogCannotBeWritten, ApplicationReachesTheFileSizeLimit_ApplicationGetsItsSignals) {
     EXPECT_TRUE(Survives([this] {
         std::signal(SIGXFSZ, [](int) { ++signalsReceived; });
         LimitFileSize(100);
@@ -416,7 +416,7 @@ TEST_F(LogIsATerminal, NobodyReadsTheTerminal_CallsStillReachTheTarget) {
 }
 
 // A process without a terminal gets none through its log, and no signals of that terminal.
-TEST_F(LogIsATerminal, TerminalBelongsToNoProcess_ItDoesNotBecomeTheApplications) {
+TEST_F(LogIsATerminal, TerminalBelongsToNoProcess_TerminalDoesNotBecomeTheApplications) {
     EXPECT_TRUE(SurvivesUnshielded([this] {
         ASSERT_GT(setsid(), 0);
         ExpectCallsGoOn(Library(), 1);

@@ -122,7 +122,8 @@ protected:
     bool CallWithout(unsigned long allocation, Refused which, const RepeatedCall& call) {
         const long before = AllocatedBlocks();
         const bool wasRefused = CallTwice(allocation, which, call);
-        // What the C library keeps from now on (the name of the time zone) does not grow again.
+        // The C library may keep memory from now on (the name of the time zone). That memory does not grow
+        // again.
         const long after = AllocatedBlocks();
         if (after > before) {
             NewLog();

@@ -182,11 +182,11 @@ protected:
     }
 };
 
-TEST_F(ProcessEndDuringCalls, Exit_IsQuickAndRecordsAreWhole) {
+TEST_F(ProcessEndDuringCalls, ProcessExits_EndIsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] { std::exit(0); });
 }
 
-TEST_F(ProcessEndDuringCalls, ExitWithCallsOfAnExitHandler_IsQuickAndRecordsAreWhole) {
+TEST_F(ProcessEndDuringCalls, ProcessExitsWithCallsOfAnExitHandler_EndIsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] {
         std::atexit([] {
             for (CK_ULONG i = 0; i < 20; ++i) CallLate(kFromExitHandler);
@@ -195,15 +195,15 @@ TEST_F(ProcessEndDuringCalls, ExitWithCallsOfAnExitHandler_IsQuickAndRecordsAreW
     });
 }
 
-TEST_F(ProcessEndDuringCalls, ExitAtOnce_IsQuickAndRecordsAreWhole) {
+TEST_F(ProcessEndDuringCalls, ProcessExitsAtOnce_EndIsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] { _exit(0); });
 }
 
-TEST_F(ProcessEndDuringCalls, QuickExit_IsQuickAndRecordsAreWhole) {
+TEST_F(ProcessEndDuringCalls, ProcessCallsQuickExit_EndIsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] { std::quick_exit(0); });
 }
 
-TEST_F(ProcessEndDuringCalls, ExitOfAnotherThread_IsQuickAndRecordsAreWhole) {
+TEST_F(ProcessEndDuringCalls, AnotherThreadExits_EndIsQuickAndRecordsAreWhole) {
     ExpectQuickEndAndWholeRecords([] {
         std::thread([] { std::exit(0); }).detach();
         (*lateLibrary)->C_WaitForSlotEvent(0, nullptr, nullptr);
@@ -231,7 +231,7 @@ TEST_F(ProcessEnd, ThreadWaitsInTheWriteOfARecord_ExitWaitsForNothing) {
 // program's start, and threads call on meanwhile.
 class EndOfLinkedProgram : public ProcessEnd, public testing::WithParamInterface<const char*> {};
 
-TEST_P(EndOfLinkedProgram, CallsOfItsThreadsStillReachTheTarget) {
+TEST_P(EndOfLinkedProgram, LinkedProgramEndsDuringCalls_CallsStillReachTheTarget) {
     for (int round = 0; round < 3; ++round) {
         SearchAndRemove(LogPath());
         const int status = StatusOf([] {

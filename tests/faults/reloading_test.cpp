@@ -153,7 +153,7 @@ TEST_F(Reloading, NoCallIsMade_LibraryCanBeUnloaded) {
 }
 
 // The library's fork handlers go with it.
-TEST_F(Reloading, LibraryIsGone_ForkWorks) {
+TEST_F(Reloading, LibraryIsUnloaded_ForkStillWorks) {
     EXPECT_TRUE(Survives([] {
         Library library;
         library->C_Logout(0);
@@ -167,7 +167,7 @@ TEST_F(Reloading, LibraryIsGone_ForkWorks) {
 }
 
 // The system has nothing of the library to call when a thread ends.
-TEST_F(Reloading, LibraryIsGone_ThreadThatCalledItEnds) {
+TEST_F(Reloading, LibraryIsUnloaded_ThreadThatCalledItCanEnd) {
     EXPECT_TRUE(Survives([] {
         Library library;
         std::barrier called(2), unloaded(2);

@@ -32,7 +32,7 @@ TEST(CallReader, EventsAreJoinedByRunAndCall) {
     EXPECT_TRUE(log[3].IsUnfinished());
 }
 
-TEST(CallReader, LogComesInPiecesOfAnySize) {
+TEST(CallReader, LogInPiecesOfAnySize_GivesTheSameCalls) {
     const std::string log = Event(true, 1) + "\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }\n" +
                             Event(false, 1) + "\n10:15:31 01234-567:FINILogout CKR_OK12345clks {}";
     for (std::size_t size = 1; size < 40; ++size) {
@@ -48,7 +48,7 @@ TEST(CallReader, LogComesInPiecesOfAnySize) {
     }
 }
 
-TEST(CallReader, GrowingLogGivesEachCallOnceAndTellsWhatIsOpen) {
+TEST(CallReader, GrowingLog_GivesEachCallOnceAndShowsCallsInProgress) {
     CollectedCalls collected;
     CallReader reader(collected);
     const auto openCount = [&] {

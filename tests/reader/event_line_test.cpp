@@ -30,7 +30,7 @@ bool Read(std::string_view line, Record& record) {
     return isRead;
 }
 
-TEST(EventLine, EndEventGivesAllFields) {
+TEST(EventLine, EndEventHasAllFields) {
     const CollectedCalls log = ReadLog(Joined({kStart, "\n", kEnd, "\n"}));
     ASSERT_EQ(log.calls.size(), 1U);
     const Call& call = log[0];
@@ -52,7 +52,7 @@ TEST(EventLine, EndEventGivesAllFields) {
     EXPECT_FALSE(call.IsError());
 }
 
-TEST(EventLine, ChildrenComeBackAsValues) {
+TEST(EventLine, ChildrenOfAnEventAreReadAsValues) {
     const std::string line =
         R"({"event":"end","time":"2026-11-21T12:33:45Z","ns":1,"run":"a-1","pid":1,"tid":2,"call":3,"function":"C_X","rv":4660,"result":"CKR_UNKNOWN","in":[{"kind":"ULong","name":"cnt","value":"18446744073709551615"},{"kind":"ByteString","size":3,"hex":"00fF41"},{"kind":"ByteString","size":2,"text":"a\""},{"kind":"PIN","name":"Old"},{"kind":"ByteBoolean","name":"tknPresent","value":true},{"kind":"AttributeList","attributes":[{"type":"CKA_TOKEN","number":1,"size":1,"value":true},{"type":"CKA_CLASS","number":0,"size":8,"value":3},{"number":77,"unavailable":true}]}],"out":[{"kind":"SlotIDList","values":[4,5]},{"kind":"SlotInfo","flags":6}]})";
     const CollectedCalls log = ReadLog(line);
@@ -93,7 +93,7 @@ TEST(EventLine, ChildrenComeBackAsValues) {
     EXPECT_EQ(out[1].children[0].number, 6U);
 }
 
-TEST(EventLine, FieldsThatCallsAreSelectedByComeBack) {
+TEST(EventLine, FieldsThatSelectCallsAreRead) {
     const CollectedCalls log = ReadLog(
         R"({"event":"start","time":"2026-11-21T12:33:45.5Z","run":"a-1","pid":1,"tid":2,"call":3,"function":"C_X","slot":4,"session":5,"object":6,"user":7,"mechanism":"CKM_AES_GCM","mechanism_number":4231,"in":[]})");
     ASSERT_EQ(log.calls.size(), 1U);
@@ -107,7 +107,7 @@ TEST(EventLine, FieldsThatCallsAreSelectedByComeBack) {
     EXPECT_EQ(log[0].start.nanoseconds % kNanosecondsPerSecond, 500'000'000);
 }
 
-TEST(EventLine, EveryCutOfALineIsNoEvent) {
+TEST(EventLine, LineThatIsCutAnywhereIsNoEvent) {
     Record record;
     EXPECT_TRUE(Read(kStart, record));
     EXPECT_TRUE(Read(kEnd, record));
@@ -131,7 +131,7 @@ TEST(EventLine, LineWithSomethingBehindOrWithoutANeededFieldIsNoEvent) {
     }
 }
 
-TEST(EventLine, EventsMadeOfATextLogAreJoinedAsTheTextLog) {
+TEST(EventLine, EventsMadeFromATextLogAreJoinedLikeTextRecords) {
     const auto event = [](bool isStart, int thread, int session) {
         std::string line =
             isStart ? R"({"event":"start","time":"12:33:45")" : R"({"event":"end","time":"12:33:45")";
@@ -155,7 +155,7 @@ TEST(EventLine, EventsMadeOfATextLogAreJoinedAsTheTextLog) {
     EXPECT_FALSE(log[0].nanoseconds);
 }
 
-TEST(EventLine, EventWithARunButNoNumberOrTheOtherWayRoundIsNoEvent) {
+TEST(EventLine, EventWithOnlyARunOrOnlyANumberIsNoEvent) {
     Record record;
     const auto without = [](std::string_view member) {
         std::string line(kStart);

@@ -5,7 +5,7 @@
 namespace ckscribe {
 namespace {
 
-TEST(LatencyHistogram, EveryDurationLiesInItsBucketAndLessThanOnePercentFromItsMiddle) {
+TEST(LatencyHistogram, EveryDurationLiesInItsBucketAndDiffersLessThanOnePercentFromItsMiddle) {
     for (unsigned bits = 0; bits < 64; ++bits) {
         for (const std::uint64_t offset : {std::uint64_t{0}, std::uint64_t{1}, (std::uint64_t{1} << bits) - 1,
                                            (std::uint64_t{1} << bits) / 3}) {

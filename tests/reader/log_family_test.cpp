@@ -18,7 +18,7 @@ std::vector<Strings> Families(const Strings& paths) {
     return families;
 }
 
-TEST(LogFamily, GreaterNumbersAreOlder_InWhateverOrderTheyAreNamed) {
+TEST(LogFamily, FilesWithGreaterNumbersAreOlderInWhateverOrderTheyAreNamed) {
     const Strings oldestFirst = {"d/log.txt.10.gz", "d/log.txt.2.xz", "d/log.txt.1", "d/log.txt"};
     EXPECT_EQ(Families({"d/log.txt.1", "d/log.txt.10.gz", "d/log.txt", "d/log.txt.2.xz"}),
               (std::vector<Strings>{oldestFirst}));
@@ -26,7 +26,7 @@ TEST(LogFamily, GreaterNumbersAreOlder_InWhateverOrderTheyAreNamed) {
               (std::vector<Strings>{oldestFirst}));
 }
 
-TEST(LogFamily, DatesSortAsTimeDoes_AndTheLogItselfIsTheNewest) {
+TEST(LogFamily, FilesWithDatesAreSortedByTimeAndTheLogItselfIsTheNewest) {
     EXPECT_EQ(Families({"log-20261121.zst", "log", "log-20251231", "log-2026112115"}),
               (std::vector<Strings>{{"log-20251231", "log-20261121.zst", "log-2026112115", "log"}}));
     EXPECT_EQ(Families({"calls.log", "calls.log.2026-11-21", "calls.log.2026-11-20_2355"}),
@@ -38,14 +38,14 @@ TEST(LogFamily, LogsOfOtherNamesOrDirectoriesAreFamiliesOfTheirOwn) {
               (std::vector<Strings>{{"a/log.1", "a/log"}, {"b/log.1", "b/log"}, {"a/log2"}}));
 }
 
-TEST(LogFamily, NumberOfAProcessIsNoRotation) {
+TEST(LogFamily, FileWithAProcessNumberIsNoRotatedFile) {
     EXPECT_EQ(Families({"calls.log.15971", "calls.log.15972"}),
               (std::vector<Strings>{{"calls.log.15971"}, {"calls.log.15972"}}));
     EXPECT_EQ(Families({"host-12345678.log", "host-20269999.log"}),
               (std::vector<Strings>{{"host-12345678.log"}, {"host-20269999.log"}}));
 }
 
-TEST(LogFamily, StandardInputIsAFamilyOfItsOwnEachTime) {
+TEST(LogFamily, StandardInputIsAFamilyOfItsOwnEachTimeItIsNamed) {
     EXPECT_EQ(Families({"-", "log", "-"}), (std::vector<Strings>{{"-"}, {"log"}, {"-"}}));
 }
 

@@ -109,7 +109,7 @@ protected:
     TemporaryDirectory directory;
 };
 
-TEST_F(LogReadingTest, BlocksThatTwoThreadsTakeApartGiveTheSameAsTheWholeText) {
+TEST_F(LogReadingTest, BlocksThatTwoThreadsReadGiveTheSameCallsAsTheWholeText) {
     const std::string log = MixedLog(20 * LogBlocks::kSize);
     Described whole;
     CallReader reader(whole);
@@ -134,7 +134,7 @@ TEST_F(LogReadingTest, SinkThatThrowsEndsTheReading) {
     EXPECT_THROW(ReadLogs({path}, {}, sink), std::runtime_error);
 }
 
-TEST_F(LogReadingTest, PipeIsReadFromItsFirstByteAlsoWhereDatesAreNeeded) {
+TEST_F(LogReadingTest, PipeIsReadFromItsFirstByteEvenIfDatesAreNeeded) {
     const std::string log = MixedLog(3 * LogBlocks::kSize);
     Described expected;
     ReadLogs({Write("log", log)}, {}, expected);
@@ -153,7 +153,7 @@ TEST_F(LogReadingTest, PipeIsReadFromItsFirstByteAlsoWhereDatesAreNeeded) {
     }
 }
 
-TEST_F(LogReadingTest, ProgressEndsAtTheSizeOfAllThatIsRead) {
+TEST_F(LogReadingTest, ProgressEndsAtTheSizeOfAllFiles) {
     const std::string path = Write("log", MixedLog(3 * LogBlocks::kSize));
     for (const bool needsDates : {false, true}) {
         Described found;

@@ -17,7 +17,7 @@ std::vector<std::string_view> NamesOf(const PrintedFunction* printed) {
 
 using Names = std::vector<std::string_view>;
 
-TEST(RecordedFunctions, PrintedNamesLeadToExportedOnes) {
+TEST(RecordedFunctions, PrintedNameFindsItsExportedFunctions) {
     EXPECT_EQ(NamesOf(FindPrinted("Login")), Names{"C_Login"});
     EXPECT_EQ(NamesOf(FindPrinted("Sign")), Names{"C_Sign"});
     EXPECT_EQ(NamesOf(FindPrinted("Sign_Init")), Names{"C_SignInit"});
@@ -31,20 +31,20 @@ TEST(RecordedFunctions, PrintedNamesLeadToExportedOnes) {
     EXPECT_EQ(NamesOf(FindPrinted("GetFunctionList")), Names{"C_GetFunctionList"});
 }
 
-TEST(RecordedFunctions, FunctionsThatPrintTheSameNameComeWithTheStandardsFirst) {
+TEST(RecordedFunctions, OfFunctionsThatPrintTheSameNameTheStandardsComesFirst) {
     EXPECT_EQ(NamesOf(FindPrinted("FindObjects")), (Names{"C_FindObjects", "C_FindObjectsFinal"}));
     EXPECT_EQ(NamesOf(FindPrinted("OpenSession")), (Names{"C_OpenSession", "CA_OpenSession"}));
     EXPECT_EQ(NamesOf(FindPrinted("GetSessionInfo")), (Names{"C_GetSessionInfo", "CA_GetSessionInfo"}));
     EXPECT_EQ(NamesOf(FindPrinted("WaitForSlotEvent")), (Names{"C_WaitForSlotEvent", "CA_WaitForSlotEvent"}));
 }
 
-TEST(RecordedFunctions, OldFormatsWordsMeanTheSame) {
+TEST(RecordedFunctions, WordsOfTheOldFormatFindTheSameFunctionAsTheNameOfTheNewFormat) {
     EXPECT_EQ(FindPrinted("Sign", "Init"), FindPrinted("Sign_Init"));
     EXPECT_EQ(FindPrinted("Login", "None"), FindPrinted("Login"));
     EXPECT_EQ(FindPrinted("Sign_Init", "None"), nullptr);
 }
 
-TEST(RecordedFunctions, WhatNoRecordPrintsIsNotFound) {
+TEST(RecordedFunctions, NameThatNoRecordPrintsIsNotFound) {
     for (const char* const name : {"", "C_Login", "SignInit", "login", "Login_Init", "CA_GetTSV"})
         EXPECT_EQ(FindPrinted(name), nullptr) << name;
 }

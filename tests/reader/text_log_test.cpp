@@ -50,7 +50,7 @@ Strings CallsOf(const CollectedCalls& log) {
 
 std::int64_t Seconds(const Moment& moment) { return moment.nanoseconds / kNanosecondsPerSecond; }
 
-TEST(NewTextLog, SerialNumberOfHexadecimalDigits_IsText) {
+TEST(NewTextLog, SerialNumberOfHexadecimalDigitsIsReadAsAText) {
     const std::string blanks(31, ' ');
     const CollectedCalls log =
         ReadLog("\n10:15:30 01234-567:FINIGetTokenInfo CKR_OK1clks {Ptr=0x1 TokenInfo={\"t" + blanks +
@@ -65,7 +65,7 @@ TEST(NewTextLog, SerialNumberOfHexadecimalDigits_IsText) {
     EXPECT_TRUE(serial.isText);
 }
 
-TEST(NewTextLog, RecordsBecomeCalls) {
+TEST(NewTextLog, StartAndEndRecordsOfTheNewFormatBecomeCalls) {
     const CollectedCalls log = ReadLog(kNewLog);
     EXPECT_EQ(log.stretches.size(), 0U);
     EXPECT_EQ(CallsOf(log), (Strings{"C_OpenSession 3 4 CKR_OK", "C_Login 6 7 CKR_PIN_INCORRECT",
@@ -92,7 +92,7 @@ TEST(NewTextLog, RecordsBecomeCalls) {
     EXPECT_EQ(in[1].children[1].bytes, "a \"} b");
 }
 
-TEST(OldTextLog, RecordsBecomeCalls) {
+TEST(OldTextLog, StartAndEndRecordsOfTheOldFormatBecomeCalls) {
     const CollectedCalls log = ReadLog(kOldLog);
     EXPECT_EQ(log.stretches.size(), 0U);
     EXPECT_EQ(CallsOf(log), (Strings{"C_OpenSession 2 8 CKR_OK", "C_FindObjectsInit 13 23 CKR_UNKNOWN"}));
@@ -110,7 +110,7 @@ TEST(OldTextLog, RecordsBecomeCalls) {
     EXPECT_EQ(in[1].children[1].bytes, "a\"b");
 }
 
-TEST(MixedLog, RecordsOfBothFormatsAndEventsStandInOneFile) {
+TEST(MixedLog, RecordsOfBothFormatsAndEventsInOneFileAreRead) {
     std::string text(kNewLog);
     text += kOldLog;
     text +=
@@ -137,7 +137,7 @@ std::vector<std::size_t> EndsOfRecords(std::string_view log) {
     return ends;
 }
 
-TEST(CutLog, EveryCutLeavesTheRecordsBeforeIt) {
+TEST(CutLog, LogThatEndsAnywhereGivesTheRecordsBeforeItsEnd) {
     for (const std::string_view whole : {kNewLog, kOldLog}) {
         const std::vector<std::size_t> ends = EndsOfRecords(whole);
         ASSERT_EQ(ends.size(), whole == kOldLog ? 4U : 7U);
@@ -156,7 +156,7 @@ TEST(CutLog, EveryCutLeavesTheRecordsBeforeIt) {
     }
 }
 
-TEST(CutLog, LogThatStartsAnywhereGivesTheRecordsAfterIt) {
+TEST(CutLog, LogThatStartsAnywhereGivesTheRecordsAfterItsStart) {
     for (const std::string_view whole : {kNewLog, kOldLog}) {
         for (std::size_t begin = 1; begin < whole.size(); ++begin) {
             const CollectedCalls log = ReadLog(whole.substr(begin));
@@ -171,7 +171,7 @@ TEST(CutLog, LogThatStartsAnywhereGivesTheRecordsAfterIt) {
     }
 }
 
-TEST(DamagedLog, ForeignLinesAreOneStretchUntilARecordFollows) {
+TEST(DamagedLog, ForeignLinesUpToTheNextRecordAreOneStretch) {
     const CollectedCalls log = ReadLog(
         "hello\nworld\n\nagain\n\n10:15:30 01234-567:STRTLogout {Sesn=5 }\noops"
         "\n10:15:30 01234-567:FINILogout CKR_OK1clks {}\n10:15:30 01234-567:STRTLogout {Sesn=5");
@@ -185,7 +185,7 @@ TEST(DamagedLog, ForeignLinesAreOneStretchUntilARecordFollows) {
     EXPECT_EQ(log.beginnings, (Strings{"hello", "oops", "10:15:30 01234-567:STRTLogout {Sesn=5"}));
 }
 
-TEST(DamagedLog, HeadWithAnyByteChangedIsReadOrCounted) {
+TEST(DamagedLog, RecordWithAnyByteOfItsHeadChangedIsReadOrCountedAsUnreadable) {
     const std::string record = "10:15:30 01234-567:FINILogout ***CKR_PIN_INCORRECT***1clks {}\n";
     for (std::size_t i = 0; i + 1 < record.size(); ++i) {
         for (int bit = 0; bit < 8; ++bit) {
@@ -210,7 +210,7 @@ TEST(OldTextLog, RecordWithADateThatDoesNotExistIsUnreadable) {
     }
 }
 
-TEST(TextLog, ChildrenTellFunctionsOfOneNameApart) {
+TEST(TextLog, ChildrenDecideBetweenFunctionsThatPrintOneName) {
     const CollectedCalls log = ReadLog(
         "10:15:30 00001-001:STRTFindObjects {Sesn=5 10 }\n"
         "10:15:30 00001-001:FINIFindObjects CKR_OK1clks {ObjHndLst={Obj=3 } 1 }\n"
@@ -280,7 +280,7 @@ TEST(TextLog, CallsOfTheOldFormatAreJoinedByProcessAndFunctionWithTheNewestStart
 }
 
 // The length of this text is printed, therefore the text may hold lines that look like records.
-TEST(TextLog, TextWithALengthMayHoldWholeRecords) {
+TEST(TextLog, TextWithALengthThatHoldsWholeRecordsIsReadAsAText) {
     const std::string fake = "x\") } \n\n10:15:30 00001-001:STRTLogout {Sesn=5 }\n\nCommand(Logout";
     const std::string length = std::to_string(fake.size());
     std::string text = "10:15:30 00001-001:STRTLogVerifyFile {Sesn=1 Ptr=0x1 (";
@@ -306,7 +306,7 @@ TEST(TextLog, TimeOfDayThatStepsBackBeginsANewDay) {
     EXPECT_EQ(days, (std::vector<std::int64_t>{0, 1, 0, 1, 1, 1, 2}));
 }
 
-TEST(LongLine, ValueIsKeptAsItsSizeAndBeginning) {
+TEST(LongLine, ValueInAVeryLongLineIsKeptAsItsSizeAndBeginning) {
     constexpr std::size_t kSize = 20 << 20;
     const std::string hex = [] {
         std::string digits;
@@ -331,7 +331,7 @@ TEST(LongLine, ValueIsKeptAsItsSizeAndBeginning) {
     }
 }
 
-TEST(LongLine, EventIsStillAnEvent) {
+TEST(LongLine, EventInAVeryLongLineIsStillAnEvent) {
     std::string line =
         R"({"event":"start","time":"2026-11-21T12:33:45Z","run":"a-1","pid":1,"tid":2,"call":1,"function":"C_Sign","in":[{"kind":"ByteString","size":9000000,"text":")";
     for (int i = 0; i < 3'000'000; ++i) line += "\\\"a";
@@ -344,7 +344,7 @@ TEST(LongLine, EventIsStillAnEvent) {
     EXPECT_EQ(data.bytes->substr(0, 4), "\"a\"a");
 }
 
-TEST(LongLine, LineWithoutAnEndCostsBoundedMemory) {
+TEST(LongLine, LineWithoutAnEndIsOneStretchAndKeepsOnlyItsBeginning) {
     CollectedCalls log;
     CallReader reader(log);
     const std::string piece(1 << 20, 'x');

@@ -106,13 +106,13 @@ TEST(CallLine, CallWithoutEnd_HasAQuestionMarkForItsResult) {
         "02:03:04.005 8 C_WaitForSlotEvent(flags=0x1) = ?");
 }
 
-TEST(CallLine, CallOfATextLog_LacksWhatTheLogLacks) {
+TEST(CallLine, CallOfATextLog_HasNeitherFractionsOfASecondNorADuration) {
     EXPECT_EQ(LineOf("\n12:33:45 15971--2096527296:STRTLogin {Sesn=1 User=1 PIN=\"********\" }\n"
                      "12:33:45 15971--2096527296:FINILogin CKR_OK7288clks {}\n"),
               "12:33:45 -2096527296 C_Login(session=1, user=1, PIN=********) = CKR_OK");
 }
 
-TEST(CallLine, LocalTime_IsThatOfTheTimeZone) {
+TEST(CallLine, LocalTime_IsTheTimeOfTheTimeZone) {
     setenv("TZ", "XXX-05:30", 1);
     tzset();
     const std::vector<KeptCall> calls = CallsIn(EndEvent(R"("in":[],"out":[])"));
@@ -155,7 +155,7 @@ TEST(CallLine, LongValues_ShowTheirBeginningAndSize) {
               "objects=[" + shown + " ... 40 in all]");
 }
 
-TEST(CallLine, TextThatCommandsATerminal_IsWrittenInAnotherWay) {
+TEST(CallLine, TextThatCommandsATerminal_IsWrittenAsEscapes) {
     EXPECT_EQ(In(R"({"kind":"ByteString","size":9,"text":"\u001b[2J\n\u009b\u202eé"})"),
               R"("\x1b[2J\x0a\xc2\x9b\xe2\x80\xaeé")");
 }

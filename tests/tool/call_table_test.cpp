@@ -44,7 +44,7 @@ TEST(CallTable, Table_HasALineForEachFunctionTheSlowestFirstAndTheTotal) {
               "0.098828    0.100000\n");
 }
 
-TEST(CallTable, NoCalls_GiveATotalOfZero) {
+TEST(CallTable, TableWithoutCalls_HasATotalOfZero) {
     EXPECT_EQ(CallTable().Text(),
               "function     calls    errors      total s      mean s       p50 s       p95 s       p99 s     "
               "  max s\n"

@@ -46,7 +46,7 @@ extern "C" int __wrap_statvfs(const char*, struct statvfs* system) {
     return 0;
 }
 
-TEST(CheckSpace, NoRoomLeft_IsWrong) {
+TEST(CheckSpace, FullFileSystem_IsWrong) {
     blockCount = 1000000;
     blocksLeft = 0;
     const auto found = FindingsAboutLog();
@@ -57,7 +57,7 @@ TEST(CheckSpace, NoRoomLeft_IsWrong) {
     EXPECT_EQ(found[0].remedy, "Make room, or name a file elsewhere.");
 }
 
-TEST(CheckSpace, LessThan100MebibytesLeft_IsNoted) {
+TEST(CheckSpace, FileSystemWithLessThan100MebibytesLeft_IsNoted) {
     blockCount = 1000000;
     blocksLeft = 100 * 256 - 1;
     const auto found = FindingsAboutLog();
@@ -66,7 +66,7 @@ TEST(CheckSpace, LessThan100MebibytesLeft_IsNoted) {
     EXPECT_EQ(found[0].what, "There are 99 MiB free where LOG lies.");
 }
 
-TEST(CheckSpace, MoreRoomLeft_IsWell) {
+TEST(CheckSpace, FileSystemWith100MebibytesLeft_IsWell) {
     blockCount = 1000000;
     blocksLeft = 100 * 256;
     EXPECT_TRUE(FindingsAboutLog().empty());

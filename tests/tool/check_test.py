@@ -33,7 +33,7 @@ NAME_TARGET = "Name the PKCS#11 library of the device: LibUNIX64 = PATH;"
 
 
 class SetUp(unittest.TestCase):
-    """A directory with a configuration, a target and the library, all of them readable by everybody who finds them."""
+    """A test has a directory with a configuration, a target and the library. Everybody who finds them can read them."""
 
     def setUp(self):
         self.directory = pathlib.Path(tempfile.mkdtemp(prefix="ckscribe-check."))
@@ -46,7 +46,7 @@ class SetUp(unittest.TestCase):
         self.user = None
 
     def entries(self, **changed):
-        """Lines of a section in which all is well; a change to None leaves the key out."""
+        """Returns the lines of a section in which all is well. A change to None leaves the key out."""
         values = {
             "LibUNIX64": self.target,
             "Enabled": 1,
@@ -66,7 +66,7 @@ class SetUp(unittest.TestCase):
         (self.directory / "Wendrafil.conf").write_bytes(data)
 
     def give_to_nobody(self):
-        """From here on check and application run as a user who may enter the directory and not write to it."""
+        """Makes check and the application run as a user who may enter the directory but not write to it."""
         self.directory.chmod(0o711)
         for file in (self.directory / "Wendrafil.conf", self.target):
             if file.exists():
@@ -77,7 +77,7 @@ class SetUp(unittest.TestCase):
         return {"user": NOBODY, "group": NOBODY, "extra_groups": []} if self.user else {}
 
     def check(self, *options):
-        """The findings, without those that are well."""
+        """Returns all findings. Expects that check creates and changes nothing."""
         environment = {key: value for key, value in os.environ.items() if key != VARIABLE} | self.environment
         tool = TOOL
         if self.user:
@@ -126,14 +126,14 @@ class SetUp(unittest.TestCase):
         return json.loads(done.stdout)
 
     def assert_reached(self):
-        """The application's calls reach the target."""
+        """Expects that the application's calls reach the target."""
         self.assertEqual(self.run_application(), dict.fromkeys(FUNCTIONS, 0))
 
     def assert_unreached(self):
         self.assertEqual(self.run_application(), dict.fromkeys(FUNCTIONS, UNREACHED))
 
     def assert_logged(self, functions, log=None):
-        """The application's calls reach the target, and the log, in the new format, holds just these."""
+        """Expects that the application's calls reach the target, and that the log, in the new format, holds just these."""
         self.assert_reached()
         self.assertEqual(self.functions_in(log or self.log), functions)
 
@@ -141,32 +141,32 @@ class SetUp(unittest.TestCase):
         return sorted(name.decode().replace("_", "") for name in re.findall(rb"STRT(\w+)", log.read_bytes()))
 
     def assert_no_log(self):
-        """The application's calls reach the target, and nothing is written."""
+        """Expects that the application's calls reach the target, and that nothing is written."""
         self.assert_reached()
         self.assertFalse(self.log.exists())
 
     def assert_defaults(self):
-        """The library reads no key at all: neither target nor log is there."""
+        """Expects that the library reads no key at all: there is neither target nor log."""
         self.assert_unreached()
         self.assertFalse(self.log.exists())
 
 
 class Place(SetUp):
-    def test_no_configuration(self):
+    def test_missing_file_is_wrong_and_every_setting_has_its_default(self):
         path = self.directory / "Wendrafil.conf"
         self.assert_found("wrong", "configuration", None,
                           f"{path} cannot be read: there is no such file. Every setting has its default, and nothing is logged.",
                           f"Create it, or set {VARIABLE} to the folder of another Wendrafil.conf.")
         self.assert_defaults()
 
-    def test_default_place(self):
+    def test_file_under_etc_is_named_when_the_variable_is_not_set(self):
         del self.environment[VARIABLE]
         environment = {key: value for key, value in os.environ.items() if key != VARIABLE}
         done = subprocess.run([TOOL, "check"], capture_output=True, text=True, env=environment, timeout=60)
         self.assertTrue(done.stdout.startswith(
             f"ok    configuration: /etc/Wendrafil.conf is the file, since {VARIABLE} is not set.\n"), done.stdout)
 
-    def test_directory_of_variable_is_missing(self):
+    def test_variable_that_names_a_missing_folder_is_wrong(self):
         self.write(self.section())
         self.environment[VARIABLE] = str(self.directory / "missing")
         self.assert_found("wrong", "configuration", None,
@@ -175,7 +175,7 @@ class Place(SetUp):
                           f"Set {VARIABLE} to the folder of Wendrafil.conf.")
         self.assert_defaults()
 
-    def test_variable_names_the_file(self):
+    def test_variable_that_names_the_file_is_wrong(self):
         self.write(self.section())
         path = self.directory / "Wendrafil.conf"
         self.environment[VARIABLE] = str(path)
@@ -184,7 +184,7 @@ class Place(SetUp):
                           f"{path}/Wendrafil.conf.", f"Set {VARIABLE}={self.directory}")
         self.assert_defaults()
 
-    def test_variable_is_longer_than_256_characters(self):
+    def test_variable_of_more_than_256_characters_is_wrong(self):
         folder = self.directory / ("a" * 120) / ("b" * 120) / ("c" * 60)
         folder.mkdir(parents=True)
         self.write(self.section())
@@ -195,7 +195,7 @@ class Place(SetUp):
                           f"{str(folder)[:256]}/Wendrafil.conf.", "Choose a folder with a shorter path.")
         self.assert_defaults()
 
-    def test_configuration_is_unreadable(self):
+    def test_unreadable_file_is_wrong_and_its_owner_is_named(self):
         self.write(self.section())
         self.give_to_nobody()
         path = self.directory / "Wendrafil.conf"
@@ -207,7 +207,7 @@ class Place(SetUp):
                                r"Every setting has its default, and nothing is logged\.\Z")
         self.assert_defaults()
 
-    def test_configuration_is_empty(self):
+    def test_empty_file_is_wrong(self):
         self.write("")
         path = self.directory / "Wendrafil.conf"
         self.assert_found("wrong", "configuration", None,
@@ -216,7 +216,7 @@ class Place(SetUp):
                           "WendrafilConfigurationPath to the folder of another Wendrafil.conf.")
         self.assert_defaults()
 
-    def test_configuration_is_a_directory(self):
+    def test_directory_in_place_of_the_file_is_wrong(self):
         (self.directory / "Wendrafil.conf").mkdir()
         self.assert_found("wrong", "configuration", None,
                           f"{self.directory}/Wendrafil.conf cannot be read: it is a directory. Every setting has its default, "
@@ -225,7 +225,7 @@ class Place(SetUp):
                           "Wendrafil.conf.")
         self.assert_defaults()
 
-    def test_a_byte_0_ends_the_configuration(self):
+    def test_byte_0_is_wrong_because_it_ends_the_text(self):
         text = self.section(Enabled=None).encode()
         before = text.index(b"   File")
         self.write(text[:before] + b"\0" + text[before:])
@@ -234,21 +234,21 @@ class Place(SetUp):
                           "Save it as plain text (UTF-8).")
         self.assert_no_log()
 
-    def test_named_file(self):
+    def test_file_of_another_name_is_noted_as_one_that_the_library_does_not_read(self):
         self.write(self.section())
         other = self.directory / "other.conf"
         (self.directory / "Wendrafil.conf").rename(other)
         self.assert_found("note", "configuration", None, "The library reads only files of the name Wendrafil.conf.",
                           f"Rename it before {VARIABLE} names its folder.", ["--config", str(other)])
 
-    def test_named_directory(self):
+    def test_folder_on_the_command_line_stands_for_its_file(self):
         self.write(self.section())
         del self.environment[VARIABLE]
         self.assert_found("ok", "configuration", None,
                           f"{self.directory}/Wendrafil.conf is the file that was named on the command line.",
                           options=["--config", str(self.directory)])
 
-    def test_configuration_that_everybody_may_change(self):
+    def test_file_that_everybody_may_change_is_noted(self):
         self.write(self.section())
         self.directory.chmod(0o755)
         path = self.directory / "Wendrafil.conf"
@@ -259,7 +259,7 @@ class Place(SetUp):
 
 
 class Syntax(SetUp):
-    def test_tabs_before_keys(self):
+    def test_tab_before_a_key_is_wrong(self):
         self.write(self.section().replace("   ", "\t"))
         found = self.assert_found("wrong", "Enabled", 3,
                                   "This does not count: a tab stands before the name, and a key is not found after a tab.",
@@ -268,14 +268,14 @@ class Syntax(SetUp):
                          [2, 3, 4, 5, 6, 7, 8])
         self.assert_defaults()
 
-    def test_tab_before_the_section(self):
+    def test_tab_before_the_section_is_wrong(self):
         self.write("\t" + self.section())
         self.assert_found("wrong", "CkLog2", 1,
                           "A tab stands before the section's name: there is no section CkLog2, every setting has its default, "
                           "and nothing is logged.", 'Begin the line with "CkLog2 = {", without a tab.')
         self.assert_defaults()
 
-    def test_wrong_section_name(self):
+    def test_misspelt_section_is_wrong_and_the_right_name_is_given(self):
         for name in ("CkLog", "cklog2", "CKLOG2", "Cklog2"):
             with self.subTest(name):
                 self.write("Misc = {\n}\n" + self.section().replace("CkLog2", name))
@@ -284,14 +284,14 @@ class Syntax(SetUp):
                                   "every setting has its default, and nothing is logged.", "Call it CkLog2.")
                 self.assert_defaults()
 
-    def test_no_section(self):
+    def test_missing_section_is_wrong(self):
         self.write("Misc = {\n   Apache = 1;\n}\n")
         self.assert_found("wrong", "CkLog2", None,
                           "There is no section CkLog2 in the file: every setting has its default, and nothing is logged.",
                           'Begin the section with a line "CkLog2 = {", without a tab before it.')
         self.assert_defaults()
 
-    def test_ini_style(self):
+    def test_section_in_brackets_is_wrong(self):
         self.write("[CkLog2]\n" + self.entries().replace("   ", "").replace(";", ""))
         self.assert_found("wrong", "CkLog2", 1,
                           '"[CkLog2]" is not how a section begins here: there is no section CkLog2, every setting has its '
@@ -300,7 +300,7 @@ class Syntax(SetUp):
         self.assert_found("note", "Enabled", 3, "This does not count: there is no section CkLog2.")
         self.assert_defaults()
 
-    def test_section_in_tags(self):
+    def test_section_in_tags_is_wrong(self):
         self.write("<CkLog2>\n" + self.entries() + "</CkLog2>\n")
         self.assert_found("wrong", "CkLog2", 1,
                           '"<CkLog2>" is not how a section begins here: there is no section CkLog2, every setting has its '
@@ -309,7 +309,7 @@ class Syntax(SetUp):
         self.assert_found("note", "Enabled", 3, "This does not count: there is no section CkLog2.")
         self.assert_defaults()
 
-    def test_section_whose_name_stands_in_a_tag(self):
+    def test_section_name_in_a_tag_is_wrong(self):
         self.write(self.section().replace("CkLog2 = {", "<CkLog2> = {"))
         self.assert_found("wrong", "CkLog2", 1,
                           '"<" stands directly before the section\'s name: there is no section CkLog2, every setting has its '
@@ -317,20 +317,20 @@ class Syntax(SetUp):
                           'Begin the section with a line "CkLog2 = {", without a tab before it.')
         self.assert_defaults()
 
-    def test_colon_before_a_key(self):
+    def test_colon_before_a_key_is_wrong(self):
         self.write(self.section().replace("   Enabled", "   :Enabled"))
         self.assert_found("wrong", "Enabled", 3, 'This does not count: ":" stands directly before the name.',
                           "Take it away; there are no quotes and no marks before a name.")
         self.assert_no_log()
 
-    def test_section_without_equals(self):
+    def test_section_without_an_equals_sign_is_wrong(self):
         self.write(self.section().replace("CkLog2 = {", "CkLog2 {"))
         self.assert_found("wrong", "CkLog2", 1,
                           'Between "CkLog2" and "{" there is not just "=": there is no section CkLog2, every setting has its '
                           "default, and nothing is logged.")
         self.assert_defaults()
 
-    def test_byte_order_mark(self):
+    def test_byte_order_mark_is_noted_and_hides_the_section(self):
         self.write(b"\xef\xbb\xbf" + self.section().encode())
         self.assert_found("note", "configuration", 1,
                           "The file begins with a byte order mark (3 bytes), which is part of its first word.",
@@ -340,7 +340,7 @@ class Syntax(SetUp):
                           "section CkLog2, every setting has its default, and nothing is logged.")
         self.assert_defaults()
 
-    def test_two_sections(self):
+    def test_second_section_of_the_name_is_wrong_and_does_not_count(self):
         self.write(self.section() + self.section(Enabled=0))
         self.assert_found("wrong", "CkLog2", 10,
                           "This is another section of this name: only the one on line 1 counts.", "Put all keys into one section.")
@@ -348,13 +348,13 @@ class Syntax(SetUp):
                           "This does not count: it does not stand in the section that begins on line 1.")
         self.assert_logged(FUNCTIONS)
 
-    def test_two_keys(self):
+    def test_second_entry_of_a_key_is_wrong_and_does_not_count(self):
         self.write(self.section().replace("   Enabled", "   Enabled = 0;\n   Enabled"))
         self.assert_found("wrong", "Enabled", 4, "This does not count: the first of its name counts, on line 3.",
                           "Delete one of the two.")
         self.assert_no_log()
 
-    def test_closing_brace_in_a_value(self):
+    def test_closing_brace_in_a_value_is_wrong_because_it_ends_the_section(self):
         self.write(self.section(File=f"{self.directory}/a}}b.txt"))
         self.assert_found("wrong", "File", 5,
                           f'A "}}" stands in the value and ends the section: the value is "{self.directory}/a", and what stands '
@@ -364,21 +364,21 @@ class Syntax(SetUp):
                           "Move it into the section.")
         self.assert_logged(FUNCTIONS, self.directory / "a")
 
-    def test_section_that_another_one_begins_in(self):
+    def test_section_that_begins_within_another_is_wrong(self):
         self.write("CkLog2 = {\n" + self.entries(Enabled=None) + "LBLib2 = {\n   Enabled = 1;\n}\n")
         self.assert_found("wrong", "LBLib2", 8,
                           'This section begins before a "}" has closed CkLog2 (line 1): its keys count as keys of CkLog2.',
                           'Close CkLog2 with a line "}" before it.')
         self.assert_logged(FUNCTIONS)
 
-    def test_commented_key_that_does_not_count(self):
+    def test_commented_key_that_does_not_count_is_noted(self):
         self.write(self.section().replace("   Enabled", "#Enabled"))
         self.assert_found("note", "Enabled", 3, 'This does not count: "#" stands directly before the name.',
                           "Take it away if the key is to count.")
         self.assert_found("wrong", "Enabled", None, "The key is missing: no log is written.", 'Write "Enabled = 1;" to have one.')
         self.assert_no_log()
 
-    def test_commented_key_that_counts(self):
+    def test_commented_key_that_counts_is_wrong(self):
         self.write(self.section().replace("   Enabled", "# Enabled = 0;\n   Enabled"))
         self.assert_found("wrong", "Enabled", 3,
                           "This line counts, although it begins like a comment: there are no comments, and a blank stands "
@@ -386,7 +386,7 @@ class Syntax(SetUp):
                           "Delete the line, or take away the mark before it if it is to count.")
         self.assert_no_log()
 
-    def test_commented_key_behind_the_one_that_counts(self):
+    def test_commented_key_behind_the_one_that_counts_is_noted(self):
         self.write(self.section().replace("   Error", "   # Enabled = 0;\n   Error"))
         self.assert_found("note", "Enabled", 6,
                           "This does not count: the first of its name counts, on line 3. Without that one this line would "
@@ -395,19 +395,19 @@ class Syntax(SetUp):
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_comment_with_a_key_that_would_not_be_found(self):
+    def test_commented_key_that_the_library_would_not_find_is_noted(self):
         self.write(self.section().replace("   Error", "   # Enabled\t= 0;\n   Error"))
         self.assert_found("note", "Enabled", 6, 'This does not count: a tab stands between the name and "=".')
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_semicolon_in_a_value(self):
+    def test_text_behind_a_semicolon_is_noted(self):
         self.write(self.section(File=f"{self.log};old.txt"))
         self.assert_found("note", "CkLog2", 5, '"old.txt" does not count: the ";" before it ends the value.',
                           'Choose a value without ";".')
         self.assert_logged(FUNCTIONS)
 
-    def test_key_inside_an_earlier_value(self):
+    def test_key_inside_an_earlier_value_is_wrong_because_it_counts(self):
         self.write(self.section().replace("   Enabled", "   Comment = set Enabled = 0 to stop;\n   Enabled"))
         self.assert_found("wrong", "Enabled", 3,
                           'The key stands inside the value of Comment, and counts: the value is "0 to stop".',
@@ -415,7 +415,7 @@ class Syntax(SetUp):
         self.assert_found("wrong", "Enabled", 4, "This does not count: the first of its name counts, on line 3.")
         self.assert_no_log()
 
-    def test_unknown_key(self):
+    def test_unknown_key_is_wrong_when_it_is_like_a_missing_one_and_else_noted(self):
         self.write(self.section().replace("Enabled", "Enabeld").replace("   Announce", "   Colour = 1;\n   Announce"))
         self.assert_found("wrong", "Enabeld", 3,
                           'The library knows no key of this name. The nearest one that it knows is "Enabled".',
@@ -424,7 +424,7 @@ class Syntax(SetUp):
                           'The library knows no key of this name. The nearest one that it knows is "Error".')
         self.assert_no_log()
 
-    def test_blank_or_another_character_in_the_middle_of_a_key(self):
+    def test_blank_or_another_character_inside_a_key_is_wrong(self):
         for name in ("Ena bled", "Ena\tbled", "Ena/bled"):
             with self.subTest(name):
                 self.write(self.section().replace("Enabled", name))
@@ -436,37 +436,37 @@ class Syntax(SetUp):
         self.assertEqual([finding for finding in self.check() if finding["about"].startswith("ten")], [])
         self.assert_logged(FUNCTIONS)
 
-    def test_key_in_lower_case(self):
+    def test_key_in_lower_case_is_wrong(self):
         self.write(self.section().replace("Enabled", "enabled"))
         self.assert_found("wrong", "enabled", 3,
                           'The library knows no key of this name. The nearest one that it knows is "Enabled".')
         self.assert_no_log()
 
-    def test_colon_for_equals(self):
+    def test_colon_in_place_of_the_equals_sign_is_wrong(self):
         self.write(self.section().replace("Enabled =", "Enabled:"))
         self.assert_found("wrong", "Enabled", 3, 'This does not count: a ":" follows the name and no "=".',
                           'Write "Enabled = 1;".')
         self.assert_no_log()
 
-    def test_no_equals(self):
+    def test_missing_equals_sign_is_noted(self):
         self.write(self.section().replace("Enabled =", "Enabled"))
         self.assert_found("note", "Enabled", 3, 'This does not count: no "=" follows the name.')
         self.assert_no_log()
 
-    def test_tab_between_name_and_equals(self):
+    def test_tab_between_name_and_equals_sign_is_wrong(self):
         self.write(self.section().replace("Enabled =", "Enabled\t="))
         self.assert_found("wrong", "Enabled", 3, 'This does not count: a tab stands between the name and "=".',
                           "Put a space there.")
         self.assert_no_log()
 
-    def test_quotes_around_a_name(self):
+    def test_quotes_around_a_name_are_wrong(self):
         self.write(self.section().replace("Enabled", '"Enabled"'))
         self.assert_found("wrong", "Enabled", 3, 'This does not count: "\\"" stands directly before the name.')
         self.assert_no_log()
 
 
 class Values(SetUp):
-    def test_enabled_is_a_word(self):
+    def test_word_for_enabled_is_wrong_because_it_counts_as_0(self):
         for word in ("true", "yes", "on", "'1'"):
             with self.subTest(word):
                 self.write(self.section(Enabled=word))
@@ -474,49 +474,49 @@ class Values(SetUp):
                                   'Write "Enabled = 1;" or "Enabled = 0;".')
                 self.assert_no_log()
 
-    def test_enabled_is_missing(self):
+    def test_missing_enabled_is_wrong_because_no_log_is_written(self):
         self.write(self.section(Enabled=None))
         self.assert_found("wrong", "Enabled", None, "The key is missing: no log is written.", 'Write "Enabled = 1;" to have one.')
         self.assert_no_log()
 
-    def test_enabled_is_0(self):
+    def test_enabled_0_is_noted_because_no_log_is_written(self):
         self.write(self.section(Enabled=0))
         self.assert_found("note", "Enabled", 3, "It is 0: no log is written.", 'Write "Enabled = 1;" to have one.')
         self.assert_well()
         self.assert_no_log()
 
-    def test_enabled_is_0_beside_events(self):
+    def test_enabled_0_is_well_when_events_are_written(self):
         self.write(self.section(Enabled=0, Events=f"{self.directory}/events.jsonl"))
         self.assert_found("ok", "Enabled", 3, "It is 0: events are written, and no log.")
         self.write(self.section(Enabled=None, Events=f"{self.directory}/events.jsonl"))
         self.assert_found("ok", "Enabled", None, "The key is missing: events are written, and no log.")
         self.assert_well()
 
-    def test_misspelt_mask(self):
+    def test_unknown_class_in_the_mask_is_wrong_and_the_nearest_one_is_given(self):
         self.write(self.section(LoggingMask="SESION_FUNC|SIGN_VERIFY_FUNC"))
         self.assert_found("wrong", "LoggingMask", 9, '"SESION_FUNC" is no class and is ignored (capitals matter).',
                           'Write "LoggingMask = SESSION_FUNC|SIGN_VERIFY_FUNC;".')
         self.assert_logged(["SignFinal"])
 
-    def test_mask_in_lower_case(self):
+    def test_mask_in_lower_case_is_wrong_and_logs_nothing(self):
         self.write(self.section(LoggingMask="session_func"))
         self.assert_found("wrong", "LoggingMask", 9, '"session_func" is no class and is ignored (capitals matter).',
                           'Write "LoggingMask = SESSION_FUNC;".')
         self.assert_found("ok", "LoggingMask", 9, "The mask is 0x0 and logs 0 of the 295 functions.")
         self.assert_logged([])
 
-    def test_empty_mask(self):
+    def test_empty_mask_is_wrong_because_nothing_is_logged(self):
         self.write(self.section(LoggingMask=""))
         self.assert_found("wrong", "LoggingMask", 9, "The mask is empty: nothing is logged.")
         self.assert_logged([])
 
-    def test_mask_of_none(self):
+    def test_mask_none_is_noted_because_nothing_is_logged(self):
         self.write(self.section(LoggingMask="NONE"))
         self.assert_found("note", "LoggingMask", 9, "NONE is the name of no class: nothing is logged.")
         self.assert_well()
         self.assert_logged([])
 
-    def test_mask_with_commas(self):
+    def test_commas_between_classes_are_wrong(self):
         self.write(self.section(LoggingMask="SESSION_FUNC, SIGN_VERIFY_FUNC,OBJ_MNGMNT_FUNC"))
         self.assert_found("wrong", "LoggingMask", 9,
                           '"SESSION_FUNC,", "SIGN_VERIFY_FUNC,OBJ_MNGMNT_FUNC" are no class and are ignored (commas do not stand '
@@ -524,13 +524,13 @@ class Values(SetUp):
                           'Write "LoggingMask = SESSION_FUNC|SIGN_VERIFY_FUNC|OBJ_MNGMNT_FUNC;".')
         self.assert_logged([])
 
-    def test_mask_of_more_than_12_words(self):
+    def test_mask_of_more_than_12_words_is_wrong(self):
         self.write(self.section(LoggingMask="MISC_FUNC " * 12 + "SESSION_FUNC"))
         self.assert_found("wrong", "LoggingMask", 9, "The mask has 13 words, and those after the 12th do not count.",
                           "Name each class once; ALL_FUNC stands for all of them.")
         self.assert_logged([])
 
-    def test_mask_and_its_functions(self):
+    def test_mask_is_shown_with_the_number_of_functions_that_it_logs(self):
         self.write(self.section(LoggingMask="SESSION_FUNC | SIGN_VERIFY_FUNC", LoggingLevel="ADMIN"))
         self.assert_found("ok", "LoggingMask", 9, "The mask is 0x4400, the level ADMIN, and logs 2 of the 295 functions.")
         self.assert_logged(["Logout"])
@@ -538,14 +538,14 @@ class Values(SetUp):
         self.assert_found("ok", "LoggingMask", None,
                           "The mask is missing, which stands for 0x20000 and logs 294 of the 295 functions.")
 
-    def test_level_in_lower_case(self):
+    def test_level_in_lower_case_is_wrong(self):
         self.write(self.section(LoggingLevel="admin"))
         self.assert_found("wrong", "LoggingLevel", 9,
                           '"admin" is none of DESTROY, MODIFY and ADMIN (capitals matter): calls of every level are logged.',
                           'Write "LoggingLevel = ADMIN;".')
         self.assert_logged(FUNCTIONS)
 
-    def test_level_with_a_comment_behind_it(self):
+    def test_comment_behind_a_level_is_wrong(self):
         self.write(self.section(LoggingLevel="DESTROY # only these"))
         self.assert_found("wrong", "LoggingLevel", 9,
                           'There are no comments: " # only these" is part of the value, which is no level then. Calls of every '
@@ -553,19 +553,19 @@ class Values(SetUp):
                           'Write "LoggingLevel = DESTROY;".')
         self.assert_logged(FUNCTIONS)
 
-    def test_level_with_a_blank(self):
+    def test_blank_behind_a_level_is_wrong(self):
         self.write(self.section(LoggingLevel="DESTROY "))
         self.assert_found("wrong", "LoggingLevel", 9,
                           '"DESTROY " is no level, for the blank in it: calls of every level are logged.',
                           'Write "LoggingLevel = DESTROY;".')
         self.assert_logged(FUNCTIONS)
 
-    def test_level(self):
+    def test_level_that_counts_is_named(self):
         self.write(self.section(LoggingLevel="DESTROY"))
         self.assert_found("ok", "LoggingLevel", 9, "The level is DESTROY.")
         self.assert_logged(["DestroyObject"])
 
-    def test_path_longer_than_its_limit(self):
+    def test_path_of_more_than_499_characters_is_wrong(self):
         path = str(self.directory) + "/." * 250 + "/long.txt"
         self.write(self.section(File=path))
         self.assert_found("wrong", "File", 5, f"The value has {len(path)} characters, and only the first 499 count.",
@@ -573,36 +573,36 @@ class Values(SetUp):
         self.assert_reached()
         self.assertFalse((self.directory / "long.txt").exists())
 
-    def test_mask_longer_than_its_limit(self):
+    def test_mask_of_more_than_199_characters_is_wrong(self):
         mask = "MISC_FUNC" + " " * 190 + "SESSION_FUNC"
         self.write(self.section(LoggingMask=mask))
         self.assert_found("wrong", "LoggingMask", 9, f"The value has {len(mask)} characters, and only the first 199 count.")
         self.assert_logged([])
 
-    def test_blank_before_semicolon(self):
+    def test_blank_before_the_semicolon_is_wrong_because_it_belongs_to_the_value(self):
         self.write(self.section(File=f"{self.log} "))
         self.assert_found("wrong", "File", 5,
                           f'The value is "{self.log} ": what stands before the ";" or the end of the line belongs to it.',
                           f'Write "File = {self.log};".')
         self.assert_logged(FUNCTIONS, self.directory / "log.txt ")
 
-    def test_tab_behind_equals(self):
+    def test_tab_behind_the_equals_sign_is_wrong_because_it_belongs_to_the_value(self):
         self.write(self.section().replace("File =", "File =\t"))
         self.assert_found("wrong", "File", 5, f'The value is "\\x09 {self.log}": a tab after "=" belongs to it.')
         self.assert_no_log()
 
-    def test_path_in_quotes(self):
+    def test_quotes_around_a_path_are_wrong_because_they_belong_to_it(self):
         self.write(self.section(File=f'"{self.log}"'))
         self.assert_found("wrong", "File", 5, f'The quotes are part of the path "{self.log}".', f'Write "File = {self.log};".')
         self.assert_no_log()
 
-    def test_comment_behind_a_path(self):
+    def test_comment_behind_a_path_is_wrong_because_it_belongs_to_the_path(self):
         self.write(self.section().replace("/log.txt;", "/log.txt # the log"))
         self.assert_found("wrong", "File", 5, 'There are no comments: " # the log" is part of the path.',
                           f'Write "File = {self.log};".')
         self.assert_logged(FUNCTIONS, self.directory / "log.txt # the log")
 
-    def test_home_directory_in_a_path(self):
+    def test_tilde_in_a_path_is_wrong(self):
         self.write(self.section(File="~/log.txt"))
         (self.directory / "home").mkdir()
         self.assert_found("wrong", "File", 5,
@@ -611,7 +611,7 @@ class Values(SetUp):
         self.assert_reached()
         self.assertFalse((self.directory / "home/log.txt").exists())
 
-    def test_variable_in_a_path(self):
+    def test_variable_in_a_path_is_wrong(self):
         self.write(self.section(File="$HOME/log.txt"))
         (self.directory / "home").mkdir()
         self.assert_found("wrong", "File", 5, '"$" is a character of the path: no variable is put in its place.',
@@ -619,7 +619,7 @@ class Values(SetUp):
         self.assert_reached()
         self.assertFalse((self.directory / "home/log.txt").exists())
 
-    def test_permissions_that_are_no_octal_number(self):
+    def test_permissions_that_are_no_octal_number_are_wrong(self):
         os.umask(0o027)
         self.write(self.section(FileMode="rw-------"))
         self.assert_found("wrong", "FileMode", 7, '"rw-------" is no octal number up to 0777: new files get 0666 less the umask.',
@@ -628,14 +628,14 @@ class Values(SetUp):
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o640)
         self.assertIn("FileMode", self.errors.read_text())
 
-    def test_permissions_that_keep_the_owner_out(self):
+    def test_permissions_that_keep_the_owner_out_are_noted(self):
         self.write(self.section(FileMode="0400"))
         self.assert_found("note", "FileMode", 7, "New files get the permissions 0400: their owner cannot open them again.",
                           'Write "FileMode = 0600;".')
         self.assert_logged(FUNCTIONS)
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o400)
 
-    def test_announcing_with_a_word(self):
+    def test_word_for_announce_is_wrong_because_it_does_not_count_as_0(self):
         self.write(self.section(Announce="no"))
         self.assert_found("wrong", "Announce", 8,
                           '"no" is no plain 0: functions that the target lacks are announced on standard output.',
@@ -643,13 +643,13 @@ class Values(SetUp):
         self.assert_reached()
         self.assertIn("Failed to load function 'CA_GetFunctionList'.", self.output)
 
-    def test_new_format_is_a_word(self):
+    def test_word_for_new_format_is_wrong_because_it_counts_as_0(self):
         self.write(self.section(NewFormat="yes"))
         self.assert_found("wrong", "NewFormat", 4, '"yes" is no number and counts as 0.')
         self.assert_reached()
         self.assertIn("Command(GetInfo, None, Start)", self.log.read_text())
 
-    def test_hiding_with_a_word(self):
+    def test_word_for_hide_data_is_noted_because_it_hides_data(self):
         self.write(self.section(HideData="no"))
         self.assert_found("note", "HideData", 9, '"no" hides data in log and events, as everything but a plain 0 does.')
 
@@ -661,27 +661,27 @@ class Target(SetUp):
                           "The target does not load, and every call answers CKR_FUNCTION_NOT_SUPPORTED. The loader says: " + reason,
                           do)
         self.assert_unreached()
-        # The loader's words are those that the library writes.
+        # The library writes the same words of the loader.
         self.assertIn(reason.split(". ")[0].removesuffix(".")[:100], self.errors.read_text())
 
-    def test_wrong_path(self):
+    def test_target_that_does_not_exist_is_wrong(self):
         path = f"{self.directory}/missing.so"
         self.assert_target_fails(
             path, f"{path}: cannot open shared object file: No such file or directory. There is no such file.", NAME_TARGET)
 
-    def test_path_in_quotes(self):
+    def test_target_in_quotes_is_wrong(self):
         path = f'"{self.target}"'
         self.assert_target_fails(
             path, f"{path}: cannot open shared object file: No such file or directory. There is no such file.", NAME_TARGET)
         self.assert_found("wrong", "LibUNIX64", 2, f"The quotes are part of the path {path}.",
                           f'Write "LibUNIX64 = {self.target};".')
 
-    def test_file_that_is_no_library(self):
+    def test_target_that_is_no_library_is_wrong(self):
         path = self.directory / "text.so"
         path.write_text("This is a text, and a longer one than the head of a library is; it goes on and on.\n" * 2)
         self.assert_target_fails(path, f"{path}: invalid ELF header. It is no library of this system (not ELF).", NAME_TARGET)
 
-    def test_library_of_32_bits(self):
+    def test_target_of_32_bits_is_wrong(self):
         path = self.directory / "narrow.so"
         data = bytearray(self.target.read_bytes())
         data[4] = 1
@@ -689,22 +689,22 @@ class Target(SetUp):
         self.assert_target_fails(
             path, f"{path}: wrong ELF class: ELFCLASS32. It is a library of 32 bits, and this is a program of 64.", NAME_TARGET)
 
-    def test_undefined_symbol(self):
+    def test_target_with_an_undefined_symbol_is_wrong(self):
         path = TARGETS / "target_that_lacks_a_symbol.so"
         self.assert_target_fails(path, f"{path}: undefined symbol: symbol_that_nobody_defines.",
                                  "Ask its vendor for a library that is complete, or install what defines that symbol.")
 
-    def test_missing_dependency(self):
+    def test_target_that_lacks_a_library_is_wrong(self):
         path = BUILD / "target_that_needs_another/target_that_needs_another.so"
         self.assert_target_fails(
             path, "liblibrary_that_goes.so: cannot open shared object file: No such file or directory.",
             "Install the library that it needs, or let LD_LIBRARY_PATH name its folder.")
 
-    def test_directory(self):
+    def test_directory_as_target_is_wrong(self):
         self.assert_target_fails(self.directory, f"{self.directory}: cannot read file data: Is a directory. It is a directory.",
                                  NAME_TARGET)
 
-    def test_the_library_itself(self):
+    def test_library_itself_or_a_copy_as_target_is_wrong(self):
         for path in (LIBRARY, self.directory / "copy.so"):
             with self.subTest(path):
                 if not path.exists():
@@ -715,46 +715,46 @@ class Target(SetUp):
                                   "CKR_FUNCTION_NOT_SUPPORTED.", NAME_TARGET)
                 self.assert_unreached()
 
-    def test_another_library(self):
+    def test_library_without_pkcs11_as_target_is_wrong(self):
         self.write(self.section(LibUNIX64="libm.so.6"))
         self.assert_found("wrong", "LibUNIX64", 2,
                           "libm.so.6 loads, but is no PKCS#11 library: it has no C_GetFunctionList.", NAME_TARGET)
         self.assert_unreached()
 
-    def test_library_without_its_list(self):
+    def test_target_without_a_function_list_is_wrong(self):
         path = TARGETS / "target_that_lacks_its_list.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_found("wrong", "LibUNIX64", 2,
                           f"{path} loads, but is no PKCS#11 library: it has no C_GetFunctionList.", NAME_TARGET)
 
-    def test_empty_path(self):
+    def test_empty_target_is_wrong_because_it_stands_for_the_application(self):
         self.write(self.section(LibUNIX64=""))
         self.assert_found("wrong", "LibUNIX64", 2,
                           "The path is empty, which stands for the application itself: there is no target, and every call "
                           "answers CKR_FUNCTION_NOT_SUPPORTED.", NAME_TARGET)
         self.assert_unreached()
 
-    def test_missing_key(self):
+    def test_missing_target_is_noted_with_the_default(self):
         self.write(self.section(LibUNIX64=None))
         self.assert_found("note", "LibUNIX64", None, "The key is missing: the target is /usr/lib/libmordavek2.so.", NAME_TARGET)
         self.assert_unreached()
         self.assertIn("/usr/lib/libmordavek2.so", self.errors.read_text())
 
-    def test_relative_path(self):
+    def test_relative_target_is_noted(self):
         self.write(self.section(LibUNIX64="./target.so"))
         self.assert_found("note", "LibUNIX64", 2,
                           '"./target.so" is relative to the directory in which the application makes its first call.',
                           "Write the whole path.")
         self.assert_logged(FUNCTIONS)
 
-    def test_name_without_a_folder(self):
+    def test_target_without_a_folder_is_noted(self):
         self.write(self.section(LibUNIX64="target.so"))
         self.assert_found("note", "LibUNIX64", 2,
                           '"target.so" has no folder: the loader looks for it where it looks for libraries, which may differ from '
                           "one application to the next.", "Write the whole path.")
         self.assert_unreached()
 
-    def test_crash_while_it_is_loaded(self):
+    def test_target_that_crashes_while_it_is_loaded_is_wrong(self):
         path = TARGETS / "crashing_target.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_found("wrong", "LibUNIX64", 2,
@@ -762,7 +762,7 @@ class Target(SetUp):
         self.assertEqual(subprocess.run([CALLER, LIBRARY], capture_output=True, cwd=self.directory,
                                         env=os.environ | self.environment).returncode, -signal.SIGABRT)
 
-    def test_hanging_while_it_is_loaded(self):
+    def test_target_that_hangs_while_it_is_loaded_is_wrong(self):
         path = TARGETS / "hanging_target.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_found("wrong", "LibUNIX64", 2,
@@ -777,7 +777,7 @@ class Target(SetUp):
         self.write(self.section(LibUNIX64=path))
         self.assert_found("ok", "LibUNIX64", 2, f"The target {path} loads.")
 
-    def test_process_that_the_target_starts_ends_with_the_look(self):
+    def test_process_that_the_target_starts_ends_with_the_check(self):
         path = TARGETS / "process_starting_target.so"
         self.write(self.section(LibUNIX64=path))
         with tempfile.NamedTemporaryFile() as number:
@@ -797,19 +797,19 @@ class Target(SetUp):
         os.kill(process, signal.SIGKILL)
         self.fail(f"process {process} lives on")
 
-    def test_target_that_needs_the_library(self):
+    def test_target_that_needs_the_library_is_noted(self):
         path = TARGETS / "target_on_top_of_library.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_found("note", "LibUNIX64", 2, "The target itself needs libckscribe.so: its own calls are logged, too.")
         self.assert_logged(FUNCTIONS)
 
-    def test_function_of_the_library_is_none_of_the_target(self):
+    def test_function_of_the_library_does_not_count_as_one_of_the_target(self):
         path = TARGETS / "target_on_top_of_library_without_list.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_found("wrong", "LibUNIX64", 2,
                           f"{path} loads, but is no PKCS#11 library: it has no C_GetFunctionList.", NAME_TARGET)
 
-    def test_list_only(self):
+    def test_target_that_exports_only_its_list_is_well(self):
         path = TARGETS / "list_only_target.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_found("ok", "LibUNIX64", 2,
@@ -820,7 +820,7 @@ class Target(SetUp):
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_what_the_target_is_and_lacks(self):
+    def test_target_is_described_and_its_missing_functions_are_counted(self):
         self.write(self.section(Announce=None))
         found = self.assert_found("ok", "LibUNIX64", 2,
                                   "The target says that it is: The Makers, Fake target, version 3.7, Cryptoki 2.40.")
@@ -841,7 +841,7 @@ class Target(SetUp):
         self.assertEqual(sorted(optional), ["C_DecryptDigestUpdate", "C_DecryptVerifyUpdate", "C_DigestEncryptUpdate",
                                             "C_SignEncryptUpdate"])
 
-    def test_initialising_that_fails(self):
+    def test_target_that_fails_to_initialise_is_wrong_only_when_check_initialises_it(self):
         path = TARGETS / "target_without_device.so"
         self.write(self.section(LibUNIX64=path))
         self.assert_well()
@@ -850,7 +850,7 @@ class Target(SetUp):
 
 
 class Files(SetUp):
-    def test_directory_of_the_log_is_missing(self):
+    def test_missing_folder_of_the_log_is_wrong(self):
         self.write(self.section(File=f"{self.directory}/a/b/log.txt"))
         self.assert_found("wrong", "File", 5,
                           f"The folder {self.directory}/a does not exist: the log cannot be created.",
@@ -858,7 +858,7 @@ class Files(SetUp):
         self.assert_reached()
         self.assertIn("Could not open capture file", self.errors.read_text())
 
-    def test_directory_of_the_log_is_not_writable(self):
+    def test_folder_in_which_the_log_cannot_be_created_is_wrong(self):
         self.write(self.section())
         self.give_to_nobody()
         if not self.user:
@@ -870,7 +870,7 @@ class Files(SetUp):
                                r"\(owner \S+, group \S+, permissions 0\d11\): Permission denied\.\Z")
         self.assert_no_log()
 
-    def test_directory_of_the_log_may_not_be_entered(self):
+    def test_folder_of_the_log_that_may_not_be_entered_is_wrong(self):
         closed = self.directory / "closed"
         closed.mkdir()
         (closed / "log.txt").touch()
@@ -883,7 +883,7 @@ class Files(SetUp):
                           "Let the application's user enter every folder above it.")
         self.assert_reached()
 
-    def test_file_in_place_of_the_directory(self):
+    def test_file_in_place_of_the_logs_folder_is_wrong(self):
         (self.directory / "file").touch()
         self.write(self.section(File=f"{self.directory}/file/log.txt"))
         self.assert_found("wrong", "File", 5, f"{self.directory}/file is no folder: the log cannot be created.",
@@ -891,35 +891,35 @@ class Files(SetUp):
         self.assert_reached()
         self.assertIn("Could not open capture file", self.errors.read_text())
 
-    def test_log_is_a_directory(self):
+    def test_directory_as_log_is_wrong(self):
         self.log.mkdir()
         self.write(self.section())
         self.assert_found("wrong", "File", 5, f"The log {self.log} is a directory: nothing is written.", "Name a file in it.")
         self.assert_reached()
         self.assertIn("Could not open capture file", self.errors.read_text())
 
-    def test_log_is_a_socket(self):
+    def test_socket_as_log_is_wrong(self):
         with socket.socket(socket.AF_UNIX) as server:
             server.bind(str(self.log))
             self.write(self.section())
             self.assert_found("wrong", "File", 5, f"The log {self.log} is no file that can be appended to.", "Name a file.")
             self.assert_reached()
 
-    def test_full_device(self):
+    def test_device_as_log_is_noted(self):
         self.write(self.section(File="/dev/full"))
         self.assert_found("note", "File", 5, "The log /dev/full is a device and no file: what it does not take is lost.",
                           "Name a file.")
         self.assert_well()
         self.assert_reached()
 
-    def test_fifo(self):
+    def test_fifo_as_log_is_noted(self):
         os.mkfifo(self.log)
         self.write(self.section())
         self.assert_found("note", "File", 5, f"The log {self.log} is a FIFO: what nobody reads is lost.",
                           "Keep a reader running, or name a file.")
         self.assert_reached()
 
-    def test_looking_at_a_fifo_does_not_disturb_its_reader(self):
+    def test_check_does_not_disturb_the_reader_of_a_fifo(self):
         os.mkfifo(self.log)
         self.write(self.section())
         reader = subprocess.Popen(["cat", self.log], stdout=subprocess.DEVNULL)
@@ -929,20 +929,20 @@ class Files(SetUp):
         with self.assertRaises(subprocess.TimeoutExpired):
             reader.wait(0.3)
 
-    def test_empty_path_of_the_log(self):
+    def test_empty_path_of_the_log_is_wrong(self):
         self.write(self.section(File=""))
         self.assert_found("wrong", "File", 5, "The path is empty: no log can be opened.", "Write the whole path of the log.")
         self.assert_reached()
         self.assertIn("Could not open capture file", self.errors.read_text())
 
-    def test_relative_log(self):
+    def test_relative_path_of_the_log_is_noted_with_the_present_directory(self):
         self.write(self.section(File=None))
         self.assert_found("note", "File", None,
                           'The key is missing: the log is "log.txt", relative to the directory in which the application makes its '
                           f"first call (here it would be {self.directory}).", "Write the whole path: File = /FOLDER/log.txt;")
         self.assert_logged(FUNCTIONS)
 
-    def test_error_file_is_not_writable(self):
+    def test_error_file_that_cannot_be_created_is_wrong(self):
         self.write(self.section(Error=f"{self.directory}/missing/error.txt", LibUNIX64="/missing.so"))
         self.assert_found("wrong", "Error", 6,
                           f"The folder {self.directory}/missing does not exist: the error file cannot be created.",
@@ -950,12 +950,12 @@ class Files(SetUp):
         self.assert_unreached()
         self.assertFalse((self.directory / "missing").exists())
 
-    def test_empty_path_of_the_error_file(self):
+    def test_empty_path_of_the_error_file_is_noted(self):
         self.write(self.section(Error="", LibUNIX64="/missing.so"))
         self.assert_found("note", "Error", 6, "The path is empty: the library's own troubles are reported nowhere.")
         self.assert_unreached()
 
-    def test_log_that_may_be_written_and_not_read(self):
+    def test_log_that_may_be_written_and_not_read_is_wrong(self):
         self.log.touch()
         self.log.chmod(0o622)
         self.write(self.section())
@@ -969,7 +969,7 @@ class Files(SetUp):
         self.assert_reached()
         self.assertEqual(self.log.stat().st_size, 0)
 
-    def test_log_that_everybody_may_read(self):
+    def test_log_with_data_that_everybody_may_read_is_wrong(self):
         self.directory.chmod(0o755)
         self.log.touch()
         self.log.chmod(0o644)
@@ -980,7 +980,7 @@ class Files(SetUp):
         self.write(self.section(HideData=1))
         self.assert_well()
 
-    def test_log_that_a_folder_keeps_others_out_of(self):
+    def test_log_that_only_a_folder_protects_is_noted(self):
         self.log.touch()
         self.log.chmod(0o644)
         self.write(self.section())
@@ -988,7 +988,7 @@ class Files(SetUp):
                           "The log shows data in clear, and its permissions are 0644: only a folder above it keeps others out.")
         self.assert_well()
 
-    def test_new_log_that_everybody_may_read(self):
+    def test_new_log_with_data_that_everybody_may_read_is_wrong(self):
         os.umask(0o022)
         self.directory.chmod(0o755)
         self.write(self.section(FileMode=None))
@@ -998,14 +998,14 @@ class Files(SetUp):
         self.assert_logged(FUNCTIONS)
         self.assertEqual(self.log.stat().st_mode & 0o777, 0o644)
 
-    def test_log_whose_path_ends_with_a_slash(self):
+    def test_log_whose_path_ends_with_a_slash_is_wrong(self):
         self.write(self.section(File=f"{self.log}/"))
         self.assert_found("wrong", "File", 5, f"The log {self.log}/ names a folder.", "Name a file in it.")
         self.assert_no_log()
 
     @unittest.skipIf(os.getuid() != 0, "only root can give a file to another user")
-    def test_log_of_another_user_in_a_folder_that_everybody_may_write_to(self):
-        """Whether the system opens it says the system (fs.protected_regular); check has to say the same."""
+    def test_log_of_another_user_in_a_shared_folder_is_judged_as_the_system_opens_it(self):
+        """The system decides whether it opens the log (fs.protected_regular). check must say the same."""
         shared = self.directory / "shared"
         shared.mkdir()
         shared.chmod(0o1777)
@@ -1020,7 +1020,7 @@ class Files(SetUp):
                    "Permission denied."]
         self.assertEqual(wrong, refused if log.stat().st_size == 0 else [])
 
-    def test_log_behind_a_link_that_leads_nowhere_yet(self):
+    def test_log_behind_a_dangling_link_is_judged_by_the_place_that_the_link_names(self):
         self.log.symlink_to("a/later.txt")
         self.write(self.section())
         self.assert_found("wrong", "File", 5, f"The folder {self.directory}/a does not exist: the log cannot be created.")
@@ -1028,7 +1028,7 @@ class Files(SetUp):
         self.assert_found("ok", "File", 5, f"The log {self.log} is not there yet and can be created.")
         self.assert_logged(FUNCTIONS, self.directory / "a/later.txt")
 
-    def test_events_file(self):
+    def test_path_of_the_events_file_is_judged_with_its_process_number(self):
         events = f"{self.directory}/100%%-events-%p.jsonl"
         self.write(self.section(Events=events))
         what = next(finding["what"] for finding in self.check() if finding["about"] == "Events")
@@ -1042,7 +1042,7 @@ class Files(SetUp):
         self.assert_reached()
         self.assertIn(f"Could not open events file {self.directory}/missing/events.", self.errors.read_text())
 
-    def test_events_that_everybody_may_read(self):
+    def test_events_with_data_that_everybody_may_read_are_wrong(self):
         self.directory.chmod(0o755)
         self.write(self.section(Events=f"{self.directory}/events.jsonl", FileMode="0644", Enabled=0))
         self.assert_well()
@@ -1050,7 +1050,7 @@ class Files(SetUp):
         self.assert_found("wrong", "Events", 9,
                           "The events file shows data in clear, and its permissions would be 0644: everybody may read it.")
 
-    def test_one_file_for_both(self):
+    def test_one_file_for_log_and_errors_is_noted(self):
         self.write(self.section(Error=self.log))
         self.assert_found("note", "Error", 6, "Log and error file are the same file.", "Name another file for one of them.")
         self.write(self.section(Events=self.log))
@@ -1060,7 +1060,7 @@ class Files(SetUp):
 
 
 class P11Kit(SetUp):
-    """p11-kit reads modules of the user's own only where the user is not root."""
+    """p11-kit reads a user's own modules only if the user is not root."""
 
     def write_module(self, name, library):
         folder = self.directory / "home/.config/pkcs11/modules"
@@ -1074,7 +1074,7 @@ class P11Kit(SetUp):
         super().setUp()
         self.environment["XDG_CONFIG_HOME"] = ""
 
-    def test_target_and_library_are_modules(self):
+    def test_target_and_library_as_modules_of_p11_kit_are_wrong(self):
         self.write(self.section())
         library = self.write_module("ckscribe.module", self.directory / "libckscribe.so")
         target = self.write_module("target.module", self.target)
@@ -1085,7 +1085,7 @@ class P11Kit(SetUp):
                           f"{library} names ckscribe and {target} its target: p11-kit loads the target twice, and may take the two "
                           "for one and drop the second.", "Hide the target's: an empty file /etc/pkcs11/modules/target.module")
 
-    def test_target_is_a_module(self):
+    def test_target_as_module_of_p11_kit_is_noted(self):
         self.write(self.section())
         target = self.write_module("target.module", self.target)
         self.give_to_nobody()
@@ -1095,7 +1095,7 @@ class P11Kit(SetUp):
         self.assert_well()
 
 
-    def test_target_and_library_are_modules_of_different_programs(self):
+    def test_target_and_library_as_modules_of_different_programs_are_noted(self):
         self.write(self.section())
         library = self.write_module("ckscribe.module", self.directory / "libckscribe.so")
         target = self.write_module("target.module", self.target)
@@ -1110,7 +1110,7 @@ class P11Kit(SetUp):
 
 
 class OtherWays(SetUp):
-    def test_openssl(self):
+    def test_module_in_openssl_cnf_is_named(self):
         self.write(self.section())
         settings = self.directory / "openssl.cnf"
         settings.write_text(f"[pkcs11]\nMODULE_PATH = {self.target}\n")
@@ -1120,7 +1120,7 @@ class OtherWays(SetUp):
         settings.write_text("[pkcs11]\npkcs11-module-path = /usr/lib/libckscribe.so\n")
         self.assert_found("ok", "OpenSSL", None, f"{settings}, line 2, names ckscribe.", options=["--openssl", str(settings)])
 
-    def test_nss(self):
+    def test_module_in_the_database_of_nss_is_named(self):
         self.write(self.section())
         modules = self.directory / "pkcs11.txt"
         modules.write_text(f"library=\nname=NSS Internal PKCS #11 Module\n\nlibrary={self.target}\nname=target\n")
@@ -1129,34 +1129,34 @@ class OtherWays(SetUp):
 
 
 class AllIsWell(SetUp):
-    def test_complete_configuration(self):
+    def test_complete_configuration_is_well(self):
         self.write(self.section())
         self.assert_well()
         self.assert_logged(FUNCTIONS)
         self.assert_well()
 
-    def test_dos_line_ends(self):
+    def test_dos_line_ends_are_well(self):
         self.write(self.section().replace("\n", "\r\n"))
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_no_semicolons(self):
+    def test_missing_semicolons_are_well(self):
         self.write(self.section().replace(";", ""))
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_no_closing_brace(self):
+    def test_missing_closing_brace_is_well(self):
         self.write(self.section().replace("}", ""))
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_section_on_one_line(self):
+    def test_section_on_one_line_is_well(self):
         self.write(f"CkLog2 = {{ LibUNIX64 = {self.target}; Enabled = 1; NewFormat = 1; File = {self.log}; FileMode = 0600; "
                    f"Announce = 0; Error = {self.errors}; }}")
         self.assert_well()
         self.assert_logged(FUNCTIONS)
 
-    def test_sections_of_other_programs(self):
+    def test_sections_of_other_programs_are_well(self):
         self.write("File servers and others: Enabled logging of calls.\nWendrafil2 = {\n   LibUNIX64 = /usr/lib/other.so;\n}\n"
                    "LBLib2 = {\n\tEnabled = yes;\n}\n" + self.section() + "SSM = {\n   Enabled = 0;\n   File = \"x\";\n}\n")
         self.assertEqual([finding for finding in self.check() if finding["level"] != "ok" and finding["about"] != "p11-kit"
@@ -1164,14 +1164,14 @@ class AllIsWell(SetUp):
         self.assert_logged(FUNCTIONS)
 
     def examples_in(self, file):
-        """Every section CkLog2 that the file shows, with its paths made those of this test."""
+        """Yields every section CkLog2 that the file shows, with the paths of this test."""
         for found in re.finditer(r"(?ms)^( *)CkLog2 = \{\n.*?^\1\}", file.read_text()):
             section = textwrap.dedent(found[0])
             section = re.sub(r"(LibUNIX64 = ).*;", rf"\g<1>{self.target};", section)
             yield re.sub(r"(?m)(= ?)\S*/([\w.%-]+);$", rf"\g<1>{self.directory}/\g<2>;",
                          section.replace(str(self.target), "TARGET")).replace("TARGET", str(self.target))
 
-    def test_examples_of_the_readme_and_the_demo(self):
+    def test_examples_of_the_readme_the_docs_and_the_demo_are_well(self):
         for file in (SOURCE / "README.md", SOURCE / "demo", *sorted((SOURCE / "docs").glob("*.md"))):
             for example in self.examples_in(file):
                 with self.subTest(file):
@@ -1184,7 +1184,7 @@ class AllIsWell(SetUp):
 
 
 class Output(SetUp):
-    def test_text(self):
+    def test_text_has_two_lines_for_each_finding_and_counts_them(self):
         self.write("CkLog2 = {\n   Enabled = yes;\n   LibUNIX64 = ;\n   Error = ;\n}\n")
         done = ckscribe("check", environment=self.environment, cwd=self.directory)
         self.assertEqual((done.returncode, done.stderr), (1, ""))
@@ -1195,7 +1195,7 @@ class Output(SetUp):
         self.assertIn("ok    CkLog2, line 1: Lines 1 to 5 are the section.", lines)
         self.assertRegex(lines[-1], r"\A2 wrong, \d+ notes?\.\Z")
 
-    def test_colour_only_on_a_terminal(self):
+    def test_text_is_coloured_only_on_a_terminal(self):
         self.write(self.section())
         for no_colour, colours in (("", True), ("1", False)):
             environment = os.environ | self.environment | {"NO_COLOR": no_colour}
@@ -1203,13 +1203,13 @@ class Output(SetUp):
                                   env=environment, cwd=self.directory, timeout=60)
             self.assertEqual("\033[32mok" in done.stdout, colours)
 
-    def test_closed_standard_streams(self):
+    def test_check_works_with_closed_standard_streams(self):
         self.write(self.section())
         done = subprocess.run(["bash", "-c", '"$0" check <&- 2>&-', TOOL], stdout=subprocess.PIPE, text=True, timeout=60,
                               env=os.environ | self.environment, cwd=self.directory)
         self.assertIn(f"ok    LibUNIX64, line 2: The target {self.target} loads.\n", done.stdout)
 
-    def test_bytes_that_are_no_text(self):
+    def test_bytes_that_are_no_text_are_shown_as_escapes(self):
         self.write(self.section().encode().replace(b"Enabled = 1", b"Enabled = \xff\x01"))
         self.assertIn({"level": "wrong", "about": "Enabled", "line": 3,
                        "what": '"\\xff\\x01" is no number and counts as 0: no log is written.',
@@ -1217,18 +1217,18 @@ class Output(SetUp):
 
 
 class User(SetUp):
-    def test_no_path_behind_config(self):
+    def test_empty_path_behind_config_is_wrong_use(self):
         done = ckscribe("check", "--config", "")
         self.assertEqual((done.returncode, done.stdout, done.stderr),
                          (2, "", "ckscribe: --config: The path is empty. 'ckscribe check --help' shows what there is.\n"))
 
-    def test_unknown_user(self):
+    def test_unknown_user_is_wrong_use(self):
         done = ckscribe("check", "--user", "nobody-of-this-name")
         self.assertEqual((done.returncode, done.stdout), (2, ""))
         self.assertRegex(done.stderr, r"\Ackscribe: --user: There is no user nobody-of-this-name\. ")
 
     @unittest.skipIf(os.getuid() != 0, "only root can become another user")
-    def test_judging_as_another_user(self):
+    def test_check_judges_as_the_user_that_is_named(self):
         self.write(self.section())
         self.directory.chmod(0o711)
         (self.directory / "Wendrafil.conf").chmod(0o644)
@@ -1240,7 +1240,7 @@ class User(SetUp):
         self.assertEqual([finding for finding in self.check() if finding["level"] == "wrong"], [])
 
     @unittest.skipIf(os.getuid() != 0, "only root can become another user")
-    def test_target_that_another_user_may_not_read(self):
+    def test_target_that_the_named_user_may_not_read_is_wrong(self):
         self.write(self.section(Enabled=0, Error="/dev/null"))
         self.directory.chmod(0o711)
         (self.directory / "Wendrafil.conf").chmod(0o644)
@@ -1251,7 +1251,7 @@ class User(SetUp):
                           "denied.", "Let the application's user read it and enter every folder above it.", ["--user", "nobody"])
 
     @unittest.skipIf(os.getuid() != 0, "only root can become another user")
-    def test_another_user_has_all_of_its_groups(self):
+    def test_check_takes_on_all_groups_of_the_named_user(self):
         members = [member for group in grp.getgrall() for member in group.gr_mem] + ["nobody"]
         user = pwd.getpwnam(members[0])
         done = subprocess.run(["strace", "-qq", "-e", "trace=setgroups,setgid,setuid", TOOL, "check", "--user", user.pw_name,

@@ -58,12 +58,12 @@ class CommandLine(unittest.TestCase):
                 self.assertEqual((done.returncode, done.stdout), (2, ""))
                 self.assertRegex(done.stderr, r"\Ackscribe: .*'ckscribe --help' shows what there is\.\n\Z")
 
-    def test_wrong_use_is_said_in_whole_sentences(self):
+    def test_wrong_use_gets_a_message_of_whole_sentences(self):
         done = ckscribe("conf", "get")
         self.assertEqual((done.returncode, done.stdout, done.stderr),
                          (2, "", "ckscribe: key is required. 'ckscribe conf --help' shows what there is.\n"))
 
-    def test_result_that_cannot_be_written_is_said(self):
+    def test_result_that_cannot_be_written_gets_a_message_and_ends_with_1(self):
         with open("/dev/full", "w") as full, tempfile.NamedTemporaryFile("w", suffix=".conf") as configuration:
             configuration.write("CkLog2 = {\n   Enabled = 1;\n}\n")
             configuration.flush()
@@ -91,11 +91,11 @@ class Completion(unittest.TestCase):
         done = subprocess.run(["bash", "-c", script, "bash", "ckscribe", *words], capture_output=True, text=True, timeout=60)
         return done.stdout.split()
 
-    def test_first_word_is_a_subcommand(self):
+    def test_first_word_is_completed_as_a_subcommand(self):
         self.assertLessEqual({"--help", "--version", *subcommands()}, set(self.complete("")))
         self.assertIn("run", self.complete("ru"))
 
-    def test_options_are_those_of_the_subcommand(self):
+    def test_option_is_completed_as_one_of_the_subcommand(self):
         self.assertIn("--help", self.complete("run", "--"))
 
     def test_words_behind_run_are_completed_as_a_command(self):

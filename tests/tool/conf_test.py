@@ -79,10 +79,10 @@ class Reading(Place):
                          "LibUNIX64 = /usr/lib/target.so\nEnabled = 1\nNewFormat = 1\nFile = /var/log/log.txt\n"
                          "LoggingMask = SESSION_FUNC | GEN_FUNC\n")
 
-    def test_list_of_another_section(self):
+    def test_list_prints_the_keys_of_the_section_that_is_named(self):
         self.assertEqual(self.conf("list", "OrmaSA Client").stdout, "SendTimeout = 5000\nReceiveTimeout = 7000\nEnabled = 9\n")
 
-    def test_list_of_a_section_that_is_not_there_ends_with_1(self):
+    def test_list_of_a_missing_section_ends_with_1(self):
         done = self.conf("list", "Nothing")
         self.assertEqual((done.returncode, done.stdout, done.stderr),
                          (1, "", "ckscribe: Section Nothing has no key that counts.\n"))
@@ -151,56 +151,56 @@ class Setting(Place):
         self.set("High Availability.Retries", "3")
         self.assertEqual(self.path.read_bytes(), FILE + b"High Availability = {\n   Retries = 3;\n}\n")
 
-    def test_other_section(self):
+    def test_key_of_another_section_is_replaced(self):
         self.set("OrmaSA Client.ReceiveTimeout", "1")
         self.assertEqual(self.path.read_bytes(), FILE.replace(b"=7000;", b"=1;"))
 
-    def test_key_that_a_comment_mark_stands_before(self):
+    def test_key_behind_a_comment_mark_is_replaced_because_it_counts(self):
         self.set("NewFormat", "0")
         self.assertEqual(self.path.read_bytes(), FILE.replace(b"# NewFormat = 1;", b"# NewFormat = 0;"))
 
-    def test_empty_value(self):
+    def test_empty_value_can_be_set_and_replaced(self):
         self.set("Error", "")
         self.set("Error", "/tmp/error.txt")
         self.assertEqual(self.path.read_bytes(), FILE.replace(b" | GEN_FUNC\n", b" | GEN_FUNC\n   Error = /tmp/error.txt;\n"))
 
-    def test_bytes_that_are_no_utf_8(self):
+    def test_bytes_that_are_no_utf_8_are_kept(self):
         self.set("File", "/tmp/\udcff\udc80")
         self.assertIn(b"   File = /tmp/\xff\x80;\n", self.path.read_bytes())
 
-    def test_empty_file(self):
+    def test_empty_file_gets_a_section_with_the_key(self):
         self.path.write_bytes(b"")
         self.set("Enabled", "1")
         self.assertEqual(self.path.read_bytes(), b"CkLog2 = {\n   Enabled = 1;\n}\n")
 
-    def test_dos_line_ends(self):
+    def test_dos_line_ends_are_kept_and_used_for_new_keys(self):
         self.path.write_bytes(b"CkLog2 = {\r\n   Enabled = 1;\r\n}\r\n")
         self.set("Enabled", "0")
         self.set("NewFormat", "1")
         self.assertEqual(self.path.read_bytes(), b"CkLog2 = {\r\n   Enabled = 0;\r\n   NewFormat = 1;\r\n}\r\n")
 
-    def test_section_on_one_line(self):
+    def test_key_is_added_to_a_section_on_one_line(self):
         self.path.write_bytes(b"CkLog2 = { Enabled = 1; File = /tmp/x }")
         self.set("NewFormat", "1")
         self.assertEqual(self.path.read_bytes(), b"CkLog2 = { Enabled = 1; File = /tmp/x \n   NewFormat = 1;\n}")
 
-    def test_section_that_nothing_closes(self):
+    def test_key_is_added_to_a_section_that_nothing_closes(self):
         self.path.write_bytes(b"CkLog2 = {\n   Enabled = 1")
         self.set("NewFormat", "1")
         self.assertEqual(self.path.read_bytes(), b"CkLog2 = {\n   Enabled = 1\n   NewFormat = 1;\n")
 
-    def test_section_that_another_one_begins_in(self):
+    def test_key_is_added_at_the_beginning_of_a_section_that_another_one_begins_in(self):
         self.path.write_bytes(b"CkLog2 = {\n   Enabled = 1;\nMisc = {\n   Apache = 1;\n}\n")
         self.set("NewFormat", "1")
         self.assertEqual(self.path.read_bytes(),
                          b"CkLog2 = {\n   NewFormat = 1;\n   Enabled = 1;\nMisc = {\n   Apache = 1;\n}\n")
 
-    def test_the_same_value_leaves_the_file(self):
+    def test_same_value_does_not_replace_the_file(self):
         before = self.path.stat()
         self.set("Enabled", "1")
         self.assertEqual(self.path.stat().st_ino, before.st_ino)
 
-    def test_named_configuration(self):
+    def test_file_or_folder_on_the_command_line_is_edited(self):
         other = self.directory / "Wendrafil.conf"
         for named in (other, self.directory):
             done = ckscribe("conf", "--config", str(named), "set", "Enabled", str(named == other and 7 or 8))
@@ -209,18 +209,18 @@ class Setting(Place):
 
 
 class Refusing(Place):
-    def test_values_that_the_file_cannot_hold(self):
+    def test_value_that_the_file_cannot_hold_is_refused(self):
         for value, shown in (("/tmp/a;b", ";"), ("/tmp/a}b", "}"), ("/tmp/a\nb", "\\x0a"), ("/tmp/a\rb", "\\x0d"), ("/tmp/a\tb", "\\x09")):
             self.assert_refused(["set", "Misc.Folder", value], f'A value cannot hold "{shown}": the file has no way to write it.')
         self.assert_refused(["set", "Misc.Folder", " x"],
                             'A value cannot begin with a blank: blanks after "=" do not count.')
 
-    def test_names_that_are_none(self):
+    def test_name_that_the_file_cannot_hold_is_refused(self):
         self.assert_refused(["set", "Misc.a=b", "1"], '"a=b" cannot be the name of a key.')
         self.assert_refused(["set", "Mi}sc.a", "1"], '"Mi}sc" cannot be the name of a section.')
         self.assert_refused(["set", "Misc.", "1"], "The key has no name.")
 
-    def test_value_that_another_key_would_be_read_in(self):
+    def test_value_that_would_change_another_key_is_refused(self):
         self.assert_refused(["set", "File", "/tmp/x Error = y"],
                             'The file has no room for this: Error of section CkLog2 would then read as "y" and no longer as '
                             "nothing.")
@@ -228,36 +228,36 @@ class Refusing(Place):
                             'The file has no room for this: Enabled of section CkLog2 would then read as "0" and no longer as '
                             '"1".')
 
-    def test_value_with_a_key_that_stands_before_it_in_the_file(self):
+    def test_value_that_holds_a_key_is_refused_even_if_that_key_stands_before_it(self):
         self.assert_refused(["set", "File", "/tmp/x Enabled  = 0"],
                             'A value cannot hold "Enabled =": the library finds keys within values.')
         self.set("File", "/tmp/xEnabled Enabled")
 
-    def test_announcing_with_a_word(self):
+    def test_word_for_announce_is_refused(self):
         self.assert_refused(["set", "Announce", "no"],
                             '"no" is no plain 0: functions that the target lacks are announced on standard output. Write '
                             '"Announce = 0;" to keep standard output as it is.')
         self.set("Announce", "0")
 
-    def test_key_that_an_earlier_value_holds(self):
+    def test_key_that_stands_in_an_earlier_value_is_not_edited_there(self):
         self.path.write_bytes(b"CkLog2 = {\n   Comment = we Enabled= it;\n   File = a Enabled = x;\n}\n")
         self.assert_refused(["set", "Enabled", "1"],
                             'The file has no room for this: Comment of section CkLog2 would then read as "we Enabled= 1" and no '
                             'longer as "we Enabled= it".')
 
-    def test_edit_that_another_section_would_read(self):
+    def test_section_is_added_so_that_an_unclosed_one_does_not_read_its_keys(self):
         self.path.write_bytes(b"Misc = {\n   Apache = 1;\n")
         self.set("CkLog2.Enabled", "1")
         self.assertEqual(read_by_store(self.path, ("Misc", "Enabled"), ("Misc", "Apache")), [None, b"1"])
 
-    def test_values_that_are_too_long(self):
+    def test_value_that_is_too_long_is_refused(self):
         self.assert_refused(["set", "File", "/" + "x" * 499],
                             "The value has 500 characters, and only the first 499 count. Make it at most 499 characters long.")
         self.set("File", "/" + "x" * 498)
         self.assert_refused(["set", "LoggingMask", "GEN_FUNC" + " " * 190 + "GEN_FUNC"],
                             "The value has 206 characters, and only the first 199 count. Make it at most 199 characters long.")
 
-    def test_masks_with_unknown_words_or_too_many(self):
+    def test_mask_with_unknown_words_or_too_many_is_refused(self):
         self.assert_refused(["set", "LoggingMask", "SESSION_FUNC|SIGN"],
                             '"SIGN" is no class and is ignored (capitals matter). Write "LoggingMask = '
                             'SESSION_FUNC|SIGN_VERIFY_FUNC;".')
@@ -267,7 +267,7 @@ class Refusing(Place):
         self.set("LoggingMask", "NONE")
         self.set("LoggingMask", "GEN_FUNC|GEN_FUNC " + "GEN_FUNC|" * 10)
 
-    def test_levels_that_are_none(self):
+    def test_word_that_is_no_level_is_refused(self):
         for word in ("admin", "ALL", ""):
             with self.subTest(word):
                 before = self.path.read_bytes()
@@ -277,33 +277,33 @@ class Refusing(Place):
                 self.assertEqual(self.path.read_bytes(), before)
         self.set("LoggingLevel", "MODIFY")
 
-    def test_words_for_numbers(self):
+    def test_word_for_a_number_is_refused(self):
         self.assert_refused(["set", "Enabled", "yes"],
                             '"yes" is no number and counts as 0: no log is written. Write "Enabled = 1;" or "Enabled = 0;".')
         self.assert_refused(["set", "FileMode", "rw"], '"rw" is no octal number up to 0777. Write FileMode = 0600;')
         self.set("FileMode", "0640")
 
-    def test_key_that_the_library_does_not_know(self):
+    def test_key_that_the_library_does_not_know_is_refused(self):
         self.assert_refused(["set", "Enabeld", "1"],
                             'The library knows no key "Enabeld". The nearest one that it knows is Enabled.')
 
-    def test_paths_that_name_no_file(self):
+    def test_path_that_names_no_file_is_refused(self):
         self.assert_refused(["set", "File", ""], "The path is empty.")
         self.assert_refused(["set", "LibUNIX64", '"/usr/lib/x.so"'],
                             'The quotes are part of the path "/usr/lib/x.so". Write "LibUNIX64 = /usr/lib/x.so;".')
 
-    def test_file_that_is_not_there(self):
+    def test_edit_of_a_missing_file_is_refused_and_makes_none(self):
         self.path.unlink()
         done = ckscribe("conf", "set", "Enabled", "1", environment=self.environment)
         self.assertEqual((done.returncode, done.stderr),
                          (1, f"ckscribe: {self.path} cannot be opened: No such file or directory.\n"))
         self.assertFalse(self.path.exists())
 
-    def test_file_with_a_byte_0(self):
+    def test_edit_of_a_file_with_a_byte_0_is_refused(self):
         self.path.write_bytes(FILE + b"\0")
         self.assert_refused(["set", "Enabled", "0"], "The file holds a byte 0, behind which nothing counts.")
 
-    def test_file_of_several_names(self):
+    def test_edit_of_a_file_with_several_names_is_refused(self):
         (self.directory / "other").hardlink_to(self.path)
         done = ckscribe("conf", "set", "Enabled", "0", environment=self.environment)
         self.assertEqual((done.returncode, done.stderr),
@@ -318,29 +318,29 @@ class Unsetting(Place):
         section, name = key.rsplit(".", 1) if "." in key else ("CkLog2", key)
         self.assertEqual(read_by_store(self.path, (section, name)), [None])
 
-    def test_line_of_the_key_goes_and_no_other_byte(self):
+    def test_line_of_the_key_is_removed_and_no_other_byte(self):
         self.unset("Enabled")
         self.assertEqual(self.path.read_bytes(), FILE.replace(b"   Enabled = 1;\n", b""))
 
-    def test_line_that_a_comment_mark_stands_before_goes(self):
+    def test_line_behind_a_comment_mark_is_removed(self):
         self.unset("NewFormat")
         self.assertEqual(self.path.read_bytes(), FILE.replace(b"   # NewFormat = 1;\n", b""))
 
-    def test_only_the_entry_goes_where_the_line_holds_another(self):
+    def test_only_the_entry_is_removed_from_a_line_that_holds_another(self):
         self.unset("OrmaSA Client.SendTimeout")
         self.assertEqual(self.path.read_bytes(), FILE.replace(b"SendTimeout = 5000;", b""))
 
-    def test_every_entry_that_would_count_goes(self):
+    def test_every_entry_that_would_count_is_removed(self):
         self.path.write_bytes(b"CkLog2 = {\r\n   Enabled = 1;\r\n   File = x;\r\n   Enabled = 0;\r\n#Enabled = 3;\r\n}\r\n")
         self.unset("Enabled")
         self.assertEqual(self.path.read_bytes(), b"CkLog2 = {\r\n   File = x;\r\n#Enabled = 3;\r\n}\r\n")
 
-    def test_absent_key_leaves_the_file(self):
+    def test_absent_key_does_not_replace_the_file(self):
         before = self.path.stat().st_ino
         self.unset("Error")
         self.assertEqual((self.path.read_bytes(), self.path.stat().st_ino), (FILE, before))
 
-    def test_key_inside_another_value_stays(self):
+    def test_key_inside_another_value_is_not_removed(self):
         self.path.write_bytes(b"CkLog2 = {\n   Comment = we Enabled = it;\n}\n")
         self.assert_refused(["unset", "Enabled"],
                             'The key cannot be taken out: Comment of section CkLog2 would then read as "we " and no longer as '
@@ -348,7 +348,7 @@ class Unsetting(Place):
 
 
 class WholeFile(Place):
-    def test_owner_and_permissions_stay(self):
+    def test_edit_keeps_owner_and_permissions(self):
         self.path.chmod(0o604)
         if os.getuid() == 0:
             os.chown(self.path, 12, 34)
@@ -358,12 +358,12 @@ class WholeFile(Place):
         self.assertNotEqual(after.st_ino, before.st_ino)
         self.assertEqual((after.st_mode, after.st_uid, after.st_gid), (before.st_mode, before.st_uid, before.st_gid))
 
-    def test_extended_attributes_stay(self):
+    def test_edit_keeps_extended_attributes(self):
         os.setxattr(self.path, "user.purpose", b"logging")
         self.set("Enabled", "0")
         self.assertEqual(os.getxattr(self.path, "user.purpose"), b"logging")
 
-    def test_symbolic_link_stays(self):
+    def test_edit_keeps_a_symbolic_link(self):
         real = self.directory / "real"
         real.mkdir()
         self.path.rename(real / "file.conf")
@@ -375,7 +375,7 @@ class WholeFile(Place):
         self.assertEqual([path.name for path in real.iterdir()], ["file.conf"])
 
     @unittest.skipIf(os.getuid() != 0, "only root can give a file to another user")
-    def test_file_of_another_owner_is_left_to_who_can_keep_the_owner(self):
+    def test_edit_that_cannot_keep_the_owner_is_refused(self):
         self.directory.chmod(0o777)
         tool = self.directory / "ckscribe"
         shutil.copy(TOOL, tool)
@@ -386,7 +386,7 @@ class WholeFile(Place):
                              "be kept: Operation not permitted. The file is as it was.\n"))
         self.assertEqual(self.path.read_bytes(), FILE)
 
-    def test_folder_that_the_user_may_not_write_to(self):
+    def test_edit_in_a_folder_that_the_user_may_not_write_to_is_refused(self):
         tool = self.directory / "ckscribe"
         shutil.copy(TOOL, tool)
         as_user = {}
@@ -413,7 +413,7 @@ class WholeFile(Place):
         return subprocess.run(["strace", "-qq", *options, TOOL, "conf", "set", "Enabled", "0"], capture_output=True, text=True,
                               env=os.environ | self.environment | {"ASAN_OPTIONS": "detect_leaks=0"}, timeout=60)
 
-    def test_a_kill_at_any_system_call_leaves_the_old_file_or_the_new_one(self):
+    def test_kill_at_any_system_call_leaves_the_old_file_or_the_new_one(self):
         new = FILE.replace(b"   Enabled = 1;", b"   Enabled = 0;")
         made = re.findall(r"(?m)^(\w+)\((.*)", self.set_under_strace().stderr)
         calls = [call for call, _ in made]
@@ -458,7 +458,7 @@ class AgainstTheStore(Place):
             pieces.insert(chance.randrange(len(pieces)), chance.choice(self.PIECES + self.KEYS + self.SECTIONS))
         return "".join(pieces).encode()
 
-    def test_random_edits(self):
+    def test_random_edit_reads_back_and_changes_no_other_key(self):
         folder = tempfile.TemporaryDirectory(prefix="ckscribe-conf.")
         self.addCleanup(folder.cleanup)
         names = [(section, key) for section in self.SECTIONS for key in self.KEYS]

@@ -50,14 +50,14 @@ class Diff(unittest.TestCase):
                  for name, start, result, end in RUN]
         self.assertEqual(self.diff(log(RUN), log(other, process=9, thread=-4, time="23:00:00")), (0, []))
 
-    def test_call_that_is_gone_and_call_that_is_new_are_told(self):
+    def test_call_that_is_gone_and_call_that_is_new_are_shown(self):
         self.assertEqual(self.diff(log(RUN), log(changed(3))), (1, [
             "process 1, thread 1 | process 1, thread 1",
             "- C_Login(user=1, PIN=********) = CKR_OK  before:11"]))
         self.assertEqual(self.diff(log(RUN), log(RUN[:3] + [("Logout", "Sesn=5 ", "CKR_OK", "")] + RUN[3:])), (1, [
             "process 1, thread 1 | process 1, thread 1", "+ C_Logout() = CKR_OK  after:11"]))
 
-    def test_other_answers_are_told(self):
+    def test_call_with_another_answer_is_shown(self):
         for position, call, text in (
             (3, RUN[3][:2] + ("CKR_PIN_INCORRECT", ""),
              "! C_Login(user=1, PIN=********) = CKR_PIN_INCORRECT, before: CKR_OK  after:11"),
@@ -74,7 +74,7 @@ class Diff(unittest.TestCase):
         self.assertEqual(self.diff(text, text[:text.rindex("\n10:15")])[1][1],
                          "! C_Finalize() = ?, before: CKR_OK  after:26")
 
-    def test_call_takes_much_longer_with_ten_times_and_ten_milliseconds(self):
+    def test_call_that_takes_ten_times_as_long_and_ten_milliseconds_more_is_shown(self):
         before = events([1_000_000, 1_000, 2_000_000])
         self.assertEqual(self.diff(before, events([11_000_000, 9_000_000, 11_999_999])), (1, [
             "process 1, thread 2 | process 1, thread 2", "~ C_Sign() <0.011000>, before: <0.001000>  after:1"]))
@@ -92,7 +92,7 @@ class Diff(unittest.TestCase):
         self.assertEqual(self.diff(run("0x1234", 16), run("0xfffffff0", 16)), (0, []))
         self.assertEqual(self.diff(run("0x1234", 16), run("0x1234", 32))[0], 1)
 
-    def test_of_threads_that_begin_alike_those_are_paired_that_go_on_alike(self):
+    def test_threads_that_begin_alike_are_paired_by_how_they_go_on(self):
         short, long = RUN[:3], RUN[:5]
         self.assertEqual(self.diff(log(short) + log(long, thread=2), log(long, thread=7) + log(short, thread=8)), (0, []))
 

@@ -57,7 +57,7 @@ TEST(PageDetails, LogWithoutCalls_HasNoTimesAndNoCalls) {
     EXPECT_EQ(details["left_out"], "The page holds all 0 calls.");
 }
 
-TEST(PageDetails, Call_ShowsAllThatTheLogHasOfIt) {
+TEST(PageDetails, Call_ShowsEverythingThatTheLogSaysOfIt) {
     const std::string lines = Lines({"C_Login", 3, 7, 2'500'000, "CKR_PIN_INCORRECT"});
     const nlohmann::json details = DetailsOf(lines);
     ASSERT_EQ(details["calls"].size(), 1U);
@@ -100,7 +100,7 @@ TEST(PageDetails, LongRecordsOfManyCalls_AreCutBeforeACallIsLeftOut) {
     EXPECT_LE(details.dump().size(), PageDetails::kLargestJson + 500'000);
 }
 
-TEST(PageDetails, TimesOfCalls_CountFromTheFirst) {
+TEST(PageDetails, TimesOfCalls_CountFromTheFirstCall) {
     MadeCall later;
     later.call = 2;
     later.second = 61;
@@ -120,7 +120,7 @@ TEST(PageDetails, CallWithoutAnEnd_HasNeitherResultNorDuration) {
     EXPECT_EQ(details["calls"][0]["text"], "C_Sign() = ?");
 }
 
-TEST(PageDetails, ManyCalls_KeepTheSlowestAndTheFirstAndLastOfEachFunctionAndError) {
+TEST(PageDetails, LogOfManyCalls_KeepsTheSlowestAndTheFirstAndLastOfEachFunctionAndError) {
     std::string log;
     for (unsigned i = 1; i <= 3000; ++i) {
         MadeCall made;

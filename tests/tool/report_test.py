@@ -58,7 +58,7 @@ class Figures(unittest.TestCase):
                 counts = [row["calls"] for row in result["functions"]]
                 self.assertEqual(counts, sorted(counts, reverse=True))
 
-    def test_durations_of_events_are_exact_in_total_and_maximum_and_within_one_percent_else(self):
+    def test_durations_of_events_have_an_exact_total_and_maximum_and_percentiles_within_one_percent(self):
         for row in report(EVENTS)["functions"]:
             known = EXPECTED["functions"][row["function"]]
             self.assertEqual((row["total_ns"], row["max_ns"]), (known["total_ns"], known["max_ns"]))
@@ -69,7 +69,7 @@ class Figures(unittest.TestCase):
         for row in report(NEW)["functions"]:
             self.assertEqual({row[key] for key in ("total_ns", "p50_ns", "p95_ns", "p99_ns", "max_ns")}, {None})
 
-    def test_first_and_last_call_tell_the_span(self):
+    def test_span_reaches_from_the_first_call_to_the_last(self):
         events = report(EVENTS)
         self.assertRegex(events["first_time"], r"^2026-11-21T01:00:00\.\d{9}Z$")
         self.assertRegex(events["last_time"], r"^2026-11-21T01:00:0[45]\.\d{9}Z$")
@@ -120,7 +120,7 @@ class Figures(unittest.TestCase):
             self.assertEqual(keys, {9: ("made", 2, {"CKM_AES_CBC": 1, "CKM_AES_KEY_WRAP": 1}), 10: ("public", 0, {}),
                                     11: ("private", 0, {}), 12: ("unwrapped", 0, {})})
 
-    def test_events_made_of_a_text_log_give_the_same_report(self):
+    def test_events_made_from_a_text_log_give_the_same_report(self):
         places = ("file", "line", "first_file", "first_line", "last_file", "last_line")
 
         def figures(result):
@@ -180,7 +180,7 @@ class Damage(unittest.TestCase):
             self.assertEqual((path, int(number)), (str(DAMAGED), stretch["line"]))
             self.assertEqual(rest, f" 1 line: {lines[int(number) - 1][:200]}")
 
-    def test_log_of_zeros_alone_and_missing_file_end_with_1_and_others_are_reported(self):
+    def test_log_of_only_zeros_and_missing_file_end_with_1_and_other_logs_are_reported(self):
         with tempfile.TemporaryDirectory() as folder:
             noise = pathlib.Path(folder, "noise.log")
             noise.write_bytes(bytes(1000))
@@ -196,7 +196,7 @@ class Damage(unittest.TestCase):
 
 
 class Files(unittest.TestCase):
-    def test_compressed_logs_and_standard_input_give_the_same(self):
+    def test_compressed_log_and_standard_input_give_the_same_report(self):
         text = EVENTS.read_bytes()
         expected = totals(report(EVENTS))
         with tempfile.TemporaryDirectory() as folder:
@@ -210,7 +210,7 @@ class Files(unittest.TestCase):
                     with open(path) as file:
                         self.assertEqual(totals(report("-", stdin=file)), expected)
 
-    def test_compressed_log_that_is_cut_gives_what_there_is(self):
+    def test_compressed_log_that_is_cut_gives_the_calls_before_the_cut(self):
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder, "cut.gz")
             path.write_bytes(gzip.compress(EVENTS.read_bytes())[:-100000])
@@ -285,7 +285,7 @@ class Text(unittest.TestCase):
         self.assertEqual(text.count("Text logs hold no durations."), 1)
         self.assertNotIn("hold no durations", ckscribe("report", str(EVENTS)).stdout)
 
-    def test_top_bounds_the_lists(self):
+    def test_option_top_bounds_the_lists(self):
         self.assertIn("  and 6 more\n", ckscribe("report", "--top", "4", str(EVENTS)).stdout)
         self.assertEqual(len(report("--top", "2", EVENTS)["keys"]), 2)
 

@@ -71,7 +71,7 @@ class Calls(InDirectory):
         )
         self.assertEqual(len(done.stderr.splitlines()), 5)
 
-    def test_second_column_is_the_thread(self):
+    def test_second_column_of_a_call_is_the_thread(self):
         done = run(APPLICATION, "threads", ONE)
         self.assertEqual(done.returncode, 0)
         threads = re.findall(rf"^{LINE[:-4]}(\d+) C_Sign\(", done.stderr, re.M)
@@ -110,7 +110,7 @@ class Calls(InDirectory):
         self.assertEqual(done.returncode, 0)
         self.assertEqual(calls(done.stderr), ["C_GetFunctionList() = CKR_OK", "C_Sign(session=31, <6 bytes>) = CKR_OK {<5 bytes>}"])
 
-    def test_classes_select_functions(self):
+    def test_class_selects_its_functions(self):
         for words in ("SIGN_VERIFY_FUNC", "sign_verify", "Sign_Verify_Func"):
             with self.subTest(words):
                 self.assertEqual(set(functions(run("-e", words, APPLICATION, "error", ONE).stderr)), {"C_Sign"})
@@ -122,7 +122,7 @@ class Calls(InDirectory):
         self.assertEqual((done.returncode, done.stdout), (125, ""))
         self.assertIn('"signing" is no class of functions. These are: GEN_FUNC, SLOT_TOKEN_FUNC, ', done.stderr)
 
-    def test_data_shows_only_where_it_is_asked_for(self):
+    def test_data_shows_only_if_the_user_asks_for_it(self):
         for format in ("calls", "text", "old", "events"):
             with self.subTest(format):
                 hidden = run("--format", format, APPLICATION, "error", ONE).stderr
@@ -130,7 +130,7 @@ class Calls(InDirectory):
                 self.assertNotRegex(hidden, '"error"|6572726f72')
                 self.assertRegex(shown, '"error"|6572726f72')
 
-    def test_text_formats_are_the_log_itself(self):
+    def test_text_formats_print_the_log_itself(self):
         new = run("--format", "text", APPLICATION, "slots", ONE).stderr
         self.assertRegex(new, r"(?m)^\d\d:\d\d:\d\d \d+-+\d+:STRTGetSlotList \{tknPresent=false \}$")
         old = run("--format", "old", APPLICATION, "slots", ONE).stderr
@@ -138,7 +138,7 @@ class Calls(InDirectory):
         for text in (new, old):
             self.assertNotIn("C_GetSlotList", text)
 
-    def test_events_format_is_one_object_a_line(self):
+    def test_events_format_prints_one_object_a_line(self):
         file = self.place / "events"
         done = run("--format", "events", "-o", file, APPLICATION, "slots", ONE)
         self.assertEqual(sentences(done.stderr), [f"Logging the calls to {ONE}."])
@@ -180,7 +180,7 @@ class Table(unittest.TestCase):
         self.assertEqual({name: row[:2] for name, row in rows.items()},
                          {"C_Sign": ["2000", "0"], "C_GetFunctionList": ["1", "0"], "total": ["2001", "0"]})
 
-    def test_summary_prints_both(self):
+    def test_summary_prints_the_calls_and_the_table(self):
         done = run("-C", APPLICATION, "error", ONE)
         self.assertEqual(functions(done.stderr), ["C_GetFunctionList", "C_Sign"])
         self.assertEqual(self.rows(done.stderr)["C_Sign"][:2], ["1", "1"])
@@ -202,7 +202,7 @@ class Ends(InDirectory):
         self.assertEqual(run(APPLICATION, "seven").returncode, 7)
         self.assertEqual(run("sh", "-c", "kill -TERM $$").returncode, 128 + signal.SIGTERM)
 
-    def test_crash_is_told_with_the_call_it_happened_in(self):
+    def test_crash_gets_a_sentence_with_the_call_in_which_it_happened(self):
         done = run(APPLICATION, "crash", ONE)
         self.assertEqual(done.returncode, 128 + signal.SIGSEGV)
         self.assertRegex(done.stderr, r"ckscribe: The command was ended by SIGSEGV \(Segmentation fault\) in C_Sign \(thread \d+\)\.")
@@ -217,12 +217,12 @@ class Ends(InDirectory):
     def test_end_of_what_the_command_left_running_outside_of_calls_is_not_named(self):
         self.assertNotIn("ended by", run("sh", "-c", "sh -c 'sleep 0.1; kill -TERM $$' &").stderr)
 
-    def test_crash_outside_of_calls_is_told_as_such(self):
+    def test_crash_outside_of_calls_gets_a_sentence_that_says_so(self):
         done = run("sh", "-c", "kill -SEGV $$")
         self.assertEqual(done.returncode, 128 + signal.SIGSEGV)
         self.assertIn("The command was ended by SIGSEGV (Segmentation fault) outside of PKCS#11 calls.", sentences(done.stderr))
 
-    def test_signal_to_run_is_passed_on(self):
+    def test_signal_to_run_reaches_the_command(self):
         with subprocess.Popen([TOOL, "run", APPLICATION, "interrupted"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as command:
             self.assertEqual(command.stdout.readline(), "ready\n")
             command.terminate()
@@ -256,7 +256,7 @@ class Ends(InDirectory):
         self.assertEqual(done.returncode, 126)
         self.assertIn("the program that is to interpret or to load it is not there", done.stderr)
 
-    def test_own_troubles_end_with_125_and_the_command_does_not_run(self):
+    def test_failure_of_run_itself_ends_with_125_and_the_command_does_not_run(self):
         made = self.place / "made"
         for options in (["-m", "/no/such/module.so"], ["-m", "/etc/passwd"], ["-o", "/no/such/folder/file"],
                         ["--format", "xml"], ["--keep", "/proc/x"], ["-m", str(pathlib.Path(TOOL).parent / "libckscribe.so")]):
@@ -300,7 +300,7 @@ class Modules(InDirectory):
                 self.assertEqual(functions(done.stderr).count("C_GetSlotList"), 1)
                 self.assertIn("C_GetSlotList(tknPresent=false) = CKR_OK {count=1}", calls(done.stderr))
 
-    def test_name_without_a_path_is_looked_for_as_the_loader_does(self):
+    def test_module_name_without_a_path_is_found_where_the_loader_finds_it(self):
         done = run("-m", "one_module.so", APPLICATION, "slots", "two_module.so", "one_module.so", environment={"LD_LIBRARY_PATH": str(HERE)})
         self.assertEqual(done.stdout, "2 slots\n1 slots\n")
         self.assertIn("C_GetSlotList(tknPresent=false) = CKR_OK {count=1}", calls(done.stderr))
@@ -342,32 +342,32 @@ class Modules(InDirectory):
         self.assertEqual(done.stdout, "1 slots\n")
         self.assertEqual(sentences(done.stderr), [f"Logging the calls to /.{ONE}."])
 
-    def test_command_without_a_module_is_told_so(self):
+    def test_command_that_loads_no_module_gets_a_sentence_that_says_so(self):
         self.assertEqual(
             sentences(run("true").stderr),
             ["No call was logged: the command loaded no PKCS#11 module.",
              DOES_IT_LOAD_ONE],
         )
 
-    def test_command_that_does_not_load_the_named_module_is_told_what_it_loads(self):
+    def test_command_that_does_not_load_the_named_module_gets_a_sentence_about_what_it_loads(self):
         self.assertEqual(
             sentences(run("-m", TWO, APPLICATION, "slots", ONE).stderr),
             [f"No call was logged: the command did not load {TWO}.",
              f"Modules that were loaded and left as they are: {ONE}. 'ckscribe run -m PATH' logs one of them."],
         )
 
-    def test_program_that_is_linked_with_its_module_works_and_is_told_so(self):
+    def test_program_that_is_linked_with_its_module_works_and_gets_a_sentence(self):
         done = run(HERE / "linked")
         self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
         self.assertIn(f"Linked with the command or with what it loads: {ONE}.", done.stderr)
 
-    def test_static_program_works_and_is_told_so(self):
+    def test_static_program_works_and_gets_a_sentence(self):
         done = run(HERE / "static", "seven")
         self.assertEqual(done.returncode, 7)
         self.assertIn(f"{HERE}/static is linked statically, so that no loader can give it another module.", done.stderr)
 
     @unittest.skipUnless(os.geteuid() == 0, "needs root to make a set-user-ID program")
-    def test_set_user_id_program_works_and_is_told_so(self):
+    def test_set_user_id_program_works_and_gets_a_sentence(self):
         program = self.place / "raised"
         program.write_bytes(pathlib.Path(APPLICATION).read_bytes())
         os.chown(program, 65534, 65534)
@@ -423,7 +423,7 @@ class Modules(InDirectory):
         done = run(program)
         self.assertEqual((done.returncode, done.stderr), (126, f"ckscribe: {program} cannot be run: Exec format error.\n"))
 
-    def test_program_of_another_architecture_works_with_its_own_environment_and_is_told_so(self):
+    def test_program_of_another_architecture_works_with_its_own_environment_and_gets_a_sentence(self):
         # For x86, 32 bits: it ends with 7 if its environment is empty, else with 8.
         program = self.place / "foreign"
         code = bytes.fromhex("8b0c24 8b5c8c08 85db 0f95c3 0fb6db 83c307 b801000000 cd80")
@@ -503,14 +503,14 @@ class Surroundings(InDirectory):
                       sentences(done.stderr))
         self.assertFalse((self.place / "log").exists())
 
-    def test_process_that_empties_its_environment_works_and_is_told_of(self):
+    def test_process_that_empties_its_environment_works_and_gets_a_sentence(self):
         for command in (["env", "-u", "WendrafilConfigurationPath", APPLICATION, "slots", ONE], [APPLICATION, "cleared", ONE]):
             with self.subTest(command):
                 done = run(*command)
                 self.assertEqual((done.returncode, done.stdout), (0, "1 slots\n"))
                 self.assertIn("1 of the processes had no WendrafilConfigurationPath any more", done.stderr)
 
-    def test_run_inside_a_run_logs_for_itself(self):
+    def test_run_inside_a_run_has_a_log_of_its_own(self):
         file = self.place / "inner"
         done = run(TOOL, "run", "-o", file, APPLICATION, "slots", ONE)
         self.assertEqual(done.stdout, "1 slots\n")

@@ -58,7 +58,7 @@ class Lines(unittest.TestCase):
                 self.assertEqual(sum(line.endswith(" = ?") for line in lines), EXPECTED["unfinished"])
 
 
-    def test_lines_have_colors_on_a_terminal_unless_these_are_unwanted(self):
+    def test_lines_have_colors_on_a_terminal_unless_NO_COLOR_is_set(self):
         for environment, is_colored in (({}, True), ({"NO_COLOR": "1"}, False)):
             with self.subTest(environment):
                 ours, theirs = pty.openpty()
@@ -110,19 +110,19 @@ class Filters(unittest.TestCase):
             with self.subTest(arguments):
                 self.assertEqual(shown("--date", "2026-11-21", *arguments), functions)
 
-    def test_slower_selects_by_the_durations_of_events(self):
+    def test_option_slower_selects_by_the_durations_of_events(self):
         median = EXPECTED["functions"]["C_Sign"]["p50_ns"]
         lines = show("--function", "C_Sign", "--slower", f"{median}ns", EVENTS)
         count = EXPECTED["functions"]["C_Sign"]["calls"] - EXPECTED["functions"]["C_Sign"]["unfinished"]
         self.assertAlmostEqual(len(lines), count // 2, delta=1)
 
-    def test_slower_says_once_that_a_text_log_has_no_durations(self):
+    def test_option_slower_says_once_that_a_text_log_has_no_durations(self):
         done = ckscribe("show", "--slower", "1ns", str(NEW))
         self.assertEqual((done.returncode, done.stdout), (0, ""))
         self.assertEqual(done.stderr.count("\n"), 1)
         self.assertIn("Text logs hold no durations", done.stderr)
 
-    def test_context_shows_calls_of_the_same_thread_around(self):
+    def test_option_context_shows_calls_of_the_same_thread_before_and_behind(self):
         log = "".join(f"10:15:{i:02} 00001-{thread:03}:FINI{name} {result}1clks {{}}\n" for i, (thread, name, result) in enumerate([
             (1, "Initialize", "CKR_OK"), (1, "InitPIN", "CKR_OK"), (2, "SetPIN", "CKR_OK"), (1, "Login", "***CKR_PIN_LOCKED***"),
             (2, "CloseSession", "CKR_OK"), (1, "Logout", "CKR_OK"), (1, "Finalize", "CKR_OK")]))
@@ -134,7 +134,7 @@ class Filters(unittest.TestCase):
         text = ckscribe("show", "--records", str(OLD)).stdout
         self.assertEqual(sorted(text.split("Command(")), sorted((OLD.read_text()[1:] + "\n").split("Command(")))
 
-    def test_name_that_is_not_known_is_said_with_the_nearest_one(self):
+    def test_unknown_name_gets_a_message_with_the_nearest_name(self):
         done = ckscribe("show", "--function", "Sign,C_Login,C_Lgin", "--result", "PIN_INCORRECT,CKR_UNKNOWN,CKR_OKAY", "-", input=LOG)
         self.assertEqual((done.returncode, done.stdout), (0, ""))
         self.assertEqual(done.stderr.splitlines(), [
@@ -207,7 +207,7 @@ class Following(unittest.TestCase):
 
 
 
-    def test_rotated_files_are_shown_before_the_one_that_grows_whatever_packs_them(self):
+    def test_rotated_files_compressed_or_not_are_shown_before_the_file_that_grows(self):
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder, "calls.log")
             path.with_name("calls.log.2.gz").write_bytes(gzip.compress(call(2, "Finalize", True).encode()))
@@ -216,7 +216,7 @@ class Following(unittest.TestCase):
             with Follower(path, path.with_name("calls.log.1"), path.with_name("calls.log.2.gz")) as follower:
                 self.assertEqual(follower.lines(2), ["10:15:30 1 C_Finalize() = CKR_OK", "10:15:30 1 C_Initialize() = CKR_OK"])
 
-    def test_compressed_file_is_shown_and_then_what_takes_its_place(self):
+    def test_compressed_file_is_shown_and_then_the_file_that_takes_its_place(self):
         for packed in (gzip.compress, lzma.compress):
             with tempfile.TemporaryDirectory() as folder, self.subTest(packed.__module__):
                 path = pathlib.Path(folder, "calls.log.1.gz")
@@ -252,7 +252,7 @@ class Following(unittest.TestCase):
                         log.write(call(1, function, False) + "\n")
                     self.assertEqual(follower.lines(count)[count - 1:], [f"10:15:30 1 C_{function}() = CKR_OK"])
 
-    def test_file_that_is_not_there_yet_is_said_and_awaited(self):
+    def test_missing_file_gets_a_message_and_is_shown_when_it_appears(self):
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder, "calls.log")
             with Follower(path, stderr=subprocess.PIPE) as follower:
@@ -300,7 +300,7 @@ class Progress(unittest.TestCase):
         self.assertEqual(process.wait(100), 0)
         return text.decode()
 
-    def test_bar_shows_how_much_is_done_with_rate_and_time_left_and_goes(self):
+    def test_bar_shows_share_rate_and_time_left_and_is_removed_at_the_end(self):
         for command in (["report"], ["show"], ["convert", "--to", "csv"], ["diff", NEW]):
             with self.subTest(command[0]):
                 text = self.run_on_terminal(*command, NEW, environment={"CKSCRIBE_PROGRESS_AFTER_MS": "0"})
@@ -309,7 +309,7 @@ class Progress(unittest.TestCase):
                 self.assertAlmostEqual(len(bar[1]) / 30, int(bar[2]) / 100, delta=0.04)
                 self.assertTrue(text.endswith("\r\x1b[K"), text)
 
-    def test_bar_comes_after_a_second_only(self):
+    def test_bar_appears_only_after_a_second(self):
         self.assertEqual(self.run_on_terminal("report", NEW, environment={"CKSCRIBE_PROGRESS_AFTER_MS": "3600000"}), "")
 
         def feed(pipe):
