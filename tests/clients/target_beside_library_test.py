@@ -49,7 +49,7 @@ def check_p11_kit(place, modules):
     """Lets p11-kit and its clients use the token. `modules` has the name of each .module file and what it loads."""
     folder = place.directory / ".config/pkcs11/modules"
     for name, path in modules:
-        # Of two files with one name, that of the user counts.
+        # If two files have one name, the user's file counts.
         (folder / f"{name}.module").write_text(f"module: {path}\n")
     listed = place.run("p11-kit", "list-modules")
     expect(f"token: {TOKEN}" in listed, "p11-kit does not list the token", listed)

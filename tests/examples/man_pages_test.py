@@ -15,7 +15,7 @@ PAGES = sorted(BUILT.glob("man[157]/*"))
 
 
 def text_of(page):
-    """What a reader sees, without marks for bold letters."""
+    """Returns the text that a reader sees, without marks for bold letters."""
     done = subprocess.run(["mandoc", "-Tutf8", "-Owidth=200", page], check=True, capture_output=True, text=True, timeout=60)
     return re.sub(".\x08", "", done.stdout)
 

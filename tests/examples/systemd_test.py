@@ -15,7 +15,7 @@ EXAMPLES = pathlib.Path(sys.argv.pop(1))
 
 class DropIn(unittest.TestCase):
     def verify(self, text):
-        """What systemd says of a service with this drop-in."""
+        """Returns what systemd says of a service with this drop-in."""
         with tempfile.TemporaryDirectory(prefix="ckscribe-systemd.") as directory:
             service = pathlib.Path(directory, "signer.service")
             service.write_text("[Service]\nType=oneshot\nExecStart=/bin/true\nProtectSystem=strict\n")

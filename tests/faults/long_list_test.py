@@ -12,7 +12,7 @@ import tempfile
 PROGRAM, LIBRARY, TARGET, VALGRIND = sys.argv[1:]
 FEW, MANY, MOST = 50_000, 200_000, 5
 
-# The keys that say what is written, for each of the three ways to write a call.
+# These keys choose each of the three ways to write a call.
 WAYS = {
     "new format": "Enabled = 1;\n   NewFormat = 1;\n   File = calls.log;",
     "old format": "Enabled = 1;\n   NewFormat = 0;\n   File = calls.log;",
@@ -21,7 +21,7 @@ WAYS = {
 
 
 def instructions(directory, count):
-    """Instructions of the call, the target's among them, which are a few for each handle."""
+    """Returns the count of instructions of the call. The target's are among them, a few for each handle."""
     done = subprocess.run(
         [
             *(VALGRIND, "--tool=callgrind", "--toggle-collect=C_FindObjects", "--callgrind-out-file=/dev/null"),

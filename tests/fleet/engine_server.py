@@ -63,7 +63,7 @@ class Server:
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, cwd=self.folder)
 
     def wait(self):
-        """Whether it answers."""
+        """Returns whether it answers."""
         for _ in range(600):
             if self.process.poll() is not None:
                 return False

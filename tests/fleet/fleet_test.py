@@ -281,7 +281,7 @@ class State(Fleet):
         self.events.write_text("")
         self.ship_well(copy, self.events)
         self.assertEqual((self.numbers(), self.inserted()), ([1, 2], 2))
-        # What is written now is longer than what was there before.
+        # The new text is longer than the old one.
         self.events.write_text("".join(map(both, range(3, 9))))
         self.ship_well(copy, self.events)
         self.assertEqual((self.numbers(), self.inserted()), (list(range(1, 9)), 8))

@@ -22,7 +22,7 @@ def text_outside_code(document):
 
 
 def anchors(document):
-    """What "#..." may name in a document: its headings, as web pages of repositories spell them."""
+    """Returns what "#..." may name in a document: its headings, as web pages of repositories spell them."""
     headings = re.findall(r"^#+ (.*)$", text_outside_code(document), flags=re.M)
     return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
 

@@ -28,7 +28,7 @@ class Identity(unittest.TestCase):
         shutil.copytree(pathlib.Path(SOURCE, "cmake"), self.sources / "cmake")
 
     def commit_and_time(self):
-        """What the build finds out about the sources in this test's directory."""
+        """Returns what the build finds out about the sources in this test's directory."""
         script = self.sources.with_suffix(".cmake")
         script.write_text(f"include({SOURCE}/cmake/CkscribeCommit.cmake)\n"
                           f'ckscribe_commit({self.sources} commit time)\nmessage("${{commit}} ${{time}}")\n')

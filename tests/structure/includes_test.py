@@ -21,7 +21,7 @@ FLOORS = {
     "tool": 6,
 }  # fmt: skip
 
-# What a folder may include in addition to itself, where the floors would allow more.
+# A folder may include only these in addition to itself, where the floors would allow more.
 ONLY = {"reader": {"functions", "util"}}
 NEVER = {"tool": {"front"}}
 

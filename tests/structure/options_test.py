@@ -15,7 +15,7 @@ del sys.argv[1:3]
 
 class Options(unittest.TestCase):
     def configured(self, *options):
-        """Whether the library has the C++ runtime in it, the directory that it is installed in, and the number of tests."""
+        """Returns whether the library has the C++ runtime in it, the directory that it is installed in, and the number of tests."""
         with tempfile.TemporaryDirectory(prefix="ckscribe-options.") as directory:
             subprocess.run(["cmake", "-S", SOURCE, "-B", directory, "-G", "Ninja", f"-DCMAKE_CXX_COMPILER={COMPILER}",
                             "-DCKSCRIBE_TOOL=OFF", *options], check=True, capture_output=True, timeout=120)

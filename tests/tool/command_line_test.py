@@ -82,7 +82,7 @@ class CommandLine(unittest.TestCase):
 
 class Completion(unittest.TestCase):
     def complete(self, *words):
-        """What bash offers for the last word."""
+        """Returns the words that bash offers for the last word."""
         script = (
             f"PATH={pathlib.Path(TOOL).parent}:$PATH; . /usr/share/bash-completion/bash_completion; . {SHARE}/completion/ckscribe\n"
             'COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMP_LINE="$*"; COMP_POINT=${#COMP_LINE}\n'

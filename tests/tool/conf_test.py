@@ -1,4 +1,4 @@
-"""`ckscribe conf`, measured by what the configuration store reads before and after."""
+"""`ckscribe conf` is judged by what the configuration store reads before and after it."""
 
 import os
 import pathlib
@@ -33,7 +33,7 @@ OrmaSA Client = {
 
 
 def read_files_by_store(paths, names):
-    """What the store reads in each file for each (section, key), as lists; None for what it does not find."""
+    """Returns what the store reads in each file for each (section, key), as lists. None stands for what it does not find."""
     lines = "".join(f"{path}\t{section}\t{key}\n" for path in paths for section, key in names)
     done = subprocess.run([STORE_READER], input=lines.encode(), capture_output=True, check=True, timeout=60)
     values = iter(line[1:] if line.startswith(b"=") else None for line in done.stdout.split(b"\n")[:-1])
@@ -58,7 +58,7 @@ class Place(unittest.TestCase):
         return done
 
     def set(self, key, value):
-        """Sets a key, and compares what the store reads then."""
+        """Sets a key, and expects that the store then reads the value."""
         done = self.conf("set", key, value)
         self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
         section, name = key.rsplit(".", 1) if "." in key else ("CkLog2", key)
@@ -431,11 +431,11 @@ class WholeFile(Place):
                 continue
             found.append(self.path.read_bytes())
             self.assertEqual(self.path.stat().st_mode & 0o7777, 0o640)
-        # The old one up to some call, and then the new one.
+        # A kill leaves the old file up to some call, and the new one from then on.
         self.assertEqual(found, [FILE] * found.count(FILE) + [new] * found.count(new))
         self.assertIn(new, found)
         self.assertGreater(found.count(FILE), 15)
-        # What a kill has left beside the file is gone after the next edit.
+        # The next edit removes the copy that a kill has left beside the file.
         self.set("Enabled", "5")
 
 
@@ -485,7 +485,7 @@ class AgainstTheStore(Place):
                 expected = dict(zip(names, next(read))) | {(section, key): value}
                 got = dict(zip(names, next(read)))
                 if section == "OrmaSA Client":
-                    # The store takes the end of this name for a section of its own.
+                    # The store takes the last words of this name for the name of another section.
                     expected.pop(("Client", key)), got.pop(("Client", key))
                 self.assertEqual(got, expected)
         self.assertGreater(len(made), 100)

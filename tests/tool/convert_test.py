@@ -1,4 +1,4 @@
-"""Logs that are turned into other formats."""
+"""`ckscribe convert` turns logs into other formats."""
 import csv
 import datetime
 import http.server
@@ -34,7 +34,8 @@ class JsonLines(unittest.TestCase):
             for name in lacking:
                 event.pop(name, None)
             for child in event["in"] + event.get("out", []):
-                # Text logs show data, these events do not; a text log has no numbers of mechanisms and attributes.
+                # Text logs show data, and these events do not. A text log has no numbers of
+                # mechanisms and attributes.
                 for value in (child, child.get("parameter", {}), *child.get("attributes", [])):
                     for key in ("hex", "text", "number", "value" if child["kind"] == "AttributeList" else ""):
                         value.pop(key, None)
@@ -52,7 +53,7 @@ class JsonLines(unittest.TestCase):
                 self.assertEqual({"run", "call", "ns"} & {key for event in events for key in event}, set())
                 self.assertEqual(sum(event["event"] == "start" for event in events), STARTS)
                 self.assertEqual("tid" in events[0], log == NEW)
-                # Without threads the ends of like calls may be taken for each other's.
+                # Without threads the reader may confuse the ends of like calls.
                 if log == NEW:
                     self.assertEqual(sorted(comparable(event, lacking + ("tid",)) for event in events), expected)
 

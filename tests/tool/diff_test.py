@@ -1,4 +1,4 @@
-"""Two runs that are compared."""
+"""`ckscribe diff` compares two runs."""
 import pathlib
 import tempfile
 import unittest

@@ -1,4 +1,4 @@
-"""Logs of known content, made by bench/report/make_logs.py once for a test program."""
+"""bench/report/make_logs.py makes logs of known content once for a test program."""
 import json
 import pathlib
 import subprocess
@@ -9,7 +9,7 @@ _kept = []
 
 
 def make_logs(maker, *options):
-    """The folder with new.log, old.log and events.jsonl, and what a report of them must say."""
+    """Returns the folder with new.log, old.log and events.jsonl, and what a report of them must say."""
     folder = tempfile.TemporaryDirectory(prefix="ckscribe.")
     _kept.append(folder)
     done = subprocess.run([sys.executable, "-B", maker, folder.name, *options], stdout=subprocess.PIPE, check=True)

@@ -1,4 +1,4 @@
-"""The page of a report, opened in a real browser: headless Chromium."""
+"""A real browser, headless Chromium, opens the page of a report."""
 import html
 import html.parser
 import json
@@ -120,7 +120,8 @@ class PageOfEvents(unittest.TestCase):
             text = path.read_text()
         embedded = re.search(r'<script type="application/json" id="report">(.*?)</script>', text, re.S)
         self.assertEqual(json.loads(embedded[1])["calls"], 200_000)
-        # Ten times as many calls: what is more is calls without an end, up to a thousand.
+        # The log has ten times as many calls. The page shows more only of calls without an end, at
+        # most a thousand.
         self.assertLess(len(text.encode()), size + 1000 * 2000)
         self.assertIn("The page holds ", text)
 
@@ -227,7 +228,7 @@ class PageInUse(unittest.TestCase):
     def test_search_shows_the_rows_that_hold_the_text_in_capitals_or_not(self):
         self.assertEqual(self.told["found"], ["C_SignInit"])
         found = self.told["foundCalls"]
-        # At least the first and the last twenty, which the table did not show before.
+        # There are at least the first and the last twenty, which the table did not show before.
         self.assertGreaterEqual(len(found), 40)
         self.assertEqual({text[:18] for text in found}, {"C_FindObjectsInit("})
 
@@ -246,7 +247,7 @@ class PageInUse(unittest.TestCase):
             call = call or next(one for one in details["calls"] if one["place"] + one["text"] in told)
             self.assertIn(f"{details['functions'][call['function']]} = {call['result']}", told)
             self.assertIn(call["text"] + call["records"], told)
-        # Another one than that of the key.
+        # This call is another one than that of the key.
         self.assertNotIn(details["calls"][0]["place"] + "C_", self.told["selectedByClick"])
 
     def test_page_is_light_or_dark_as_the_reader_likes(self):

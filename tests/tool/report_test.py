@@ -1,4 +1,4 @@
-"""Reports of logs whose content is known."""
+"""`ckscribe report` reports on logs whose content is known."""
 import gzip
 import json
 import lzma
@@ -126,7 +126,7 @@ class Figures(unittest.TestCase):
         def figures(result):
             rows = {key: [{k: v for k, v in row.items() if k not in places} for row in value] if isinstance(value, list) else value
                     for key, value in result.items()}
-            # The commands name the file, and what could not be read was not turned into events.
+            # The commands name the file, and unreadable lines do not become events.
             for key in ("files", "remarks", "unreadable", "unreadable_stretches"):
                 rows.pop(key)
             return rows
@@ -170,7 +170,7 @@ class Damage(unittest.TestCase):
     def test_damaged_records_are_counted_and_listed_with_file_and_line(self):
         result = report(DAMAGED)
         self.assertGreater(result["unreadable"], 100)
-        # Of a call whose start is cut its end is left, and the other way round.
+        # If the start of a call is cut, its end is left, and the other way round.
         self.assertGreater(result["calls"], EXPECTED["calls"] - result["unreadable"])
         listed = ckscribe("report", "--unreadable", str(DAMAGED)).stdout.splitlines()
         self.assertEqual(len(listed), result["unreadable"])
@@ -220,7 +220,7 @@ class Files(unittest.TestCase):
 
     def test_rotated_family_in_any_order_is_one_log(self):
         text = NEW.read_bytes()
-        # In the middle of a call, behind a record.
+        # The cut is in the middle of a call, behind a record.
         cuts = [0] + [text.index(b"\n\n", len(text) * i // 4) for i in (1, 2, 3)] + [len(text)]
         with tempfile.TemporaryDirectory() as folder:
             names = ("log-20261119.gz", "log.2", "log.1.gz", "log")
@@ -232,7 +232,7 @@ class Files(unittest.TestCase):
             expected = totals(report(NEW))
             self.assertEqual(totals(report(*paths)), expected)
             self.assertEqual(totals(report(*reversed(paths))), expected)
-            # As logs of their own they lack what the files before them began.
+            # As separate logs they lack the calls that the files before them began.
             separate = [path.rename(path.with_name(f"{letter}.log")) for path, letter in zip(paths, "abcd")]
             self.assertGreater(report(*separate)["unfinished"], expected["unfinished"])
 
@@ -248,7 +248,7 @@ class Files(unittest.TestCase):
 class Memory(unittest.TestCase):
     def test_memory_does_not_grow_with_the_log(self):
         def peak(*command):
-            # What an address sanitizer keeps of freed memory is none of the command's.
+            # The memory that an address sanitizer keeps after it was freed does not count.
             environment = {**os.environ, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":quarantine_size_mb=1"}
             with tempfile.TemporaryFile() as output:
                 process = subprocess.Popen([TOOL, *map(str, command)], stdout=output, env=environment)

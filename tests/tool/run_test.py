@@ -32,12 +32,12 @@ def run(*arguments, **more):
 
 
 def sentences(text):
-    """What run says besides calls."""
+    """Returns the sentences that run prints besides calls."""
     return [line.removeprefix("ckscribe: ") for line in text.splitlines() if line.startswith("ckscribe: ")]
 
 
 def calls(text):
-    """FUNCTION(arguments) = RESULT {output} of each call, without time, thread and seconds."""
+    """Returns FUNCTION(arguments) = RESULT {output} of each call, without time, thread and seconds."""
     lines = [re.fullmatch(LINE + "(C_.*?)" + SECONDS, line) for line in text.splitlines()]
     return [line.group(1) for line in lines if line]
 
@@ -47,7 +47,7 @@ def functions(text):
 
 
 class InDirectory(unittest.TestCase):
-    """A test with a directory of its own."""
+    """Each test has a directory of its own."""
 
     def setUp(self):
         directory = tempfile.TemporaryDirectory(prefix="ckscribe-run-test.")
@@ -424,7 +424,7 @@ class Modules(InDirectory):
         self.assertEqual((done.returncode, done.stderr), (126, f"ckscribe: {program} cannot be run: Exec format error.\n"))
 
     def test_program_of_another_architecture_works_with_its_own_environment_and_gets_a_sentence(self):
-        # For x86, 32 bits: it ends with 7 if its environment is empty, else with 8.
+        # This program for x86 with 32 bits ends with 7 if its environment is empty, else with 8.
         program = self.place / "foreign"
         code = bytes.fromhex("8b0c24 8b5c8c08 85db 0f95c3 0fb6db 83c307 b801000000 cd80")
         begin, address = 52 + 32, 0x08048000

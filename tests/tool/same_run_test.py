@@ -1,4 +1,4 @@
-"""The same calls, logged in each format by the library itself, and all commands that read them.
+"""The library logs the same calls in each format, and all commands that read logs read them.
 
 Called with the path of the command, of known_run, of libckscribe.so, of the target, and of the folder share/.
 """
@@ -21,7 +21,7 @@ FOLDER = pathlib.Path(_folder.name)
 subprocess.run([KNOWN_RUN, LIBRARY, TARGET, FOLDER], check=True, timeout=240)
 assert not (FOLDER / "error.log").exists(), (FOLDER / "error.log").read_text()
 
-# The logs of one run each, in all formats, and the run.
+# Each log belongs to this run of the application.
 LOGS = {"new.log": "new", "old.log": "old", "events.jsonl": "events", "both.log": "both", "both.jsonl": "both"}
 EVERY_FUNCTION = ("every-new.log", "every-old.log", "every-events.jsonl")
 NAMES = {0: "CKR_OK", 0x11: "CKR_ATTRIBUTE_SENSITIVE", 0x30: "CKR_DEVICE_ERROR", 0xA0: "CKR_PIN_INCORRECT",
@@ -29,7 +29,7 @@ NAMES = {0: "CKR_OK", 0x11: "CKR_ATTRIBUTE_SENSITIVE", 0x30: "CKR_DEVICE_ERROR",
 
 
 def calls_of(run):
-    """The calls as the application made them."""
+    """Returns the calls as the application made them."""
     return [json.loads(line) for line in (FOLDER / f"{run}.calls").read_text().splitlines()]
 
 
@@ -83,7 +83,7 @@ class Report(unittest.TestCase):
         for log in EVERY_FUNCTION:
             with self.subTest(log):
                 calls = calls_of(log.partition(".")[0])
-                # Both print alike in text.
+                # Text records print both alike.
                 unknown = {} if log.endswith("jsonl") else {"C_GetFunctionStatus": "UnknownType", "C_CancelFunction": "UnknownType"}
                 expected = collections.Counter(unknown.get(call["function"], call["function"]) for call in calls)
                 result = report(log)
@@ -173,13 +173,14 @@ class Diff(unittest.TestCase):
 
 
 class Lnav(unittest.TestCase):
-    """The formats for lnav, over logs of the library."""
+    """The formats for lnav read logs of the library."""
 
     FORMATS = {"new.log": "ckscribe_log", "old.log": "ckscribe_old_log", "events.jsonl": "ckscribe_events"}
 
     def query(self, log, question):
         with tempfile.TemporaryDirectory(prefix="ckscribe.") as home:
-            # A terminal, settings and older sessions of who runs the test do not count.
+            # The terminal, settings and older sessions of the person who runs the test do not
+            # count.
             environment = {"PATH": os.environ["PATH"], "HOME": home, "LC_ALL": "C.UTF-8", "TZ": "UTC"}
             done = subprocess.run([self.lnav, "-n", "-W", "-I", pathlib.Path(SHARE) / "lnav", "-c", f";{question}",
                                    "-c", ":write-csv-to -", FOLDER / log],

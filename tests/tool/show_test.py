@@ -1,4 +1,4 @@
-"""Calls that are shown, selected and followed."""
+"""`ckscribe show` shows, selects and follows calls."""
 import gzip
 import lzma
 import os
@@ -37,7 +37,7 @@ def show(*arguments, **options):
 
 
 def shown(*arguments, log=LOG):
-    """Function names of the calls of LOG that are shown."""
+    """Returns the function names of the calls of LOG that are shown."""
     return [re.search(r" (CA?_\w+)\(", line)[1] for line in show(*arguments, "-", input=log)]
 
 
@@ -163,7 +163,7 @@ class Follower:
         self.process.stdout.close()
 
     def lines(self, count, seconds=60):
-        """All lines so far, at least `count` of them unless the time is over."""
+        """Returns all lines so far, at least `count` of them unless the time is over."""
         end = time.monotonic() + seconds
         while self.text.count(b"\n") < count and time.monotonic() < end:
             if select.select([self.process.stdout], [], [], 0.1)[0]:
@@ -223,7 +223,7 @@ class Following(unittest.TestCase):
                 path.write_bytes(packed((call(2, "Finalize", True) + call(1, "Initialize", False)).encode()))
                 with Follower(path) as follower:
                     self.assertEqual(follower.lines(1)[:1], ["10:15:30 1 C_Initialize() = CKR_OK"])
-                    # Rotation renames what it has packed.
+                    # Rotation renames the file that it has packed.
                     new = path.with_name("new")
                     new.write_bytes(packed(call(2, "Finalize", False).encode()))
                     new.rename(path)
@@ -237,7 +237,7 @@ class Following(unittest.TestCase):
             self.assertEqual(follower.lines(2), ["10:15:30 1 C_Initialize() = CKR_OK", "10:15:30 1 C_Finalize() = ?"])
             follower.process.stdin.write((call(3, "Logout", True)).encode())
             follower.process.stdin.close()
-            # The call that was shown in progress is not shown once more.
+            # A call that was shown in progress is not shown again.
             self.assertEqual(follower.lines(3)[2:], ["10:15:30 1 C_Logout() = ?"])
             self.assertEqual(follower.process.wait(60), 0)
             self.assertEqual(follower.lines(4, seconds=0.5)[3:], [])
@@ -279,10 +279,10 @@ class Following(unittest.TestCase):
 
 
 class Progress(unittest.TestCase):
-    """The bar on a terminal, which standard error is here."""
+    """The bar appears on a terminal, which standard error is here."""
 
     def run_on_terminal(self, *arguments, environment=None, feed=None):
-        """What the terminal got, when the command has ended with 0."""
+        """Returns what the terminal got. Expects that the command ends with 0."""
         ours, theirs = pty.openpty()
         process = subprocess.Popen([TOOL, *map(str, arguments)], env=os.environ | (environment or {}), stderr=theirs,
                                    stdout=subprocess.DEVNULL, stdin=subprocess.PIPE)

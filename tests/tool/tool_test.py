@@ -1,4 +1,4 @@
-"""What the tests of the command share. A test program is called with the path of `ckscribe` and arguments of its own,
+"""The tests of the command share this. A test program is called with the path of `ckscribe` and arguments of its own,
 holds classes of unittest, and ends with `main()`."""
 
 import os
@@ -11,7 +11,7 @@ ARGUMENTS = sys.argv[2:]
 
 
 def ckscribe(*arguments, environment=None, **more):
-    """Runs the command to its end; its output is text."""
+    """Runs the command to its end. Its output is text."""
     more = {"capture_output": True, "text": True, "timeout": 120} | more
     return subprocess.run([TOOL, *arguments], env=os.environ | (environment or {}), **more)
 
