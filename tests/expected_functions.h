@@ -49,7 +49,7 @@ inline const std::vector<ExpectedFunction> kExpectedFunctions = {
 #include "tests/expected_functions.def"
 };
 
-// Null for a name without a row.
+// Returns null for a name without a row.
 inline const ExpectedFunction* FindExpectedFunction(const std::string& name) {
     const auto row =
         std::find_if(kExpectedFunctions.begin(), kExpectedFunctions.end(),

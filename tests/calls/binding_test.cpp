@@ -92,7 +92,7 @@ protected:
 const Names kDualFunctions = {"C_DigestEncryptUpdate", "C_DecryptDigestUpdate", "C_SignEncryptUpdate",
                               "C_DecryptVerifyUpdate"};
 
-// The order in which standard functions are looked up.
+// The library looks up the standard functions in this order.
 const Names kBindingOrder = {"C_Initialize",
                              "C_Finalize",
                              "C_GetFunctionList",

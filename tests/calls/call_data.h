@@ -41,7 +41,7 @@ public:
     MemoryAtFixedAddress(const MemoryAtFixedAddress&) = delete;
     MemoryAtFixedAddress& operator=(const MemoryAtFixedAddress&) = delete;
 
-    // An object whose bytes are zero, at an address from 0x12345000 to 0x12345fff.
+    // Returns an object whose bytes are zero, at an address from 0x12345000 to 0x12345fff.
     template <class Object>
     Object& At(std::uintptr_t address) {
         EXPECT_TRUE(address >= kPage && address + sizeof(Object) <= kPage + kSize);

@@ -7,7 +7,7 @@ namespace {
 
 class ErrorFile : public EveryFunction {
 protected:
-    // A log that cannot be opened.
+    // This log cannot be opened.
     const std::string kLog = directory.File("no such directory/calls.log");
     const std::string kReport = "\n 26/11/15[10:15:30]:  Could not open capture file " + kLog + ".";
 
@@ -176,7 +176,7 @@ protected:
         EXPECT_EQ(0x80000999u, api.C_Logout(0x51));
     }
 
-    // A configuration that makes the library report something.
+    // Sets a configuration that makes the library report something.
     void ProvokeReport() { Set("File", directory.Path()); }
 
     static mode_t PermissionsOf(const std::string& path) {

@@ -36,7 +36,7 @@ protected:
     // call.
     void Restart();
 
-    // A function that the library exports, by the type that the caller knows it to have.
+    // Returns a function that the library exports, with the type that the caller knows.
     template <class Function>
     Function* Exported(const char* name) {
         return reinterpret_cast<Function*>(ExportedAddress(name));

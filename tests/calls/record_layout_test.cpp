@@ -171,7 +171,7 @@ TEST_F(RecordLayout, LowerHalfOfAThreadIsNegative_RecordShowsAMinusSign) {
         mmap(nullptr, kReserved + kStack, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     ASSERT_NE(MAP_FAILED, reserved);
     const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(reserved);
-    // The first address from `begin` on whose low 32 bits are 0xC0000000.
+    // This is the first address from `begin` on whose low 32 bits are 0xC0000000.
     const std::uintptr_t stack =
         begin + static_cast<std::uint32_t>(0xC0000000 - static_cast<std::uint32_t>(begin));
     ASSERT_EQ(0, mprotect(reinterpret_cast<void*>(stack), kStack, PROT_READ | PROT_WRITE));

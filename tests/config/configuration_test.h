@@ -45,7 +45,7 @@ protected:
     TestStore store{path};
 };
 
-// A configuration file with one section and one entry.
+// Returns a configuration file with one section and one entry.
 inline std::string OneEntry(const std::string& section, const std::string& key, const std::string& value) {
     return section + " = {\n   " + key + " = " + value + ";\n}\n";
 }

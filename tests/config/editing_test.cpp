@@ -239,7 +239,7 @@ INSTANTIATE_TEST_SUITE_P(, ReplaceTest, testing::ValuesIn(kReplacements), CaseNa
 
 class ReplaceBodyTest : public ConfigurationTest {
 protected:
-    // The body of a section that is replaced, and then of one that is appended.
+    // Expects this body of a section that is replaced, and then of one that is appended.
     void ExpectBody(const std::string& body, const std::string& written) {
         Write("Misc = {\n   Key = 1;\n}\n");
         EXPECT_EQ(1, store.ReplaceConfigurationInfo("Misc", body.c_str(), 4711));

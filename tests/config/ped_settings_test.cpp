@@ -14,7 +14,7 @@ protected:
         Write(OneEntry("Decoy", "PEDId", "9") + OneEntry("Orma", "PEDId", list));
     }
 
-    // The default identifier, or -1 for a failure.
+    // Returns the default identifier, or -1 for a failure.
     int Default(const std::string& list) {
         WriteId(list);
         unsigned id = 4711;
@@ -27,7 +27,7 @@ protected:
         return static_cast<int>(id);
     }
 
-    // The identifier of a slot, or -1 for a failure.
+    // Returns the identifier of a slot, or -1 for a failure.
     int OfSlot(unsigned slot, const std::string& list) {
         WriteId(list);
         unsigned short id = 4711;

@@ -21,7 +21,7 @@ const char kClientList[] =
     "   ServerName03 = delta;\n"
     "}\n";
 
-// The file with one line in the place of another.
+// Returns the file with one line in the place of another.
 std::string Replaced(std::string text, const std::string& oldLine, const std::string& newLine) {
     const size_t position = text.find(oldLine);
     EXPECT_NE(std::string::npos, position) << oldLine;

@@ -6,7 +6,7 @@ namespace {
 
 class VirtualTokenTest : public ConfigurationTest {
 protected:
-    // The section with one token, index 1, whose members are `members`.
+    // Returns the section with one token, index 1, whose members are `members`.
     static std::string Token(const std::string& section, const std::string& members) {
         return section + " = {\n   VirtualToken01Label = one;\n   VirtualToken01Members = " + members +
                ";\n}\n";

@@ -50,7 +50,7 @@ struct FunctionArguments {
     std::string function;             // "C_Login", "CA_GetTime"
     std::vector<Argument> arguments;  // none for functions of the vendor whose records show no argument
 
-    // The index of an argument. Ends the process when there is none of that name.
+    // Returns the index of an argument. Ends the process when there is none of that name.
     std::size_t Index(const std::string& name) const;
 };
 

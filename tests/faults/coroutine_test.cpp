@@ -20,7 +20,7 @@ ucontext_t coroutine;
 SixWords* function = nullptr;
 CK_RV result = 0;
 
-// The outermost function of the coroutine.
+// This is the outermost function of the coroutine.
 void Call() { result = function(0, 0, 0, 0, 0, 0); }
 
 // A stack between two pages that nobody may touch.
@@ -128,7 +128,7 @@ TEST_F(Coroutine, StackEndsAboveTheCaller_VendorListIsHandedOut) {
     }));
 }
 
-// The page behind may be there, too: then the caller's words are the target's.
+// If the page behind is readable, too, the target gets the caller's words.
 TEST_F(Coroutine, WordsGoOnToAReadablePage_TargetGetsAllWords) {
     using EveryWord =
         CK_RV(TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord, TargetWord,

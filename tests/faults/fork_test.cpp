@@ -65,7 +65,7 @@ protected:
         if (caller.Call() != CKR_OK) _exit(3);
     }
 
-    // The whole life of a child that makes one call.
+    // Does everything that a child with one call does.
     [[noreturn]] static void CallOnce(Library& library, unsigned caller) {
         MarkedCaller child(library, caller);
         Call(child);

@@ -145,7 +145,7 @@ std::string BytesOfHex(const std::string& hex) {
     return bytes;
 }
 
-// Numbers behind "=", bytes in quotes.
+// Returns the children with numbers behind "=" and bytes in quotes.
 std::string ChildrenOfEvent(simdjson::dom::array elements) {
     std::string children;
     for (const simdjson::dom::element element : elements) {

@@ -15,7 +15,7 @@ struct LogRecord {
     // The text between the outermost braces; of an event the elements of "in" or "out" in such a form.
     std::string children;
 
-    // The number of the first child, which most functions have for their session.
+    // Returns the number of the first child, which is the session for most functions.
     unsigned long FirstNumber() const;
 };
 

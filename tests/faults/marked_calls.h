@@ -21,7 +21,7 @@ enum class Marked { kStandard, kVendor, kInTurn };
 // Their names in records.
 extern const std::set<std::string> kMarkedFunctions;
 
-// The name that records of the new format give to this thread.
+// Returns the name that records of the new format give to this thread.
 std::string IdOfThisThread();
 
 // One caller of an application, on one thread at a time. It neither allocates nor locks, so its thread may

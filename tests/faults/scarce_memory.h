@@ -1,4 +1,4 @@
-// The memory of the whole process: every allocation is counted, and may be refused.
+// Counts every allocation of the whole process, and may refuse it.
 //
 // scarce_memory.cpp replaces malloc and its kin in the program that it is linked to, and so in all that the
 // program loads. It is compiled without sanitizers, for it is called before they are ready.

@@ -139,7 +139,7 @@ TEST_F(Threads, ManyThreadsCall_EachHasAllItsRecordsInOrder) {
             EXPECT_EQ(log.hasNewFormat, isNewFormat || AreEventsTested());
             EXPECT_EQ(log.hasOldFormat, !isNewFormat && !AreEventsTested());
         }
-        // The mask changed and changed back meanwhile.
+        // The mask has changed and changed back in the meantime.
         EXPECT_GT(loggedLogouts, 0U);
         EXPECT_LT(loggedLogouts, 2 * logouts);
     }));

@@ -37,7 +37,7 @@ std::size_t Occurrences(const std::string& text, const std::string& part) {
     return count;
 }
 
-// A name that no rule of the syntax gets in the way of.
+// Returns whether no rule of the syntax gets in the way of the name.
 bool IsPlain(const std::string& name) {
     if (name.empty() || name.front() == ' ' || name.back() == ' ') return false;
     for (const char c : name) {

@@ -22,7 +22,8 @@ void Run(const std::string& input) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
-// One of: a byte changed in one bit or as a whole, a stretch gone, doubled, or moved to another place.
+// Does one of these: changes one bit of a byte or the whole byte; removes a stretch, doubles it, or moves it
+// to another place.
 void Damage(std::string& log, std::mt19937& random) {
     const auto below = [&random](std::size_t count) { return static_cast<std::size_t>(random()) % count; };
     const std::size_t place = below(log.size());
@@ -67,7 +68,7 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i)
         paths.insert(paths.end(), std::filesystem::directory_iterator(argv[i]),
                      std::filesystem::directory_iterator());
-    // The same order everywhere.
+    // The order is the same on every system.
     std::ranges::sort(paths);
     for (const std::filesystem::path& path : paths) RunFile(path, random);
     if (paths.empty()) std::fputs("no file to run\n", stderr);

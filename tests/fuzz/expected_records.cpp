@@ -168,13 +168,13 @@ private:
         Fail(function.function + " has no part");
     }
 
-    // The value of an operand: "name", "*name", "32".
+    // Returns the value of an operand: "name", "*name", "32".
     CK_ULONG Operand(std::size_t i) const {
         const std::string& operand = operands.at(i);
         if (operand[0] == '*') return memory.Word(AddressOperand(i));
         return operand[0] <= '9' ? std::stoul(operand) : AddressOperand(i);
     }
-    // The argument itself.
+    // Returns the argument itself.
     CK_ULONG AddressOperand(std::size_t i) const {
         const std::string& operand = operands.at(i);
         return words[function.Index(operand.substr(operand[0] == '*' ? 1 : 0))];

@@ -1,4 +1,4 @@
-// The record that a call must give, from the words of the call and the memory that they point to.
+// Computes the record that a call must give, from the words of the call and the memory that they point to.
 #pragma once
 
 #include <p11-kit/pkcs11.h>

@@ -79,7 +79,7 @@ void AddStretch(std::string& text, const ckscribe::UnreadableStretch& stretch) {
     Add(text, stretch.beginning);
 }
 
-// All that is found, as a text.
+// Collects everything that is found as a text.
 class Description : public ckscribe::CallSink {
 public:
     void OnCall(const Call& call) override {

@@ -35,7 +35,8 @@ std::vector<std::string> Items(const std::string& list) {
 
 bool IsWhite(char c) { return static_cast<signed char>(c) >= 0 && (std::isspace(c) || std::iscntrl(c)); }
 
-// The number that a text is, without the white space around it; none when it is too long or no number.
+// Returns the number that a text shows, without the white space around it; nothing when the text is too long
+// or no number.
 std::optional<long> Number(std::string text, std::size_t longest) {
     while (!text.empty() && IsWhite(text.back())) text.pop_back();
     while (!text.empty() && IsWhite(text.front())) text.erase(0, 1);

@@ -27,7 +27,7 @@ public:
     ckscribe::KeptCall kept;
 };
 
-// Bytes as the log writes them, without quotes.
+// Returns bytes as the log writes them, without quotes.
 std::string Written(const std::string& bytes) {
     static constexpr char kDigits[] = "0123456789abcdefghijklmnopqrstuv";
     if (bytes.empty()) return "<null>";
@@ -186,7 +186,7 @@ private:
             case Shape::kText:
                 return CompareBytes(expected.bytes, value);
             case Shape::kMechanism:
-                // A mechanism that is not there has neither.
+                // A missing mechanism has neither.
                 if (!value.number && value.children.empty()) return;
                 Require(value.number == expected.numbers[0] && value.children.size() == 1, "a mechanism");
                 return CompareBytes(expected.bytes, value.children[0]);

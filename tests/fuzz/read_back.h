@@ -11,6 +11,6 @@
 void RequireReadBack(std::string_view log, const std::string& function, const ExpectedRecord& start,
                      const ExpectedRecord& end);
 
-// The same for `events`, the start event and the end event of a call that shows its data.
+// Does the same for `events`, the start event and the end event of a call that shows its data.
 void RequireEventsReadBack(std::string_view events, const std::string& function, const ExpectedRecord& start,
                            const ExpectedRecord& end);

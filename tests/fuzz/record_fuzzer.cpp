@@ -44,7 +44,7 @@ void Require(bool holds, const char* what) {
     std::abort();
 }
 
-// One input. It gives one byte after the other, and zeros behind its end.
+// An input gives one byte after the other, and zeros behind its end.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : data(data), size(size) {}
@@ -88,8 +88,8 @@ public:
         }
     }
 
-    // A word of a call or of memory: a number, or an address in, at the end of, in front of or behind the
-    // page.
+    // Returns a word of a call or of memory: a number, or an address in, at the end of, in front of or behind
+    // the page.
     CK_ULONG Word() {
         switch (Byte() % 8) {
             case 0:
@@ -207,7 +207,7 @@ public:
         return kCallers[function](functions[function], words);
     }
 
-    // The text that the file has got since the last call.
+    // Returns the text that the file has got since the last call.
     std::string TakeLog() { return log.Take(); }
     std::string TakeEvents() { return events.Take(); }
 

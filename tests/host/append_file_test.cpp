@@ -27,7 +27,7 @@ std::string Contents(const std::string& path) {
 
 void Write(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
 
-// The number, not below `first`, under which this process has the file open, or -1.
+// Returns the number, not below `first`, under which this process has the file open, or -1.
 int DescriptorOf(const std::string& path, int first = 0) {
     struct stat wanted;
     if (stat(path.c_str(), &wanted) != 0) return -1;

@@ -1,4 +1,4 @@
-// The label and the format with which each kind of child prints.
+// Each kind of child prints with its label and its format.
 
 #include "records/record_children.h"
 

@@ -22,7 +22,7 @@ protected:
     }
     ~StandardRecordsTest() override { AbstractDescriptor::CloseCaptureStream(); }
 
-    // The text that a builder adds to the log.
+    // Returns the text that a builder adds to the log.
     template <class Builder, class... Arguments>
     std::string Written(Builder builder, Arguments... arguments) {
         const std::size_t before = FileText(log).size();
@@ -53,7 +53,7 @@ std::vector<Builders> EveryBuilder() {
     };
 }
 
-// The lowest level at which the builders of a function write.
+// Returns the lowest level at which the builders of a function write.
 unsigned ExpectedLevelOf(const std::string& name) {
     if (name == "Terminate" || name == "PerformSelfTest") return 3;  // not exported
     const ExpectedFunction* const row = FindExpectedFunction("C_" + name);

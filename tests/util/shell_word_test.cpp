@@ -14,7 +14,7 @@ std::string Word(const std::string& path) {
     return word.c_str();
 }
 
-// The only argument that the shell makes of the word.
+// Returns the only argument that the shell makes of the word.
 std::string Read(const std::string& word) {
     FILE* stream = popen(("for word in " + word + "; do printf '[%s]' \"$word\"; done").c_str(), "r");
     char text[256] = "";
