@@ -6,7 +6,7 @@
 // every lookup reads the whole file again, and a change that another program makes counts at once. No
 // function throws or prints unless its comment says so. A function returns 1 for success or "found", and 0
 // for failure or "not found", unless its comment says otherwise. A lookup that finds nothing leaves the
-// caller's buffer alone. A value that does not fit is cut without notice.
+// caller's buffer unchanged. A value that does not fit is cut without notice.
 //
 // Sizes of buffers are in bytes and count the terminating NUL. Numbers of characters do not count it. A
 // pointer that an accessor returns points into the instance and is valid until that accessor is called again.
@@ -426,7 +426,7 @@ public:
 
     // These read "haLogStatus" and "haProxy" of "HAConfiguration". They set `on` to true if the value begins
     // with "enable", and to false if it begins with "#" or is missing. COMPAT: any other value leaves `on`
-    // alone. They return 1 if the key is found, else 0.
+    // unchanged. They return 1 if the key is found, else 0.
     int GetHALog(bool& on) const { return Switch("haLogStatus", on); }
     int GetHAProxy(bool& on) const { return Switch("haProxy", on); }
 

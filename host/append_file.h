@@ -66,7 +66,7 @@ public:
     // Returns how often the descriptor has been looked at. WhyLost() changes only then.
     unsigned long Inspections() const { return inspections; }
 
-    // Whether the file ends with a part of a text: the system took the beginning of it and not the rest.
+    // Returns whether the file ends with a part of a text: the system took its beginning and not the rest.
     bool EndsInPart() const { return endsInPart; }
 
     // Appends the whole text with one write where the system takes it in one; a short write is completed, an

@@ -96,7 +96,7 @@ void AddRepetition(Repetitions& all, const Repetition& row) {
     Repetition& sum = all[{row.function, row.result}];
     const std::uint64_t rows = sum.rows + row.rows;
     const std::uint64_t calls = sum.calls + row.calls;
-    // Of equally long rows the one that began first counts, whatever the order of the threads.
+    // If rows are equally long, the one that began first counts, whatever the order of the threads.
     const auto rank = [](const Repetition& one) {
         return std::tuple(-static_cast<std::int64_t>(one.longest), one.seen.time.nanoseconds, one.process,
                           one.thread);
@@ -475,7 +475,8 @@ Report ReportBuilder::Finish(const std::vector<std::string>& paths, const std::v
         if (figures.calls == 0) continue;
         report.functions.push_back({FunctionName(FunctionIndex(i)), figures.calls, figures.errors,
                                     figures.unfinished, std::move(figures.durations)});
-        // Of equally frequent ones the one that came first, whatever the order in which logs are read.
+        // Equally frequent results stand in the order of their first calls, whatever the order in which logs
+        // are read.
         std::ranges::stable_sort(figures.results, {}, [](const ResultFigures& row) {
             return std::tuple(-static_cast<std::int64_t>(row.count), row.first.time.nanoseconds);
         });

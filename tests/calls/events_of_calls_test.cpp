@@ -304,8 +304,7 @@ TEST_F(EventsOfCalls, NestedCallsHaveLongInputs_EachEndEventShowsItsOwn) {
     EXPECT_NE(events.npos, events.find(end("2", "82", std::string(2000, 'i'))));
 }
 
-// What a failed call leaves in output arguments is what happened to be there: parts of the application's
-// memory.
+// After a failed call, output arguments hold what happened to be there: parts of the application's memory.
 TEST_F(EventsOfCalls, CallFails_EventWithoutDataShowsNothingOfTheOutputBuffers) {
     CK_TOKEN_INFO info;
     std::fill_n(reinterpret_cast<CK_BYTE*>(&info), sizeof info, CK_BYTE{'s'});

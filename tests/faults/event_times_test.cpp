@@ -1,4 +1,4 @@
-// The times of events, by the clocks of the system.
+// The times of events agree with the clocks of the system.
 
 #include <cstdio>
 #include <ctime>
@@ -17,7 +17,7 @@ CK_RV TakeTime(const char*, const TargetWord*, std::size_t) {
     return CKR_OK;
 }
 
-// As events write the time.
+// Returns the time in the form that events have.
 std::string TextOfNow() {
     timespec now = {};
     clock_gettime(CLOCK_REALTIME, &now);

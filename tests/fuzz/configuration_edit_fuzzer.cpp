@@ -5,7 +5,7 @@
 // For every input: an edit succeeds unless the file is empty or a generated line is too long, no line grows
 // beyond 839 characters, and only an appended section goes without a line feed at the end.
 //
-// When the name stands in the file at most once, and then in a header and with a "}" after it:
+// If the name stands in the file at most once, in a header with a "}" after it:
 // - the lines of the others, cut at 838 characters and ended by a line feed, stay as they were;
 // - a value that was set is found, a key or section that was cleared is not.
 

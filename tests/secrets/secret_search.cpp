@@ -11,7 +11,7 @@ namespace {
 
 enum class Kind { kNone, kLetter, kMark };
 
-// The kind of each byte.
+// Says the kind of each byte.
 constexpr std::array<Kind, 256> kKinds = [] {
     std::array<Kind, 256> kinds{};
     for (const char letter : kSecretLetters) kinds[static_cast<unsigned char>(letter)] = Kind::kLetter;
@@ -42,8 +42,8 @@ constexpr int HexDigit(char character) {
     return -1;
 }
 
-// For each character: whether it is the first hexadecimal digit of a byte that a secret may have. Most digits
-// of a log are not, and the search passes over them.
+// Says of each character whether it is the first hexadecimal digit of a byte that a secret may have. Most
+// digits of a log are not, and the search passes over them.
 constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
     std::array<bool, 256> isFirst{};
     for (std::size_t character = 0; character < isFirst.size(); ++character) {
@@ -56,7 +56,8 @@ constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
     return isFirst;
 }();
 
-// For each byte: whether any form of a secret may contain it. The search passes over most of a log by this.
+// Says of each byte whether any form of a secret may contain it. The search passes over most of a log by
+// this.
 constexpr std::array<bool, 256> kIsInAnyForm = [] {
     std::array<bool, 256> isInAny{};
     for (std::size_t byte = 0; byte < isInAny.size(); ++byte) {
@@ -66,7 +67,7 @@ constexpr std::array<bool, 256> kIsInAnyForm = [] {
     return isInAny;
 }();
 
-// The byte that the first two digits stand for; -1 if they are no digits.
+// Returns the byte that the first two digits stand for; -1 if they are no digits.
 int HexByte(std::string_view text) {
     if (text.size() < 2) return -1;
     const int high = HexDigit(text[0]);
@@ -74,8 +75,8 @@ int HexByte(std::string_view text) {
     return high < 0 || low < 0 ? -1 : high * 16 + low;
 }
 
-// `text` without the characters that dumps put between bytes: blanks, colons, commas, hyphens, and "0x" or
-// "\x".
+// Returns `text` without the characters that dumps put between bytes: blanks, colons, commas, hyphens, and
+// "0x" or "\x".
 std::string_view WithoutSeparator(std::string_view text) {
     constexpr std::string_view kSeparators = " :,-";
     while (!text.empty() && kSeparators.find(text[0]) != std::string_view::npos) text.remove_prefix(1);
@@ -95,7 +96,7 @@ std::size_t HexBytesOfSecret(std::string_view text) {
     return length;
 }
 
-// The longest part of a secret in the bytes of a decimal number.
+// Returns the longest part of a secret in the bytes of a decimal number.
 std::size_t NumberBytesOfSecret(std::string_view digits) {
     constexpr std::size_t kDigitsOfLeastPart = 9;
     constexpr std::size_t kDigitsOfWord = 20;

@@ -19,14 +19,14 @@ namespace {
 std::string PublicAddress(const std::string& url) {
     const std::size_t scheme = url.find("://");
     const std::size_t host = scheme == url.npos ? 0 : scheme + 3;
-    // A password with a slash in it makes a wrong address, and stays unseen all the same.
+    // A password with a slash in it makes a wrong address. It stays hidden even then.
     std::string shown = url.substr(0, url.find('?'));
     const std::size_t at = shown.rfind('@');
     if (at != shown.npos && at >= host) shown.erase(host, at + 1 - host);
     return Harmless(shown);
 }
 
-// As much of an answer as a sentence can hold.
+// Returns as much of an answer as a sentence can hold.
 std::string FirstLine(const std::string& answer) {
     constexpr std::size_t kShown = 300;
     return Harmless(answer.substr(0, std::min(answer.find('\n'), kShown)));
@@ -197,7 +197,7 @@ void Engine::Insert(std::string_view, std::string_view) {}
 std::string_view Engine::Table() {
     if (!table.empty()) return table;
     const std::string answer = Ask("EXISTS TABLE calls_all FORMAT TabSeparated");
-    // Whatever else speaks HTTP may take rows with status 200, too, and lose them.
+    // Any other server for HTTP may take rows with status 200, too, and lose them.
     if (answer != "0\n" && answer != "1\n")
         throw EngineError(fmt::format("{} is no ClickHouse. It answers: {}", address, FirstLine(answer)));
     table = answer == "1\n" ? "calls_all" : "calls";

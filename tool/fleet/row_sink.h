@@ -28,7 +28,7 @@ public:
     void OnUnreadable(const UnreadableStretch& stretch) override { unreadableLines += stretch.lines; }
 
     const std::string& Rows() const { return rows; }
-    // The rows, in as many insertions as an engine takes them in: none has more than 100 days (partitions).
+    // Returns the rows, split into insertions that an engine takes: none has more than 100 days (partitions).
     std::vector<std::string_view> Insertions() const;
     void DropRows();
     const CallPositions& Positions() const { return positions; }

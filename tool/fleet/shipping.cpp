@@ -52,7 +52,7 @@ Head HeadOf(LogSource& source) {
     while (begin < bytes.size()) {
         const std::size_t end = bytes.find('\n', begin);
         const bool isEvent = std::string_view(bytes).substr(begin).starts_with(kEventBegin);
-        // Of a line that is longer than the head, the beginning identifies the file.
+        // If the line is longer than the head, its beginning identifies the file.
         if (isEvent && (end != bytes.npos || bytes.size() == kHead))
             return {HeadKind::kWhole, bytes.substr(0, end == bytes.npos ? end : end + 1)};
         if (end == bytes.npos) break;
