@@ -6,6 +6,7 @@ FIRST and SECOND are directories with the packages of two builds. Each TARBALL i
 installed and used below a directory that the test makes beside the tarball and removes."""
 
 import hashlib
+import io
 import json
 import os
 import pathlib
@@ -13,6 +14,7 @@ import re
 import shutil
 import subprocess
 import sys
+import tarfile
 import tempfile
 import unittest
 
@@ -29,10 +31,16 @@ NO_LICENCE = "No licence has been granted yet"
 
 
 def output_of(*command, **more):
-    done = subprocess.run(command, capture_output=True, text=True, timeout=300, **more)
+    done = subprocess.run(command, **({"capture_output": True, "text": True, "timeout": 300} | more))
     if done.returncode != 0:
         raise AssertionError(f"{command}: {done.returncode}\n{done.stdout}{done.stderr}")
     return done.stdout
+
+
+def commit_of_sources():
+    archived = re.search(r'archived_commit "([0-9a-f]{40})"', (SOURCE / "cmake/ArchivedCommit.cmake").read_text())
+    commit = archived[1] if archived else output_of("git", "-c", "safe.directory=*", "-C", SOURCE, "log", "-1", "--format=%H")
+    return commit[:12]
 
 
 def files_of_deb(package):
@@ -73,7 +81,45 @@ class Packages(unittest.TestCase):
             library = directory + LIBRARY
             needed = set(re.findall(r"NEEDED.*\[(.*)\]", output_of("readelf", "--dynamic", library)))
             self.assertLessEqual(needed, {"libc.so.6", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1"})
-            self.assertRegex(output_of("strings", library), rf"(?m)^ckscribe {re.escape(VERSION)} \(commit ([0-9a-f]{{12}})\)$")
+            shown = [line for line in output_of("strings", library).splitlines() if line.startswith("ckscribe ")]
+            self.assertEqual(shown, [f"ckscribe {VERSION} (commit {commit_of_sources()})"])
+
+    def test_Programs_AreLinkedAsHardenedOnesAre(self):
+        with tempfile.TemporaryDirectory(prefix="ckscribe-packages.") as directory:
+            output_of("dpkg-deb", "--extract", FIRST / DEB, directory)
+            for program in (LIBRARY, "/usr/bin/ckscribe", f"{LIBRARIES}/ckscribe/libckscribe-audit.so"):
+                with self.subTest(program):
+                    headers = output_of("readelf", "--wide", "--file-header", "--dynamic", "--segments", directory + program)
+                    self.assertRegex(headers, r"(?m)^ *Type: +DYN ")
+                    self.assertRegex(headers, r"\(FLAGS_1\) .*\bNOW\b")
+                    self.assertRegex(headers, r"(?m)^ *GNU_RELRO ")
+                    self.assertRegex(headers, r"(?m)^ *GNU_STACK( +0x0+){5} +RW ")
+                    self.assertNotRegex(headers, r"\((RPATH|RUNPATH|TEXTREL)\)")
+
+    def test_Packages_RunNothingWhenTheyAreInstalledAndHaveNoFileBelowEtc(self):
+        for package in (DEB, DEV_DEB):
+            control = output_of("dpkg-deb", "--ctrl-tarfile", FIRST / package, text=False)
+            with tarfile.open(fileobj=io.BytesIO(control)) as files:
+                self.assertEqual({pathlib.Path(name).name for name in files.getnames()} - {"", "."}, {"control", "md5sums"})
+            self.assertEqual([file for file in files_of_deb(package) if not file.startswith("/usr/")], [])
+        for package in (RPM, DEV_RPM):
+            self.assertEqual(output_of("rpm", "-qp", "--scripts", "--triggers", FIRST / package), "")
+
+    def test_Files_BelongToRootAndOnlyTheCommandIsExecutable(self):
+        for package in (DEB, DEV_DEB):
+            for line in output_of("dpkg-deb", "--contents", FIRST / package).splitlines():
+                permissions, owner, *_, name = line.split()
+                is_command = name == "./usr/bin/ckscribe"
+                expected = "drwxr-xr-x" if line.startswith("d") else "-rwxr-xr-x" if is_command else "-rw-r--r--"
+                self.assertEqual((permissions, owner), (expected, "root/root"), name)
+        for package in (RPM, DEV_RPM):
+            lines = output_of("rpm", "-qp", "--queryformat", "[%{FILEMODES:perms} %{FILEUSERNAME} %{FILEGROUPNAME} %{FILENAMES}\n]",
+                              FIRST / package).splitlines()
+            for permissions, user, group, name in map(str.split, lines):
+                expected = {"drwxr-xr-x"} if permissions.startswith("d") else \
+                    {"-rwxr-xr-x"} if name == "/usr/bin/ckscribe" else {"-rw-r--r--", "-rwxr-xr-x"} if ".so" in name else {"-rw-r--r--"}
+                self.assertIn(permissions, expected, name)
+                self.assertEqual((user, group), ("root", "root"), name)
 
     def test_Packages_SayThatNoLicenceHasBeenGranted(self):
         with tempfile.TemporaryDirectory(prefix="ckscribe-packages.") as directory:
@@ -86,7 +132,8 @@ class Packages(unittest.TestCase):
     def test_Package_ContainsEveryFileThatThereIsToInstall(self):
         expected = {LIBRARY, "/usr/bin/ckscribe", f"{LIBRARIES}/ckscribe/libckscribe-audit.so",
                     "/usr/share/bash-completion/completions/ckscribe"}
-        expected |= {f"{DOCUMENTS}/{name}" for name in ("README.md", "CHANGELOG.md", "changelog.gz", "changelog.Debian.gz", "copyright")}
+        expected |= {f"{DOCUMENTS}/{name}" for name in ("README.md", "CHANGELOG.md", "CONTRIBUTING.md", "changelog.gz",
+                                                        "changelog.Debian.gz", "copyright")}
         expected |= {f"{DOCUMENTS}/docs/{path.name}" for path in (SOURCE / "docs").iterdir()}
         expected |= {f"{DOCUMENTS}/examples/{path.name}" for path in (SOURCE / "share/examples").iterdir()}
         expected |= {f"/usr/share/man/man{path.stem[-1]}/{path.stem}.gz" for path in (SOURCE / "share/man").glob("*.scd")}
@@ -94,7 +141,9 @@ class Packages(unittest.TestCase):
             files = [path for path in (SOURCE / directory).rglob("*") if path.is_file()]
             self.assertTrue(files, directory)
             expected |= {f"{installed}/{path.relative_to(SOURCE / directory)}" for path in files}
-        self.assertEqual(expected - files_of_deb(DEB), set())
+        notices = {file for file in files_of_deb(DEB) if file.startswith(f"{DOCUMENTS}/notices/")}
+        self.assertTrue(notices)
+        self.assertEqual(files_of_deb(DEB) - notices, expected)
 
     def test_DevelopmentPackage_ContainsLibrariesHeadersAndFilesForCMakeAndPkgConfig(self):
         files = files_of_deb(DEV_DEB)

@@ -97,6 +97,11 @@ class Completion(unittest.TestCase):
 
     def test_option_is_completed_as_one_of_the_subcommand(self):
         self.assertIn("--help", self.complete("run", "--"))
+        for name in subcommands():
+            with self.subTest(name):
+                options = re.findall(r"^  (?:-\w,)?(--[a-z-]+)", ckscribe(name, "--help").stdout, flags=re.M)
+                self.assertGreater(len(options), 1)
+                self.assertLessEqual(set(options), set(self.complete(name, "--")))
 
     def test_words_behind_run_are_completed_as_a_command(self):
         self.assertIn("pkcs11-tool", self.complete("run", "pkcs11-too"))
