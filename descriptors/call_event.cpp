@@ -187,6 +187,7 @@ void WriteChildren(JsonWriter& json, const DescriptorComposite& record) {
 
 void Remember(CallEvent& event, std::string_view input) {
     event.inputLength = input.size();
+    event.showsData = IsDataShownInEvents();
     event.isInputKept = input.size() > CallEvent::kInputRoom;
     if (event.isInputKept) {
         // If there is no memory for the input, the call has no end event.
@@ -196,7 +197,9 @@ void Remember(CallEvent& event, std::string_view input) {
     }
 }
 
+// The library may have been started anew during the call, with events that hide data.
 std::string_view Input(const CallEvent& event) {
+    if (event.showsData && !IsDataShownInEvents()) return {};
     if (!event.isInputKept) return {event.input, event.inputLength};
     const std::string_view kept = KeptInput(event);
     if (kept.size() != event.inputLength) throw std::bad_alloc();
@@ -217,6 +220,7 @@ void BeginCallEvent(CallEvent& event, const char* exportedName) {
     event.isOutputUndefined = false;
     event.subject.known = 0;
     event.inputLength = 0;
+    event.showsData = false;
     event.isInputKept = false;
 }
 

@@ -52,6 +52,7 @@ struct CallEvent {
     bool isOutputUndefined;     // the call failed, and what its output arguments hold is not the target's
     CallSubject subject;
     std::size_t inputLength;  // length of the JSON values in "in" of a written start event
+    bool showsData;           // the input holds data
     bool isInputKept;         // the input is in descriptors/kept_inputs.h, not in `input`
     char input[kInputRoom];
 };

@@ -10,6 +10,7 @@
 #include <sys/syscall.h>
 #endif
 
+#include <cerrno>
 #include <ctime>
 
 #include "tests/calls/call_data.h"
@@ -249,6 +250,48 @@ TEST_F(EventsFile, ChildInheritsACall_CallKeepsRunAndNumber) {
     EXPECT_EQ(5u, Count(events, R"("run":)" + Last(events, R"("run":)")));
     EXPECT_EQ(3u, Count(events, part));
     EXPECT_EQ(1u, Count(events, R"("pid":)" + std::to_string(child)));
+}
+
+// The new start says what may be in the file from then on.
+TEST_F(EventsFile, LibraryStartsAgainDuringACallAndHidesData_EndEventShowsNoDataOfTheInput) {
+    for (const std::size_t length : {20U, 2000U}) {
+        Set("HideData", "0");
+        Restart();
+        ClearEvents();
+        script.answer = [this, isOuter = true]() mutable {
+            if (!isOuter) return;
+            isOuter = false;
+            Set("HideData", "1");
+            WriteConfiguration();
+            Exported<void()>("CkLogSpecialFinalize")();
+            api.C_Logout(82);
+        };
+        // A target that a call is inside of stays loaded for the rest of its process.
+        InChild([this, length] {
+            auto part = Bytes(std::string(length, 'd'));
+            api.C_DigestUpdate(81, part.data(), part.size());
+        });
+        EXPECT_EQ(2u, Count(Events(), R"("function":"C_DigestUpdate")"));
+        EXPECT_EQ(1u, Count(Events(), R"("text":"ddd)"));
+    }
+}
+
+TEST_F(EventsFile, ClocksFail_ApplicationReadsTheErrnoOfTheTarget) {
+    Load();
+    api.C_Logout(81);
+    int atEntry = 0;
+    script.answer = [&atEntry] {
+        atEntry = errno;
+        errno = 4711;
+    };
+    clockError = EPERM;
+    errno = 4712;
+    api.C_Logout(82);
+    const int atReturn = errno;
+    clockError = 0;
+    EXPECT_EQ(4712, atEntry);
+    EXPECT_EQ(4711, atReturn);
+    EXPECT_EQ(4u, Count(Events(), R"("function":"C_Logout")"));
 }
 
 // The C library's function takes a lock. A forked child may find it locked for ever.

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 
 #include "tests/noexcept_of_system.h"
 
@@ -32,6 +33,11 @@ __attribute__((visibility("default"))) std::clock_t clock() NOEXCEPT_OF_SYSTEM {
 
 __attribute__((visibility("default"))) int clock_gettime(clockid_t clock,
                                                          timespec* result) NOEXCEPT_OF_SYSTEM {
+    const bool isOfEvents = clock == CLOCK_REALTIME || clock == CLOCK_MONOTONIC;
+    if (isOfEvents && clockError != 0) {
+        errno = clockError;
+        return -1;
+    }
     if (clock == CLOCK_REALTIME) {
         *result = {kFixedTime, kFixedNanoseconds};
         return 0;
@@ -43,5 +49,7 @@ __attribute__((visibility("default"))) int clock_gettime(clockid_t clock,
     return static_cast<int>(syscall(SYS_clock_gettime, clock, result));
 }
 }
+
+int clockError = 0;
 
 void RestartClock(std::clock_t ticks) { nextReading = ticks; }

@@ -23,4 +23,7 @@ inline constexpr std::clock_t kFirstTicks = 12345;
 inline constexpr std::clock_t kTicksPerReading = 250;
 
 // The next reading of `clock` gives these ticks.
+// While this is not 0, the clocks of events fail with it as errno.
+extern int clockError;
+
 void RestartClock(std::clock_t ticks = kFirstTicks);
