@@ -91,7 +91,8 @@ private:
     }
 
     std::string SeenText(const Sighting& seen) const {
-        return TimeText(seen.time) + "  " + PlaceText(seen.place);
+        const std::string place = PlaceText(seen.place);
+        return fmt::format("{}{}{}", TimeText(seen.time), place.empty() ? "" : "  ", place);
     }
 
     static std::string Who(std::uint32_t process, const std::optional<std::int64_t>& thread) {

@@ -14,6 +14,8 @@ import json
 import os
 import pathlib
 import random
+import re
+import shlex
 import shutil
 import signal
 import subprocess
@@ -487,6 +489,52 @@ class Interruption(Fleet):
         self.check(self.rename, True)
 
 
+class EverySystemCall(Fleet):
+    """The timer's command is killed in front of each system call that tells or changes something."""
+
+    CALLS = "flock,sendto,recvfrom,write,fsync,rename"
+
+    def run_under_strace(self, host, *options):
+        """A run for a host that was shipped in part: the rest of a rotated file, and a new file."""
+        folder = self.folder / host
+        folder.mkdir()
+        events = folder / "events.jsonl"
+        events.write_text(both(1))
+        self.ship_well(events, host=host, state=folder / "state")
+        with events.open("a") as file:
+            file.write(both(2))
+        events.rename(folder / "events.jsonl.1")
+        events.write_text(both(3) + event(4, "start"))
+        return subprocess.run(["strace", "-qq", *options, TOOL, "convert", "--to", "clickhouse", "--host", host, "--state",
+                               folder / "state", "--url", self.url, *sorted(folder.glob("events*"))],
+                              capture_output=True, text=True, timeout=120)
+
+    def test_run_that_is_killed_at_any_step_loses_and_doubles_nothing(self):
+        self.make_database()
+        calls = re.findall(r"(?m)^(\w+)\(", self.run_under_strace("whole", "-e", f"trace={self.CALLS}").stderr)
+        # The question for the table and two insertions; the state moves on behind each of these.
+        for call, least in (("flock", 1), ("sendto", 3), ("recvfrom", 3), ("write", 2), ("fsync", 2), ("rename", 2)):
+            self.assertGreaterEqual(calls.count(call), least, call)
+        hosts = ["whole"]
+        killed = 0
+        for step, call in enumerate(calls):
+            hosts.append(f"killed-{step}")
+            number = calls[:step + 1].count(call)
+            done = self.run_under_strace(hosts[-1], "-o", "/dev/null", "-e", f"inject={call}:signal=KILL:when={number}")
+            # An answer may come in fewer pieces than it did before.
+            self.assertIn(done.returncode, (-signal.SIGKILL, 0), (call, number, done.stderr))
+            killed += done.returncode != 0
+            folder = self.folder / hosts[-1]
+            self.assertEqual(json.loads((folder / "state").read_text())["host"], hosts[-1], (call, number))
+            self.ship_well(*folder.glob("events*"), host=hosts[-1], state=folder / "state")
+        self.assertGreaterEqual(killed, 10)
+        for _ in range(2):
+            self.assert_like(self.ask("SELECT host, groupArray((call, version)) FROM (SELECT host, call, version FROM calls FINAL "
+                                      "ORDER BY host, call) GROUP BY host ORDER BY host"),
+                             [[host, [[1, 2], [2, 2], [3, 2], [4, 1]]] for host in sorted(hosts)])
+            self.merge()
+
+
 class Reports(Fleet):
     def load(self, paths):
         for path in paths:
@@ -520,6 +568,20 @@ class Reports(Fleet):
         for key in ("calls", "errors", "functions", "results", "slots", "keys"):
             self.assertTrue(expected[key], key)
         self.check_report(expected)
+
+    def test_text_of_a_report_is_that_of_the_files_without_places_and_commands(self):
+        self.make_database()
+        paths = make_calls(self.folder, hosts=14, calls=3000)
+        self.load(paths)
+        texts = []
+        for arguments in (map(str, paths), ("--clickhouse", self.url)):
+            done = ckscribe("report", *arguments)
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            texts.append(re.sub(r"(?m)^    (ckscribe show|clickhouse-client) .*", "", done.stdout))
+        of_files, of_engine = texts
+        self.assertEqual(re.findall(r"(?m).* $", of_engine), [])
+        self.assertGreater(of_files.count(str(self.folder)), 20)
+        self.assert_like(of_engine.splitlines(), re.sub(rf"  {self.folder}/host-\d+\.jsonl:\d+", "", of_files).splitlines())
 
     def test_reports_and_queries_of_200000_calls_of_200_hosts_have_the_figures_of_the_files(self):
         self.make_database(is_spread=True)
@@ -639,6 +701,24 @@ class Reports(Fleet):
 
 
 class Shippers(Fleet):
+    def test_command_of_the_service_inserts_what_is_in_the_files_and_in_those_of_their_rotations(self):
+        self.make_database()
+        (self.folder / "state").mkdir()
+        self.file("events-71.jsonl", both(1))
+        self.file("events-72.jsonl.1", both(2, run="other"))
+        (self.folder / "events-72.jsonl.2.gz").write_bytes(gzip.compress(both(3, run="older").encode()))
+        text = (SOURCE / "share/examples/ckscribe-ship.service").read_text()
+        for old, new in (("/var/log/ckscribe", str(self.folder)), ("http://clickhouse.example:8123/", self.url), ("%H", "web1")):
+            self.assertIn(old, text)
+            text = text.replace(old, new)
+        words = shlex.split(re.search(r"(?m)^ExecStart=(.*)", text)[1])
+        environment = os.environ | {"STATE_DIRECTORY": str(self.folder / "state"), "PATH": f"{pathlib.Path(TOOL).parent}:/usr/bin:/bin"}
+        for _ in range(2):
+            done = subprocess.run(words, env=environment, capture_output=True, text=True, timeout=60)
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+        self.assertEqual(self.ask("SELECT host, call FROM calls FINAL ORDER BY call"), [["web1", 1], ["web1", 2], ["web1", 3]])
+        self.assertTrue((self.folder / "state/events.state").is_file())
+
     def test_events_that_rsyslog_ships_arrive_whole_and_count_once(self):
         self.make_database()
         port, = engine_server.free_ports(1)
