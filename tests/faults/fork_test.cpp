@@ -5,9 +5,11 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <thread>
 #include <vector>
 
+#include "tests/faults/log_records.h"
 #include "tests/faults/marked_calls.h"
 
 namespace {
@@ -142,6 +144,43 @@ TEST_F(Fork, ChildrenCall_RecordsNameTheirOwnProcess) {
             ExpectRecords(log, GrandchildOf(round), 1, grandchildren[round]);
         }
     }));
+}
+
+TEST_F(Fork, SeveralThreadsForkAtOnce_EachChildWritesEventsIntoAFileOfItsOwn) {
+    constexpr unsigned kForkers = 4;
+    constexpr unsigned kForks = 25;
+    WriteConfigurationFile("CkLog2 = {\n LibUNIX64 = " SCRIPTED_TARGET ";\n Events = " +
+                           directory.File("events-%p.jsonl") + ";\n}\n");
+    EXPECT_TRUE(Survives([] {
+        Library library;
+        std::vector<std::thread> threads;
+        for (unsigned i = 0; i < kForkers; ++i) {
+            threads.emplace_back([&library] {
+                for (unsigned round = 0; round < kForks; ++round) {
+                    EXPECT_EQ(library->C_Logout(1), CKR_OK);
+                    ExpectSuccess(ForkFor([&library] { _exit(library->C_Logout(2) == CKR_OK ? 0 : 3); }));
+                }
+            });
+        }
+        for (std::thread& thread : threads) thread.join();
+    }));
+    unsigned files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
+        const std::string name = entry.path().filename();
+        if (!name.starts_with("events-")) continue;
+        SCOPED_TRACE(name);
+        ++files;
+        const ParsedLog log = ParseLog(Contents(entry.path()));
+        EXPECT_EQ(log.remainder, "");
+        ASSERT_FALSE(log.records.empty());
+        const bool isChild = log.records[0].FirstNumber() == 2;
+        EXPECT_EQ(log.records.size(), isChild ? 2U : 2 * kForkers * kForks);
+        for (const LogRecord& record : log.records) {
+            EXPECT_EQ("events-" + std::to_string(record.process) + ".jsonl", name);
+            EXPECT_EQ(record.FirstNumber(), record.isStart ? (isChild ? 2U : 1U) : 0U);
+        }
+    }
+    EXPECT_EQ(files, 1 + kForkers * kForks);
 }
 
 TEST_F(Fork, AnotherThreadStartsTheLibrary_ForkWaitsForIt) {
