@@ -112,6 +112,8 @@ struct UnreadableStretch {
 class CallSink {
 public:
     virtual ~CallSink() = default;
+    // A call has begun, of which only the start is known. OnCall follows for it.
+    virtual void OnStart(const Call& /*call*/) {}
     virtual void OnCall(const Call& call) = 0;
     virtual void OnUnreadable(const UnreadableStretch&) {}
 };

@@ -133,7 +133,9 @@ std::uint32_t* CallJoiner::FindStart(const Record& end) {
 
 void CallJoiner::Take(const Record& record, std::uint32_t file, CallSink& sink) {
     if (record.isStart) {
-        Open(record, file, NewestOf(KeyOf(record, record.function)));
+        std::uint32_t& newest = NewestOf(KeyOf(record, record.function));
+        Open(record, file, newest);
+        sink.OnStart(pool[newest].call);
         return;
     }
     bool isLast = true;

@@ -46,7 +46,7 @@ bool TakeMinute(std::string_view& text, std::int64_t& seconds) {
 }  // namespace
 
 KnownNames& RunNames() {
-    static KnownNames names;
+    static KnownNames names(std::size_t{1} << 24);
     return names;
 }
 

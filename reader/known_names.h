@@ -15,14 +15,14 @@ namespace ckscribe {
 
 class KnownNames {
 public:
-    // A damaged log adds at most so many names. All further names share the number 0.
-    static constexpr std::size_t kMost = 100'000;
+    // A damaged log adds at most `most` names. All further names share the number 0.
+    explicit KnownNames(std::size_t most = 100'000) : most(most) {}
 
     // Returns the number of a name, from 1; 0 for a new name when there are too many.
     std::uint32_t NumberOf(std::string_view name) {
         const std::lock_guard lock(mutex);
         if (const auto found = numbers.find(name); found != numbers.end()) return found->second;
-        if (names.size() == kMost) return 0;
+        if (names.size() == most) return 0;
         const auto number = static_cast<std::uint32_t>(names.size() + 1);
         numbers.emplace(names.emplace_back(name), number);
         return number;
@@ -36,12 +36,14 @@ public:
     }
 
 private:
+    const std::size_t most;
     mutable std::mutex mutex;
     std::deque<std::string> names;
     std::unordered_map<std::string_view, std::uint32_t> numbers;
 };
 
-// The runs of events.
+// The runs of events. A host on which each command is a process of its own has a hundred thousand on a day,
+// and without its run a call cannot be told from others.
 KnownNames& RunNames();
 
 }  // namespace ckscribe

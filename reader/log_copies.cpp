@@ -65,6 +65,12 @@ void LogCopies::Replace(std::vector<std::string>& paths) {
         copies.push_back(name);
         const int log = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
         errors[i] = log < 0 ? std::strerror(errno) : Copy(log, copy);
+        // The copy of a file tells when the file was written: standard input may be one.
+        struct stat status {};
+        if (log >= 0 && fstat(log, &status) == 0 && S_ISREG(status.st_mode)) {
+            const timespec times[] = {status.st_atim, status.st_mtim};
+            futimens(copy, times);
+        }
         if (log > STDIN_FILENO) close(log);
         close(copy);
         path = name;

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string>
+
+#include "util/json_writer.h"
 
 namespace ckscribe {
 
@@ -507,11 +510,18 @@ constexpr struct {
 } kPaddedTexts[] = {
     {"label", 32}, {"manufacturerID", 32}, {"model", 16}, {"serialNumber", 16}, {"slotDescription", 64}};
 
+// Attributes that are texts of UTF-8. Digits whose bytes nobody can read as such are the text: the label
+// "ec".
+constexpr std::string_view kTextAttributes[] = {"CKA_LABEL", "CKA_APPLICATION", "CKA_URL"};
+
 char FormOf(const ChildToken& token) {
+    if (token.form != '?') return token.form;
     for (const auto& padded : kPaddedTexts) {
-        if (token.form == '?' && token.name == padded.name && token.text.size() == padded.size) return 'S';
+        if (token.name == padded.name && token.text.size() == padded.size) return 'S';
     }
-    return token.form;
+    if (std::ranges::find(kTextAttributes, token.type) == std::end(kTextAttributes)) return '?';
+    std::string bytes;
+    return BytesOfDigits(token.text, bytes) && !IsReadableText(bytes) ? 'S' : '?';
 }
 
 Value ValueOf(const ChildToken& token) {
@@ -537,7 +547,7 @@ Value ValueOf(const ChildToken& token) {
             if (value.kind != "PIN") SetBytes(value, FormOf(token), token.text);
             break;
         case ChildShape::kAttribute:
-            if (token.form != '-') SetBytes(value, token.form, token.text);
+            if (token.form != '-') SetBytes(value, FormOf(token), token.text);
             break;
         case ChildShape::kMechanism: {
             Value parameter;

@@ -159,7 +159,7 @@ std::string TimeText(const Moment& told, bool isUtc) {
     else
         gmtime_r(&seconds, &parts);
     const std::string text = fmt::format("{:02}:{:02}:{:02}", parts.tm_hour, parts.tm_min, parts.tm_sec);
-    if (!time.IsPrecise()) return text;
+    if (!told.IsPrecise()) return text;
     return fmt::format("{}.{:03}", text, time.nanoseconds % kNanosecondsPerSecond / 1'000'000);
 }
 

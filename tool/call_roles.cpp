@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "functions/pkcs11_names.h"
+#include "tool/call_line.h"
 
 namespace ckscribe {
 
@@ -35,10 +36,16 @@ constexpr RoleRow kRoles[] = {
     {"C_GetTokenInfo", CallRole::kTokenInfo},
 };
 
-// These functions only ask for a state. A call of them again and again is polling.
-constexpr std::string_view kAsking[] = {"C_GetInfo",          "C_GetSlotList",      "C_GetSlotInfo",
-                                        "C_GetTokenInfo",     "C_GetMechanismList", "C_GetMechanismInfo",
-                                        "C_WaitForSlotEvent", "C_GetSessionInfo",   "CA_WaitForSlotEvent"};
+// Functions that only ask; calling them with the same question again and again is polling.
+struct AskingRow {
+    std::string_view function;
+    bool hasFurtherInputs;  // beside a slot or a session
+};
+constexpr AskingRow kAsking[] = {
+    {"C_GetInfo", false},         {"C_GetSlotList", true},       {"C_GetSlotInfo", false},
+    {"C_GetTokenInfo", false},    {"C_GetMechanismList", false}, {"C_GetMechanismInfo", true},
+    {"C_WaitForSlotEvent", true}, {"C_GetSessionInfo", false},   {"CA_WaitForSlotEvent", true},
+};
 
 // The names stand in the order of CallRole.
 constexpr std::string_view kRoleNames[] = {
@@ -125,7 +132,20 @@ CallRole RoleOf(std::string_view function) {
 
 std::string_view NameOf(CallRole role) { return kRoleNames[static_cast<std::size_t>(role)]; }
 
-bool IsAsking(std::string_view function) { return std::ranges::find(kAsking, function) != std::end(kAsking); }
+bool IsAsking(std::string_view function) {
+    return std::ranges::find(kAsking, function, &AskingRow::function) != std::end(kAsking);
+}
+
+Question QuestionOf(const Call& call) {
+    Question question{call.fields.slot, call.fields.session, {}};
+    const auto* const row = std::ranges::find(kAsking, call.Function(), &AskingRow::function);
+    // To take the inputs apart costs as much as all the rest.
+    if (row == std::end(kAsking) || !row->hasFurtherInputs) return question;
+    std::vector<Value> inputs = call.In();
+    std::erase_if(inputs, [](const Value& value) { return value.kind == "Pointer"; });
+    question.further = ValuesText(inputs);
+    return question;
+}
 
 ObjectInfo InfoIn(const std::vector<Value>& children) {
     ObjectInfo info;

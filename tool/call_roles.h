@@ -36,8 +36,17 @@ CallRole RoleOf(std::string_view function);
 // empty.
 std::string_view NameOf(CallRole role);
 
-// Returns whether the function only asks for a state. A call of it again and again is polling.
+// The function only asks; calling it with the same question again and again is polling.
 bool IsAsking(std::string_view function);
+
+// What a call of such a function wants to know. Addresses, to which the answer goes, do not count.
+struct Question {
+    std::optional<std::uint64_t> slot;
+    std::optional<std::uint64_t> session;
+    std::string further;
+    friend bool operator==(const Question&, const Question&) = default;
+};
+Question QuestionOf(const Call& call);
 
 struct ObjectInfo {
     std::string label;  // empty: not known

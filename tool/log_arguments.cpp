@@ -44,8 +44,12 @@ std::optional<std::int64_t> ParseDate(std::string_view text) {
         position = behind;
     }
     const auto [year, month, day] = parts;
-    if (position != end || year < 1970 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
-    return DaysSince1970(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
+    if (position != end || year < 1970 || !HasNanoseconds(year) || month < 1 || month > 12 || day < 1)
+        return std::nullopt;
+    const std::int64_t begin = DaysSince1970(year, static_cast<unsigned>(month), 1);
+    const std::int64_t next = month == 12 ? DaysSince1970(year + 1, 1, 1)
+                                          : DaysSince1970(year, static_cast<unsigned>(month + 1), 1);
+    return day > next - begin ? std::nullopt : std::optional(begin + day - 1);
 }
 
 int SayUnreadFiles(const std::vector<std::string>& paths, const std::vector<FileReading>& files) {

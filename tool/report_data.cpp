@@ -23,6 +23,39 @@ constexpr std::uint64_t kShortestPolling = 10;
 // The mechanism of these functions makes a key and needs none.
 constexpr std::string_view kGenerating[] = {"C_GenerateKey", "C_GenerateKeyPair"};
 
+// Names of results are nearly always the same texts in memory.
+bool IsSameName(std::string_view one, std::string_view other) {
+    return (one.data() == other.data() && one.size() == other.size()) || one == other;
+}
+
+// The results of a function. Numbers without a name are told apart; a target may give another one each time.
+class ResultTable {
+public:
+    // The row of that result, which has no calls if it is new.
+    ResultFigures& RowOf(std::string_view result, const std::optional<std::uint64_t>& rv) {
+        if (last < rows.size() && IsOf(rows[last], result, rv)) return rows[last];
+        const auto [place, isNew] = places.try_emplace({result, NumberIn(result, rv)}, rows.size());
+        last = place->second;
+        if (isNew) rows.push_back({{}, result, rv, 0, {}, {}});
+        return rows[last];
+    }
+
+    std::vector<ResultFigures>& Rows() { return rows; }
+
+private:
+    static std::uint64_t NumberIn(std::string_view result, const std::optional<std::uint64_t>& rv) {
+        return result == "CKR_UNKNOWN" ? rv.value_or(0) : 0;
+    }
+    static bool IsOf(const ResultFigures& row, std::string_view result,
+                     const std::optional<std::uint64_t>& rv) {
+        return IsSameName(row.result, result) && (row.rv == rv || result != "CKR_UNKNOWN");
+    }
+
+    std::vector<ResultFigures> rows;
+    std::map<std::pair<std::string_view, std::uint64_t>, std::size_t> places;
+    std::size_t last = 0;  // of `rows`
+};
+
 struct Figures {
     CallRole role = CallRole::kOther;
     bool isAsking = false;
@@ -31,8 +64,7 @@ struct Figures {
     std::uint64_t errors = 0;
     std::uint64_t unfinished = 0;
     LatencyHistogram durations;
-    std::vector<ResultFigures> results;
-    std::size_t lastResult = 0;  // of `results`
+    ResultTable results;
 };
 
 struct Handle {
@@ -62,6 +94,16 @@ struct Key {
     }
 };
 
+struct Span {
+    Sighting first;
+    Sighting last;
+
+    void Take(const Sighting& began, const Sighting& ended) {
+        if (!first.time.IsThere() || began.time.nanoseconds < first.time.nanoseconds) first = began;
+        if (!last.time.IsThere() || ended.time.nanoseconds > last.time.nanoseconds) last = ended;
+    }
+};
+
 struct Slot {
     std::uint64_t calls = 0;
     std::string token;
@@ -82,11 +124,6 @@ ReportedCall Reported(const Call& call) {
 template <class Row>
 void KeepRow(std::vector<Row>& rows, const Row& row) {
     if (rows.size() < kMostExamples) rows.push_back(row);
-}
-
-// Equal names of results nearly always lie at the same place in memory.
-bool IsSameName(std::string_view one, std::string_view other) {
-    return (one.data() == other.data() && one.size() == other.size()) || one == other;
 }
 
 using RepetitionKey = std::pair<std::string_view, std::string_view>;
@@ -127,6 +164,7 @@ struct ReportBuilder::OfThread {
     FunctionIndex function{};
     std::string_view result;
     bool isFailure = false;
+    Question question;  // of a function that only asks
     std::uint64_t length = 0;
     Sighting begin;
     std::uint32_t process = 0;
@@ -158,8 +196,8 @@ struct ReportBuilder::OfLog {
     bool hasText = false;
     std::uint64_t calls = 0;
     std::uint64_t unreadable = 0;
-    Sighting first;
-    Sighting last;
+    // By TimeScale: moments of a text log and of an event cannot be compared before the log's days are known.
+    std::array<Span, 4> spans;
     std::vector<ReportedCall> unfinished;
     std::vector<UnreadableStretch> stretches;
     OpenSessions sessions;
@@ -203,28 +241,20 @@ struct ReportBuilder::OfLog {
 
     void TakeResult(Figures& figures, const Call& call) {
         const Sighting seen{call.Time(), call.FirstPlace()};
-        ResultFigures* row =
-            figures.lastResult < figures.results.size() ? &figures.results[figures.lastResult] : nullptr;
-        const auto isOfRow = [&call](const ResultFigures& other) {
-            return IsSameName(other.result, call.result) &&
-                   (other.rv == call.rv || call.result != "CKR_UNKNOWN");
-        };
-        if (row == nullptr || !isOfRow(*row)) {
-            const auto found = std::ranges::find_if(figures.results, isOfRow);
-            figures.lastResult = static_cast<std::size_t>(found - figures.results.begin());
-            if (found == figures.results.end())
-                figures.results.push_back({call.Function(), call.result, call.rv, 0, seen, seen});
-            row = &figures.results[figures.lastResult];
+        ResultFigures& row = figures.results.RowOf(call.result, call.rv);
+        if (row.count++ == 0) {
+            row.function = call.Function();
+            row.first = seen;
         }
-        ++row->count;
-        row->last = seen;
+        row.last = seen;
     }
 
     // Takes the call into the rows of like calls and into the pauses between calls.
     void TakeOrder(const Figures& figures, OfThread& thread, const Call& call) {
         if (call.IsUnfinished()) return;
+        Question question = figures.isAsking ? QuestionOf(call) : Question();
         if (thread.length != 0 && thread.function == call.function &&
-            IsSameName(thread.result, call.result)) {
+            IsSameName(thread.result, call.result) && thread.question == question) {
             ++thread.length;
         } else {
             EndRow(thread);
@@ -232,6 +262,7 @@ struct ReportBuilder::OfLog {
             thread.function = call.function;
             thread.result = call.result;
             thread.isFailure = isNews;
+            thread.question = std::move(question);
             thread.length = figures.isAsking || isNews ? 1 : 0;
             thread.begin = {call.Time(), call.FirstPlace()};
         }
@@ -347,11 +378,10 @@ void ReportBuilder::OnCall(const Call& call) {
         of.hasText = true;
     }
     of.hasThreads |= call.thread.has_value();
-    const Moment time = call.Time();
-    if (of.calls == 1 || (time.scale == of.first.time.scale && time.nanoseconds < of.first.time.nanoseconds))
-        of.first = {time, call.FirstPlace()};
+    const Sighting began{call.Time(), call.FirstPlace()};
+    of.spans[static_cast<std::size_t>(began.time.scale)].Take(
+        began, call.hasEnd ? Sighting{call.end, call.endPlace} : began);
     if (call.hasEnd) {
-        of.last = {call.end, call.endPlace};
         if (call.IsError()) ++figures.errors;
         if (call.nanoseconds) figures.durations.Add(*call.nanoseconds);
         of.TakeResult(figures, call);
@@ -386,14 +416,15 @@ void ReportBuilder::OnLogEnd(std::optional<std::int64_t> firstDay) {
     }
     report.hasEvents |= of.hasEvents;
     report.hasText |= of.hasText;
-    if (of.calls != 0) {
-        fix(of.first);
-        fix(of.last);
-        if (!of.last.time.IsThere()) of.last = of.first;
-        const bool isFirst = !report.first.time.IsThere();
-        if (isFirst || of.first.time.nanoseconds < report.first.time.nanoseconds) report.first = of.first;
-        if (isFirst || of.last.time.nanoseconds > report.last.time.nanoseconds) report.last = of.last;
+    Span whole{report.first, report.last};
+    for (Span& span : of.spans) {
+        if (!span.first.time.IsThere()) continue;
+        fix(span.first);
+        fix(span.last);
+        whole.Take(span.first, span.last);
     }
+    report.first = whole.first;
+    report.last = whole.last;
 
     if (of.functions.size() > total->functions.size()) total->functions.resize(of.functions.size());
     for (std::size_t i = 0; i < of.functions.size(); ++i) {
@@ -405,19 +436,17 @@ void ReportBuilder::OnLogEnd(std::optional<std::int64_t> firstDay) {
         sum.durations.Add(figures.durations);
         report.errors += figures.errors;
         report.unfinished += figures.unfinished;
-        for (ResultFigures& result : figures.results) {
+        for (ResultFigures& result : figures.results.Rows()) {
             fix(result.first);
             fix(result.last);
-            const auto same = std::ranges::find_if(sum.results, [&](const ResultFigures& other) {
-                return other.result == result.result && other.rv == result.rv;
-            });
-            if (same == sum.results.end()) {
-                sum.results.push_back(result);
+            ResultFigures& same = sum.results.RowOf(result.result, result.rv);
+            if (same.count == 0) {
+                same = result;
                 continue;
             }
-            same->count += result.count;
-            if (result.first.time.nanoseconds < same->first.time.nanoseconds) same->first = result.first;
-            if (result.last.time.nanoseconds > same->last.time.nanoseconds) same->last = result.last;
+            same.count += result.count;
+            if (result.first.time.nanoseconds < same.first.time.nanoseconds) same.first = result.first;
+            if (result.last.time.nanoseconds > same.last.time.nanoseconds) same.last = result.last;
         }
     }
     for (ReportedCall& call : of.unfinished) {
@@ -477,10 +506,11 @@ Report ReportBuilder::Finish(const std::vector<std::string>& paths, const std::v
                                     figures.unfinished, std::move(figures.durations)});
         // Equally frequent results stand in the order of their first calls, whatever the order in which logs
         // are read.
-        std::ranges::stable_sort(figures.results, {}, [](const ResultFigures& row) {
+        std::vector<ResultFigures>& results = figures.results.Rows();
+        std::ranges::stable_sort(results, {}, [](const ResultFigures& row) {
             return std::tuple(-static_cast<std::int64_t>(row.count), row.first.time.nanoseconds);
         });
-        report.results.insert(report.results.end(), figures.results.begin(), figures.results.end());
+        report.results.insert(report.results.end(), results.begin(), results.end());
     }
     std::ranges::sort(report.functions, [](const FunctionFigures& one, const FunctionFigures& other) {
         return std::tuple(other.calls, one.function) < std::tuple(one.calls, other.function);

@@ -28,14 +28,25 @@ struct Evidence {
     std::optional<std::uint64_t> slowerMilliseconds = std::nullopt;
 };
 
+// A text as one word of a shell: an event can name a function or a result in any way.
+std::string Word(const std::string& text) {
+    const bool isPlain = !text.empty() && text.front() != '-' &&
+                         text.find_first_not_of(
+                             "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
+                             "/._-+,:@%") == text.npos;
+    if (isPlain || text == "-") return text;
+    std::string word(4 * text.size() + 5, '\0');
+    return ShellWordFromPath(text.c_str(), word.data(), word.size()) ? word.c_str() : "";
+}
+
 // Returns the options with which `ckscribe show` shows the evidence.
 std::string OptionsOf(const Evidence& evidence) {
     std::vector<std::string> options;
     if (evidence.isUnfinished) options.emplace_back("--unfinished");
     if (evidence.process) options.push_back(fmt::format("--process {}", *evidence.process));
     if (!evidence.functions.empty())
-        options.push_back(fmt::format("--function {}", fmt::join(evidence.functions, ",")));
-    if (!evidence.result.empty()) options.push_back(fmt::format("--result {}", evidence.result));
+        options.push_back("--function " + Word(fmt::format("{}", fmt::join(evidence.functions, ","))));
+    if (!evidence.result.empty()) options.push_back("--result " + Word(std::string(evidence.result)));
     if (evidence.slowerMilliseconds)
         options.push_back(fmt::format("--slower {}ms", *evidence.slowerMilliseconds));
     return fmt::format("{}", fmt::join(options, " "));
@@ -90,17 +101,8 @@ std::string DurationText(std::uint64_t nanoseconds) {
 std::string FilesAsWords(const std::vector<std::string>& paths) {
     std::string words;
     for (const std::string& path : paths) {
-        std::string word(4 * path.size() + 5, '\0');
         if (!words.empty()) words += ' ';
-        const bool isPlain = !path.empty() && path.front() != '-' &&
-                             path.find_first_not_of(
-                                 "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
-                                 "/._-+,:@%") == path.npos;
-        if (isPlain || path == "-") {
-            words += path;
-        } else if (ckscribe::ShellWordFromPath(path.c_str(), word.data(), word.size())) {
-            words += word.c_str();
-        }
+        words += Word(path);
     }
     return words;
 }

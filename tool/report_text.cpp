@@ -30,7 +30,7 @@ public:
         AddSlots();
         AddKeys();
         AddRepetitions("Retries", "the same failing call in a row", report.retries);
-        AddRepetitions("Polling", "calls that only ask, in a row", report.polling);
+        AddRepetitions("Polling", "the same question in a row", report.polling);
         AddPauses();
         AddFiles();
         return std::move(text);

@@ -1,10 +1,13 @@
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <memory>
 #include <thread>
+#include <utility>
 
 #include "reader/log_family.h"
 #include "tool/exit_status.h"
@@ -54,34 +57,58 @@ public:
     std::optional<std::int64_t> firstDay;
 };
 
+bool CanBeReadTwice(const std::string& path) {
+    struct stat status {};
+    return path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// One log that is followed. Logs have times of their own, and threads whose numbers may be the same.
+struct Followed {
+    Followed(const CallFilter& selection, const ShowStyle& style, std::vector<std::string> files)
+        : paths(std::move(files)), filter(selection), shown(filter, style), log(paths, shown) {}
+
+    // Where nothing says when the log was made, it is made now.
+    void SetDates(const ReadingOptions& options) {
+        Survey survey;
+        ReadingOptions reading = options;
+        reading.needsDates = true;
+        if (CanBeReadTwice(paths.back())) ReadLogs(paths, reading, survey);
+        const std::int64_t now = std::time(nullptr);
+        filter.SetLog(survey.lastRecord.IsThere() ? survey.lastRecord
+                                                  : Moment{now * kNanosecondsPerSecond, TimeScale::kUtc});
+        log.SetFirstDay(survey.firstDay.value_or(options.date.value_or(LocalDayOf(now))));
+    }
+
+    std::vector<std::string> paths;
+    CallFilter filter;
+    ShownCalls shown;
+    FollowedLog log;
+};
+
 // Runs until it is interrupted. Ends earlier if no log can grow any more.
-int Follow(Options& options, ShownCalls& calls) {
-    std::vector<std::unique_ptr<FollowedLog>> logs;
+int Follow(const Options& options, const ShowStyle& style) {
+    std::vector<std::unique_ptr<Followed>> logs;
     for (const LogFamily& family : FamiliesOf(options.logs.paths)) {
         std::vector<std::string> paths;
         for (const std::uint32_t file : family) paths.push_back(options.logs.paths[file]);
-        logs.push_back(std::make_unique<FollowedLog>(paths, calls));
-        if (!NeedsDates(options) || paths.back() == "-") continue;
-        ReadingOptions reading = options.logs.Reading();
-        reading.needsDates = true;
-        Survey survey;
-        ReadLogs(paths, reading, survey);
-        options.filter.SetLog(survey.lastRecord);
-        if (survey.firstDay) logs.back()->SetFirstDay(*survey.firstDay);
+        logs.push_back(std::make_unique<Followed>(options.filter, style, std::move(paths)));
+        if (NeedsDates(options)) logs.back()->SetDates(options.logs.Reading());
     }
     bool hasSaid = false;
     while (true) {
         bool isNews = false;
-        for (const auto& log : logs) isNews |= log->Read();
+        for (const auto& each : logs) isNews |= each->log.Read();
         ShownCalls::Flush();
-        if (!hasSaid && options.filter.HasMissedDurations()) {
-            SayMissedDurations(options.filter);
+        for (const auto& each : logs) {
+            if (hasSaid || !each->filter.HasMissedDurations()) continue;
+            SayMissedDurations(each->filter);
             hasSaid = true;
         }
-        if (std::ranges::all_of(logs, &FollowedLog::IsEnded)) break;
+        if (std::ranges::all_of(logs, [](const auto& each) { return each->log.IsEnded(); })) break;
         if (!isNews) std::this_thread::sleep_for(kPause);
     }
-    return std::ranges::any_of(logs, &FollowedLog::IsUseless) ? kNotWell : kWell;
+    return std::ranges::any_of(logs, [](const auto& each) { return each->log.IsUseless(); }) ? kNotWell
+                                                                                             : kWell;
 }
 
 int Run(Options& options) {
@@ -90,9 +117,9 @@ int Run(Options& options) {
     style.line = {Palette::For(STDOUT_FILENO), options.logs.isUtc};
     style.context = options.context;
     style.isRecords = options.isRecords;
-    ShownCalls calls(options.filter, style);
-    if (options.isFollowing) return Follow(options, calls);
+    if (options.isFollowing) return Follow(options, style);
 
+    ShownCalls calls(options.filter, style);
     ReadingOptions reading = options.logs.Reading();
     reading.needsDates = NeedsDates(options);
     auto bar = std::make_unique<ProgressBar>();

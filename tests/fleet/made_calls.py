@@ -63,7 +63,7 @@ class Host:
         processes = [2000 + self.number, 4000 + self.number]
         threads = [(process, process * 10 + i) for process in processes for i in range(3)]
         steps = ("sign",) * 60 + ("search", "create", "read", "pair", "open", "close", "close all", "log in", "poll", "retry",
-                                  "token", "mechanism", "strange") + ("random",) * 6 + ("lost",) * (self.number % 3 == 0)
+                                  "token", "mechanism", "strange", "sweep", "describe") + ("random",) * 6 + ("lost",) * (self.number % 3 == 0)
         while sum(self.calls.values()) < count:
             process, thread = self.randomness.choice(threads)
             getattr(self, self.randomness.choice(steps).replace(" ", "_"))(process, thread)
@@ -159,6 +159,20 @@ class Host:
         # A mechanism without an object is no operation.
         self.call(process, thread, "C_GetMechanismInfo", ['{"kind":"SlotID","value":1}', '{"kind":"MechanismType","number":1}'],
                   slot=1, mechanism="CKM_RSA_PKCS", mechanism_number=1)
+
+    def sweep(self, process, thread):
+        # To ask for another mechanism each time is no polling.
+        for mechanism in range(12):
+            self.call(process, thread, "C_GetMechanismInfo",
+                      ['{"kind":"SlotID","value":1}', f'{{"kind":"MechanismType","number":{mechanism}}}'], slot=1,
+                      mechanism_number=mechanism)
+
+    def describe(self, process, thread):
+        # The address to which the answer goes does not count.
+        for i in range(self.randomness.randrange(8, 13)):
+            address = 2**46 + i if i % 2 else f'"{2**63 + i}"'
+            self.call(process, thread, "C_GetTokenInfo",
+                      ['{"kind":"SlotID","value":2}', f'{{"kind":"Pointer","value":{address}}}'], slot=2)
 
     def strange(self, process, thread):
         self.call(process, thread, "CA_GetTSV", [f'{{"kind":"SlotID","value":{2**63 + 5}}}'.replace(str(2**63 + 5), f'"{2**63 + 5}"')])

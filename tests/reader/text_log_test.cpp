@@ -65,6 +65,22 @@ TEST(NewTextLog, SerialNumberOfHexadecimalDigitsIsReadAsAText) {
     EXPECT_TRUE(serial.isText);
 }
 
+TEST(NewTextLog, LabelOfDigitsWhoseBytesAreNoText_IsText) {
+    const auto attribute = [](const std::string& written) {
+        const CollectedCalls log =
+            ReadLog("\n10:15:30 01234-567:STRTFindObjects_Init {Sesn=1 AttrList={" + written + " } }");
+        return log[0].In().at(1).children.at(0);
+    };
+    const Value label = attribute("CKA_LABEL=\"ec\"");
+    EXPECT_EQ(label.bytes, "ec");
+    EXPECT_EQ(label.size, 2U);
+    EXPECT_TRUE(label.isText);
+    EXPECT_EQ(attribute("CKA_APPLICATION=\"00ff\"").bytes, "00ff");
+    EXPECT_EQ(attribute("CKA_LABEL=\"c3a9\"").bytes, "\xc3\xa9");
+    EXPECT_EQ(attribute("CKA_ID=\"ec\"").bytes, "\xec");
+    EXPECT_EQ(attribute("CKA_LABEL=\"ece\"").bytes, "ece");
+}
+
 TEST(NewTextLog, StartAndEndRecordsOfTheNewFormatBecomeCalls) {
     const CollectedCalls log = ReadLog(kNewLog);
     EXPECT_EQ(log.stretches.size(), 0U);

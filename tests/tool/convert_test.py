@@ -6,6 +6,7 @@ import io
 import json
 import os
 import pathlib
+import re
 import tempfile
 import threading
 import unittest
@@ -26,8 +27,26 @@ def convert(to, *arguments, **options):
 
 
 class JsonLines(unittest.TestCase):
-    def test_events_stay_as_they_are(self):
-        self.assertEqual(sorted(convert("jsonl", EVENTS).splitlines()), sorted(EVENTS.read_text().splitlines()))
+    def test_events_stay_as_they_are_in_their_order(self):
+        self.assertEqual(convert("jsonl", EVENTS), EVENTS.read_text())
+
+    def test_events_of_a_text_log_stand_in_the_order_of_its_records(self):
+        new = [(r[1] == "STRT", int(r[0])) for r in re.findall(r"^\d\d:\d\d:\d\d 0*(\d+)-\d+:(STRT|FINI)", NEW.read_text(), re.M)]
+        old = [(r[0] == "Start", int(r[1])) for r in re.findall(r"^Command\(\w+, \w+, (\w+)[^)]*\) PID:  (\d+)", OLD.read_text(), re.M)]
+        for log, records in ((NEW, new), (OLD, old)):
+            with self.subTest(log.name):
+                self.assertEqual(len(records), STARTS + ENDS)
+                events = [json.loads(line) for line in convert("jsonl", log).splitlines()]
+                self.assertEqual([(event["event"] == "start", event["pid"]) for event in events], records)
+
+    def test_log_and_its_own_events_do_not_differ(self):
+        for log in (NEW, OLD):
+            with self.subTest(log.name), tempfile.TemporaryDirectory() as folder:
+                events = pathlib.Path(folder, "events.jsonl")
+                events.write_text(convert("jsonl", log))
+                for pair in ((log, events), (events, log)):
+                    done = ckscribe("diff", *map(str, pair))
+                    self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
 
     def test_text_log_gives_the_same_events_but_for_what_it_lacks(self):
         def comparable(event, lacking):
@@ -144,6 +163,11 @@ class Rows(unittest.TestCase):
         ends = [(event["run"], event["call"]) for event in map(json.loads, EVENTS.read_text().splitlines())
                 if event["event"] == "end"]
         self.assertEqual([(row["run"], row["call"]) for row in rows][:len(ends)], ends)
+
+    def test_call_keeps_its_run_however_many_runs_there_are(self):
+        lines = "".join(self.END.replace("18a3f1c2d4e5f607-3e63", f"18a3f1c2{i:08x}-3e63") for i in range(100_003))
+        rows = self.rows("-", input=lines)
+        self.assertEqual(len({row["run"] for row in rows}), 100_003)
 
     def test_log_is_named_by_its_whole_path_without_what_rotation_adds(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -123,6 +123,10 @@ class Diff(unittest.TestCase):
         self.assertEqual(self.diff(text, event('"size":2,"text":"ed"'))[0], 1)
         self.assertEqual(self.diff(text, event('"size":2'))[0], 0)
         self.assertEqual(self.diff(text, event('"size":3'))[0], 1)
+        # Bytes that are a text are never written as digits.
+        text = log([("FindObjects_Init", 'Sesn=5 AttrList={CKA_LABEL="41" } ', "CKR_OK", "")])
+        self.assertEqual(self.diff(text, event('"size":2,"text":"41"')), (0, []))
+        self.assertEqual(self.diff(text, event('"size":1,"text":"A"'))[0], 1)
 
     def test_log_that_cannot_be_read_is_no_equal_run(self):
         done = ckscribe("diff", "/nowhere/a", "/nowhere/b")

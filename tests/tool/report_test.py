@@ -4,6 +4,7 @@ import json
 import lzma
 import os
 import pathlib
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -82,6 +83,12 @@ class Figures(unittest.TestCase):
         self.assertEqual(report(NEW, environment=environment)["last_time"][:10], "2023-11-14")
         self.assertEqual(report("--date", "2024-02-29", NEW, environment=environment)["last_time"][:10], "2024-02-29")
 
+    def test_standard_input_that_is_a_file_is_of_the_day_on_which_that_was_written(self):
+        os.utime(NEW, (1_700_000_000, 1_700_000_000))  # 2023-11-14
+        with open(NEW) as log:
+            done = ckscribe("convert", "--to", "csv", "-", stdin=log, environment={"TZ": "UTC"})
+        self.assertEqual({line[:10] for line in done.stdout.splitlines()[1:]}, {"2023-11-14"})
+
     def test_keys_have_the_names_that_searches_reveal(self):
         lines = ('10:15:30 00001-001:STRTFindObjects_Init {Sesn=1 AttrList={CKA_LABEL="signing key" CKA_ID="0aff" } }',
                  "10:15:30 00001-001:FINIFindObjects_Init CKR_OK1clks {}",
@@ -92,6 +99,49 @@ class Figures(unittest.TestCase):
         keys = report("-", input="\n".join(lines))["keys"]
         self.assertEqual(keys, [{"process": 1, "object": 3, "label": "signing key", "id": "0aff", "class": None,
                                  "operations": 1, "mechanisms": {"CKM_RSA_PKCS": 1}}])
+
+    def test_label_of_digits_is_a_text_unless_they_are_bytes_of_a_text(self):
+        lines = []
+        for handle, label in enumerate(("ec", "5363686cc3bc7373656c", "deadbeef", "7f", "c3a9"), 3):
+            lines += [f'10:15:30 00001-001:STRTCreateObject {{Sesn=1 AttrList={{CKA_LABEL="{label}" CKA_ID="ec" }} }}',
+                      f"10:15:30 00001-001:FINICreateObject CKR_OK1clks {{Obj={handle} }}"]
+        keys = report("-", input="\n".join(lines))["keys"]
+        self.assertEqual([(key["object"], key["label"], key["id"]) for key in keys],
+                         [(3, "ec", "ec"), (4, "Schl\u00fcssel", "ec"), (5, "deadbeef", "ec"), (6, "7f", "ec"), (7, "\u00e9", "ec")])
+
+    def test_span_ends_with_the_last_moment_and_not_with_the_last_call_that_ended(self):
+        def event(kind, second, ns=0):
+            end = ',"rv":0,"result":"CKR_OK","in":[],"out":[]' if kind == "end" else ',"in":[]'
+            return (f'{{"event":"{kind}","time":"2026-11-21T12:{second // 60:02}:{second % 60:02}Z",' + (f'"ns":{ns},' if kind == "end" else "") +
+                    f'"run":"a-1","pid":1,"tid":{second},"call":{second},"function":"C_Sign"{end}}}\n')
+
+        def span(log):
+            result = report("-", "--date", "2026-11-21", input=log, environment={"TZ": "UTC"})
+            return result["first_time"], result["last_time"]
+
+        self.assertEqual(span(event("end", 7) + event("start", 600)), ("2026-11-21T12:00:07Z", "2026-11-21T12:10:00Z"))
+        self.assertEqual(span(event("start", 8) + event("start", 9)), ("2026-11-21T12:00:08Z", "2026-11-21T12:00:09Z"))
+        self.assertEqual(span(event("end", 60, 50 * 10**9) + event("end", 61, 10**9)), ("2026-11-21T12:01:00Z", "2026-11-21T12:01:50Z"))
+        text = "12:30:00 00001-001:STRTFinalize {}\n12:30:01 00001-001:FINIFinalize CKR_OK1clks {}\n"
+        for log in (event("end", 7) + text, text + event("end", 7)):
+            self.assertEqual(span(log), ("2026-11-21T12:00:07Z", "2026-11-21T12:30:01Z"))
+
+    def test_target_that_answers_another_number_each_time_has_a_row_for_each(self):
+        # The time that this takes must not grow with the square of the rows: it would take minutes.
+        count = 200_000
+        lines = "".join('{"event":"end","time":"2026-11-21T12:33:45Z","ns":5,"run":"a-1","pid":1,"tid":2,"call":%d,"function":"C_Sign",'
+                        '"rv":%d,"result":"CKR_UNKNOWN","in":[],"out":[]}\n' % (i + 1, 0x80000000 + i) for i in range(count))
+        rows = json.loads(ckscribe("report", "--json", "-", input=lines).stdout)["results"]
+        self.assertEqual({row["rv"] for row in rows}, set(range(0x80000000, 0x80000000 + count)))
+        self.assertEqual({row["count"] for row in rows}, {1})
+
+    def test_commands_that_show_evidence_are_safe_to_copy_whatever_an_event_names(self):
+        event = ('{"event":"end","time":"2026-11-21T12:33:45Z","ns":5,"run":"a-1","pid":1,"tid":2,"call":1,"function":"C_Sign;id",'
+                 '"rv":1,"result":"CKR_$(id) \'x","in":[],"out":[]}\n')
+        [command] = [remark["command"] for remark in report("-", input=event)["remarks"]]
+        self.assertEqual(shlex.split(command), ["ckscribe", "show", "--function", "C_Sign;id", "--result", "CKR_$(id) 'x", "-"])
+        self.assertNotIn("$(id)", subprocess.run(["sh", "-c", command.replace("ckscribe", "echo", 1)], capture_output=True, text=True,
+                                                 check=True).stdout.replace("CKR_$(id)", ""))
 
     def test_calls_a_second_and_pauses_between_calls_of_a_thread_are_those_of_the_events(self):
         def event(call, second, ns, tid):
@@ -164,6 +214,23 @@ class Figures(unittest.TestCase):
         self.assertEqual([(r["function"], r["longest"], r["rows"]) for r in result["retries"]], [("C_Login", 3, 1)])
         self.assertEqual([(r["function"], r["longest"]) for r in result["polling"]], [("C_GetSessionInfo", 12)])
         self.assertEqual([(s["slot"], s["calls"]) for s in result["slots"]], [(4, 2)])
+
+    def test_calls_that_ask_for_something_else_each_time_are_no_polling(self):
+        def polling(name, *starts):
+            lines = [f"10:15:30 00001-001:STRT{name} {{{start}}}\n10:15:30 00001-001:FINI{name} CKR_OK1clks {{}}\n" for start in starts]
+            text = "".join(lines)
+            events = ckscribe("convert", "--to", "jsonl", "-", input=text).stdout
+            found = [[(row["function"], row["longest"]) for row in report("-", input=log)["polling"]] for log in (text, events)]
+            self.assertEqual(*found)
+            return found[0]
+
+        self.assertEqual(polling("GetMechanismInfo", *(f"Slot=1 {i} " for i in range(20))), [])
+        self.assertEqual(polling("GetMechanismInfo", *(f"Slot=1 {i // 12} " for i in range(24))), [("C_GetMechanismInfo", 12)])
+        self.assertEqual(polling("GetSlotInfo", *(f"Slot={i % 3} " for i in range(30))), [])
+        self.assertEqual(polling("GetSessionInfo", *(f"Sesn={i % 2} " for i in range(30))), [])
+        self.assertEqual(polling("GetSlotList", *(f"tknPresent={'true' if i % 2 else 'false'} " for i in range(30))), [])
+        # The address to which the answer goes does not count.
+        self.assertEqual(polling("GetTokenInfo", *(f"Slot=1 Ptr=0x{i:x} " for i in range(1, 11))), [("C_GetTokenInfo", 10)])
 
 
 class Damage(unittest.TestCase):
@@ -290,8 +357,10 @@ class Text(unittest.TestCase):
         self.assertEqual(len(report("--top", "2", EVENTS)["keys"]), 2)
 
     def test_wrong_date_is_wrong_use(self):
-        done = ckscribe("report", "--date", "yesterday", str(NEW))
-        self.assertEqual((done.returncode, done.stdout), (2, ""))
+        for date in ("yesterday", "2026-02-29", "2026-11-31", "2026-11-00", "9999-01-01"):
+            with self.subTest(date):
+                done = ckscribe("report", "--date", date, str(NEW))
+                self.assertEqual((done.returncode, done.stdout), (2, ""))
 
 
 class Page(unittest.TestCase):

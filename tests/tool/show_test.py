@@ -79,6 +79,16 @@ class Lines(unittest.TestCase):
                 self.assertIn(f"{name}(session=5, user=1, PIN=********) = {bad}\r\n", text.decode())
 
 
+    def test_utc_changes_the_times_of_each_format_and_adds_no_parts_of_a_second(self):
+        old = "\nCommand(Finalize, None, End, CKR_OK) PID:  7  Time:  Sun Nov 15 00:15:32 2026\n // 7 clock cycles\n{\n}\n"
+        event = ('{"event":"end","time":"2026-11-21T12:33:45.678Z","ns":5,"run":"a-1","pid":1,"tid":2,"call":3,"function":"C_Sign",'
+                 '"rv":0,"result":"CKR_OK","in":[],"out":[]}\n')
+        for words, times in (([], ["01:15:31", "00:15:32", "18:03:45.678"]), (["--utc"], ["19:45:31", "18:45:32", "12:33:45.678"])):
+            lines = show(*words, "-", input="01:15:31 00001-001:FINILogout CKR_OK1clks {}\n" + old + event,
+                         environment={"TZ": "XXX-05:30"})
+            self.assertEqual([line.split()[0] for line in lines], times)
+
+
 class Filters(unittest.TestCase):
     def test_filters_select_and_combine(self):
         for arguments, functions in (
@@ -109,6 +119,14 @@ class Filters(unittest.TestCase):
         ):
             with self.subTest(arguments):
                 self.assertEqual(shown("--date", "2026-11-21", *arguments), functions)
+
+    def test_last_counts_from_the_end_of_a_long_call(self):
+        def event(call, minute, ns):
+            return (f'{{"event":"end","time":"2026-11-21T12:{minute:02}:00Z","ns":{ns},"run":"a-1","pid":1,"tid":2,"call":{call},'
+                    f'"function":"C_Sign","rv":0,"result":"CKR_OK","in":[],"out":[]}}\n')
+
+        log = event(1, 9, 5) + event(2, 11, 5) + event(3, 10, 10 * 60 * 10**9)
+        self.assertEqual([line[3:5] for line in show("--utc", "--last", "10m", "-", input=log)], ["11", "10"])
 
     def test_option_slower_selects_by_the_durations_of_events(self):
         median = EXPECTED["functions"]["C_Sign"]["p50_ns"]
@@ -265,6 +283,47 @@ class Following(unittest.TestCase):
     def test_directory_cannot_be_followed(self):
         done = ckscribe("show", "-f", "/")
         self.assertEqual((done.returncode, done.stdout, done.stderr), (1, "", "ckscribe: /: Is a directory.\n"))
+
+    def test_times_are_selected_in_each_log_by_its_own_last_record(self):
+        def log(hour):
+            return "".join(f"\n{hour}:{minute}:00 00001-001:FINIFinalize CKR_OK1clks {{}}" for minute in (10, 40, 50))
+
+        with tempfile.TemporaryDirectory() as folder:
+            one, other = (pathlib.Path(folder, name) for name in ("one.log", "other.log"))
+            one.write_text(log(10))
+            other.write_text(log(15))
+            with Follower("--last", "15m", one, other) as follower:
+                self.assertEqual(sorted(line[:8] for line in follower.lines(4)), ["10:40:00", "10:50:00", "15:40:00", "15:50:00"])
+                self.assertEqual(len(follower.lines(5, seconds=0.5)), 4)
+
+    def test_log_that_says_no_time_yet_counts_from_now(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            path.touch()
+            early = "\n00:00:00 00009-001:FINIInitialize CKR_OK1clks {}"
+            late = "\n23:59:59 00009-001:FINIFinalize CKR_OK1clks {}"
+            for words in ([], ["--utc"]):
+                path.write_text("")
+                with Follower(*words, "--since", "00:00:01", path, env=os.environ | {"TZ": "UTC"}) as follower:
+                    time.sleep(0.3)
+                    path.write_text(early + late)
+                    self.assertEqual(follower.lines(1), ["23:59:59 1 C_Finalize() = CKR_OK"])
+            with Follower("--since", "00:00:01", "-", stdin=subprocess.PIPE, env=os.environ | {"TZ": "UTC"}) as follower:
+                follower.process.stdin.write((early + late).encode())
+                follower.process.stdin.close()
+                self.assertEqual(follower.process.wait(60), 0)
+                self.assertEqual(follower.lines(1), ["23:59:59 1 C_Finalize() = CKR_OK"])
+
+    def test_fifo_is_followed_with_times(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "calls.log")
+            os.mkfifo(path)
+            with Follower("--utc", "--last", "24h", path, env=os.environ | {"TZ": "UTC"}) as follower:
+                with open(path, "w") as log:
+                    log.write(time.strftime("\n%H:%M:%S 00009-001:FINIFinalize CKR_OK1clks {}\n", time.gmtime()))
+                    log.flush()
+                    # The writer is still there.
+                    self.assertEqual([line[8:] for line in follower.lines(1)], [" 1 C_Finalize() = CKR_OK"])
 
     def test_records_and_filters_work_while_following(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -47,17 +47,18 @@ Json EventOf(const Call& call, bool isStart) {
     return event;
 }
 
+// Events stand in the order of the records: without run and number that is what joins them again.
 class EventWriter : public CallWriter {
 public:
+    void OnStart(const Call& call) override { Put(call, call.startRecord, true); }
     void OnCall(const Call& call) override {
-        if (call.format == LogFormat::kEvents) {
-            // Its records are events already.
-            if (call.hasStart) PutLine(std::string(call.startRecord));
-            if (call.hasEnd) PutLine(std::string(call.endRecord));
-            return;
-        }
-        if (call.hasStart) PutLine(LineOf(EventOf(call, true)));
-        if (call.hasEnd) PutLine(LineOf(EventOf(call, false)));
+        if (call.hasEnd) Put(call, call.endRecord, false);
+    }
+
+private:
+    static void Put(const Call& call, std::string_view record, bool isStart) {
+        // What is an event already stays as it is.
+        PutLine(call.format == LogFormat::kEvents ? std::string(record) : LineOf(EventOf(call, isStart)));
     }
 };
 

@@ -3,10 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
+
+#include "util/json_writer.h"
 
 namespace ckscribe {
 
@@ -48,6 +51,19 @@ std::string Hex(std::string_view bytes) {
     std::string hex;
     for (const char byte : bytes) hex += fmt::format("{:02x}", static_cast<unsigned char>(byte));
     return hex;
+}
+
+// The text may be digits of bytes: of such that the log does not write as a text.
+bool IsDigitsOfBytes(std::string_view text) {
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
+        unsigned value = 0;
+        const char* const end = text.data() + i + 2;
+        if (std::from_chars(text.data() + i, end, value, 16).ptr != end) return false;
+        bytes += static_cast<char>(value);
+    }
+    const bool hasCapitals = text.find_first_of("ABCDEF") != text.npos;
+    return text.size() % 2 == 0 && !hasCapitals && !IsReadableText(bytes);
 }
 
 // Returns the bytes of a number as it lies in memory.
@@ -98,13 +114,17 @@ private:
         if (bytes == kHidden) return AddTwo("", "");
         const bool isEmpty = bytes ? bytes->empty() : size == 0U;
         if (isEmpty) return AddTwo("nothing", "");
-        if (!bytes || !isFormUnknown || isText) {
-            return AddTwo(bytes ? Hex(*bytes) : "", size ? fmt::format("{}", *size) : "");
-        }
         // The new text format prints bytes and a text of their digits alike.
-        const std::string digits = Hex(*bytes);
-        AddTwo(fmt::format("{}{}{}", digits, kOr, Hex(digits)),
-               size ? fmt::format("{}{}{}", *size, kOr, 2 * *size) : "");
+        if (bytes && isFormUnknown && !isText) {
+            const std::string digits = Hex(*bytes);
+            return AddTwo(fmt::format("{}{}{}", digits, kOr, Hex(digits)),
+                          size ? fmt::format("{}{}{}", *size, kOr, 2 * *size) : "");
+        }
+        if (bytes && isFormUnknown && IsDigitsOfBytes(*bytes)) {
+            return AddTwo(fmt::format("{}{}{}", *bytes, kOr, Hex(*bytes)),
+                          size ? fmt::format("{}{}{}", *size / 2, kOr, *size) : "");
+        }
+        AddTwo(bytes ? Hex(*bytes) : "", size ? fmt::format("{}", *size) : "");
     }
 
     // Adds the elements that the log shows, and their count. If the caller gave no room, a text log shows an

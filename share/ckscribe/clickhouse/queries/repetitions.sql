@@ -1,4 +1,5 @@
--- Calls of one thread in a row that did the same: failed alike (`fails` = 1, two or more), or only asked (ten or more).
+-- Calls of one thread in a row that did the same: failed alike (`fails` = 1, two or more), or only asked for the same
+-- (ten or more; addresses, to which the answer goes, do not count).
 -- `pid`, `tid`, `host` and `time` are those of the longest row; of equally long ones, of the one that began first.
 SELECT
     fails,
@@ -48,11 +49,29 @@ FROM
                 arraySort((item, place) -> place, groupArray(result), groupArray(position)) AS answers,
                 arraySort((item, place) -> place, groupArray(time), groupArray(position)) AS moments,
                 arraySort((item, place) -> place, groupArray(asks), groupArray(position)) AS asking,
-                arrayMap((name, answer, name_before, answer_before) -> name != name_before OR answer != answer_before,
-                    names, answers, arrayPushFront(arrayPopBack(names), ''), arrayPushFront(arrayPopBack(answers), ''))
+                arraySort((item, place) -> place, groupArray(question), groupArray(position)) AS questions,
+                arrayMap((name, answer, wanted, name_before, answer_before, wanted_before) ->
+                        name != name_before OR answer != answer_before OR wanted != wanted_before,
+                    names, answers, questions, arrayPushFront(arrayPopBack(names), ''),
+                    arrayPushFront(arrayPopBack(answers), ''), arrayPushFront(arrayPopBack(questions), toUInt64(0)))
                     AS begins
-            FROM {table:Identifier} FINAL
-            WHERE version = 2 AND time >= {since:UInt64}
+            FROM
+            (
+                SELECT
+                    host,
+                    log,
+                    pid,
+                    tid,
+                    function,
+                    result,
+                    time,
+                    asks,
+                    position,
+                    if(asks = 1, cityHash64(replaceRegexpAll(inputs, '"kind":"Pointer","value":"?[0-9]+"?', '')),
+                        toUInt64(0)) AS question
+                FROM {table:Identifier} FINAL
+                WHERE version = 2 AND time >= {since:UInt64}
+            )
             GROUP BY host, log, pid, tid
         )
     )

@@ -1,4 +1,5 @@
--- What each log of each host holds. `last_time` is the end of the log's last call.
+-- What each log of each host holds. `last_time` is the last moment that it tells: the end of a call, or the beginning
+-- of one without an end.
 SELECT
     host,
     log,
@@ -8,7 +9,7 @@ SELECT
     uniqExact(pid) AS processes,
     uniqExactIf(pid, assumeNotNull(tid), isNotNull(tid)) AS threads,
     min(time) AS first_time,
-    if(countIf(version = 2) = 0, min(time), argMaxIf(time + ifNull(ns, 0), position, version = 2)) AS last_time
+    max(time + ifNull(ns, 0)) AS last_time
 FROM {table:Identifier} FINAL
 WHERE time >= {since:UInt64}
 GROUP BY host, log
