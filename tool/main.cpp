@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "tool/arguments.h"
@@ -33,11 +34,16 @@ int Explain(const CLI::App& app, const CLI::ParseError& problem, const std::vect
     return subcommand == "run" ? int{kRunFailed} : int{kWrongUse};
 }
 
+int SayNotWritten(int reason) {
+    Say(fmt::format("Standard output cannot be written: {}.", std::strerror(reason)));
+    return kNotWell;
+}
+
 // A result that could not be written is a failure. `run` writes no result to standard output.
 int AfterWriting(int status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-    Say(fmt::format("Standard output cannot be written: {}.", std::strerror(errno)));
-    return status == kWell ? int{kNotWell} : status;
+    const int said = SayNotWritten(errno);
+    return status == kWell ? said : status;
 }
 
 }  // namespace
@@ -56,6 +62,10 @@ int main(int count, char** words) {
         ParseArguments(app, arguments);
     } catch (const CLI::ParseError& problem) {
         return Explain(app, problem, arguments);
+    } catch (const std::system_error& problem) {
+        // Printing throws when a long result does not fit on a disk.
+        if (std::ferror(stdout) == 0) throw;
+        return SayNotWritten(problem.code().value());
     }
     return SubcommandIn(app, arguments) == "run" ? status : AfterWriting(status);
 }

@@ -7,6 +7,7 @@ import json
 import os
 import pathlib
 import re
+import subprocess
 import tempfile
 import threading
 import unittest
@@ -310,6 +311,14 @@ class Servers(unittest.TestCase):
 
 
 class Use(unittest.TestCase):
+    def test_result_that_does_not_fit_on_a_disk_is_said_in_one_line(self):
+        for command in (["convert", "--to", "csv"], ["convert", "--to", "jsonl"], ["convert", "--to", "trace"], ["report", "--json"],
+                        ["report"], ["show"]):
+            with self.subTest(command), open("/dev/full", "w") as full:
+                done = ckscribe(*command, str(NEW), capture_output=False, stdout=full, stderr=subprocess.PIPE)
+                self.assertEqual((done.returncode, done.stderr),
+                                 (1, "ckscribe: Standard output cannot be written: No space left on device.\n"))
+
     def test_format_that_is_unknown_or_absent_is_wrong_use(self):
         self.assertEqual(ckscribe("convert", "--to", "xml", str(NEW)).returncode, 2)
         self.assertEqual(ckscribe("convert", str(NEW)).returncode, 2)
