@@ -67,7 +67,7 @@ FROM
                     time,
                     asks,
                     position,
-                    if(asks = 1, cityHash64(replaceRegexpAll(inputs, '"kind":"Pointer","value":"?[0-9]+"?', '')),
+                    if(asks = 1, cityHash64(replaceRegexpAll(inputs, ',?[{]"kind":"Pointer","value":"?[0-9]+"?[}]', '')),
                         toUInt64(0)) AS question
                 FROM {table:Identifier} FINAL
                 WHERE version = 2 AND time >= {since:UInt64}
