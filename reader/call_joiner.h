@@ -21,8 +21,8 @@ namespace ckscribe {
 
 class CallJoiner {
 public:
-    // Takes the next record. A start record begins a call and an end record completes one; `sink` gets both. The
-    // caller keeps the record's text unchanged until KeepTexts or Finish.
+    // Takes the next record. A start record begins a call and an end record completes one; `sink` gets both.
+    // The caller keeps the record's text unchanged until KeepTexts or Finish.
     void Take(const Record& record, std::uint32_t file, CallSink& sink);
 
     // Copies the texts of the open calls. After this the caller may free the texts of all records so far.
