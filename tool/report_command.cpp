@@ -104,6 +104,19 @@ std::size_t TopOf(const Options& options) {
     return options.topOption->count() != 0 ? options.top : kTopOfJson;
 }
 
+// Returns the report's page. Its lists get shorter where the calls have no room otherwise.
+std::string PageOf(const Report& report, const PageDetails& details, const Options& options) {
+    constexpr std::size_t kLeastRoom = 2'000'000;
+    constexpr std::size_t kShortestList = 20;
+    std::size_t top = TopOf(options);
+    std::string json = ReportAsJson(report, top);
+    while (RoomForDetails(json) < kLeastRoom && top > kShortestList) json = ReportAsJson(report, top /= 2);
+    // The size of the calls is an estimate.
+    const std::size_t room = RoomForDetails(json);
+    return ReportPage(
+        json, details.Json(options.logs.paths, std::min(room - room / 50, PageDetails::kLargestJson)));
+}
+
 void Print(const Report& report, const Options& options) {
     const std::string text =
         options.isJson
@@ -174,9 +187,7 @@ int Run(const Options& options) {
     bar.reset();
     const Report report = sink.builder.Finish(paths, files);
     if (!options.page.empty()) {
-        if (!WritePage(options.page,
-                       ReportPage(ReportAsJson(report, TopOf(options)), sink.details.Json(paths))))
-            return kNotWell;
+        if (!WritePage(options.page, PageOf(report, sink.details, options))) return kNotWell;
     } else {
         Print(report, options);
     }

@@ -374,6 +374,26 @@ class Page(unittest.TestCase):
             text = page.read_text().split('<script type="application/json" id="report">')[1].split("</script>")[0]
             self.assertEqual(json.loads(text), report(EVENTS))
 
+    def test_page_has_at_most_5_megabytes_whatever_the_log_holds(self):
+        less = "<" * 3900
+        lines = []
+        for i in range(1500):
+            head = f"10:15:30 {i + 1:05}-001:"
+            lines += [f"{head}STRTOpenSession {{Slot=1 Flgs=4 }}", f"{head}FINIOpenSession CKR_OK1clks {{Sesn={i} }}",
+                      f'{head}STRTLogin {{Sesn={i} User=1 PIN="********" }}', f"{head}FINILogin ***CKR_PIN_INCORRECT***1clks {{}}",
+                      f'{head}STRTCreateObject {{Sesn={i} AttrList={{CKA_LABEL="{less[:200]}{i}" }} }}',
+                      f"{head}FINICreateObject CKR_OK1clks {{Obj={i} }}", f'{head}STRTSign {{Sesn={i} "{less}" }}']
+        with tempfile.TemporaryDirectory() as folder:
+            log, page = pathlib.Path(folder, "calls.log"), pathlib.Path(folder, "report.html")
+            log.write_text("\n".join(lines))
+            done = ckscribe("report", "--html", str(page), str(log))
+            if "built without" in done.stderr:
+                self.skipTest("no chart library")
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            self.assertLessEqual(page.stat().st_size, 5_000_000)
+            text = page.read_text().split('<script type="application/json" id="details">')[1].split("</script>")[0]
+            self.assertGreater(len(json.loads(text)["calls"]), 1000)
+
     def test_page_does_not_replace_a_log(self):
         with tempfile.TemporaryDirectory() as folder:
             log, link = pathlib.Path(folder, "calls.log"), pathlib.Path(folder, "link.log")

@@ -81,6 +81,12 @@ ordered_json BarsOf(const LatencyHistogram& histogram) {
     return bars;
 }
 
+// Returns how many bytes JSON takes in a page, which writes each less-than sign as an escape.
+std::size_t SizeInPage(const ordered_json& json) {
+    const std::string text = json.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+    return text.size() + 5 * static_cast<std::size_t>(std::ranges::count(text, '<'));
+}
+
 // Returns the number of a text in a list that grows with each new text.
 std::size_t NumberOf(const std::string& text, std::map<std::string, std::size_t>& numbers,
                      ordered_json& list) {
@@ -184,17 +190,18 @@ std::vector<const Call*> PageDetails::KeptCalls() const {
 // bytes of its records.
 std::size_t PageDetails::AddCalls(ordered_json& details, const std::vector<const Call*>& kept,
                                   std::size_t longest, std::int64_t base,
-                                  const std::vector<std::string>& files) const {
+                                  const std::vector<std::string>& files, std::size_t room) const {
     details["functions"] = ordered_json::array();
     details["threads"] = ordered_json::array();
     details["calls"] = ordered_json::array();
     std::map<std::string, std::size_t> functions;
     std::map<std::string, std::size_t> threads;
-    std::size_t size = 0;
+    std::size_t size = SizeInPage(details);
     for (const Call* const call : kept) {
         ordered_json row;
         row["function"] = NumberOf(std::string(call->Function()), functions, details["functions"]);
         row["thread"] = NumberOf(ThreadName(*call), threads, details["threads"]);
+        if (row["thread"] == threads.size() - 1) size += ThreadName(*call).size() + 3;
         row["start"] =
             call->Time().IsThere()
                 ? ordered_json(Milliseconds(OnCalendar(call->Time()) - base * kNanosecondsPerMillisecond))
@@ -204,14 +211,14 @@ std::size_t PageDetails::AddCalls(ordered_json& details, const std::vector<const
         row["text"] = LineText(*call);
         row["records"] = RecordsText(*call, longest);
         row["place"] = PlaceText(call->FirstPlace(), files);
-        size += row.dump(-1, ' ', false, ordered_json::error_handler_t::replace).size();
-        if (size > kLargestJson) break;
+        size += SizeInPage(row) + 1;
+        if (size > room) break;
         details["calls"].push_back(std::move(row));
     }
     return details["calls"].size();
 }
 
-std::string PageDetails::Json(const std::vector<std::string>& files) const {
+std::string PageDetails::Json(const std::vector<std::string>& files, std::size_t room) const {
     ordered_json details;
     details["precise"] = isPrecise;
     details["dated"] = isDated;
@@ -252,7 +259,7 @@ std::string PageDetails::Json(const std::vector<std::string>& files) const {
     const std::vector<const Call*> kept = KeptCalls();
     for (const std::size_t longest : kLongestRecords) {
         isShortened = longest != kLongestRecords[0];
-        shown = AddCalls(details, kept, longest, base, files);
+        shown = AddCalls(details, kept, longest, base, files, room);
         if (shown == kept.size()) break;
     }
     details["left_out"] =

@@ -75,8 +75,8 @@ public:
     void Take(const Call& call);
 
     // Returns the details in the form that the page's script reads. `files` are the names of the files that
-    // calls name by number.
-    std::string Json(const std::vector<std::string>& files) const;
+    // calls name by number. In the page they take at most about `room` bytes.
+    std::string Json(const std::vector<std::string>& files, std::size_t room = kLargestJson) const;
 
 private:
     struct SlowCall {
@@ -90,7 +90,8 @@ private:
     std::int64_t OnCalendar(const Moment& time) const;
     std::vector<const Call*> KeptCalls() const;
     std::size_t AddCalls(nlohmann::ordered_json& details, const std::vector<const Call*>& kept,
-                         std::size_t longest, std::int64_t base, const std::vector<std::string>& files) const;
+                         std::size_t longest, std::int64_t base, const std::vector<std::string>& files,
+                         std::size_t room) const;
 
     const bool isUtc;
     std::uint64_t callCount = 0;

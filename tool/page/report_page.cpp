@@ -1,5 +1,6 @@
 #include "tool/page/report_page.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tool/page/page_parts.h"
@@ -25,6 +26,13 @@ std::string WithoutMarkup(std::string_view json) {
 }  // namespace
 
 bool CanMakeReportPage() { return !page_parts::kCharts.empty(); }
+
+std::size_t RoomForDetails(std::string_view report) {
+    const std::size_t taken = page_parts::kFrame.size() + page_parts::kStyle.size() +
+                              page_parts::kCharts.size() + page_parts::kScript.size() +
+                              WithoutMarkup(report).size();
+    return kLargestPage - std::min(kLargestPage, taken);
+}
 
 std::string ReportPage(std::string_view report, std::string_view details) {
     if (!CanMakeReportPage()) return {};
