@@ -188,9 +188,8 @@ int Run(const Options& options) {
     const Report report = sink.builder.Finish(paths, files);
     if (!options.page.empty()) {
         if (!WritePage(options.page, PageOf(report, sink.details, options))) return kNotWell;
-    } else {
-        Print(report, options);
     }
+    if (options.page.empty() || options.isJson) Print(report, options);
     std::fflush(stdout);
     return SayUnreadFiles(paths, files);
 }

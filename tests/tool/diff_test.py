@@ -57,6 +57,15 @@ class Diff(unittest.TestCase):
         self.assertEqual(self.diff(log(RUN), log(RUN[:3] + [("Logout", "Sesn=5 ", "CKR_OK", "")] + RUN[3:])), (1, [
             "process 1, thread 1 | process 1, thread 1", "+ C_Logout() = CKR_OK  after:11"]))
 
+    def test_runs_go_on_alike_behind_thousands_of_calls_that_differ(self):
+        def signatures(count, data):
+            return [("Sign", f'Sesn=5 "{data} {i}" ', "CKR_OK", "") for i in range(count)]
+
+        status, lines = self.diff(log(RUN[:3] + signatures(3000, "one") + RUN[3:]), log(RUN[:3] + signatures(3060, "two") + RUN[3:]))
+        self.assertEqual(status, 1)
+        self.assertEqual([line for line in lines if 'C_Sign(' not in line], ["process 1, thread 1 | process 1, thread 1"])
+        self.assertEqual([sum(line.startswith(sign) for line in lines) for sign in "-+"], [3000, 3060])
+
     def test_call_with_another_answer_is_shown(self):
         for position, call, text in (
             (3, RUN[3][:2] + ("CKR_PIN_INCORRECT", ""),

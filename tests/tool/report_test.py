@@ -373,6 +373,9 @@ class Page(unittest.TestCase):
             self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
             text = page.read_text().split('<script type="application/json" id="report">')[1].split("</script>")[0]
             self.assertEqual(json.loads(text), report(EVENTS))
+            page.unlink()
+            self.assertEqual(report("--html", page, EVENTS), report(EVENTS))
+            self.assertTrue(page.exists())
 
     def test_page_has_at_most_5_megabytes_whatever_the_log_holds(self):
         less = "<" * 3900

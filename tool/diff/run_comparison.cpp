@@ -1,6 +1,8 @@
 #include "tool/diff/run_comparison.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "tool/diff/comparable_call.h"
 
@@ -12,6 +14,10 @@ constexpr std::uint64_t kMuchLonger = 10;
 constexpr std::uint64_t kLonger = 10'000'000;
 // So many calls may be gone and new together before the runs go on alike.
 constexpr std::size_t kFarthest = 400;
+// Where runs differ in call after call, most searches go this far, and each of so many goes the whole way.
+// Otherwise such runs take a hundred thousand comparisons a call.
+constexpr std::size_t kNear = 16;
+constexpr std::size_t kVainSearches = 64;
 
 bool IsSame(const ComparedText& one, const ComparedText& other, const SharedTexts& texts) {
     return one.shape == other.shape &&
@@ -23,25 +29,25 @@ bool IsSame(const ComparedCall& one, const ComparedCall& other, const SharedText
 }
 
 // Returns how many calls are gone and how many are new until both runs go on alike. Their sum is the smallest
-// possible.
-std::pair<std::size_t, std::size_t> FindNextSame(std::span<const ComparedCall> before,
-                                                 std::span<const ComparedCall> after,
-                                                 const SharedTexts& texts) {
-    for (std::size_t distance = 1; distance <= std::min(kFarthest, before.size() + after.size());
-         ++distance) {
+// possible, and at most `farthest`. Returns nothing if the runs do not go on alike before that.
+std::optional<std::pair<std::size_t, std::size_t>> FindNextSame(std::span<const ComparedCall> before,
+                                                                std::span<const ComparedCall> after,
+                                                                std::size_t farthest,
+                                                                const SharedTexts& texts) {
+    for (std::size_t distance = 1; distance <= std::min(farthest, before.size() + after.size()); ++distance) {
         for (std::size_t gone = 0; gone <= distance; ++gone) {
             const std::size_t added = distance - gone;
             if (gone > before.size() || added > after.size()) continue;
             const bool isEnd = gone == before.size() && added == after.size();
-            if (isEnd) return {gone, added};
+            if (isEnd) return {{gone, added}};
             if (gone == before.size() || added == after.size() || !IsSame(before[gone], after[added], texts))
                 continue;
             // One like call may be an accident. Two in a row are none.
             const bool isLast = gone + 1 == before.size() || added + 1 == after.size();
-            if (isLast || IsSame(before[gone + 1], after[added + 1], texts)) return {gone, added};
+            if (isLast || IsSame(before[gone + 1], after[added + 1], texts)) return {{gone, added}};
         }
     }
-    return {std::min<std::size_t>(1, before.size()), std::min<std::size_t>(1, after.size())};
+    return std::nullopt;
 }
 
 bool IsMuchLonger(const ComparedCall& before, const ComparedCall& after) {
@@ -57,6 +63,7 @@ std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
     std::vector<DifferentCall> differences;
     std::span<const ComparedCall> left = before;
     std::span<const ComparedCall> right = after;
+    std::size_t vainSearches = 0;
     while (!left.empty() || !right.empty()) {
         if (!left.empty() && !right.empty() && IsSame(left[0], right[0], texts)) {
             if (!IsSame(left[0].answer, right[0].answer, texts)) {
@@ -68,7 +75,11 @@ std::vector<DifferentCall> Compare(const std::vector<ComparedCall>& before,
             right = right.subspan(1);
             continue;
         }
-        const auto [gone, added] = FindNextSame(left, right, texts);
+        const std::size_t farthest = vainSearches % kVainSearches == 0 ? kFarthest : kNear;
+        const auto found = FindNextSame(left, right, farthest, texts);
+        vainSearches = found ? 0 : vainSearches + 1;
+        const auto [gone, added] = found.value_or(
+            std::pair(std::min<std::size_t>(1, left.size()), std::min<std::size_t>(1, right.size())));
         for (std::size_t i = 0; i < gone; ++i) differences.push_back({Difference::kGone, &left[i], nullptr});
         for (std::size_t i = 0; i < added; ++i) differences.push_back({Difference::kNew, nullptr, &right[i]});
         left = left.subspan(gone);
