@@ -103,7 +103,8 @@ int Run(const Options& options) {
     bar.reset();
     const int beforeStatus = SayUnreadFiles({options.before}, beforeFiles);
     const int afterStatus = SayUnreadFiles({options.after}, afterFiles);
-    if (beforeStatus != kWell || afterStatus != kWell) return kNotWell;
+    // As in diff(1): 1 says only that the runs differ.
+    if (beforeStatus != kWell || afterStatus != kWell) return kWrongUse;
 
     const Printer printer(options, texts);
     bool isDifferent = false;

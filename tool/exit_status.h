@@ -7,7 +7,7 @@ namespace ckscribe {
 enum ExitStatus : int {
     kWell = 0,      // it worked, and all that was asked about is well
     kNotWell = 1,   // it worked, and something that was asked about is not well; or it did not work
-    kWrongUse = 2,  // the arguments make no sense; nothing was done
+    kWrongUse = 2,  // the arguments make no sense, or `diff` could not read a log; nothing was done
 };
 
 // `ckscribe run` ends with one of these when its command did not end by itself; env and timeout do the same.

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "util/shell_word.h"
+#include "tool/shell_text.h"
 
 namespace ckscribe {
 
@@ -28,25 +28,14 @@ struct Evidence {
     std::optional<std::uint64_t> slowerMilliseconds = std::nullopt;
 };
 
-// A text as one word of a shell: an event can name a function or a result in any way.
-std::string Word(const std::string& text) {
-    const bool isPlain = !text.empty() && text.front() != '-' &&
-                         text.find_first_not_of(
-                             "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
-                             "/._-+,:@%") == text.npos;
-    if (isPlain || text == "-") return text;
-    std::string word(4 * text.size() + 5, '\0');
-    return ShellWordFromPath(text.c_str(), word.data(), word.size()) ? word.c_str() : "";
-}
-
 // Returns the options with which `ckscribe show` shows the evidence.
 std::string OptionsOf(const Evidence& evidence) {
     std::vector<std::string> options;
     if (evidence.isUnfinished) options.emplace_back("--unfinished");
     if (evidence.process) options.push_back(fmt::format("--process {}", *evidence.process));
     if (!evidence.functions.empty())
-        options.push_back("--function " + Word(fmt::format("{}", fmt::join(evidence.functions, ","))));
-    if (!evidence.result.empty()) options.push_back("--result " + Word(std::string(evidence.result)));
+        options.push_back("--function " + ShellWord(fmt::format("{}", fmt::join(evidence.functions, ","))));
+    if (!evidence.result.empty()) options.push_back("--result " + ShellWord(std::string(evidence.result)));
     if (evidence.slowerMilliseconds)
         options.push_back(fmt::format("--slower {}ms", *evidence.slowerMilliseconds));
     return fmt::format("{}", fmt::join(options, " "));
@@ -102,7 +91,7 @@ std::string FilesAsWords(const std::vector<std::string>& paths) {
     std::string words;
     for (const std::string& path : paths) {
         if (!words.empty()) words += ' ';
-        words += Word(path);
+        words += ShellWord(path);
     }
     return words;
 }

@@ -502,7 +502,7 @@ class Values(SetUp):
         self.write(self.section(LoggingMask="session_func"))
         self.assert_found("wrong", "LoggingMask", 9, '"session_func" is no class and is ignored (capitals matter).',
                           'Write "LoggingMask = SESSION_FUNC;".')
-        self.assert_found("ok", "LoggingMask", 9, "The mask is 0x0 and logs 0 of the 295 functions.")
+        self.assert_found("note", "LoggingMask", 9, "The mask is 0x0 and logs 0 of the 295 functions.")
         self.assert_logged([])
 
     def test_empty_mask_is_wrong_because_nothing_is_logged(self):
@@ -536,7 +536,7 @@ class Values(SetUp):
         self.assert_logged(["Logout"])
         self.write(self.section())
         self.assert_found("ok", "LoggingMask", None,
-                          "The mask is missing, which stands for 0x20000 and logs 294 of the 295 functions.")
+                          "The mask is missing (ALL_FUNC) and logs 294 of the 295 functions.")
 
     def test_level_in_lower_case_is_wrong(self):
         self.write(self.section(LoggingLevel="admin"))
@@ -610,6 +610,7 @@ class Values(SetUp):
                           "directory.", "Write the whole path.")
         self.assert_reached()
         self.assertFalse((self.directory / "home/log.txt").exists())
+        self.assertEqual([finding["level"] for finding in self.check() if finding["about"] == "File"], ["wrong"])
 
     def test_variable_in_a_path_is_wrong(self):
         self.write(self.section(File="$HOME/log.txt"))
@@ -857,6 +858,11 @@ class Files(SetUp):
                           f"Create it: mkdir -p {self.directory}/a/b")
         self.assert_reached()
         self.assertIn("Could not open capture file", self.errors.read_text())
+
+    def test_folder_of_any_name_is_one_word_of_the_command_that_creates_it(self):
+        self.write(self.section(File=f"{self.directory}/it's `here`/log.txt"))
+        self.assert_found("wrong", "File", 5, f"The folder {self.directory}/it's `here` does not exist: the log cannot be created.",
+                          f"Create it: mkdir -p '{self.directory}/it'\\''s `here`'")
 
     def test_folder_in_which_the_log_cannot_be_created_is_wrong(self):
         self.write(self.section())

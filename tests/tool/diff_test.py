@@ -139,7 +139,7 @@ class Diff(unittest.TestCase):
 
     def test_log_that_cannot_be_read_is_no_equal_run(self):
         done = ckscribe("diff", "/nowhere/a", "/nowhere/b")
-        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertEqual((done.returncode, done.stdout), (2, ""))
         self.assertEqual(done.stderr.count("\n"), 2)
 
 

@@ -8,8 +8,10 @@
 #include <cstring>
 #include <fstream>
 
+#include "tool/configuration/value_problems.h"
 #include "tool/file_access.h"
 #include "tool/harmless_text.h"
+#include "tool/shell_text.h"
 
 namespace ckscribe {
 
@@ -54,6 +56,7 @@ public:
         : setup_(setup), file_(file), line_(setup.Line(file.key)), findings_(findings) {}
 
     void Run() {
+        if (HasWrongValue()) return;
         TellRelative();
         struct stat status;
         if (stat(file_.path.c_str(), &status) == 0) {
@@ -68,6 +71,13 @@ public:
 private:
     void Add(Level level, std::string what, std::string remedy = "") {
         findings_.Add(level, file_.key, line_, std::move(what), std::move(remedy));
+    }
+
+    // Such a value has its finding. The file that it names is not the one that its author means.
+    bool HasWrongValue() const {
+        const auto value = setup_.Value(file_.key);
+        const auto problem = value ? FindValueProblem(*FindLoggingKey(file_.key), *value) : std::nullopt;
+        return problem && problem->level == Level::kWrong;
     }
 
     void TellRelative() {
@@ -87,7 +97,7 @@ private:
             Add(Level::kWrong,
                 fmt::format("The folder {} does not exist: the {} cannot be created.", problem->part,
                             file_.name),
-                "Create it: mkdir -p " + FolderOf(path));
+                "Create it: mkdir -p " + ShellWord(FolderOf(path)));
         } else if (problem && problem->error == ENOTDIR) {
             Add(Level::kWrong,
                 fmt::format("{} is no folder: the {} cannot be created.", problem->part, file_.name),

@@ -39,15 +39,16 @@ void TellMask(Setup& setup, Findings& findings) {
     const unsigned mask = line == 0 ? unsigned{ALL_FUNC} : read;
     const int level = setup.settings.LoggingLevel();
     const bool isLevelSet = static_cast<std::size_t>(level) <= LoggingLevelWords().size();
+    const int logged = LoggedFunctionCount(mask, level);
     findings.Add(
-        Level::kOk, "LoggingMask", line,
+        logged == 0 ? Level::kNote : Level::kOk, "LoggingMask", line,
         fmt::format(
-            "The mask {} {:#x}{} and logs {} of the {} functions.",
-            line == 0 ? "is missing, which stands for" : "is", mask,
+            "The mask is {}{} and logs {} of the {} functions.",
+            line == 0 ? "missing (ALL_FUNC)" : fmt::format("{:#x}", mask),
             isLevelSet
                 ? ", the level " + std::string(LoggingLevelWords()[static_cast<std::size_t>(level) - 1]) + ","
                 : "",
-            LoggedFunctionCount(mask, level), ExportedFunctionCount()));
+            logged, ExportedFunctionCount()));
 }
 
 void TellLevel(Setup& setup, Findings& findings) {

@@ -44,7 +44,7 @@ std::string NamedPath(const std::string& named, Findings* findings) {
     if (findings == nullptr) return path;
     findings->Add(Level::kOk, kAbout, 0,
                   fmt::format("{} is the file that was named on the command line.", path));
-    if (!path.ends_with(std::string("/") + kFileName) && path != kFileName)
+    if (IsFile(path) && !path.ends_with(std::string("/") + kFileName) && path != kFileName)
         findings->Add(Level::kNote, kAbout, 0,
                       fmt::format("The library reads only files of the name {}.", kFileName),
                       fmt::format("Rename it before {} names its folder.", kVariable));
