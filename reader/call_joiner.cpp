@@ -57,9 +57,7 @@ void SetEnd(Call& call, const Record& end, std::uint32_t file) {
     }
     // The end event repeats the time at which the call began.
     call.start = end.time;
-    call.end = end.time;
-    call.end.nanoseconds =
-        static_cast<std::int64_t>(static_cast<std::uint64_t>(end.time.nanoseconds) + end.nanoseconds);
+    call.end = end.End();
 }
 
 template <class Field>

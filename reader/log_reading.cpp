@@ -185,10 +185,7 @@ struct LogTimes {
     }
     void Take(const LogBlock& block, const Record& record) {
         if (record.format != LogFormat::kOldText) lastWritten = block.writtenAt;
-        lastRecord = record.time;
-        // An end tells when its call began, and how long it took.
-        lastRecord.nanoseconds = static_cast<std::int64_t>(
-            static_cast<std::uint64_t>(lastRecord.nanoseconds) + record.nanoseconds);
+        lastRecord = record.End();
     }
 };
 

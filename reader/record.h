@@ -32,6 +32,13 @@ struct Record {
     std::uint64_t line = 0;
     std::string_view text;       // all of it
     std::size_t bodyOffset = 0;  // in `text`: where Call::startText begins
+
+    // Returns when what the record tells was over: the end event of a call says when the call began and how
+    // long it took. A damaged log may hold any duration; the sum then wraps.
+    Moment End() const {
+        return {static_cast<std::int64_t>(static_cast<std::uint64_t>(time.nanoseconds) + nanoseconds),
+                time.scale};
+    }
 };
 
 }  // namespace ckscribe

@@ -39,7 +39,8 @@ std::string_view NameOf(CallRole role);
 // The function only asks; calling it with the same question again and again is polling.
 bool IsAsking(std::string_view function);
 
-// What a call of such a function wants to know. Addresses, to which the answer goes, do not count.
+// Two calls of such a function ask the same if their questions are equal. Addresses do not count: they say
+// where the answer goes.
 struct Question {
     std::optional<std::uint64_t> slot;
     std::optional<std::uint64_t> session;

@@ -7,6 +7,7 @@
 #include "tool/exit_status.h"
 #include "tool/harmless_text.h"
 #include "tool/messages.h"
+#include "util/calendar_date.h"
 
 namespace ckscribe {
 
@@ -46,10 +47,10 @@ std::optional<std::int64_t> ParseDate(std::string_view text) {
     const auto [year, month, day] = parts;
     if (position != end || year < 1970 || !HasNanoseconds(year) || month < 1 || month > 12 || day < 1)
         return std::nullopt;
-    const std::int64_t begin = DaysSince1970(year, static_cast<unsigned>(month), 1);
-    const std::int64_t next = month == 12 ? DaysSince1970(year + 1, 1, 1)
-                                          : DaysSince1970(year, static_cast<unsigned>(month + 1), 1);
-    return day > next - begin ? std::nullopt : std::optional(begin + day - 1);
+    const auto ofYear = static_cast<unsigned>(month);
+    const auto ofMonth = static_cast<unsigned>(day);
+    if (ofMonth > DaysOfMonth(static_cast<unsigned>(year), ofYear)) return std::nullopt;
+    return DaysSince1970(year, ofYear, ofMonth);
 }
 
 int SayUnreadFiles(const std::vector<std::string>& paths, const std::vector<FileReading>& files) {

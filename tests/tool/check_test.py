@@ -241,6 +241,11 @@ class Place(SetUp):
         self.assert_found("note", "configuration", None, "The library reads only files of the name Wendrafil.conf.",
                           f"Rename it before {VARIABLE} names its folder.", ["--config", str(other)])
 
+    def test_file_that_is_not_there_needs_no_other_name(self):
+        findings = self.check("--config", str(self.directory / "other.conf"))
+        self.assertEqual([finding for finding in findings if finding["what"].startswith("The library reads only")], [])
+        self.assertEqual([finding["level"] for finding in findings if finding["about"] == "configuration"], ["ok", "wrong"])
+
     def test_folder_on_the_command_line_stands_for_its_file(self):
         self.write(self.section())
         del self.environment[VARIABLE]

@@ -17,6 +17,20 @@ from tool_test import ARGUMENTS, TOOL, ckscribe, main
 FOLDER, EXPECTED = make_logs(ARGUMENTS[0], "--calls", "5000")
 NEW, OLD, EVENTS = (FOLDER / name for name in ("new.log", "old.log", "events.jsonl"))
 
+
+
+def read_terminal(descriptor):
+    """What is written to the other side, until that is closed."""
+    text = b""
+    try:
+        while piece := os.read(descriptor, 65536):
+            text += piece
+    except OSError:  # the other side is closed
+        pass
+    os.close(descriptor)
+    return text.decode()
+
+
 LOG = """
 10:15:30 00001-001:STRTLogin {Sesn=5 User=1 PIN="********" }
 10:15:31 00001-001:FINILogin ***CKR_PIN_INCORRECT***1clks {}
@@ -67,16 +81,10 @@ class Lines(unittest.TestCase):
                 os.close(theirs)
                 process.stdin.write(LOG.encode())
                 process.stdin.close()
-                text = b""
-                try:
-                    while piece := os.read(ours, 65536):
-                        text += piece
-                except OSError:  # the other side is closed
-                    pass
-                os.close(ours)
+                text = read_terminal(ours)
                 self.assertEqual(process.wait(60), 0)
                 name, bad = ("\x1b[1mC_Login\x1b[0m", "\x1b[31mCKR_PIN_INCORRECT\x1b[0m") if is_colored else ("C_Login", "CKR_PIN_INCORRECT")
-                self.assertIn(f"{name}(session=5, user=1, PIN=********) = {bad}\r\n", text.decode())
+                self.assertIn(f"{name}(session=5, user=1, PIN=********) = {bad}\r\n", text)
 
 
     def test_utc_changes_the_times_of_each_format_and_adds_no_parts_of_a_second(self):
@@ -349,15 +357,9 @@ class Progress(unittest.TestCase):
         if feed:
             feed(process.stdin)
         process.stdin.close()
-        text = b""
-        try:
-            while piece := os.read(ours, 65536):
-                text += piece
-        except OSError:  # the other side is closed
-            pass
-        os.close(ours)
+        text = read_terminal(ours)
         self.assertEqual(process.wait(100), 0)
-        return text.decode()
+        return text
 
     def test_bar_shows_share_rate_and_time_left_and_is_removed_at_the_end(self):
         for command in (["report"], ["show"], ["convert", "--to", "csv"], ["diff", NEW]):

@@ -57,7 +57,7 @@ public:
 
 private:
     static void Put(const Call& call, std::string_view record, bool isStart) {
-        // What is an event already stays as it is.
+        // An event keeps its bytes.
         PutLine(call.format == LogFormat::kEvents ? std::string(record) : LineOf(EventOf(call, isStart)));
     }
 };
