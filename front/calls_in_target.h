@@ -1,7 +1,8 @@
 // Counts the calls that are inside the target library. The target is not unloaded while there are any.
 //
-// Any thread may use it at any time. A call may never come back, because its thread ended inside or it left
-// by longjmp. Such a call stays counted, and the target stays loaded. That does no harm.
+// Any thread may use an object of this class at any time. A call may never come back: its thread ended
+// inside, or the call left by longjmp. Such a call stays counted, and the target stays loaded. That does no
+// harm.
 #pragma once
 
 #include <pthread.h>
@@ -16,10 +17,11 @@ namespace ckscribe {
 
 class CallsInTarget {
 public:
-    // A line counts calls; each has a cache line of its own. Most threads get a line to themselves and need
-    // no locked instruction on the way out. The other threads share some lines.
+    // A Line counts calls and has a cache line of its own. Most threads get a line to themselves and need no
+    // locked instruction on the way out. The other threads share some lines.
     struct alignas(ckscribe::kCacheLine) Line {
-        std::atomic<std::uintptr_t> thread{0};  // the only one that counts here, 0 for none yet, or kShared
+        // Only this thread counts here. 0 means that none does yet, and kShared that any thread may.
+        std::atomic<std::uintptr_t> thread{0};
         std::atomic<long> calls{0};
     };
 

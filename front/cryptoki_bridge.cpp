@@ -41,7 +41,7 @@ void* AddressOf(Function function) {
     return reinterpret_cast<void*>(function);
 }
 
-// Null for an address in no image.
+// Returns null for an address in no image.
 const void* ImageOf(void* address) {
     Dl_info info = {};
     return dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
@@ -126,8 +126,8 @@ bool CryptokiBridge::Load(const char* path) {
     return true;
 }
 
-// The functions of the target's list, if the target exports C_GetFunctionList and no other standard function.
-// The list of any other target is not asked for.
+// Returns the functions of the target's list, if the target exports C_GetFunctionList and no other standard
+// function. Does not ask any other target for its list.
 CK_FUNCTION_LIST CryptokiBridge::ListedFunctions(const char* path) {
     void* const address = GetSymbolAddressSilent(handle, "C_GetFunctionList", 1);
     if (address == nullptr) {

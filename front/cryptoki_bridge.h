@@ -1,4 +1,5 @@
-// The binding to the target library: loads it, finds its functions and forwards calls to them.
+// A CryptokiBridge binds the target library: it loads the library, finds its functions and forwards calls to
+// them.
 //
 // Threads: one thread at a time calls Connect or Disconnect, under the start lock. Any number of threads call
 // forwarding methods, also during a Disconnect. A function that the target lacks is bound to a stub.
@@ -14,7 +15,8 @@
 
 namespace ckscribe {
 
-// True if the stub, and not the target, answered a call of the calling thread since this was set to false.
+// This is true if the stub, and not the target, answered a call of the calling thread since it was set to
+// false.
 [[gnu::tls_model("initial-exec")]] extern constinit thread_local bool stubHasAnswered;
 
 }  // namespace ckscribe
@@ -41,47 +43,48 @@ public:
     ckscribe::CallsInTarget::Line& KeepTarget() { return callsInTarget.Enter(); }
 
     // Returns "Not yet connected.", "Connected.", the name of the last missing function, or what the loader
-    // says (at most 249 characters). Valid until the next Connect or Disconnect.
+    // says (at most 249 characters). The text is valid until the next Connect or Disconnect.
     const char* Error() const { return message; }
 
     // Returns one line for a person that says why the target of the latest Connect cannot be used: it was not
-    // loaded, or it hands out no list of functions. Empty if it can be used. Valid until the next Connect.
+    // loaded, or it hands out no list of functions. Returns an empty text if the target can be used. The text
+    // is valid until the next Connect.
     const char* Failure() const { return failure; }
 
     // Binds every function to the stub.
     void InitializeStubs();
 
-    // The stub. Answers 0x54 (CKR_FUNCTION_NOT_SUPPORTED) to any call, whatever its arguments.
+    // The stub answers 0x54 (CKR_FUNCTION_NOT_SUPPORTED) to any call, whatever its arguments.
     static CK_RV Stub();
 
-    // Stores the address and returns 1. Null leaves the slot as it is; the result is 0 then.
+    // Stores the address and returns 1. For null, leaves the slot as it is and returns 0.
     static int SetFunctionPointer(Slot* slot, void* address);
 
     // Returns the address of a function of the target, or null. If the target depends on this library, the
-    // loader may find a function of this library instead; that counts as null. `silent` not 0: a missing
-    // function is not announced.
+    // loader may find a function of this library instead; that counts as null. If `silent` is not 0, a
+    // missing function is not announced.
     static void* GetSymbolAddressSilent(void* handle, const char* name, unsigned silent);
 
     // Returns the path that the section "Wendrafil2" names and reads the bind level. Once DisableLB was
-    // called, a path that ends in "liblblib2.so" is replaced by that of the load-balancing section. Valid
-    // until the next call. This library uses none of the three.
+    // called, a path that ends in "liblblib2.so" is replaced by that of the load-balancing section. The path
+    // is valid until the next call. This library uses none of the three functions.
     static const char* WendrafilLibrary();
     static void DisableLB();
     static const char* shimLibrary() { return "ormaShim.so"; }
 
-    // 0: a missing function is announced on standard output and makes Connect fail. 1: it is announced, and
-    // Connect always succeeds. 2: it is not announced, and Connect always succeeds.
+    // At level 0 a missing function is announced on standard output and makes Connect fail. At level 1 it is
+    // announced, and Connect always succeeds. At level 2 it is not announced, and Connect always succeeds.
     static int bindLevel;
 
-    // False: missing functions are not announced at any bind level.
+    // While this is false, missing functions are not announced at any bind level.
     static bool isAnnouncing;
 
-    // A call that finds the stub calls this: another thread may have stopped the library since the call
-    // began, and this starts it again. Does nothing at first. It is set while the library is loaded, before
-    // other threads can call.
+    // A call that finds the stub calls this function: another thread may have stopped the library since the
+    // call began, and this function starts it again. It does nothing at first. It is set while the library is
+    // loaded, before other threads can call.
     static void (*startAgain)();
 
-    // One method for each function that can be forwarded. It hands on arguments and result unchanged.
+    // Each function that can be forwarded has one method, which hands on arguments and result unchanged.
 #define UNWRAP(...) __VA_ARGS__
 #define C_EVERY_ROW(Name, Type, Class, Level, Parameters, Arguments) \
     CK_RV C_##Name Parameters { return Forward<CK_RV(*) Parameters>(kC_##Name, UNWRAP Arguments); }
@@ -119,8 +122,8 @@ private:
 
     static void* StubAddress() { return reinterpret_cast<void*>(&Stub); }
 
-    // Starts the library again for a call that found the stub, and returns what the slot holds then: the stub
-    // only if the target has no such function. `line` is the one on which the call is counted.
+    // Starts the library again for a call that found the stub, and returns what the slot holds then. That is
+    // the stub only if the target has no such function. `line` is the line on which the call is counted.
     void* BoundAfterStart(SlotIndex index, ckscribe::CallsInTarget::Line*& line);
 
     bool Load(const char* path);
@@ -139,7 +142,8 @@ private:
     char errorBuffer[kErrorSize] = {};
     char failure[kFailureSize] = {};
     Slot slots[kSlotCount];
-    std::atomic<unsigned> changes{0};  // of all slots together: at each Disconnect and after each Connect
+    // Counts the changes of all slots together: one at each Disconnect, and one after each Connect.
+    std::atomic<unsigned> changes{0};
     ckscribe::CallsInTarget callsInTarget;
 
     static int loadBalancingDisabled;

@@ -23,7 +23,7 @@ inline constexpr std::size_t kFuncEntryCount = 0
 
 }  // namespace ckscribe
 
-// One entry for each command type of the vendor from kFirstEntryType on, in that order.
+// The table has one entry for each command type of the vendor from kFirstEntryType on, in that order.
 extern ckscribe::FuncEntry funcEntries[ckscribe::kFuncEntryCount];
 
 namespace ckscribe {

@@ -42,7 +42,7 @@ CK_RV HandOutOwnEntryPoints(CK_RV rv, List** result) {
         if (ckscribe::IsWritable(*result, sizeof own) && ckscribe::overwrittenLists.Remember(*result)) {
             PutOwnEntryPoints(**result);
         } else {
-            // An earlier caller may be reading it.
+            // An earlier caller may be reading the copy.
             if (std::memcmp(&copyOfReadOnlyList, &own, sizeof own) != 0) copyOfReadOnlyList = own;
             *result = &copyOfReadOnlyList;
         }

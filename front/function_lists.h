@@ -6,7 +6,7 @@
 
 #include "front/vendor_words.h"
 
-// The vendor's list: its version and one pointer for each function, in the order of the vendor's header.
+// The vendor's list holds its version and one pointer for each function, in the order of the vendor's header.
 struct CK_TOLK_CA_FUNCTION_LIST {
     CK_VERSION version;
 #define CA_EVERY_ROW(Name) ckscribe::VendorFunction CA_##Name;

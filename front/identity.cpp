@@ -3,7 +3,7 @@
 
 namespace {
 
-// Without these attributes compiler and linker leave it out.
+// Without these attributes compiler and linker leave the text out.
 #if __has_cpp_attribute(gnu::retain)
 [[gnu::used, gnu::retain]]
 #else

@@ -29,7 +29,8 @@ void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void
             build(builder);
         } catch (...) {
         }
-        // Here and not where the end event is written: memory may be short before that.
+        // The input is freed here and not where the end event is written: if memory is short, the record may
+        // fail before that place.
         if (isEndOfLongInput) FreeInput(*event);
         currentCallEvent = interrupted;
     });

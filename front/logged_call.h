@@ -13,8 +13,8 @@ namespace ckscribe {
 
 // Builds and prints one record of a call: calls `build(builder)` under the record lock and behind the shield,
 // unless neither log nor events are open. Nothing of it reaches the application. If there is no memory for a
-// record, it is left out. `event` is null for a call that leaves no events. Frees the input that the call's
-// start event has kept, after the end.
+// record, it is left out. `event` is null for a call that leaves no events. After the end record, frees the
+// input that the call's start event has kept.
 void MakeRecord(CallEvent* event, void (*build)(const void* builder), const void* builder);
 
 template <class Builder>
@@ -23,7 +23,8 @@ void MakeRecord(CallEvent* event, const Builder& builder) {
         event, [](const void* own) { (*static_cast<const Builder*>(own))(); }, &builder);
 }
 
-// Forwards the call, and notes its time: 0 if nothing was forwarded, because the target lacks the function.
+// Forwards the call and notes its time. The time is 0 if nothing was forwarded, because the target lacks the
+// function.
 template <class Forward>
 CK_RV TimedCall(CallEvent& event, const Forward& forward) {
     const bool ofCallAround = stubHasAnswered;

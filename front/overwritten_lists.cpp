@@ -80,14 +80,14 @@ void OverwrittenLists::ForgetAbandoned() {
     }
 }
 
-// Reads only: the memory of a list that is gone may be somebody else's by now.
+// Only reads: the memory of a list that is gone may belong to somebody else by now.
 bool OverwrittenLists::HoldsOwnEntries(const Node& node) {
     if (ReadableCount(node.list, node.size) != node.size) return false;
     return std::any_of(node.list + kVersionWords, node.list + node.size, IsInOwnImage);
 }
 
-// Writes too if the process can open no more files and therefore cannot ask: this library's own entries stand
-// in the list, hence it has been written before.
+// Also writes if the process can open no more files and therefore cannot ask: this library's own entries
+// stand in the list, hence the list has been written before.
 void OverwrittenLists::GiveBack(const Node& node) {
     void** const list = const_cast<void**>(node.list);
     if (!HoldsOwnEntries(node)) return;

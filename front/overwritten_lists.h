@@ -30,7 +30,7 @@ public:
     }
 
     // Returns the list as it was before the first entry point of this library came into it, or null for a
-    // list that was never overwritten. Valid until the next call of Remember or GiveBack.
+    // list that was never overwritten. The result is valid until the next call of Remember or GiveBack.
     template <class List>
     const List* Original(const List* list) const {
         return static_cast<const List*>(Original(static_cast<const void*>(list)));
@@ -40,7 +40,7 @@ public:
     // touch a list that does not exist any more. Forgets all lists.
     void GiveBack() CKSCRIBE_NEEDS(theRecordLock);
 
-    // Puts back the same, forgets nothing, and does nothing at all if another thread uses this object.
+    // Puts back the same and forgets nothing. Does nothing at all if another thread uses this object.
     void GiveBackIfFree() CKSCRIBE_NEEDS(theRecordLock);
 
 private:
@@ -65,7 +65,7 @@ private:
     mutable OrmaMutex mutex;
 };
 
-// The process's one object of this class.
+// This is the process's only object of this class.
 extern OverwrittenLists& overwrittenLists;
 
 }  // namespace ckscribe

@@ -1,4 +1,4 @@
-// The process's one binding to the target library.
+// Gives the whole process one binding to the target library.
 #pragma once
 
 #include "front/cryptoki_bridge.h"
@@ -9,7 +9,7 @@ extern CryptokiBridge& bridge;
 
 namespace ckscribe {
 
-// Ends it. Only the unloading of the library by dlclose calls this.
+// Destroys the binding. Only the unloading of the library by dlclose calls this function.
 void DestroyProcessBridge();
 
 }  // namespace ckscribe

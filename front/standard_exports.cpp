@@ -1,4 +1,4 @@
-// The exported functions of the standard.
+// Defines the exported functions of the standard.
 
 #pragma GCC visibility push(default)
 #include <p11-kit/pkcs11.h>

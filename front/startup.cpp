@@ -37,7 +37,8 @@ namespace {
 // Start and stop take turns under this lock. A thread takes it before the record lock, never after it.
 alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<OrmaMutex> startMutex;
 
-// pCkLogMutex points to it once the library has started. It needs no memory, so the lock never fails.
+// pCkLogMutex points to this mutex once the library has started. The mutex needs no memory, so the lock never
+// fails.
 alignas(ckscribe::kCacheLine) ckscribe::Undestroyed<OrmaMutex> recordMutex;
 
 // While a target is loaded or unloaded, it may call exported functions on that thread. Such calls go to
@@ -68,12 +69,13 @@ void UnlockInChild() {
     ckscribe::OpenEventsAnewInChild();
 }
 
-// True if the program is linked with this library, directly or through other libraries, or if the loader was
-// asked to load it with the program. Such a library is never unloaded before the process ends.
+// This is true if the program is linked with this library, directly or through other libraries, or if the
+// loader was asked to load it with the program. Such a library is never unloaded before the process ends.
 bool isPartOfProgram = false;
 
-// To be asked while the library is loaded. What dlopen loads comes into the program's scope, if at all, only
-// after its constructors: the GNU loader does it so. Other loaders may not, and dlmopen has other scopes.
+// Call this function while the loader loads the library. The GNU loader takes what dlopen loads into the
+// program's scope, if at all, only after its constructors. Other loaders may do otherwise, and dlmopen has
+// other scopes.
 bool IsInScopeOfProgram() {
 #if defined(__GLIBC__)
     void* const program = dlopen(nullptr, RTLD_LAZY);
@@ -99,10 +101,10 @@ __attribute__((constructor)) void Load() {
 // Unload() tells the two apart by this.
 //
 // exit() runs exit handlers, which such destructors are, in the reverse order of their registration. One of
-// them is the loader's, which runs Unload(). It is registered after the libraries that the program is
-// linked with are loaded, and before the program starts. So two notices are needed: for a library that is
-// loaded by dlopen the one that is registered at loading, and for a library that the program is linked with
-// the one that is registered at the first use.
+// them is the loader's, which runs Unload(). It is registered after the libraries that the program is linked
+// with are loaded, and before the program starts. So two notices are needed. The one that is registered at
+// loading serves a library that dlopen loads. The one that is registered at the first use serves a library
+// that the program is linked with.
 bool processEnds = false;
 struct EndNotice {
     ~EndNotice() { processEnds = true; }
@@ -119,7 +121,7 @@ void InitCkLog() CKSCRIBE_NEEDS(startMutex.object) {
     configuration.GetLoggingMask();
     const ckscribe::RecordLock lock(recordMutex.object);
     InitializeDescriptorLibrary();
-    // Remembered for an application that may not read the configuration later.
+    // The configuration remembers this path for an application that may not read the file later.
     configuration.CkLogErrorFile();
     // The permissions of the error file are known only now.
     if (*bridge.Failure() != '\0') ReportErrorInLog(bridge.Failure());
@@ -143,7 +145,7 @@ void FreeRuntimeMemory() {
 }
 
 // Another thread may hold the lock for ever: it waits in a write to the log, or is gone. The end of the
-// process waits for none. The check knows the record lock only by another name.
+// process does not wait for it. The check knows the record lock only by another name.
 CKSCRIBE_UNCHECKED void GiveListsBackIfFree() {
     if (!recordMutex.object.LockIfFree()) return;
     ckscribe::overwrittenLists.GiveBackIfFree();

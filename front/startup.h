@@ -3,8 +3,8 @@
 
 #include <atomic>
 
-// Both are exported for the host. Any thread may call them at any time. If calls coincide, one does the
-// work and the others wait for it.
+// Both functions are exported for the host. Any thread may call them at any time. If calls coincide, one does
+// the work and the others wait for it.
 extern "C" {
 
 // Reads the configuration, loads the target and opens the log, unless that is done. Every exported function
@@ -15,12 +15,15 @@ __attribute__((visibility("default"))) void CkLogSpecialInitialize();
 __attribute__((visibility("default"))) void CkLogSpecialFinalize();
 }
 
-extern std::atomic<int> alreadyInitialized;  // 1 from the end of a start to the beginning of a stop
-extern std::atomic<int> alreadyFinalized;    // 1 from the end of a stop to the end of a start
+// This is 1 from the end of a start to the beginning of a stop.
+extern std::atomic<int> alreadyInitialized;
+// This is 1 from the end of a stop to the end of a start.
+extern std::atomic<int> alreadyFinalized;
 
 namespace ckscribe {
 
-// Exported functions call this. Once the library has started, it does not call CkLogSpecialInitialize.
+// Exported functions call this function. Once the library has started, it does not call
+// CkLogSpecialInitialize.
 inline void StartLibrary() {
     if (alreadyInitialized.load(std::memory_order_acquire) == 0) [[unlikely]]
         CkLogSpecialInitialize();

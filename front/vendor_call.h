@@ -1,5 +1,5 @@
-// A call of a function of the vendor. Its arguments are forwarded as machine words; only the builders of
-// records see them typed.
+// A VendorCall makes a call of a function of the vendor. It forwards the arguments as machine words; only the
+// builders of records see them typed.
 #pragma once
 
 #include <type_traits>
@@ -46,7 +46,7 @@ template <class... Parameters>
 struct VendorCall<void(Parameters...)> {
     static_assert(sizeof...(Parameters) <= kVendorWords);
 
-    // Carries the call and returns the target's result. The mask is asked once: a call has both records or
+    // Makes the call and returns the target's result. The mask is asked once: a call has both records or
     // none.
     static CK_RV Logged(const char* function, const FuncEntry& entry, VendorMethod method,
                         VendorWords words) {

@@ -13,8 +13,8 @@
 #define CA_BARE_ROW CA_ROW
 #include "functions/functions.def"
 
-// It is never logged. COMPAT: a null argument is answered before the library starts, with the code of
-// CKR_DATA_INVALID instead of CKR_ARGUMENTS_BAD.
+// CA_GetFunctionList is never logged. COMPAT: a null argument is answered before the library starts, with the
+// code of CKR_DATA_INVALID instead of CKR_ARGUMENTS_BAD.
 CK_RV CA_GetFunctionList(VENDOR_REGISTERS) {
     if (w0 == 0) return CKR_DATA_INVALID;
     ckscribe::StartLibrary();

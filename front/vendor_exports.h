@@ -1,4 +1,4 @@
-// The exported functions of the vendor. They receive rows of words (see front/vendor_words.h).
+// Declares the exported functions of the vendor. They receive rows of words (see front/vendor_words.h).
 #pragma once
 
 #include "front/vendor_words.h"

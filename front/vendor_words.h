@@ -2,8 +2,8 @@
 //
 // A target's own prototype may be longer than what a record shows of it. Every vendor function is therefore
 // taken and handed on as a row of machine words, as many as the longest record needs, which is more than
-// sixteen. That is sound where an argument that is an integer or a pointer, as all of these functions' are,
-// is one word whatever its type (System V ABI on x86-64, and on 64-bit ARM outside of macOS):
+// sixteen. All arguments of these functions are integers or pointers. A row is sound where each of them is
+// one word whatever its type (System V ABI on x86-64, and on 64-bit ARM outside of macOS):
 //
 //  - The first words come in registers, the others in order on the stack, where the caller removes them.
 //  - A function never looks at words that it has no parameter for. Therefore neither end notices how many
@@ -29,7 +29,7 @@ using VendorWords = std::array<VendorWord, kVendorWords>;
 
 }  // namespace ckscribe
 
-// A function of the vendor is called with these.
+// A function of the vendor is called with these words.
 #define VENDOR_PARAMETERS                                                                               \
     const ckscribe::VendorWord w0, const ckscribe::VendorWord w1, const ckscribe::VendorWord w2,        \
         const ckscribe::VendorWord w3, const ckscribe::VendorWord w4, const ckscribe::VendorWord w5,    \
@@ -64,7 +64,7 @@ namespace ckscribe {
 using VendorFunction = CK_RV (*)(VENDOR_PARAMETERS);
 using VendorExport = CK_RV(VENDOR_REGISTERS);
 
-// All words of a call. `stack` is where the words on the stack begin.
+// Returns all words of a call. `stack` is where the words on the stack begin.
 template <class... Registers>
 [[gnu::always_inline]] inline VendorWords ReceivedWords(const void* stack, Registers... registers) {
     VendorWords words;
