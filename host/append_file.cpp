@@ -16,7 +16,7 @@ namespace ckscribe {
 
 namespace {
 
-// A host does not get, expect or select on descriptor numbers from here on. Our descriptor moves there,
+// A host does not get, expect or select on descriptor numbers from this one on. Our descriptor moves there,
 // unless the host's limit leaves no room.
 constexpr int kFirstDescriptor = 900;
 
@@ -26,7 +26,8 @@ constexpr int kFirstDescriptor = 900;
 // reached already can go unnoticed for this short while.
 constexpr unsigned kAppendsPerInspection = 64;
 
-// If a reader has taken the beginning of a record, the rest waits for it so long, in milliseconds.
+// If a reader has taken the beginning of a record, the rest waits for the reader at most this long, in
+// milliseconds.
 constexpr long kLongestWait = 100;
 
 constexpr int kOpenFlags = O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
@@ -51,8 +52,8 @@ int OpenToAppend(const char* path, int access, NewFilePermissions permissions) {
     return OpenOrCreate(path, access | kOpenFlags, permissions);
 }
 
-// The time of the clock that the system reads without entering the kernel. It moves on some milliseconds at
-// a time.
+// Returns the time of the clock that the system reads without entering the kernel. The clock moves on some
+// milliseconds at a time.
 long CoarseMilliseconds() {
 #if defined(__FreeBSD__)
     constexpr clockid_t kCoarseClock = CLOCK_MONOTONIC_FAST;
@@ -176,7 +177,7 @@ void AppendFile::Inspect() {
 }
 
 // Somebody removed the file, perhaps because a new one has its name by now. Nobody can read what is appended
-// to a file without a name; while there is no other, it is appended there all the same.
+// to a file without a name; while there is no other file, text is appended there all the same.
 void AppendFile::ReplaceFile() {
     const int before = descriptor;
     if (Reopen()) CloseUncancelled(before);

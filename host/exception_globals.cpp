@@ -1,12 +1,12 @@
-// The place where the C++ runtime keeps what a thread has thrown and caught. Only a library with a C++
-// runtime of its own may contain it.
+// Replaces the place where the C++ runtime keeps what a thread has thrown and caught. Only a library with a
+// C++ runtime of its own may contain this file.
 //
 // The runtime allocates its own place when a thread throws for the first time. The system's loader does
 // that, and ends the process if there is no memory. But this library throws just because there is no
 // memory. The place below is part of every thread from its beginning. It costs 16 of the bytes that the
 // system's loader keeps ready for libraries that are loaded late.
 //
-// Other runtimes (FreeBSD's) keep more than this and do not let it be replaced.
+// Other runtimes (FreeBSD's) keep more than this and do not let the place be replaced.
 
 #include <exception>
 

@@ -37,7 +37,7 @@ int OpenOrCreate(const char* path, int flags, NewFilePermissions permissions) {
         // Another process has created the file meanwhile, or the path is a symbolic link to no file yet.
     }
     if (IsSymbolicLink(path)) return Create(path, flags, *permissions);
-    // Other processes create and remove the file all the time. Theirs keeps the permissions that it has.
+    // Other processes create and remove the file all the time. Their file keeps the permissions that it has.
     return OpenUncancelled(path, flags | O_CREAT, *permissions);
 }
 

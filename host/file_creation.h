@@ -8,7 +8,7 @@
 
 namespace ckscribe {
 
-// The permissions of a new file: exactly these bits, whatever the umask. No value means 0666 less the umask.
+// A new file gets exactly these permissions, whatever the umask. No value means 0666 less the umask.
 using NewFilePermissions = std::optional<mode_t>;
 
 // Opens `path` as open(2) does with `flags` | O_CREAT. Returns the descriptor, or -1 with errno set. A file

@@ -1,4 +1,4 @@
-// Tells memory that stays: if an address there can be read once, it can be read ever after.
+// Recognises memory that stays: if an address there can be read once, it can be read ever after.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,8 @@ namespace ckscribe {
 inline constexpr std::uintptr_t kPageSize = 4096;
 
 // Returns whether the page at `page` belongs to the program's own image, to the heap behind it, or to the
-// part of the calling thread's stack that is in use. Conservative: it makes no system call, and may return
-// false for memory that stays mapped. It never returns true for what an application maps and unmaps as it
-// goes.
+// part of the calling thread's stack that is in use. Makes no system call, and therefore may return false for
+// memory that stays mapped. Never returns true for what an application maps and unmaps as it goes.
 bool IsLastingPage(std::uintptr_t page);
 
 }  // namespace ckscribe

@@ -1,5 +1,5 @@
-// A recursive mutex. This library has two: the record lock and the start lock. The start lock is taken
-// first.
+// An OrmaMutex is a recursive mutex. This library has two: the record lock and the start lock. The start lock
+// is taken first.
 #pragma once
 
 #include <pthread.h>
@@ -23,17 +23,18 @@ public:
     void Lock() CKSCRIBE_ACQUIRES();
     void Unlock() CKSCRIBE_RELEASES();
 
-    // Locks it if no thread holds it, this one included, and waits for nothing. Returns whether it did.
+    // Locks the mutex if no thread holds it, this one included, and waits for nothing. Returns whether it has
+    // locked the mutex.
     bool LockIfFree() CKSCRIBE_ACQUIRES_IF(true);
 
-    // Makes the mutex anew, free and valid, whatever its state: a child made by fork may call it for a
-    // locked one. Returns the result of pthread_mutex_init; the object is valid even if that failed.
+    // Makes the mutex anew, free and valid, whatever its state: a child made by fork may call this function
+    // for a locked mutex. Returns the result of pthread_mutex_init; the object is valid even if that failed.
     int __init();
     // Destroys the mutex. The object is not valid until __init.
     void __fini();
 
 private:
-    pthread_mutex_t* mutex = nullptr;  // the mutex below while it is usable, else null
+    pthread_mutex_t* mutex = nullptr;  // &theMutex while usable, else null
     pthread_mutex_t theMutex;
     pthread_mutexattr_t attributes;
     int held = 0;  // how many locks are held now

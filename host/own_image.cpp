@@ -2,7 +2,7 @@
 
 #include <functional>
 
-// The linker makes them: the first byte of the image, and the first byte behind it.
+// The linker makes these symbols. They are the first byte of the image, and the first byte behind it.
 extern "C" {
 extern const char __ehdr_start[] __attribute__((visibility("hidden")));
 extern const char _end[] __attribute__((visibility("hidden")));

@@ -14,9 +14,9 @@
 
 namespace ckscribe {
 
-// Both kernels copy a new signal mask in before they look at the operation. Asked for an operation that
-// does not exist, they change nothing; they answer EFAULT if the address cannot be read, and EINVAL if it
-// can. The system call is direct, because the C library may look at its arguments first.
+// Both kernels copy a new signal mask in before they look at the operation. If they are asked for an
+// operation that does not exist, they change nothing. They answer EFAULT if the address cannot be read, and
+// EINVAL if it can. The system call is direct, because the C library may look at its arguments first.
 bool KernelCanRead(std::uintptr_t address) {
     constexpr long kNoSuchOperation = -1;
     constexpr std::size_t kLargestMask = 16;
@@ -33,8 +33,8 @@ bool KernelCanRead(std::uintptr_t address) {
 
 namespace {
 
-// Remembers pages that can be read. To ask the kernel for every argument of every record would cost as much
-// as to write the record. But an application may unmap a page and still name it in a later call.
+// Remembers pages that can be read. Asking the kernel for every argument of every record would cost as much
+// as writing the record. But an application may unmap a page and still name it in a later call.
 struct KnownPage {
     std::uintptr_t page = 0;
     unsigned long epoch = 0;

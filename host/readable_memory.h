@@ -19,7 +19,7 @@ namespace ckscribe {
 // errno may change.
 bool KernelCanRead(std::uintptr_t address);
 
-// Returns how many bytes from `address` on can be read, at most `length`. 0 for a null pointer.
+// Returns how many bytes from `address` on can be read, at most `length`. Returns 0 for a null pointer.
 std::size_t ReadableLength(const void* address, std::size_t length);
 
 // Returns how many of the `count` elements of an array can be read as a whole.
@@ -33,8 +33,8 @@ std::size_t ReadableCount(const Element* array, std::size_t count) {
 // The address need not be aligned.
 bool CopyReadable(const void* address, void* object, std::size_t size);
 
-// Returns the length of the text at `text`: up to its terminator or to the end of what can be read. 0 for
-// null.
+// Returns the length of the text at `text`: up to its terminator or to the end of what can be read. Returns 0
+// for null.
 std::size_t ReadableTextLength(const void* text);
 
 // Forgets which pages can be read, except pages that stay readable (see host/lasting_memory.h). Call it

@@ -1,4 +1,4 @@
-// The one lock under which records are built and printed.
+// Records are built and printed under one lock, the record lock.
 #pragma once
 
 #include <atomic>
@@ -6,8 +6,9 @@
 #include "host/orma_mutex.h"
 #include "host/thread_safety.h"
 
-// Null before the first start-up; always the same mutex afterwards: a thread may hold it while another starts
-// the library again, and with two mutexes two records could be printed at once.
+// This is null before the first start-up. Afterwards it always points to the same mutex, because a thread may
+// hold the mutex while another starts the library again. With two mutexes two records could be printed at
+// once.
 extern std::atomic<OrmaMutex*> pCkLogMutex;
 
 namespace ckscribe {

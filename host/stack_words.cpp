@@ -23,7 +23,7 @@ std::size_t ReadableWords(const unsigned long* first, std::size_t count) {
 
 void CopyStackWordsWithCare(const unsigned long* first, unsigned long* words, std::size_t count) {
     const std::size_t readable = ReadableWords(first, count);
-    // Volatile: otherwise this becomes a call of memcpy, which a sanitizer checks.
+    // The source is volatile: otherwise the loop becomes a call of memcpy, which a sanitizer checks.
     const volatile unsigned long* const source = first;
     for (std::size_t i = 0; i < count; ++i) words[i] = i < readable ? source[i] : 0;
 }

@@ -23,7 +23,7 @@ namespace ckscribe {
 [[gnu::no_sanitize_address]] void CopyStackWordsWithCare(const unsigned long* first, unsigned long* words,
                                                          std::size_t count);
 
-// The same for a number of words that together take less than a page. The word below `first` must be
+// Does the same for a number of words that together take less than a page. The word below `first` must be
 // readable, as a return address is. Asks the kernel only if the words go on to another page.
 template <std::size_t kCount>
 [[gnu::always_inline]] inline void CopyStackWords(const unsigned long* first, unsigned long* words) {

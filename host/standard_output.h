@@ -1,6 +1,6 @@
-// Text of the library on the host's standard output. Best effort: text that does not fit is dropped. It
-// never blocks, unless another writer takes the room at the same moment. It never raises a signal. It
-// bypasses the host's stdio buffer, which the host or its forked child would write later.
+// Writes text of the library to the host's standard output. Drops text that does not fit. Never blocks,
+// unless another writer takes the room at the same moment. Never raises a signal. Bypasses the host's stdio
+// buffer, which the host or its forked child would write later.
 #pragma once
 
 #include <string_view>

@@ -13,7 +13,7 @@ namespace ckscribe {
 
 namespace {
 
-// Like that of host/host_shield.h: no allocation at a thread's first call.
+// The attribute serves the same as in host/host_shield.h: a thread's first call allocates nothing.
 CKSCRIBE_INITIAL_EXEC constinit thread_local int remembered = 0;
 
 int AskSystem() {

@@ -1,4 +1,4 @@
-// The number that the system gives to a thread: what `top -H` shows, and `gettid` returns.
+// Asks for the number that the system gives to a thread. `top -H` shows it, and `gettid` returns it.
 //
 // Asking the system costs as much as a small write, so the number is remembered for each thread.
 #pragma once
@@ -8,7 +8,8 @@ namespace ckscribe {
 // Returns the system's number of the calling thread. Any thread may call it at any time.
 int SystemThreadNumber();
 
-// Forgets the number of the calling thread. For a child made by fork: its thread has a new number.
+// Forgets the number of the calling thread. A child made by fork calls this function, because its thread has
+// a new number.
 void ForgetThreadNumber();
 
 }  // namespace ckscribe

@@ -1,5 +1,5 @@
-// Annotations that say which lock a function or an object needs. clang checks them (-Wthread-safety); other
-// compilers read over them.
+// These annotations say which lock a function or an object needs. clang checks them (-Wthread-safety); other
+// compilers ignore them.
 #pragma once
 
 #if defined(__clang__)
@@ -8,18 +8,19 @@
 #define CKSCRIBE_THREAD_SAFETY(annotation)
 #endif
 
-// A class whose objects are locks, and a class whose objects hold a lock while they live.
+// These mark a class whose objects are locks, and a class whose objects hold a lock while they live.
 #define CKSCRIBE_LOCK(name) CKSCRIBE_THREAD_SAFETY(capability(name))
 #define CKSCRIBE_LOCK_HOLDER CKSCRIBE_THREAD_SAFETY(scoped_lockable)
 
-// Functions that take a lock, take it if they return this value, let it go, or need it.
+// These mark functions that take a lock, take it if they return this value, let it go, or need it.
 #define CKSCRIBE_ACQUIRES(...) CKSCRIBE_THREAD_SAFETY(acquire_capability(__VA_ARGS__))
 #define CKSCRIBE_ACQUIRES_IF(...) CKSCRIBE_THREAD_SAFETY(try_acquire_capability(__VA_ARGS__))
 #define CKSCRIBE_RELEASES(...) CKSCRIBE_THREAD_SAFETY(release_capability(__VA_ARGS__))
 #define CKSCRIBE_NEEDS(...) CKSCRIBE_THREAD_SAFETY(requires_capability(__VA_ARGS__))
 
-// An object that is only touched under a lock.
+// This marks an object that is touched only under a lock.
 #define CKSCRIBE_GUARDED_BY(lock) CKSCRIBE_THREAD_SAFETY(guarded_by(lock))
 
-// A function that the check cannot follow. Its comment says why it is right.
+// This marks a function that the check cannot follow. The comment of the function says why the function is
+// right.
 #define CKSCRIBE_UNCHECKED CKSCRIBE_THREAD_SAFETY(no_thread_safety_analysis)

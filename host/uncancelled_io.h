@@ -1,10 +1,10 @@
-// open, read, write, poll, close and sigtimedwait for code behind the host shield (host/host_shield.h): no
-// cancellation of the thread strikes in them. They take, return and set errno as the system's functions of
-// these names do.
+// Code behind the host shield (host/host_shield.h) calls these in place of open, read, write, poll, close and
+// sigtimedwait: no cancellation of the thread strikes in them. They take, return and set errno as the
+// system's functions of these names do.
 //
-// The system's functions are places where a thread may be cancelled. Suppose a thread can be cancelled at
-// any instruction, somebody cancels it, and then it puts cancellations off: the GNU C library still lets
-// that cancellation strike there. Only for such a thread these functions ask the kernel directly. Other C
+// The system's functions are places where a thread may be cancelled. Suppose a thread can be cancelled at any
+// instruction, somebody cancels it, and then it puts cancellations off: the GNU C library still lets that
+// cancellation strike there. These functions ask the kernel directly only for such a thread. Other C
 // libraries do not need that, and it does no harm there.
 #pragma once
 

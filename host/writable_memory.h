@@ -9,11 +9,11 @@ enum class Writability { kYes, kNo, kUnknown };
 
 // Returns whether all of `length` bytes (at most 4096) from `address` on can be written. The kernel reads
 // them and writes them back as they are; where a store would fault, the kernel answers. Nobody else may
-// change them meanwhile. Unknown if the kernel cannot be asked, because the process can open no more files
-// for example.
+// change them meanwhile. Returns kUnknown if the kernel cannot be asked, because the process can open no more
+// files for example.
 Writability WritabilityOf(void* address, std::size_t length);
 
-// Returns false too if that is unknown.
+// Also returns false if the answer is unknown.
 inline bool IsWritable(void* address, std::size_t length) {
     return WritabilityOf(address, length) == Writability::kYes;
 }

@@ -1,4 +1,4 @@
-// Writes hexadecimal digits of many bytes at a time. To print a buffer of some kilobytes byte by byte would
+// Writes hexadecimal digits of many bytes at a time. Printing a buffer of some kilobytes byte by byte would
 // cost as much as writing its record.
 #pragma once
 

@@ -11,8 +11,8 @@ constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 
 constexpr bool IsContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
-// True if the second byte of a character may follow the first. UTF-8 has one form for each character, and
-// none for surrogates or for numbers above U+10FFFF.
+// Returns whether the second byte of a character may follow the first. UTF-8 has one form for each character,
+// and none for surrogates or for numbers above U+10FFFF.
 constexpr bool MayFollow(unsigned char first, unsigned char second) {
     switch (first) {
         case 0xE0:
@@ -48,14 +48,15 @@ std::size_t CharacterLength(std::string_view text) {
     return length < 2 || MayFollow(byte(0), byte(1)) ? length : 0;
 }
 
-// True for U+0000 to U+001F, U+007F, and U+0080 to U+009F.
+// Returns true for U+0000 to U+001F, U+007F, and U+0080 to U+009F.
 bool IsControl(std::string_view character) {
     const unsigned char first = static_cast<unsigned char>(character[0]);
     if (character.size() == 1) return first < 0x20 || first == 0x7F;
     return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
 }
 
-// U+2028 and U+2029. JSON allows them in a string, but some readers of lines end a line there.
+// Returns true for U+2028 and U+2029. JSON allows them in a string, but some readers of lines end a line
+// there.
 bool SeparatesLines(std::string_view character) {
     return character == "\xE2\x80\xA8" || character == "\xE2\x80\xA9";
 }

@@ -31,8 +31,8 @@ public:
     void BeginArray() { Begin("["); }
     void EndArray() { End(']'); }
 
-    // `key` is a constant of the program and holds nothing that JSON escapes. It is inline, so that a few
-    // instructions store a literal: a line has some twenty keys.
+    // Writes a key. `key` is a constant of the program and holds nothing that JSON escapes. The function is
+    // inline, so that a few instructions store a literal: a line has some twenty keys.
     [[gnu::always_inline]] void Key(std::string_view key) {
         Put(kQuote, key, kQuoteAndColon);
         needsComma = false;
@@ -98,8 +98,8 @@ private:
     bool needsComma = false;
 };
 
-// True if a person can read the bytes: they are valid UTF-8 without control characters. True if there are
-// none.
+// Returns whether a person can read the bytes: they are valid UTF-8 without control characters. Returns true
+// if there are none.
 bool IsReadableText(std::string_view bytes);
 
 }  // namespace ckscribe

@@ -25,7 +25,7 @@ public:
     TextBuffer& operator=(const TextBuffer&) = delete;
 
     void Append(char character) { *Room(1) = character, ++size; }
-    // It is inline, so that an instruction or two store a literal.
+    // This function is inline, so that an instruction or two store a literal.
     void Append(std::string_view more) {
         if (more.empty()) return;
         std::memcpy(Room(more.size()), more.data(), more.size());

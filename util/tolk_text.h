@@ -3,8 +3,9 @@
 // Works on texts and numbers: trims, compares, converts hexadecimal digits, reads lines "tag = value", prints
 // bytes.
 //
-// Unless its comment says otherwise, a function returns 0 for success and -1 for failure, takes texts that
-// end with NUL and are not null, and does not change its results if it fails. Lengths and sizes are in bytes.
+// Unless its comment says otherwise, a function keeps these rules. It returns 0 for success and -1 for
+// failure. It takes texts that end with NUL and are not null. It does not change its results if it fails.
+// Lengths and sizes are in bytes.
 //
 // Threads: any thread may call any function at any time.
 //
@@ -12,11 +13,11 @@
 // belongs to no class. "White space" means isspace or iscntrl. "Folded" means that a letter's bit 0x20 is
 // set, which makes ASCII capitals small.
 //
-// COMPAT: begins the comment of something odd that stays because callers depend on it.
+// The word "COMPAT:" begins the comment of something odd that stays because callers depend on it.
 
 #include <cstdio>
 
-// Returns the value, 0 to 15, of a small or capital hexadecimal digit; -1 for any other character.
+// Returns the value, 0 to 15, of a small or capital hexadecimal digit, and -1 for any other character.
 int Tolk_atox(char c);
 
 // Returns the length of the hexadecimal prefix that the text begins with: 1 for "x" or "X", 2 for "0x" or
@@ -26,8 +27,8 @@ int Tolk_isHexHeader(const char* s);
 // Returns the length of the text, at most `max`. Reads no further than that.
 unsigned long Tolk_strnlen(const char* s, unsigned long max);
 
-// Returns a copy of `size` bytes in a block from malloc, which the caller frees with free; null without
-// memory.
+// Returns a copy of `size` bytes in a block from malloc, which the caller frees with free. Returns null if
+// there is no memory.
 void* Tolk_memdup(const void* p, int size);
 
 // Compares the folded texts as signed characters and returns -1, 0 or 1. A text is smaller than one that
@@ -63,10 +64,10 @@ int Tolk_IsIntegerString(const char* s, int hex);
 int Tolk_atoi(const char* s, int radix, int* out);
 
 // Converts hexadecimal text to bytes, high nibble first. `*outLen` receives the number of bytes, half the
-// text's length rounded up. A null `out` asks for that number only; else `out` has room for that many bytes.
-// `hex` 0 admits decimal digits only. Null `s` or `outLen` fail. COMPAT: with an odd length the first digit
-// is shifted into the byte that out[0] already holds, whose low nibble becomes the high one. Clear out[0] for
-// the usual leading zero. COMPAT: `*outLen` is set even if `s` then fails for a sign.
+// text's length rounded up. A null `out` asks only for that number; else `out` has room for that many bytes.
+// If `hex` is 0, only decimal digits are admitted. Null `s` or `outLen` fail. COMPAT: with an odd length the
+// first digit is shifted into the byte that out[0] already holds, whose low nibble becomes the high one.
+// Clear out[0] for the usual leading zero. COMPAT: `*outLen` is set even if `s` then fails for a sign.
 int Tolk_AsciiHexToBin(const char* s, unsigned char* out, int hex, int* outLen);
 
 // Does the same into a new block from malloc, `*out`, which the caller frees with free. An odd length gets a
@@ -78,10 +79,9 @@ int Tolk_AsciiHexToNewByteArray(const char* s, unsigned char** out, int* outLen)
 // stay written).
 unsigned long Tolk_AsciiToHex(const char* s, unsigned char* out, unsigned long max);
 
-// Returns the place of the value in a line "tag = value", else null. White space may stand before the tag,
-// and around
-// "=" after one space or none. Capitals do not matter in the tag. The value's end is not trimmed. COMPAT: a
-// tab directly after the tag is no match.
+// Returns the place of the value in a line "tag = value", else null. White space may stand before the tag
+// and around "="; directly after the tag it must begin with a space. Capitals do not matter in the tag. The
+// value's end is not trimmed. COMPAT: a tab directly after the tag is no match.
 const char* Tolk_ParseTagValuePair(const char* line, const char* tag);
 char* Tolk_ParseTagValuePair(char* line, const char* tag);
 
