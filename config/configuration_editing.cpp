@@ -1,6 +1,6 @@
-// Changes the configuration file by four operations. Each goes over the lines of the file once. COMPAT: what
-// it does with a line depends on the names that the line contains anywhere. The rules by which a key is
-// looked up are stricter.
+// Changes the configuration file by four operations. Each goes over the lines of the file once. COMPAT: the
+// effect of an operation on a line depends on the names that the line contains anywhere. The rules by which a
+// key is looked up are stricter.
 
 #include <cstring>
 #include <string_view>
@@ -15,8 +15,8 @@ constexpr char kEntry[] = "   %s = %s;\n";
 constexpr char kNewSection[] = "%s = {\n";
 constexpr char kLastEntryOfFile[] = "   %s = %s;\n}";  // COMPAT: no line feed follows the brace
 
-// True if only white space stands between the key's first occurrence in the line and the "=" after it.
-// COMPAT: a longer key that ends with the given one counts as that key: "   LogFile = x;" is an entry of
+// Returns whether only white space stands between the key's first occurrence in the line and the "=" after
+// it. COMPAT: a longer key that ends with the given one counts as that key: "   LogFile = x;" is an entry of
 // "File".
 bool IsEntryOf(const char* key, std::string_view line) {
     const std::size_t start = line.find(key);

@@ -7,8 +7,8 @@ namespace {
 
 bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)); }
 
-// True if white space, "=", white space and "{" follow a section's name: they open the section. `*after`
-// receives the place where the scan stops.
+// Returns whether white space, "=", white space and "{" follow a section's name: they open the section.
+// `*after` receives the place where the scan stops.
 bool OpensSection(const char* afterName, const char** after) {
     const char* c = afterName;
     bool hasEquals = false;
@@ -35,7 +35,8 @@ char* SkipSpaces(char* c) {
 
 char* FindKey(char* body, const char* key) {
     const std::size_t length = std::strlen(key);
-    char* equals = body;  // the end of the spaces after the key; it stays, and no space is skipped twice
+    // This is the end of the spaces after the key. It stays, and no space is skipped twice.
+    char* equals = body;
     for (char* found = body; (found = std::strstr(found, key)) != nullptr; ++found) {
         if (found + length >= equals) equals = SkipSpaces(found + length);
         if (StartsKey(found) && *equals == '=') return found;

@@ -15,15 +15,15 @@ namespace ckscribe {
 
 class FileRewrite {
 public:
-    // The longest line of a rewritten file, in characters without the line feed.
+    // A line of a rewritten file is at most this long, in characters without the line feed.
     static constexpr std::size_t kLineLimit = 838;
 
-    // Reads the file at `path`, a text that must outlive the rewrite. False if the file cannot be read whole:
-    // a rewrite must not lose the rest.
+    // Reads the file at `path`, a text that must outlive the rewrite. Returns false if the file cannot be
+    // read whole: a rewrite must not lose the rest.
     bool Read(const char* path);
 
-    // Stores the next line of the old text, without its line feed. False after the last line. COMPAT: the
-    // line is cut at kLineLimit characters.
+    // Stores the next line of the old text, without its line feed. Returns false after the last line. COMPAT:
+    // the line is cut at kLineLimit characters.
     bool NextLine(std::string_view* line);
 
     void Write(std::string_view text) { newText.Append(text); }
@@ -40,12 +40,12 @@ public:
 private:
     const char* filePath = nullptr;
     FileText oldText;
-    std::size_t position = 0;  // where the next line begins in the old text
+    std::size_t position = 0;  // of the next line in `oldText`
     GrowingText newText;
     bool isComplete = true;
 };
 
-// True if a line holds a text anywhere.
+// Returns whether a line holds a text anywhere.
 inline bool Contains(std::string_view line, const char* text) {
     return line.find(text) != std::string_view::npos;
 }

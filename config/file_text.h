@@ -13,15 +13,16 @@ namespace ckscribe {
 int OpenFile(const char* path, int access);
 
 struct FileText {
-    // `size` + 1 bytes. NUL stands after the last byte that was read, and at `size`.
+    // The array has `size` + 1 bytes. NUL stands after the last byte that was read, and at `size`.
     std::unique_ptr<char[]> text;
-    unsigned long size = 0;  // the size of the file when it was opened, in bytes
+    unsigned long size = 0;  // in bytes, when the file was opened
     bool isWhole = false;    // all `size` bytes were read
 
-    // Reads the file at `path` into a fresh object. False, without a text, if the file cannot be opened or
-    // asked for its size, if there is no memory, or if not a single byte comes: an empty file, a pipe, a
-    // device. COMPAT: a failed or short read is no failure; the text is empty or ends early, and `isWhole` is
-    // false. COMPAT: for a file of 4 GiB or more the read asks for the lower 32 bits of the size only.
+    // Reads the file at `path` into a fresh object. Returns false and leaves no text if the file cannot be
+    // opened or asked for its size, if there is no memory, or if not a single byte comes. No byte comes from
+    // an empty file, a pipe or a device. COMPAT: a failed or short read is no failure; the text is empty or
+    // ends early, and `isWhole` is false. COMPAT: for a file of 4 GiB or more the read asks only for the
+    // lower 32 bits of the size.
     bool Read(const char* path);
 
 private:

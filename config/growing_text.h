@@ -5,8 +5,8 @@
 
 namespace ckscribe {
 
-// A text that grows in memory. If there is no memory left, it does not throw: IsWhole() is false from then
-// on. One thread at a time uses an object.
+// A GrowingText is a text that grows in memory. If there is no memory left, it does not throw: IsWhole() is
+// false from then on. One thread at a time uses an object.
 class GrowingText {
 public:
     void Append(std::string_view more) {
@@ -18,7 +18,7 @@ public:
         }
     }
 
-    // False after a text could not be appended.
+    // Returns false after a text could not be appended.
     bool IsWhole() const { return isWhole; }
 
     std::string_view View() const { return text; }

@@ -9,14 +9,17 @@
 
 namespace ckscribe {
 
-// The value of the key "FileMode".
+// A FileModeSetting holds the value of the key "FileMode".
 struct FileModeSetting {
-    NewFilePermissions permissions;  // none if the key is missing or the value is rejected
-    bool isRejected = false;         // the key is there, and its value is not an octal number up to 0777
-    char value[200] = {};            // empty if the key is missing
+    // There are no permissions if the key is missing or the value is rejected.
+    NewFilePermissions permissions;
+    // The key is there, and its value is not an octal number up to 0777.
+    bool isRejected = false;
+    char value[200] = {};  // empty if the key is missing
 };
 
-// Says where the data of calls may appear: what goes in and out, and what objects hold.
+// A DataSetting says where the data of calls may appear. Data are what goes in and out, and what objects
+// hold.
 enum class DataSetting {
     kShownInLog,  // the key is missing: data appear in the text log, and not in events
     kShown,       // "0": data appear in both
@@ -45,7 +48,7 @@ public:
     unsigned GetLoggingMask();
 
     // Returns 1 if calls of this class are logged now, else 0. Each 500th query reads the mask anew first. If
-    // the file cannot be opened or read then, the last mask stays: a daemon that has given up its rights, or
+    // the file cannot be opened or read then, the last mask stays. A daemon that has given up its rights, or
     // changed its root, must not log more than its configuration allows.
     int DoWeLogThis(int classBit) {
         const unsigned query = reqToCheckConfigFile.load(std::memory_order_relaxed);
@@ -60,7 +63,7 @@ public:
     // if the key is missing.
     int LoggingLevel();
 
-    // Return the numbers of keys "NewFormat" and "Enabled", and 0 if the key is missing.
+    // These return the numbers of keys "NewFormat" and "Enabled", and 0 if the key is missing.
     int IsNewCkLogFormat();
     int IsLoggingEnabledMordavek();
 
@@ -80,7 +83,7 @@ public:
     ckscribe::FileModeSetting FileMode() const;
 
     // Returns key "Events", the path of the events file. In it, "%p" stands for the process number and "%%"
-    // for a percent sign. Empty if the key is missing: there is no events file then.
+    // for a percent sign. Returns an empty text if the key is missing: there is no events file then.
     const char* EventsFileName();
 
     // Returns the meaning of key "HideData".

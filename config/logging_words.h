@@ -21,8 +21,8 @@ std::span<const LoggingClass> LoggingClasses();
 // COMPAT: words of a mask after the twelfth do not count.
 inline constexpr int kMostMaskWords = 12;
 
-// Takes the first word off a mask and returns it; empty if there is none left. Blanks and vertical bars
-// separate words.
+// Takes the first word off a mask and returns it. Returns an empty word if there is none left. Blanks and
+// vertical bars separate words.
 std::string_view TakeMaskWord(std::string_view* mask);
 
 // Returns the bit of the class with this name, and 0 for any other word. Capitals matter.

@@ -10,12 +10,12 @@ namespace {
 
 constexpr int kHighestId = 65534;
 
-// True if the text is a decimal number of 1 to `longest` characters, sign included.
+// Returns whether the text is a decimal number of 1 to `longest` characters, sign included.
 bool IsNumber(const char* text, std::size_t longest) {
     return text[0] != '\0' && std::strlen(text) <= longest && Tolk_IsIntegerString(text, 0);
 }
 
-// Reads "slot:identifier" and overwrites the colon with NUL. False if the text is malformed.
+// Reads "slot:identifier" and overwrites the colon with NUL. Returns false if the text is malformed.
 bool ParseSlotItem(char* item, char* colon, int* slot, int* id) {
     *colon = '\0';
     const char* slotText = Tolk_TrimWhiteSpaces(item);

@@ -42,8 +42,9 @@ int AppendToken(const WendrafilConfiguration& store, const char* section, int in
     return count;
 }
 
-// Replaces the section's lines by `lines`. False if no line begins the section. ReplaceConfigurationInfo
-// would not do: it breaks its body after every 512 characters, in the middle of an entry.
+// Replaces the section's lines by `lines`. Returns false if no line begins the section.
+// ReplaceConfigurationInfo would not do: it breaks its body after every 512 characters, in the middle of an
+// entry.
 bool ReplaceLines(const char* section, std::string_view lines, ckscribe::FileRewrite* file) {
     bool isInside = false;
     bool hasSection = false;
@@ -75,7 +76,8 @@ int WendrafilConfiguration::AddVirtualTokenMember(int index, const char* serial,
     const ckscribe::NumberedName key("VirtualToken%02dMembers", index);
     char label[64];
     if (!GetVirtualTokenLabel(index, label, sizeof label, proxy)) return 0;
-    char members[842];  // a list and a number of 840 characters, the comma between them, and NUL
+    // The array holds a list and a number of 840 characters together, the comma between them, and NUL.
+    char members[842];
     if (!GetVirtualTokenMembers(index, members, 840, proxy)) return Set(TokenSection(proxy), key, serial);
     if (std::strlen(members) + std::strlen(serial) > 840) return 0;
     std::strcat(members, ",");  // COMPAT: a comma follows an empty list, too
@@ -88,7 +90,7 @@ int WendrafilConfiguration::RemoveVirtualTokenMember(int index, const char* seri
     if (!GetVirtualTokenMembers(index, members, sizeof members, proxy) || members[0] == '\0') return 0;
     *std::remove(members, members + std::strlen(members), ' ') = '\0';
 
-    char kept[841];  // each item, and a comma after it
+    char kept[841];  // a comma follows each item
     char* end = kept;
     for (const char* item = members; item != nullptr;) {
         const char* comma = std::strchr(item, ',');

@@ -1,6 +1,6 @@
 #pragma once
 
-// The configuration store: finds the vendor's configuration file, reads its settings and edits them.
+// The configuration store finds the vendor's configuration file, reads its settings and edits them.
 //
 // An instance holds the file's path and five result buffers. It holds neither an open file nor its text:
 // every lookup reads the whole file again, and a change that another program makes counts at once. No
@@ -15,7 +15,8 @@
 // serialises accessors that return a pointer. The caller also serialises everything that edits, across
 // processes too.
 //
-// COMPAT: begins the comment of something odd that stays because readers of configurations depend on it.
+// The word "COMPAT:" begins the comment of something odd that stays because readers of configurations depend
+// on it.
 
 #include <atomic>
 #include <cstdio>
@@ -49,15 +50,16 @@ public:
     // Cuts a path back to its directory, in place. "/" and "\" separate, and the last of them stays.
     static void StripOffFileName(char* path);
 
-    // The kind of store, for all instances: 0 is the file, the only kind that works. 1 is the registry, which
-    // finds and stores nothing. Any other value means that there is no store.
+    // These set and return the kind of store, for all instances. 0 is the file, the only kind that works. 1
+    // is the registry, which finds and stores nothing. Any other value means that there is no store.
     static void SetLibraryType(int type) { LibraryType.store(type, std::memory_order_relaxed); }
     static int GetLibraryType() { return LibraryType.load(std::memory_order_relaxed); }
 
-    // The name of the section with the network server's settings, for all instances; "OrmaSA Server" at
-    // first. GetServerSection copies it; 0 for a null buffer or if `size` is below the name's length. COMPAT:
-    // if `size` equals that length, the copy lacks the last character. SetServerSection keeps 63 characters
-    // of the name; 0 for null. It must not run while another thread uses the section.
+    // These copy and set the name of the section with the network server's settings, for all instances. The
+    // name is "OrmaSA Server" at first. GetServerSection returns 0 for a null buffer or if `size` is below
+    // the name's length. COMPAT: if `size` equals that length, the copy lacks the last character.
+    // SetServerSection keeps 63 characters of the name, and returns 0 for null. It must not run while another
+    // thread uses the section.
     static int GetServerSection(char* buffer, unsigned int size);
     static int SetServerSection(const char* name);
 
@@ -74,17 +76,17 @@ public:
 
     // Reads a whole file and returns 1. `*contents` receives a new array with a NUL after the text; the
     // caller deletes it with delete[]. `*size` receives the file's size in bytes. Returns 0 for null
-    // arguments, and, with `*contents` null, for a file that cannot be opened or asked for its size, for an
-    // empty file, and if there is no memory. COMPAT: a failed or short read is not reported; the text ends
-    // early.
+    // arguments. Returns 0 and sets `*contents` to null for a file that cannot be opened or asked for its
+    // size, for an empty file, and if there is no memory. COMPAT: a failed or short read is not reported; the
+    // text ends early.
     int ReadConfigurationFile(const char* path, char** contents, unsigned long* size) const;
 
     // Writes the text of the configuration file to `stream`. Returns 0 if the file cannot be read, else 1.
     int DumpFile(FILE* stream) const;
 
     // Looks a key up as config/entry_lookup.h describes and copies its value, cut to `valueSize` - 1
-    // characters. Returns 1 if the key is found, else 0; 0 for null arguments. `valueSize` is taken as
-    // unsigned; with 0 nothing is copied.
+    // characters. Returns 1 if the key is found, else 0. Returns 0 for null arguments. `valueSize` is taken
+    // as unsigned; if it is 0, nothing is copied.
     int GetConfigurationEntry(const char* section, const char* key, char* value, int valueSize) const;
 
     // Does the same if the store is the file; else returns 0.
@@ -100,10 +102,10 @@ public:
     // ---- Changing the file ----
 
     // Each function rewrites the whole file in place and returns 1. COMPAT: lines are cut at 838 characters
-    // and end with a line feed. A function returns 0, and the file is untouched, for null arguments, if the
-    // store is not the file, if the file cannot be read whole, and if it cannot be opened for writing. It
-    // also returns 0 if a line to write has 840 characters or more with its line feed: the old line is gone
-    // then, and the rest is written. Errors in writing are not reported.
+    // and end with a line feed. A function returns 0 and leaves the file untouched for null arguments, and if
+    // the store is not the file. It does the same if the file cannot be read whole, or cannot be opened for
+    // writing. It also returns 0 if a line to write has 840 characters or more with its line feed: the old
+    // line is gone then, and the rest is written. Errors in writing are not reported.
     //
     // COMPAT: a section begins at a line that contains its name anywhere, and ends at the next line that
     // contains "}". An edit therefore also changes sections whose names contain this one, and places where a
@@ -137,15 +139,16 @@ public:
     //
     //   Number(section, key, size, missing)    returns the number as atoi reads it: "12abc" is 12, "abc" is 0
     //   Text(section, key, buffer, size)       copies the value into the caller's buffer; 1 if found, else 0
-    //   Scanned(section, key, int*)            stores the number; 1 if there is one, else 0 and nothing
-    //   stored ServerNumber, ServerText, ServerScanned    the same in the server section, then in "OrmaSA
-    //   Server" Set(section, key, text or number)      as SetConfigurationInfo; 1 for success, else 0
+    //   Scanned(section, key, int*)            stores the number and returns 1; without one, only returns 0
+    //   ServerNumber, ServerText, ServerScanned
+    //                                          do the same in the server section, then in "OrmaSA Server"
+    //   Set(section, key, text or number)      works as SetConfigurationInfo; 1 for success, else 0
     //
-    // The store converts no unit: a number has the unit in which the vendor's software reads its key, and a
-    // unit stands here only where the store itself depends on it. Switches return the number, and 0 means
-    // off. The comments of accessors without a body state their rules. Names of keys and sections hold
-    // indices and cluster numbers with at least two digits. `proxy` and `server` choose the first of two
-    // sections. A null buffer counts as "not found".
+    // The store converts no unit: a number has the unit in which the vendor's software reads its key. A unit
+    // stands here only where the store itself depends on it. Switches return the number, and 0 means off. The
+    // comments of accessors without a body state their rules. Names of keys and sections hold indices and
+    // cluster numbers with at least two digits. `proxy` and `server` choose the first of two sections. A null
+    // buffer counts as "not found".
 
     // These read the paths of the target libraries. The first copies "LibUNIX64" of a section and returns 1;
     // if the key is missing, it copies "/usr/lib/libmordavek2.so" and returns 0. The second returns the same
@@ -202,14 +205,14 @@ public:
     int IsAutoCleanUpDisabled() const { return Number("Session", "AutoCleanUpDisabled", 200, 0); }
     bool IsOneBaseSlotId() const { return Number("Presentation", "OneBaseSlotId", 200, 0) != 0; }
 
-    // True if "AllowPTK" of "Misc" begins with "1".
+    // Returns whether "AllowPTK" of "Misc" begins with "1".
     bool GetAllowPTK() const;
 
-    // True if "KeysInHW" of "Misc" is "YES", in capitals or not.
+    // Returns whether "KeysInHW" of "Misc" is "YES", in capitals or not.
     bool IsKeyInHW() const;
 
-    // Copies "CryptokiContainerName" of "Misc", at most 99 characters; `buffer` has room for 100 bytes. 1 if
-    // found, else 0.
+    // Copies "CryptokiContainerName" of "Misc", at most 99 characters; `buffer` has room for 100 bytes.
+    // Returns 1 if found, else 0.
     int GetCryptokiContainerName(char* buffer) const {
         return Text("Misc", "CryptokiContainerName", buffer, 100);
     }
@@ -219,7 +222,8 @@ public:
     // 0.
     int ExplicitAppId(unsigned long& major, unsigned long& minor) const;
 
-    // Returns the path of the enabler's log file, "LogFile" of "Misc"; empty if the key is missing.
+    // Returns the path of the enabler's log file, "LogFile" of "Misc", or an empty text if the key is
+    // missing.
     const char* EnablerLogFileName();
     int SetEnablerLogFileName(const char* path) { return Set("Misc", "LogFile", path); }
 
@@ -231,7 +235,7 @@ public:
     int SetEntrustSWInstall(int value) { return Set("Misc", "EntrustSWInstall", value); }
 
     // Copies "TokenInitString" of "Misc" into `buffer`, which has room for 100 bytes. Returns the number of
-    // characters copied, at most 99; 0 for a missing key or a null buffer.
+    // characters copied, at most 99, and 0 for a missing key or a null buffer.
     int GetEntrustCAPasswd(char* buffer) const;
 
     // These control commands to the device: their time-outs, and its slots.
@@ -307,7 +311,8 @@ public:
     int SetServerCertFile(const char* path) { return Set("OrmaSA Server", "ServerCertFile", path); }
     int GetClientCAFile(char* buffer, int size) const { return ServerText("ClientCAFile", buffer, size); }
 
-    // Writes to the server section. Writes to "OrmaSA Server" only if that fails. 1 if either succeeds.
+    // Writes to the server section. Writes to "OrmaSA Server" only if that fails. Returns 1 if either
+    // succeeds.
     int SetClientCAFile(const char* path) {
         return Set(server_section, "ClientCAFile", path) || Set("OrmaSA Server", "ClientCAFile", path);
     }
@@ -525,8 +530,8 @@ public:
                                 unsigned short* defaultId);
 
 protected:
-    // The result of a look into the file. kNoText: the file cannot be opened, or not a single byte of it can
-    // be read.
+    // Found says what a look into the file found. kNoText means that the file cannot be opened, or that not a
+    // single byte of it can be read.
     enum class Found { kNoText, kNoEntry, kEntry };
 
     // Looks into the file as GetConfigurationEntry does, for arguments that are not null.
