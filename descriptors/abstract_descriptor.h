@@ -88,14 +88,16 @@ public:
 
     static unsigned uInstanceCount;                // descriptors alive
     static ckscribe::AppendFile& fpCaptureStream;  // the open log, or none
-    static std::atomic<int> isStreamOpen;  // 1 while fpCaptureStream is open; read without the lock too
+    // This is 1 while fpCaptureStream is open. Threads also read it without the lock.
+    static std::atomic<int> isStreamOpen;
 
 protected:
     // Writes one event of the call that is being recorded. Writes nothing if the tree is not a whole record.
     virtual void CaptureEvent(ckscribe::CallEvent& event) const;
 
     static void PrintIndent(ckscribe::RecordText& out, int indent);
-    static void PrintNewLine(ckscribe::RecordText& out, int indent);  // old format: a new line and its indent
+    // Prints a new line and its indent in the old format, and nothing in the new one.
+    static void PrintNewLine(ckscribe::RecordText& out, int indent);
 
 private:
     unsigned char nameLength = 0;

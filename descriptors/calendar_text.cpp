@@ -32,7 +32,7 @@ bool IsRemembered(std::time_t second, const char* zone) {
 }
 
 void Remember(std::time_t second, const char* zone) {
-    // tzset and localtime_r instead of localtime: its result belongs to the application.
+    // This code calls tzset and localtime_r instead of localtime, whose result belongs to the application.
     tzset();
     std::tm local{};
     if (localtime_r(&second, &local) == nullptr) local = {};

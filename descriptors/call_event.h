@@ -19,7 +19,7 @@ namespace ckscribe {
 struct CallSubject {
     enum Field : unsigned { kSlot = 1, kSession = 2, kObject = 4, kUser = 8, kMechanism = 16 };
 
-    unsigned known;  // the sum of the fields that are set
+    unsigned known;  // the sum of all set fields
     unsigned long slot;
     unsigned long session;
     unsigned long object;
@@ -44,20 +44,22 @@ struct EventRun {
 struct CallEvent {
     static constexpr std::size_t kInputRoom = 512;
 
-    const char* function;       // the exported name
-    timespec time;              // when the call began
-    std::uint64_t nanoseconds;  // time in the target; 0 if nothing was forwarded
-    std::uint64_t number;       // 0 until the call leaves its first event
-    EventRun run;               // the run of the first event
-    bool isOutputUndefined;     // the call failed, and what its output arguments hold is not the target's
+    const char* function;  // the exported name
+    timespec time;         // when the call began
+    // The call has spent this time in the target. It is 0 if nothing was forwarded.
+    std::uint64_t nanoseconds;
+    std::uint64_t number;    // 0 until the first event
+    EventRun run;            // the run of the first event
+    bool isOutputUndefined;  // the call failed, and what its output arguments hold is not the target's
     CallSubject subject;
-    std::size_t inputLength;  // length of the JSON values in "in" of a written start event
-    bool showsData;           // the input holds data
-    bool isInputKept;         // the input is in descriptors/kept_inputs.h, not in `input`
+    // This is the length of the JSON values in "in" of a written start event.
+    std::size_t inputLength;
+    bool showsData;    // the input holds data
+    bool isInputKept;  // the input is in descriptors/kept_inputs.h, not in `input`
     char input[kInputRoom];
 };
 
-// This is the call whose record is being built; null if the record belongs to no call. Whoever calls a
+// This is the call whose record is being built. It is null if the record belongs to no call. Whoever calls a
 // builder sets it, under the record lock.
 extern CallEvent* currentCallEvent;
 

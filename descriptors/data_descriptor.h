@@ -1,7 +1,7 @@
 // A DataDescriptor holds a byte value and writes it in a tagged text form that people can read and edit:
 // Txt("abc"), RTF("ab\a") or Num("00ff"). It also reads back the text between the quotes.
 //
-// The descriptor owns a copy of its bytes. It has no lock: one thread at a time.
+// The descriptor owns a copy of its bytes. It has no lock: one thread at a time uses it.
 
 #pragma once
 
@@ -31,10 +31,10 @@ public:
     // Replaces the value by the one that `length` characters of `text` stand for. A null `text` gives an
     // empty value. `format` is one of Format; any other number sets the parsing error of the report and is
     // read as kNumeric. This function undoes what Write does, doubled quotes included. A text that cannot be
-    // understood sets the parsing error, and the reading goes on: a character that is not a hexadecimal digit
-    // counts as 0, the missing half of a last odd digit counts as 0, and an unknown or unfinished escape
-    // gives no byte. If there is no memory, the reading ends with the bytes read so far and with the flags
-    // that AddDataByte sets.
+    // understood sets the parsing error, and the reading goes on. A character that is not a hexadecimal digit
+    // counts as 0, and so does the missing half of a last odd digit. An unknown or unfinished escape gives no
+    // byte. If there is no memory, the reading ends with the bytes read so far and with the flags that
+    // AddDataByte sets.
     void GetDataValueFromText(int format, char* text, unsigned int length, DescriptorReport& report);
 
     // Writes the value with tag, parentheses and quotes. Does not flush and does not change the report.

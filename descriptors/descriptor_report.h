@@ -1,7 +1,7 @@
 // A DescriptorReport holds what a run that reads or writes descriptors met: counters and error flags. Whoever
 // processes the descriptors sets them. The report prints a summary of them.
 //
-// Plain data: a report belongs to its run and has no lock.
+// A report is plain data: it belongs to its run and has no lock.
 
 #pragma once
 

@@ -8,7 +8,8 @@ namespace ckscribe {
 struct EventEnvironment {
     timespec (*wallClock)();       // UTC
     timespec (*monotonicClock)();  // for durations
-    int (*threadNumber)();         // the number that the system gives the calling thread
+    // Returns the number that the system gives the calling thread.
+    int (*threadNumber)();
 };
 
 // Only tests change it, before the events that the change is for.

@@ -1,8 +1,8 @@
 // These descriptors show the structures in which PKCS#11 describes the library, a slot, a token and a
 // session.
 //
-// Each copies from the structure what it shows. A null pointer gives a descriptor without children (a session
-// shows zeros). Versions and times are not shown.
+// Each descriptor copies from the structure what it shows. A null pointer gives a descriptor without children
+// (a session shows zeros). Versions and times are not shown.
 #pragma once
 
 #include <p11-kit/pkcs11.h>

@@ -9,8 +9,8 @@ namespace ckscribe {
 // The lists share this base class, which writes them into events.
 class ListDescriptor : public DescriptorComposite {
 public:
-    // Writes the elements. For a null array, or if the event leaves out what output arguments hold, writes
-    // the count that came with it.
+    // Writes the elements. Writes only the count that came with the array if the array is null, or if the
+    // event leaves out what output arguments hold.
     void WriteEventMembers(JsonWriter& json) const override;
 
 protected:

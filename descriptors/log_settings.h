@@ -8,8 +8,12 @@
 
 // Application threads read these without a lock while another thread may start the library. Relaxed order is
 // enough: each is a single word, and its new value may arrive late.
-extern std::atomic<int> bUseNewLogFormat;    // non-zero: one line a record; zero: indented, several lines
-extern std::atomic<unsigned> uLoggingLevel;  // 1 "DESTROY", 2 "MODIFY", 3 "ADMIN", 4; 0 before the start-up
+//
+// bUseNewLogFormat is 0 if a record has several indented lines. Any other value means one line a record.
+// uLoggingLevel is 1 for "DESTROY", 2 for "MODIFY", 3 for "ADMIN" and 4 otherwise. It is 0 before the
+// start-up.
+extern std::atomic<int> bUseNewLogFormat;
+extern std::atomic<unsigned> uLoggingLevel;
 
 namespace ckscribe {
 

@@ -9,8 +9,8 @@
 namespace ckscribe {
 
 struct MechanismParamResult {
-    // Is 0 if the parameter is valid, otherwise 0x710000: CKR_MECHANISM_PARAM_INVALID (0x71) in bits 16 to
-    // 23.
+    // The code is 0 if the parameter is valid, otherwise 0x710000: CKR_MECHANISM_PARAM_INVALID (0x71) in bits
+    // 16 to 23.
     std::uint32_t code = 0;
 };
 

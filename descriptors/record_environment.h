@@ -9,7 +9,8 @@ struct RecordEnvironment {
     std::time_t (*now)();
     std::clock_t (*processorTime)();
     int (*processId)();
-    int (*threadId)();  // the low 32 bits of the calling thread's identity
+    // Returns the low 32 bits of the calling thread's identity.
+    int (*threadId)();
 };
 
 // Only tests change it, before the records that the change is for.

@@ -2,7 +2,7 @@
 // from 0 to 31 becomes a backslash and one character of kRichTextEscapes. A backslash becomes two, a double
 // quote becomes two, and every other byte stands as it is.
 //
-// Pure functions: any thread may call them at any time.
+// The functions are pure: any thread may call them at any time.
 
 #pragma once
 

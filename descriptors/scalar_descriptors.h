@@ -8,7 +8,8 @@
 #include "descriptors/abstract_descriptor.h"
 
 enum class ULongFormat : int {
-    kDefault = 0,  // hexadecimal in the old format, decimal in the new one
+    // The number is hexadecimal in the old format and decimal in the new one.
+    kDefault = 0,
     kHexadecimal = 1,
     kDecimal = 2,
 };

@@ -8,16 +8,17 @@ namespace ckscribe {
 // AttributeForm says how to understand the value of an attribute.
 enum class AttributeForm {
     kBytes,       // as text where it is readable
-    kId,          // bytes that are not text even if they look like it
+    kId,          // bytes, never understood as text
     kBoolean,     // CK_BBOOL
     kNumber,      // CK_ULONG
     kDate,        // CK_DATE, or nothing
     kMechanisms,  // an array of CK_MECHANISM_TYPE
-    kCheckValue,  // the first three bytes of a check, or nothing
+    kCheckValue,  // three bytes of a check, or nothing
 };
 
 struct ShownAttribute {
-    bool isShown;  // also false if an attribute of this type cannot have this size
+    // This is also false if an attribute of this type cannot have this size.
+    bool isShown;
     AttributeForm form;
 };
 

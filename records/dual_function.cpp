@@ -1,4 +1,4 @@
-// Records of PKCS#11 section "Dual-function cryptographic functions".
+// Builds the records of PKCS#11 section "Dual-function cryptographic functions".
 
 #include "records/record_children.h"
 #include "records/standard_records.h"

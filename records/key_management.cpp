@@ -1,4 +1,4 @@
-// Records of PKCS#11 section "Key management functions".
+// Builds the records of PKCS#11 section "Key management functions".
 
 #include "records/record_children.h"
 #include "records/ssl3_structures.h"
@@ -8,7 +8,7 @@ using namespace ckscribe;
 
 namespace {
 
-// The handles that CKM_SSL3_KEY_AND_MAC_DERIVE returns through the mechanism's parameter.
+// Adds the handles that CKM_SSL3_KEY_AND_MAC_DERIVE returns through the mechanism's parameter.
 void AddKeysOfConnection(CommandDescriptor& record, const CK_MECHANISM* mechanism) {
     const CK_MECHANISM used = ValueAt(mechanism);
     if (used.mechanism != CKM_SSL3_KEY_AND_MAC_DERIVE) return;

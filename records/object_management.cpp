@@ -1,4 +1,4 @@
-// Records of PKCS#11 section "Object management functions".
+// Builds the records of PKCS#11 section "Object management functions".
 
 #include <algorithm>
 

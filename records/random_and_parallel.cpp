@@ -1,5 +1,5 @@
-// Records of PKCS#11 sections "Random number generation functions" and "Parallel function management
-// functions".
+// Builds the records of PKCS#11 sections "Random number generation functions" and "Parallel function
+// management functions".
 
 #include "records/record_children.h"
 #include "records/standard_records.h"

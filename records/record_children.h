@@ -1,11 +1,11 @@
-// The parts of a record builder: the record, the question whether it is wanted, and one small function for
-// each kind of child.
+// A record builder uses these parts: the record, the question whether it is wanted, and one small function
+// for each kind of child.
 //
 // XxxChild returns a new descriptor. Hand it to AddDescriptor of the record, which then owns it. XxxChild
-// copies everything that it is given. Pointers may be null or wild, counts and lengths may be too large:
-// bytes that cannot be read are left out, and a number that cannot be read is 0. A label may be null.
+// copies everything that it is given. Pointers may be null or wild, and counts and lengths may be too large.
+// Bytes that cannot be read are left out, and a number that cannot be read is 0. A label may be null.
 //
-// Needs the record lock.
+// The caller holds the record lock.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -19,15 +19,15 @@
 
 namespace ckscribe {
 
-// The root of a start record, which is written before a call is forwarded. After the last child is added,
-// Capture() writes the record.
+// A StartRecord is the root of a start record, which is written before a call is forwarded. After the last
+// child is added, Capture() writes the record.
 class StartRecord : public CommandDescriptor {
 public:
     explicit StartRecord(CommandType type, CommandSpecifier specifier = CommandSpecifier::kSingle)
         : CommandDescriptor(type, specifier, CommandPhase::kStart, CKR_OK) {}
 };
 
-// The root of an end record, which is written after a call has returned `rv`.
+// An EndRecord is the root of an end record, which is written after a call has returned `rv`.
 class EndRecord : public CommandDescriptor {
 public:
     EndRecord(CommandType type, CK_RV rv) : EndRecord(type, CommandSpecifier::kSingle, rv) {}
@@ -38,7 +38,7 @@ public:
 // Returns whether "LoggingLevel" lets this command of the standard be logged.
 inline bool LevelSelects(CommandType type) { return LevelInForce() >= LevelOf(type); }
 
-// The number behind a pointer. 0 if it cannot be read.
+// Returns the number behind a pointer, or 0 if the number cannot be read.
 template <class Number>
 Number ValueAt(const Number* pointer) {
     Number value{};
@@ -46,17 +46,17 @@ Number ValueAt(const Number* pointer) {
     return value;
 }
 
-// The address as a number.
+// Returns the address as a number.
 inline CK_ULONG AsNumber(const void* pointer) { return reinterpret_cast<CK_ULONG>(pointer); }
 
-// An element of an array at any address. 0 if it cannot be read.
+// Returns an element of an array at any address, or 0 if the element cannot be read.
 template <class Number>
 Number ValueAt(const Number* array, std::size_t index) {
     if (array == nullptr) return Number{};
     return ValueAt(reinterpret_cast<const Number*>(AsNumber(array) + index * sizeof(Number)));
 }
 
-// The bytes of a token's label (PKCS#11 C_InitToken): padded with blanks, without a terminator.
+// A token's label has this many bytes (PKCS#11 C_InitToken). It is padded with blanks and has no terminator.
 inline constexpr CK_ULONG kLabelLength = 32;
 
 // These children say whom a call is about.

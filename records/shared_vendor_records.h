@@ -1,9 +1,9 @@
-// Records that several of the vendor's functions share. Each is named after what it shows.
+// Several of the vendor's functions share these records. Each is named after what it shows.
 //
 // CaptureXxxAndYyy writes the start record of a command with these arguments. CaptureXxxOfYyy writes the end
 // record of a command that returns Xxx for a slot or session. After success, and if a buffer was too small,
-// this record shows the slot or session, the addresses through which Xxx is returned, and Xxx itself if its
-// address is not null. After any other error it shows only the result.
+// this record shows the slot or session and the addresses through which Xxx is returned. It also shows Xxx
+// itself if its address is not null. After any other error it shows only the result.
 #pragma once
 
 #include <initializer_list>
@@ -35,7 +35,7 @@ void CaptureObjectOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE sessio
                             const CK_OBJECT_HANDLE* object);
 void CaptureBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const void* buffer,
                             const CK_ULONG* length);
-// The same, but the record shows the length and not its address.
+// Does the same, but the record shows the length and not its address.
 void CaptureMeasuredBufferOfSession(CommandType type, CK_RV rv, CK_SESSION_HANDLE session, const void* buffer,
                                     const CK_ULONG* length);
 void CaptureNumberOfSlot(CommandType type, CK_RV rv, CK_SLOT_ID slot, const CK_ULONG* number,

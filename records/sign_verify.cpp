@@ -1,5 +1,5 @@
-// Records of PKCS#11 sections "Signing and MACing functions" and "Functions for verifying signatures and
-// MACs".
+// Builds the records of PKCS#11 sections "Signing and MACing functions" and "Functions for verifying
+// signatures and MACs".
 
 #include "records/record_children.h"
 #include "records/standard_records.h"

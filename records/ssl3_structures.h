@@ -1,5 +1,5 @@
-// Structures of the mechanism CKM_SSL3_KEY_AND_MAC_DERIVE (PKCS#11 v2.20, section 12.31.3), which p11-kit's
-// header leaves out.
+// These are structures of the mechanism CKM_SSL3_KEY_AND_MAC_DERIVE (PKCS#11 v2.20, section 12.31.3).
+// p11-kit's header leaves them out.
 #pragma once
 
 #include <p11-kit/pkcs11.h>

@@ -1,6 +1,6 @@
-// The record builders of the standard functions. XxxStart writes the record before a call of C_Xxx is
-// forwarded, XxxEnd writes the one after it has returned. A builder writes only if "LoggingLevel" is at least
-// the LEVEL of the function's row.
+// These are the record builders of the standard functions. XxxStart writes the record before a call of C_Xxx
+// is forwarded, and XxxEnd writes the one after the call has returned. A builder writes only if
+// "LoggingLevel" is at least the LEVEL of the function's row.
 //
 // Builders change nothing of the call. They take the arguments as they came: pointers may be null or wild. A
 // builder that throws std::bad_alloc has written nothing. The caller holds the record lock.

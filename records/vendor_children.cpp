@@ -30,7 +30,7 @@ void AddText(CommandDescriptor& record, const void* text, CK_ULONG length, const
 void AddBytesOfUnshownLength(CommandDescriptor& record, const void* bytes, CK_ULONG length,
                              const char* label) {
     const bool isUnavailable =
-        length == CK_UNAVAILABLE_INFORMATION;  // printed as sixteen f, whatever the bytes are
+        length == CK_UNAVAILABLE_INFORMATION;  // it prints as sixteen f, whatever the bytes are
     AddBytes(record, bytes, isUnavailable ? length : std::min(length, kLongestOfUnshownLength), label);
 }
 

@@ -1,7 +1,7 @@
-// The parts that only the vendor's record builders use. The other parts are in records/record_children.h.
+// Only the vendor's record builders use these parts. The other parts are in records/record_children.h.
 //
-// COMPAT: The format is uneven. Some records show a session, a handle or an address as a plain number, others
-// as its own kind. Some show each address followed by its value, others show all addresses first.
+// COMPAT: The format is uneven. Some records show a session, a handle or an address as a plain number, and
+// others as its own kind. Some show each address followed by its value, and others show all addresses first.
 #pragma once
 
 #include "records/record_children.h"
@@ -16,9 +16,9 @@ void AddNumberAt(CommandDescriptor& record, const CK_ULONG* number, const char* 
 void AddBytes(CommandDescriptor& record, const void* bytes, CK_ULONG length, const char* label = nullptr);
 // Adds two children: the same bytes as a string and as a value.
 void AddText(CommandDescriptor& record, const void* text, CK_ULONG length, const char* label = nullptr);
-// A length of a secret that came back.
+// Adds the length of a secret that came back.
 void AddPinLengthAt(CommandDescriptor& record, const CK_ULONG* length);
-// The same as AddBytes and AddText, of bytes that name something.
+// These do the same as AddBytes and AddText, for bytes that name something.
 void AddName(CommandDescriptor& record, const void* name, CK_ULONG length);
 void AddNameText(CommandDescriptor& record, const void* name, CK_ULONG length, const char* label = nullptr);
 
@@ -26,10 +26,11 @@ void AddNameText(CommandDescriptor& record, const void* name, CK_ULONG length, c
 // guess about the vendor's prototype. If the guess is wrong, the length is any number that a register held.
 inline constexpr CK_ULONG kLongestOfUnshownLength = 4096;
 
-// AddBytes for a length that the record does not show.
+// Does the same as AddBytes, for a length that the record does not show.
 void AddBytesOfUnshownLength(CommandDescriptor& record, const void* bytes, CK_ULONG length,
                              const char* label = nullptr);
-// The length of a text that ends at its terminator, at most kLongestOfUnshownLength. 0 for null.
+// Returns the length of a text that ends at its terminator, at most kLongestOfUnshownLength. Returns 0 for
+// null.
 CK_ULONG LengthOfText(const void* text);
 
 }  // namespace ckscribe

@@ -1,4 +1,4 @@
-// Builders of the vendor's functions whose records show no argument.
+// Defines the builders of the vendor's functions whose records show no argument.
 
 #include "records/vendor_records.h"
 

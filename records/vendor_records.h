@@ -1,5 +1,5 @@
-// The record builders of the vendor's functions. XxxCmdStart writes the record before a call of CA_Xxx is
-// forwarded, XxxCmdEnd writes the one after it has returned.
+// These are the record builders of the vendor's functions. XxxCmdStart writes the record before a call of
+// CA_Xxx is forwarded, and XxxCmdEnd writes the one after the call has returned.
 //
 // Builders do not look at the logging level: their caller has decided that the call is logged. They take the
 // arguments as they came: pointers may be null or wild. An end record reads nothing through a pointer unless

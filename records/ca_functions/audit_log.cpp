@@ -1,4 +1,4 @@
-// Records of the token's own audit log and clock.
+// Builds the records of the token's own audit log and clock.
 
 #include <algorithm>
 

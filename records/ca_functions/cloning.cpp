@@ -1,4 +1,4 @@
-// Records of cloning keys and of the secrets that allow it.
+// Builds the records of cloning keys and of the secrets that allow it.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

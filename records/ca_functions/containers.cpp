@@ -1,4 +1,4 @@
-// Records of containers, and of the state and storage of tokens and containers.
+// Builds the records of containers, and of the state and storage of tokens and containers.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

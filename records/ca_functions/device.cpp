@@ -1,4 +1,4 @@
-// Records of modules, firmware and of resetting a device.
+// Builds the records of modules, firmware and of resetting a device.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

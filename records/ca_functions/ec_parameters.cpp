@@ -1,4 +1,4 @@
-// Records of the encoding of elliptic-curve domain parameters.
+// Builds the records of the encoding of elliptic-curve domain parameters.
 
 #include <string>
 

@@ -1,4 +1,4 @@
-// Records of high-availability groups.
+// Builds the records of high-availability groups.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

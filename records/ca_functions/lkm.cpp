@@ -1,4 +1,4 @@
-// Records of the LKM key exchange between two tokens.
+// Builds the records of the LKM key exchange between two tokens.
 
 #include "records/vendor_children.h"
 #include "records/vendor_commands.h"

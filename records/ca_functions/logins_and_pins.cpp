@@ -1,4 +1,4 @@
-// Records of logging in and of PINs.
+// Builds the records of logging in and of PINs.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

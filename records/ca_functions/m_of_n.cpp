@@ -1,4 +1,4 @@
-// Records of M-of-N activation.
+// Builds the records of M-of-N activation.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

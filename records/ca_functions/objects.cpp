@@ -1,4 +1,4 @@
-// Records of objects: their identifiers, use and destruction.
+// Builds the records of objects: their identifiers, use and destruction.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

@@ -1,4 +1,4 @@
-// Records of capabilities and policies.
+// Builds the records of capabilities and policies.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

@@ -1,4 +1,4 @@
-// Records of remote PIN entry devices.
+// Builds the records of remote PIN entry devices.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

@@ -1,4 +1,4 @@
-// Records of masked objects and of keys that are stored outside the token.
+// Builds the records of masked objects and of keys that are stored outside the token.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
@@ -9,7 +9,7 @@ using namespace ckscribe;
 
 namespace {
 
-// These forms of authorisation have a number of shares, and secrets.
+// These say whether a form of authorisation has a number of shares, and whether it has secrets.
 bool NamesShares(CK_ULONG form) { return form != 0 && form != 4; }
 bool BringsSecrets(CK_ULONG form) { return form == 1 || form == 5; }
 bool NamesSecrets(CK_ULONG form) { return form == 1 || form == 2 || form == 5 || form == 6; }

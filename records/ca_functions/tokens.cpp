@@ -1,4 +1,4 @@
-// Records of tokens: inserting, erasing, storing, counting.
+// Builds the records of tokens: inserting, erasing, storing, counting.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"

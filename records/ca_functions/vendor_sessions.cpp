@@ -1,4 +1,4 @@
-// Records of sessions, applications and secondary slots.
+// Builds the records of sessions, applications and secondary slots.
 
 #include "records/shared_vendor_records.h"
 #include "records/vendor_children.h"
