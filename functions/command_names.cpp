@@ -24,7 +24,7 @@ constexpr CommandName kCommandNames[] = {
 
 constexpr unsigned kHighestType = kCommandNames[std::size(kCommandNames) - 1].type;
 
-// Indexed by type; empty where a type has no name.
+// The index of this table is the type. A type without a name has an empty one.
 constexpr std::array<std::string_view, kHighestType + 1> kNamesByType = [] {
     std::array<std::string_view, kHighestType + 1> names{};
     for (const CommandName& command : kCommandNames) names[command.type] = command.name;

@@ -1,4 +1,4 @@
-// The names of commands, of their parts and of the two ends of a call, as records show them.
+// Knows the names of commands, of their parts and of the two ends of a call, as records show them.
 //
 // Every function is pure, never fails and returns constant text: any thread may call them at any time.
 #pragma once
@@ -9,19 +9,19 @@
 
 namespace ckscribe {
 
-// The name without "C_" or "CA_"; "UnknownType" for a number without a name.
+// Returns the name without "C_" or "CA_", or "UnknownType" for a number without a name.
 std::string_view NameOfCommand(CommandType type);
 
-// "None", "Init", "Update", "Final", "Key"; "UnknownSpecifier" for any other number.
+// Returns "None", "Init", "Update", "Final" or "Key", or "UnknownSpecifier" for any other number.
 std::string_view NameOfSpecifier(CommandSpecifier specifier);
-// The way back, compared exactly; 5 for any other text.
+// Returns the specifier of such a name. The text must match exactly; any other text gives 5.
 CommandSpecifier SpecifierOfName(std::string_view name);
 
-// "Start", "End"; "UnknownPhase" for any other number.
+// Returns "Start" or "End", or "UnknownPhase" for any other number.
 std::string_view OldFormatNameOfPhase(CommandPhase phase);
-// "STRT", "FINI"; "ERR!" for any other number.
+// Returns "STRT" or "FINI", or "ERR!" for any other number.
 std::string_view NewFormatNameOfPhase(CommandPhase phase);
-// The way back from a name of the old format, compared exactly; 5 for any other text.
+// Returns the phase of a name of the old format. The text must match exactly; any other text gives 5.
 CommandPhase PhaseOfOldFormatName(std::string_view name);
 
 }  // namespace ckscribe

@@ -7,15 +7,15 @@
 
 namespace ckscribe {
 
-// kXxx: a command of the standard. The vendor's commands have their numbers in functions/functions.def.
+// kXxx is a command of the standard. The vendor's commands have their numbers in functions/functions.def.
 enum CommandType : std::uint32_t {
 #define COMMAND(Name, Number) k##Name = Number,
 #define UNNAMED_COMMAND COMMAND
 #include "functions/standard_commands.def"
 };
 
-// The parts of an operation that takes several calls: C_EncryptInit, C_EncryptUpdate, C_EncryptFinal,
-// C_DigestKey.
+// A CommandSpecifier is a part of an operation that takes several calls: C_EncryptInit, C_EncryptUpdate,
+// C_EncryptFinal, C_DigestKey.
 enum class CommandSpecifier : std::uint32_t {
     kSingle = 0,
     kInit = 1,

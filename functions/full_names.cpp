@@ -37,7 +37,8 @@ struct Table {
     }
 };
 
-// In the order of the numbers. Insertion keeps the header's order among equal numbers.
+// Returns the rows in the order of their numbers. Keeps only the first of the header's rows that have the
+// same number.
 template <std::size_t size>
 constexpr Table<size> Sorted(const NameRow (&listed)[size]) {
     Table<size> table;

@@ -1,6 +1,7 @@
-// The names of numbers for those who want as many names as there are: the name that this system gives the
-// number (functions/pkcs11_names.h), or else the name that PKCS#11 has for it today, from the header of the
-// distribution. Where the header has two names for a number, it is the one that it lists first.
+// These functions serve those who want as many names as there are. They return the name that this system
+// gives the number (functions/pkcs11_names.h), or else the name that PKCS#11 has for the number today.
+// Today's names come from the header of the distribution. If the header has two names for a number, the one
+// that it lists first counts.
 //
 // One name may stand for two numbers: CKM_AES_GCM is this system's 0x8000011C and the standard's 0x1087.
 //

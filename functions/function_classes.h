@@ -1,4 +1,4 @@
-// The classes of functions that the key "LoggingMask" selects.
+// The key "LoggingMask" selects functions by these classes.
 #pragma once
 
 enum FunctionClass : int {
@@ -12,5 +12,5 @@ enum FunctionClass : int {
     KEY_MNGMNT_FUNC = 0x8000,   // key management
     MISC_FUNC = 0x10000,        // random numbers, parallel functions
     ALL_FUNC = 0x20000,         // every function, whatever its class
-    QUORVANTH_FUNC = 0x40000,   // functions of the vendor that are not in SLOT_TOKEN_FUNC
+    QUORVANTH_FUNC = 0x40000,   // the vendor's, unless in SLOT_TOKEN_FUNC
 };

@@ -1,4 +1,4 @@
-// The lowest logging level that logs each command, from the rows of functions/functions.def.
+// Knows the lowest logging level that logs each command, from the rows of functions/functions.def.
 #pragma once
 
 #include <array>
@@ -20,7 +20,7 @@ inline constexpr CommandLevel kCommandLevels[] = {
 
 inline constexpr unsigned kStandardCommands = 51;
 
-// Indexed by the type of a command of the standard. A type without a function keeps level 0.
+// The index of this table is the type of a command of the standard. A type without a function keeps level 0.
 inline constexpr std::array<unsigned, kStandardCommands> kLevelsByType = [] {
     std::array<unsigned, kStandardCommands> levels{};
     for (const CommandLevel& command : kCommandLevels) levels[command.type] = command.level;
@@ -36,7 +36,8 @@ constexpr bool FunctionsOfACommandShareItsLevel() {
 static_assert(FunctionsOfACommandShareItsLevel(),
               "functions/functions.def: give all rows that have one TYPE the same LEVEL.");
 
-// 1 to 4 for a command of the standard: records of it are made only if "LoggingLevel" is at least this value.
+// Returns 1 to 4 for a command of the standard. Records of the command are made only if "LoggingLevel" is at
+// least this value.
 constexpr unsigned LevelOf(CommandType type) { return kLevelsByType[type]; }
 
 }  // namespace ckscribe

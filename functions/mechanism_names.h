@@ -1,4 +1,4 @@
-// The names of the mechanisms and the numbers that they have in this system.
+// Gives the names of the mechanisms and the numbers that they have in this system.
 
 #pragma once
 
@@ -335,7 +335,7 @@ inline constexpr NameRow kMechanismNames[] = {
 
 static_assert(IsStrictlyAscending(kMechanismNames));
 
-// The number of a mechanism of the table. A name without a row does not compile.
+// Returns the number of a mechanism of the table. A name without a row does not compile.
 consteval unsigned long MechanismNumber(std::string_view name) {
     return std::find_if(std::begin(kMechanismNames), std::end(kMechanismNames),
                         [name](const NameRow& row) { return row.name == name; })

@@ -1,7 +1,7 @@
 // Tables from numbers to names are arrays of {value, "NAME"}. The values ascend, and none stands twice: each
 // table asserts this with IsStrictlyAscending. NameOf searches all of them.
 //
-// Pure functions over constant data: any thread may call them at any time.
+// The functions are pure and read only constant data: any thread may call them at any time.
 
 #pragma once
 
@@ -23,7 +23,8 @@ constexpr bool IsStrictlyAscending(std::span<const NameRow> table) {
     return std::adjacent_find(table.begin(), table.end(), isNotBelow) == table.end();
 }
 
-// The name of `value`, or `unknown` if it has no row. The table must be strictly ascending and not empty.
+// Returns the name of `value`, or `unknown` if it has no row. The table must be strictly ascending and not
+// empty.
 constexpr std::string_view NameOf(std::span<const NameRow> table, unsigned long value,
                                   std::string_view unknown) {
     // Calls ask for the first row more often than for any other: CKR_OK, CKA_CLASS.

@@ -1,4 +1,4 @@
-// The names under which numbers of PKCS#11 appear in the log.
+// These functions return the names under which numbers of PKCS#11 appear in the log.
 //
 // COMPAT: The names are a fixed set. Values that the standard got later are unknown here. Some names have the
 // vendor's number although the standard has given them another one since (CKM_AES_GCM is 0x8000011C).
@@ -25,8 +25,8 @@ struct ReturnValueRow {
 
 }  // namespace ckscribe
 
-// Every return value that GetErrorCodeForString finds, in the order in which it looks. COMPAT: Three standard
-// names stand in it twice, with the same value.
+// The table has every return value that GetErrorCodeForString finds, in the order in which it looks. COMPAT:
+// Three standard names stand in it twice, with the same value.
 extern const ckscribe::ReturnValueRow CKR_LookupTable[191];
 
 // Stores the return value of that name in `*value` and returns 0 (CKR_OK). The name is compared exactly. For

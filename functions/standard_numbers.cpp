@@ -1,4 +1,4 @@
-// The numbers and sizes of PKCS#11 on which the log's format rests. They come from the header that the
+// Checks the numbers and sizes of PKCS#11 on which the log's format rests. They come from the header that the
 // distribution ships. A header that changes one of them stops the compiler here, before it changes a record.
 // The numbers of the name tables are stated once more in tests/descriptors/expected_names.h.
 #include <p11-kit/pkcs11.h>

@@ -1,6 +1,6 @@
 # Lists the names of one kind that the distribution's PKCS#11 header has, for functions/full_names.cpp.
 #
-# today_names(PREFIX): writes functions/today_names_PREFIX.inc below the build folder, one TODAY(NAME) a line.
+# today_names(PREFIX) writes functions/today_names_PREFIX.inc below the build folder, one TODAY(NAME) a line.
 function(today_names prefix)
   set(header ${PKCS11_INCLUDE_DIR}/p11-kit/pkcs11.h)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
