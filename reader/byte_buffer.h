@@ -1,5 +1,5 @@
-// Bytes whose memory is used again and again. Space() leaves new bytes without a value. At least kPadding
-// bytes behind the last one may always be read.
+// A ByteBuffer holds bytes and uses its memory again and again. Space() leaves new bytes without a value. At
+// least kPadding bytes behind the last one may always be read.
 //
 // One thread at a time may use a buffer.
 #pragma once

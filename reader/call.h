@@ -1,5 +1,5 @@
-// One call of a PKCS#11 function, put together from the records that a log has of it: its start, its end, or
-// both.
+// A Call is one call of a PKCS#11 function. It is put together from the records that a log has of the call:
+// the start, the end, or both.
 #pragma once
 
 #include <cstdint>
@@ -17,20 +17,21 @@ namespace ckscribe {
 
 enum class LogFormat : std::uint8_t { kNewText, kOldText, kEvents };
 
-// The place where a record begins. `file` counts from 0 the files that a reader was given; `line` counts from
-// 1, and 0 is no place.
+// A Place says where a record begins. `file` counts from 0 the files that a reader was given. `line` counts
+// from 1; 0 is no place.
 struct Place {
     std::uint32_t file = 0;
     std::uint64_t line = 0;
 };
 
-// People most often select calls by these values: the first input of each kind, else the first output.
+// People most often select calls by these values. Each is the first input of its kind, or else the first
+// output.
 struct CallFields {
     std::optional<std::uint64_t> slot;
     std::optional<std::uint64_t> session;
     std::optional<std::uint64_t> object;
     std::optional<std::uint64_t> user;
-    std::string_view mechanism;                    // its name; empty when the call has none
+    std::string_view mechanism;                    // empty when the call has none
     std::optional<std::uint64_t> mechanismNumber;  // events only
 };
 
@@ -43,15 +44,18 @@ struct Call {
 
     std::uint32_t process = 0;
     std::optional<std::int64_t> thread;  // absent in the old format
-    std::string_view run;                // events: the load of the library that made the call; else empty
-    std::uint64_t number = 0;            // events: the call's number in its run, from 1; else 0
+    // For events, `run` names the load of the library that made the call, and `number` is the call's number
+    // in its run, from 1. Otherwise they are empty and 0.
+    std::string_view run;
+    std::uint64_t number = 0;
 
     Moment start;
     Moment end;
-    std::optional<std::uint64_t> nanoseconds;  // how long the target took; events that ended only
+    // `nanoseconds` is how long the target took. Only calls from events that ended have it.
+    std::optional<std::uint64_t> nanoseconds;
 
-    // The result's number, once the call has ended. It is absent where a text log names a result that this
-    // library does not know.
+    // `rv` is the result's number, once the call has ended. It is absent where a text log names a result that
+    // this library does not know.
     std::optional<std::uint64_t> rv;
     std::string_view result;  // "CKR_OK"; "CKR_UNKNOWN" for a number without a name
 
@@ -80,7 +84,7 @@ struct Call {
     std::vector<Value> Out() const;
 };
 
-// A call with the memory that its views need.
+// A KeptCall is a call with the memory that its views need.
 class KeptCall {
 public:
     KeptCall() = default;
@@ -100,7 +104,7 @@ private:
     std::string mechanism;
 };
 
-// Successive lines of a log that hold no readable record.
+// An UnreadableStretch stands for successive lines of a log that hold no readable record.
 struct UnreadableStretch {
     Place place;
     std::uint64_t lines = 0;
@@ -112,7 +116,8 @@ struct UnreadableStretch {
 class CallSink {
 public:
     virtual ~CallSink() = default;
-    // A call has begun, of which only the start is known. OnCall follows for it.
+    // OnStart takes a call that has begun and of which only the start is known. OnCall follows for the same
+    // call.
     virtual void OnStart(const Call& /*call*/) {}
     virtual void OnCall(const Call& call) = 0;
     virtual void OnUnreadable(const UnreadableStretch&) {}

@@ -114,8 +114,8 @@ void CallJoiner::Open(const Record& record, std::uint32_t file, std::uint32_t& n
     ++openCount;
 }
 
-// Returns the entry that holds the place of the newest start of the end's function, else of a function whose
-// records look alike. Null when there is none.
+// Returns the entry that holds the place of the newest start of the end's function, or else of a function
+// whose records look alike. Returns null when there is none.
 std::uint32_t* CallJoiner::FindStart(const Record& end) {
     if (end.isFunctionCertain) {
         std::uint32_t& newest = NewestOf(KeyOf(end, end.function));

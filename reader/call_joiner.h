@@ -63,8 +63,9 @@ private:
     void Open(const Record& record, std::uint32_t file, std::uint32_t& newest);
     std::uint32_t* FindStart(const Record& end);
 
-    // The newest open call of each process, thread and function, or of each event that has begun. The
-    // function is a part of the key: the search for a start takes equally long however many calls are open.
+    // `open` finds the newest open call of each process, thread and function, or of each event that has
+    // begun. The function is a part of the key: the search for a start takes equally long however many calls
+    // are open.
     std::unordered_map<Key, std::uint32_t, HashOfKey> open;
     // Open calls lie in a pool, which uses their memory again and again.
     std::deque<OpenCall> pool;
@@ -73,7 +74,8 @@ private:
     std::uint64_t nextOrder = 0;
     std::size_t openCount = 0;
 
-    // Text logs repeat few threads and functions: these point into `open` and save most of its look-ups.
+    // Text logs repeat few threads and functions: the entries of `known` point into `open` and save most of
+    // its look-ups.
     struct Known {
         Key key;
         std::uint32_t* newest = nullptr;

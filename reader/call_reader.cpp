@@ -3,7 +3,7 @@
 namespace ckscribe {
 
 void CallReader::Feed(std::string_view bytes) {
-    // It feeds pieces of 1 MiB: memory stays small however much the caller feeds.
+    // The reader parses pieces of 1 MiB: memory stays small however much the caller feeds.
     constexpr std::size_t kPiece = 1 << 20;
     while (!bytes.empty()) {
         const std::string_view piece = bytes.substr(0, kPiece);

@@ -6,8 +6,8 @@
 //     reader.Settle();     // while waiting for more
 //     reader.Finish();
 //
-// Its memory grows with the open calls, never with the log: of a very long line it keeps the beginning and
-// the end. One thread at a time may use it.
+// Its memory grows with the open calls, never with the log: the reader keeps only the beginning and the end
+// of a very long line. One thread at a time may use it.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// Tables made from the rows of record_children.def: they say which children the records of each function
-// have, in their order, and how each is written.
+// These tables are made from the rows of record_children.def. They say which children the records of each
+// function have, in their order, and how each is written.
 //
 // Any thread may call these at any time.
 #pragma once
@@ -17,10 +17,11 @@ namespace ckscribe {
 enum class FieldKind : std::uint8_t { kNone, kSlot, kSession, kObject, kUser, kMechanism };
 
 enum class ChildShape : std::uint8_t {
-    kNumber,   // in the format's own way: hexadecimal in the old one, decimal in the new one
+    kNumber,   // is hexadecimal in the old format and decimal in the new one
     kHex,      // the low 32 bits
     kDecimal,  // all 64 bits
-    kShort,    // the low 32 bits: hexadecimal in the old format, signed decimal in the new one
+    // kShort is the low 32 bits, hexadecimal in the old format and signed decimal in the new one.
+    kShort,
     kBoolean,
     kBytes,
     kValue,      // bytes without a line of their own
@@ -86,7 +87,7 @@ inline constexpr ChildKind kChildKinds[] = {
     {"parameter", ChildShape::kBytes, "", false, "", FieldKind::kNone, "ByteString"},
 };
 
-// The index of a kind in kChildKinds.
+// Returns the index of a kind in kChildKinds.
 constexpr std::uint8_t KindOf(std::string_view word) {
     for (std::uint8_t i = 0; i < std::size(kChildKinds); ++i) {
         if (kChildKinds[i].word == word) return i;
@@ -94,13 +95,15 @@ constexpr std::uint8_t KindOf(std::string_view word) {
     throw "no such kind";
 }
 
-// One place of a list. It holds one child, or several if it is repeated.
+// A ChildElement is one place of a list. It holds one child, or several if it is repeated.
 struct ChildElement {
     std::uint8_t kind = 0;  // index of kChildKinds
     bool isOptional = false;
     bool isRepeated = false;
-    std::string_view label = {};  // as the new format prints it; the value's name without its '='
-    std::string_view name = {};   // of the value, where no label is printed
+    // The new format prints `label`; without its '=' it is the value's name. Where no label is printed, the
+    // value's name is `name`.
+    std::string_view label = {};
+    std::string_view name = {};
 };
 
 // Returns the list of a function's start or end record, which lives as long as the process.

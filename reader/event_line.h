@@ -17,7 +17,7 @@ inline constexpr std::size_t kEventPadding = 64;
 // One thread at a time may use a reader.
 class EventLineReader {
 public:
-    // `usesPlainWay`: the reader tries ReadPlainEvent first (see plain_event.h). Tests compare both ways.
+    // With `usesPlainWay` the reader tries ReadPlainEvent first (see plain_event.h). Tests compare both ways.
     explicit EventLineReader(bool usesPlainWay = true);
     ~EventLineReader();
 
@@ -31,10 +31,11 @@ private:
     const bool usesPlainWay;
 };
 
-// Returns the children of the member "in" or "out" of an event's line; none when the line has no such member.
+// Returns the children of the member "in" or "out" of an event's line, or none when the line has no such
+// member.
 std::vector<Value> ChildrenOfEvent(std::string_view line, std::string_view member);
 
-// Returns the same member as JSON without white space; empty when the line has no such member.
+// Returns the same member as JSON without white space, or an empty text when the line has no such member.
 std::string MemberOfEvent(std::string_view line, std::string_view member);
 
 }  // namespace ckscribe

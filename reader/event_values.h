@@ -12,7 +12,7 @@
 
 namespace ckscribe {
 
-// The members that a reader has found in an event.
+// EventMembers says which members a reader has found in an event.
 enum EventMembers : unsigned { kHasEvent = 1, kHasRun = 2, kHasCall = 4, kHasFunction = 8, kHasProcess = 16 };
 
 // Returns whether a record with these members is a whole event. An end needs a result.
@@ -42,7 +42,8 @@ private:
     };
     std::array<Run, 16> runs;
 
-    // "2026-11-21T12:33:", and the beginning of that minute in seconds since 1970 in UTC.
+    // `lastMinute` is a text like "2026-11-21T12:33:". `lastMinuteBegan` is the beginning of that minute, in
+    // seconds since 1970 in UTC.
     std::string lastMinute;
     std::int64_t lastMinuteBegan = 0;
 };

@@ -18,7 +18,7 @@ public:
     // A damaged log adds at most `most` names. All further names share the number 0.
     explicit KnownNames(std::size_t most = 100'000) : most(most) {}
 
-    // Returns the number of a name, from 1; 0 for a new name when there are too many.
+    // Returns the number of a name, from 1, or 0 for a new name when there are too many.
     std::uint32_t NumberOf(std::string_view name) {
         const std::lock_guard lock(mutex);
         if (const auto found = numbers.find(name); found != numbers.end()) return found->second;
@@ -28,7 +28,7 @@ public:
         return number;
     }
 
-    // Returns the name of a number that NumberOf gave; empty for 0.
+    // Returns the name of a number that NumberOf gave, or an empty text for 0.
     std::string_view NameOf(std::uint32_t number) const {
         if (number == 0) return {};
         const std::lock_guard lock(mutex);
@@ -42,8 +42,8 @@ private:
     std::unordered_map<std::string_view, std::uint32_t> numbers;
 };
 
-// The runs of events. A host on which each command is a process of its own has a hundred thousand on a day,
-// and without its run a call cannot be told from others.
+// Returns the names of the runs of events. A host on which each command is a process of its own has a hundred
+// thousand runs on a day. Only its run distinguishes a call from others.
 KnownNames& RunNames();
 
 }  // namespace ckscribe

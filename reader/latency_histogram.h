@@ -61,7 +61,8 @@ public:
         maximum = std::max(maximum, other.maximum);
     }
 
-    // Add a distribution that somebody else counted: first each bucket, then its exact sum and maximum.
+    // These two add a distribution that was counted elsewhere: first each bucket, then its exact sum and
+    // maximum.
     void AddBucket(std::uint32_t bucket, std::uint64_t times) {
         if (bucket >= buckets.size()) buckets.resize(bucket + 1);
         buckets[bucket] += times;

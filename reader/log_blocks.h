@@ -23,7 +23,7 @@ struct LogBlock {
     bool endsFile = false;
     std::string error;            // of the file, see LogSource
     std::uint64_t bytes = 0;      // unpacked, read for this block
-    std::uint64_t bytesRead = 0;  // of the file as it lies on the disk, so far
+    std::uint64_t bytesRead = 0;  // of the file on disk, so far
     std::int64_t writtenAt = 0;   // when the file was written last
 };
 

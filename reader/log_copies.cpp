@@ -30,7 +30,7 @@ bool Write(int file, std::string_view bytes) {
     return true;
 }
 
-// Returns why it failed; empty on success.
+// Returns why the copy failed, or an empty text on success.
 std::string Copy(int from, int to) {
     std::vector<char> block(256 << 10);
     while (true) {

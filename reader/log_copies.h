@@ -20,8 +20,8 @@ public:
     // or in /tmp, and only its owner can read it.
     void Replace(std::vector<std::string>& paths);
 
-    // Returns why the log at `index` could not be copied, or not completely; empty when it could, or needed
-    // no copy.
+    // Returns why the log at `index` could not be copied, or not completely. Returns an empty text when it
+    // could, or needed no copy.
     std::string ErrorOf(std::size_t index) const;
 
 private:

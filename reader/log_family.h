@@ -1,7 +1,7 @@
 // Finds the log files that are one rotated log: "log.txt", "log.txt.1", "log.txt.2.gz",
 // "log.txt-20261121.xz".
 //
-// Pure functions: any thread may call them at any time.
+// These functions are pure: any thread may call them at any time.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 
 namespace ckscribe {
 
-// A file's place in its family, as its name says it.
+// A RotatedName is a file's place in its family, as its name says it.
 struct RotatedName {
     std::string log;      // the name without what rotation and compression added
     std::string date;     // digits of its date; empty: none
@@ -20,7 +20,7 @@ struct RotatedName {
 };
 RotatedName ReadRotatedName(std::string_view path);
 
-// The indexes of a family's files among the paths, the oldest first.
+// A LogFamily holds the indexes of its files among the paths, the oldest first.
 using LogFamily = std::vector<std::uint32_t>;
 
 // Sorts paths into families. Every path belongs to one family; families stand in the order of their first

@@ -66,8 +66,8 @@ public:
     // records a date.
     void SetFirstDay(std::int64_t day) { firstDay = day; }
 
-    // Returns how many days lie between the first record of the new format and the last one; nothing without
-    // such a record.
+    // Returns how many days lie between the first record of the new format and the last one, or nothing
+    // without such a record.
     std::optional<std::int64_t> LastDay() const {
         return lastTime ? std::optional<std::int64_t>(days) : std::nullopt;
     }

@@ -224,7 +224,7 @@ private:
         return static_cast<std::size_t>(end - position) > literal.size() &&
                std::memcmp(position, literal.data(), literal.size()) == 0;
     }
-    // Returns the number of two digits; 100 or more where there are no two digits.
+    // Returns the number of two digits, or 100 or more where there are no two digits.
     unsigned TwoDigits(int offset) const {
         const unsigned tens = static_cast<unsigned char>(position[offset]) - unsigned{'0'};
         const unsigned ones = static_cast<unsigned char>(position[offset + 1]) - unsigned{'0'};

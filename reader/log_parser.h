@@ -46,7 +46,8 @@ private:
     static bool ReadPlainRecord(const char* begin, const char* lineEnd, Record& record);
 
     Outcome ReadRecord(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
-    // Each reads the record or the children that begin at `begin`, and sets `end` to the place behind them.
+    // Each of these reads the record or the children that begin at `begin`, and sets `end` to the place
+    // behind them.
     Outcome ReadNewRecord(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
     Outcome ReadOldRecord(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
     Outcome ReadEvent(std::string_view text, std::size_t begin, std::size_t& end, Record& record);
@@ -59,8 +60,8 @@ private:
     bool isAllThere = false;
 };
 
-// Returns the offset of the last line that looks like the beginning of a record; 0 if only the first line can
-// be one.
+// Returns the offset of the last line that looks like the beginning of a record, or 0 if only the first line
+// can be one.
 std::size_t LastRecordBegin(std::string_view text);
 
 static_assert(kEventPadding >= kPlainPadding);

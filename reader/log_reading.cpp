@@ -28,7 +28,7 @@ constexpr std::size_t kBlocks = 8;
 // If so many of them wait for a parser, the thread that reads parses one of them first.
 constexpr std::size_t kWaitingBlocks = 2;
 
-// A block of a log on its way through the threads.
+// A Piece is a block of a log on its way through the threads.
 struct Piece {
     enum class State : std::uint8_t { kRead, kBeingParsed, kParsed };
 
@@ -105,7 +105,7 @@ private:
         }
     }
 
-    // Returns the first piece, parsed; null when there are no more.
+    // Returns the first piece, which is parsed, or null when there are no more.
     std::unique_ptr<Piece> NextParsed() {
         std::unique_lock lock(mutex);
         while (true) {
@@ -178,7 +178,7 @@ struct LogTimes {
     std::int64_t lastWritten = 0;
     Moment lastRecord;
 
-    // Returns the day of the first record of the new format; nothing when there is none.
+    // Returns the day of the first record of the new format, or nothing when there is none.
     std::optional<std::int64_t> FirstDay(std::optional<std::int64_t> date) const {
         if (!order.LastDay()) return std::nullopt;
         return date.value_or(LocalDayOf(lastWritten)) - *order.LastDay();

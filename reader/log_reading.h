@@ -20,33 +20,35 @@ struct ReadingProgress {
 };
 
 struct ReadingOptions {
-    // The date of each log's last record of the new format, in days since 1970. When it is absent, the day
-    // counts on which the log's last file was written.
+    // `date` is the date of each log's last record of the new format, in days since 1970. If it is absent,
+    // ReadLogs takes the day on which the log's last file was written.
     std::optional<std::int64_t> date;
-    // True: ReadLogs reads each log twice, and all moments that the sink gets have a date. False: moments of
-    // the new format count from the log's first day, and OnLogEnd gives the date of that day.
+    // If `needsDates` is true, ReadLogs reads each log twice, and all moments that the sink gets have a date.
+    // If it is false, moments of the new format count from the log's first day, and OnLogEnd gives the date
+    // of that day.
     bool needsDates = false;
-    // ReadLogs calls it after each block, on the thread of the caller. It may be empty.
+    // ReadLogs calls `onProgress` after each block, on the thread of the caller. It may be empty.
     std::function<void(const ReadingProgress&)> onProgress;
 };
 
 // The calls of one log come between OnLogBegin and OnLogEnd.
 class LogSink : public CallSink {
 public:
-    // `files`: indexes of the log's files among the paths that were given, the oldest first.
+    // `files` holds the indexes of the log's files among the paths that were given, the oldest first.
     virtual void OnLogBegin(const std::vector<std::uint32_t>& /*files*/) {}
-    // With ReadingOptions::needsDates it follows OnLogBegin and says when the log's last record was made, in
-    // UTC.
+    // With ReadingOptions::needsDates, OnLogSurveyed follows OnLogBegin and says when the log's last record
+    // was made, in UTC.
     virtual void OnLogSurveyed(const Moment& /*lastRecord*/) {}
-    // `firstDay`: the date of the log's first record of the new format, in days since 1970; absent without
-    // such records.
+    // `firstDay` is the date of the log's first record of the new format, in days since 1970. It is absent
+    // without such records.
     virtual void OnLogEnd(std::optional<std::int64_t> /*firstDay*/) {}
 };
 
 struct FileReading {
     std::uint64_t bytes = 0;  // unpacked
     std::uint64_t records = 0;
-    std::string error;  // why it could not be read, or not to its end; empty: it could
+    // `error` says why the file could not be read, or not to its end. It is empty if the file could be read.
+    std::string error;
 
     // Returns whether the file gave no record, and is not empty or could not be read.
     bool IsUseless() const { return records == 0 && (bytes != 0 || !error.empty()); }

@@ -19,7 +19,7 @@ public:
     LogSource(const LogSource&) = delete;
     LogSource& operator=(const LogSource&) = delete;
 
-    // Opens a file; "-" is standard input. On failure returns false, and Error() says why.
+    // Opens a file; "-" is standard input. Returns false on failure; Error() then says why.
     bool Open(const std::string& path);
 
     // Reads at most `size` bytes and returns their count. Returns 0 at the end and after a failure; Error()
@@ -37,12 +37,12 @@ public:
     // Returns a text that differs between two files, and between two states of one file on the disk.
     std::string Stamp() const;
 
-    // Returns why nothing more can be read; empty while there is no failure.
+    // Returns why nothing more can be read, or an empty text while there is no failure.
     const std::string& Error() const { return error; }
 
-    // These speak of the file as it lies on the disk. They return the bytes that were read, its size in bytes
-    // (0: not known), and the time of its last change (seconds since 1970 in UTC; for standard input the
-    // present).
+    // These speak of the file as it lies on the disk. They return the bytes that were read, the file's size
+    // in bytes (0: not known), and the time of its last change. That time is in seconds since 1970 in UTC;
+    // for standard input it is the present.
     std::uint64_t BytesRead() const { return bytesRead; }
     std::uint64_t Size() const { return size; }
     std::int64_t WrittenAt() const { return writtenAt; }

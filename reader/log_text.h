@@ -1,5 +1,5 @@
-// Holds the bytes of a log that were read and that belong to no record yet. Of a very long line it keeps only
-// the beginning and the end. The count of the bytes between them stands between two kElisionMark in a text
+// Holds the bytes of a log that were read and that belong to no record yet. It keeps only the beginning and
+// the end of a very long line. The count of the bytes between them stands between two kElisionMark in a text
 // record; in an event the size beside the bytes says it. One thread at a time may use it.
 #pragma once
 

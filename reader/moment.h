@@ -1,5 +1,5 @@
-// A moment as a log says it. Events have nanoseconds in UTC. Text logs have local seconds, in the old format
-// with the date and in the new one without.
+// A Moment is a point in time as a log says it. Events have nanoseconds in UTC. Text logs have local seconds,
+// in the old format with the date and in the new one without.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,13 @@ inline constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 inline constexpr std::int64_t kSecondsPerDay = 86'400;
 
 enum class TimeScale : std::uint8_t {
-    kNone,   // there is no time
-    kUtc,    // nanoseconds since 1970 began in UTC
-    kLocal,  // nanoseconds since 1970 began, on the calendar of the machine that wrote the log; whole seconds
-    kDayOfLog,  // as kLocal, counted from midnight of the log's first day, whose date is not known (yet)
+    kNone,  // there is no time
+    kUtc,   // nanoseconds since 1970 began in UTC
+    // kLocal counts nanoseconds since 1970 began, on the calendar of the machine that wrote the log. It has
+    // whole seconds.
+    kLocal,
+    // kDayOfLog counts like kLocal, but from midnight of the log's first day, whose date is not known (yet).
+    kDayOfLog,
 };
 
 struct Moment {

@@ -12,7 +12,7 @@ namespace ckscribe {
 
 namespace {
 
-// A ChildElement in the form that this reader needs.
+// A PlainElement is a ChildElement in the form that this reader needs.
 struct PlainElement {
     ChildShape shape{};
     FieldKind field{};
@@ -58,7 +58,7 @@ struct PlainLists {
     std::vector<PlainElement> end;
 };
 
-// A function that this library does not know has an empty list.
+// Returns the lists of a function. A function that this library does not know has an empty list.
 const PlainLists& PlainListsOf(FunctionIndex function) {
     static const std::vector<PlainLists> all = [] {
         std::vector<PlainLists> lists(FunctionCount());
@@ -192,7 +192,7 @@ private:
     const char* const end;
     CallFields& fields;
     bool isOdd = false;
-    // There was another way to read something, or something could be left out.
+    // `hasChoice` is true if there was another way to read something, or if something could be left out.
     bool hasChoice = false;
 };
 

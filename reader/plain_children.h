@@ -14,15 +14,15 @@ namespace ckscribe {
 
 enum class PlainOutcome : std::uint8_t {
     kRead,
-    kCannotBeRead,  // not as a record of this function, in no way at all
+    kCannotBeRead,  // cannot be read as a record of this function in any way
     kNotPlain,      // ChildrenReader must see
 };
 
 // So many bytes behind the line must be readable.
 inline constexpr std::size_t kPlainPadding = 8;
 
-// `begin` is the opening brace, `lineEnd` the line feed behind the record. If it reads the record, it sets
-// those of `fields` that the record has; the mechanism points into the text.
+// `begin` is the opening brace, and `lineEnd` is the line feed behind the record. If the function reads the
+// record, it sets those of `fields` that the record has. The mechanism points into the text.
 PlainOutcome ReadPlainChildren(const char* begin, const char* lineEnd, FunctionIndex function, bool isStart,
                                CallFields& fields);
 

@@ -18,7 +18,8 @@ static_assert(kEventPadding >= kAhead);
 // Counts the characters that decide whether a line is whole. The compiler makes vector instructions of the
 // loop.
 struct Marks {
-    unsigned char odd = 0;  // not 0: control characters, other letters than English, escapes, a text
+    // `odd` is not 0 if there are control characters, letters that are not English, escapes, or a text.
+    unsigned char odd = 0;
     signed char quotes = 0;
     signed char braces = 0;    // opening ones less closing ones
     signed char brackets = 0;  // likewise
@@ -45,8 +46,8 @@ Marks MarksOf(const signed char* text, std::size_t size) {
     return marks;
 }
 
-// Returns whether the braces, brackets and quotes of a line match: each that opens closes, no string holds
-// any of them, and only the list of an end's arguments is followed by another member, the list of its
+// Returns whether the braces, brackets and quotes of a line match: each that opens closes, and no string
+// holds any of them. Only the list of an end's arguments is followed by another member, the list of its
 // results.
 bool IsWhole(std::string_view line, bool isStart) {
     const auto* const text = reinterpret_cast<const signed char*>(line.data());
@@ -71,7 +72,8 @@ class Members {
 public:
     explicit Members(std::string_view line) : position(line.data()), end(line.data() + line.size()) {}
 
-    // Takes a key with its colon, as in `"session":`. Returns it without quotes; empty when there is none.
+    // Takes a key with its colon, as in `"session":`. Returns it without quotes, or an empty text when there
+    // is none.
     std::string_view TakeKey() {
         if (!Take('"')) return {};
         const std::string_view key = TakeToQuote();

@@ -1,8 +1,8 @@
-// Reads a line of an events file in the form of nearly all lines that the library writes: no blanks between
-// the members, no text of the application's, arguments and results at the end. It is much faster than a JSON
-// parser, which EventLineReader uses for all other lines. Where both can read a line, they find the same.
-// This one also reads a line whose arguments or results are damaged, if its quotes, braces and brackets come
-// in pairs.
+// Reads a line of an events file in the form of nearly all lines that the library writes. Such a line has no
+// blanks between the members, no text of the application's, and arguments and results at the end.
+// ReadPlainEvent is much faster than a JSON parser, which EventLineReader uses for all other lines. Where
+// both can read a line, they find the same. ReadPlainEvent also reads a line whose arguments or results are
+// damaged, if its quotes, braces and brackets come in pairs.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// One record of a log, text or event, with the parts that all readers need.
+// A Record is one record of a log, text or event, with the parts that all readers need.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,8 @@ namespace ckscribe {
 struct Record {
     LogFormat format = LogFormat::kEvents;
     bool isStart = false;
-    // False for an end record that several functions print alike; `function` is then the standard's.
+    // `isFunctionCertain` is false for an end record that several functions print alike. `function` is then
+    // the standard's.
     bool isFunctionCertain = true;
     bool hasThread = false;
     bool hasRv = false;
@@ -33,7 +34,7 @@ struct Record {
     std::string_view text;       // all of it
     std::size_t bodyOffset = 0;  // in `text`: where Call::startText begins
 
-    // Returns when what the record tells was over: the end event of a call says when the call began and how
+    // Returns the end of what the record reports: the end event of a call says when the call began and how
     // long it took. A damaged log may hold any duration; the sum then wraps.
     Moment End() const {
         return {static_cast<std::int64_t>(static_cast<std::uint64_t>(time.nanoseconds) + nanoseconds),

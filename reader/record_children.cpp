@@ -23,7 +23,7 @@ bool IsOfName(char character) {
 }
 
 // This bounds the search for another way to read a record, in addition to the record's length. A record
-// counts as unreadable when it is used up.
+// counts as unreadable when the budget is used up.
 constexpr std::size_t kBudget = 1 << 22;
 // No child whose length is printed is longer than this, in bytes.
 constexpr std::uint64_t kLongestText = 4 << 20;
@@ -510,8 +510,8 @@ constexpr struct {
 } kPaddedTexts[] = {
     {"label", 32}, {"manufacturerID", 32}, {"model", 16}, {"serialNumber", 16}, {"slotDescription", 64}};
 
-// Attributes that are texts of UTF-8. Digits whose bytes nobody can read as such are the text: the label
-// "ec".
+// These attributes are texts of UTF-8. Digits whose bytes are no readable text are themselves the text, for
+// example the label "ec".
 constexpr std::string_view kTextAttributes[] = {"CKA_LABEL", "CKA_APPLICATION", "CKA_URL"};
 
 char FormOf(const ChildToken& token) {

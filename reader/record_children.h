@@ -24,12 +24,14 @@ struct ChildrenFormat {
     bool isStart = true;
 };
 
-// One child as it stands in the text. The children of a group follow it with a greater depth.
+// A ChildToken is one child as it stands in the text. The children of a group follow it with a greater depth.
 struct ChildToken {
     std::uint8_t kind = 0;  // index of kChildKinds
     std::uint8_t depth = 0;
     bool isCut = false;  // the text has room for the low 32 bits only
-    char form = '?';  // of bytes: N(umeric), S(imple), R(ich), ? where the text does not say, T as they are
+    // `form` is the form of bytes: N(umeric), S(imple), R(ich), T if they stand as they are, ? if the text
+    // does not say.
+    char form = '?';
     std::string_view name;  // label
     std::string_view type;  // name of a mechanism or an attribute
     std::string_view text;  // bytes as written, without quotes
@@ -68,7 +70,8 @@ private:
         unsigned depth = 0;
         std::size_t position = 0;
     };
-    // A place with another way to read: the bytes may end at a later quote, or the child may be absent.
+    // A Choice is a place with another way to read: the bytes may end at a later quote, or the child may be
+    // absent.
     struct Choice {
         State state;
         std::size_t tokenCount = 0;
@@ -91,9 +94,10 @@ private:
     std::string_view text;
     ChildrenFormat format;
     bool isAllThere = false;
-    // True if more text might help.
+    // `ranOut` is true if more text might help.
     bool ranOut = false;
-    // The search for another end of the bytes that were read last begins here; 0 when there were no bytes.
+    // The search for another end of the bytes that were read last begins at `laterEnd`, which is 0 when there
+    // were no bytes.
     std::size_t laterEnd = 0;
     std::size_t budget = 0;
     State state;

@@ -144,7 +144,7 @@ const Functions& Known() {
     return functions;
 }
 
-// The names that FunctionOfName has added.
+// LaterNames holds the names that FunctionOfName has added.
 struct LaterNames {
     std::mutex mutex;
     std::deque<std::string> names;

@@ -10,7 +10,7 @@
 
 namespace ckscribe {
 
-// A function whose name is known. The numbers have no meaning outside this process.
+// A FunctionIndex stands for a function whose name is known. Its number has no meaning outside this process.
 enum class FunctionIndex : std::uint16_t {};
 
 constexpr std::size_t IndexOf(FunctionIndex function) { return static_cast<std::size_t>(function); }
@@ -28,8 +28,8 @@ std::size_t FunctionCount();
 // read. After 10,000 new names every further one becomes "UnknownType".
 FunctionIndex FunctionOfName(std::string_view name);
 
-// A name that text records print, in the form of the new format: "Sign_Init". Up to three functions print the
-// same name.
+// A PrintedFunction is a name that text records print, in the form of the new format: "Sign_Init". Up to
+// three functions print the same name.
 struct PrintedFunction {
     std::string_view printed;
     FunctionIndex functions[3];  // the standard's first

@@ -13,32 +13,34 @@ namespace ckscribe {
 inline constexpr std::size_t kLargestKeptValue = 1 << 20;
 
 struct Value {
-    // The name that the old format prints: "SessionHandle", "ByteString", "AttributeList", "PIN" ... It is
-    // empty for a member of a structure, and for an element of a list, without a kind of its own.
+    // `kind` is the name that the old format prints: "SessionHandle", "ByteString", "AttributeList", "PIN"
+    // ... It is empty for a member of a structure, and for an element of a list, without a kind of its own.
     std::string kind;
-    // The label without its '=' ("tknPresent"), or the name of a structure's member. It is often empty.
+    // `name` is the label without its '=' ("tknPresent"), or the name of a structure's member. It is often
+    // empty.
     std::string name;
 
-    // The number of a handle, a length, flags or a user type. Where a text log has room only for the low 32
-    // bits, `isCut` is true and the number holds these.
+    // `number` is the number of a handle, a length, flags or a user type. Where a text log has room only for
+    // the low 32 bits, `isCut` is true and the number holds these.
     std::optional<std::uint64_t> number;
     bool isCut = false;
     std::optional<bool> boolean;
 
-    // The name of a mechanism or of an attribute's type ("CKM_RSA_PKCS"). `number` is its number if the log
-    // says it.
+    // `type` is the name of a mechanism or of an attribute's type ("CKM_RSA_PKCS"). `number` is its number if
+    // the log says it.
     std::string type;
 
-    // At most kLargestKeptValue bytes, and the count of all bytes. Bytes that a log hides have only a size.
+    // `bytes` holds at most kLargestKeptValue bytes, and `size` counts all bytes. Bytes that a log hides have
+    // only a size.
     std::optional<std::string> bytes;
     std::optional<std::uint64_t> size;
-    // True if the log shows the bytes as a text.
+    // `isText` is true if the log shows the bytes as a text.
     bool isText = false;
-    // True for an attribute that the token did not give.
+    // `isUnavailable` is true for an attribute that the token did not give.
     bool isUnavailable = false;
 
-    // The elements of a list, the attributes of a template, the members of a structure, or a mechanism's
-    // parameter.
+    // `children` holds the elements of a list, the attributes of a template, the members of a structure, or a
+    // mechanism's parameter.
     std::vector<Value> children;
     bool isGroup = false;
 
