@@ -15,7 +15,7 @@ void ParseArguments(CLI::App& app, const std::vector<std::string>& words);
 // CLI::ExtrasError when the first word is an option that the sub-command does not know.
 std::vector<std::string> CommandToRun(const CLI::App& subcommand);
 
-// Returns the name of the sub-command that the words ask for; empty when they ask for none.
+// Returns the name of the sub-command that the words ask for, or an empty text when they ask for none.
 std::string SubcommandIn(const CLI::App& app, const std::vector<std::string>& words);
 
 }  // namespace ckscribe

@@ -22,7 +22,7 @@ struct KindLabel {
     std::string_view label;
 };
 
-// Values whose record gives them no name are called so. Kinds that say enough without a label have none.
+// These labels name values whose record gives them no name. Kinds that say enough without a label have none.
 constexpr KindLabel kLabels[] = {
     {"SessionHandle", "session"},
     {"ObjectHandle", "object"},

@@ -14,7 +14,7 @@ namespace ckscribe {
 
 struct CallLineStyle {
     Palette palette{false};
-    bool isUtc = false;  // events' times in UTC instead of local time
+    bool isUtc = false;  // shows events' times in UTC instead of local time
 };
 
 // Returns the line, without a line end. It leaves out what the log does not have: fractions of a second, and

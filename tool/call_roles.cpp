@@ -36,7 +36,7 @@ constexpr RoleRow kRoles[] = {
     {"C_GetTokenInfo", CallRole::kTokenInfo},
 };
 
-// Functions that only ask; calling them with the same question again and again is polling.
+// These functions only ask. Calling them with the same question again and again is polling.
 struct AskingRow {
     std::string_view function;
     bool hasFurtherInputs;  // beside a slot or a session

@@ -1,6 +1,6 @@
 // Reads from a call what it says about sessions, objects and tokens. Reports follow these from call to call.
 //
-// Pure functions: any thread may call them at any time.
+// These functions are pure: any thread may call them at any time.
 #pragma once
 
 #include <cstdint>
@@ -36,10 +36,10 @@ CallRole RoleOf(std::string_view function);
 // empty.
 std::string_view NameOf(CallRole role);
 
-// The function only asks; calling it with the same question again and again is polling.
+// Returns whether the function only asks. Calling it with the same question again and again is polling.
 bool IsAsking(std::string_view function);
 
-// Two calls of such a function ask the same if their questions are equal. Addresses do not count: they say
+// Two calls of an asking function ask the same if their questions are equal. Addresses do not count: they say
 // where the answer goes.
 struct Question {
     std::optional<std::uint64_t> slot;

@@ -1,5 +1,5 @@
-// The table of functions that `ckscribe run -c` prints. It says how often each function was called, how often
-// it failed, and how long it took.
+// A CallTable is the table of functions that `ckscribe run -c` prints. It says how often each function was
+// called, how often it failed, and how long it took.
 #pragma once
 
 #include <cstdint>

@@ -47,7 +47,7 @@ KeyName NameIn(const std::string& word) {
     return {word.substr(0, dot), word.substr(dot + 1)};
 }
 
-// Returns the value that counts without the key; empty when there is none.
+// Returns the value that counts without the key, or an empty text when there is none.
 std::string DefaultOf(std::string_view key) {
     ConfigurationAt nothing("/dev/null/none");
     if (key == "LibUNIX64") return nothing.CkLogLibraryFileName();
@@ -115,8 +115,8 @@ int Get(const ConfOptions& options) {
     return kWell;
 }
 
-// Returns a key of the library whose name, followed by "=", stands in the value; empty for none. The value
-// would set that key, too, if it came first in the file, and later edits may change the order.
+// Returns a key of the library whose name, followed by "=", stands in the value, or an empty text for none.
+// The value would set that key, too, if it came first in the file, and later edits may change the order.
 std::string_view KeyWithin(std::string_view value) {
     for (const LoggingKey& key : kLoggingKeys) {
         for (std::size_t place = value.find(key.name); place != value.npos;
@@ -129,7 +129,7 @@ std::string_view KeyWithin(std::string_view value) {
     return {};
 }
 
-// Returns why the value is not valid for this key of the library; empty when it is valid.
+// Returns why the value is not valid for this key of the library, or an empty text when it is valid.
 std::string WhyValueIsWrong(const KeyName& name, const std::string& value) {
     if (!name.IsOfLibrary()) return "";
     const LoggingKey* const known = FindLoggingKey(name.key);
@@ -146,8 +146,8 @@ std::string WhyValueIsWrong(const KeyName& name, const std::string& value) {
     return problem->remedy.empty() ? problem->what : problem->what + " " + problem->remedy;
 }
 
-// Reads the copy with the configuration store before it takes the file's place. Returns why it is wrong;
-// empty when it is right.
+// Reads the copy with the configuration store before it takes the file's place. Returns why it is wrong, or
+// an empty text when it is right.
 std::string WhyCopyIsWrong(const std::string& path, const KeyName& name, const std::string& value) {
     const ConfigurationAt copy(path);
     std::string read(value.size() + 2, '\0');

@@ -103,7 +103,7 @@ int Run(const Options& options) {
     bar.reset();
     const int beforeStatus = SayUnreadFiles({options.before}, beforeFiles);
     const int afterStatus = SayUnreadFiles({options.after}, afterFiles);
-    // As in diff(1): 1 says only that the runs differ.
+    // The status 1 says only that the runs differ, as in diff(1).
     if (beforeStatus != kWell || afterStatus != kWell) return kWrongUse;
 
     const Printer printer(options, texts);

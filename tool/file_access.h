@@ -26,8 +26,8 @@ std::string FolderOf(const std::string& path);
 // Returns the path after following symbolic links at its end, also where the last one leads to no file.
 std::string FollowLinks(std::string path);
 
-// Tries to open an existing file for appending as the library does. Returns 0, or errno. `readsToo`: for
-// reading as well. It opens and closes a regular file; of others it only asks for the permissions.
+// Tries to open an existing file for appending as the library does, and with `readsToo` for reading as well.
+// Returns 0, or errno. Opens and closes a regular file, and only asks for the permissions of any other file.
 int TryAppending(const std::string& path, const struct stat& status, bool readsToo);
 
 // Asks whether a file that does not exist could be created. Returns 0, or errno. Creates nothing.
@@ -36,7 +36,7 @@ int TryCreating(const std::string& path);
 // Returns whether everybody may enter every folder above the file.
 bool IsReachableForOthers(const std::string& path);
 
-// Returns how many bytes this user may still write to the file system of this file or folder; nothing when
+// Returns how many bytes this user may still write to the file system of this file or folder, or nothing when
 // the file system does not say.
 std::optional<unsigned long long> FreeSpace(const std::string& path);
 

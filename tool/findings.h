@@ -1,4 +1,4 @@
-// The findings of `ckscribe check`, in the order in which it makes them.
+// A Findings object keeps the findings of `ckscribe check`, in the order in which they are made.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ struct Finding {
     std::string about;   // a key of the configuration, or a name such as "configuration"
     int line;            // of the configuration file, from 1; 0 for none
     std::string what;    // the fact, and what follows from it
-    std::string remedy;  // what to do; empty when there is nothing to do
+    std::string remedy;  // what to do; empty for nothing
 };
 
 class Findings {

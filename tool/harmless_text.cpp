@@ -6,7 +6,7 @@ namespace {
 
 unsigned char ByteAt(std::string_view text, std::size_t at) { return static_cast<unsigned char>(text[at]); }
 
-// Returns the size in bytes of the character at `at` if it stays unchanged; 0 if its first byte is to be
+// Returns the size in bytes of the character at `at` if it stays unchanged, or 0 if its first byte is to be
 // written as \xNN.
 std::size_t LengthOfCharacter(std::string_view text, std::size_t at) {
     const unsigned first = ByteAt(text, at);

@@ -26,7 +26,7 @@ struct LogArguments {
     ReadingOptions Reading() const;
 };
 
-// Returns a date such as "2026-11-21" in days since 1970; nothing for a text that is no date.
+// Returns a date such as "2026-11-21" in days since 1970, or nothing for a text that is no date.
 std::optional<std::int64_t> ParseDate(std::string_view text);
 
 // Says which files could not be read or hold no record. Returns the exit status: kNotWell if a file gave no

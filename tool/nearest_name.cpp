@@ -32,7 +32,8 @@ std::size_t EditDistance(std::string_view one, std::string_view other) {
     return row.back();
 }
 
-constexpr std::size_t kLongestWord = 100;  // of a word that is still compared letter by letter
+// A longer word is not compared letter by letter.
+constexpr std::size_t kLongestWord = 100;
 constexpr std::size_t kShortestPart = 4;
 constexpr std::size_t kMostSlips = 2;
 

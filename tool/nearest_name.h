@@ -8,8 +8,8 @@ namespace ckscribe {
 
 struct NearestName {
     std::string_view name;
-    // True if the word is very likely a slip of this name: other capitals, one or two wrong letters, or only
-    // a part of the name.
+    // `isSlip` is true if the word is very likely a slip of this name: other capitals, one or two wrong
+    // letters, or only a part of the name.
     bool isSlip;
 };
 

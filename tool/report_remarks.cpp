@@ -19,7 +19,7 @@ constexpr std::uint64_t kMuchLonger = 100;
 constexpr std::uint64_t kLong = 100'000'000;
 constexpr std::uint64_t kManyRetries = 3;
 
-// The calls that a remark is about.
+// Evidence selects the calls that a remark is about.
 struct Evidence {
     std::optional<std::uint32_t> process = std::nullopt;
     std::vector<std::string_view> functions = {};

@@ -14,7 +14,7 @@ struct ResultExplanation {
     std::string_view cause;    // its usual cause, and where to look
 };
 
-// Returns the explanation of a result's name; null for a name without one.
+// Returns the explanation of a result's name, or null for a name without one.
 const ResultExplanation* ExplanationOf(std::string_view name);
 
 }  // namespace ckscribe

@@ -26,7 +26,8 @@ const std::map<std::string, RunFormat> kFormats{{"calls", RunFormat::kCalls},
                                                 {"old", RunFormat::kOld},
                                                 {"events", RunFormat::kEvents}};
 
-// Replaces the name of a format by its number. Returns what is wrong with the name; empty when nothing is.
+// Replaces the name of a format by its number. Returns what is wrong with the name, or an empty text when
+// nothing is.
 std::string TakeFormat(std::string& word) {
     const auto format = kFormats.find(word);
     if (format == kFormats.end())
@@ -41,7 +42,8 @@ class Help : public CLI::Formatter {
     }
 };
 
-// Returns the class that a word names: "session" and "SESSION_FUNC" name SESSION_FUNC. Empty for no class.
+// Returns the class that a word names: "session" and "SESSION_FUNC" name SESSION_FUNC. Returns an empty text
+// for no class.
 std::string ClassNamed(std::string word) {
     std::ranges::transform(word, word.begin(),
                            [](unsigned char each) { return static_cast<char>(std::toupper(each)); });

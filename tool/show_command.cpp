@@ -62,12 +62,13 @@ bool CanBeReadTwice(const std::string& path) {
     return path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// One log that is followed. Logs have times of their own, and threads whose numbers may be the same.
+// A Followed is one log that is followed. Logs have times of their own, and threads whose numbers may be the
+// same.
 struct Followed {
     Followed(const CallFilter& selection, const ShowStyle& style, std::vector<std::string> files)
         : paths(std::move(files)), filter(selection), shown(filter, style), log(paths, shown) {}
 
-    // Where nothing says when the log was made, it is made now.
+    // The log counts as made now if nothing says when it was made.
     void SetDates(const ReadingOptions& options) {
         Survey survey;
         ReadingOptions reading = options;

@@ -1,6 +1,7 @@
-// The audit library of `ckscribe run`. In every process of the command, the dynamic loader asks it which file
-// to load for a name. For the PKCS#11 module of the process it answers libckscribe.so. When libckscribe.so
-// then asks for its target, it answers the module. See rtld-audit(7).
+// This is the audit library of `ckscribe run`. In every process of the command, the dynamic loader asks it
+// which file to load for a name. The audit library answers libckscribe.so for the PKCS#11 module of the
+// process. When libckscribe.so then asks for its target, the audit library answers the module. See
+// rtld-audit(7).
 //
 // It has no C library, keeps no descriptor, starts no thread, and changes only kConfigurationVariable among
 // all things that the process can see. If it cannot find something out, the loader does what it does without
@@ -33,8 +34,7 @@ namespace {
 
 constexpr size_t kLongestPath = 4096;
 
-// A text that always has its NUL. A text that does not fit makes it empty, because half a path is a wrong
-// path.
+// A Text always has its NUL. A text that does not fit makes it empty, because half a path is a wrong path.
 class Text {
 public:
     const char* Get() const { return characters_; }
@@ -69,7 +69,7 @@ private:
     size_t length_ = 0;
 };
 
-// Returns the part of `text` behind `beginning`; null when `text` begins with something else.
+// Returns the part of `text` behind `beginning`, or null when `text` begins with something else.
 const char* Behind(const char* beginning, const char* text) {
     for (; *beginning != '\0'; ++beginning, ++text)
         if (*beginning != *text) return nullptr;
@@ -105,10 +105,12 @@ struct SeenFile {
 
 enum class Choice { kNothing, kFile, kName, kFirst };
 
-Text place;                // the private directory of the run; empty: do nothing
+// `place` is the private directory of the run. If it is empty, the library does nothing.
+Text place;
 Text configurationEntry;   // what the process is to have in its environment
 bool isAtRunTime = false;  // all that the program was linked with is loaded
-bool isInert = false;      // the private configuration is out of reach, so that nothing may be changed
+// If `isInert` is true, the private configuration is out of reach, and nothing may be changed.
+bool isInert = false;
 
 bool areSettingsRead = false;
 Text library;     // libckscribe.so
@@ -122,7 +124,7 @@ SeenFile moduleFile;
 bool isTraceNoticed = false;
 bool isLossNoticed = false;
 
-// True while the loader looks for a library that the asking object was linked with.
+// `isNeededName` is true while the loader looks for a library that the asking object was linked with.
 bool isNeededName = false;
 
 void Notice(char kind, const char* text) {
@@ -154,7 +156,8 @@ void TakeSetting(const char* line, size_t length) {
     if (Behind(kFirstSetting, setting.Get()) != nullptr) choice = Choice::kFirst;
 }
 
-// The settings are read when a process loads its first object at run time: most processes never do.
+// The settings are read when a process loads its first object at run time, because most processes never load
+// one.
 void ReadSettings() {
     if (areSettingsRead) return;
     areSettingsRead = true;
@@ -174,8 +177,8 @@ void ReadSettings() {
     targetLink.Add(place.Get()).Add(kTargetLink);
 }
 
-// If this is the variable that leads to a configuration, makes it lead to the private configuration and
-// returns true.
+// Makes the variable that leads to a configuration lead to the private configuration, and returns true.
+// Returns false for any other variable.
 bool TakeConfiguration(char** variable) {
     static Text beginning;
     if (beginning.IsEmpty()) beginning.Add(kConfigurationVariable).Add("=");
@@ -209,7 +212,8 @@ ModuleKind KindOfLoaded(const link_map* object) {
     return KindOfModule(ElfSymbols(image));
 }
 
-// Keeps the path from the root: it must mean the same file when libckscribe.so asks for its target.
+// Keeps the path from the root, because the path must mean the same file when libckscribe.so asks for its
+// target.
 void Choose(const char* path) {
     if (!moduleFile.Remember(path)) return;
     if (path[0] != '/') {
@@ -339,14 +343,15 @@ __attribute__((constructor)) void Begin(int, char**, char** environment) {
 
 }  // namespace
 
-// With 0 it declines for good, and the process runs as if there were no audit library.
+// The answer 0 declines for good, and the process runs as if there were no audit library.
 extern "C" __attribute__((visibility("default"))) unsigned la_version(unsigned version) {
     return place.IsEmpty() || isInert ? 0 : version;
 }
 
 extern "C" __attribute__((visibility("default"))) void la_preinit(uintptr_t*) { isAtRunTime = true; }
 
-// It asks for no symbol bindings: calls between objects then cost the same as without an audit library.
+// The answer asks for no symbol bindings: calls between objects then cost the same as without an audit
+// library.
 extern "C" __attribute__((visibility("default"))) unsigned la_objopen(link_map* object, Lmid_t, uintptr_t*) {
     NoticeModule(object);
     return 0;

@@ -21,13 +21,13 @@ inline bool AreEqual(const char* one, const char* other) {
     return *one == *other;
 }
 
-// A file that is mapped completely.
+// A FileImage is a file that is mapped completely.
 class FileImage {
 public:
     FileImage(const void* begin, size_t size) : begin_(static_cast<const char*>(begin)), size_(size) {}
 
-    // Returns whether this is an ELF object that this machine's loader could load. For other files no other
-    // function may be called.
+    // Returns whether this is an ELF object that this machine's loader could load. No other function may be
+    // called for other files.
     bool IsLoadable() const {
         const auto* const header = Inside<ElfW(Ehdr)>(0, 1);
         const unsigned char* const identity = header != nullptr ? header->e_ident : nullptr;
@@ -60,7 +60,7 @@ public:
                                   : Inside<Thing>(segment->p_offset + (address - segment->p_vaddr), count);
     }
 
-    // Returns the text at an address; null when it does not end inside the file.
+    // Returns the text at an address, or null when it does not end inside the file.
     const char* Text(ElfW(Addr) address) const {
         const char* const text = At<char>(address, 1);
         if (text == nullptr) return nullptr;
@@ -113,7 +113,7 @@ private:
     size_t size_;
 };
 
-// An object that the loader has mapped.
+// A LoadedImage is an object that the loader has mapped.
 class LoadedImage {
 public:
     explicit LoadedImage(const link_map* object) : base_(object->l_addr), dynamic_(object->l_ld) {}
@@ -227,11 +227,11 @@ private:
     ElfW(Addr) names_ = 0;
 };
 
-// The kinds of shared objects for PKCS#11.
+// A ModuleKind is a kind of shared object for PKCS#11.
 enum class ModuleKind {
     kNone,            // no module: it does not define C_GetFunctionList
     kModule,          // a module
-    kOtherInterface,  // a module that clients ask for interfaces of its own by name
+    kOtherInterface,  // clients ask it for its own interfaces by name
     kProxy,           // libp11-kit, which hands calls on to modules
     kOurs,            // libckscribe.so
 };

@@ -4,20 +4,19 @@
 
 namespace ckscribe {
 
-// The environment variable that names the private directory of a run. Without it the audit library does
-// nothing.
+// This environment variable names the private directory of a run. Without it the audit library does nothing.
 inline constexpr char kRunVariable[] = "CKSCRIBE_RUN";
 
-// The environment variable that leads libckscribe.so to its configuration.
+// This environment variable leads libckscribe.so to its configuration.
 inline constexpr char kConfigurationVariable[] = "WendrafilConfigurationPath";
 
-// Files of the private directory.
+// These are files of the private directory.
 inline constexpr char kConfigurationFile[] = "/Wendrafil.conf";
 inline constexpr char kSettingsFile[] = "/run.settings";  // lines "NAME VALUE", see below
 inline constexpr char kNoticesFile[] = "/notices";        // records of the audit libraries, see below
 inline constexpr char kTargetLink[] = "/module.so";  // what the private configuration names as the target
 
-// Settings. `library` and one of the three ways to choose the module are always present.
+// These are the settings. `library` and one of the three ways to choose the module are always present.
 inline constexpr char kLibrarySetting[] = "library ";  // path of libckscribe.so
 inline constexpr char kModuleSetting[] = "module ";    // trace this file, under whatever name it is loaded
 inline constexpr char kNameSetting[] = "name ";        // trace the first module whose file has this name
@@ -25,7 +24,7 @@ inline constexpr char kFirstSetting[] = "first";       // trace the first module
 inline constexpr char kOwnTargetSetting[] =
     "target ";  // target of an application that loads libckscribe.so itself
 
-// Notices. Each is one append: kind, process number, a blank, text, NUL.
+// These are the kinds of notices. Each notice is one append: kind, process number, a blank, text, NUL.
 inline constexpr char kTracedNotice = 'T';          // this module is logged
 inline constexpr char kUntouchedNotice = 'U';       // this module was loaded at run time and is not logged
 inline constexpr char kLinkedNotice = 'L';          // a program or library was linked with this module

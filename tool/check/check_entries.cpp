@@ -226,7 +226,7 @@ private:
         const auto names = KeyNames();
         const NearestName nearest = FindNearestName(name, names);
         const bool isMissed = nearest.isSlip && !text_.FindEntry(kSection, std::string(nearest.name));
-        // For the library, the last word of a name with a blank is a name of its own.
+        // The library takes the last word of a name with a blank for a name of its own.
         if (name.size() > entry.name.size() && !isMissed) return;
         findings_.Add(
             isMissed ? Level::kWrong : Level::kNote, name, text_.LineOf(entry.place),
@@ -245,7 +245,7 @@ private:
     }
 
     // Returns everything before the "=", even if a blank or another character that no name holds stands in
-    // it; empty when there is no "=".
+    // it. Returns an empty text when there is no "=".
     std::string_view NameAsWritten(const WrittenEntry& entry) const {
         if (entry.sign != ' ') return entry.name;
         const std::string_view rest = text_.Text().substr(entry.place);

@@ -1,4 +1,4 @@
-// The part of `ckscribe check` that looks at the syntax of a configuration file.
+// This part of `ckscribe check` looks at the syntax of a configuration file.
 #pragma once
 
 #include "tool/configuration/configuration_text.h"

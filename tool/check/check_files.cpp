@@ -20,13 +20,13 @@ namespace {
 constexpr unsigned long long kMebibyte = 1024 * 1024;
 constexpr unsigned long long kLittleSpace = 100 * kMebibyte;
 
-// A file that the library writes.
+// A WrittenTo is a file that the library writes.
 struct WrittenTo {
     std::string_view key;
     std::string_view name;  // for sentences
     std::string path;
     bool readsToo;   // it is opened for reading, too
-    bool showsData;  // data of the application's in clear
+    bool showsData;  // it shows the application's data in clear
 };
 
 std::string CurrentDirectory() {
@@ -73,7 +73,8 @@ private:
         findings_.Add(level, file_.key, line_, std::move(what), std::move(remedy));
     }
 
-    // Such a value has its finding. The file that it names is not the one that its author means.
+    // A wrong value already has a finding. The file that the value names is not the one that its author
+    // means.
     bool HasWrongValue() const {
         const auto value = setup_.Value(file_.key);
         const auto problem = value ? FindValueProblem(*FindLoggingKey(file_.key), *value) : std::nullopt;

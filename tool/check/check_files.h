@@ -1,4 +1,4 @@
-// The part of `ckscribe check` that looks at the files that the library writes.
+// This part of `ckscribe check` looks at the files that the library writes.
 #pragma once
 
 #include "tool/configuration/setup.h"

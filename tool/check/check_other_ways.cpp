@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr char kP11KitFolder[] = CKSCRIBE_P11_KIT_MODULES;
 
-// A module's library, and the line that names it.
+// A NamedModule is the path of a module's library, with the line that names it.
 struct NamedModule {
     std::string path;
     int line;

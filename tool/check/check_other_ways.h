@@ -1,4 +1,4 @@
-// The part of `ckscribe check` that looks for other ways on which applications reach the target.
+// This part of `ckscribe check` looks for other ways on which applications reach the target.
 #pragma once
 
 #include <string>

@@ -21,7 +21,8 @@ namespace {
 constexpr char kKey[] = "LibUNIX64";
 constexpr char kNameTarget[] = "Name the PKCS#11 library of the device: LibUNIX64 = PATH;";
 
-// Returns why a library does not load, as far as the beginning of its file explains it; else empty.
+// Returns why a library does not load, as far as the beginning of its file explains it, or else an empty
+// text.
 std::string ExplainFile(const std::string& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0)

@@ -1,4 +1,4 @@
-// The part of `ckscribe check` that looks at the target library.
+// This part of `ckscribe check` looks at the target library.
 #pragma once
 
 #include "tool/configuration/setup.h"

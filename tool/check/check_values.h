@@ -1,4 +1,4 @@
-// The part of `ckscribe check` that looks at the values of the keys that count.
+// This part of `ckscribe check` looks at the values of the keys that count.
 #pragma once
 
 #include "tool/configuration/setup.h"

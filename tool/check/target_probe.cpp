@@ -58,7 +58,7 @@ std::string DescribeInfo(const CK_INFO& info) {
         info.libraryVersion.minor, info.cryptokiVersion.major, info.cryptokiVersion.minor);
 }
 
-// Returns the begin of the object in memory that holds an address; null for none.
+// Returns the beginning of the object in memory that holds an address, or null if none does.
 const void* ImageOf(const void* address) {
     Dl_info holder = {};
     return address != nullptr && dladdr(address, &holder) != 0 ? holder.dli_fbase : nullptr;
@@ -119,7 +119,7 @@ void LookUpFunctions(void* target, Json& answer) {
     answer["listOnly"] = hasList && !hasOther;
 }
 
-// Looks whether the target is this library, or needs it.
+// Finds out whether the target is this library, or needs it.
 void LookForCkscribe(void* target, Json& answer) {
     void* const own = dlsym(target, kOwnFunction);
     if (own == nullptr) return;

@@ -9,23 +9,25 @@ namespace ckscribe {
 
 struct ProbedTarget {
     bool isLoaded = false;
-    std::string loaderError;  // the loader's own words, when it is not
+    std::string loaderError;  // the loader's own words, if not loaded
 
     bool isCkscribe = false;                   // it is this library, or a copy; nothing of it was called then
-    bool needsCkscribe = false;                // another library that depends on this one
-    std::vector<std::string> missingStandard;  // names that the library looks up and does not find
+    bool needsCkscribe = false;                // it is another library that depends on this one
+    std::vector<std::string> missingStandard;  // the library looks these up and does not find them
     std::vector<std::string> missingVendor;
     bool hasFunctionList = false;
     bool isListOnly = false;  // it exports C_GetFunctionList and no other function of the standard
 
     std::optional<unsigned long> initializeResult;  // of C_Initialize, where that was asked for
     std::optional<unsigned long> infoResult;        // of C_GetInfo, where the target has it
-    std::string info;  // manufacturer, description and versions, when that was CKR_OK
+    // `info` holds manufacturer, description and versions if infoResult is CKR_OK.
+    std::string info;
 };
 
 struct ProbeResult {
-    std::optional<ProbedTarget> target;  // nothing when the process ended before it could tell
-    std::string ending;                  // how it ended then, for a sentence that begins "The target ..."
+    std::optional<ProbedTarget> target;  // absent if the process ended before it answered
+    // `ending` then says how the process ended, for a sentence that begins "The target ...".
+    std::string ending;
 };
 
 // Loads `path` as the library does, in a child process without standard streams. Ends that process, and all

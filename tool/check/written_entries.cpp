@@ -95,8 +95,8 @@ private:
     void ReadEntry(std::string_view piece) {
         std::size_t name = 0;
         while (name < piece.size() && !std::isalpha(static_cast<unsigned char>(piece[name]))) ++name;
-        // In front of an entry stand only blanks, quotes and marks of a comment. Anything else makes it no
-        // entry.
+        // Only blanks, quotes and marks of a comment stand in front of an entry. A piece with anything else
+        // there is no entry.
         if (piece.substr(0, name).find_first_not_of(" \t#/;!\"'`-*:,.+\xef\xbb\xbf") != piece.npos) return;
         std::size_t nameEnd = name;
         while (nameEnd < piece.size() && IsNameCharacter(piece[nameEnd])) ++nameEnd;

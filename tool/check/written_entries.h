@@ -1,5 +1,5 @@
-// Reads a configuration file as its author sees it: everything that looks like an entry or a section, also
-// where the library takes it for something else or for nothing. It serves only explanations:
+// Reads a configuration file as its author sees it. It finds everything that looks like an entry or a
+// section, also where the library takes it for something else or for nothing. It serves only explanations:
 // ConfigurationText says what counts.
 #pragma once
 
@@ -28,9 +28,10 @@ struct WrittenEntry {
     std::size_t place;         // of the name
     std::string_view between;  // what stands between the name and the sign
     char sign;                 // '=', ':' or ' '
-    std::string_view value;    // to the ";", the end of the section or of the line; without blanks around it
-    int section;               // index of the section that it stands in, or -1
-    bool isCommentedOut;       // its line begins with "#", ";", "!" or "//"
+    // `value` reaches to the ";", or to the end of the section or of the line. It has no blanks around it.
+    std::string_view value;
+    int section;          // index of the section that it stands in, or -1
+    bool isCommentedOut;  // its line begins with "#", ";", "!" or "//"
 };
 
 struct WrittenFile {

@@ -94,12 +94,12 @@ std::string Described(const Reading& reading, const Reading::key_type& name) {
     return found == reading.end() ? "nothing" : InQuotes(found->second);
 }
 
-// For the store, the last words of a section's name are themselves the name of a section: "Client" finds
-// "OrmaSA Client".
+// The store takes the last words of a section's name for the name of a section, too: "Client" finds "OrmaSA
+// Client".
 bool IsTailOf(const std::string& section, const std::string& whole) { return whole.ends_with(" " + section); }
 
-// Returns why the new text must not replace the old one; empty when only this key reads differently, and
-// reads as wanted.
+// Returns why the new text must not replace the old one, or an empty text when only this key reads
+// differently, and reads as wanted.
 std::string WhyRefused(const std::string& before, const std::string& after, const std::string& section,
                        const std::string& key, const std::optional<std::string>& value) {
     Names sections = SectionsIn(before);
@@ -165,7 +165,7 @@ std::string WithoutEntry(std::string_view text, const ConfigurationText::Entry& 
     if (end < text.size() && text[end] == ';') ++end;
     const std::size_t lineBegin = LineBegin(text, begin);
     const std::size_t lineEnd = LineEnd(text, end);
-    // For the store no mark begins a comment. Such marks may stand in front of the entry.
+    // The store knows no mark that begins a comment. Such marks may stand in front of the entry.
     const bool isAlone =
         text.substr(lineBegin, begin - lineBegin).find_first_not_of(" \t#/!;") == text.npos &&
         text.substr(end, lineEnd - end).find_first_not_of(" \t") == text.npos;

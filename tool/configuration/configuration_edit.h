@@ -10,8 +10,8 @@
 namespace ckscribe {
 
 struct Edit {
-    std::optional<std::string> text;  // the new text; nothing when the edit is refused
-    std::string refusal;              // then the reason, as a sentence
+    std::optional<std::string> text;  // absent if the edit is refused
+    std::string refusal;              // the reason then, as a sentence
 };
 
 // Makes `key` of `section` read as `value`, and adds a missing key or section. Every other byte of the text

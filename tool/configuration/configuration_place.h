@@ -8,8 +8,8 @@
 
 namespace ckscribe {
 
-// Returns why this word cannot name a configuration on the command line; empty when it can. An empty word,
-// for example from a shell variable that is not set, does not stand for the default.
+// Returns why this word cannot name a configuration on the command line, or an empty text when it can. An
+// empty word, for example from a shell variable that is not set, does not stand for the default.
 std::string WhyNoPath(const std::string& named);
 
 // Returns the path of the file that was named on the command line, as file or as folder, or else of the file

@@ -1,4 +1,4 @@
-// The text of a configuration file, with the places that the library reads.
+// A ConfigurationText is the text of a configuration file, with the places that the library reads.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// The keys that the library reads in section "CkLog2".
+// These are the keys that the library reads in section "CkLog2".
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,5 @@
-// A set-up for `ckscribe check`: one configuration file, and the settings that the library makes of it.
+// A Setup is what `ckscribe check` looks at: one configuration file, and the settings that the library makes
+// of the file.
 #pragma once
 
 #include <optional>
@@ -11,8 +12,8 @@
 
 namespace ckscribe {
 
-// The library's own view of section "CkLog2", for a file that the caller names. If the file does not exist,
-// every key has its default.
+// A ConfigurationAt is the library's own view of section "CkLog2", for a file that the caller names. If the
+// file does not exist, every key has its default.
 class ConfigurationAt : public CkLogConfig {
 public:
     explicit ConfigurationAt(std::string path) : path_(std::move(path)) {}
@@ -29,7 +30,7 @@ public:
     ConfigurationAt settings;
     const ConfigurationText text;
 
-    // Returns the key's value as it stands in the file; nothing when the library finds no such key.
+    // Returns the key's value as it stands in the file, or nothing when the library finds no such key.
     std::optional<std::string> Value(std::string_view key) const {
         const auto entry = text.FindEntry(CkLogConfig::GetCkLogSectionName(), std::string(key));
         if (!entry) return std::nullopt;

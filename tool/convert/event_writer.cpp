@@ -47,7 +47,8 @@ Json EventOf(const Call& call, bool isStart) {
     return event;
 }
 
-// Events stand in the order of the records: without run and number that is what joins them again.
+// Events stand in the order of the records, because only this order joins events without run and number
+// again.
 class EventWriter : public CallWriter {
 public:
     void OnStart(const Call& call) override { Put(call, call.startRecord, true); }

@@ -25,7 +25,7 @@ private:
     std::vector<const std::string*> texts;
 };
 
-// Numbers of SharedTexts.
+// A ComparedText holds numbers of SharedTexts.
 struct ComparedText {
     std::uint32_t shown = 0;  // "C_Login(user=1, PIN=********)", "CKR_OK", "CKR_OK slots=[1 2]", "?"
     std::uint32_t shape = 0;  // see Comparable

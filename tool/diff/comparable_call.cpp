@@ -16,7 +16,7 @@ namespace ckscribe {
 namespace {
 
 constexpr char kSeparator = '\x1f';
-// It stands between the two readings of a fact that can be read in two ways.
+// This mark stands between the two readings of a fact that can be read in two ways.
 constexpr char kOr = '|';
 
 // Text logs print these for hidden values, and for values without a name.
@@ -53,7 +53,7 @@ std::string Hex(std::string_view bytes) {
     return hex;
 }
 
-// The text may be digits of bytes: of such that the log does not write as a text.
+// Returns whether the text may be the digits of bytes that the log does not write as a text.
 bool IsDigitsOfBytes(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i + 1 < text.size(); i += 2) {

@@ -4,7 +4,7 @@
 // differ from run to run. Logs of different formats lack different facts. A fact that one of two logs lacks
 // does not count.
 //
-// Pure functions: any thread may call them at any time.
+// These functions are pure: any thread may call them at any time.
 #pragma once
 
 #include <string>
@@ -16,12 +16,14 @@
 
 namespace ckscribe {
 
-// A question or an answer. Two are alike if their shapes are the same and their facts do not contradict each
-// other.
+// A Comparable is a question or an answer. Two are alike if their shapes are the same and their facts do not
+// contradict each other.
 struct Comparable {
-    std::string shape;  // the function, or the result; and which values there are
-    std::string
-        facts;  // as many for each shape, with a separator behind each; an empty one: the log lacks it
+    // `shape` names the function or the result, and says which values there are.
+    std::string shape;
+    // Comparables of the same shape have equally many facts, with a separator behind each. An empty fact is
+    // one that the log lacks.
+    std::string facts;
 };
 
 Comparable ComparableQuestion(const Call& call);

@@ -1,6 +1,6 @@
 // Finds the differences between two runs.
 //
-// Pure functions: any thread may call them at any time.
+// These functions are pure: any thread may call them at any time.
 #pragma once
 
 #include <span>
@@ -18,7 +18,7 @@ enum class Difference {
     kMuchLonger,   // in both, and it took 10 times as long and 10 ms more in the second
 };
 
-// A call that differs. The call of the other run is null where there is none.
+// A DifferentCall is a call that differs. The call of the other run is null where there is none.
 struct DifferentCall {
     Difference difference;
     const ComparedCall* before;

@@ -1,6 +1,6 @@
 // Makes calls rows of the table `calls` of an engine (share/ckscribe/clickhouse/calls.sql).
 //
-// Pure functions: any thread may call them at any time.
+// These functions are pure: any thread may call them at any time.
 #pragma once
 
 #include <cstdint>

@@ -38,7 +38,8 @@ std::string FirstLine(const std::string& answer) {
 
 namespace {
 
-// The functions of libcurl. Calls of the variadic one pass exactly the type that the option asks for.
+// Curl holds the functions of libcurl. Calls of the variadic one pass exactly the type that the option asks
+// for.
 struct Curl {
     decltype(&::curl_easy_init) init = nullptr;
     decltype(&::curl_easy_cleanup) cleanup = nullptr;

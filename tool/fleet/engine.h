@@ -18,8 +18,8 @@ struct EngineError : std::runtime_error {
 
 class Engine {
 public:
-    // `url`: "http://[user:password@]host:8123/[?database=...]". Throws EngineError when there is no libcurl,
-    // or when `url` is neither http nor https.
+    // `url` has the form "http://[user:password@]host:8123/[?database=...]". Throws EngineError when there is
+    // no libcurl, or when `url` is neither http nor https.
     explicit Engine(const std::string& url);
     ~Engine();
     Engine(const Engine&) = delete;

@@ -39,7 +39,7 @@ std::string ReadUpTo(LogSource& source, std::size_t size) {
     return bytes;
 }
 
-// The beginning of a file up to the end of its first event.
+// A Head is the beginning of a file up to the end of its first event.
 enum class HeadKind { kWhole, kNotYet, kNoEvent };
 struct Head {
     HeadKind kind = HeadKind::kNotYet;

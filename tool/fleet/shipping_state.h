@@ -1,9 +1,9 @@
 // `ckscribe convert --state` remembers from run to run how much of each file an engine has.
 //
-// It recognises a file by its content, whatever its name: by its first event, with which no other file
-// begins, and by the bytes before the place where reading goes on. Therefore a renamed, copied or compressed
-// file goes on where it was left, and a file that was emptied or cut begins anew. In doubt a file is read
-// from its beginning: a repeat replaces the row that it repeats, while a gap would stay.
+// It recognises a file by its content, whatever its name. The content is the first event, with which no other
+// file begins, and the bytes before the place where reading goes on. Therefore a renamed, copied or
+// compressed file goes on where it was left, and a file that was emptied or cut begins anew. In doubt a file
+// is read from its beginning: a repeat replaces the row that it repeats, while a gap would stay.
 //
 // One thread at a time may use it.
 #pragma once
@@ -26,7 +26,8 @@ struct ShippedContent {
     std::uint64_t offset = 0;    // so many bytes (unpacked) are done with
     std::string tail;            // fingerprint of the last of them
     std::uint64_t position = 0;  // of the last row
-    std::int64_t seen = 0;       // when a file last had this content, in seconds since 1970
+    // `seen` says when a file last had this content, in seconds since 1970.
+    std::int64_t seen = 0;
 };
 
 class ShippingState {
@@ -43,7 +44,8 @@ public:
 
     ShippedContent& ContentOf(const std::string& fingerprint);
 
-    // Know the files that are done and do not grow, by LogSource::Stamp: they need not be read again.
+    // These two know the files that are done and do not grow, by LogSource::Stamp. Such files need not be
+    // read again.
     bool IsDone(const std::string& stamp);
     void SetDone(const std::string& stamp);
     // Forgets the stamps that this run did not ask about, and contents that no file has had for 30 days.

@@ -229,7 +229,8 @@ std::string PageDetails::Json(const std::vector<std::string>& files, std::size_t
     const auto sinceBase = [base](std::int64_t time) {
         return Milliseconds(time - base * kNanosecondsPerMillisecond);
     };
-    details["base"] = base;  // in milliseconds since 1970 began, on the calendar of the page
+    // `base` is in milliseconds since 1970 began, on the calendar of the page.
+    details["base"] = base;
     // The calendar is so many milliseconds ahead of UTC at the end of the log.
     details["utc_offset"] = offset.value_or(0) / kNanosecondsPerMillisecond;
     details["first"] = firstTime ? ordered_json(sinceBase(*firstTime)) : ordered_json();

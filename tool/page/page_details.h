@@ -68,7 +68,7 @@ public:
     // The details have at most so many bytes of JSON, because people mail the page.
     static constexpr std::size_t kLargestJson = 4'000'000;
 
-    // `isUtc`: the page shows times in UTC instead of local time.
+    // With `isUtc` the page shows times in UTC instead of local time.
     explicit PageDetails(bool isUtc) : isUtc(isUtc) {}
 
     // Takes the next call in the order of the log.
@@ -100,7 +100,8 @@ private:
     bool isDated = true;
     std::optional<std::int64_t> firstTime;
     std::optional<std::int64_t> lastTime;
-    std::optional<std::int64_t> offset;  // of the calendar to UTC, at the latest call that was taken
+    // `offset` is that of the calendar to UTC, at the latest call that was taken.
+    std::optional<std::int64_t> offset;
     CallsOverTime overTime;
     std::map<std::string_view, LatencyHistogram> latency;  // by function
     std::vector<SlowCall> slow;                            // a heap

@@ -8,6 +8,6 @@ namespace ckscribe::page_parts {
 extern const std::string_view kFrame;   // report.html, with places like @STYLE@
 extern const std::string_view kStyle;   // report.css
 extern const std::string_view kScript;  // report.js
-extern const std::string_view kCharts;  // the chart library; empty when the build did not find it
+extern const std::string_view kCharts;  // the chart library; empty if not found
 
 }  // namespace ckscribe::page_parts

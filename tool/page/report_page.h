@@ -13,11 +13,11 @@ bool CanMakeReportPage();
 // A page is at most so large, in bytes, because people mail it.
 inline constexpr std::size_t kLargestPage = 5'000'000;
 
-// Returns how many bytes are left for details in a page with this report; 0 if there are none.
+// Returns how many bytes are left for details in a page with this report, or 0 if there are none.
 std::size_t RoomForDetails(std::string_view report);
 
-// Returns the page; empty if CanMakeReportPage() is false. `report` comes from `ckscribe report --json`,
-// `details` from PageDetails::Json. Neither can end its place in the page or become markup.
+// Returns the page, or an empty text if CanMakeReportPage() is false. `report` comes from `ckscribe report
+// --json`, `details` from PageDetails::Json. Neither can end its place in the page or become markup.
 std::string ReportPage(std::string_view report, std::string_view details);
 
 }  // namespace ckscribe

@@ -21,7 +21,8 @@ enum class ProgramKind {
 
 struct Program {
     ProgramKind kind = ProgramKind::kUnknown;
-    std::string interpreter;  // of a script or of a program for another loader
+    // `interpreter` is that of a script, or of a program for another loader.
+    std::string interpreter;
 };
 
 Program ProgramAt(const std::string& path);

@@ -9,15 +9,15 @@ namespace ckscribe {
 
 class FollowedFile {
 public:
-    // The file need not exist yet. With `givesBack` it frees the space of what was read, where the file
-    // system can do that: the file then takes only the space of its unread part.
+    // The file need not exist yet. With `givesBack` the object frees the space of what was read, where the
+    // file system can do that. The file then takes only the space of its unread part.
     FollowedFile(std::string path, bool givesBack) : path_(std::move(path)), givesBack_(givesBack) {}
     ~FollowedFile();
     FollowedFile(const FollowedFile&) = delete;
     FollowedFile& operator=(const FollowedFile&) = delete;
 
-    // Returns what was appended since the last call, at most 1 MiB; empty when there is nothing new. It is
-    // valid until the next call.
+    // Returns what was appended since the last call, at most 1 MiB, or an empty text when there is nothing
+    // new. It is valid until the next call.
     std::string_view Read();
 
     // Returns the same in whole records: what follows the last `end` comes with a later call. It keeps a
@@ -34,8 +34,10 @@ private:
     int descriptor_ = -1;
     std::uint64_t offset_ = 0;     // of the next byte to read
     std::uint64_t givenBack_ = 0;  // everything below was given back
-    std::string pending_;          // what had been read and not handed out before the last call
-    std::size_t taken_ = 0;        // so many bytes of pending_ the last call handed out
+    // `pending_` holds what was read and not handed out before the last call. That call handed out the first
+    // `taken_` bytes.
+    std::string pending_;
+    std::size_t taken_ = 0;
 };
 
 }  // namespace ckscribe

@@ -19,11 +19,11 @@ public:
     void Read();
 
     std::vector<std::string> traced;           // modules that are logged
-    std::vector<std::string> untouched;        // modules that were loaded at run time and are not logged
-    std::vector<std::string> linked;           // modules that came with what is linked with them
-    std::vector<std::string> otherInterfaces;  // modules that are left for their interfaces besides PKCS#11's
-    std::vector<std::string> configurations;   // directories that processes had in kConfigurationVariable
-    int lost = 0;                              // processes that came without kConfigurationVariable
+    std::vector<std::string> untouched;        // loaded at run time and not logged
+    std::vector<std::string> linked;           // came with what is linked with them
+    std::vector<std::string> otherInterfaces;  // left for their interfaces besides PKCS#11's
+    std::vector<std::string> configurations;   // directories in the processes' kConfigurationVariable
+    int lost = 0;                              // processes without kConfigurationVariable
 
 private:
     void Take(std::string_view notice);

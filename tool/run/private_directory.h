@@ -32,8 +32,8 @@ public:
     void Fill(const RunOptions& options, const ModuleChoice& choice, const std::string& library,
               const std::string& ownTarget);
 
-    // In a directory that is kept, makes the configuration name this module: it then serves without `run`,
-    // too.
+    // Makes the configuration in a directory that is kept name this module. The configuration then serves
+    // without `run`, too.
     void NameTarget(const std::string& module);
 
 private:
@@ -42,7 +42,8 @@ private:
     // Makes the files that a process of another user appends to.
     void MakeLogs(const RunOptions& options) const;
 
-    std::string folder_;  // around a directory that is not kept; removed with it
+    // `folder_` lies around a directory that is not kept, and is removed with it.
+    std::string folder_;
     std::string path_;
     bool isKept_;
 };
@@ -52,8 +53,8 @@ inline constexpr char kLogFile[] = "/log.txt";
 inline constexpr char kErrorFile[] = "/logerror.txt";
 inline constexpr char kEventsFile[] = "/events.jsonl";
 
-// Returns the value of LibUNIX64 in the configuration that would count without `run`; empty when there is
-// none.
+// Returns the value of LibUNIX64 in the configuration that would count without `run`, or an empty text when
+// there is none.
 std::string TargetOfOwnConfiguration();
 
 }  // namespace ckscribe

@@ -8,7 +8,8 @@
 namespace ckscribe {
 
 struct Redirection {
-    // An environment variable for the command. If its name is empty, the command's calls cannot be logged.
+    // `variable` is an environment variable for the command, and `value` is its value. If `variable` is
+    // empty, the command's calls cannot be logged.
     std::string variable;
     std::string value;
 };

@@ -1,4 +1,5 @@
-// A failure of `ckscribe run` itself. `run` says why and ends with kRunFailed before its command begins.
+// A RunFailure is a failure of `ckscribe run` itself. `run` says why and ends with kRunFailed before its
+// command begins.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// The options of `ckscribe run`.
+// These are the options of `ckscribe run`.
 #pragma once
 
 #include <string>

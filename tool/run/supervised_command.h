@@ -37,8 +37,8 @@ public:
     // Returns the status as a shell says it: the exit status, or 128 plus the signal.
     int ExitStatus() const;
 
-    // A process that the command left running and that a signal has ended. Processes that another process
-    // waited for are not among them.
+    // An EndedProcess is a process that the command left running and that a signal has ended. Processes that
+    // another process waited for are not among them.
     struct EndedProcess {
         pid_t process;
         int signal;

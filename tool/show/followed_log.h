@@ -16,7 +16,7 @@ namespace ckscribe {
 
 class FollowedLog : private CallSink {
 public:
-    // `paths`: the files of one family, the oldest first; the last of them grows. "-" is standard input.
+    // `paths` holds the files of one family, the oldest first; the last of them grows. "-" is standard input.
     // `calls` outlives this.
     FollowedLog(std::vector<std::string> paths, ShownCalls& calls);
     ~FollowedLog() override;
@@ -70,7 +70,7 @@ private:
     bool isRegular = false;
     bool isPacked = false;
     std::uint64_t offset = 0;
-    // The calls in progress, by the place of their start.
+    // `inProgress` holds the calls in progress, by the place of their start.
     std::map<StartPlace, Seen> inProgress;
 };
 

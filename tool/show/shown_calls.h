@@ -16,8 +16,10 @@ namespace ckscribe {
 
 struct ShowStyle {
     CallLineStyle line;
-    std::size_t context = 0;  // calls of the same thread before and behind each call
-    bool isRecords = false;   // the records as they stand in the log instead of lines
+    // So many calls of the same thread are shown before and behind each call.
+    std::size_t context = 0;
+    // If `isRecords` is true, records are shown as they stand in the log instead of lines.
+    bool isRecords = false;
 };
 
 class ShownCalls : public LogSink {
