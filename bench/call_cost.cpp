@@ -1,5 +1,5 @@
-// Measures the time of calls through one PKCS#11 library. As the floor, measures the time that it takes to
-// append the records of those calls to a log.
+// Measures the time of calls through one PKCS#11 library. It also measures the floor: the time that it takes
+// to append the records of those calls to a log.
 //
 //   call_cost --module=FILE [--log=FILE] [--floor | --counted] [--calls=N] [Google Benchmark's own options]
 //
@@ -11,7 +11,7 @@
 // --calls    how many times each thread calls in a run
 //
 // The time of a benchmark is the wall time from the first call of a run to the last, over the number of calls
-// of all threads together; the mix counts as one call.
+// of all threads together. The mix counts as one call.
 
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
@@ -118,7 +118,8 @@ void Append(const std::vector<std::string>& records, const std::vector<bool>& ne
     }
 }
 
-// The time of one thread does not serve: it may be done early, while others still wait for a processor.
+// The time of one thread does not serve: that thread may be done early, while others still wait for a
+// processor.
 template <class Work>
 void Run(benchmark::State& state, const Work& work) {
     while (state.KeepRunningBatch(calls)) {

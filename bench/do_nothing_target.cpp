@@ -1,5 +1,5 @@
-// A target library whose functions succeed and do nothing. The time of a call over it is the time of the
-// logger.
+// This is a target library whose functions succeed and do nothing. The time of a call over it is the time of
+// the logger.
 //
 // It has a version, a slot and a session, because peers want these before they forward anything.
 

@@ -1,6 +1,6 @@
 # ckscribe_commit(SOURCES COMMIT TIME): sets the variable COMMIT to the first 12 digits of the commit of the sources in the
-# directory SOURCES, and TIME to its time in seconds since 1970. They come from `git archive`, else from git. Where neither
-# knows, the commit is "unknown" and the time 0.
+# directory SOURCES. It sets TIME to that commit's time in seconds since 1970. Both come from `git archive`, or else from
+# git. Where neither knows, the commit is "unknown" and the time 0.
 
 function(ckscribe_commit sources commit time)
   set(${commit} unknown PARENT_SCOPE)

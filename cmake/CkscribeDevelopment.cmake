@@ -15,8 +15,8 @@ function(ckscribe_package_library target name)
   endif()
 endfunction()
 
-# ckscribe_pkg_config(NAME DESCRIPTION LIBRARIES...): the same for pkg-config, as ckscribe-NAME. LIBRARIES are the names of
-# the library and of those that it needs.
+# ckscribe_pkg_config(NAME DESCRIPTION LIBRARIES...): does the same for pkg-config, as ckscribe-NAME. LIBRARIES are the
+# names of the library and of those that it needs.
 function(ckscribe_pkg_config name description)
   list(TRANSFORM ARGN PREPEND -lckscribe_ OUTPUT_VARIABLE libraries)
   list(JOIN libraries " " libraries)

@@ -1,4 +1,4 @@
-# Where p11-kit looks for modules, and where the library is installed.
+# This file finds where p11-kit looks for modules, and decides where the library is installed.
 #
 # p11_kit_modules      the directory in which p11-kit looks for a module whose path is not whole
 # CKSCRIBE_MODULE_DIR  the directory of libckscribe.so, an option. A relative one lies below the prefix of the

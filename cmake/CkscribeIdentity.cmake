@@ -1,4 +1,5 @@
-# CKSCRIBE_COMMIT: the commit that the library shows. CKSCRIBE_COMMIT_TIME: when it was made, in seconds since 1970.
+# CKSCRIBE_COMMIT is the commit that the library shows. CKSCRIBE_COMMIT_TIME says when it was made, in seconds since
+# 1970.
 
 include(CkscribeCommit)
 ckscribe_commit(${PROJECT_SOURCE_DIR} CKSCRIBE_COMMIT CKSCRIBE_COMMIT_TIME)

@@ -5,7 +5,8 @@ set(CKSCRIBE_LICENCE "No licence has been granted yet" CACHE STRING "The licence
 set(CKSCRIBE_PACKAGE_CONTACT "ckscribe maintainers <maintainers@ckscribe.invalid>" CACHE STRING
   "Who made the packages, as packages state it")
 
-# The copyright file, and the notices of those libraries of the distribution that become a part of the command.
+# The packages contain the copyright file, and the notices of those libraries of the distribution that become a part of
+# the command.
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/copyright @ONLY CONTENT
 "ckscribe @PROJECT_VERSION@
 

@@ -1,5 +1,5 @@
-# cpack runs this between the installation into a directory of its own and the making of packages: compresses man pages, adds
-# Debian's changelog, and gives every file the time of the commit.
+# cpack runs this between the installation into a directory of its own and the making of packages. The script compresses man
+# pages, adds Debian's changelog, and gives every file the time of the commit.
 
 # run(COMMAND...): stops cpack where the command fails.
 function(run)

@@ -1,5 +1,5 @@
-# For cmake -DCMAKE_TOOLCHAIN_FILE=...: Debian's cross compiler for 64-bit ARM (g++-aarch64-linux-gnu), whose programs run
-# here under qemu-user.
+# With cmake -DCMAKE_TOOLCHAIN_FILE=... this file chooses Debian's cross compiler for 64-bit ARM (g++-aarch64-linux-gnu).
+# Its programs run here under qemu-user.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)

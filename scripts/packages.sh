@@ -1,6 +1,6 @@
 # Installs Debian packages that are missing. ./demo and ./check read this file.
 
-# What scripts/make_packages needs.
+# scripts/make_packages needs these packages.
 building_packages=(
     ccache
     cmake

@@ -17,7 +17,7 @@ import os
 import random
 
 FUNCTIONS = [
-    # printed, exported, start children, end children, old start, old end
+    # Each row has the printed name and the exported name.
     ("Sign_Init", "C_SignInit"),
     ("Sign", "C_Sign"),
     ("FindObjects_Init", "C_FindObjectsInit"),
@@ -38,7 +38,7 @@ ERRORS = {
 
 
 def children(function, session, randomness):
-    """New and old text, and JSON, of a call's inputs and outputs."""
+    """Returns new and old text, and JSON, of a call's inputs and outputs."""
     handle = randomness.randrange(1, 40)
     size = randomness.choice((16, 32, 32, 64, 256))
     data = randomness.randbytes(size) + b"\xff"
