@@ -29,8 +29,8 @@ public:
         kIsThere,  // the text ends here
     };
 
-    // `usesPlainWay`: the parser tries the fast readers first (see plain_children.h and plain_event.h). Tests
-    // compare both ways.
+    // With `usesPlainWay` the parser tries the fast readers first (see plain_children.h and plain_event.h).
+    // Tests compare both ways.
     explicit LogParser(bool usesPlainWay = true) : events(usesPlainWay), usesPlainWay(usesPlainWay) {}
 
     // Reads the complete records of `text`, which begins with a line, into `found`; their views point into
