@@ -1,4 +1,5 @@
-// The table of what the tests expect of every exported function: tests/expected_functions.def.
+// This file reads tests/expected_functions.def, the table of what the tests expect of every exported
+// function.
 #pragma once
 
 #include <algorithm>
@@ -6,17 +7,21 @@
 #include <string>
 #include <vector>
 
-// An argument that no record may show. Arguments are counted from 0.
+// A SecretArgument is an argument that no record may show. Arguments are counted from 0.
 struct SecretArgument {
+    // A kGiven secret is the caller's: the arguments are its address and its length. A kReturned secret is
+    // the target's: the arguments are the address of the buffer and the address of its length. A kList has
+    // several secrets of the caller's: the arguments are arrays of their addresses and of their lengths, and
+    // their number.
     enum Kind {
-        kGiven,     // the caller's: its address, its length
-        kReturned,  // the target's: the address of the buffer, the address of its length
-        kList,      // several of the caller's: arrays of their addresses and of their lengths, their number
+        kGiven,
+        kReturned,
+        kList,
     };
     Kind kind;
     std::size_t address;
     std::size_t length;
-    std::size_t count;  // of a list only
+    std::size_t count;  // only of a list
 };
 
 constexpr SecretArgument Given(std::size_t address, std::size_t length) {
@@ -57,7 +62,7 @@ inline const ExpectedFunction* FindExpectedFunction(const std::string& name) {
     return row == kExpectedFunctions.end() ? nullptr : &*row;
 }
 
-// The names of the functions that `wanted` holds for, in the table's order.
+// Returns the names of the functions that `wanted` holds for, in the table's order.
 template <class Wanted>
 std::vector<std::string> NamesOfExpectedFunctions(const Wanted& wanted) {
     std::vector<std::string> names;

@@ -1,4 +1,4 @@
-// The text of a file.
+// FileText reads the text of a file.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 #include "tests/unwatched.h"
 
-// Returns the bytes of a file from the offset `from` on; none if there is no such file. It reads them in
-// blocks: tests are compiled without optimization, and some read logs of many megabytes.
+// Returns the bytes of a file from the offset `from` on. A file that does not exist has none. Reads the bytes
+// in blocks: tests are compiled without optimization, and some read logs of many megabytes.
 inline std::string FileText(const std::string& path, std::uintmax_t from = 0) {
     const Unwatched reading;
     std::ifstream file(path, std::ios::binary);

@@ -8,8 +8,8 @@
 #include "tests/file_text.h"
 #include "tests/temporary_directory.h"
 
-// A configuration file in a directory of a test's own, found by every configuration object that is made while
-// this one lives and by the one of the process.
+// A LoggingConfigurationFile is a configuration file in a directory of the test's own. The configuration
+// object of the process finds it, as does every configuration object that is made while this one lives.
 class LoggingConfigurationFile {
 public:
     LoggingConfigurationFile() {

@@ -1,7 +1,7 @@
-// The headers that most tests include. They are compiled once for all test programs, before each of their
+// Most tests include these headers. They are compiled once for all test programs, before each of their
 // sources.
 //
-// A source still includes what it uses: without this file everything compiles as well.
+// A source still includes what it uses. Without this file everything compiles as well.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -9,14 +9,14 @@
 #include "tests/secrets/secret_search.h"
 #include "tests/unwatched.h"
 
-// Fails the test when a secret was written into a file, or into a file below a directory.
+// Fails the test if a secret was written into a file, or into a file below a directory.
 inline void ExpectNoSecretIn(const std::string& place) {
     const Unwatched searching;
     for (const std::string& told : FilesWithSecrets(place)) ADD_FAILURE() << "a secret in " << told;
 }
 
-// For whatever the library wrote, a log above all, that a test does away with before its directory goes: it
-// is searched first. A file that is not there is none to do away with.
+// A test calls these if it removes or empties a file of the library, above all a log, before its directory
+// goes. They search the file for secrets first. The file need not exist.
 inline void SearchAndRemove(const std::string& path) {
     ExpectNoSecretIn(path);
     std::error_code missing;
@@ -28,9 +28,9 @@ inline void SearchAndEmpty(const std::string& path) {
     std::filesystem::resize_file(path, 0, missing);
 }
 
-// A fresh directory that goes, with all it holds, when the object does.
+// A TemporaryDirectory makes a fresh directory, and removes it with all that it holds when the object goes.
 //
-// Before it goes, its files are searched for secrets, and the test fails that let one be written; so every
+// Before that, its files are searched for secrets, and the test fails if one was written. Therefore every
 // log, error file and output that a test leaves here is searched.
 class TemporaryDirectory {
 public:

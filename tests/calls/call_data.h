@@ -1,4 +1,4 @@
-// Arguments for calls.
+// This file makes arguments for calls.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-// The characters without a terminator, in memory of exactly that size.
+// Returns the characters without a terminator, in memory of exactly that size.
 inline std::vector<CK_BYTE> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
 
 // Fills an output buffer and sets its length, as a target does.
@@ -29,7 +29,8 @@ void PutPadded(Character (&field)[size], std::string_view text) {
     std::copy(text.begin(), text.end(), field);
 }
 
-// Memory at an address that a test knows, for arguments of which a record shows the address.
+// A MemoryAtFixedAddress lies at an address that the test knows. Arguments lie there if a record shows their
+// address.
 class MemoryAtFixedAddress {
 public:
     MemoryAtFixedAddress() {
@@ -53,7 +54,7 @@ private:
     static constexpr std::size_t kSize = 0x1000;
 };
 
-// Readable memory that ends where unreadable memory begins.
+// A MemoryBeforeAGap is readable memory that ends where unreadable memory begins.
 class MemoryBeforeAGap {
 public:
     MemoryBeforeAGap() {
@@ -66,7 +67,7 @@ public:
     MemoryBeforeAGap(const MemoryBeforeAGap&) = delete;
     MemoryBeforeAGap& operator=(const MemoryBeforeAGap&) = delete;
 
-    // A copy of the elements at the very end of the readable memory.
+    // Returns a copy of the elements at the very end of the readable memory.
     template <class Element>
     Element* Last(const std::vector<Element>& elements) {
         char* const place = pages + kSize - elements.size() * sizeof(Element);

@@ -14,8 +14,8 @@ struct ReceivedCall {
     std::vector<TargetWord> words;
 };
 
-// The members are for the test's thread, between calls of the library. AnswerCall reads `answer` and `result`
-// on any thread.
+// The test's thread uses the members, between calls of the library. AnswerCall reads `answer` and `result` on
+// any thread.
 struct CallScript {
     // A call does `answer`, which may fill outputs, and then returns `result`. An empty `answer` does
     // nothing.

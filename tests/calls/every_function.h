@@ -1,4 +1,4 @@
-// Calls every exported function, for tests of behaviour that all functions share.
+// EveryFunction calls every exported function. Tests use it for behaviour that all functions share.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 using Names = std::vector<std::string>;
 
-// In the order of functions/functions.def.
+// The names stand in the order of functions/functions.def.
 inline const Names kStandardFunctions = {
 #define C_EVERY_ROW(Name, ...) "C_" #Name,
 #include "functions/functions.def"
@@ -28,13 +28,13 @@ protected:
     CK_RV CallWith(const std::string& function, const CallWords& words);
     CK_RV CallWith(const std::string& function, TargetWord word);
 
-    // Those of `functions` whose calls write anything into the log.
+    // Returns those of `functions` whose calls write anything into the log.
     Names LoggedOf(const Names& functions);
 
-    // All functions that are logged with the current settings, alphabetically.
+    // Returns all functions that are logged with the current settings, alphabetically.
     Names Logged();
 };
 
-// `names` without those in `others`, in the same order.
+// Returns `names` without those in `others`, in the same order.
 Names Without(const Names& names, const Names& others);
 Names Sorted(Names names);

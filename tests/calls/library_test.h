@@ -1,4 +1,5 @@
-// An application around the built library: every test has a configuration, a log, and a target of its own.
+// A LibraryTest is an application around the built library. Every test has a configuration, a log, and a
+// target of its own.
 //
 // The library is loaded when a test first needs it and unloaded when the test ends, so that tests may share a
 // process. Its target is the scripted one (see call_script.h), time and clock are fixed (fixed_clock.h), and
@@ -20,14 +21,15 @@ protected:
     LibraryTest();
     ~LibraryTest() override;
 
-    // Entries of section "CkLog2", written by WriteConfiguration. At first they are "LibUNIX64" (the scripted
-    // target), "Enabled" 1, "NewFormat" 1, "File" LogPath() and "Error" ErrorPath().
+    // Set and Unset change the entries of section "CkLog2"; WriteConfiguration writes them. At first the
+    // entries are "LibUNIX64" (the scripted target), "Enabled" 1, "NewFormat" 1, "File" LogPath() and "Error"
+    // ErrorPath().
     void Set(const std::string& key, const std::string& value) { settings.insert_or_assign(key, value); }
     void Unset(const std::string& key) { settings.erase(key); }
     void WriteConfiguration();
 
-    // Loads the library, which then reads the configuration as it was written last; writes it if that was not
-    // done.
+    // Loads the library, which then reads the configuration as it was written last. Writes the configuration
+    // first if it was not written yet.
     void Load();
     void Unload();
     bool IsLoaded() const { return handle != nullptr; }
@@ -43,10 +45,11 @@ protected:
     }
     void* ExportedAddress(const char* name);
 
-    // The standard functions, looked up by name (`api.C_Login(...)`). Only once the library is loaded.
+    // These are the standard functions, looked up by name (`api.C_Login(...)`). A test uses them only after
+    // the library is loaded.
     CK_FUNCTION_LIST api = {};
 
-    // Whole files; a file that does not exist is empty.
+    // Return whole files. A file that does not exist is empty.
     std::string Log() const { return Contents(LogPath()); }
     std::string Events() const { return Contents(EventsPath()); }
     std::string Errors() const { return Contents(ErrorPath()); }
@@ -55,7 +58,8 @@ protected:
     void ClearLog() const;
     void ClearEvents() const;
 
-    // For many calls in turn: what has been written into the log since it had this size.
+    // Tests of many calls in turn use these. LogSince returns what was written into the log after it had this
+    // size.
     std::size_t LogSize() const;
     std::string LogSince(std::size_t size) const;
 
@@ -64,9 +68,9 @@ protected:
     std::string ErrorPath() const { return directory.File("errors.log"); }
     std::string ConfigurationPath() const { return directory.File("Wendrafil.conf"); }
 
-    // `text` with "<id>" and "<pid>" replaced by what records of this thread say there: process and thread as
-    // the new format shows them, the process as the old one does.
-    // "<tid>" and "<run>" are what events say there.
+    // Returns `text` with "<id>", "<pid>", "<tid>" and "<run>" replaced by what this thread's records and
+    // events say there. "<id>" becomes process and thread as the new format shows them. "<pid>" becomes the
+    // process as the old format shows it. "<tid>" and "<run>" become what events say.
     static std::string WithIds(std::string text);
     static std::string ReplaceAll(std::string text, const std::string& from, const std::string& to);
 
@@ -79,7 +83,7 @@ private:
     std::string directoryBefore;
 };
 
-// The built library as a file, and the targets of CMakeLists.txt by their names there.
+// These are the paths of the built library and of the targets. CMakeLists.txt names the targets.
 inline constexpr char kLibraryPath[] = CKSCRIBE_LIBRARY;
 inline std::string TargetNamed(const std::string& name) {
     return SCRIPTED_TARGET_DIRECTORY "/" + name + ".so";

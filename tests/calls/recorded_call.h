@@ -1,4 +1,4 @@
-// One call and its records, stated as the whole text of the log.
+// A RecordedCall states one call and its records as the whole text of the log.
 //
 //     TEST_F(RecordedCall, C_CloseSession) {
 //         Call(api.C_CloseSession, 0x51);
@@ -10,7 +10,7 @@
 //     }
 //
 // NewLog and OldLog make the call once for each of Results(). The target gets exactly the arguments of Call
-// and returns that result. The application gets the result, and the log is exactly the text. In the text,
+// and returns the result. The application gets the result, and the log is exactly the text. In the text,
 // "<rv>" stands for the result as its format shows it: CKR_OK, ***CKR_PIN_INCORRECT***, ***CKR_UNKNOWN
 // 0x80000999*** in the new format, and the same without asterisks in the old one. LibraryTest::WithIds
 // replaces "<id>" and "<pid>".
@@ -54,8 +54,8 @@ protected:
     // The target runs `step` in every call.
     void Answer(std::function<void()> step) { script.answer = std::move(step); }
 
-    // The target returns these results, one after the other. Else: success, a named error and an unnamed
-    // error.
+    // The target returns these results, one after the other. Without this call they are success, a named
+    // error and an unnamed error.
     void Results(std::vector<NamedResult> wanted) { results = std::move(wanted); }
 
     // States that the call does not reach the target: the library answers it.
@@ -64,14 +64,15 @@ protected:
     void NewLog(const std::string& text);
     void OldLog(const std::string& text);
 
-    // The two events of the call: what stands between the name of the function and "in", the elements of
-    // "in", and those of "out". `endTop` is for an end event that has more before "in" than the start event.
-    // The fixture adds the rest of both lines. Line breaks and the blanks behind them count for nothing.
+    // These state the two events of the call. `top` is what stands between the name of the function and "in".
+    // `in` and `out` are the elements of "in" and "out". `endTop` replaces `top` for an end event that has
+    // more before "in" than the start event. The fixture adds the rest of both lines. Line breaks and the
+    // blanks behind them count for nothing.
     //
     // Events states what holds of events that show data and of events that do not.
     //
-    // States the elements of "out" after a failure, for events that do not show data. Without this they are
-    // those of a success. It comes before the functions that check events.
+    // OutAfterFailure states the elements of "out" after a failure, for events that do not show data. Without
+    // it they are those of a success. A test calls it before the functions that check events.
     void OutAfterFailure(const std::string& out) { outAfterFailure = out; }
     void Events(const std::string& top, const std::string& in, const std::string& out,
                 const std::string& endTop = "");

@@ -9,7 +9,7 @@
 #include "tests/file_text.h"
 #include "tests/temporary_directory.h"
 
-// The store over a file of a test's own.
+// A TestStore is the store over a file of the test's own.
 class TestStore : public WendrafilConfiguration {
 public:
     explicit TestStore(const std::string& path) : ownPath(path) {}

@@ -24,14 +24,15 @@ extern std::atomic<TargetAnswer*> targetAnswer;
 extern std::atomic<void (*)()> onTargetLoaded;
 extern std::atomic<void (*)()> onTargetUnloaded;
 
-// The library as an application loads it. The constructor aborts the process when it cannot be loaded.
+// A Library is the library as an application loads it. The constructor aborts the process if the library
+// cannot be loaded.
 class Library {
 public:
     explicit Library(const char* path = CKSCRIBE_LIBRARY);
-    // Unloads it.
+    // Unloads the library.
     void Close();
 
-    // Returns any exported function by its name; null when there is none.
+    // Returns any exported function by its name, or null if there is none.
     void* Address(const char* name) const;
     template <class Function>
     Function* Exported(const char* name) const {
@@ -46,21 +47,21 @@ private:
     CK_FUNCTION_LIST api = {};
 };
 
-// Returns whether the tests are about the events file: the environment variable CKSCRIBE_TESTED_FILE is
-// "events" then. The library writes events into the file that a test takes for the log, and no text log.
-// ParseLog reads either.
+// Returns whether the tests are about the events file. The environment variable CKSCRIBE_TESTED_FILE is
+// "events" then. In such tests the library writes events into the file that a test takes for the log, and
+// writes no text log. ParseLog reads either.
 bool AreEventsTested();
 
 class FaultsTest : public testing::Test {
 protected:
-    // A child may take so many seconds. That is more than enough under any sanitizer.
+    // A child may take this many seconds. They are more than enough under any sanitizer.
     static constexpr unsigned kPatience = 540;
 
     FaultsTest();
 
-    // Entries of section "CkLog2". At first they are "LibUNIX64" (the scripted target), "Enabled" 1,
-    // "NewFormat" 1, "File" LogPath() and "Error" ErrorPath(). Each change is written to the configuration
-    // file.
+    // Set and Unset change the entries of section "CkLog2". At first the entries are "LibUNIX64" (the
+    // scripted target), "Enabled" 1, "NewFormat" 1, "File" LogPath() and "Error" ErrorPath(). Each change is
+    // written to the configuration file.
     void Set(const std::string& key, const std::string& value);
     void Unset(const std::string& key);
     void WriteConfigurationFile(const std::string& text) const;
@@ -75,7 +76,7 @@ protected:
     std::string Log() const { return Contents(LogPath()); }
     std::string Errors() const { return Contents(ErrorPath()); }
 
-    // Returns a whole file; empty if there is none.
+    // Returns a whole file. A file that does not exist is empty.
     static std::string Contents(const std::string& path);
 
     // Runs `body` in a child process and gives the status that waitpid gives. The child has the status 0 when
@@ -92,7 +93,7 @@ private:
 // Lets a child die without a core file.
 void LeaveNoCore();
 
-// Makes a child an ordinary user: from here on the modes of files apply to it.
+// Makes a child an ordinary user. From here on the modes of files apply to it.
 void GiveUpRightsOfRoot();
 
 // Says how a child ended, for messages.

@@ -1,5 +1,5 @@
-// Holds the arguments of a call. Each thing that an argument points to has memory of its own, which ends
-// where unmapped memory begins: one byte too many ends the reader.
+// A GuardedCall holds the arguments of a call. Each thing that an argument points to has memory of its own,
+// which ends where unmapped memory begins. One byte too many ends the reader.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -12,7 +12,7 @@
 
 #include "tests/faults/arguments_of_functions.h"
 
-// Pages with an unmapped one behind each.
+// GuardedPages are pages with an unmapped one behind each.
 class GuardedPages {
 public:
     static constexpr std::size_t kPage = 4096;
@@ -38,7 +38,7 @@ public:
     // Returns the address of a page that is never mapped.
     char* Gap() const { return pages + kPage; }
 
-    // The ends of the pages that have been taken, long enough for whatever was put there.
+    // Returns the ends of the pages that have been taken. Each is long enough for whatever was put there.
     std::string Contents() const;
 
 private:
@@ -51,7 +51,7 @@ private:
     std::size_t used = 0;
 };
 
-// A word of a call, or of what its arguments point to.
+// A Place is a word of a call, or of what its arguments point to.
 struct Place {
     std::string name;
     void* address;
@@ -64,35 +64,36 @@ struct Place {
     void Set(CK_ULONG word) const { std::memcpy(address, &word, sizeof word); }
 };
 
-// Any exported function, for a caller who hands on more words than it has parameters.
+// AnyFunction is the type of any exported function, for a caller who hands on more words than the function
+// has parameters.
 using AnyFunction = CK_RV(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
                           CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG,
                           CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);
 
 class GuardedCall {
 public:
-    // Lays out a call that PKCS#11 allows, in `pages`, which it resets.
+    // Resets `pages` and lays out a call there that PKCS#11 allows.
     GuardedCall(const FunctionArguments& function, GuardedPages& pages);
     GuardedCall(const GuardedCall&) = delete;
     GuardedCall& operator=(const GuardedCall&) = delete;
 
-    // The arguments, and what lies behind them.
+    // The arguments come first, and then words that no parameter takes.
     std::array<CK_ULONG, 20> words{};
 
     CK_RV Make(AnyFunction* called) const;
 
-    // Every pointer that somebody besides the target may follow, or must not follow. The pointers inside of
-    // a structure come behind the pointer to it.
+    // These are all pointers that somebody besides the target may follow, or must not follow. The pointers
+    // inside a structure come behind the pointer to it.
     std::vector<Place> pointers;
-    // Lengths and counts by which the application says how much is there.
+    // The application says with these lengths and counts how much is there.
     std::vector<Place> inputLengths;
-    // Lengths and counts by which the application says how much room there is, and the target how much it
+    // The application says with these lengths and counts how much room there is, and the target how much it
     // took.
     std::vector<Place> outputLengths;
-    // Here the target stores a pointer, null or valid, whatever else it does.
+    // The target stores a pointer here, null or valid, whatever else it does.
     std::vector<Place> functionLists;
 
-    // Takes the application's input away, or all of the call's memory, until the pages are opened.
+    // Take the application's input away, or all of the call's memory, until the pages are opened.
     void CloseInputs();
     void CloseEverything() { pages.Close(0, pages.Used()); }
 
@@ -109,5 +110,6 @@ private:
     const FunctionArguments& function;
     const std::vector<Argument>& arguments;
     GuardedPages& pages;
-    std::vector<std::size_t> pagesBefore;  // of each argument: how many pages those in front of it have
+    // `pagesBefore` says for each argument how many pages the arguments in front of it have.
+    std::vector<std::size_t> pagesBefore;
 };

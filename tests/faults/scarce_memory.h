@@ -1,7 +1,7 @@
-// Counts every allocation of the whole process, and may refuse it.
+// This file counts every allocation of the whole process, and may refuse it.
 //
 // scarce_memory.cpp replaces malloc and its kin in the program that it is linked to, and so in all that the
-// program loads. It is compiled without sanitizers, for it is called before they are ready.
+// program loads. It is compiled without sanitizers, because it is called before they are ready.
 #pragma once
 
 enum class Refused {
@@ -9,13 +9,13 @@ enum class Refused {
     kAllFromThen  // one allocation, and all after it
 };
 
-// Refuses one allocation of the calling thread: the one with this number, counted from this call on, from
-// 0.
+// Refuses the calling thread's allocation with this number. The first allocation after this call has the
+// number 0.
 void RefuseAllocation(unsigned long number, Refused which);
 
-// Ends the refusal. Returns false if there were not so many allocations.
+// Ends the refusal. Returns false if no allocation was refused because there were too few.
 bool StopRefusing();
 
-// Return what all threads have allocated now. The allocator rounds the bytes.
+// Return how much all threads together have allocated now. The allocator rounds the bytes.
 long AllocatedBlocks();
 long AllocatedBytes();

@@ -1,9 +1,9 @@
-// Makes calls that must go on whatever happens to the log.
+// This file makes calls that must go on whatever happens to the log.
 #pragma once
 
 #include "tests/faults/application.h"
 
-// Calls functions of both lists, each of them twice, and expects of every call that it reaches the target
-// with its arguments and returns with the target's result, errno and signal mask. Only one thread may do
-// so.
+// Calls a function of the standard and one of the vendor, `calls` times each. Expects every call to reach the
+// target with its arguments and to return with the target's result and errno. Expects the signal mask to
+// stay. Only one thread may do so.
 void ExpectCallsGoOn(const Library& library, int calls = 40);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The target libraries of the bridge's tests answer with a number. It tells the function that was called and
-// every argument that the function got.
+// The target libraries of the bridge's tests answer with a number. The number depends on the function that
+// was called and on every argument that the function got.
 
 #include <p11-kit/pkcs11.h>
 
@@ -18,7 +18,7 @@ CK_RV AsWord(Argument argument) {
     }
 }
 
-// Depends on the name and on the value and place of every argument.
+// Returns a number that depends on the name, and on the value and place of every argument.
 template <class... Arguments>
 CK_RV AnswerOf(const char* name, Arguments... arguments) {
     CK_RV answer = 0xCBF29CE484222325;

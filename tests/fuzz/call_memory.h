@@ -1,4 +1,4 @@
-// The memory that a fuzzed call may point into: one page, with unmapped ones around it.
+// A CallMemory is the memory that a fuzzed call may point into: one page, with unmapped ones around it.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -20,7 +20,7 @@ public:
     CallMemory(const CallMemory&) = delete;
     CallMemory& operator=(const CallMemory&) = delete;
 
-    // Fills the page with zeros, and its end with `bytes`, at most a page of them.
+    // Fills the page with zeros, and its end with `bytes`. Takes at most a page of them.
     void Fill(const std::uint8_t* bytes, std::size_t size);
 
     // Sets the words that lie within the page, in their order. Ignores the others.
@@ -29,7 +29,7 @@ public:
     // Returns whether the process or a sanitizer may have mapped memory for itself at an address.
     static bool IsForeign(CK_ULONG address) { return address >= kLowestForeign && address < kEndOfForeign; }
 
-    // Return what can be read from an address on.
+    // Return how much can be read from an address on.
     std::size_t Readable(CK_ULONG address, CK_ULONG length) const;
     std::size_t ReadableCount(CK_ULONG address, CK_ULONG count, std::size_t elementSize) const;
     std::string Bytes(CK_ULONG address, CK_ULONG length) const;  // the readable ones
@@ -38,7 +38,7 @@ public:
     bool Read(CK_ULONG address, Object& object) const {
         return ReadBytes(address, &object, sizeof object);
     }
-    CK_ULONG Word(CK_ULONG address) const {  // 0 when there is none
+    CK_ULONG Word(CK_ULONG address) const {  // 0 if there is none
         CK_ULONG word = 0;
         Read(address, word);
         return word;

@@ -1,4 +1,5 @@
-// Computes the record that a call must give, from the words of the call and the memory that they point to.
+// This file computes the record that a call must give, from the words of the call and the memory that they
+// point to.
 #pragma once
 
 #include <p11-kit/pkcs11.h>
@@ -10,12 +11,13 @@
 #include "tests/faults/arguments_of_functions.h"
 #include "tests/fuzz/call_memory.h"
 
-// A record writes a child's value in one of these shapes.
+// A record writes a child's value in one of these shapes. A kNumber is hexadecimal in the old format and
+// decimal in the new one. A kShort is hexadecimal in the old format and signed decimal in the new one.
 enum class Shape {
-    kNumber,   // hexadecimal in the old format, decimal in the new one
+    kNumber,
     kHex,      // the low 32 bits
     kDecimal,  // all 64 bits
-    kShort,    // the low 32 bits: hexadecimal in the old format, signed decimal in the new one
+    kShort,    // the low 32 bits
     kBoolean,
     kBytes,
     kValue,      // bytes without a line of their own
@@ -47,7 +49,7 @@ struct ExpectedRecord {
 
 using CallWords = std::array<CK_ULONG, 20>;
 
-// These read `memory` at once. Ask for the start record before the call, and for the end record after it.
+// These functions read `memory` at once. Call ExpectedStart before the fuzzed call, and ExpectedEnd after it.
 ExpectedRecord ExpectedStart(const FunctionArguments& function, const CallWords& words,
                              const CallMemory& memory);
 ExpectedRecord ExpectedEnd(const FunctionArguments& function, const CallWords& words,

@@ -1,7 +1,7 @@
 #pragma once
 
-// The fuzzers of the configuration store share these: a store over a file of its own, and the parts of an
-// input.
+// The fuzzers of the configuration store share this file. It has a store over a file of its own, and takes
+// the parts of an input.
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -55,7 +55,7 @@ private:
     int file = -1;
 };
 
-// Takes the first line off an input.
+// Takes the first line off an input and returns it.
 inline std::string TakeLine(std::string* input) {
     const std::size_t end = input->find('\n');
     std::string line = input->substr(0, end);

@@ -1,4 +1,5 @@
-// Reads the records of one call back as reader/ does, and compares what comes out with what the call had.
+// This file reads the records of one call back as reader/ does, and compares what comes out with what the
+// call had.
 #pragma once
 
 #include <string>
@@ -6,8 +7,8 @@
 
 #include "tests/fuzz/expected_records.h"
 
-// `log` holds the start record and the end record of a call of `function`, and nothing else. The first
-// difference is printed and ends the process. Where the log has several ways to be read, any of them will do.
+// `log` holds the start record and the end record of a call of `function`, and nothing else. Prints the first
+// difference and ends the process. If a log can be read in several ways, any of them will do.
 void RequireReadBack(std::string_view log, const std::string& function, const ExpectedRecord& start,
                      const ExpectedRecord& end);
 

@@ -1,7 +1,7 @@
-// Reads a record of the log back, of either format, piece by piece. Where the log itself does not say how
-// long a text is or in which form bytes are written, the expected bytes tell; everything else is taken from
-// the record and then compared. The first thing that is not as expected is printed with the record and ends
-// the process.
+// A RecordReader reads a record of the log back, of either format, piece by piece. The log itself may not say
+// how long a text is or in which form bytes are written; the expected bytes say it then. The reader takes
+// everything else from the record and then compares it. It prints the first thing that is not as expected,
+// with the record, and ends the process.
 #pragma once
 
 #include <string>
@@ -29,7 +29,7 @@ private:
     void ReadText(const std::string& bytes);
     std::string TakeBytes(const std::string& expected);
 
-    // Each takes something off the front.
+    // Each of these takes something off the front.
     void Take(std::string_view literal);
     void TakeNewLine(std::size_t indent);
     std::string_view TakeWhile(int (*isOfKind)(int));

@@ -1,4 +1,4 @@
-// Keeps all that a reader finds.
+// CollectedCalls keeps all that a reader finds.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Reads the calls of a log that a test writes.
+// CallsIn reads the calls of a log that a test writes.
 #pragma once
 
 #include <string_view>

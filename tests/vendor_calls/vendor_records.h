@@ -1,4 +1,4 @@
-// One function of the vendor and its records, stated as their children in both formats.
+// A VendorRecords test states one function of the vendor, and its records by their children in both formats.
 //
 //     TEST_P(VendorRecords, CA_GetTSV) {
 //         auto* const pulTsv = At<CK_ULONG>(0x12345140);
@@ -18,8 +18,8 @@
 //
 // The two events of each call must have the children of the two records.
 //
-// Each test runs once for each format. Ends makes the call once for each of the results: the target gets the
-// words of Call, does what Answer says and returns that result. The application gets the result, and the log
+// Each test runs once for each format. Ends makes the call once for each of the results. The target gets the
+// words of Call, does what Answer says and returns the result. The application gets the result, and the log
 // is exactly the start record of Starts and this end record.
 //
 // A function's case is the one test that has the function's name. It must go through success, a buffer that
@@ -43,7 +43,7 @@
 
 enum class LogFormat { kNew, kOld };
 
-// For the names of tests that run in each format.
+// Returns the format's part of the names of tests that run in each format.
 inline std::string FormatName(const testing::TestParamInfo<LogFormat>& format) {
     return format.param == LogFormat::kNew ? "New" : "Old";
 }
@@ -52,7 +52,7 @@ inline void PrintTo(LogFormat format, std::ostream* out) {
     *out << (format == LogFormat::kNew ? "the new format" : "the old format");
 }
 
-// A result of a call and how a record names it, without asterisks.
+// A Result is a result of a call, with the name that a record gives it, without asterisks.
 struct Result {
     CK_RV value;
     const char* name;
@@ -77,14 +77,14 @@ protected:
     static constexpr CK_SLOT_ID slotID = 7;
     static constexpr CK_SESSION_HANDLE hSession = 81;
 
-    // Memory at an address that the records show, from 0x12345000 to 0x12345fff; zero at first.
+    // Returns memory at an address that the records show, from 0x12345000 to 0x12345fff. It is zero at first.
     template <class Object>
     Object* At(std::uintptr_t address) {
         return &memory.At<Object>(address);
     }
     CK_BYTE* TextAt(std::uintptr_t address, std::string_view text);
 
-    // Before every call: sets what the answer changes back to what goes in.
+    // Sets a step that runs before every call. It sets what the answer changes back to what goes in.
     void Before(std::function<void()> step) { before = std::move(step); }
     // Sets what the target does in every call.
     void Answer(std::function<void()> step) { script.answer = std::move(step); }
@@ -103,13 +103,13 @@ protected:
         MakeCall();
     }
 
-    // The children of the start record in each format.
+    // States the children of the start record in each format.
     void Starts(const std::string& inNewFormat = "", const std::string& inOldFormat = "");
-    // Makes the call. The children of the end record in each format.
+    // Makes the call for each of `results`. States the children of the end record in each format.
     void Ends(const Results& results, const std::string& inNewFormat = "",
               const std::string& inOldFormat = "");
 
-    // A case states what happens after each kind of result.
+    // Expects that the case stated what happens after each kind of result.
     void TearDown() override;
 
 private:
@@ -128,7 +128,7 @@ private:
     CK_RV MakeCall();
     void ExpectRecords(const Result& result, const std::string& endChildren);
     void ExpectCallInTarget() const;
-    // Both events are there, and have the children of the records.
+    // Expects that both events are there, and that they have the children of the records.
     void ExpectEvents(const Result& result, const std::string& endChildren) const;
 
     const LogFormat format;
@@ -145,7 +145,7 @@ protected:
     VendorRecords() : VendorCallTest(GetParam()) {}
 };
 
-// The characters and a terminator.
+// Writes the characters and a terminator.
 void Put(CK_BYTE* place, std::string_view text);
 
 template <class Element>
