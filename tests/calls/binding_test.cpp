@@ -1,4 +1,4 @@
-// Targets that lack functions, that cannot be loaded, and that are this library itself.
+// These tests use targets that lack functions, that cannot be loaded, and that are this library itself.
 #include <dlfcn.h>
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-// Collects what is written to standard output while it lives.
+// A StandardOutput collects what is written to standard output while the object lives.
 class StandardOutput {
 public:
     explicit StandardOutput(const std::string& path) : path(path), before(dup(STDOUT_FILENO)) {
@@ -48,7 +48,7 @@ protected:
         return lines;
     }
 
-    // The functions, all but the two that need arguments, that get to the target.
+    // Calls all functions but the two that need arguments. Returns those that get to the target.
     Names Forwarded() {
         script.result = 0x80000999;
         Names forwarded;
@@ -230,7 +230,7 @@ TEST_F(Binding, TargetIsACopiedLinkToThisLibrary_NothingIsForwarded) {
 }
 
 TEST_F(Binding, TargetIsAHardLinkToThisLibrary_NothingIsForwarded) {
-    // Beside the library: the temporary directory may be on another file system.
+    // The link lies beside the library: the temporary directory may be on another file system.
     const std::string link = std::string(kLibraryPath) + ".link-" + std::to_string(getpid());
     std::filesystem::create_hard_link(kLibraryPath, link);
     Set("LibUNIX64", link);
@@ -328,8 +328,7 @@ TEST_F(Binding, TargetExportsOnlyItsListAndOutlivesThisLibrary_NextLoadBindsItsO
     dlclose(target);
 }
 
-// ---- Announcements
-// ------------------------------------------------------------------------------------
+// ---- Announcements ---------------------------------------------------------------------------------------
 
 TEST_F(Binding, AnnounceIsZero_MissingFunctionsAreNotAnnounced) {
     UseTarget("scripted_target_without_functions");

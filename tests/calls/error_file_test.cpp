@@ -61,8 +61,7 @@ TEST_F(ErrorFile, NothingToReport_NoErrorFileIsMade) {
     EXPECT_FALSE(std::filesystem::exists(ErrorPath()));
 }
 
-// ---- Targets that cannot be used
-// ---------------------------------------------------------------------------------
+// ---- Targets that cannot be used -------------------------------------------------------------------------
 
 namespace {
 
@@ -157,8 +156,7 @@ TEST_F(ErrorFileOfUnusableTarget, FileModeIsSet_ErrorFileHasThesePermissions) {
     EXPECT_EQ(0622u, status.st_mode & 07777);
 }
 
-// ---- Permissions of the files
-// ------------------------------------------------------------------------------------
+// ---- Permissions of the files ----------------------------------------------------------------------------
 
 namespace {
 

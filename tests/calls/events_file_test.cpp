@@ -1,4 +1,4 @@
-// The key "Events": which file, and which calls leave events in it.
+// The key "Events" names a file. These tests say which file it is, and which calls leave events in it.
 #include <dlfcn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -23,7 +23,7 @@ int questionsForTheDate = 0;
 
 }  // namespace
 
-// The library's questions would come to this function.
+// If the library asked for the date, its questions would come to this function.
 extern "C" __attribute__((visibility("default"))) std::tm* gmtime_r(const std::time_t* time,
                                                                     std::tm* result) NOEXCEPT_OF_SYSTEM {
     static const auto systems =

@@ -15,7 +15,7 @@ protected:
 
     void ShowData() { Set("HideData", "0"); }
 
-    // The end event of the only call, from its result on.
+    // Returns the end event of the only call, from its result on.
     std::string End() const {
         const std::string events = Events();
         const std::size_t end = events.find(R"({"event":"end")");
@@ -304,7 +304,7 @@ TEST_F(EventsOfCalls, NestedCallsHaveLongInputs_EachEndEventShowsItsOwn) {
     EXPECT_NE(events.npos, events.find(end("2", "82", std::string(2000, 'i'))));
 }
 
-// After a failed call, output arguments hold what happened to be there: parts of the application's memory.
+// Output arguments hold after a failed call what happened to be there: parts of the application's memory.
 TEST_F(EventsOfCalls, CallFails_EventWithoutDataShowsNothingOfTheOutputBuffers) {
     CK_TOKEN_INFO info;
     std::fill_n(reinterpret_cast<CK_BYTE*>(&info), sizeof info, CK_BYTE{'s'});

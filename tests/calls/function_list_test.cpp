@@ -1,4 +1,4 @@
-// The lists of functions that are handed out: this library's entry points, the target's version.
+// The library hands out lists of functions. They have this library's entry points and the target's version.
 #include <algorithm>
 
 #include "tests/calls/every_function.h"
@@ -18,14 +18,14 @@ protected:
         return list;
     }
 
-    // Version and pointers, as words.
+    // Returns the vendor's list as words: the version, and then the pointers.
     TargetWord* VendorList() {
         void* list = nullptr;
         EXPECT_EQ(CKR_OK, Exported<GetVendorList>("CA_GetFunctionList")(&list));
         return static_cast<TargetWord*>(list);
     }
 
-    // The functions whose place in the list holds what this library exports under their name.
+    // Returns the functions whose place in the list holds what this library exports under their name.
     Names OwnFunctionsIn(const CK_FUNCTION_LIST& list) {
         Names own;
 #define C_EVERY_ROW(Name, ...) \
@@ -191,7 +191,7 @@ TEST_F(FunctionList, TargetGivesNoVendorListInSuccess_NothingIsWritten) {
 TEST_F(FunctionList, TargetHasNoVendorList_ListIsRefused) {
     Set("LibUNIX64", TargetNamed("scripted_target_without_functions"));
     void* list = this;
-    testing::internal::CaptureStdout();  // in which every function is announced
+    testing::internal::CaptureStdout();  // every function is announced there
     EXPECT_EQ(CKR_FUNCTION_NOT_SUPPORTED, Exported<GetVendorList>("CA_GetFunctionList")(&list));
     testing::internal::GetCapturedStdout();
     EXPECT_EQ(this, list);

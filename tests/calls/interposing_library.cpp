@@ -1,4 +1,4 @@
-// This is another PKCS#11 library that an application has in its global scope. No call may reach its
+// This file is another PKCS#11 library that an application has in its global scope. No call may reach its
 // functions.
 #include "tests/calls/interposing_library.h"
 

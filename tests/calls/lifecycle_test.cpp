@@ -1,5 +1,5 @@
-// The library starts, stops and starts again. These tests say when, and what that does to its target and its
-// log.
+// The library starts, stops and starts again. These tests say when it does so, and what happens to its target
+// and its log then.
 #include <algorithm>
 #include <barrier>
 #include <thread>
@@ -242,7 +242,7 @@ TEST_F(Lifecycle, FirstCallsCoincide_LibraryStartsOnce) {
     std::sort(sessions.begin(), sessions.end());
     EXPECT_EQ((std::vector<TargetWord>{0, 1, 2, 3, 4, 5, 6, 7}), sessions);
 
-    // Every record is whole, whatever their order.
+    // Every record is whole, whatever the order of the records is.
     const std::string log = Log();
     std::size_t length = 0;
     for (const std::string& start : expected) {

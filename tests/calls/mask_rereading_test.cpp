@@ -1,5 +1,5 @@
-// The configuration file is asked for the mask at every 500th query. A call of a standard function makes two
-// queries, one before and one after; a call of a vendor's function makes one.
+// The library reads the mask from the configuration file at every 500th query. A call of a standard function
+// makes two queries, one before and one after; a call of a vendor's function makes one.
 #include "tests/calls/every_function.h"
 
 namespace {
@@ -11,7 +11,7 @@ protected:
         WriteConfiguration();
     }
 
-    // 2 * `calls` queries.
+    // Makes 2 * `calls` queries.
     void Logout(int calls) {
         for (int i = 0; i < calls; ++i) api.C_Logout(0x51);
     }
@@ -89,7 +89,8 @@ TEST_F(MaskRereading, LibraryStartsAgain_CountGoesOn) {
     Logout(249);  // queries 0 to 497
     SetMask("GEN_FUNC");
     Exported<void()>("CkLogSpecialFinalize")();
-    EXPECT_EQ("", LogOfLogout());  // the start reads the mask whatever the count; 498 and 499
+    // The start reads the mask whatever the count is.
+    EXPECT_EQ("", LogOfLogout());  // 498 and 499
     SetMask("SESSION_FUNC");
     EXPECT_EQ(kStart + kEnd, LogOfLogout());  // 500
 }

@@ -1,5 +1,5 @@
-// Everything around the arguments of a record: lines, times, results, clocks, threads. And when it is
-// written.
+// These tests state everything around the arguments of a record: lines, times, results, clocks and threads.
+// They also state when a record is written.
 #include <pthread.h>
 #include <sys/mman.h>
 

@@ -1,4 +1,4 @@
-// Outputs that are missing, that are too small, or that a record must not read.
+// These tests have outputs that are missing, that are too small, or that a record must not read.
 #include "records/ssl3_structures.h"
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
@@ -463,7 +463,7 @@ Command(GetTokenInfo, None, End, <rv>) PID:  <pid>  Time:  Sun Nov 15 10:15:30 2
 }
 
 TEST_F(RecordedOutput, WaitForASlot_EndRecordShowsTheAddressOfTheSlot) {
-    // The record does not read what it points to.
+    // The record does not read what `slot` points to.
     const auto slot = reinterpret_cast<CK_SLOT_ID_PTR>(0x123456789ABC);
     Call(api.C_WaitForSlotEvent, 0, slot, nullptr);
     NewLog(R"(

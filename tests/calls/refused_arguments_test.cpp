@@ -1,5 +1,5 @@
-// Arguments that PKCS#11 forbids and that a target refuses. The application gets the target's answer, and the
-// records show what can be read.
+// PKCS#11 forbids these arguments, and a target refuses them. The application gets the target's answer, and
+// the records show what can be read.
 #include "tests/calls/call_data.h"
 #include "tests/calls/every_function.h"
 #include "tests/calls/recorded_call.h"
@@ -747,8 +747,8 @@ namespace {
 
 class RefusedWords : public EveryFunction {
 protected:
-    // Every function, with this word for each of its arguments: the result comes back and there are two
-    // records.
+    // Calls every function with this word for each of its arguments. Expects that the result comes back and
+    // that there are two records.
     void ExpectTwoRecords(TargetWord word) {
         script.result = CKR_ARGUMENTS_BAD;
         for (const char* format : {"0", "1"}) {

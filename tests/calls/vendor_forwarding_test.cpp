@@ -1,5 +1,5 @@
 // Calls of the vendor's functions get to the target with every word that the caller gave, whatever the
-// records know of it, and the target's result comes back.
+// records know of it. The target's result comes back.
 #include <sys/mman.h>
 
 #include <algorithm>
@@ -28,7 +28,7 @@ protected:
         }
     }
 
-    // A word of its own for each place, function and result; none is an address that can be read.
+    // Returns a word of its own for each place, function and result. None is an address that can be read.
     CallWords DistinctWords() {
         CallWords words;
         for (TargetWord& word : words) word = 0x8181828380000001 + 0x0101 * ++wordsMade;
@@ -65,8 +65,8 @@ private:
     TargetWord wordsMade = 0;
 };
 
-// A stack on which a call finds these words where a caller pushes arguments, and where its own variables are
-// if it pushes fewer.
+// A StackOf is a stack on which a call finds these words where a caller pushes arguments. A caller that
+// pushes fewer has its own variables there.
 class StackOf {
 public:
     explicit StackOf(const std::vector<TargetWord>& words) : count(words.size()) {
@@ -157,7 +157,7 @@ TEST_F(VendorForwarding, ArgumentIsABoolean_LowestByteIsForwarded) {
     }
 }
 
-// Words that a caller did not push are its own variables: they go on as they are, and stay as they are.
+// The words that a caller did not push are its own variables. They go on as they are, and stay as they are.
 TEST_F(VendorForwarding, CallReturns_StackOfTheCallerIsUntouched) {
     for (const char* level : {"everything", "DESTROY"}) {
         Set("LoggingLevel", level);

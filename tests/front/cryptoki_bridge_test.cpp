@@ -22,7 +22,7 @@ namespace {
 
 constexpr CK_RV kNotSupported = 0x54;
 
-// A different value for each place in a list of arguments, of the type that the place wants.
+// Returns a different value for each place in a list of arguments, of the type that the place wants.
 template <class Argument>
 Argument Mark(std::size_t place) {
     const std::uint64_t word = 0x0102030405060708 * (place + 3);
@@ -52,8 +52,8 @@ CK_RV Expected(const char* name, CK_RV (CryptokiBridge::*method)(Parameters...))
     return Expected(name, method, std::index_sequence_for<Parameters...>());
 }
 
-// Calls `visit` for each forwarding method: its function's name, what a call of it gives, and what the
-// target's own answer to that call is.
+// Calls `visit` for each forwarding method. `visit` gets the function's name, what a call of the method
+// gives, and what the target's own answer to that call is.
 template <class Visit>
 void ForEachFunction(CryptokiBridge& bridge, const Visit& visit) {
 #define METHOD(Name) \
@@ -69,7 +69,7 @@ void ExpectOnlyStubs(CryptokiBridge& bridge) {
     ForEachFunction(bridge, [](const char* name, CK_RV rv, CK_RV) { EXPECT_EQ(rv, kNotSupported) << name; });
 }
 
-// Expects every function to reach the target but those whose names stand between blanks in `missing`.
+// Expects every function to reach the target, except those whose names stand between blanks in `missing`.
 void ExpectTargetWithout(CryptokiBridge& bridge, const std::string& missing) {
     ForEachFunction(bridge, [&](const std::string& name, CK_RV rv, CK_RV answer) {
         const bool isMissing = missing.find(" " + name + " ") != missing.npos;
@@ -113,7 +113,7 @@ TEST_F(CryptokiBridgeTest, TargetHasEveryFunction_EveryArgumentIsForwarded) {
     std::size_t functions = 0;
     ForEachFunction(bridge, [&](const char*, CK_RV, CK_RV) { ++functions; });
     EXPECT_EQ(functions, kExpectedFunctions.size() + 2);  // and the two counters
-    // It is never looked up, though this target has it.
+    // C_GetFunctionStatus is never looked up, though this target has it.
     ExpectTargetWithout(bridge, " C_GetFunctionStatus ");
 }
 
@@ -281,8 +281,7 @@ TEST_F(CryptokiBridgeTest, AnnouncingIsSwitchedOff_MissingFunctionsAreNotAnnounc
     EXPECT_NE(Connect(TARGET_WITHOUT_DUAL_FUNCTIONS, 1), "");
 }
 
-// ---- Why a target cannot be used
-// ------------------------------------------------------------------------------
+// ---- Why a target cannot be used -------------------------------------------------------------------------
 
 TEST_F(CryptokiBridgeTest, TargetIsUsable_FailureIsEmpty) {
     EXPECT_STREQ(bridge.Failure(), "");
@@ -322,8 +321,7 @@ TEST_F(CryptokiBridgeTest, TargetLacksItsList_FailureSaysItsPathAndTheLoadersRea
                         " C_GetFunctionStatus GetTotalOperations ResetTotalOperations C_GetFunctionList ");
 }
 
-// ---- A target that leaves its functions to its list
-// -----------------------------------------------------------
+// ---- A target that leaves its functions to its list ------------------------------------------------------
 
 class ListingTarget : public CryptokiBridgeTest {
 protected:
@@ -449,13 +447,12 @@ TEST_F(ListingTarget, AnswerIsOkWithoutAList_FailureSaysSo) {
     EXPECT_EQ(bridge.C_Logout(5), kNotSupported);
 }
 
-// ---- A call inside the target
-// ---------------------------------------------------------------------------------
+// ---- A call inside the target ----------------------------------------------------------------------------
 
 std::atomic<bool> isInside{false};
 std::atomic<bool> mayReturn{false};
 
-// A target calls this function while it is inside C_OpenSession; see waiting_target.cpp.
+// A target calls this function while a call is inside its C_OpenSession; see waiting_target.cpp.
 CK_RV StayInside(CK_SESSION_HANDLE, CK_NOTIFICATION, CK_VOID_PTR) {
     isInside = true;
     while (!mayReturn) std::this_thread::yield();
@@ -480,8 +477,7 @@ TEST_F(CryptokiBridgeTest, DisconnectDuringACall_TargetStaysLoaded) {
     EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));
 }
 
-// ---- A call that finds the library stopped
-// --------------------------------------------------------------------
+// ---- A call that finds the library stopped ---------------------------------------------------------------
 
 CryptokiBridge* stoppedBridge = nullptr;
 int starts = 0;
@@ -533,8 +529,7 @@ TEST_F(StoppedBridge, CallStartsTheLibrary_NoCallIsLeftCounted) {
     EXPECT_FALSE(IsLoaded(TARGET_COMPLETE));  // no call is left inside
 }
 
-// ---- The path of the other section
-// ------------------------------------------------------------------------------
+// ---- The path of the other section -----------------------------------------------------------------------
 
 class WendrafilLibraryTest : public CryptokiBridgeTest {
 protected:

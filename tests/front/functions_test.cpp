@@ -24,7 +24,7 @@ struct Row {
     LookUp lookUp;
 };
 
-// Every row of a function that is exported, in the list's order.
+// These are the rows of all functions that are exported, in the list's order.
 const std::vector<Row> rows = {
 #define C_EVERY_ROW(Name, Type, Class, Level, ...) {"C_" #Name, Type, Class, Level, LookUp::kRequired},
 #define C_OPTIONAL_ROW(Name, Type, Class, Level, ...) {"C_" #Name, Type, Class, Level, LookUp::kOptional},

@@ -1,5 +1,5 @@
-// A target library that exports C_GetFunctionList and no other standard function; all of them stand in its
-// list. A test that has it loaded may set what C_GetFunctionList hands out and answers.
+// This target library exports C_GetFunctionList and no other standard function; all of them stand in its
+// list. A test that has loaded the target may set what C_GetFunctionList hands out and answers.
 
 #include "tests/front/target_answers.h"
 

@@ -1,5 +1,5 @@
-// A target library that has every function; a version script leaves some out. TARGET_COUNTERS gives it the
-// two counters, too.
+// This target library has every function; a version script leaves some out. TARGET_COUNTERS gives it the two
+// counters, too.
 
 #include "front/vendor_words.h"
 #include "tests/front/target_answers.h"

@@ -1,4 +1,4 @@
-// A target library with one function: C_OpenSession calls the application back and then returns session 77.
+// This target library has one function: C_OpenSession calls the application back and then returns session 77.
 
 #pragma GCC visibility push(default)
 #include <p11-kit/pkcs11.h>

@@ -22,8 +22,8 @@ Names NamesOf(std::span<const ExpectedName> expected) {
     return names;
 }
 
-// Checks every value that can have a name, and its neighbours: the range of the standard, the range of the
-// vendor, the ends of 32 and 64 bits, and values whose lower half is that of a named one.
+// Checks every value that can have a name, and its neighbours. The values are the range of the standard, the
+// range of the vendor, the ends of 32 and 64 bits, and values whose lower half is that of a named one.
 template <typename Check>
 void ForEveryValueAround(const Names& names, Check check) {
     for (unsigned long value = 0; value < 0x9000; ++value) check(value);
@@ -75,8 +75,8 @@ TEST(Pkcs11Names, CertificateTypes_OnlyX509HasAName) {
     ExpectExactlyTheseNames({{0, "CKC_X_509"}}, GetCertificateType, "CKC_UNKNOWN");
 }
 
-// Some names have another number in today's standard. They keep the vendor's, and the standard's number is
-// unknown.
+// Some names have another number in today's standard. They keep the vendor's number, and the standard's
+// number is unknown.
 TEST(Pkcs11Names, VendorAndStandardDifferInANumber_NameBelongsToTheVendorsNumber) {
     EXPECT_EQ(GetMechanismType(0x8000011C), "CKM_AES_GCM");
     EXPECT_EQ(GetMechanismType(0x1087), "Unknown Mechanism Type");

@@ -18,21 +18,23 @@
 
 namespace {
 
+// `result` is -1 with `error`, or the most characters that the system takes.
 struct Answer {
-    ssize_t result;  // -1 with `error`, else at most so many characters are taken
+    ssize_t result;
     int error;
 };
 
 constexpr Answer Takes(ssize_t characters) { return {characters, 0}; }
 constexpr Answer Fails(int error) { return {-1, error}; }
 
+// When `script` has run out, a write takes all. If `isStuck` is set, it takes nothing any more.
 bool isScripted = false;
-std::deque<Answer> script;  // when it has run out, every write takes all
-bool isStuck = false;       // and when this is set, nothing any more
+std::deque<Answer> script;
+bool isStuck = false;
 std::string taken;
 int writes = 0;
 
-int fstatError = 0;  // of the next fstat; 0: it does not fail
+int fstatError = 0;  // of the next fstat; 0 for none
 
 }  // namespace
 
@@ -158,7 +160,7 @@ TEST_F(AppendFileFaults, TextIsCut_FileEndsInPartUntilAWholeTextFollows) {
 
 // ---- The file cannot be looked at -----------------------------------------------------------------------
 
-// Also those with the high numbers that the library takes.
+// Counts the open descriptors, also those with the high numbers that the library takes.
 int OpenDescriptors() {
     int open = 0;
     for (int descriptor = 0; descriptor < 5000; ++descriptor) {

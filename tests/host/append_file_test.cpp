@@ -106,8 +106,7 @@ TEST_F(AppendFileTest, PermissionsAreGiven_FileHasThemAlsoWhenItIsOpenedAgain) {
     umask(before);
 }
 
-// ---- A file that is lost
-// -----------------------------------------------------------------------------------
+// ---- A file that is lost ---------------------------------------------------------------------------------
 
 class LostFile : public AppendFileTest {
 protected:
@@ -115,7 +114,7 @@ protected:
         EXPECT_TRUE(file.Open(path.c_str()));
         file.Append("before");
     }
-    // Nobody, not even root, can open the log at its path.
+    // Makes a directory at the log's path. Nobody, not even root, can open the log there.
     void PutDirectoryInItsPlace() const {
         std::filesystem::remove(path);
         std::filesystem::create_directory(path);
@@ -207,7 +206,7 @@ TEST_F(AppendFileTest, PathIsNoFile_OpenFailsAndSaysWhy) {
     ASSERT_TRUE(file.Open(path.c_str()));
     EXPECT_FALSE(file.Open(directory.Path().c_str()));
     EXPECT_EQ(errno, EISDIR);
-    EXPECT_FALSE(file.IsOpen());  // nor is the first one any more
+    EXPECT_FALSE(file.IsOpen());  // the first one is closed, too
     EXPECT_FALSE(file.Open(directory.File("missing/log").c_str()));
     EXPECT_EQ(errno, ENOENT);
     EXPECT_FALSE(file.Open(""));
@@ -217,7 +216,7 @@ TEST_F(AppendFileTest, PathIsNoFile_OpenFailsAndSaysWhy) {
     EXPECT_EQ(DescriptorOf(path), -1);
 }
 
-// Runs as a user to whom the modes of files apply.
+// Opens files as a user to whom the modes of files apply.
 void OpenFilesOfOtherModes(const std::string& directory) {
     chmod(directory.c_str(), 0777);
     if (geteuid() == 0 && seteuid(65534) != 0) _exit(1);
@@ -266,8 +265,7 @@ TEST_F(AppendFileDeathTest, NoHighDescriptorIsAllowed_FileIsOpenedUnderALowOne) 
     EXPECT_EXIT(open(), testing::ExitedWithCode(0), "");
 }
 
-// ---- Hosts that close descriptors which are not theirs
-// -----------------------------------------------------
+// ---- Hosts that close descriptors which are not theirs ---------------------------------------------------
 
 TEST_F(AppendFileTest, HostClosesTheDescriptor_FileIsOpenedAgain) {
     ASSERT_TRUE(file.Open(path.c_str()));

@@ -1,4 +1,5 @@
-// Prints what a process may believe of its environment: the value of the named variable, or "(none)".
+// This program prints what a process may believe of its environment: the value of the named variable, or
+// "(none)".
 
 #include <cstdio>
 

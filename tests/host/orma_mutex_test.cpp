@@ -15,8 +15,8 @@ namespace {
 
 static_assert(std::has_virtual_destructor_v<OrmaMutex>);
 
-// Returns whether another thread gets the mutex at once. The test asks the system's mutex inside, whose
-// address the first field holds.
+// Returns whether another thread gets the mutex at once. The function asks the system's mutex inside, whose
+// address stands behind the virtual table.
 bool IsFree(OrmaMutex& mutex) {
     struct Layout {
         void* virtualTable;

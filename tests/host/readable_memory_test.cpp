@@ -17,7 +17,7 @@ const std::size_t pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 
 const void* At(std::uintptr_t address) { return reinterpret_cast<const void*>(address); }
 
-// Pages that can be read and written, between two that cannot.
+// An IslandOfPages has pages that can be read and written, between two pages that cannot.
 class IslandOfPages {
 public:
     explicit IslandOfPages(std::size_t pages) : size((pages + 2) * pageSize) {

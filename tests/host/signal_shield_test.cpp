@@ -62,10 +62,10 @@ TEST_F(SignalShieldTest, WriteFailsBehindTheShield_ItsSignalsDoNotReachTheProces
     EXPECT_FALSE(IsPending(SIGPIPE));
     EXPECT_FALSE(IsPending(SIGXFSZ));
     WriteToPipeWithoutReader();
-    EXPECT_EQ(received, SIGPIPE);  // without a shield it does
+    EXPECT_EQ(received, SIGPIPE);  // without a shield it arrives
 }
 
-// The shield asks the kernel itself there, see host/uncancelled_io.h.
+// The shield asks the kernel itself here, see host/uncancelled_io.h.
 TEST_F(SignalShieldTest, ThreadCanBeCancelledAtAnyInstruction_SignalsOfAWriteDoNotReachTheProcess) {
     int type = 0;
     pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &type);

@@ -140,7 +140,8 @@ TEST(MixedLog, RecordsOfBothFormatsAndEventsInOneFileAreRead) {
                        "C_FindObjectsInit 24 34 CKR_UNKNOWN", "C_SignInit 12 -", "C_Sign 38 -"}));
 }
 
-// Returns the places at which the records of a log end: in front of the beginning of the next one.
+// Returns the places at which the records of a log end. A record ends in front of the beginning of the next
+// one.
 std::vector<std::size_t> EndsOfRecords(std::string_view log) {
     std::vector<std::size_t> ends;
     for (std::size_t i = 0; i < log.size(); ++i) {
@@ -295,7 +296,7 @@ TEST(TextLog, CallsOfTheOldFormatAreJoinedByProcessAndFunctionWithTheNewestStart
     EXPECT_EQ(described(2), "1 4 CKR_GENERAL_ERROR");
 }
 
-// The length of this text is printed, therefore the text may hold lines that look like records.
+// The length of this text is printed. Therefore the text may hold lines that look like records.
 TEST(TextLog, TextWithALengthThatHoldsWholeRecordsIsReadAsAText) {
     const std::string fake = "x\") } \n\n10:15:30 00001-001:STRTLogout {Sesn=5 }\n\nCommand(Logout";
     const std::string length = std::to_string(fake.size());

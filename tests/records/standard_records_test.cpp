@@ -1,5 +1,5 @@
-// The logging levels at which the builders of the standard functions write, and the records of functions that
-// are not exported.
+// These tests state the logging levels at which the builders of the standard functions write, and the records
+// of functions that are not exported.
 
 #include "records/standard_records.h"
 
