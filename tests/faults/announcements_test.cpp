@@ -1,5 +1,5 @@
 // A target lacks functions, and the library says so on the application's standard output. These tests vary
-// what that output is.
+// what the output is.
 
 #include <fcntl.h>
 #include <sys/resource.h>

@@ -27,8 +27,8 @@ constexpr Row kRows[] = {
 #include "functions/functions.def"
 };
 
-// The type of these pointers does not say that they are arrays, or their measure is not the next argument.
-// A row holds for every function that has both arguments; the first row that fits counts.
+// The type of the pointers in kArrays does not say that they are arrays, or their measure is not the next
+// argument. A row holds for every function that has both arguments; the first row that fits counts.
 struct ArrayRow {
     const char* pointer;
     const char* measure;
@@ -60,7 +60,7 @@ constexpr ArrayRow kArrays[] = {
     {"ppSignatures", "ulInputCount", Kind::kOutputStrings, "pulSignatureLens"},
 };
 
-// These bytes have no measure and are no input text.
+// The bytes in kFixed have no measure and are no input text.
 struct FixedRow {
     const char* function;
     const char* pointer;

@@ -20,7 +20,7 @@ std::function<void()> betweenSizeAndRead;
 
 }  // namespace
 
-// Between fstat and read the store knows how long the file is, and has not read it.
+// The store knows between fstat and read how long the file is, and has not read it.
 extern "C" int __real_fstat(int file, struct stat* status);
 extern "C" int __wrap_fstat(int file, struct stat* status) {
     const int result = __real_fstat(file, status);
@@ -123,7 +123,7 @@ TEST_F(ChangingConfiguration, FileGrowsBeforeTheRead_ValueIsTheDefault) {
 constexpr int kChanges = 1000;
 constexpr int kLookUps = 1000;
 
-// Changes the file all the time while `body` is done, until both have been done often enough.
+// Calls `change` all the time on one thread and `body` on another, until both were called often enough.
 void DoDuring(const std::function<void(int)>& change, const std::function<void()>& body,
               const std::function<bool()>& isEnough) {
     std::atomic<int> changes{0};
@@ -157,7 +157,7 @@ TEST_F(ChangingConfiguration, FileIsRewrittenAllTheTime_ValueIsAlwaysABeginningO
     }
 }
 
-// The application notices nothing, and its log shows the changes.
+// The application notices no change, and its log shows the changes.
 TEST_F(ChangingConfiguration, FileChangesDuringCalls_CallsGoOnAndTheLogShowsTheChanges) {
     Set("LoggingMask", "SESSION_FUNC");
     const std::string sessions = ConfigurationText();

@@ -3,7 +3,7 @@
 //
 // The test counts the steps. config/entry_lookup.cpp is compiled into this program so that every run of
 // straight code in it calls __sanitizer_cov_trace_pc below. The linker puts functions in front of the C
-// library's own, which count the characters that the C library passes over.
+// library's own. They count the characters that the C library passes over.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -72,7 +72,7 @@ struct HostileText {
 
     friend void PrintTo(const HostileText& text, std::ostream* stream) { *stream << text.name; }
 
-    // `before`, then `repeated` up to `length` characters, then `after`.
+    // Returns `before`, then `repeated` up to `length` characters, then `after`.
     std::string OfLength(std::size_t length) const {
         std::string text = before;
         while (text.size() < length) text += repeated;

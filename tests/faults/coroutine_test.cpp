@@ -1,5 +1,5 @@
-// An application whose coroutines have stacks of their own: a stack may end right above its outermost
-// function, where memory begins that nobody may touch.
+// The coroutines of an application have stacks of their own. A stack may end right above its outermost
+// function, and nobody may touch the memory that begins there.
 
 #include <sys/mman.h>
 #include <ucontext.h>
@@ -23,7 +23,7 @@ CK_RV result = 0;
 // This is the outermost function of the coroutine.
 void Call() { result = function(0, 0, 0, 0, 0, 0); }
 
-// A stack between two pages that nobody may touch.
+// A Stack lies between two pages that nobody may touch.
 class Stack {
 public:
     Stack() : memory(static_cast<char*>(mmap(nullptr, kSize + 2 * kPage, PROT_NONE, kFlags, -1, 0))) {
@@ -33,7 +33,7 @@ public:
     Stack(const Stack&) = delete;
     Stack& operator=(const Stack&) = delete;
 
-    // Calls `called` from a coroutine, and gives its result. `unused` bytes at the end of the stack stay
+    // Calls `called` from a coroutine, and returns its result. `unused` bytes at the end of the stack stay
     // free.
     CK_RV RunCall(SixWords* called, std::size_t unused) {
         function = called;
@@ -67,7 +67,8 @@ protected:
         return names;
     }
 
-    // Calls each function from the outermost function of a coroutine, with six zeros.
+    // Calls each function from the outermost function of a coroutine, with six zeros. Expects each call to
+    // reach the target.
     static void ExpectThatTheyReachTheTarget(const std::vector<std::string>& functions) {
         EXPECT_TRUE(Survives([&] {
             Library library;
@@ -147,7 +148,7 @@ TEST_F(Coroutine, WordsGoOnToAReadablePage_TargetGetsAllWords) {
             return everyWord(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20);
         };
         Stack stack;
-        // Somewhere in here the words lie on two pages.
+        // At some of these places the words lie on two pages.
         for (std::size_t unused = 0; unused < 2 * kPage; unused += 16) {
             words.clear();
             EXPECT_EQ(stack.RunCall(call, unused), 6U);

@@ -1,4 +1,4 @@
-// A target dies inside a call. Its log then says what it was asked to do.
+// A target dies inside a call. The log then says what the target was asked to do.
 
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -29,7 +29,7 @@ CK_RV Kill(const char*, const TargetWord*, std::size_t) {
 CK_RV LeaveAtOnce(const char*, const TargetWord*, std::size_t) { _exit(7); }
 CK_RV Leave(const char*, const TargetWord*, std::size_t) { std::exit(8); }
 
-// The call in which the target ends the process, and what its start record says.
+// A LastCall is the call in which the target ends the process, with what its start record says.
 struct LastCall {
     void (*make)(Library& library);
     const char* function;

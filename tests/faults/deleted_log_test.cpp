@@ -1,4 +1,4 @@
-// A log that is deleted, renamed or rotated while an application makes calls.
+// A log is deleted, renamed or rotated while an application makes calls.
 
 #include <unistd.h>
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-// The library looks at its log again when the coarse clock has moved, as it does within this time.
+// Waits until the coarse clock has moved. The library looks at its log again then.
 void LetTheClockMove() { usleep(20'000); }
 
 class DeletedLog : public FaultsTest {

@@ -31,7 +31,7 @@ void CloseEverything() {
     for (int descriptor = 3; descriptor < kMostDescriptors; ++descriptor) close(descriptor);
 }
 
-// The library looks at the log's descriptor when the coarse clock has moved, as it does within this time.
+// Waits until the coarse clock has moved. The library then looks at the log's descriptor.
 void LetTheClockMove() { usleep(20'000); }
 
 // Opens a file of the application's under the number that the log had.
@@ -57,7 +57,7 @@ protected:
 
     std::string OwnPath() const { return directory.File("own"); }
 
-    // Expects that the application can still write into its own file.
+    // Expects that the application can still write into its own file, which `descriptor` names.
     static void ExpectThatItIsOpen(int descriptor) { EXPECT_EQ(write(descriptor, "own text\n", 9), 9); }
 };
 
@@ -160,12 +160,11 @@ TEST_F(DescriptorClosedByApplication, LogCannotBeOpenedAgain_CallsGoOn) {
     EXPECT_EQ(Contents(OwnPath()), "own text\n");
 }
 
-// ---- A log that is lost
-// ---------------------------------------------------------------------------------------------------
+// ---- A log that is lost ----------------------------------------------------------------------------------
 
 class LostLog : public DescriptorClosedByApplication {
 protected:
-    // Closes everything while there is no way to open the log.
+    // Closes every descriptor while the log cannot be opened.
     void LoseLog() const {
         std::filesystem::rename(LogPath(), LogPath() + ".old");
         std::filesystem::create_directory(LogPath());
@@ -260,8 +259,7 @@ TEST_F(LostLog, LogIsDeletedWithItsDirectory_OneLineInTheErrorFileSaysSo) {
                   "/calls.log and could not open it again: No such file or directory.");
 }
 
-// A daemon that root started: it closes what it inherited and gives up the right to open log and
-// configuration.
+// Root started this daemon. It closes what it inherited and gives up the right to open log and configuration.
 TEST_F(LostLog, LogAndConfigurationMayNotBeReadAnyMore_ErrorFileOfTheStartHasTheLine) {
     WriteConfigurationFile(ConfigurationText());
     std::filesystem::permissions(directory.Path(), std::filesystem::perms(0711));

@@ -1,4 +1,4 @@
-// A library of the application that makes a call before the program starts.
+// This library of the application makes a call before the program starts.
 
 #include <p11-kit/pkcs11.h>
 #include <unistd.h>

@@ -18,8 +18,8 @@
 
 namespace {
 
-// Runs on the thread that asks for the time, as every record does once. An event does not; there it runs
-// before the write, which every event does once.
+// This function runs on the thread that asks for the time. Every record asks once. An event does not ask; the
+// function then runs before the write, and every event writes once.
 thread_local void (*onTimeAsked)() = nullptr;
 
 }  // namespace
@@ -33,8 +33,8 @@ extern "C" __attribute__((visibility("default"))) std::time_t time(std::time_t* 
     return now.tv_sec;
 }
 
-// The library's writes come to these functions: to the second one from a thread that can be cancelled at any
-// instruction.
+// The library's writes come to these functions. They come to the second one from a thread that can be
+// cancelled at any instruction.
 extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* bytes,
                                                                 size_t size) {
     static const auto systemsWrite =
@@ -61,7 +61,7 @@ namespace {
 // The sanitizers' own code is everywhere and may hold locks.
 constexpr int kAnyInstruction = CKSCRIBE_IS_SANITIZED ? PTHREAD_CANCEL_DEFERRED : PTHREAD_CANCEL_ASYNCHRONOUS;
 
-// Results of threads; only their addresses count.
+// Threads give the addresses of these as their results. Only the addresses count.
 char wentOn;  // the thread was not cancelled
 char endedItself;
 
@@ -75,7 +75,7 @@ CK_RV SpinInTarget(const char*, const TargetWord*, std::size_t) {
     isInTarget = true;
     for (;;) asm volatile("");
 }
-// Only a cancellation ends these calls. The type says which kind does.
+// Only a cancellation ends an EndlessCall. `cancelType` says which type of cancellation does.
 struct EndlessCall {
     TargetAnswer* target;
     int cancelType;
@@ -353,7 +353,7 @@ protected:
     using GetList = CK_RV(CK_FUNCTION_LIST**);
     static constexpr const char* kGetLists[] = {"C_GetFunctionList", "CA_GetFunctionList"};
 
-    // A thread that asks for one list or for both.
+    // An Asking is a thread that asks for one list or for both.
     struct Asking {
         GetList* functions[2];
         int cancelType;

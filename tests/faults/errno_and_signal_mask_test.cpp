@@ -36,7 +36,7 @@ void SetSignalMask(std::initializer_list<int> signals) {
     pthread_sigmask(SIG_SETMASK, &mask, nullptr);
 }
 
-// The target stores here what it found.
+// The target stores in `found` what it found.
 struct Found {
     bool isCalled = false;
     int error = 0;
@@ -51,7 +51,7 @@ CK_RV LookAroundAndChange(const char*, const TargetWord*, std::size_t) {
     return result;
 }
 
-// There are enough nulls for every function. A function never looks behind its last argument.
+// The call has enough nulls for every function. A function never looks behind its last argument.
 template <std::size_t... i>
 CK_RV CallWithNulls(void* function, std::index_sequence<i...>) {
     return reinterpret_cast<CK_RV (*)(decltype(TargetWord{i})...)>(function)((TargetWord{i} * 0)...);
@@ -59,7 +59,7 @@ CK_RV CallWithNulls(void* function, std::index_sequence<i...>) {
 
 class ErrnoAndSignalMask : public FaultsTest {
 protected:
-    // A call of a function with nulls for arguments.
+    // Calls a function with nulls for arguments. Expects errno and signal mask to pass in both directions.
     static void ExpectThatTheyPass(const Library& library, const char* function, bool reachesTarget = true) {
         void* const address = library.Address(function);
         SetSignalMask({SIGUSR1, SIGPIPE});
@@ -85,12 +85,13 @@ protected:
         SetSignalMask({});
     }
 
-    // Two functions are never forwarded with nulls: one has no counterpart in the target, one answers itself.
+    // Returns whether a call with nulls reaches the target. Two functions do not: the library answers
+    // C_GetFunctionStatus itself, and CA_GetFunctionList without a place for the list.
     static bool ReachesTarget(std::string_view function) {
         return function != "C_GetFunctionStatus" && function != "CA_GetFunctionList";
     }
 
-    // Every function fails once and succeeds once, except the one whose success promises a list.
+    // Lets every function fail once and succeed once, except the one whose success promises a list.
     static void ExpectThatTheyPassEveryFunction() {
         targetAnswer = LookAroundAndChange;
         const Library library;
@@ -147,7 +148,7 @@ TEST_F(ErrnoAndSignalMask, NoConfiguration_ErrnoAndSignalMaskStay) {
     }));
 }
 
-// The host and a call each start and stop the library.
+// The host starts and stops the library. A call starts it again.
 TEST_F(ErrnoAndSignalMask, LibraryStartsAndStops_ErrnoAndSignalMaskStay) {
     EXPECT_TRUE(Survives([] {
         const Library library;

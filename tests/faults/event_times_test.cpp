@@ -10,7 +10,7 @@ namespace {
 
 constexpr long kTargetNanoseconds = 20'000'000;
 
-// The target takes so long, and some more.
+// The target takes at least kTargetNanoseconds.
 CK_RV TakeTime(const char*, const TargetWord*, std::size_t) {
     const timespec time = {0, kTargetNanoseconds};
     clock_nanosleep(CLOCK_MONOTONIC, 0, &time, nullptr);

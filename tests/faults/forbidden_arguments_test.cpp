@@ -29,20 +29,21 @@ constexpr Result kRefusals[] = {{CKR_ARGUMENTS_BAD, "CKR_ARGUMENTS_BAD"},
                                 {0x8000BEEF, "CKR_UNKNOWN 0x8000beef"}};
 constexpr Result kSuccess = {CKR_OK, "CKR_OK"};
 
-// Nobody means these lengths and counts: they just miss the right one, or a multiple of them overflows.
+// No caller means these lengths and counts: they just miss the right one, or a multiple of them overflows.
 constexpr CK_ULONG kWildLengths[] = {~CK_ULONG{0},      100000, CK_ULONG{1} << 61, (CK_ULONG{1} << 61) + 3,
                                      CK_ULONG{1} << 63, 12};
 
-// One way to make a call, in place of the lawful one.
+// A Variant is one way to make a call, in place of the lawful one. `before` changes the call. `inside` is
+// what the target does to the call's memory. `last` is what becomes of the memory before the target returns.
+// Each may be empty.
 struct Variant {
     std::string name;
-    std::function<void(GuardedCall&)> before;  // changes the call; may be empty
-    std::function<void(GuardedCall&)> inside;  // what the target does to the call's memory; may be empty
-    std::function<void(GuardedCall&)>
-        last;  // what becomes of the memory before the target returns; may be empty
+    std::function<void(GuardedCall&)> before;
+    std::function<void(GuardedCall&)> inside;
+    std::function<void(GuardedCall&)> last;
 };
 
-// Says what the target does, and keeps what it saw. The target runs on the test's thread.
+// `target` says what the target does, and keeps what it saw. The target runs on the test's thread.
 struct {
     const Variant* variant = nullptr;
     GuardedCall* call = nullptr;
@@ -60,7 +61,7 @@ CK_RV ScriptedAnswer(const char*, const TargetWord* words, std::size_t count) {
     return target.rv;
 }
 
-// Tells the parent what a child died of.
+// A SharedNote lets the parent know what a child died of.
 class SharedNote {
 public:
     SharedNote()
@@ -77,10 +78,10 @@ private:
 
 class ForbiddenArguments : public FaultsTest, public testing::WithParamInterface<const char*> {
 protected:
-    // The variants of a function's call, made from a lawful call of it.
+    // A Variants function makes the variants of a function's call from a lawful call.
     using Variants = std::function<std::vector<Variant>(const GuardedCall& lawful)>;
 
-    // Every function with every variant and result.
+    // Calls every function with every variant and result.
     void ExpectSameAsWithoutUs(const Variants& variants, const std::vector<Result>& results) {
         Set("NewFormat", GetParam());
         EXPECT_TRUE(Survives([&] {
@@ -179,7 +180,8 @@ private:
 
     GuardedPages pages;
     SharedNote note;
-    std::uintmax_t logSize = 0;  // before the calls of a function; emptying the log each time takes long
+    // The log has this size before the calls of a function. Emptying the log each time would take long.
+    std::uintmax_t logSize = 0;
 };
 
 std::vector<Result> Refusals() { return {std::begin(kRefusals), std::end(kRefusals)}; }
@@ -192,7 +194,7 @@ std::vector<Result> AllResults() {
 
 using Places = std::vector<Place> GuardedCall::*;
 
-// One variant for each place, in which the place holds another word.
+// Adds one variant for each place, in which the place holds another word.
 void AddVariants(std::vector<Variant>& variants, const GuardedCall& lawful, Places places,
                  const std::string& what, const std::function<CK_ULONG(CK_ULONG)>& other) {
     for (std::size_t i = 0; i < (lawful.*places).size(); ++i) {
@@ -221,7 +223,8 @@ TEST_P(ForbiddenArguments, PointersAreNull_CallLivesOn) {
             std::vector<Variant> variants = {Lawful()};
             AddVariants(variants, lawful, &GuardedCall::pointers, " is null", 0);
             AddVariants(variants, lawful, &GuardedCall::functionLists, " is null", 0);
-            // From the last to the first: words inside of structures come before the pointers to these.
+            // The loop goes from the last to the first: words inside a structure come before the pointer to
+            // it.
             variants.push_back({"every pointer is null",
                                 [](GuardedCall& call) {
                                     std::for_each(call.pointers.rbegin(), call.pointers.rend(),
@@ -290,7 +293,7 @@ TEST_P(ForbiddenArguments, MemoryGoesDuringARefusedCall_CallLivesOn) {
         Refusals());
 }
 
-// After the target has taken what it needs, a successful call may lose its input too.
+// A successful call may lose its input, too, after the target has taken what it needs.
 TEST_P(ForbiddenArguments, InputGoesDuringACall_CallLivesOn) {
     ExpectSameAsWithoutUs(
         [](const GuardedCall&) {

@@ -14,18 +14,19 @@
 
 namespace {
 
-// Callers: the threads of the parent, the thread that forks, then two for each round.
+// The callers have numbers in this order: the threads of the parent, the thread that forks, then two for each
+// round.
 constexpr unsigned kThreads = 2;
 constexpr unsigned kForker = kThreads;
 
-// The thread pauses after this many calls: the lock is often held, and the thread that forks gets it all
-// the same.
+// A calling thread pauses this long after every eighth call. The lock is often held, and the thread that
+// forks gets it all the same.
 constexpr std::chrono::microseconds kPause(20);
 
 unsigned ChildOf(unsigned round) { return kForker + 1 + 2 * round; }
 unsigned GrandchildOf(unsigned round) { return kForker + 2 + 2 * round; }
 
-// A child writes it, and its parent reads it.
+// A child writes SharedNumbers, and its parent reads them.
 class SharedNumbers {
 public:
     explicit SharedNumbers(std::size_t count)
@@ -42,7 +43,7 @@ private:
 
 class Fork : public FaultsTest {
 protected:
-    // Forks a child that hangs no longer than a test does, and gives its process.
+    // Forks a child that hangs no longer than a test may, and returns the child's process number.
     template <class Work>
     static pid_t ForkFor(const Work& work) {
         const pid_t child = fork();
@@ -206,7 +207,7 @@ TEST_F(Fork, AnotherThreadStartsTheLibrary_ForkWaitsForIt) {
 }
 
 // Here the lock is only held to look at the lists and to ask whether they can be written. The parent's
-// threads ask for them all the time. Children are made all the same, and none finds the lock locked.
+// threads ask for the lists all the time. It forks all the same, and no child finds the lock locked.
 TEST_F(Fork, OthersAskForTheFunctionLists_ChildHasWholeLists) {
     Set("LoggingMask", "SIGN_VERIFY_FUNC");
     Set("LibUNIX64", TARGET_WITH_CONST_LISTS);

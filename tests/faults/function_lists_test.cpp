@@ -1,5 +1,5 @@
-// The function lists of the target, which the library overwrites: they outlive the library, and another
-// thread may stop the library while one is asked for.
+// The library overwrites the function lists of the target. The lists outlive the library, and another thread
+// may stop the library while one is asked for.
 
 #include <dlfcn.h>
 #include <sys/resource.h>
@@ -13,12 +13,12 @@ namespace {
 using GetVendorList = CK_RV(void** list);
 using OneWord = CK_RV(TargetWord);
 
-// The targets' lists stand in the order of their headers: the version, and then a pointer for each function.
+// The targets' lists have the order of their headers: the version, and then a pointer for each function.
 constexpr std::size_t kPlaceOfVendorFunction = 5;
 
 CK_RV AnswerWithSession(const char*, const TargetWord* arguments, std::size_t) { return arguments[0] + 1000; }
 
-// The target as another part of the application has it: loaded before the library and after it.
+// A Target is the target as another part of the application has it, loaded before the library or after it.
 class Target {
 public:
     explicit Target(const char* path) : handle(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {}

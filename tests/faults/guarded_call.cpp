@@ -105,7 +105,7 @@ bool GuardedCall::IsInput(std::size_t index) const {
     }
 }
 
-// No record may show it, whatever else is wrong with the call.
+// Returns whether no record may show the argument, whatever else is wrong with the call.
 bool GuardedCall::IsSecret(std::size_t index) const {
     const ExpectedFunction* const row = FindExpectedFunction(function.function);
     return row != nullptr &&
@@ -209,7 +209,7 @@ void GuardedCall::Strings(std::size_t index) {
     }
 }
 
-// Only for this mechanism does a record follow the pointers of the parameter.
+// Lays out the only mechanism for which a record follows the pointers of the parameter.
 void GuardedCall::Mechanism(std::size_t index) {
     auto* const keys = Put(pages, ckscribe::CK_SSL3_KEY_MAT_OUT{});
     ckscribe::CK_SSL3_KEY_MAT_PARAMS connection{};

@@ -15,7 +15,7 @@
 
 namespace {
 
-// More calls than the library makes between two looks at the file; each call asks for the mask twice.
+// The library looks at the file again within this many calls. Each call asks for the mask twice.
 constexpr int kCallsBetweenLooks = 251;
 
 // A sanitized library reads a gibibyte for minutes.
@@ -33,7 +33,7 @@ std::string Bytes(int byte, std::size_t count) { return std::string(count, stati
 struct Damage {
     const char* name;
     bool leavesSomethingToRead;
-    // Changes the file at `path`, which exists. Runs in a child process.
+    // `make` changes the file at `path`, which exists. It runs in a child process.
     void (*make)(const std::string& path);
 
     friend void PrintTo(const Damage& damage, std::ostream* stream) { *stream << damage.name; }
@@ -77,7 +77,7 @@ const Damage kDamages[] = {
     {"InAnotherRoot", false,
      [](const std::string& path) {
          const std::string directory = std::filesystem::path(path).parent_path();
-         // Only root may do so; anybody else just loses the file.
+         // Only root may change the root directory. Any other user loses the file instead.
          if (chroot(directory.c_str()) != 0) unlink(path.c_str());
      }},
     {"NulsOnly", true, [](const std::string& path) { WriteBytes(path, Bytes(0, 1'000'000)); }},
@@ -121,7 +121,7 @@ TEST_P(DamagedConfiguration, FileDamagedAtTheStart_DefaultsCount) {
     EXPECT_EQ(Errors(), "");
 }
 
-// A file that can be read and lacks the key means every class. A file that cannot be read means nothing new.
+// A file that can be read and lacks the key means every class. A file that cannot be read changes nothing.
 TEST_P(DamagedConfiguration, FileDamagedLater_MaskWidensOnlyIfSomethingCanBeRead) {
     EXPECT_TRUE(Survives([&] {
         Library library;
@@ -170,7 +170,7 @@ protected:
         EXPECT_NE(log.records[0].thread, "") << "the new format";
     }
 
-    // The fixture's text without its last line, which closes the section.
+    // Returns the fixture's text without its last line, which closes the section.
     std::string OpenText() const {
         const std::string text = ConfigurationText();
         return text.substr(0, text.rfind('}'));
@@ -234,7 +234,7 @@ TEST_F(HostileConfiguration, EveryByteValueInFrontOfTheSection_ValuesCountAsFarA
 TEST_F(HostileConfiguration, EveryByteValueInTheSection_ValuesCountAsFarAsTheyStand) {
     const std::string kFile = AreEventsTested() ? "Events" : "File";
     const std::string kBeginning = "CkLog2 = {\n   LibUNIX64 = " SCRIPTED_TARGET ";\n";
-    // The text and the section end here; no entry behind counts.
+    // These bytes end the section or the text. No entry behind them counts.
     const std::string kEndsEverything = std::string("}") + '\0';
     const std::string kEndsAValue = "\r\n;";
     const std::string kSeparatesClasses = " |";
@@ -296,7 +296,7 @@ protected:
     static constexpr std::size_t kLongestPath = 499;
     static constexpr std::size_t kLongestWord = 199;
 
-    // The same file by a name of `length` characters.
+    // Returns a name of `length` characters for the same file.
     static std::string LongName(const std::string& path, std::size_t length) {
         const std::size_t slash = path.rfind('/');
         return path.substr(0, slash) + std::string(length - path.size(), '/') + path.substr(slash);

@@ -1,4 +1,4 @@
-// A library of the application that makes a call when it is unloaded or the process ends.
+// This library of the application makes a call when it is unloaded or the process ends.
 
 extern "C" void CallFromDestructor();
 

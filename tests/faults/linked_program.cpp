@@ -1,4 +1,4 @@
-// A program that is linked with the library and ends while its threads are in calls. Its status is 0 if every
+// This program is linked with the library and ends while its threads are in calls. Its status is 0 if every
 // call had the target's result, and 9 otherwise.
 
 #include <p11-kit/pkcs11.h>

@@ -24,7 +24,7 @@
 namespace {
 
 struct WriteAnswer {
-    ssize_t most;   // so many bytes are written at most, or -1
+    ssize_t most;   // the most bytes written, or -1
     int error = 0;  // of -1
 };
 
@@ -144,7 +144,7 @@ TEST_F(LogCannotBeWritten, NoRightToTheDirectoryOrTheFile_CallsStillReachTheTarg
     chmod(kUnreadable.c_str(), 0);
     chmod(kReadOnly.c_str(), 0444);
     chmod(directory.Path().c_str(), 0777);
-    // Everyone must be able to read the target.
+    // Every user must be able to read the target.
     std::filesystem::copy_file(SCRIPTED_TARGET, directory.File("target.so"));
     Set("LibUNIX64", directory.File("target.so"));
 
@@ -272,7 +272,7 @@ TEST_F(LogCannotBeWritten, DeviceIsFullForAMoment_OnlyTheCutRecordIsLost) {
     const ParsedLog log = ParseLog(Log());
     EXPECT_EQ(log.records.size(), 2U);
     std::string rest = log.remainder;
-    // The end of the cut line stands behind it. A record of the text log begins with one.
+    // The end of the cut line stands behind the line. A record of the text log begins with such an end.
     rest.erase(0, AreEventsTested() ? 6 : 5);
     const ParsedLog behind = ParseLog(rest);
     EXPECT_EQ(behind.remainder, "");
@@ -326,7 +326,7 @@ TEST_F(LogCannotBeWritten, FileSizeLimitIsSetLater_CallsStillReachTheTarget) {
     }
 }
 
-// The application's own files have the same limit, and its own signals.
+// The application's own files have the same limit, and it gets its own signals.
 TEST_F(LogCannotBeWritten, ApplicationReachesTheFileSizeLimit_ApplicationGetsItsSignals) {
     EXPECT_TRUE(Survives([this] {
         std::signal(SIGXFSZ, [](int) { ++signalsReceived; });

@@ -1,4 +1,4 @@
-// An application that asks once for a long list: long_list LIBRARY COUNT. The target gives it COUNT handles.
+// This application asks once for a long list: long_list LIBRARY COUNT. The target gives it COUNT handles.
 
 #include <dlfcn.h>
 #include <p11-kit/pkcs11.h>

@@ -1,6 +1,5 @@
-// An allocation fails, whichever it is. The call has the target's result, its records are whole or left
-// out, and no lock and no memory stays behind. The memory that a process needs does not grow with the
-// number of its calls.
+// Any allocation may fail. The call has the target's result, its records are whole or left out, and no lock
+// and no memory stays behind. The memory that a process needs does not grow with the number of its calls.
 
 #include <pthread.h>
 #include <sys/resource.h>
@@ -25,7 +24,7 @@
 namespace {
 
 constexpr unsigned long kFewCalls = 10'000;
-// Ten millions with both formats; a hundredth of that in builds that are many times slower.
+// The two formats make ten million calls, and a hundredth of that in builds that are many times slower.
 constexpr unsigned long kManyCalls = CKSCRIBE_IS_SANITIZED ? 50'000 : 5'000'000;
 // The memory that the process occupies may grow by this. The kernel counts on each processor for itself and
 // is exact to some hundred KiB. One byte lost in each call would be five times this. The sanitizers keep
@@ -97,7 +96,7 @@ protected:
     ParsedLog NewLog() {
         const std::string text = FileText(LogPath(), lengthRead);
         lengthRead += text.size();
-        // Not after every call: a disk may take long.
+        // The log is not emptied after every call, because a disk may take long.
         if (lengthRead > kLongestLog) {
             SearchAndEmpty(LogPath());
             lengthRead = 0;
@@ -105,7 +104,7 @@ protected:
         return ParseLog(text);
     }
 
-    // Makes a call while an allocation is refused, then one with all the memory that it wants. Returns
+    // Makes a call while an allocation is refused, then a call with all the memory that it wants. Returns
     // whether an allocation was refused.
     static bool CallTwice(unsigned long allocation, Refused which, const RepeatedCall& call) {
         const unsigned long callsBefore = callsOfTarget;
@@ -122,8 +121,8 @@ protected:
     bool CallWithout(unsigned long allocation, Refused which, const RepeatedCall& call) {
         const long before = AllocatedBlocks();
         const bool wasRefused = CallTwice(allocation, which, call);
-        // The C library may keep memory from now on (the name of the time zone). That memory does not grow
-        // again.
+        // The C library may keep memory from now on, for example the name of the time zone. Such memory does
+        // not grow again.
         const long after = AllocatedBlocks();
         if (after > before) {
             NewLog();
@@ -133,7 +132,7 @@ protected:
         return wasRefused;
     }
 
-    // Expects each record as it is with enough memory. The latest call has both records.
+    // Expects each record to be as it is with enough memory. The latest call has both records.
     void ExpectWholeRecords(const RepeatedCall& call, const ParsedLog& whole) {
         const ParsedLog log = NewLog();
         ASSERT_EQ(log.remainder, "") << call.name;
@@ -177,8 +176,8 @@ protected:
             for (const FunctionArguments& function : ArgumentsOfFunctions()) {
                 calls.push_back(std::make_unique<RepeatedCall>(library, function));
             }
-            // The same calls again and again: the log that stays, and is searched for secrets, is like any
-            // other.
+            // The calls are the same again and again. The log that stays is therefore like any other, and is
+            // searched for secrets.
             const auto callAll = [&](unsigned long times) {
                 for (unsigned long i = 0; i < times; ++i) {
                     (*calls[i % calls.size()])();
@@ -242,7 +241,7 @@ TEST_F(Memory, CommonCallsAreRepeated_NothingIsAllocated) {
     EXPECT_EQ(NewLog().records.size(), 16U);
 }
 
-// This is more than the library keeps from one record to the next.
+// A large call needs more memory than the library keeps from one record to the next.
 TEST_F(Memory, MemoryIsShortInALargeCall_CallReachesTheTarget) {
     for (const char* const isNewFormat : {"1", "0"}) {
         Set("NewFormat", isNewFormat);
@@ -269,7 +268,8 @@ TEST_F(Memory, MemoryIsShortAtTheStart_CallsReachTheTarget) {
             targetAnswer = GiveResult;
             Library library;
             const RepeatedCall call(library, FunctionNamed("C_Sign"));
-            tzset();  // the C library keeps the time zone, which the line of a failed start asks for
+            // The line of a failed start asks for the time zone, and the C library keeps it.
+            tzset();
             EXPECT_EQ(call(), result);
             EXPECT_EQ(NewLog().records.size(), 2U);
             unsigned long loaded = 0;
@@ -332,7 +332,7 @@ TEST_F(Memory, ThreadsEndInCallsWithLongInput_MemoryDoesNotGrow) {
     EXPECT_TRUE(SurvivesWithNewLog([] {
         constexpr unsigned kThreads = 1000;
         constexpr std::size_t kLength = 4000;
-        constexpr long kMostGrowth = 100 * 2 * kLength;  // of the first threads; their bytes are shown in hex
+        constexpr long kMostGrowth = 100 * 2 * kLength;  // the first threads' inputs, in hexadecimal
         targetAnswer = [](const char*, const TargetWord*, std::size_t) -> CK_RV { pthread_exit(nullptr); };
         static Library library;
         library.Exported<void()>("CkLogSpecialInitialize")();

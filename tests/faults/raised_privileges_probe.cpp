@@ -1,8 +1,8 @@
-// An application that may have more rights than its caller: raised_privileges_probe LIBRARY [drop]
+// This application may have more rights than its caller: raised_privileges_probe LIBRARY [drop]
 //
-// Makes one call of the library and prints, a line each: whether the system says that the process has rights
-// its caller lacks (1 or 0), and every configuration file that is opened. With "drop" it first gives up those
-// rights.
+// It makes one call of the library and prints lines. One line says whether the system says that the process
+// has rights its caller lacks (1 or 0). Each other line names a configuration file that is opened. With
+// "drop" the application gives up those rights before the call.
 
 #include <dlfcn.h>
 #include <fcntl.h>

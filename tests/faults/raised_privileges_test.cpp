@@ -36,7 +36,7 @@ protected:
     RaisedPrivileges() {
         EXPECT_EQ(geteuid(), kRoot) << "only root can give programs to other users and become one";
         chmod(directory.Path().c_str(), 0755);
-        // Every user can read them here.
+        // Every user can read the copies here.
         std::filesystem::copy_file(RAISED_PRIVILEGES_PROBE, probe);
         std::filesystem::copy_file(CKSCRIBE_LIBRARY, library);
         std::filesystem::create_directory(callersDirectory);

@@ -18,7 +18,7 @@
 #include "tests/faults/application.h"
 #include "tests/faults/log_records.h"
 
-// Searches for leaks. Only a build with the address sanitizer has it.
+// Searches for leaks. Only a build with the address sanitizer has this function.
 extern "C" __attribute__((weak)) int __lsan_do_recoverable_leak_check();
 
 namespace {
@@ -43,7 +43,7 @@ int OpenDescriptors() {
     return count;
 }
 
-// The memory that the process has. 0 stands for what the system or a sanitizer does not say.
+// A Memory says how much memory the process has. 0 stands for what the system or a sanitizer does not say.
 struct Memory {
     std::size_t allocated = 0;
     int mappings = 0;
@@ -104,7 +104,7 @@ TEST_F(Reloading, LibraryIsLoadedAgainAndAgain_NothingOfItStays) {
 }
 
 // dlclose unloads the library even if dlopen put it into the program's scope. The target has no functions
-// that the loader could bind to this library's: they would hold it.
+// that the loader could bind to this library's. Such functions would hold the library.
 TEST_F(Reloading, LibraryIsLoadedIntoTheScopeOfTheProgram_NothingOfItStays) {
     Set("LibUNIX64", TARGET_WITHOUT_FUNCTIONS);
     Set("Announce", "0");

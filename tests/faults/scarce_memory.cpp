@@ -41,7 +41,7 @@ bool IsRefused() {
 
 void FindOriginals();
 
-// The function behind one of the replacements below. It needs no construction at run time.
+// An Original is the function behind one of the replacements below. It needs no construction at run time.
 template <class Function>
 class Original {
 public:
@@ -70,7 +70,7 @@ constinit Original<void*(std::size_t, std::size_t)> originalMemalign("memalign")
 constinit Original<int(void**, std::size_t, std::size_t)> originalPosixMemalign("posix_memalign");
 constinit Original<void(void*)> originalFree("free");
 
-// Finds all at once: a later look-up may itself free what an earlier one left.
+// Finds all originals at once: a later look-up may itself free what an earlier one left.
 void FindOriginals() {
     originalMalloc.Find();
     originalCalloc.Find();

@@ -13,11 +13,11 @@ namespace {
 constexpr unsigned kProcesses = 8;
 constexpr unsigned kThreads = 4;
 constexpr unsigned kLengths = 14;
-// Each thread makes so many calls.
+// Each thread makes this many calls.
 constexpr unsigned kCalls = (CKSCRIBE_IS_SANITIZED ? 1 : 4) * kLengths;
 
-// Lengths of texts. Each is the double of the one before, 8 to 64 KiB; with the last one the record has 64
-// KiB.
+// Returns the length of a call's text. Each length is the double of the one before, from 8 bytes on. With the
+// last one the record has 64 KiB.
 std::size_t LengthOfCall(unsigned call) {
     const std::size_t length = std::size_t{8} << call % kLengths;
     return length < MarkedCaller::kLongestText ? length : MarkedCaller::kLongestText - 100;
@@ -32,7 +32,7 @@ protected:
         targetAnswer = GiveDataBack;
         Library library;
         char go;
-        EXPECT_EQ(read(start, &go, 1), 0);  // the end, when the parent closes the pipe
+        EXPECT_EQ(read(start, &go, 1), 0);  // the parent closes the pipe
         std::vector<std::thread> threads;
         for (unsigned i = 0; i < kThreads; ++i) {
             threads.emplace_back([&, i] {
@@ -45,7 +45,8 @@ protected:
         for (std::thread& thread : threads) thread.join();
     }
 
-    // `hasThreads` says whether the records name their thread, as those of the new format do.
+    // Lets all processes log at once and checks the log. `hasThreads` says whether the records name their
+    // thread, as those of the new format do.
     void LogFromAllProcesses(bool hasThreads) {
         int start[2];
         ASSERT_EQ(pipe(start), 0);

@@ -1,5 +1,5 @@
-// A signal interrupts a thread while a record is written, and its handler makes a call. Here the write itself
-// makes the call: thread sanitizers take no signal handler that allocates.
+// A signal interrupts a thread while a record is written, and the signal's handler makes a call. Here the
+// write itself makes the call: thread sanitizers take no signal handler that allocates.
 
 #include <dlfcn.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
-// A library that takes its time at the end of the process, after the loader has run the destructors of all
-// libraries: functions that are registered before the program starts are called last.
+// This library takes its time at the end of the process, after the loader has run the destructors of all
+// libraries. Functions that are registered before the program starts are called last.
 
 extern "C" int __cxa_atexit(void (*function)(void*), void* argument, void* library);
 extern "C" void WaitForMoreCalls();

@@ -21,7 +21,7 @@ constexpr std::size_t kStackOfFirstCall = 64 * 1024 + kForSanitizer;
 
 constexpr std::size_t kPage = 4096;
 
-// A stack with a page below it that nobody may touch.
+// A Stack has a page below it that nobody may touch.
 class Stack {
 public:
     explicit Stack(std::size_t size)

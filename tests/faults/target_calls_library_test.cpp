@@ -1,5 +1,5 @@
-// A target whose constructor and destructor call functions of the library, as a target does that is itself an
-// application of PKCS#11.
+// The target's constructor and destructor call functions of the library. A target that is itself an
+// application of PKCS#11 does so.
 
 #include <dlfcn.h>
 

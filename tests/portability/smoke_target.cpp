@@ -1,4 +1,4 @@
-// A target with the functions that the smoke test calls.
+// This target has the functions that the smoke test calls.
 
 #include <p11-kit/pkcs11.h>
 #include <unistd.h>
@@ -25,7 +25,7 @@ EXPORTED CK_RV C_GetFunctionList(CK_FUNCTION_LIST** list) {
 
 EXPORTED CK_RV C_Login(CK_SESSION_HANDLE, CK_USER_TYPE, CK_UTF8CHAR*, CK_ULONG) { return CKR_PIN_INCORRECT; }
 
-// Signs with the data, turned around.
+// Gives the data, turned around, as the signature.
 EXPORTED CK_RV C_Sign(CK_SESSION_HANDLE, CK_BYTE* data, CK_ULONG dataLength, CK_BYTE* signature,
                       CK_ULONG* signatureLength) {
     if (*signatureLength < dataLength) return CKR_BUFFER_TOO_SMALL;
@@ -44,7 +44,7 @@ EXPORTED CK_RV C_WaitForSlotEvent(CK_FLAGS, CK_SLOT_ID*, void*) {
     for (;;) pause();
 }
 
-// One of the vendor's functions.
+// This is one of the vendor's functions.
 EXPORTED CK_RV CA_GetFPV(CK_SLOT_ID slot, CK_ULONG* value) {
     *value = 100 + slot;
     return CKR_OK;

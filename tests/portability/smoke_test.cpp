@@ -1,7 +1,7 @@
-// smoke_test LIBRARY TARGET new|old: the library in a fresh process, over a target of a few functions. It is
-// loaded, called with good and with forbidden arguments, by several threads, by a thread that is cancelled
-// and by a forked child, and unloaded. Every result and the number of records must be right. Prints what is
-// not.
+// smoke_test LIBRARY TARGET new|old tests the library in a fresh process, over a target of a few functions.
+// It loads the library, calls it with good and with forbidden arguments, and unloads it. Several threads, a
+// thread that is cancelled and a forked child call it. Every result and the number of records must be right.
+// The test prints what is not.
 
 #include <dlfcn.h>
 #include <p11-kit/pkcs11.h>
@@ -57,7 +57,7 @@ std::size_t Count(const std::string& text, const std::string& part) {
     return count;
 }
 
-// One call with two records. The signature is the data, turned around.
+// Makes one call with two records. The signature is the data, turned around.
 void SignOnce() {
     static const auto sign =
         Exported<CK_RV(CK_SESSION_HANDLE, CK_BYTE*, CK_ULONG, CK_BYTE*, CK_ULONG*)>("C_Sign");
@@ -146,7 +146,7 @@ int main(int argc, char** argv) {
     Demand(library != nullptr, "the library cannot be loaded");
 
     Demand(Exported<CK_RV(void*)>("C_Initialize")(nullptr) == CKR_OK, "C_Initialize fails");
-    // No number of a record reads like it.
+    // No number of a record reads like this PIN.
     CK_UTF8CHAR pin[] = {'Q', '!', 'Z', '~'};
     Demand(Exported<CK_RV(CK_SESSION_HANDLE, CK_USER_TYPE, CK_UTF8CHAR*, CK_ULONG)>("C_Login")(
                7, CKU_USER, pin, sizeof pin) == CKR_PIN_INCORRECT,

@@ -25,7 +25,7 @@ std::string Written(Write write) {
     return std::string(buffer.Text());
 }
 
-// 0, 1, every power of two and of ten with its neighbours, and the largest number.
+// Returns 0, 1, every power of two and of ten with its neighbours, and the largest number.
 std::vector<unsigned long> Numbers() {
     std::vector<unsigned long> numbers = {0, 1, ULONG_MAX};
     const auto add = [&](unsigned long number) {

@@ -127,8 +127,7 @@ TEST(TolkText, IsIntegerString_AcceptsASignAndDigitsOnly) {
     }
 }
 
-// --- Tolk_atoi
-// -----------------------------------------------------------------------------------------------
+// --- Tolk_atoi --------------------------------------------------------------------------------------------
 
 struct AtoiCase {
     const char* text;
@@ -213,8 +212,7 @@ TEST(TolkAtoi, DigitAboveFiveOverflows_FailsAndPrintsError) {
     }
 }
 
-// --- Hexadecimal text
-// ----------------------------------------------------------------------------------------
+// --- Hexadecimal text -------------------------------------------------------------------------------------
 
 struct ToBinCase {
     const char* text;
@@ -329,8 +327,7 @@ TEST(TolkText, AsciiToHex_Returns0ForOtherTexts) {
     EXPECT_EQ("\x34\xEE\xEE", StringOf(out));
 }
 
-// --- Lines of tag and value
-// ----------------------------------------------------------------------------------
+// --- Lines of tag and value -------------------------------------------------------------------------------
 
 struct TagCase {
     const char* line;
@@ -404,8 +401,7 @@ TEST(TolkText, ParseTagValuePairAsInteger_StoresTheNumber) {
     EXPECT_EQ(4711, out);
 }
 
-// --- Printing and copying
-// ------------------------------------------------------------------------------------
+// --- Printing and copying ---------------------------------------------------------------------------------
 
 std::string Binary(std::vector<unsigned char> data, int bits, int group) {
     char out[128];
