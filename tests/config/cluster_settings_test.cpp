@@ -20,8 +20,8 @@ struct Cluster {
     std::string interval;
 };
 
-// Returns the file of clusters "Cluster01" and so forth. Each value is one of the four entries; "-" is a
-// missing one.
+// Returns the file of the clusters "Cluster01" and so forth. Each value of a Cluster is one of the four
+// entries; "-" stands for a missing entry.
 std::string Clusters(const std::vector<Cluster>& clusters) {
     std::string text;
     int number = 0;
@@ -153,8 +153,7 @@ TEST_F(ClusterTest, ListOfClusters_CutsNamesTo49Characters) {
     }
 }
 
-// --- Times
-// ---------------------------------------------------------------------------------------------------
+// --- Times ------------------------------------------------------------------------------------------------
 
 const std::vector<Cluster> kTimes = {{"one", "-", "1000", "60"},     {"", "-", "2000", "70"},
                                      {"three", "-", "##", "##none"}, {"four", "-", "-", "-"},
@@ -257,8 +256,7 @@ TEST_F(ClusterTest, TimesOfAnUnknownClusterAreSet_EditFailsAndWritesNothing) {
     EXPECT_EQ(text, Text());
 }
 
-// --- Adding and deleting
-// -------------------------------------------------------------------------------------
+// --- Adding and deleting ----------------------------------------------------------------------------------
 
 TEST_F(ClusterTest, AddCluster_TakesTheFirstMissingNumber) {
     const std::string text = Clusters({{"one", "/1", "-", "-"}});
@@ -398,7 +396,7 @@ TEST_F(DeleteClusterTest, NameOfAClusterHas40Characters_DeleteChangesNothing) {
     EXPECT_EQ(name, Lookup("Cluster02", "ClusterName"));
 }
 
-// A value of the configuration must never run as a command, and is neither an option nor several files.
+// A value of the configuration never runs as a command, and is neither an option nor several files.
 TEST_F(DeleteClusterTest, ClusterHasAHostileName_DeleteTakesItForAFileNameOnly) {
     Create("keep");
     for (const char* name : {"a b",         "a'b",          "'",
@@ -429,7 +427,7 @@ TEST_F(DeleteClusterTest, ClusterHasAHostileName_DeleteTakesItForAFileNameOnly) 
     }
 }
 
-// A program in the place of rm writes down the command.
+// A program that takes the place of rm writes down the command.
 TEST_F(DeleteClusterTest, DeleteCluster_RunsRmForEachFile) {
     fs::create_directory("bin");
     std::ofstream("bin/rm")

@@ -1,5 +1,5 @@
-// The system fails the store here: no memory, failing and short reads and writes. The linker replaces the
-// calls of this program.
+// The system fails the store here: it has no memory, and reads and writes fail or are short. The linker
+// replaces the calls of this program.
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,7 +27,7 @@ struct Faults {
     int writes = 0;
 } faults;
 
-// Counts down to 0. True at 0 and from then on.
+// Counts down to 0. Returns true at 0 and from then on.
 bool IsDue(int* countdown) {
     if (*countdown == kNever) return false;
     if (*countdown == 0) return true;

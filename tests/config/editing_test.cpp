@@ -31,8 +31,7 @@ protected:
 
 std::string CaseName(const testing::TestParamInfo<EditCase>& info) { return info.param.name; }
 
-// --- Setting
-// -------------------------------------------------------------------------------------------------
+// --- Setting ----------------------------------------------------------------------------------------------
 
 class SetTest : public EditTest {};
 
@@ -157,8 +156,7 @@ TEST_F(SetLimitTest, SetKey_PercentSignsAreOrdinaryCharacters) {
     EXPECT_EQ("%d%s", Lookup("%s", "%n"));
 }
 
-// --- Clearing a key
-// ------------------------------------------------------------------------------------------
+// --- Clearing a key ---------------------------------------------------------------------------------------
 
 class ClearKeyTest : public EditTest {};
 
@@ -191,8 +189,7 @@ TEST_F(ConfigurationTest, ClearEntryOfANumberedKey_ClearsLongerKeysToo) {
     EXPECT_EQ("OrmaSA Client = {\n   ServerName02 = c;\n}\n", Text());
 }
 
-// --- Clearing a section
-// --------------------------------------------------------------------------------------
+// --- Clearing a section -----------------------------------------------------------------------------------
 
 class ClearSectionTest : public EditTest {};
 
@@ -214,8 +211,7 @@ const EditCase kSectionClears[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, ClearSectionTest, testing::ValuesIn(kSectionClears), CaseName);
 
-// --- Replacing a section
-// -------------------------------------------------------------------------------------
+// --- Replacing a section ----------------------------------------------------------------------------------
 
 class ReplaceTest : public EditTest {};
 
@@ -272,8 +268,7 @@ TEST_F(ReplaceBodyTest, ReplaceSection_HeaderThatIsTooLongIsLeftOut) {
     EXPECT_EQ("A = {\n}\nx\n}", Text());
 }
 
-// --- What all of them have in common
-// -------------------------------------------------------------------------
+// --- What all of them have in common ----------------------------------------------------------------------
 
 struct CommonCase {
     const char* name;

@@ -11,7 +11,7 @@ namespace {
 struct LookupCase {
     const char* name;
     std::string text;
-    std::string value;  // of "Key" in "Misc"; "(none)" when it is not found
+    std::string value;  // of "Key" in "Misc", or "(none)"
 };
 
 class EntryLookupTest : public testing::TestWithParam<LookupCase> {};
@@ -149,7 +149,7 @@ TEST(EntryLookup, KeyThatHoldsAnEntryEndHasNoValue) {
     EXPECT_EQ("(none)", Find("Misc = {\n a;b = V;\n}", "Misc", "a;b"));
 }
 
-// Sanitizers measure the whole text at every strstr. Any search then takes quadratic time.
+// Sanitizers measure the whole text at every strstr. Any search takes quadratic time then.
 #if !defined(__has_feature)
 #define __has_feature(feature) 0
 #endif

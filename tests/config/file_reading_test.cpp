@@ -16,7 +16,8 @@ namespace {
 
 class FileReadingTest : public ConfigurationTest {
 protected:
-    // Reads the file; its text, or "(failed)" after checking that nothing is left to free.
+    // Reads the file and returns its text. If reading fails, checks that nothing is left to free, and returns
+    // "(failed)".
     std::string Contents(unsigned long expectedSize) const {
         char* contents = nullptr;
         unsigned long size = 4711;
@@ -284,7 +285,7 @@ TEST_F(FileReadingTest, FreshInstance_ResultBuffersAndMaskAreEmpty) {
     fresh->~DerivedStore();
 }
 
-// No lookup shares data with another.
+// No lookup shares data with another lookup.
 TEST_F(FileReadingTest, LookupsOnOneInstanceMayRunAtTheSameTime) {
     Write("A = {\n Key = 1;\n}\nB = {\n Key = 2;\n}\n");
     std::vector<std::thread> threads;

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Shows how often the mask has been asked.
+// Settings shows how often the mask has been asked for.
 class Settings : public CkLogConfig {
 public:
     using CkLogConfig::reqToCheckConfigFile;
@@ -35,8 +35,7 @@ TEST_F(LoggingConfigurationTest, Configuration_HasTheSectionCkLog2) {
     EXPECT_STREQ(CkLogConfig::GetCkLogSectionName(), "CkLog2");
 }
 
-// ---- Texts
-// --------------------------------------------------------------------------------------------------
+// ---- Texts -----------------------------------------------------------------------------------------------
 
 TEST_F(LoggingConfigurationTest, KeysOfPathsAreAbsent_PathsAreTheDefaults) {
     EXPECT_STREQ(settings.CkLogLibraryFileName(), "/usr/lib/libmordavek2.so");
@@ -95,8 +94,7 @@ TEST_F(LoggingConfigurationTest, KeyStandsInAnotherSection_ItIsIgnored) {
     EXPECT_EQ(settings.DoWeLogThis(SESSION_FUNC), 1);
 }
 
-// ---- Numbers and words
-// --------------------------------------------------------------------------------------
+// ---- Numbers and words -----------------------------------------------------------------------------------
 
 TEST_F(LoggingConfigurationTest, SwitchIsRead_ItIsANumber) {
     EXPECT_EQ(settings.IsNewCkLogFormat(), 0);
@@ -128,12 +126,11 @@ TEST_F(LoggingConfigurationTest, LevelIsRead_OnlyExactWordsAreLevels) {
     }
 }
 
-// ---- The mask, when the file cannot be read
-// ------------------------------------------------------------------
+// ---- The mask, when the file cannot be read --------------------------------------------------------------
 
 class MaskOfUnreadableFile : public LoggingConfigurationTest {
 protected:
-    // Asks until the file has been looked at.
+    // Sets the count of questions so that the file is looked at, and asks.
     int IsLoggedAfterALook(FunctionClass functionClass) {
         Settings::reqToCheckConfigFile.store(500);
         return settings.DoWeLogThis(functionClass);
@@ -179,8 +176,7 @@ TEST_F(MaskOfUnreadableFile, StoreIsOfAnotherKind_EveryClassIsLogged) {
     CkLogConfig::SetLibraryType(0);
 }
 
-// ---- The mask
-// -----------------------------------------------------------------------------------------------
+// ---- The mask --------------------------------------------------------------------------------------------
 
 TEST_F(LoggingConfigurationTest, EachClass_HasItsNameAndNoOther) {
     EXPECT_EQ(MaskOf("GEN_FUNC"), 0x100U);
@@ -350,8 +346,7 @@ TEST_F(LoggingConfigurationTest, AnnounceKey_OnlyAPlainZeroSwitchesItOff) {
     }
 }
 
-// ---- Permissions of new files
-// -------------------------------------------------------------------------------
+// ---- Permissions of new files ----------------------------------------------------------------------------
 
 using FileModeTest = LoggingConfigurationTest;
 

@@ -73,7 +73,8 @@ TEST_F(ServerListTest, ListOfServers_CountsEmptyNames) {
 
 TEST_F(ServerListTest, ListOfServers_CutsNamesTo49Characters) {
     std::string name(48, 'n');
-    name += "abc";  // not in one expression: g++ 12 then warns of bounds that are kept
+    // The name is not one expression, because g++ 12 would then warn of bounds that are kept.
+    name += "abc";
     for (const size_t length : {49U, 50U, 51U}) {
         Write(OneEntry("OrmaSA Client", "ServerName00", name.substr(0, length)));
         char copy[51];
@@ -172,7 +173,7 @@ TEST_F(ServerListTest, DeleteServer_AddsEntriesThatAreMissing) {
               Text());
 }
 
-// A store whose file is missing at one of the accesses to it.
+// The file of a FailingStore is missing at one of the accesses to it.
 class FailingStore : public WendrafilConfiguration {
 public:
     FailingStore(const std::string& path, int failingAccess) : ownPath(path), accessesLeft(failingAccess) {}

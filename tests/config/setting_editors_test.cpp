@@ -1,5 +1,5 @@
-// Every editor that is one line over SetConfigurationInfo: its section, its key and its value, as the whole
-// file before and after. A new editor is one more row.
+// These tests have every editor that is one line over SetConfigurationInfo. They state its section, its key
+// and its value by the whole file before and after. A new editor is one more row.
 
 #include <string>
 
@@ -119,7 +119,7 @@ TEST_F(EditorRulesTest, ClientCAFileGoesToTheServerSection) {
               Text());
 }
 
-// A line of the appended section has room for one character less than one of a section that is there.
+// A line of the appended section has room for one character less than a line of a section that is there.
 TEST_F(EditorRulesTest, ClientCAFileGoesToOrmaSAServerWhenTheServerSectionFails) {
     Store::SetServerSection("Net2");
     const std::string path839 = std::string(839 - std::string("   ClientCAFile = ;\n").size(), 'p');

@@ -1,5 +1,5 @@
-// Every accessor that is one line over a reader: its section, its key, its default, where its buffer ends,
-// and what it makes of a value. A new setting is one more row.
+// These tests have every accessor that is one line over a reader. They state its section, its key, its
+// default, where its buffer ends, and what it makes of a value. A new setting is one more row.
 
 #include <cstring>
 #include <string>
@@ -11,7 +11,8 @@ namespace {
 
 using Store = WendrafilConfiguration;
 
-// Sections that hold the same key with other values before and after the one that a test is about.
+// Returns a file whose other sections hold the same key with other values, before and after the section that
+// a test is about.
 std::string AmongOthers(const std::string& section, const std::string& key, const std::string& value) {
     return OneEntry("Decoy", key, "901") + OneEntry(section, key, value) + OneEntry("Lure", key, "902");
 }
@@ -23,8 +24,7 @@ std::string RowName(const testing::TestParamInfo<Row>& info) {
     return info.param.name;
 }
 
-// --- Numbers
-// -------------------------------------------------------------------------------------------------
+// --- Numbers ----------------------------------------------------------------------------------------------
 
 struct NumberRow {
     const char* name;
@@ -146,8 +146,7 @@ TEST_F(ConfigurationTest, IsOneBaseSlotId_IsTrueForAnyNumberButZero) {
     EXPECT_FALSE(read(Zeros(200) + "1"));
 }
 
-// --- Numbers of the server section
-// ---------------------------------------------------------------------------
+// --- Numbers of the server section ------------------------------------------------------------------------
 
 struct ServerNumberRow {
     const char* name;
@@ -204,8 +203,7 @@ TEST_P(ServerNumberTest, ValueIsLong_NumberEndsWithTheBuffer) {
 
 INSTANTIATE_TEST_SUITE_P(, ServerNumberTest, testing::ValuesIn(kServerNumbers), RowName<ServerNumberRow>);
 
-// --- Texts into the caller's buffer
-// --------------------------------------------------------------------------
+// --- Texts into the caller's buffer -----------------------------------------------------------------------
 
 struct TextRow {
     const char* name;
@@ -327,8 +325,7 @@ TEST_P(ServerTextTest, Key_IsReadInTheServerSectionThenInOrmaSAServer) {
 
 INSTANTIATE_TEST_SUITE_P(, ServerTextTest, testing::ValuesIn(kServerTexts), RowName<TextRow>);
 
-// --- Numbers that are stored only when there is one
-// ----------------------------------------------------------
+// --- Numbers that are stored only when there is one -------------------------------------------------------
 
 struct ScannedRow {
     const char* name;
@@ -401,8 +398,7 @@ TEST_P(ScannedTest, KeyStandsOnlyInOrmaSAServer_OnlyServersSettingsFallBack) {
 
 INSTANTIATE_TEST_SUITE_P(, ScannedTest, testing::ValuesIn(kScanned), RowName<ScannedRow>);
 
-// --- Texts in the instance's own buffers
-// ---------------------------------------------------------------------
+// --- Texts in the instance's own buffers ------------------------------------------------------------------
 
 struct OwnTextRow {
     const char* name;

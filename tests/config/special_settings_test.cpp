@@ -1,5 +1,5 @@
-// Accessors with rules of their own, but for the lists (servers, clusters) and the identifiers of PIN entry
-// devices.
+// These tests have the accessors with rules of their own, except those of lists (servers, clusters) and of
+// the identifiers of PIN entry devices.
 
 #include <cstring>
 #include <string>
@@ -195,7 +195,7 @@ struct SwitchRow {
 
 class SwitchTest : public SpecialSettingsTest, public testing::WithParamInterface<SwitchRow> {
 protected:
-    // Returns the variable after the call; it was `before` in front of it.
+    // Returns the variable after the call. It has the value `before` in front of the call.
     bool Read(bool before, const char* value) {
         WriteEntry("HAConfiguration", GetParam().key, value);
         EXPECT_EQ(1, GetParam().read(store, before));

@@ -107,7 +107,8 @@ TEST_F(VirtualTokenTest, ListIsEmptyOrMissing_NoMemberIsRemoved) {
     }
 }
 
-// The list is read into 840 characters; what is written of it fits into a line only when members went.
+// The list is read into 840 characters. What is written of the list fits into a line only if members were
+// removed.
 TEST_F(VirtualTokenTest, RemoveMember_WorksOnTheLongestList) {
     const std::string list = std::string(400, '1') + "," + std::string(438, '2');
     Write(Token("VirtualToken", list + "3"));
@@ -117,8 +118,7 @@ TEST_F(VirtualTokenTest, RemoveMember_WorksOnTheLongestList) {
     EXPECT_EQ(0, store.RemoveVirtualTokenMember(1, "x", false));
 }
 
-// --- Deleting
-// ------------------------------------------------------------------------------------------------
+// --- Deleting ---------------------------------------------------------------------------------------------
 
 const char kTokens[] =
     "Before = {\n"

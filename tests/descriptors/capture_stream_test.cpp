@@ -1,4 +1,4 @@
-// Records go to the log; the library starts and stops everything that prints.
+// Records go to the log, and the library starts and stops everything that prints.
 
 #include <sys/stat.h>
 

@@ -248,7 +248,7 @@ TEST(DataDescriptor, ReportHasErrors_SuccessfulReadingLeavesThem) {
     EXPECT_EQ(report.memoryError, 1);
 }
 
-// In each form, the text between the quotes reads back as the value.
+// The text between the quotes reads back as the value, in each form.
 TEST(DataDescriptor, EachByte_SurvivesWritingAndReading) {
     for (int byte = 0; byte < 256; ++byte) {
         const std::string bytes = std::string("text around: \"") + static_cast<char>(byte) + "\\\\\"\"";

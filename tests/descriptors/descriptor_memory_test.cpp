@@ -1,6 +1,6 @@
 // These tests show how much descriptors take from the heap and what they do without it. This program is
-// linked with --wrap for malloc and realloc, with which record texts grow, and for operator new: see the
-// functions named __wrap_ below.
+// linked with --wrap for malloc and realloc, with which record texts grow, and for operator new. The
+// functions named __wrap_ below replace them.
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ extern "C" void* __real__Znwm(std::size_t size);
 extern "C" void* __wrap__Znwm(std::size_t size) {
     if (isOutOfMemory) throw std::bad_alloc();
     if (isWatching) {
-        isWatching = false;  // the vector's own growth is not of interest
+        isWatching = false;  // the vector's growth does not count
         sizes.push_back(size);
         isWatching = true;
     }
@@ -186,7 +186,7 @@ TEST_F(DescriptorMemory, PiecesOfTreeMemory_LieApartAndAreAligned) {
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(first) % alignof(std::max_align_t), 0U);
     EXPECT_EQ(second - first, 16);
     EXPECT_EQ(third - second, 48);
-    TreeMemory::GiveBack(second, 33);  // not the last one: its room stays taken
+    TreeMemory::GiveBack(second, 33);  // not the last: its room stays taken
     EXPECT_EQ(static_cast<std::byte*>(TreeMemory::Take(1)) - third, 16);
 }
 

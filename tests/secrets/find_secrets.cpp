@@ -1,6 +1,6 @@
-// find_secrets PATH...: searches files, and all files below directories, for planted secrets. It names each
-// file that has one. Its status is 1 if there is any, and 2 if it is called without a path or with one that
-// does not exist.
+// find_secrets PATH... searches files, and all files below directories, for planted secrets. It names each
+// file that has one. Its status is 1 if a file has one, and 2 if it is called without a path or with a path
+// that does not exist.
 #include <cstdio>
 
 #include "tests/secrets/secret_search.h"

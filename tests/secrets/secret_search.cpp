@@ -11,7 +11,7 @@ namespace {
 
 enum class Kind { kNone, kLetter, kMark };
 
-// Says the kind of each byte.
+// kKinds says the kind of each byte.
 constexpr std::array<Kind, 256> kKinds = [] {
     std::array<Kind, 256> kinds{};
     for (const char letter : kSecretLetters) kinds[static_cast<unsigned char>(letter)] = Kind::kLetter;
@@ -19,10 +19,10 @@ constexpr std::array<Kind, 256> kKinds = [] {
     return kinds;
 }();
 
-// Counts bytes that alternate like those of a secret.
+// A Run counts bytes that alternate like those of a secret.
 class Run {
 public:
-    // The number of bytes in a row, up to this one, that may belong to a secret.
+    // Returns the number of bytes in a row, up to this one, that may belong to a secret.
     std::size_t Add(unsigned char byte) {
         const Kind kind = kKinds[byte];
         length = kind == Kind::kNone ? 0 : kind == last ? 1 : length + 1;
@@ -42,8 +42,8 @@ constexpr int HexDigit(char character) {
     return -1;
 }
 
-// Says of each character whether it is the first hexadecimal digit of a byte that a secret may have. Most
-// digits of a log are not, and the search passes over them.
+// The table says of each character whether it is the first hexadecimal digit of a byte that a secret may
+// have. Most digits of a log are not, and the search passes over them.
 constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
     std::array<bool, 256> isFirst{};
     for (std::size_t character = 0; character < isFirst.size(); ++character) {
@@ -56,8 +56,8 @@ constexpr std::array<bool, 256> kIsFirstHexDigit = [] {
     return isFirst;
 }();
 
-// Says of each byte whether any form of a secret may contain it. The search passes over most of a log by
-// this.
+// The table says of each byte whether any form of a secret may contain it. The search uses it to pass over
+// most of a log.
 constexpr std::array<bool, 256> kIsInAnyForm = [] {
     std::array<bool, 256> isInAny{};
     for (std::size_t byte = 0; byte < isInAny.size(); ++byte) {
@@ -67,7 +67,7 @@ constexpr std::array<bool, 256> kIsInAnyForm = [] {
     return isInAny;
 }();
 
-// Returns the byte that the first two digits stand for; -1 if they are no digits.
+// Returns the byte that the first two digits stand for, or -1 if they are no digits.
 int HexByte(std::string_view text) {
     if (text.size() < 2) return -1;
     const int high = HexDigit(text[0]);

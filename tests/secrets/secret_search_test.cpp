@@ -10,7 +10,7 @@
 
 namespace {
 
-// "number" etc. for a secret that is found at any offset, "" for none.
+// Returns "number" etc. for a secret that is found at any offset, or "" for none.
 std::string FormIn(std::string_view written, std::size_t leastInDigits = kLeastPart) {
     const auto found = FindSecret(written, leastInDigits);
     return found ? found->form : "";

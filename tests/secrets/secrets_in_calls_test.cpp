@@ -1,5 +1,6 @@
-// Every function is called with planted secrets: wherever it takes or returns one, and wherever no record
-// looks. Not even four bytes of one may be in the log, the error file or the output.
+// Every function is called with planted secrets. They stand wherever the function takes or returns a secret,
+// and wherever no record looks. Not even four bytes of a secret may be in the log, the error file or the
+// output.
 #include <cstring>
 #include <type_traits>
 
@@ -16,7 +17,7 @@ namespace {
 // hexadecimal digits, or as text with escapes.
 const std::string kBeginnings[] = {"", "\xEE\xEE", "\x01"};
 
-// The parameters of password-based key generation. A mechanism with them has a password.
+// These are the parameters of password-based key generation. A mechanism with them has a password.
 struct PasswordParameters {
     CK_BYTE_PTR pInitVector;
     CK_UTF8CHAR_PTR pPassword;
@@ -27,15 +28,15 @@ struct PasswordParameters {
 };
 constexpr CK_MECHANISM_TYPE kPasswordBasedMechanism = 0x3a8;
 
-// The words of one call. The types of the parameters decide what is passed where no secret is. Buffers are
-// larger than all lengths and counts say, and each ends where a secret begins.
+// Arguments makes the words of one call. The types of the parameters decide what is passed where no secret
+// is. Buffers are larger than all lengths and counts say, and each ends where a secret begins.
 //
 // Everything lies at known addresses. Records show addresses, and an unknown one might look like a part of a
 // secret.
 class Arguments {
 public:
-    // `number` stands for every number that is passed by value. With `plantsData`, data are secrets as well:
-    // every byte string, attribute value and parameter of a mechanism.
+    // `number` stands for every number that is passed by value. If `plantsData` is true, data are secrets as
+    // well: every byte string, attribute value and parameter of a mechanism.
     Arguments(CK_ULONG number, const std::string& beginning, bool plantsData = false)
         : number(number), beginning(beginning), plantsData(plantsData) {}
 
@@ -52,7 +53,8 @@ public:
     static constexpr CK_ULONG kSecretsInList = 3;
 
 private:
-    static constexpr std::size_t kElements = 8;  // of every array, more than all numbers that are passed
+    // Every array has this many elements. All numbers that are passed are smaller.
+    static constexpr std::size_t kElements = 8;
     static constexpr CK_ULONG kReturnedNumber = 4;
 
     template <class Parameter>
@@ -177,8 +179,8 @@ std::size_t CountOf(const std::string& part, const std::string& text) {
     return count;
 }
 
-// Functions that take or return a name, which is shown where data are hidden: the label of a token or a
-// container, the name of a host or a file.
+// These functions take or return a name: the label of a token or a container, the name of a host or a file. A
+// name is shown even where data are hidden.
 const Names kFunctionsWithNames = {
     "C_InitToken",      "CA_ConfigureRemotePED",     "CA_GetUserContainerName",
     "CA_InitAudit",     "CA_SetUserContainerName",   "CA_GetContainerName",
@@ -188,7 +190,7 @@ const Names kFunctionsWithNames = {
 
 class SecretsInCalls : public EveryFunction {
 protected:
-    // From here on data are planted secrets, too.
+    // Makes data planted secrets, too, from here on.
     void PlantData() { plantsData = true; }
 
     bool PlantsDataIn(const std::string& function) const {
@@ -221,8 +223,8 @@ protected:
         }
     }
 
-    // All numbers of a call are the same, from 0 to 6: the vendor's seven forms of authorisation are among
-    // them.
+    // Calls the function once for each number from 0 to 6, which all numbers of the call have. The vendor's
+    // seven forms of authorisation are among them.
     template <class Type>
     void CallInEveryWay(const std::string& function, Type type) {
         for (CK_ULONG number = 0; number <= 6; ++number) {
@@ -258,7 +260,7 @@ protected:
         ExpectNoSecret(Errors());
     }
 
-    // The same of the events file, with or without a text log beside it.
+    // Expects the same of the events file, with or without a text log beside it.
     void ExpectNoSecretInEvents() {
         Set("Events", EventsPath());
         Restart();
@@ -272,7 +274,7 @@ protected:
         });
     }
 
-    // A record has as many masks as its function has secrets.
+    // Expects a record to have as many masks as its function has secrets.
     void ExpectMasksInLogOf(const std::string& format) {
         constexpr CK_ULONG kFormWithSecrets = 1;
         Set("NewFormat", format);
@@ -300,7 +302,8 @@ private:
 }  // namespace
 
 TEST(SecretArguments, SecretsOfTheTable_AreThoseThatParametersName) {
-    // COMPAT: Records of these two show the audit log's key, which they move from token to token.
+    // COMPAT: Records of these two functions show the audit log's key, which the functions move from token to
+    // token.
     const Names shown = {"CA_LogImportSecret", "CA_LogExportSecret"};
     Names expected;
     for (const ExpectedFunction& row : kExpectedFunctions) {

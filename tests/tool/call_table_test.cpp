@@ -30,7 +30,7 @@ TEST(CallTable, Table_HasALineForEachFunctionTheSlowestFirstAndTheTotal) {
     log += Event("start", "C_WaitForSlotEvent", "CKR_OK", 0);
     for (const KeptCall& call : CallsIn(log)) table.Add(call.Get());
 
-    // Percentiles are the middles of buckets: 50 ms lie between 49.807360 and 50.069504 ms.
+    // Percentiles are the middles of buckets. 50 ms lie between 49.807360 and 50.069504 ms.
     EXPECT_EQ(table.Text(),
               "function               calls    errors      total s      mean s       p50 s       p95 s       "
               "p99 s       max s\n"

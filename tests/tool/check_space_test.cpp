@@ -41,7 +41,8 @@ extern "C" int __wrap_statvfs(const char*, struct statvfs* system) {
     *system = {};
     system->f_frsize = 4096;
     system->f_blocks = static_cast<fsblkcnt_t>(blockCount);
-    system->f_bfree = 1000000;  // of which only root may use those beyond f_bavail
+    // Only root may use the free blocks beyond f_bavail.
+    system->f_bfree = 1000000;
     system->f_bavail = static_cast<fsblkcnt_t>(blocksLeft);
     return 0;
 }

@@ -43,8 +43,8 @@ __attribute__((constructor)) static void Print() {
 }
 #endif
 #ifdef STARTS_PROCESS
-// The new process lives on, and holds all descriptors of this one. This one goes on when the new one has said
-// its number.
+// The new process lives on, and holds all descriptors of this one. This process goes on when the new one has
+// written down its number.
 __attribute__((constructor)) static void StartProcess() {
     int ends[2];
     char said;

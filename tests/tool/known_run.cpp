@@ -1,10 +1,10 @@
-// This application makes the same calls once for each format of logs. Its target is the scripted one.
+// This application makes the same calls once for each format of log. Its target is the scripted one.
 //
 //     known_run LIBRARY TARGET FOLDER
 //
-// FOLDER gets new.log, old.log and events.jsonl, and from one more run both.log and both.jsonl. Beside each
-// run the application writes NAME.calls: a line of JSON for each call that it made. Handles, data and random
-// bytes differ from run to run.
+// FOLDER gets new.log, old.log and events.jsonl. One more run leaves both.log and both.jsonl there. Beside
+// each run the application writes NAME.calls: a line of JSON for each call that it made. Handles, data and
+// random bytes differ from run to run.
 //
 // In each run eight processes work at once, each with a main thread and two more. The last process ends
 // within a call. A run with one process, which calls each exported function once and hands on only zeros,
@@ -36,7 +36,7 @@ constexpr int kProcesses = 8;
 constexpr CK_SLOT_ID kSlot = 4;
 constexpr CK_RV kNamelessResult = 0x80000999;
 
-// A run's place, and the values that differ from run to run.
+// A Run has the place of its notes, and the values that differ from run to run.
 struct Run {
     std::string path;        // of the run's notes
     CK_ULONG handles = 0;    // the first handle
@@ -234,7 +234,7 @@ void MakeCalls() {
     CALL(C_Finalize, nullptr);
 }
 
-// On the machines that run this test every function takes such words, whatever its prototype.
+// Every function takes such words on the machines that run this test, whatever its prototype.
 template <std::size_t>
 using WordAt = TargetWord;
 

@@ -1,5 +1,5 @@
-// Calls five functions of libckscribe.so as an application would, and prints their results as JSON. Its
-// argument is the path of the library. The library's own output goes to standard error.
+// This program calls five functions of libckscribe.so as an application would, and prints their results as
+// JSON. Its argument is the path of the library. The library's own output goes to standard error.
 
 #include <dlfcn.h>
 #include <p11-kit/pkcs11.h>

@@ -10,7 +10,7 @@
 namespace ckscribe {
 namespace {
 
-// Returns the lines of an events file for one call. Its times are seconds after 12:00:00 UTC.
+// A MadeCall is one call of an events file. Its `second` counts from 12:00:00 UTC.
 struct MadeCall {
     std::string function = "C_Sign";
     unsigned call = 1;

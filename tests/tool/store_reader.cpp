@@ -1,5 +1,5 @@
-// Prints what the configuration store reads. Standard input holds lines "PATH TAB SECTION TAB KEY". Standard
-// output gets a line for each: "=" and the value, or "-" when the key is not found.
+// This program prints what the configuration store reads. Standard input holds lines "PATH TAB SECTION TAB
+// KEY". Standard output gets a line for each of them: "=" and the value, or "-" if the key is not found.
 
 #include <iostream>
 #include <string>

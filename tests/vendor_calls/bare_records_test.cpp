@@ -1,4 +1,5 @@
-// Functions whose records show no argument. Neither record has a child, whatever the call takes and returns.
+// The records of these functions show no argument. Neither record has a child, whatever the call takes and
+// returns.
 #include <tuple>
 
 #include "tests/vendor_calls/vendor_records.h"

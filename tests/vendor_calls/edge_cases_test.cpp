@@ -1,4 +1,4 @@
-// Arguments that are missing, too short or unusually large.
+// The arguments of these calls are missing, too short or unusually large.
 #include "tests/vendor_calls/vendor_records.h"
 
 TEST_P(VendorRecords, FailedQuery_EndRecordShowsOnlyTheResult) {

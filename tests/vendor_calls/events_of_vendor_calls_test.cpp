@@ -7,7 +7,7 @@ class VendorEvents : public VendorCallTest {
 protected:
     VendorEvents() : VendorCallTest(LogFormat::kNew) { Set("HideData", "0"); }
 
-    // The elements of "in" and "out" of the one call in the events file.
+    // Return the elements of "in" and "out" of the only call in the events file.
     std::string In() const { return Member(R"("in":[)", R"(],"out":)"); }
     std::string Out() const { return Member(R"("out":[)", "]}\n"); }
 
@@ -67,7 +67,7 @@ TEST_F(VendorEvents, LabelledNumbersHaveTheirNames) {
         In());
 }
 
-// A record reads as many bytes as the target asked for, also those behind the buffer.
+// A record reads as many bytes as the target asked for, even those behind the buffer.
 TEST_F(VendorEvents, BufferForANameIsTooSmall_EventWithoutDataShowsNothingOfIt) {
     Unset("HideData");
     auto* const pName = TextAt(0x12345140, "namebehind the buffer");

@@ -16,7 +16,7 @@ constexpr LoggedFunction kLoggedFunctions[] = {
 #include "functions/functions.def"
 };
 
-// The tests of the program as "suite.test".
+// Returns the names of the program's tests as "suite.test".
 std::set<std::string> Tests() {
     std::set<std::string> tests;
     const testing::UnitTest& program = *testing::UnitTest::GetInstance();
@@ -28,7 +28,7 @@ std::set<std::string> Tests() {
     return tests;
 }
 
-// Every row of functions/functions.def has a test that states its records in this format.
+// Expects a test for every row of functions/functions.def that states the records in this format.
 void ExpectCasesIn(const std::string& format) {
     const std::set<std::string> tests = Tests();
     for (const LoggedFunction& function : kLoggedFunctions) {

@@ -1,4 +1,4 @@
-// Sets of policies and capabilities: the two arrays differ, or one of them is missing.
+// The two arrays of a set of policies or capabilities differ, or one of them is missing.
 #include "tests/vendor_calls/vendor_records.h"
 
 namespace {
@@ -10,7 +10,7 @@ protected:
     CK_ULONG* const values = At<CK_ULONG>(0x123451c0);
     CK_ULONG* const valueCount = At<CK_ULONG>(0x12345200);
 
-    // The target returns this many identifiers and values.
+    // Lets the target return this many identifiers and values.
     void Return(CK_ULONG returnedIds, CK_ULONG returnedValues) {
         PutAll(ids, {2001, 2002, 2003, 2004, 2005, 2006});
         PutAll(values, {2011, 2012, 2013, 2014, 2015, 2016});

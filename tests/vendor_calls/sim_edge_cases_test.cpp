@@ -3,7 +3,7 @@
 
 namespace {
 
-// A form of authorisation, and what the start record of a call with it shows.
+// An Authorisation says what the start record of a call with one form of authorisation shows.
 struct Authorisation {
     const char* inNewFormat;
     const char* inOldFormat;

@@ -1,6 +1,6 @@
-// Lengths that no record of their function shows. Such a length is a guess about the vendor's prototype. If
-// the guess is wrong, the length is any number that a register held. A record shows at most 4096 bytes
-// through it.
+// No record of a function shows these lengths. Such a length is a guess about the vendor's prototype. If the
+// guess is wrong, the length is any number that a register held. A record shows at most 4096 bytes through
+// such a length.
 #include <sys/mman.h>
 
 #include <cstring>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// 8192 letters at 0x12350000. The last byte of all is a terminator.
+// UnshownLengths has 8192 letters at 0x12350000. The last byte of all is a terminator.
 class UnshownLengths : public VendorRecords {
 protected:
     UnshownLengths() {
@@ -21,7 +21,7 @@ protected:
     }
     ~UnshownLengths() override { munmap(letters, kSize); }
 
-    // The first `length` letters as each of the two formats shows them.
+    // Return the first `length` letters as each of the two formats shows them.
     static std::string NewBytes(const std::string& label, std::size_t length) {
         return label + '"' + std::string(length, 'x') + "\" ";
     }

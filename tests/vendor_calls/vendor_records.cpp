@@ -19,7 +19,8 @@ CK_RV CallWithWords(void* function, const std::array<TargetWord, kMostWords>& wo
     return reinterpret_cast<CK_RV (*)(AnyWord<i>...)>(function)(words[i]...);
 }
 
-// The kinds of the children of a record: what stands before the first bracket on lines of the first depth.
+// Returns the kinds of the children of a record: what stands before the first bracket on lines of the first
+// depth.
 std::vector<std::string> KindsInOldFormat(const std::string& children) {
     std::vector<std::string> kinds;
     std::istringstream lines(children);
@@ -36,7 +37,7 @@ std::vector<std::string> KindsInOldFormat(const std::string& children) {
     return kinds;
 }
 
-// A PIN is a byte string to records.
+// Returns the kinds of the children of an event. A PIN counts as a byte string, as in records.
 std::vector<std::string> KindsInEvent(const nlohmann::json& children) {
     std::vector<std::string> kinds;
     for (const nlohmann::json& child : children) {

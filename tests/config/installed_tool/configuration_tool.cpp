@@ -1,5 +1,5 @@
-// configuration_tool get SECTION KEY | set SECTION KEY VALUE | clear SECTION KEY | library | timeout
-// MILLISECONDS
+// This program is called like this: configuration_tool get SECTION KEY | set SECTION KEY VALUE | clear
+// SECTION KEY | library | timeout MILLISECONDS
 
 #include <cstdio>
 #include <string_view>

@@ -11,7 +11,7 @@ const char* FindEntryValue(char*, const char*, const char*) { std::abort(); }
 bool ShellWordFromPath(const char*, char*, unsigned long) { std::abort(); }
 void WriteHexDigits(const void*, std::size_t, char*) { std::abort(); }
 
-// Functions of these classes: the linker would take them for those of the package.
+// If the package's classes were global, the linker would take the functions of these classes for theirs.
 class FileText {
 public:
     bool Read(const char* path);

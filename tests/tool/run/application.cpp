@@ -1,8 +1,8 @@
-// A program that loads PKCS#11 modules, for the tests of `ckscribe run`:
+// This program loads PKCS#11 modules for the tests of `ckscribe run`:
 //
 //     application VERB [MODULE...]
 //
-// It says on standard output what it sees, and ends with 0 when all went as it should.
+// It says on standard output what it sees, and ends with 0 if all went as it should.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -63,7 +63,7 @@ void SignInThreads(const char* module) {
     for (std::thread& each : threads) each.join();
 }
 
-// A child signs and ends; another becomes this program anew, and counts slots.
+// Forks a child that signs and ends, and another that becomes this program anew and counts slots.
 void ForkAndExecute(const char* self, const char* module) {
     CK_FUNCTION_LIST* const list = Load(module);
     Sign(list, "mother");
@@ -81,7 +81,7 @@ void ForkAndExecute(const char* self, const char* module) {
         if (status != 0) Fail("a child");
 }
 
-// Ends at once, and leaves a process in a session of its own that signs a little later.
+// Ends the process at once, and leaves a process in a session of its own that signs a little later.
 void LeaveADaemon(const char* module, const char* signedText) {
     if (fork() != 0) return;
     setsid();
@@ -105,8 +105,8 @@ void SayWhatIsInherited() {
     std::printf("group %d\n", getpgrp() == getpid());
 }
 
-// Does what a server does that begins as root: it loads something else at run time, and the module as another
-// user.
+// Does what a server does that begins as root. Such a server loads something else at run time, and the module
+// as another user.
 void BecomeNobody() {
     constexpr unsigned kNobody = 65534;
     dlopen("/no/such/library.so", RTLD_NOW);

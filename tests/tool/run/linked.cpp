@@ -1,4 +1,4 @@
-// A program that is linked with its module.
+// This program is linked with its module.
 #include <p11-kit/pkcs11.h>
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-// A PKCS#11 module of the tests of `ckscribe run`: what it has beside C_GetFunctionList lies in its list. It
-// is built several times, and each build has another number of slots, which tells them apart.
+// This is a PKCS#11 module of the tests of `ckscribe run`. What it has beside C_GetFunctionList lies in its
+// list. It is built several times. Each build has another number of slots, which tells the builds apart.
 //
 // C_Sign answers by the first byte of the data: 'c' crashes, 'e' is an error, anything else is well.
 // C_WaitForSlotEvent never returns.
@@ -12,7 +12,7 @@
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
 #ifdef MODULE_NEEDS_NEIGHBOUR
-// Lies in a library that the loader finds through this one's $ORIGIN.
+// The function lies in a library that the loader finds through this module's $ORIGIN.
 extern "C" CK_ULONG NumberOfSlots();
 #else
 namespace {
