@@ -32,7 +32,7 @@ void CallMemory::SetWords(const std::vector<std::pair<CK_ULONG, CK_ULONG>>& addr
     RemoveForeignAddresses();
 }
 
-// Goes from front to back: a change does not touch a word that was looked at before.
+// The loop goes from front to back: a change does not touch a word that was looked at before.
 void CallMemory::RemoveForeignAddresses() {
     constexpr char kHighestByteOfNoAddress = 0x40;
     for (CK_ULONG address = kPage; address + sizeof(CK_ULONG) <= kEnd; ++address) {

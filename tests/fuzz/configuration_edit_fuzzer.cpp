@@ -1,13 +1,14 @@
-// Edits a file and looks the key up. An input is a digit for the operation (0 set, 1 clear a key, 2 clear a
-// section, 3 replace a section), then the section's name, the key and the value or body, each followed by a
-// line feed, and the file's text. In the body "|" stands for a line feed.
+// This fuzzer edits a file and looks the key up. An input begins with a digit for the operation: 0 sets, 1
+// clears a key, 2 clears a section, 3 replaces a section. The section's name, the key and the value or body
+// come next, each followed by a line feed, and then the file's text. A "|" in the body stands for a line
+// feed.
 //
-// For every input: an edit succeeds unless the file is empty or a generated line is too long, no line grows
-// beyond 839 characters, and only an appended section goes without a line feed at the end.
+// These properties hold for every input. An edit succeeds unless the file is empty or a generated line is too
+// long. No line grows beyond 839 characters. Only an appended section goes without a line feed at the end.
 //
-// If the name stands in the file at most once, in a header with a "}" after it:
+// These hold, too, if the name stands in the file at most once, in a header with a "}" after it:
 // - the lines of the others, cut at 838 characters and ended by a line feed, stay as they were;
-// - a value that was set is found, a key or section that was cleared is not.
+// - a value that was set is found, and a key or section that was cleared is not.
 
 #include <cstring>
 #include <vector>
@@ -20,7 +21,7 @@ constexpr auto kNowhere = std::string::npos;
 
 bool Holds(const std::string& text, const std::string& part) { return text.find(part) != kNowhere; }
 
-// Every line cut at 838 characters and ended by a line feed.
+// Returns every line, cut at 838 characters and ended by a line feed.
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t from = 0; from < text.size();) {
@@ -48,7 +49,8 @@ bool IsPlain(const std::string& name) {
 
 bool IsPlainValue(const std::string& value) { return value.empty() || IsPlain(value); }
 
-// The file in three parts: up to the header of the section, its lines, and from the line that closes it.
+// Parts are the parts of a file: up to the header of the section, the section's lines, and from the line that
+// closes it.
 struct Parts {
     std::string before;
     std::vector<std::string> inside;

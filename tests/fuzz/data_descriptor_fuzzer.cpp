@@ -1,5 +1,6 @@
-// Reads texts as byte values. The first byte of an input is the format, the rest is the text. Properties:
-// - the text stays as it was, and every format gives as many bytes as it can, plain text all of them;
+// This fuzzer reads texts as byte values. The first byte of an input is the format, and the rest is the text.
+// These properties hold:
+// - the text stays as it was, and every format gives as many bytes as it can; plain text gives all of them;
 // - numeric text is an error exactly when something else than pairs of hexadecimal digits stands in it;
 // - a value that is written and read again is the same value, without an error.
 

@@ -1,5 +1,5 @@
-// Looks a key up in a file. An input is the section's name, a line feed, the key, a line feed, and the file's
-// text. Properties:
+// This fuzzer looks a key up in a file. An input is the section's name, a line feed, the key, a line feed,
+// and the file's text. These properties hold:
 // - the lookup finds what the rules of the syntax, written down a second time below, find;
 // - a smaller buffer receives the beginning of the value, and nothing beyond its size is touched;
 // - a file is read unchanged, and stays unchanged.

@@ -95,8 +95,8 @@ void RequireMembers(const json& structure, const std::vector<CK_ULONG>& numbers,
 
 void RequireChild(const json& element, const ExpectedChild& child);
 
-// The children of a structure are its members, in the order of the events' text, which a parsed object loses:
-// each value must be a member's.
+// The children of a structure are its members, in the order of the events' text. A parsed object loses that
+// order: each value must only be a member's.
 void RequireStructure(const json& structure, const ExpectedChild& child) {
     Require(child.children.empty() == (structure.size() == 1), "a structure has members", structure);
     if (child.children.empty()) return;
@@ -158,7 +158,7 @@ void RequireComposite(const json& element, const ExpectedChild& child) {
     }
 }
 
-// A length of a secret has no value.
+// The length of a secret has no value.
 void RequireNumber(const json& element, CK_ULONG expected) {
     if (element["kind"] == "MechanismType")
         return Require(NumberIn(element.at("number")) == expected, "the mechanism", element);

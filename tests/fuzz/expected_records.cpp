@@ -86,13 +86,13 @@ std::string Field(const unsigned char (&field)[size]) {
     return {reinterpret_cast<const char*>(field), size};
 }
 
-// A serial stands in the place of a label. It ends at its terminator, if it has one.
+// Returns a serial, which stands in the place of a label. It ends at its terminator, if it has one.
 template <std::size_t size>
 ExpectedChild Serial(const char (&field)[size]) {
     return Bytes("bytes", "", std::string(field, std::find(field, field + size, '\0')));
 }
 
-// Reads a row of the table for one call.
+// A RecordOfCall reads a row of the table for one call.
 class RecordOfCall {
 public:
     RecordOfCall(const FunctionArguments& function, const CallWords& words, const CallMemory& memory,
@@ -191,7 +191,7 @@ private:
 
     void Add(ExpectedChild child) { children.push_back(std::move(child)); }
 
-    // "~", or "~" and the most characters that the text has.
+    // Returns whether the second operand is "~", or "~" and the most characters that the text has.
     bool IsText() const { return operands.at(1).front() == '~'; }
 
     std::string TextAt(CK_ULONG address) const {
@@ -242,7 +242,7 @@ private:
         return array == 0 ? 0 : memory.Word(array + i * sizeof(CK_ULONG));
     }
 
-    // Ends at the first entry without an address or a length.
+    // Adds a child for each entry. Ends at the first entry without an address or a length.
     void AddStrings(const std::string& kind) {
         for (std::size_t i = 0; i < Operand(2); ++i) {
             const CK_ULONG string = WordAt(Operand(0), i);
@@ -288,7 +288,7 @@ private:
         }
     }
 
-    // The handles that one mechanism returns through its parameter.
+    // Adds the handles that one mechanism returns through its parameter.
     void AddKeysOfConnection() {
         CK_MECHANISM mechanism{};
         ckscribe::CK_SSL3_KEY_MAT_PARAMS connection{};
@@ -390,7 +390,7 @@ private:
     std::vector<ExpectedChild> children;
 };
 
-// The functions that are recorded as a part of an operation.
+// These functions are recorded as a part of an operation.
 const std::set<std::string> kOperations = {"Encrypt",       "Decrypt",     "Digest",        "Sign",
                                            "SignRecover",   "Verify",      "VerifyRecover", "DigestEncrypt",
                                            "DecryptDigest", "SignEncrypt", "DecryptVerify"};

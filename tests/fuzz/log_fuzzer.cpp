@@ -1,5 +1,5 @@
-// Reads an input as a log (see log_properties.h for what must hold). There is one such fuzzer for each
-// format: they differ in their corpora, which hold records of that format as the library writes them.
+// This fuzzer reads an input as a log (see log_properties.h for what must hold). Each format has such a
+// fuzzer. The fuzzers differ in their corpora, which hold records of the format as the library writes them.
 
 #include <cstdint>
 

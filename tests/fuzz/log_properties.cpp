@@ -24,7 +24,7 @@ class Log {
 public:
     explicit Log(std::string_view text) { bytes.Append(text); }
 
-    // With readable bytes behind it.
+    // Returns the text. Readable bytes lie behind it.
     std::string_view Text() const { return bytes.View(); }
 
     void Require(bool holds, const char* what) const {
@@ -79,7 +79,7 @@ void AddStretch(std::string& text, const ckscribe::UnreadableStretch& stretch) {
     Add(text, stretch.beginning);
 }
 
-// Collects everything that is found as a text.
+// A Description collects everything that is found as a text.
 class Description : public ckscribe::CallSink {
 public:
     void OnCall(const Call& call) override {
@@ -165,7 +165,7 @@ void Read(std::string_view text, std::size_t piece, Description& found) {
     reader.Finish();
 }
 
-// Takes both sides of a cut apart for themselves, as two threads do.
+// Reads each side of a cut by itself, as two threads do.
 void ReadCut(const Log& log, Description& found) {
     const std::size_t cut = ckscribe::LastRecordBegin(log.Text());
     const Log before(log.Text().substr(0, cut));

@@ -1,11 +1,11 @@
-// Validates mechanism parameters. The first four bytes of an input are the mechanism, the lowest first; the
-// rest is the parameter, which lies on the heap at its exact length, so that a sanitizer sees a byte too many
-// that is read. Properties:
+// This fuzzer validates mechanism parameters. The first four bytes of an input are the mechanism, the lowest
+// first, and the rest is the parameter. The parameter lies on the heap at its exact length. A sanitizer
+// therefore sees a read of one byte too many. These properties hold:
 // - the code is 0 or 0x710000, and the parameter stays as it was;
 // - the address of a parameter makes no difference;
 // - a length without a pointer is invalid;
-// - what is valid stays valid with zeros for content: every check is an upper bound or asks for less;
-// - a mechanism that is valid with two neighbouring lengths is one of those that ask for a least length only.
+// - what is valid stays valid if its content is zeros: every check is an upper bound or asks for less;
+// - a mechanism that is valid with two neighbouring lengths is one of those that only ask for a least length.
 
 #include <cstdint>
 #include <cstdlib>

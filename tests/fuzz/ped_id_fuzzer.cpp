@@ -1,9 +1,9 @@
-// Parses lists of identifiers of PIN entry devices. The first byte of an input is the slot, the rest is the
-// list. Properties:
+// This fuzzer parses lists of identifiers of PIN entry devices. The first byte of an input is the slot, and
+// the rest is the list. These properties hold:
 // - the list is only cut: each character stays or becomes NUL;
 // - a question for one result finds what the rules, written down a second time below, find;
-// - a question for both results finds the same as two questions for one each, if the list assigns each result
-// once.
+// - a question for both results finds the same as two questions for one result each, if the list assigns each
+//   result once.
 
 #include <cctype>
 #include <cstdint>
@@ -35,8 +35,8 @@ std::vector<std::string> Items(const std::string& list) {
 
 bool IsWhite(char c) { return static_cast<signed char>(c) >= 0 && (std::isspace(c) || std::iscntrl(c)); }
 
-// Returns the number that a text shows, without the white space around it; nothing when the text is too long
-// or no number.
+// Returns the number that a text shows, without the white space around it. Returns nothing if the text is too
+// long or no number.
 std::optional<long> Number(std::string text, std::size_t longest) {
     while (!text.empty() && IsWhite(text.back())) text.pop_back();
     while (!text.empty() && IsWhite(text.front())) text.erase(0, 1);

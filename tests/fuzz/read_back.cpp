@@ -150,7 +150,7 @@ private:
     bool isNew;
 };
 
-// Compares the values of events, which lose nothing.
+// An EventComparison compares the values of events, which lose nothing.
 class EventComparison {
 public:
     explicit EventComparison(std::string_view events) : events(events) {}
@@ -175,7 +175,7 @@ private:
             case Shape::kHex:
             case Shape::kDecimal:
             case Shape::kShort:
-                // A length of a secret has no value.
+                // The length of a secret has no value.
                 return Require(
                     !value.isCut && value.number.value_or(expected.numbers[0]) == expected.numbers[0],
                     "a number");
@@ -229,7 +229,7 @@ private:
         bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
     }
 
-    // Members of a structure stand in the order of the records; elements of a list are numbers.
+    // Members of a structure stand in the order of the records, and elements of a list are numbers.
     void CompareGroup(const ExpectedChild& expected, const Value& value) {
         Require(expected.children.size() == value.children.size(), "as many members");
         for (std::size_t i = 0; i < value.children.size(); ++i) {

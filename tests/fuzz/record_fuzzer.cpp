@@ -1,8 +1,9 @@
-// Makes calls of the library and reads their records back. An input is a format, a function's name and a line
-// feed, a result, the words of the call, and what stands in the one page that these may point into, before
-// the call and after it (see Input below). Properties, for any function, arguments and result:
+// This fuzzer makes calls of the library and reads their records back. An input is a format, a function's
+// name and a line feed, a result, and the words of the call. Behind them comes what stands in the one page
+// that the words may point into, before the call and after it (see Input below). These properties hold for
+// any function, arguments and result:
 // - the target gets the words, the application gets the result, and only the target changes the memory;
-// - a call has a start record and an end record, whole and with nothing between or behind them;
+// - a call has a start record and an end record, whole, with nothing between or behind them;
 // - both have an event, which a JSON parser reads back to the same values;
 // - each record names the function and the result. It has the children that the function's records have, with
 //   the numbers, bytes and structures of the words and the memory, and with masks for secrets;
@@ -63,7 +64,7 @@ public:
         return low | Short() << 16;
     }
 
-    // A name up to the end of its line.
+    // Returns a name up to the end of its line.
     std::string Name() {
         constexpr std::size_t kLongestName = 64;
         std::string name;
@@ -111,7 +112,7 @@ public:
         }
     }
 
-    // Words for places of the memory, at most 15.
+    // Returns words for places of the memory, at most 15.
     std::vector<std::pair<CK_ULONG, CK_ULONG>> Words() {
         std::vector<std::pair<CK_ULONG, CK_ULONG>> words(Byte() % 16);
         for (auto& [address, word] : words) {
@@ -128,7 +129,7 @@ private:
     std::size_t size;
 };
 
-// The call as the target gets it, on the thread that makes it.
+// `target` is the call as the target gets it, on the thread that makes the call.
 struct {
     const char* function = nullptr;
     CallWords words{};
@@ -153,7 +154,7 @@ CK_RV CallWithWords(CK_RV (*function)(Parameters...), const CallWords& words) {
     return CallWithWords(function, words, std::index_sequence_for<Parameters...>());
 }
 
-// Each calls an exported function by its real type. The order is that of ArgumentsOfFunctions().
+// Each Caller calls an exported function by its real type. The order is that of ArgumentsOfFunctions().
 using Caller = CK_RV (*)(void* function, const CallWords& words);
 const Caller kCallers[] = {
 #define C_EVERY_ROW(Name, ...)                                                        \
@@ -167,7 +168,7 @@ const Caller kCallers[] = {
 #include "functions/functions.def"
 };
 
-// The library with a log of its own.
+// A LoggedApplication has the library loaded, with a log of its own.
 class LoggedApplication {
 public:
     LoggedApplication() {
@@ -176,7 +177,7 @@ public:
         WriteConfiguration();
         log.Open(LogPath());
         events.Open(EventsPath());
-        // The target stays loaded when the library unloads it. Changes of the format are quick then.
+        // The target stays loaded when the library unloads it. Therefore changes of the format are quick.
         if (dlopen(SCRIPTED_TARGET, RTLD_NOW | RTLD_LOCAL) == nullptr) std::abort();
         void* const library = dlopen(CKSCRIBE_LIBRARY, RTLD_NOW | RTLD_LOCAL);
         if (library == nullptr) std::abort();
@@ -184,8 +185,8 @@ public:
             functions.push_back(dlsym(library, function.function.c_str()));
         finalize = reinterpret_cast<void (*)()>(dlsym(library, "CkLogSpecialFinalize"));
     }
-    // Every byte of the log was compared with the expected ones, so no secret stands there. No other file was
-    // written.
+    // Every byte of the log was compared with the expected bytes. Therefore no secret stands there. No other
+    // file was written.
     ~LoggedApplication() {
         for (const auto& entry : std::filesystem::directory_iterator(directory)) {
             const bool isKnown = entry.path() == LogPath() || entry.path() == EventsPath() ||
@@ -212,7 +213,7 @@ public:
     std::string TakeEvents() { return events.Take(); }
 
 private:
-    // A file that grows.
+    // A Growing is a file that grows.
     class Growing {
     public:
         void Open(const std::string& path) {
@@ -271,7 +272,8 @@ CallWords WordsOfCall(const FunctionArguments& function, Input& input) {
     return words;
 }
 
-// The place in ArgumentsOfFunctions(). A name that no function has stands for some function.
+// Returns the function's place in ArgumentsOfFunctions(). A name that no function has stands for some
+// function.
 std::size_t IndexOfFunction(const std::string& name) {
     const std::vector<FunctionArguments>& all = ArgumentsOfFunctions();
     const auto found = std::find_if(all.begin(), all.end(),
@@ -358,7 +360,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     reader.ReadEnd();
 
-    // Only the target changes the memory: what it did, done again to the memory as it was, gives the same.
+    // Only the target changes the memory. What the target did, done again to the memory as it was, gives the
+    // same.
     const std::string memoryAfter = memory.Contents();
     memory.Fill(reinterpret_cast<const std::uint8_t*>(memoryBefore.data()), memoryBefore.size());
     if (target.isCalled) memory.SetWords(target.returned);

@@ -14,13 +14,14 @@ constexpr std::size_t kIndent = 3;
 CK_ULONG Low32Bits(CK_ULONG number) { return static_cast<std::uint32_t>(number); }
 long Signed32Bits(CK_ULONG number) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(number)); }
 
-// COMPAT: The names of results in records differ in these from the names that the lookup finds.
+// COMPAT: Records name these results otherwise than the lookup does.
 constexpr CK_RV kNamelessInRecords[] = {0x80000040, 0x80000041};
 constexpr ckscribe::ReturnValueRow kNameInRecordsAlone = {"CKR_PARTITION_DISABLED", 0x80000020};
 
 enum class Form { kNumeric, kSimple, kRich };
 
-// Bytes are a text when they are printable, mostly printable bytes a text with escapes.
+// Returns the form in which bytes are written. Printable bytes are a text, and mostly printable bytes are a
+// text with escapes.
 Form FormOf(const std::string& bytes) {
     std::size_t printable = 0;
     std::size_t control = 0;
@@ -111,7 +112,7 @@ void RecordReader::ReadResult(CK_RV rv) {
     Require(value == rv, "result");
 }
 
-// In the old format each child has a line of its own, with the exception of bare values.
+// Each child of the old format has a line of its own, with the exception of bare values.
 void RecordReader::ReadChildren(const std::vector<ExpectedChild>& children, std::size_t indent) {
     TakeNewLine(indent);
     Take("{");
@@ -278,7 +279,7 @@ std::string RecordReader::TakeNumericText() {
     return bytes;
 }
 
-// A backslash begins an escape, a double quote that is not the end is doubled.
+// A backslash begins an escape, and a double quote that is not the end is doubled.
 std::string RecordReader::TakeRichText() {
     constexpr std::string_view kEscapes = "0123456789abcdefghijklmnopqrstuv";
     std::string bytes;

@@ -1,5 +1,6 @@
-// Stands in for libFuzzer's main: runs a fuzzer over the files and directories that are named, and fails when
-// there is not a single file. A property that does not hold ends the process, as it does under libFuzzer.
+// This file stands in for libFuzzer's main. It runs a fuzzer over the files and directories that are named,
+// and fails if there is not a single file. A property that does not hold ends the process, as it does under
+// libFuzzer.
 
 #include <cstdint>
 #include <cstdio>

@@ -1,7 +1,7 @@
-// Converts texts and bytes. An input is the text of every conversion, and the bytes of those that begin with
-// bytes. Properties: what is converted and converted back is the same; two functions for one thing agree;
-// numbers are those of the C library; nothing is written beyond its size; a text is only read, unless it is
-// there to be trimmed.
+// This fuzzer converts texts and bytes. An input is the text of every conversion, and the bytes of those that
+// begin with bytes. These properties hold. What is converted and converted back is the same. Two functions
+// for one thing agree. Numbers are those of the C library. Nothing is written beyond its size. A text is only
+// read, unless it is there to be trimmed.
 
 #include <cctype>
 #include <climits>
