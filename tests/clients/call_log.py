@@ -23,8 +23,9 @@ OLD_RECORD = re.compile(
 
 
 class Record:
-    """`text` is a record of the new format without its time, process, thread and ticks, as 'FINILogin CKR_OK {}'.
-    `call` holds the parts that both formats have: function, specifier, whether it is a start, result."""
+    """A Record is one record of a log. `text` is a record of the new format without its time, process, thread and
+    ticks, as 'FINILogin CKR_OK {}'. `call` holds the parts that both formats have: function, specifier, whether it is a
+    start, result."""
 
     def __init__(self, match, is_start, text=None):
         fields = match.groupdict()

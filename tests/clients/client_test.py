@@ -3,8 +3,8 @@ software token, and compares the three.
 
 A test program defines what a session does, as a function of a Place, and passes it to compare_sessions(), which holds
 the session straight, with libckscribe.so between client and token logging in the new format, and again logging in
-the old one. What the client prints, returns and writes must be the same each time. In all three the client is told
-the same names of files: its module is a symbolic link, and the directory is moved out of the way in between.
+the old one. What the client prints, returns and writes must be the same each time. The client gets the same names of
+files all three times: its module is a symbolic link, and the directory is moved out of the way in between.
 
 Programs are called with the paths of libckscribe.so, of SoftHSM's library, of a target that lacks none of the
 vendor's functions, and of the program that searches logs for PINs (tests/secrets/find_secrets.cpp). The environment's
@@ -29,28 +29,28 @@ from call_log import records_of_new_log, records_of_old_log
 PATHS = [str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:]]
 LIBRARY, SOFTHSM, COMPLETE_TARGET, FIND_SECRETS = PATHS[:4]
 TOOL = PATHS[4] if len(PATHS) > 4 else None
-# The command that reads the logs back; None where it is not built.
+# This command reads the logs back. It is None where the command is not built.
 REPORT_TOOL = os.environ.get("CKSCRIBE_REPORT_TOOL")
 HERE = pathlib.Path(__file__).resolve().parent
 EVENTS_SCHEMA = HERE.parent.parent / "share/ckscribe/events.schema.json"
 EXPECTED_FUNCTIONS = HERE.parent / "expected_functions.def"
 
-# Four bytes of any of them are recognised wherever they turn up; see tests/secrets/planted_secret.h.
+# Four bytes of any PIN are recognised wherever they turn up; see tests/secrets/planted_secret.h.
 SO_PIN = "Q~J^X@Z!V~K^W@J~"
 PIN = "J!Q@X^Z~K!V@"
 WRONG_PIN = "V^W!Z@Q~"
 
 TOKEN = "clients"
 
-# Values of events that fit the schema whatever they are: times, runs, numbers (those from 2^53 on are strings), whole bytes
-# in hexadecimal, texts without escapes.
+# These values of events fit the schema whatever they are: times, runs, numbers (those from 2^53 on are strings), whole
+# bytes in hexadecimal, texts without escapes.
 ORDINARY_VALUES = "|".join((
     r'"time":"[^"]*"', r'"run":"[0-9a-f]{16}-[0-9a-f]+"', r'"\w+":\d{1,15}\b', r'"\w+":"\d{16,20}"',
     r'"values":\[\d{1,15}(,\d{1,15})*\]', r'"hex":"([0-9a-f]{2})+"', r'"text":"[^"\\]+"',
 ))
 
-# Of all targets here only the complete one has the vendor's functions. Over any other, the library announces each of
-# them, in the order in which it looks them up.
+# Only the complete one of all targets here has the vendor's functions. The library announces each of them over any
+# other target, in the order in which it looks them up.
 ANNOUNCEMENTS = "".join(
     f"Failed to load function '{name}'.\n"
     for name in re.findall(r"^FUNCTION\((CA_\w+), .*\bkRequired\b", EXPECTED_FUNCTIONS.read_text(), re.MULTILINE)
@@ -100,9 +100,9 @@ class Place:
         return str(path)
 
     def run(self, *command, status=0, varies=(), environment={}, input=b""):
-        """Runs a command to its end and notes what it printed and returned; `status` is what it has to return.
+        """Runs a command to its end and notes what it printed and returned. `status` is what it has to return.
 
-        `varies`: regular expressions of what differs from run to run by nature; their matches are not compared.
+        `varies` has regular expressions of what differs from run to run by nature. Their matches are not compared.
         """
         if shutil.which(command[0]) is None:
             fail(f"there is no {command[0]}: install it, or run ./check, which does")
@@ -143,7 +143,8 @@ class Place:
         self.transcript += [f"{what}: {line}" for line in text.splitlines()]
 
     def _without_announcements(self, output):
-        """A client that writes past stdio's buffers may have text of its own in the middle of the announcements."""
+        """Returns the output without the announcements. A client that writes past stdio's buffers may have text of its own
+        in the middle of them."""
         own = b""
         recognised = 20
         while ANNOUNCEMENTS[:recognised] in output:
@@ -210,7 +211,7 @@ def check_log_files(directory):
 
 
 def check_events(directory, records):
-    """The events file beside a log has the calls of the log, no secret, and nothing but what the schema describes.
+    """Expects the events file beside a log to have the log's calls, no secret, and nothing but what the schema describes.
 
     Where the environment names a folder in KEPT_EVENTS, a copy of the file stays there for other tests.
     """
@@ -225,7 +226,7 @@ def check_events(directory, records):
     for line in (directory / "events.jsonl").read_text(encoding="utf-8").splitlines():
         event = json.loads(line)
         kinds[event["event"]] += 1
-        # The schema takes milliseconds for an event. Of events that differ only in ordinary values, it judges one.
+        # The schema takes milliseconds for an event. It judges one of those events that differ only in ordinary values.
         shape = re.sub(ORDINARY_VALUES, lambda value: value.group().partition(":")[0], line)
         if shape in seen:
             continue
@@ -238,7 +239,7 @@ def check_events(directory, records):
 
 
 def reported(file):
-    """The report of a file that consists of calls, each with a start and an end."""
+    """Returns the report of a file that consists of calls, each with a start and an end."""
     done = subprocess.run([REPORT_TOOL, "report", "--json", file], capture_output=True, text=True, timeout=60)
     if done.returncode != 0 or done.stderr:
         fail(f"`ckscribe report` of {file.name} returned {done.returncode}: {done.stderr}")
@@ -249,7 +250,7 @@ def reported(file):
 
 
 def check_reports(directory, records):
-    """`ckscribe report` reads the log and the events back, and finds the calls that were made in both."""
+    """Expects `ckscribe report` to read the log and the events back, and to find the calls that were made in both."""
     if REPORT_TOOL is None:
         return
     starts = [record for record in records if record.is_start]
@@ -266,7 +267,7 @@ def check_reports(directory, records):
         if ends != len(records) - len(starts):
             fail(f"`ckscribe report` of {name} counts {ends} results of {len(records) - len(starts)} ends")
     expect_same("the reports of the log and of the events differ", sorted(rows[0]), sorted(rows[1]))
-    # The records' own words for the functions; two functions print `FindObjects`.
+    # The records have words of their own for the functions. Two functions print `FindObjects`.
     functions = lambda calls: sorted(set(calls))
     printed = functions(record.function.replace(" None", "").replace(" ", "") for record in starts)
     read = functions(row.split()[0].removeprefix("C_").replace("FindObjectsFinal", "FindObjects") for row in rows[0])
@@ -277,7 +278,7 @@ def check_reports(directory, records):
 
 
 def check_records(records, expected):
-    """Each text of `expected`, in which three dots stand for anything, has to match a record, in this order."""
+    """Expects each text of `expected` to match a record, in this order. Three dots stand for anything."""
     remaining = iter(records)
     for text in expected:
         pattern = ".*".join(re.escape(part) for part in text.split("..."))
@@ -287,7 +288,7 @@ def check_records(records, expected):
 
 
 def check_pairs(records):
-    """Every call has a start and an end, one after the other on its thread."""
+    """Expects every call to have a start and an end, one after the other on its thread."""
     open_calls = {}
     for record in records:
         thread = (record.process, record.thread)
@@ -304,7 +305,7 @@ def check_pairs(records):
 
 
 def check_calls(lines, expected):
-    """Each end record of `expected` has to have its call among the lines of `ckscribe run`, in this order."""
+    """Expects each end record of `expected` to have its call among the lines of `ckscribe run`, in this order."""
     calls = [re.fullmatch(r"\S+ \d+ (C_\w+)\(.*\) = (CKR_\w+)( \{.*\})? <\S+>", line) for line in lines]
     remaining = iter([call.group(1, 2) for call in calls if call])
     for text in expected:
@@ -350,9 +351,9 @@ def compare_with_run(session, expected, target):
 def compare_sessions(session, expected, target=SOFTHSM, in_order=True):
     """Holds `session(place)` three times and compares.
 
-    `expected`: some records of the new format, without time, process, thread and ticks; three dots stand for anything.
-    `target`: the PKCS#11 library through which the client reaches the token.
-    `in_order`: the client makes its calls in the same order each time.
+    `expected` has some records of the new format, without time, process, thread and ticks. Three dots stand for anything.
+    `target` is the PKCS#11 library through which the client reaches the token.
+    `in_order` says that the client makes its calls in the same order each time.
     """
     if TOOL:
         compare_with_run(session, expected, target)

@@ -1,6 +1,6 @@
 """Installs what was built and looks for the library where p11-kit finds modules.
 
-Called with the build directory and the directory of modules below the prefix.
+The test is called with the build directory and the directory of modules below the prefix.
 """
 
 import pathlib

@@ -22,8 +22,8 @@ def path_of_server():
 
 
 def make_empty_directory():
-    """Makes the directory in which root's sshd locks up the part of itself that speaks with strangers. Where the package's
-    service never runs, nothing else makes it. The directory stays, because another sshd may need it by then."""
+    """Makes the directory in which root's sshd locks up the part of itself that speaks with strangers. Nothing else
+    makes it where the package's service never runs. The directory stays, because another sshd may need it by then."""
     if os.geteuid() == 0:
         pathlib.Path("/run/sshd").mkdir(mode=0o755, exist_ok=True)
 

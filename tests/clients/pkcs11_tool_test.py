@@ -46,7 +46,7 @@ def session(place):
     tool("--token-label", TOKEN, "--login", "--pin", WRONG_PIN, "--list-objects", status=1)
     tool("--slot-index", "77", "--list-objects", status=1)
 
-    # Last, because SoftHSM lists objects and tokens in an order that a new one changes at random.
+    # These come last, because SoftHSM lists objects and tokens in an order that a new one changes at random.
     logged_in("--keypairgen", "--key-type", "rsa:2048", "--id", "03", "--label", "new")
     logged_in("--keypairgen", "--key-type", "EC:secp384r1", "--id", "04", "--label", "new", varies=["[0-9a-f]{194,}"])
     logged_in("--keygen", "--key-type", "AES:32", "--id", "05", "--label", "new")

@@ -10,7 +10,7 @@ CKA_CLASS, CKA_SIGN, CKA_VALUE, CKA_KEY_TYPE = 0, 0x108, 0x11, 0x100
 CKM_SHA256, CKM_SHA256_HMAC = 0x250, 0x251
 CKF_SERIAL_SESSION = 4
 
-# The places of the functions in the list, behind the version.
+# The functions have these places in the list, behind the version.
 FUNCTIONS = {
     "C_Initialize": 0, "C_Finalize": 1, "C_GetSlotList": 4, "C_OpenSession": 12, "C_CloseSession": 13,
     "C_CreateObject": 20, "C_DigestInit": 37, "C_Digest": 38, "C_SignInit": 42, "C_Sign": 43,

@@ -1,4 +1,4 @@
-"""A client loads the target beside the library: p11-kit by a .module file of each, NSS by two modules of one profile.
+"""A client loads the target beside the library. p11-kit has a .module file of each, NSS two modules of one profile.
 
 Both hand out one function list. The library overwrites it, and gives it back when the client unloads the library, as
 both clients do at once. The client then uses the target and ends as it does without the library.

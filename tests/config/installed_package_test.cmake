@@ -1,12 +1,13 @@
-# Installs the package below a fresh directory, and builds and uses programs there from the installed files only: a tool,
-# the example of docs/package.md, and a program with functions of its own whose names are common. Every header that an
-# installed header names, in a comment too, is installed. pkg-config leads to the same libraries as CMake.
+# This test installs the package below a fresh directory, and builds and uses programs there only from the installed
+# files. The programs are a tool, the example of docs/package.md, and a program with functions of its own whose names
+# are common. The test expects every header to be installed that an installed header names, even in a comment.
+# pkg-config leads to the same libraries as CMake.
 #
 # cmake -DBUILD=... -DSOURCE=... -DCOMPILER=... -DGENERATOR=... -DFLAGS=... -P installed_package_test.cmake
 
 execute_process(COMMAND mktemp -d OUTPUT_VARIABLE directory OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
-# run(COMMAND...): runs the command. If it fails, shows what it printed and ends the test.
+# run(COMMAND...) runs the command. If it fails, shows what it printed and ends the test.
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
@@ -16,14 +17,14 @@ function(run)
   endif()
 endfunction()
 
-# build(NAME): builds the sources in ${directory}/NAME.sources into ${directory}/NAME.
+# build(NAME) builds the sources in ${directory}/NAME.sources into ${directory}/NAME.
 function(build name)
   run(${CMAKE_COMMAND} -S ${directory}/${name}.sources -B ${directory}/${name} -G ${GENERATOR} -DCMAKE_BUILD_TYPE=Debug
     -DCMAKE_PREFIX_PATH=${directory}/prefix -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS})
   run(${CMAKE_COMMAND} --build ${directory}/${name})
 endfunction()
 
-# expect_of(PROGRAM RESULT OUTPUT ARGUMENTS...): runs the program and compares its exit status and what it prints.
+# expect_of(PROGRAM RESULT OUTPUT ARGUMENTS...) runs the program and compares its exit status and what it prints.
 function(expect_of program expected_result expected_output)
   execute_process(
     COMMAND ${CMAKE_COMMAND} -E env WendrafilConfigurationPath=${directory} ${directory}/${program} ${ARGN}
@@ -34,12 +35,12 @@ function(expect_of program expected_result expected_output)
   endif()
 endfunction()
 
-# expect(RESULT OUTPUT ARGUMENTS...): does the same with the tool.
+# expect(RESULT OUTPUT ARGUMENTS...) does the same with the tool.
 function(expect expected_result expected_output)
   expect_of(tool/configuration_tool "${expected_result}" "${expected_output}" ${ARGN})
 endfunction()
 
-# example(LANGUAGE PATH): writes the first block of that language in docs/package.md to the file PATH.
+# example(LANGUAGE PATH) writes the first block of that language in docs/package.md to the file PATH.
 function(example language path)
   file(READ ${SOURCE}/docs/package.md page)
   string(FIND "${page}" "```${language}\n" begin)
@@ -54,7 +55,7 @@ function(example language path)
   file(WRITE ${path} "${block}")
 endfunction()
 
-# expect_complete_headers(DIRECTORY): every header that a header of the directory names is there.
+# expect_complete_headers(DIRECTORY) expects every header to be there that a header of the directory names.
 function(expect_complete_headers include)
   set(count 0)
   file(GLOB_RECURSE headers ${include}/*.h)
@@ -100,7 +101,7 @@ build(example)
 expect_of(example/timeout 0 "Misc has no Timeout.\n")
 expect_of(example/timeout 0 "Timeout is 1500.\n")
 
-# The same program, with what pkg-config says.
+# This builds the same program with what pkg-config says.
 file(GLOB_RECURSE pkg_config_file ${directory}/prefix/ckscribe-config.pc)
 get_filename_component(pkg_config_directory ${pkg_config_file} DIRECTORY)
 run(sh -c "options=$(PKG_CONFIG_PATH=${pkg_config_directory} pkg-config --define-variable=prefix=${directory}/prefix --cflags --libs ckscribe-config) \

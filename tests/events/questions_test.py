@@ -1,6 +1,6 @@
 """Asks every question for jq that docs/events.md has, and compares the answers.
 
-Called with the path of the sources.
+The test is called with the path of the sources.
 """
 
 import json
@@ -13,7 +13,7 @@ RUN = "18a3f1c2d4e5f607-3e63"
 
 
 def call(number, function, nanoseconds, rv=0, result="CKR_OK", has_end=True, run=RUN):
-    """The lines of one call."""
+    """Returns the lines of one call."""
     head = {"time": f"2026-11-21T12:33:{number:02}.000000000Z"}
     rest = {"run": run, "pid": 15971, "tid": 15972, "call": number, "function": function}
     yield {"event": "start", **head, **rest, "in": []}

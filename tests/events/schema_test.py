@@ -1,6 +1,6 @@
 """Tests that the schema of events takes the lines of docs/events.md and refuses lines with a fault.
 
-Called with the path of the sources.
+The test is called with the path of the sources.
 """
 
 import copy

@@ -1,4 +1,4 @@
-"""The rule for logrotate: logrotate itself obeys it while calls run, and no record is lost or doubled.
+"""logrotate itself obeys the rule for logrotate while calls run, and no record is lost or doubled.
 
 logrotate_test.py LIBRARY TARGET EXAMPLES"""
 
@@ -17,7 +17,7 @@ LIBRARY, TARGET = sys.argv[1:3]
 EXAMPLES = pathlib.Path(sys.argv[3])
 del sys.argv[1:4]
 
-# Two threads make calls with numbers of their own, until standard input ends. It prints how many each has made.
+# Two threads make calls with numbers of their own, until standard input ends. The program prints how many each has made.
 APPLICATION = """
 import ctypes, sys, threading, time
 library = ctypes.CDLL(sys.argv[1])
@@ -76,14 +76,14 @@ class Rotation(unittest.TestCase):
         self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
 
     def wait_until_log_grows(self):
-        """An application that has noticed the rotation writes into the new file."""
+        """Waits until the log grows. An application that has noticed the rotation writes into the new file."""
         deadline = time.monotonic() + 60
         while not (self.log.exists() and self.log.stat().st_size and self.events.exists() and self.events.stat().st_size):
             self.assertLess(time.monotonic(), deadline, "nothing is written into the new file")
             time.sleep(0.01)
 
     def files_of(self, log):
-        """All files of a log, the oldest first."""
+        """Returns all files of a log, the oldest first."""
         rotated = sorted(log.parent.glob(log.name + ".*"), key=lambda path: -int(path.name.removeprefix(log.name).split(".")[1]))
         return [*rotated, log]
 
@@ -120,7 +120,7 @@ class Rotation(unittest.TestCase):
         application.communicate(timeout=60)
         before = self.log.stat()
         time.sleep(1.1)
-        # Compression keeps all this, too, but for parts of a second.
+        # Compression keeps all this, too, except parts of a second.
         self.rule.write_text(self.rule.read_text().replace("compress\n", "nocompress\n"))
         self.rotate()
         after = (self.place / "log.txt.1").stat()

@@ -1,4 +1,4 @@
-"""The man pages: readers of man pages take them without a warning, and they name what the program knows.
+"""Readers of man pages take ours without a warning, and the pages name what the program knows.
 
 man_pages_test.py SOURCE BUILT_PAGES"""
 

@@ -1,4 +1,4 @@
-"""The drop-in for services: systemd takes it, and it sets what it says.
+"""systemd takes the drop-in for services, and the drop-in sets what it says.
 
 systemd_test.py EXAMPLES"""
 

@@ -1,5 +1,5 @@
-"""Real servers for tests: clickhouse-server on the loopback interface, in a private folder, on free ports, started and
-stopped by the test. Several of them are the shards of one cluster."""
+"""This module has real servers for tests. A test starts and stops clickhouse-server on the loopback interface, in a
+private folder, on free ports. Several servers are the shards of one cluster."""
 
 import pathlib
 import shutil
@@ -13,7 +13,7 @@ import urllib.request
 SERVER = shutil.which("clickhouse-server", path="/usr/sbin:/usr/bin")
 SCHEMA = pathlib.Path(__file__).resolve().parents[2] / "share/ckscribe/clickhouse"
 
-# In seconds.
+# An answer takes at most this many seconds.
 LONGEST_ANSWER = 300
 
 CONFIGURATION = """<yandex>
@@ -58,12 +58,12 @@ class Server:
         configuration = self.folder / "config.xml"
         configuration.write_text(CONFIGURATION.format(folder=self.folder, http=http, native=native, shards="".join(
             f"<shard><replica><host>127.0.0.1</host><port>{port}</port></replica></shard>" for port in shards)))
-        # It ends with the test, however that ends.
+        # The server ends with the test, however the test ends.
         self.process = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", SERVER, f"--config-file={configuration}"],
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, cwd=self.folder)
 
     def wait(self):
-        """Returns whether it answers."""
+        """Waits for the server, and returns whether it answers."""
         for _ in range(600):
             if self.process.poll() is not None:
                 return False
@@ -93,13 +93,13 @@ class Server:
             raise AssertionError(error.read().decode()) from None
 
     def rows(self, query, database="default"):
-        """The rows of an answer, each a list."""
+        """Returns the rows of an answer, each as a list."""
         import json
         return json.loads(self.ask(query + " FORMAT JSONCompact", database, output_format_json_quote_64bit_integers=0))["data"]
 
 
 def start_servers(folder, count):
-    """The servers of one cluster. A port that somebody else took meanwhile is no failure."""
+    """Starts the servers of one cluster and returns them. A port that somebody else took meanwhile is no failure."""
     for attempt in range(5):
         ports = free_ports(2 * count)
         servers = [Server(pathlib.Path(folder, f"try-{attempt}-server-{i}"), ports[i], ports[count + i], ports[count:])
@@ -112,7 +112,8 @@ def start_servers(folder, count):
 
 
 def make_tables(servers, database, is_spread):
-    """A database with the tables, on each server. `is_spread`: with calls_all, which spreads calls over all servers."""
+    """Makes a database with the tables on each server. If `is_spread` is true, it has calls_all, too, which spreads calls
+    over all servers."""
     for server in servers:
         server.ask(f"CREATE DATABASE {database}")
         for name in ("calls", "calls_by_minute") + (("calls_all",) if is_spread else ()):

@@ -1,4 +1,4 @@
-"""Calls of many hosts in a real engine: rows, insertions, states, queries, and reports.
+"""These tests bring calls of many hosts into a real engine. They check rows, insertions, states, queries and reports.
 
     fleet_test.py CKSCRIBE [CLIENT_TEST_ARGUMENT...]
 
@@ -44,7 +44,7 @@ def ckscribe(*arguments, **more):
 
 
 def event(number, phase="end", run="18a3f1c2d4e5f607-3e63", function="C_Sign", second=0, ns=1000, **fields):
-    """A line of an events file."""
+    """Returns a line of an events file."""
     moment = f"2026-11-21T12:{second // 60 % 60:02}:{second % 60:02}.{number % 10**9:09}Z"
     line = {"event": phase, "time": moment, "ns": ns, "run": run, "pid": 71, "tid": 72, "call": number, "function": function,
             "rv": 0, "result": "CKR_OK", **fields, "in": [], "out": []}
@@ -59,7 +59,7 @@ def both(number, **fields):
 
 
 def comparable(report):
-    """A report without what only files have."""
+    """Returns a report without what only files have."""
     def without_places(value):
         if isinstance(value, dict):
             return {key: without_places(one) for key, one in value.items()
@@ -110,13 +110,13 @@ class Fleet(unittest.TestCase):
         return json.loads(done.stdout)
 
     def query(self, name, since=0):
-        """The rows of a query of share/ckscribe/clickhouse/queries/, by the names of their columns."""
+        """Returns the rows of a query of share/ckscribe/clickhouse/queries/, by the names of their columns."""
         text = engine_server.query_text(name, self.table, since)
         answer = json.loads(self.server.ask(text + "\nFORMAT JSON", self.database, output_format_json_quote_64bit_integers=0))
         return answer["data"]
 
     def assert_like(self, actual, expected, what=""):
-        """assertEqual for long lists, of which it shows the first difference only."""
+        """Does what assertEqual does, for long lists. Only shows their first difference."""
         for one, other in itertools.zip_longest(actual, expected):
             self.assertEqual(one, other, what)
 
@@ -171,7 +171,7 @@ class Schema(Fleet):
         events = self.file("events.jsonl", "".join(event(i + 1, ns=number) for i, number in enumerate(numbers)))
         self.assertEqual(ckscribe("convert", "--to", "clickhouse", "--host", "a", "--url", self.url, events).returncode, 0)
         self.assert_like(self.ask("SELECT ns, bucket FROM calls ORDER BY ns"), [[number, bucket(number)] for number in numbers])
-        # One thread for each pause.
+        # Each pause has a thread of its own.
         self.server.ask("TRUNCATE TABLE calls", self.database)
         self.insert(*(self.ROW | {"call": 2 * i + k, "tid": i, "version": 2, "time": k * number + 1, "position": k}
                       for i, number in enumerate(numbers[:1000]) for k in (0, 1)))
@@ -202,7 +202,7 @@ class State(Fleet):
         return [row[0] for row in self.ask("SELECT call FROM calls FINAL ORDER BY call")]
 
     def inserted(self):
-        """How many rows were inserted in all, repeats included; needs no merge between."""
+        """Returns how many rows were inserted in all, repeats included. No merge may come before this count."""
         return self.ask("SELECT count() FROM calls")[0][0]
 
     def test_growing_file_goes_on_where_it_was_left(self):
@@ -257,7 +257,7 @@ class State(Fleet):
         self.events.write_text(both(3))
         self.ship_well(*self.folder.glob("events.jsonl*"))
         self.assertEqual((self.numbers(), self.inserted()), ([1, 2, 3], 3))
-        # The same again, and the oldest is compressed.
+        # The files rotate again, and the oldest is compressed.
         packed = gzip.compress((self.folder / "events.jsonl.1").read_bytes() + both(4).encode())
         (self.folder / "events.jsonl.2.gz").write_bytes(packed)
         self.events.rename(self.folder / "events.jsonl.1")
@@ -275,7 +275,7 @@ class State(Fleet):
             file.write(both(2))
         copy = self.folder / "events.jsonl.1"
         whole = self.events.read_text()
-        # A copy that is not finished, a finished one, and then the file is emptied.
+        # The copy is first not finished, then finished. Then the file is emptied.
         copy.write_text(whole[:len(both(1)) - 40])
         self.ship_well(copy, self.events)
         copy.write_text(whole)
@@ -448,8 +448,8 @@ class Interruption(Fleet):
         (self.folder / "events.jsonl").rename(self.folder / "events.jsonl.1")
 
     def copy_and_empty(self):
-        # As logrotate does it with copytruncate. The writer is the same thread here: between copying and emptying nothing
-        # is written, and so nothing can be lost by the rotation itself.
+        # logrotate does the same with copytruncate. The writer is the same thread here: nothing is written between
+        # copying and emptying. Therefore the rotation itself can lose nothing.
         for path in self.older():
             path.rename(path.with_suffix(f".{int(path.suffix[1:]) + 1}"))
         shutil.copy(self.folder / "events.jsonl", self.folder / "events.jsonl.1")
@@ -490,12 +490,12 @@ class Interruption(Fleet):
 
 
 class EverySystemCall(Fleet):
-    """The timer's command is killed in front of each system call that tells or changes something."""
+    """The timer's command is killed in front of each system call that reports or changes something."""
 
     CALLS = "flock,sendto,recvfrom,write,fsync,rename"
 
     def run_under_strace(self, host, *options):
-        """A run for a host that was shipped in part: the rest of a rotated file, and a new file."""
+        """Runs the command for a host that was shipped in part: it ships the rest of a rotated file, and a new file."""
         folder = self.folder / host
         folder.mkdir()
         events = folder / "events.jsonl"
@@ -512,7 +512,7 @@ class EverySystemCall(Fleet):
     def test_run_that_is_killed_at_any_step_loses_and_doubles_nothing(self):
         self.make_database()
         calls = re.findall(r"(?m)^(\w+)\(", self.run_under_strace("whole", "-e", f"trace={self.CALLS}").stderr)
-        # The question for the table and two insertions; the state moves on behind each of these.
+        # The command asks for the table and makes two insertions. The state moves on behind each insertion.
         for call, least in (("flock", 1), ("sendto", 3), ("recvfrom", 3), ("write", 2), ("fsync", 2), ("rename", 2)):
             self.assertGreaterEqual(calls.count(call), least, call)
         hosts = ["whole"]
@@ -598,7 +598,7 @@ class Reports(Fleet):
         shares = [server.rows("SELECT count() FROM calls FINAL", self.database)[0][0] for server in SERVERS]
         self.assertEqual(sum(shares), expected["calls"])
         self.assertGreater(min(shares), expected["calls"] / 4)
-        # Some hosts again, from a state that was lost.
+        # Some hosts are loaded again, because their state was lost.
         self.load(paths[3:8])
         self.check_report(expected)
         self.merge()
@@ -628,7 +628,7 @@ class Reports(Fleet):
                 before = state.read_bytes() if state.exists() else b""
                 self.ship_well(*folder.glob("events*"), host=source.stem, state=state)
                 if chance.random() < 0.3:
-                    # As if it had been killed before the state moved on.
+                    # The files are as if the command had been killed before the state moved on.
                     state.write_bytes(before)
                 if is_rotated and rest:
                     for number in range(len(list(folder.glob("events.jsonl.*"))), 0, -1):
@@ -680,7 +680,7 @@ class Reports(Fleet):
             self.assertEqual(row["middle_ns"], medians[(len(medians) + 1) // 2 - 1])
 
     def check_since(self, paths):
-        """Figures since a moment are those of the calls that began then."""
+        """Expects figures since a moment to be those of the calls that began then."""
         moment = 1795228200 * 10**9  # 02:30
         ends, starts = {}, {}
         for path in paths:

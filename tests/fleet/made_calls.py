@@ -36,7 +36,7 @@ class Host:
         self.failing = 0.2 if number == 13 else 0.02
 
     def call(self, process, thread, function, inputs=(), outputs=(), result=("CKR_OK", 0), ends=True, **fields):
-        # The call before of the same thread ends first; those of other threads may go on.
+        # The call of the same thread before this one ends first. Calls of other threads may go on.
         self.end(thread)
         run = f"18a3f1c2d4e5{self.number:04x}-{process:x}"
         number = self.calls[run] = self.calls.get(run, 0) + 1
@@ -57,7 +57,7 @@ class Host:
             self.file.write(self.waiting.pop(thread))
 
     def make(self, count):
-        """About `count` calls."""
+        """Makes about `count` calls."""
         self.now = self.randomness.randrange(10**9)
         self.step = max(2, SPAN * 10**9 // count * 2)
         processes = [2000 + self.number, 4000 + self.number]
@@ -161,7 +161,7 @@ class Host:
                   slot=1, mechanism="CKM_RSA_PKCS", mechanism_number=1)
 
     def sweep(self, process, thread):
-        # To ask for another mechanism each time is no polling.
+        # A question for another mechanism each time is no polling.
         for mechanism in range(12):
             self.call(process, thread, "C_GetMechanismInfo",
                       ['{"kind":"SlotID","value":1}', f'{{"kind":"MechanismType","number":{mechanism}}}'], slot=1,
@@ -185,7 +185,7 @@ class Host:
 
 
 def make_calls(folder, hosts, calls, seed=7):
-    """Writes the files and gives their paths, in the order of the hosts."""
+    """Writes the files and returns their paths, in the order of the hosts."""
     paths = []
     for number in range(hosts):
         path = pathlib.Path(folder, f"host-{number:03}.jsonl")

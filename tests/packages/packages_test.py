@@ -1,9 +1,10 @@
-"""The packages: what they contain and need, that two builds give the same bytes, and that they work in fresh systems.
+"""These tests check what the packages contain and need, that two builds give the same bytes, and that the packages work
+in fresh systems.
 
 packages_test.py SOURCE FIRST SECOND TARBALL...
 
-FIRST and SECOND are directories with the packages of two builds. Each TARBALL is a fresh system. Root only: the packages are
-installed and used below a directory that the test makes beside the tarball and removes."""
+FIRST and SECOND are directories with the packages of two builds. Each TARBALL is a fresh system. Only root can run the
+test: it makes a directory beside the tarball, installs and uses the packages below it, and removes it."""
 
 import hashlib
 import io
@@ -190,7 +191,7 @@ class FreshSystem:
         output_of("tar", "--extract", "--file", cls.TARBALL, "--directory", cls.root, "--exclude", "./dev/*", "--numeric-owner")
 
     def inside(self, *command, status=0, environment=None):
-        """Runs a command in the system, with /proc and /dev, and gives what it prints on standard output."""
+        """Runs a command in the system, with /proc and /dev, and returns what it prints on standard output."""
         script = ('mount --types proc proc "$0/proc" && mount --rbind /dev "$0/dev" && exec chroot "$0" env --ignore-environment '
                   'PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"')
         done = subprocess.run(["unshare", "--mount", "--pid", "--fork", "--kill-child", "sh", "-c", script, self.root,
@@ -243,7 +244,7 @@ class FreshSystem:
         self.assertRegex(self.said, r"(?m) C_GetTokenInfo\(.*\) = CKR_OK \{.*signing")
 
     def configure(self, softhsm):
-        """The configuration is the example of the package, with the path of this system's SoftHSM."""
+        """Makes the configuration from the example of the package, with the path of this system's SoftHSM."""
         example = (self.root / DOCUMENTS[1:] / "examples/Wendrafil.conf").read_text()
         (self.root / "etc/Wendrafil.conf").write_text(re.sub("LibUNIX64 = .*;", f"LibUNIX64 = {softhsm};", example))
         (self.root / "var/log/ckscribe").mkdir()
@@ -266,7 +267,7 @@ class FreshSystem:
         self.assertRegex(self.inside("ckscribe", "report", "/var/log/ckscribe/events.jsonl"), r"(?m)^  C_CloseSession +2 +0 +0 ")
 
     def p11_kit_loads_it(self):
-        """The example's bare name is enough, where the target's own module file is away."""
+        """Expects the example's bare name to be enough while the target's own module file is away."""
         shutil.copy(self.root / DOCUMENTS[1:] / "examples/ckscribe.module", self.root / "etc/pkcs11/modules")
         own = self.root / "usr/share/p11-kit/modules/softhsm2.module"
         away = own.rename(self.root / "tmp/softhsm2.module")

@@ -1,9 +1,9 @@
-"""docs/adding-a-function.md holds: whoever follows it literally gets a library and tests that pass.
+"""docs/adding-a-function.md is right: a reader who follows it literally gets a library and tests that pass.
 
     adding_a_function_test.py SOURCE_DIRECTORY WORK_DIRECTORY COMPILER [CMAKE_ARGUMENT...]
 
-Copies the sources, does each step of the page in the copy, and builds and runs the tests that hold every function
-against a row, a case, an oracle or a seed. Further arguments go to cmake.
+The test copies the sources, does each step of the page in the copy, and builds and runs the tests that hold every
+function against a row, a case, an oracle or a seed. Further arguments go to cmake.
 """
 
 import os
@@ -23,7 +23,7 @@ BEHIND = re.compile(r"^Behind the line in `([^`]+)` that begins with `([^`]+)`, 
 AT_END = re.compile(r"^At the end of `([^`]+)`, add:" + BLOCK, re.M | re.S)
 RUN = re.compile(r"^Run:" + BLOCK, re.M | re.S)
 
-# The programs whose tests hold every function against a row, a case, an oracle or a seed.
+# The tests of these programs hold every function against a row, a case, an oracle or a seed.
 PROGRAMS = {
     "functions_test": "tests/front/functions_test",
     "logging_front_test": "tests/front/logging_front_test",
@@ -40,7 +40,7 @@ def run(*command, cwd=COPY):
 
 
 def do_steps():
-    """Does each step of the page in the copy; gives the number of steps."""
+    """Does each step of the page in the copy, and returns the number of steps."""
     page = PAGE.read_text()
     steps = 0
     for name, beginning, block in BEHIND.findall(page):
@@ -68,7 +68,7 @@ steps = do_steps()
 if steps != 6:
     sys.exit(f"FAILED: {steps} of the page's six steps were understood")
 
-# The copy compiles from the cache what it has in common with earlier ones.
+# The copy compiles from the cache what it has in common with earlier copies.
 os.environ.update(CCACHE_BASEDIR=str(WORK), CCACHE_NOHASHDIR="1", CCACHE_SLOPPINESS="pch_defines,time_macros")
 run("cmake", "-S", COPY, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0",
     f"-DCMAKE_CXX_COMPILER={COMPILER}", *sys.argv[4:])  # fmt: skip

@@ -1,4 +1,4 @@
-"""The documents: README fits its first reader, and links lead somewhere.
+"""README fits its first reader, and the links of all documents lead somewhere.
 
 documents_test.py SOURCE"""
 
@@ -16,7 +16,7 @@ LINES_OF_FIRST_SCREEN = 24
 
 
 def text_outside_code(document):
-    """The text of a document without blocks that are fenced or indented."""
+    """Returns the text of a document without blocks that are fenced or indented."""
     text = re.sub(r"^```.*?^```", "", document.read_text(), flags=re.S | re.M)
     return re.sub(r"^ {4}.*$", "", text, flags=re.M)
 

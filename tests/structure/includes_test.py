@@ -21,7 +21,7 @@ FLOORS = {
     "tool": 6,
 }  # fmt: skip
 
-# A folder may include only these in addition to itself, where the floors would allow more.
+# A folder of ONLY includes itself and these. A folder of NEVER does not include these. The floors would allow more.
 ONLY = {"reader": {"functions", "util"}}
 NEVER = {"tool": {"front"}}
 
@@ -29,7 +29,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+"(\w+)/([^"]+)"')
 
 
 def sentences(source):
-    """One sentence for each include that is not allowed."""
+    """Returns one sentence for each include that is not allowed."""
     found = []
     for folder in FLOORS:
         for path in sorted((source / folder).rglob("*")):

@@ -1,4 +1,4 @@
-"""The options for packagers: what CMake makes of them. Nothing is compiled.
+"""These tests check what CMake makes of the options for packagers. Nothing is compiled.
 
 options_test.py SOURCE CXX_COMPILER"""
 

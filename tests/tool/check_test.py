@@ -1,4 +1,4 @@
-"""`ckscribe check` over every mistake that people make, and over set-ups without one.
+"""These tests run `ckscribe check` over every mistake that people make, and over set-ups without one.
 
 Each test of a mistake demands the sentence that names its cause, and then lets an application run with the same
 configuration: what check says is what the library does.
@@ -33,7 +33,7 @@ NAME_TARGET = "Name the PKCS#11 library of the device: LibUNIX64 = PATH;"
 
 
 class SetUp(unittest.TestCase):
-    """A test has a directory with a configuration, a target and the library. Everybody who finds them can read them."""
+    """A test has a directory with a configuration, a target and the library. Every user who finds them can read them."""
 
     def setUp(self):
         self.directory = pathlib.Path(tempfile.mkdtemp(prefix="ckscribe-check."))
@@ -667,7 +667,7 @@ class Target(SetUp):
                           "The target does not load, and every call answers CKR_FUNCTION_NOT_SUPPORTED. The loader says: " + reason,
                           do)
         self.assert_unreached()
-        # The library writes the same words of the loader.
+        # The library reports the same words of the loader.
         self.assertIn(reason.split(". ")[0].removesuffix(".")[:100], self.errors.read_text())
 
     def test_target_that_does_not_exist_is_wrong(self):

@@ -420,7 +420,7 @@ class WholeFile(Place):
         self.assertIn("rename", calls)
         self.assertEqual(self.path.read_bytes(), new)
         found = []
-        # In front of the first call that names the directory, only the loader has been at work.
+        # Only the loader has been at work in front of the first call that names the directory.
         first = next(place for place, (_, words) in enumerate(made) if str(self.directory) in words and place > 0)
         for place, call in list(enumerate(calls))[first:]:
             number = calls[: place + 1].count(call)
@@ -440,7 +440,8 @@ class WholeFile(Place):
 
 
 class AgainstTheStore(Place):
-    """Random files and edits: an edit that is made reads back, and nothing else in the file reads differently."""
+    """These tests make random files and edits. An edit that is made reads back, and nothing else in the file reads
+    differently."""
 
     SECTIONS = ["CkLog2", "Misc", "OrmaSA Client", "Client"]
     KEYS = ["Enabled", "File", "LogFile", "Error", "A", "AB", "Apache"]

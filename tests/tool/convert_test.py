@@ -73,7 +73,7 @@ class JsonLines(unittest.TestCase):
                 self.assertEqual({"run", "call", "ns"} & {key for event in events for key in event}, set())
                 self.assertEqual(sum(event["event"] == "start" for event in events), STARTS)
                 self.assertEqual("tid" in events[0], log == NEW)
-                # Without threads the reader may confuse the ends of like calls.
+                # The reader may confuse the ends of like calls if a log has no threads.
                 if log == NEW:
                     self.assertEqual(sorted(comparable(event, lacking + ("tid",)) for event in events), expected)
 
@@ -249,10 +249,11 @@ class Rows(unittest.TestCase):
 
 
 class Servers(unittest.TestCase):
-    """What a server is sent. No engine is needed for it."""
+    """A server gets these queries. The tests need no engine."""
 
     def start_server(self, answer):
-        """A server that answers what `answer` makes of each query. Gives its address and the bodies of its insertions."""
+        """Starts a server that answers what `answer` makes of each query. Returns its address and the bodies of its
+        insertions."""
         bodies = []
 
         class Handler(http.server.BaseHTTPRequestHandler):

@@ -14,14 +14,14 @@ from tool_test import ARGUMENTS, ckscribe, main
 MAKER, CHROMIUM = ARGUMENTS[:2]
 FOLDER, EXPECTED = make_logs(MAKER, "--calls", "20000", "--damage", "0", "--processes", "3")
 
-# Without the last of these, Chromium asks for things that this page does not.
+# Chromium asks for things that this page does not ask for, unless it has the last of these options.
 OPTIONS = ("--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-sync",
            "--disable-background-networking", "--disable-component-update", "--enable-logging=stderr",
            "--virtual-time-budget=20000")
 
 
 class Tables(html.parser.HTMLParser):
-    """Rows of figures: {function: {field: text}} of rows with data-function, and the texts of list items."""
+    """Tables holds rows of figures: {function: {field: text}} of rows with data-function, and the texts of list items."""
 
     def __init__(self, text):
         super().__init__()
@@ -56,7 +56,8 @@ class Tables(html.parser.HTMLParser):
 
 
 class Page:
-    """A page of these logs, opened with options of the browser: its text, its tables as the browser shows them, and what the browser's console says."""
+    """A Page is a page of these logs, opened with options of the browser. It has its text, its tables as the browser shows
+    them, and what the browser's console says."""
 
     def __init__(self, *words, probe=False):
         logs = [word for word in words if not str(word).startswith("--")]
@@ -126,7 +127,7 @@ class PageOfEvents(unittest.TestCase):
         self.assertIn("The page holds ", text)
 
 
-# Does in the browser what a person does, and leaves what the page then shows in an element of its own.
+# PROBE does in the browser what a person does, and leaves what the page then shows in an element of its own.
 PROBE = """<script>
 (() => {
   const one = (selector) => document.querySelector(selector);
@@ -247,7 +248,7 @@ class PageInUse(unittest.TestCase):
             call = call or next(one for one in details["calls"] if one["place"] + one["text"] in told)
             self.assertIn(f"{details['functions'][call['function']]} = {call['result']}", told)
             self.assertIn(call["text"] + call["records"], told)
-        # This call is another one than that of the key.
+        # This call is another one than the call that the key selects.
         self.assertNotIn(details["calls"][0]["place"] + "C_", self.told["selectedByClick"])
 
     def test_page_is_light_or_dark_as_the_reader_likes(self):

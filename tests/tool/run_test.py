@@ -1,4 +1,4 @@
-"""`ckscribe run` with programs and modules of our own: see tests/tool/run."""
+"""`ckscribe run` runs programs and modules of our own; see tests/tool/run."""
 
 import json
 import os

@@ -1,6 +1,6 @@
 """The library logs the same calls in each format, and all commands that read logs read them.
 
-Called with the path of the command, of known_run, of libckscribe.so, of the target, and of the folder share/.
+The test is called with the path of the command, of known_run, of libckscribe.so, of the target, and of the folder share/.
 """
 import collections
 import csv
@@ -83,7 +83,7 @@ class Report(unittest.TestCase):
         for log in EVERY_FUNCTION:
             with self.subTest(log):
                 calls = calls_of(log.partition(".")[0])
-                # Text records print both alike.
+                # Text records print both functions alike.
                 unknown = {} if log.endswith("jsonl") else {"C_GetFunctionStatus": "UnknownType", "C_CancelFunction": "UnknownType"}
                 expected = collections.Counter(unknown.get(call["function"], call["function"]) for call in calls)
                 result = report(log)

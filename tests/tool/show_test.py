@@ -20,7 +20,7 @@ NEW, OLD, EVENTS = (FOLDER / name for name in ("new.log", "old.log", "events.jso
 
 
 def read_terminal(descriptor):
-    """What is written to the other side, until that is closed."""
+    """Returns what is written to the other side, until the other side is closed."""
     text = b""
     try:
         while piece := os.read(descriptor, 65536):

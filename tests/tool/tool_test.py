@@ -1,5 +1,5 @@
-"""The tests of the command share this. A test program is called with the path of `ckscribe` and arguments of its own,
-holds classes of unittest, and ends with `main()`."""
+"""The tests of the command share this module. A test program is called with the path of `ckscribe` and arguments of its
+own. It holds classes of unittest, and ends with `main()`."""
 
 import os
 import subprocess
