@@ -1,4 +1,4 @@
-// The text log masks data if "HideData" says so.
+// The text log masks data if "HideData" asks for it.
 #include "tests/calls/call_data.h"
 #include "tests/calls/recorded_call.h"
 

@@ -66,7 +66,7 @@ protected:
 };
 
 // Returns the bytes that a list takes from the heap while it grows to this many handles. Growing copies what
-// the list holds, so the bytes also bound the time.
+// the list holds. Therefore the bytes also bound the time.
 std::size_t BytesTakenByHandles(std::size_t count) {
     const std::vector<unsigned long> handles(count, 7);
     sizes.clear();

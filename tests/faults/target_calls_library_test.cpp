@@ -1,5 +1,5 @@
-// The target's constructor and destructor call functions of the library. A target that is itself an
-// application of PKCS#11 does so.
+// The target's constructor and destructor call functions of the library. A target makes such calls if it is
+// itself an application of PKCS#11.
 
 #include <dlfcn.h>
 

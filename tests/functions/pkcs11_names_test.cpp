@@ -22,8 +22,8 @@ Names NamesOf(std::span<const ExpectedName> expected) {
     return names;
 }
 
-// Checks every value that can have a name, and its neighbours. The values are the range of the standard, the
-// range of the vendor, the ends of 32 and 64 bits, and values whose lower half is that of a named one.
+// Checks every value that can have a name, and its neighbours. The values are the ranges of the standard and
+// of the vendor, the ends of 32 and 64 bits, and values whose lower half is that of a named value.
 template <typename Check>
 void ForEveryValueAround(const Names& names, Check check) {
     for (unsigned long value = 0; value < 0x9000; ++value) check(value);

@@ -1,5 +1,5 @@
 // The system's write takes less than all or fails, or its fstat fails. This program is linked with
-// --wrap=write and --wrap=fstat, so that the library's calls come to __wrap_write and __wrap_fstat below.
+// --wrap=write and --wrap=fstat. The library's calls therefore come to __wrap_write and __wrap_fstat below.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Other processes create and remove the file between this process's tries. This program is linked with
-// --wrap=open, so that the library's calls come to __wrap_open below.
+// --wrap=open. The library's calls therefore come to __wrap_open below.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Records of the vendor's functions mask data if "HideData" says so.
+// Records of the vendor's functions mask data if "HideData" asks for it.
 #include "tests/vendor_calls/vendor_records.h"
 
 namespace {
