@@ -59,12 +59,22 @@ function(ckscribe_test_sources name)
   target_precompile_headers(${name} REUSE_FROM ckscribe_test_common)
 endfunction()
 
-# ckscribe_test(NAME SOURCES... LIBS libraries...): makes one test program. CTest knows each of its tests by name.
+# ckscribe_test(NAME SOURCES... LIBS libraries... [IN_ONE_PROCESS]): makes one test program. CTest knows each of its tests
+# by name, and runs each in a process of its own.
+#
+# IN_ONE_PROCESS is for a program of many short tests that leave nothing behind in the process. CTest knows such a program
+# as one test. With sanitizers to start a process takes much longer than such a test.
 function(ckscribe_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(arg "IN_ONE_PROCESS" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   ckscribe_compile_test(${name})
   target_link_libraries(${name} PRIVATE ${arg_LIBS} ckscribe_test_common)
   target_precompile_headers(${name} REUSE_FROM ckscribe_test_common)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600 FAIL_REGULAR_EXPRESSION "${part_of_secret}")
+  set(properties TIMEOUT 600 FAIL_REGULAR_EXPRESSION "${part_of_secret}")
+  if(arg_IN_ONE_PROCESS)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES ${properties})
+  else()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+  endif()
 endfunction()

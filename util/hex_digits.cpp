@@ -18,7 +18,7 @@ template <int kFrom>
 ByteBlock Interleaved(ByteBlock high, ByteBlock low) {
     constexpr int h = kFrom;
     constexpr int l = kFrom + static_cast<int>(kByteBlock);
-#if defined(__clang__) || __GNUC__ >= 12
+#if defined(__clang__)
     return __builtin_shufflevector(high, low, h, l, h + 1, l + 1, h + 2, l + 2, h + 3, l + 3, h + 4, l + 4,
                                    h + 5, l + 5, h + 6, l + 6, h + 7, l + 7);
 #else

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/unwatched.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
@@ -63,6 +65,7 @@ void RunFile(const std::filesystem::path& path, std::mt19937& random) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const Unwatched running;
     std::mt19937 random(1);
     std::vector<std::filesystem::path> paths;
     for (int i = 1; i < argc; ++i)
