@@ -78,3 +78,12 @@ function(ckscribe_test name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
   endif()
 endfunction()
+
+# ckscribe_own_operators(TARGET) lets a test program define `operator new` and `operator delete` itself. clang++ links the
+# thread sanitizer into a program together with such operators, and clang links it without them.
+function(ckscribe_own_operators target)
+  if(CKSCRIBE_SANITIZE STREQUAL thread AND CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    target_link_options(${target} PRIVATE --driver-mode=gcc)
+    target_link_libraries(${target} PRIVATE stdc++ m)
+  endif()
+endfunction()

@@ -17,6 +17,19 @@
 
 #define REPLACEMENT __attribute__((visibility("default")))
 
+// A sanitizer that is linked into this program has these names for its own functions. Without one they are
+// null.
+#define SANITIZERS __attribute__((weak))
+extern "C" {
+SANITIZERS void* __interceptor_malloc(std::size_t size);
+SANITIZERS void* __interceptor_calloc(std::size_t count, std::size_t size);
+SANITIZERS void* __interceptor_realloc(void* block, std::size_t size);
+SANITIZERS void* __interceptor_aligned_alloc(std::size_t alignment, std::size_t size);
+SANITIZERS void* __interceptor_memalign(std::size_t alignment, std::size_t size);
+SANITIZERS int __interceptor_posix_memalign(void** block, std::size_t alignment, std::size_t size);
+SANITIZERS void __interceptor_free(void* block);
+}
+
 namespace {
 
 std::atomic<long> blocks{0};
@@ -41,11 +54,12 @@ bool IsRefused() {
 
 void FindOriginals();
 
-// An Original is the function behind one of the replacements below. It needs no construction at run time.
+// An Original is the function behind one of the replacements below: the sanitizer's, or that of the next
+// library. It needs no construction at run time.
 template <class Function>
 class Original {
 public:
-    constexpr explicit Original(const char* name) : name(name) {}
+    constexpr Original(const char* name, Function* sanitizers) : name(name), sanitizers(sanitizers) {}
 
     template <class... Arguments>
     auto operator()(Arguments... arguments) {
@@ -54,21 +68,25 @@ public:
     }
 
     void Find() {
-        function.store(reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name)), std::memory_order_relaxed);
+        Function* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+        function.store(sanitizers != nullptr ? sanitizers : next, std::memory_order_relaxed);
     }
 
 private:
     const char* name;
+    Function* sanitizers;
     std::atomic<Function*> function{nullptr};
 };
 
-constinit Original<void*(std::size_t)> originalMalloc("malloc");
-constinit Original<void*(std::size_t, std::size_t)> originalCalloc("calloc");
-constinit Original<void*(void*, std::size_t)> originalRealloc("realloc");
-constinit Original<void*(std::size_t, std::size_t)> originalAlignedAlloc("aligned_alloc");
-constinit Original<void*(std::size_t, std::size_t)> originalMemalign("memalign");
-constinit Original<int(void**, std::size_t, std::size_t)> originalPosixMemalign("posix_memalign");
-constinit Original<void(void*)> originalFree("free");
+constinit Original<void*(std::size_t)> originalMalloc("malloc", __interceptor_malloc);
+constinit Original<void*(std::size_t, std::size_t)> originalCalloc("calloc", __interceptor_calloc);
+constinit Original<void*(void*, std::size_t)> originalRealloc("realloc", __interceptor_realloc);
+constinit Original<void*(std::size_t, std::size_t)> originalAlignedAlloc("aligned_alloc",
+                                                                         __interceptor_aligned_alloc);
+constinit Original<void*(std::size_t, std::size_t)> originalMemalign("memalign", __interceptor_memalign);
+constinit Original<int(void**, std::size_t, std::size_t)> originalPosixMemalign("posix_memalign",
+                                                                                __interceptor_posix_memalign);
+constinit Original<void(void*)> originalFree("free", __interceptor_free);
 
 // Finds all originals at once: a later look-up may itself free what an earlier one left.
 void FindOriginals() {
