@@ -17,10 +17,10 @@
 
 namespace ckscribe {
 
-// A moment in a report, in nanoseconds since 1970 in UTC. It is absent where the log does not say it.
+// A ReportTime is a moment in nanoseconds since 1970 in UTC. It is absent where the log does not say it.
 using ReportTime = std::optional<std::int64_t>;
 
-// A place in a log, by the file's name.
+// A ReportPlace names a line of a file.
 struct ReportPlace {
     std::string file;
     std::uint64_t line = 0;
@@ -49,7 +49,7 @@ struct ResultFigures {
     Sighting last;
 };
 
-// A call that the report shows by itself.
+// The report shows a ReportedCall by itself.
 struct ReportedCall {
     std::string_view function;
     std::uint32_t process = 0;
@@ -67,7 +67,7 @@ struct LoginFailure {
     Sighting last;
 };
 
-// A key or another object that operations used.
+// These are the figures of a key or another object that operations used.
 struct KeyFigures {
     std::uint32_t process = 0;
     std::uint64_t object = 0;
@@ -85,7 +85,8 @@ struct SlotFigures {
     std::string serial;
 };
 
-// Successive calls of one thread that did the same: they failed alike, or asked for the same.
+// A Repetition stands for successive calls of one thread that did the same: they failed alike, or asked for
+// the same.
 struct Repetition {
     std::string_view function;
     std::string_view result;
@@ -97,7 +98,7 @@ struct Repetition {
     Sighting seen;  // where the longest row began
 };
 
-// A sentence of "what stands out", and the command that shows its evidence.
+// A Remark is a sentence of "what stands out", with the command that shows its evidence.
 struct Remark {
     std::string sentence;
     std::string command;
@@ -138,11 +139,13 @@ struct Report {
 
     // Returns the place of a sighting.
     ReportPlace PlaceOf(const Place& place) const { return {paths.at(place.file), place.line}; }
-    // Returns the calls per second over the whole span; nothing when the span is shorter than a second.
+    // Returns the calls per second over the whole span, or nothing if the span is shorter than a second.
     std::optional<double> CallsPerSecond() const;
 };
 
 ReportTime TimeOf(const Moment& moment);
+
+class LogFigures;
 
 // Makes a report from the calls of logs that it takes one after the other.
 class ReportBuilder : public LogSink {
@@ -159,11 +162,9 @@ public:
     Report Finish(const std::vector<std::string>& paths, const std::vector<FileReading>& files);
 
 private:
-    struct OfLog;
-    struct OfThread;
     struct Total;
 
-    std::unique_ptr<OfLog> log;
+    std::unique_ptr<LogFigures> log;
     std::unique_ptr<Total> total;
 };
 
