@@ -27,6 +27,8 @@ function(ckscribe_compile_test target)
   ckscribe_compile(${target})
   # Tests call one thing at a time, without the locks that the product needs.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wno-thread-safety>)
+  # The compiler cache knows a precompiled header of another clone only if no times stand in it.
+  target_compile_options(${target} PRIVATE "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
   target_compile_options(${target} PRIVATE -fPIE)
   if(NOT CKSCRIBE_FUZZ)
